@@ -1,0 +1,44 @@
+# How every target of ours is compiled. Linked by each library through zantor_options.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+find_program(ZANTOR_CCACHE ccache)
+if(ZANTOR_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${ZANTOR_CCACHE})
+endif()
+
+add_library(zantor_options INTERFACE)
+target_compile_options(zantor_options INTERFACE
+    -Wall -Wextra -Wpedantic -Werror
+    -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wcast-align -Wextra-semi -Wundef)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Of shadowing only what hides a local: a constructor's parameter may bear its field's name.
+    target_compile_options(zantor_options INTERFACE -Wshadow=local -Wduplicated-cond -Wlogical-op)
+endif()
+if(ZANTOR_SANITIZE)
+    target_compile_options(zantor_options INTERFACE
+        -fsanitize=${ZANTOR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(zantor_options INTERFACE -fsanitize=${ZANTOR_SANITIZE})
+endif()
+
+# zantor_library(NAME SOURCES...): a static library that shows its own directory and no other. What it may
+# include is exactly what its target_link_libraries names, so a missing arrow fails to compile.
+function(zantor_library name)
+    add_library(${name} STATIC ${ARGN})
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE zantor_options)
+endfunction()
+
+# zantor_test(NAME LIBRARIES... SOURCES...): one GoogleTest program, each of its cases a test of ctest.
+function(zantor_test name)
+    cmake_parse_arguments(ARG "" "" "LIBRARIES;SOURCES" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE zantor_options zantor_test_support ${ARG_LIBRARIES}
+        GTest::gmock GTest::gtest_main)
+    target_precompile_headers(${name} REUSE_FROM zantor_test_precompiled)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+/// Tells the player something that must not be missed. A message box in the window, a line on stderr in the
+/// terminal.
+class ZNTAlert
+{
+public:
+    virtual ~ZNTAlert() = default;
+    /// Shows `title` and `text` with the one button "OK". Returns at once; the player may dismiss it much
+    /// later, or never.
+    virtual void showMessage(std::u16string_view title, std::u16string_view text) = 0;
+    /// Shows them with "OK", the default, and "Cancel". Returns at once; `answered` hears true for "OK",
+    /// once, on the run loop's thread, possibly before this returns.
+    virtual void askForConfirmation(std::u16string_view title, std::u16string_view text,
+                                    std::function<void(bool confirmed)> answered) = 0;
+};

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/// A device colour, 0 to 255 a channel; alpha 0 is fully transparent.
+struct ZNTColour {
+    std::uint8_t red = 0, green = 0, blue = 0, alpha = 255;
+    friend bool operator==(const ZNTColour&, const ZNTColour&) = default;
+};
+
+/// The platform's named colours.
+namespace znt::colours
+{
+inline constexpr ZNTColour red{255, 0, 0}, green{0, 255, 0}, yellow{255, 255, 0}, blue{0, 0, 255},
+    magenta{255, 0, 255}, cyan{0, 255, 255}, black{0, 0, 0}, white{255, 255, 255}, clear{0, 0, 0, 0};
+}
+
+/// A font by the name that the text asks for and its size in points. A view that lacks the name shows its
+/// fixed-width font, bold for a name that ends in "-Bold".
+struct ZNTFont {
+    std::u16string name;
+    double size = 12;
+    friend bool operator==(const ZNTFont&, const ZNTFont&) = default;
+};
+
+enum class ZNTAttributeName : std::uint8_t { Foreground, Background, Font, Underline };
+
+/// What an attribute can hold. Some SGR codes store a bare number where a colour or a font belongs; whoever
+/// shows the text ignores a value of the wrong kind and falls back to the default.
+using ZNTAttributeValue = std::variant<std::monostate, ZNTColour, ZNTFont, int>;
+
+/// The attributes in force over a stretch of text; an entry that holds nothing is not set.
+struct ZNTAttributeSet {
+    ZNTAttributeValue foreground, background, font, underline;
+
+    [[nodiscard]] const ZNTAttributeValue& at(ZNTAttributeName name) const;
+    [[nodiscard]] ZNTAttributeValue& at(ZNTAttributeName name);
+    friend bool operator==(const ZNTAttributeSet&, const ZNTAttributeSet&) = default;
+
+    /// As they are shown, with the defaults (white on black, no underline) where a value has the wrong kind.
+    /// A transparent background is black.
+    [[nodiscard]] ZNTColour shownForeground() const;
+    [[nodiscard]] ZNTColour shownBackground() const;
+    [[nodiscard]] bool isShownBold() const;
+    [[nodiscard]] bool isShownUnderlined() const;
+};
+
+/// Text with attributes: one string, and runs sorted by where they start. A run reaches to the next one or
+/// the end. Text before the first run, and all of it where there are no runs, has no attributes.
+struct ZNTAttributedText {
+    struct Run {
+        std::uint32_t offset; ///< UTF-16 units from the start of `text`
+        std::uint32_t set;    ///< index into `sets`
+        friend bool operator==(const Run&, const Run&) = default;
+    };
+
+    std::u16string text;
+    std::vector<Run> runs;
+    std::vector<ZNTAttributeSet> sets;
+
+    [[nodiscard]] bool empty() const { return text.empty(); }
+    /// The set in force at `offset`, or null where there is none. Logarithmic in the number of runs.
+    [[nodiscard]] const ZNTAttributeSet* attributesAt(std::size_t offset) const;
+};

@@ -1,0 +1,44 @@
+#include "ZNTFilePlaces.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace
+{
+
+std::string environment(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+std::string resourceFolder()
+{
+    std::error_code ignored;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", ignored);
+    const auto installed = program.parent_path().parent_path() / "share" / "zantor";
+    if (!program.empty() && std::filesystem::is_directory(installed, ignored))
+        return installed.string();
+    return ZANTOR_BUILT_RESOURCES;
+}
+
+} // namespace
+
+ZNTFilePlaces ZNTFilePlaces::forThisProcess()
+{
+    ZNTFilePlaces places;
+    places.home = environment("HOME");
+    while (places.home.size() > 1 && places.home.ends_with('/'))
+        places.home.pop_back();
+    places.resources = resourceFolder();
+    const auto cacheHome = environment("XDG_CACHE_HOME");
+    places.cache = (cacheHome.starts_with('/') ? cacheHome : places.home + "/.cache") + "/zantor";
+    return places;
+}
+
+std::string ZNTFilePlaces::resource(std::string_view fileName) const
+{
+    return resources + "/" + std::string(fileName);
+}
+
+std::string ZNTFilePlaces::soundFolder() const { return home + "/Music/Zantor/sounds/"; }

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string_view>
+
+/// Where the program reports on itself, for the person who mends it. Any thread may call.
+class ZNTPlatformLog
+{
+public:
+    virtual ~ZNTPlatformLog() = default;
+    /// `text` is UTF-8 and becomes one line, its own line ends shown as blanks.
+    virtual void log(std::string_view text) = 0;
+};
+
+/// The log of the running programs: stderr.
+class ZNTStandardErrorLog final : public ZNTPlatformLog
+{
+public:
+    void log(std::string_view text) override;
+};

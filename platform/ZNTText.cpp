@@ -1,0 +1,144 @@
+#include "ZNTText.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <unicode/uchar.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+namespace
+{
+
+constexpr UChar32 replacementCharacter = 0xFFFD;
+
+template <typename Number>
+Number leadingInteger(std::u16string_view text)
+{
+    std::size_t at = 0;
+    while (at < text.size() && u_isUWhiteSpace(text[at]))
+        ++at;
+    bool isNegative = false;
+    if (at < text.size() && (text[at] == u'-' || text[at] == u'+'))
+        isNegative = text[at++] == u'-';
+    std::string digits = isNegative ? "-" : "";
+    while (at < text.size() && text[at] >= u'0' && text[at] <= u'9')
+        digits += static_cast<char>(text[at++]);
+    Number number = 0;
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (read.ec == std::errc::result_out_of_range)
+        return isNegative ? std::numeric_limits<Number>::min() : std::numeric_limits<Number>::max();
+    return number;
+}
+
+bool isBlank(char16_t unit) { return unit == u'\t' || u_charType(unit) == U_SPACE_SEPARATOR; }
+
+bool isNewline(char16_t unit)
+{
+    return (unit >= 0x0A && unit <= 0x0D) || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
+}
+
+template <typename Predicate>
+std::u16string_view trimmed(std::u16string_view text, Predicate isDropped)
+{
+    while (!text.empty() && isDropped(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isDropped(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+} // namespace
+
+namespace znt
+{
+
+std::u16string textFromUtf8(std::string_view utf8)
+{
+    std::u16string text;
+    text.reserve(utf8.size());
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(utf8.data());
+    for (std::size_t at = 0; at < utf8.size();) {
+        UChar32 character;
+        U8_NEXT_OR_FFFD(bytes, at, utf8.size(), character);
+        if (character <= 0xFFFF) {
+            text += static_cast<char16_t>(character);
+        } else {
+            text += static_cast<char16_t>(U16_LEAD(character));
+            text += static_cast<char16_t>(U16_TRAIL(character));
+        }
+    }
+    return text;
+}
+
+std::string utf8FromText(std::u16string_view text)
+{
+    std::string utf8;
+    utf8.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        if (text[at] < 0x80) {
+            utf8 += static_cast<char>(text[at++]);
+            continue;
+        }
+        UChar32 character;
+        U16_NEXT(text.data(), at, text.size(), character);
+        if (U_IS_SURROGATE(character))
+            character = replacementCharacter;
+        char bytes[U8_MAX_LENGTH];
+        std::size_t length = 0;
+        U8_APPEND_UNSAFE(bytes, length, character);
+        utf8.append(bytes, length);
+    }
+    return utf8;
+}
+
+std::int32_t integerValue(std::u16string_view text) { return leadingInteger<std::int32_t>(text); }
+
+std::int64_t longValue(std::u16string_view text) { return leadingInteger<std::int64_t>(text); }
+
+float floatValue(std::u16string_view text)
+{
+    std::string ascii;
+    for (const auto unit : trimmedOfWhitespace(text)) {
+        if (unit > 0x7F)
+            break;
+        ascii += static_cast<char>(unit);
+    }
+    const char* start = ascii.data() + (ascii.starts_with('+') ? 1 : 0);
+    float number = 0;
+    const auto read = std::from_chars(start, ascii.data() + ascii.size(), number);
+    if (read.ec == std::errc::result_out_of_range)
+        return ascii.starts_with('-') ? std::numeric_limits<float>::lowest()
+                                      : std::numeric_limits<float>::max();
+    return number;
+}
+
+std::u16string decimalText(std::int64_t number) { return textFromUtf8(std::to_string(number)); }
+
+std::u16string_view trimmedOfBlanks(std::u16string_view text) { return trimmed(text, isBlank); }
+
+std::u16string_view trimmedOfNewlines(std::u16string_view text) { return trimmed(text, isNewline); }
+
+std::u16string_view trimmedOfWhitespace(std::u16string_view text)
+{
+    return trimmed(text, [](char16_t unit) { return isBlank(unit) || isNewline(unit); });
+}
+
+std::u16string replacedAll(std::u16string_view text, std::u16string_view what, std::u16string_view with)
+{
+    std::u16string result;
+    if (what.empty())
+        return std::u16string(text);
+    for (std::size_t at = 0;;) {
+        const auto found = text.find(what, at);
+        result += text.substr(at, found == text.npos ? text.npos : found - at);
+        if (found == text.npos)
+            return result;
+        result += with;
+        at = found + what.size();
+    }
+}
+
+bool contains(std::u16string_view text, std::u16string_view part) { return text.find(part) != text.npos; }
+
+} // namespace znt

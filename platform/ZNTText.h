@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Small operations on the UTF-16 text that the logic works with.
+namespace znt
+{
+
+/// Ill-formed sequences become U+FFFD, so nothing that a file or a terminal hands over is refused.
+std::u16string textFromUtf8(std::string_view utf8);
+/// An unpaired surrogate becomes U+FFFD.
+std::string utf8FromText(std::u16string_view text);
+
+/// The leading decimal number of `text`: blanks, an optional sign, ASCII digits. 0 where there is none, the
+/// nearest representable number where it does not fit, whatever follows is ignored.
+std::int32_t integerValue(std::u16string_view text);
+std::int64_t longValue(std::u16string_view text);
+/// The same for a decimal fraction ("0.5", "50", "-1.25e2").
+float floatValue(std::u16string_view text);
+
+std::u16string decimalText(std::int64_t number);
+
+/// Without the blanks and tabs (and other characters of category Zs) at both ends; line ends stay.
+std::u16string_view trimmedOfBlanks(std::u16string_view text);
+/// Without the line ends (LF, VT, FF, CR, NEL, U+2028, U+2029) at both ends.
+std::u16string_view trimmedOfNewlines(std::u16string_view text);
+/// Without either at both ends.
+std::u16string_view trimmedOfWhitespace(std::u16string_view text);
+
+std::u16string replacedAll(std::u16string_view text, std::u16string_view what, std::u16string_view with);
+bool contains(std::u16string_view text, std::u16string_view part);
+
+} // namespace znt

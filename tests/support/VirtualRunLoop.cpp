@@ -1,0 +1,205 @@
+#include "VirtualRunLoop.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <poll.h>
+#include <thread>
+#include <vector>
+
+namespace
+{
+constexpr double smallestInterval = 0.001;
+}
+
+struct VirtualRunLoop::State {
+    struct ScheduledTimer {
+        double due;
+        double interval;
+        bool repeats;
+        Task task;
+    };
+    struct Watched {
+        int descriptor;
+        RunLoopInterest interest;
+        ReadyHandler handler;
+    };
+
+    std::mutex guard; // of `posted` only
+    std::deque<Task> posted;
+    std::map<std::uint64_t, ScheduledTimer> timers; // by key, that is in order of creation
+    std::map<std::uint64_t, Watched> watches;
+    std::uint64_t lastKey = 0;
+};
+
+namespace
+{
+
+template <typename State>
+class Timer final : public RunLoopTimer
+{
+public:
+    Timer(std::shared_ptr<State> state, std::uint64_t key) : state(std::move(state)), key(key) {}
+    ~Timer() override { state->timers.erase(key); }
+
+private:
+    std::shared_ptr<State> state;
+    std::uint64_t key;
+};
+
+template <typename State>
+class Watch final : public RunLoopWatch
+{
+public:
+    Watch(std::shared_ptr<State> state, std::uint64_t key) : state(std::move(state)), key(key) {}
+    ~Watch() override { state->watches.erase(key); }
+    void setInterest(RunLoopInterest interest) override
+    {
+        const auto found = state->watches.find(key);
+        if (found != state->watches.end())
+            found->second.interest = interest;
+    }
+
+private:
+    std::shared_ptr<State> state;
+    std::uint64_t key;
+};
+
+} // namespace
+
+VirtualRunLoop::VirtualRunLoop() : state(std::make_shared<State>()) {}
+VirtualRunLoop::~VirtualRunLoop() = default;
+
+void VirtualRunLoop::advance(double seconds)
+{
+    const double until = time + seconds;
+    do {
+        runPosted();
+        while (pollWatches(0))
+            runPosted();
+    } while (fireDueTimer(until));
+    time = until;
+    runPosted();
+}
+
+void VirtualRunLoop::runPosted()
+{
+    for (;;) {
+        Task task;
+        {
+            const std::lock_guard hold(state->guard);
+            if (state->posted.empty())
+                return;
+            task = std::move(state->posted.front());
+            state->posted.pop_front();
+        }
+        task();
+    }
+}
+
+bool VirtualRunLoop::runUntil(const std::function<bool()>& condition, double seconds)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+    for (;;) {
+        runPosted();
+        if (condition())
+            return true;
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        if (!pollWatches(2) && state->watches.empty())
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        fireDueTimer(time);
+    }
+}
+
+std::size_t VirtualRunLoop::pendingTimers() const
+{
+    return static_cast<std::size_t>(
+        std::count_if(state->timers.begin(), state->timers.end(),
+                      [](const auto& timer) { return std::isfinite(timer.second.due); }));
+}
+
+void VirtualRunLoop::post(Task task)
+{
+    const std::lock_guard hold(state->guard);
+    state->posted.push_back(std::move(task));
+}
+
+std::unique_ptr<RunLoopTimer> VirtualRunLoop::startTimer(double seconds, RunLoopRepeat repeat, Task task)
+{
+    const auto key = ++state->lastKey;
+    const double interval = std::isfinite(seconds)
+                                ? std::max(seconds, repeat == RunLoopRepeat::Forever ? smallestInterval : 0)
+                                : std::numeric_limits<double>::infinity();
+    state->timers.emplace(key, State::ScheduledTimer{time + interval, interval,
+                                                     repeat == RunLoopRepeat::Forever, std::move(task)});
+    return std::make_unique<Timer<State>>(state, key);
+}
+
+std::unique_ptr<RunLoopWatch> VirtualRunLoop::watchDescriptor(int descriptor, RunLoopInterest interest,
+                                                              ReadyHandler handler)
+{
+    const auto key = ++state->lastKey;
+    state->watches.emplace(key, State::Watched{descriptor, interest, std::move(handler)});
+    return std::make_unique<Watch<State>>(state, key);
+}
+
+std::chrono::system_clock::time_point VirtualRunLoop::timeOfDay() const
+{
+    return startOfTime + std::chrono::duration_cast<std::chrono::system_clock::duration>(
+                             std::chrono::duration<double>(time));
+}
+
+bool VirtualRunLoop::fireDueTimer(double until)
+{
+    auto next = state->timers.end();
+    for (auto timer = state->timers.begin(); timer != state->timers.end(); ++timer)
+        if (timer->second.due <= until + 1e-9 &&
+            (next == state->timers.end() || timer->second.due < next->second.due))
+            next = timer;
+    if (next == state->timers.end())
+        return false;
+    time = std::max(time, next->second.due);
+    const auto task = next->second.task;
+    if (next->second.repeats)
+        next->second.due = time + next->second.interval;
+    else
+        next->second.due = std::numeric_limits<double>::infinity();
+    task();
+    return true;
+}
+
+bool VirtualRunLoop::pollWatches(int milliseconds)
+{
+    std::vector<pollfd> polled;
+    std::vector<std::uint64_t> keys;
+    for (const auto& [key, watched] : state->watches) {
+        if (watched.interest == RunLoopInterest::None)
+            continue;
+        short events = 0;
+        if (includes(watched.interest, RunLoopInterest::Readable))
+            events |= POLLIN;
+        if (includes(watched.interest, RunLoopInterest::Writable))
+            events |= POLLOUT;
+        polled.push_back({watched.descriptor, events, 0});
+        keys.push_back(key);
+    }
+    if (polled.empty() || ::poll(polled.data(), polled.size(), milliseconds) <= 0)
+        return false;
+    for (std::size_t at = 0; at < polled.size(); ++at) {
+        const auto found = state->watches.find(keys[at]);
+        if (polled[at].revents == 0 || found == state->watches.end())
+            continue;
+        auto ready = found->second.interest;
+        if (!(polled[at].revents & (POLLERR | POLLHUP | POLLNVAL))) {
+            ready = RunLoopInterest::None;
+            if (polled[at].revents & POLLIN)
+                ready = ready | RunLoopInterest::Readable;
+            if (polled[at].revents & POLLOUT)
+                ready = ready | RunLoopInterest::Writable;
+        }
+        const auto handler = found->second.handler;
+        handler(ready);
+    }
+    return true;
+}
