@@ -8,7 +8,9 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 find_program(ZANTOR_CCACHE ccache)
 if(ZANTOR_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${ZANTOR_CCACHE})
+    # So that clones in different folders share results, and precompiled headers do not spoil them.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${ZANTOR_CCACHE})
 endif()
 
 add_library(zantor_options INTERFACE)
@@ -17,7 +19,8 @@ target_compile_options(zantor_options INTERFACE
     -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wcast-align -Wextra-semi -Wundef)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # Of shadowing only what hides a local: a constructor's parameter may bear its field's name.
-    target_compile_options(zantor_options INTERFACE -Wshadow=local -Wduplicated-cond -Wlogical-op)
+    target_compile_options(zantor_options INTERFACE -Wshadow=local -Wduplicated-cond -Wlogical-op
+        -fpch-preprocess)
 endif()
 if(ZANTOR_SANITIZE)
     target_compile_options(zantor_options INTERFACE

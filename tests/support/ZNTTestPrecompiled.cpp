@@ -1,1 +1,1 @@
-// Holds the precompiled GoogleTest headers.
+// Holds the precompiled GoogleTest headers; its main is GoogleTest's.
