@@ -1,0 +1,157 @@
+#pragma once
+
+#include "AsyncSocket.h"
+#include "ZNTCommandInterpreter.h"
+#include "ZNTCommandRecorderView.h"
+#include "ZNTInflater.h"
+#include "ZNTLineSender.h"
+#include "ZNTLogger.h"
+#include "ZNTMSPProcessor.h"
+#include "ZNTParserUtility.h"
+#include "ZNTPlatform.h"
+#include "ZNTRecorder.h"
+#include "ZNTSessionScreen.h"
+#include "ZNTSpeechHandOver.h"
+#include "ZNTSpeechReview.h"
+#include "ZNTSpeechSynth.h"
+#include "ZNTSpeedWalking.h"
+#include "ZNTStringEncoding.h"
+#include "ZNTTriggerList.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+class ZNTDatabaseHelper;
+class ZNTMudMacroTableViewController;
+class ZNTSoundFactory;
+
+/// What a session uses that its front end makes. All of it outlives the session.
+struct ZNTSessionServices {
+    ZNTDatabaseHelper& database;
+    ZNTMudMacroTableViewController& macros;
+    ZNTSoundFactory& sounds;
+    ZNTSpeechEngine& speechEngine;
+    ZNTScreenReader& screenReader;
+    /// Opens the recorder's sheet on the given list; the front end makes the sheet on first use.
+    std::function<void(ZNTCommandRecorderDataSource& commands)> showZNTCommandRecorderView;
+    /// Hears, on the run loop's thread, that something of what the queries below answer has changed.
+    /// Optional.
+    std::function<void()> sessionChanged;
+};
+
+/// Keys of the command line that mean something to the session.
+enum class ZNTCommandLineKey { InsertNewline, MoveUp, MoveDown, Other };
+
+enum class ZNTSessionState { Idle, Connecting, Connected };
+
+/// How a connection came to its end.
+enum class ZNTSessionEnding { None, ByPlayer, ByServer, Broken };
+
+/// The spine of the client, one for each main window: it owns the connection to one game, turns each received
+/// block into coloured text in the output view, and sends every line that the player, a macro, a trigger, a
+/// speed walk or a direction button produces. Belongs to the run loop's thread.
+///
+/// A block on its way in: inflate, decode, answer telnet, hold back until IAC GA, IAC WONT or half a second
+/// of silence, join, colour, triggers, speech, output view, log. No step of it copies or scans more than a
+/// constant number of times what came in.
+class ZNTServerConnectController final : public AsyncSocketDelegate,
+                                         public ZNTLineSender,
+                                         private ZNTTelnetListener,
+                                         private ZNTTriggerActions
+{
+public:
+    ZNTServerConnectController(const ZNTPlatform& platform, const ZNTSessionScreen& screen,
+                               ZNTSessionServices services);
+    ~ZNTServerConnectController() override;
+
+    /// To be called once, when the screen elements are ready: disables what needs a connection, fills host,
+    /// port and name from the address book's default entry, and turns speech on if the screen reader runs.
+    void awakeFromNib();
+
+    // Connecting
+    /// The Connect/Disconnect button: connects when idle with a host and a positive port, else disconnects.
+    void connectToServer();
+
+    // Sending
+    /// The one way out for a line (no line end). With `ignoreSpecials` false a line that starts with "~",
+    /// "!",
+    /// "#" or "@" is carried out instead. Echoes the line, also when there is no connection.
+    void sendMessageToServer(std::u16string_view line, bool ignoreSpecials) override;
+    /// Return on the command line.
+    void sendTextToServer();
+    /// A line as if typed, past the command line.
+    void sendTextToServerNoWidget(std::u16string_view line);
+    void resendLastCommand();
+    /// A key of the command line. True when it is dealt with and the field must not act on it.
+    bool controlTextViewDoCommandBySelector(ZNTCommandLineKey key);
+    /// Double click on the macro table: sends the selected macro's text as it stands.
+    void invokeMacro();
+
+    void sendNorthToServer();
+    void sendSouthToServer();
+    void sendEastToServer();
+    void sendWestToServer();
+    void sendNorthEastToServer();
+    void sendNorthWestToServer();
+    void sendSouthEastToServer();
+    void sendSouthWestToServer();
+    void sendUpToServer();
+    void sendDownToServer();
+
+    // Local output
+    void insertText(std::u16string_view text, ZNTColour unusedColour);
+    void insertTextInWindow(std::u16string_view text);
+    void insertTextIntoTheWindow(std::u16string_view text);
+    void clearScreen();
+
+    // Receiving
+    /// The receive pipeline for one decoded block; a missing text is one that no decoding could make.
+    void processMessage(std::optional<std::u16string_view> text);
+    /// Flushes what is held back, as half a second of silence does.
+    void timeUp();
+
+    // Settings of the running session
+    /// `title` as the encoding buttons bear it; any other title changes nothing.
+    void changeEncoding(std::u16string_view title);
+    void changeFont(const ZNTFont& font);
+    void set_isMccpOnOff(bool on);
+    void set_isMspOnOff(bool on);
+    [[nodiscard]] bool _isMccpOnOff() const { return _isMspOnOff_; }
+    [[nodiscard]] bool _isMspOnOff() const { return _isMspOnOff_; }
+    /// Answers a later offer of compression with yes (or no), without asking for it now: what a player wants
+    /// who decides before there is a connection.
+    void acceptCompressionOffers(bool accept);
+    void reloadTriggers();
+
+    // Speech
+    void shortcutKeySpeechOnAndOff();
+    void textToSpeechOnAndOff();
+    void replayLastText();
+    void setSpeechOnOffBindingState(int state);
+    void setSpeechInterruptOnOffBindingState(int state);
+    [[nodiscard]] int speechOnOffBindingState() const { return speechOnOffBindingState_; }
+    [[nodiscard]] int speechInterruptOnOffBindingState() const { return speechInterruptOnOffBindingState_; }
+    [[nodiscard]] ZNTSpeechSynth& zntSpeechSynth() { return zntSpeechSynth_; }
+    [[nodiscard]] ZNTSpeechReview& speechReview() { return speechReview_; }
+
+    // Recorder
+    void startOrPauseRecording();
+    void doneRecording();
+    [[nodiscard]] const ZNTRecorder& recorder() const { return _zntRecorder; }
+
+    // Queries
+    [[nodiscard]] ZNTSessionState state() const;
+    [[nodiscard]] ZNTSessionEnding lastEnding() const { return lastEnding_; }
+    [[nodiscard]] std::chrono::system_clock::time_point connectedSince() const { return connectedSince_; }
+    [[nodiscard]] bool isConnected() const { return isConnected_; }
+    [[nodiscard]] bool readTimeout() const { return readTimeout_; }
+    [[nodiscard]] bool endOfNegotiations() const { return endOfNegotiations_; }
+    [[nodiscard]] bool isGoAhead() const { return isGoAhead_; }
+    [[nodiscard]] bool _mccp() const { return _mccp_; }
+    [[nodiscard]] bool isWalking() const;
+    [[nodiscard]] bool hasTextHeldBack() const { return !mudServerTextSentBuffer.empty(); }
+    [[nodiscard]] ZNTStringEncoding cfStringEncoding() const { return cfStringEncoding_; }
+    [[nodiscard]] const std::u16string& lastCommand() const { return lastCommand_; }
+    [[nodiscard]] const std::optional<ZNTFont>& aNewFont() const { return aNewFont_; }
+};
