@@ -45,3 +45,13 @@ function(zantor_test name)
     target_precompile_headers(${name} REUSE_FROM zantor_test_precompiled)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
 endfunction()
+
+# zantor_window_test(NAME LIBRARIES... SOURCES...): a GoogleTest program that brings its own main and shows a
+# window. All its cases are one test of ctest, since each start takes a screen and a session bus of its own.
+function(zantor_window_test name)
+    cmake_parse_arguments(ARG "" "" "LIBRARIES;SOURCES" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE zantor_options zantor_test_support ${ARG_LIBRARIES} GTest::gmock)
+    add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/scripts/with-display $<TARGET_FILE:${name}>)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+endfunction()
