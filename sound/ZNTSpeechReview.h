@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <string_view>
+
+class ZNTSpeechSynth;
+
+/// Lets the player hear the last lines again one by one, newest first, wherever the focus is.
+///
+/// It keeps the last lines that were received, empty ones left out. A spoken line cuts off what is being
+/// said; it is spoken also while speech is off, for the player asked for it.
+class ZNTSpeechReview
+{
+public:
+    static constexpr std::size_t mostLines = 1'000;
+    /// UTF-16 units that are kept of one line; nobody listens to more of it by key.
+    static constexpr std::size_t longestLine = 10'000;
+
+    /// The caller owns `synth`, which outlives this.
+    explicit ZNTSpeechReview(ZNTSpeechSynth& synth) : synth(synth) {}
+
+    /// Takes a received chunk's plain text; every chunk ends a line. The place stays on the line spoken last,
+    /// however much comes in meanwhile.
+    void addReceivedText(std::u16string_view plainText);
+
+    /// Speaks the line before the one spoken last, at first the newest; at the oldest, that one again.
+    void previousLine();
+    /// Speaks the line after the one spoken last; at the newest, that one again.
+    void nextLine();
+    /// Speaks one line, 1 being the newest, and goes on from there. Past the oldest it is the oldest.
+    void lineFromEnd(std::size_t number);
+    /// Speaks as many of the last lines, newest first, one after the other.
+    void lastLines(std::size_t count);
+
+    /// Back to where `previousLine` speaks the newest line, as when the player has sent a command.
+    void startOver() { place = 0; }
+
+    /// Newest last.
+    [[nodiscard]] const std::deque<std::u16string>& lines() const { return kept; }
+
+private:
+    void speakLineAtPlace();
+
+    ZNTSpeechSynth& synth;
+    std::deque<std::u16string> kept;
+    /// How far from the end the line is that was spoken last, 1 being the newest; 0 before the first.
+    std::size_t place = 0;
+};

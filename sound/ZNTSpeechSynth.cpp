@@ -1,0 +1,125 @@
+#include "ZNTSpeechSynth.h"
+
+#include <utility>
+
+namespace
+{
+constexpr double pollingInterval = 0.5;
+constexpr double correctedRate = 0.5;
+} // namespace
+
+ZNTSpeechSynth::ZNTSpeechSynth(RunLoop& runLoop, ZNTSpeechEngine& speechSynth, ZNTScreenReader& screenReader)
+    : runLoop(runLoop),
+      speechSynth(speechSynth),
+      screenReader(screenReader)
+{
+    turnOnSpeach();
+}
+
+void ZNTSpeechSynth::speakLine(std::u16string line) { speakLine(std::move(line), stopCount()); }
+
+void ZNTSpeechSynth::speakLine(std::u16string line, std::uint64_t atStopCount)
+{
+    const std::lock_guard lock(queueMutex);
+    if (!DO_NOT_SPEAK && atStopCount == stops && !line.empty())
+        stackText.append(std::move(line));
+}
+
+std::uint64_t ZNTSpeechSynth::stopCount() const
+{
+    const std::lock_guard lock(queueMutex);
+    return stops;
+}
+
+void ZNTSpeechSynth::speechOn()
+{
+    {
+        const std::lock_guard lock(queueMutex);
+        DO_NOT_SPEAK = false;
+    }
+    turnOnSpeach();
+}
+
+void ZNTSpeechSynth::turnOnSpeach() { startTimer(pollingInterval); }
+
+void ZNTSpeechSynth::stopIt()
+{
+    speechSynth.stopSpeaking();
+    theTimer.reset();
+    const std::lock_guard lock(queueMutex);
+    stackText.clear();
+    DO_NOT_SPEAK = true;
+    ++stops;
+}
+
+bool ZNTSpeechSynth::isSpeachOn() const
+{
+    const std::lock_guard lock(queueMutex);
+    return DO_NOT_SPEAK;
+}
+
+void ZNTSpeechSynth::speakAtOnce(std::u16string_view text)
+{
+    speechSynth.stopSpeaking();
+    speakNext(text);
+}
+
+void ZNTSpeechSynth::speakNext(std::u16string_view text)
+{
+    while (!text.empty()) {
+        const auto utterance = text.substr(0, znt::utteranceLength(text));
+        text.remove_prefix(utterance.size());
+        if (!speakVoiceOver(utterance))
+            speechSynth.startSpeaking(znt::speakableText(utterance));
+    }
+}
+
+std::optional<std::u16string> ZNTSpeechSynth::nextUtterance()
+{
+    if (speechSynth.isSpeaking())
+        return {};
+    const std::lock_guard lock(queueMutex);
+    return stackText.takeUtterance();
+}
+
+void ZNTSpeechSynth::talk()
+{
+    const auto utterance = nextUtterance();
+    if (!utterance) {
+        startTimer(pollingInterval);
+        return;
+    }
+    // The wait is worked out with the rate as it was: with 0 it is not finite.
+    const double rate = speechRate_;
+    if (rate <= 0)
+        speechRate_ = correctedRate;
+    const auto words = static_cast<double>(wordCount(*utterance));
+    startTimer(useTimer_ ? words / rate * 60 : pollingInterval);
+    speakVoiceOverText(*utterance);
+}
+
+void ZNTSpeechSynth::speakVoiceOverText(std::u16string_view text)
+{
+    if (speakVoiceOver(text))
+        return;
+    if (speechSynth.isSpeaking()) {
+        replacedTimers[timersStarted] = std::move(theTimer);
+        startTimer(pollingInterval);
+        return;
+    }
+    speechSynth.startSpeaking(znt::speakableText(text));
+}
+
+bool ZNTSpeechSynth::speakVoiceOver(std::u16string_view text)
+{
+    return !useSystemVoiceNotVO_ && screenReader.isRunning() &&
+           screenReader.sayThis(znt::speakableText(text));
+}
+
+void ZNTSpeechSynth::startTimer(double seconds)
+{
+    theTimer = runLoop.startTimer(seconds, RunLoopRepeat::Once, [this, number = ++timersStarted] {
+        replacedTimers.erase(number);
+        talk();
+    });
+}

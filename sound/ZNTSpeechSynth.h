@@ -1,0 +1,94 @@
+#pragma once
+
+#include "RunLoop.h"
+#include "ZNTScreenReader.h"
+#include "ZNTSpeechEngine.h"
+#include "ZNTSpeechQueue.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Reads received text aloud, line by line in order of arrival, through the screen reader while it runs, else
+/// through the speech engine.
+///
+/// Waiting lines are taken by a timer that re-arms itself: every half second while there is nothing to do,
+/// and after a line for as long as it should take at `speechRate` words a minute. Speech starts switched off.
+///
+/// `speakLine` and `stopCount` may be called from any thread; all else belongs to the run loop's.
+class ZNTSpeechSynth
+{
+public:
+    /// The caller owns what it passes; all of it outlives the synth.
+    ZNTSpeechSynth(RunLoop& runLoop, ZNTSpeechEngine& speechSynth, ZNTScreenReader& screenReader);
+
+    /// Queues a line, unless it is empty or speech is off.
+    void speakLine(std::u16string line);
+    /// The same for a line that was handed over when `stopCount` answered `atStopCount`: one that a stop has
+    /// overtaken since is dropped, as it would have been in the queue.
+    void speakLine(std::u16string line, std::uint64_t atStopCount);
+    /// How often speech was stopped.
+    [[nodiscard]] std::uint64_t stopCount() const;
+
+    /// Switches speech on and polls the queue again in half a second.
+    void speechOn();
+    /// Silences what is being said, forgets what waits and refuses new lines until `speechOn`.
+    void stopIt();
+    /// True while speech is OFF. The name has it the wrong way round; its callers rely on that.
+    [[nodiscard]] bool isSpeachOn() const;
+
+    /// Cuts off what is being said and says `text`, whether speech is on or off. What waits goes on after it.
+    void speakAtOnce(std::u16string_view text);
+    /// Says `text` after what is being said at once, past the queue.
+    void speakNext(std::u16string_view text);
+
+    /// The timer's work: speaks the next line if nothing is being said, and re-arms the timer.
+    void talk();
+    /// Restarts the polling of the queue.
+    void turnOnSpeach();
+    /// Hands one line to the reader, else to the engine. A line that meets a speaking engine is dropped and
+    /// the queue looked at again in half a second.
+    void speakVoiceOverText(std::u16string_view text);
+    /// Hands one line to the reader. False where it does not run, is not to be used or finds no way.
+    bool speakVoiceOver(std::u16string_view text);
+
+    [[nodiscard]] static std::size_t wordCount(std::u16string_view text) { return znt::wordCount(text); }
+
+    /// Whether a line's words decide when the next is looked at; else that is every half second.
+    [[nodiscard]] bool useTimer() const { return useTimer_; }
+    void setUseTimer(bool useTimer) { useTimer_ = useTimer; }
+    /// Whether the engine speaks even when the screen reader runs.
+    [[nodiscard]] bool useSystemVoiceNotVO() const { return useSystemVoiceNotVO_; }
+    void setUseSystemVoiceNotVO(bool useSystemVoice) { useSystemVoiceNotVO_ = useSystemVoice; }
+    /// Words a minute, for the pacing only: the voice keeps its own speed. At 0 the wait after the next line
+    /// never ends, so that polling stands still until `speechOn`; from then on the rate is 0.5.
+    [[nodiscard]] double speechRate() const { return speechRate_; }
+    void setSpeechRate(double wordsPerMinute) { speechRate_ = wordsPerMinute; }
+
+private:
+    void startTimer(double seconds);
+    [[nodiscard]] std::optional<std::u16string> nextUtterance();
+
+    RunLoop& runLoop;
+    ZNTSpeechEngine& speechSynth;
+    ZNTScreenReader& screenReader;
+
+    /// Guards what the threads that hand lines over share with the run loop.
+    mutable std::mutex queueMutex;
+    ZNTSpeechQueue stackText;
+    bool DO_NOT_SPEAK = true;
+    std::uint64_t stops = 0;
+
+    bool useTimer_ = true;
+    bool useSystemVoiceNotVO_ = false;
+    double speechRate_ = 120;
+    std::unique_ptr<RunLoopTimer> theTimer;
+    /// Those that `theTimer` no longer names but that were not invalidated: they still fire.
+    std::map<std::uint64_t, std::unique_ptr<RunLoopTimer>> replacedTimers;
+    /// The number of `theTimer`.
+    std::uint64_t timersStarted = 0;
+};
