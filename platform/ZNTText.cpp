@@ -73,8 +73,17 @@ std::u16string textFromUtf8(std::string_view utf8)
 
 std::string utf8FromText(std::u16string_view text)
 {
+    char16_t allBits = 0; // most text is ASCII: told, and narrowed, by loops that the compiler vectorises
+    for (const auto unit : text)
+        allBits |= unit;
+    if (allBits < 0x80) {
+        std::string ascii(text.size(), '\0');
+        for (std::size_t at = 0; at < text.size(); ++at)
+            ascii[at] = static_cast<char>(text[at]);
+        return ascii;
+    }
     std::string utf8;
-    utf8.reserve(text.size());
+    utf8.reserve(text.size() + text.size() / 2);
     for (std::size_t at = 0; at < text.size();) {
         if (text[at] < 0x80) {
             utf8 += static_cast<char>(text[at++]);

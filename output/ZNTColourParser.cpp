@@ -1,0 +1,229 @@
+#include "ZNTColourParser.h"
+
+#include "ZNTSgrScanner.h"
+#include "ZNTText.h"
+#include "ZNTTextScan.h"
+
+#include <array>
+#include <cstdint>
+#include <unordered_map>
+
+namespace
+{
+
+constexpr char16_t escape = 0x1B;
+constexpr double standingSize = 12;
+
+/// The attributes in force while the sequences of one text are walked: for each attribute the code that set
+/// it last, 0 for the default. A text has few different sets, however many sequences it has, so each is made
+/// once and named by its number.
+class AttributeWalk
+{
+public:
+    AttributeWalk(const ZNTColourParser& parser, ZNTAttributedText& result) : parser(parser), result(result)
+    {
+        applyFrom(0);
+    }
+
+    void reset() { codes = {}; }
+
+    void store(int code)
+    {
+        if (const auto name = ZNTColourParser::attributeNameForCode(code))
+            codes[static_cast<std::size_t>(*name)] = static_cast<std::uint8_t>(code);
+    }
+
+    /// From `offset` to the end of the text the current attributes hold, whatever held there before.
+    void applyFrom(std::size_t offset)
+    {
+        const auto set = currentSet();
+        auto& runs = result.runs;
+        const auto start = static_cast<std::uint32_t>(offset);
+        while (!runs.empty() && runs.back().offset >= start)
+            runs.pop_back();
+        if (runs.empty() || runs.back().set != set)
+            runs.push_back({start, set});
+    }
+
+private:
+    std::uint32_t currentSet()
+    {
+        const std::uint32_t key = std::uint32_t{codes[0]} | std::uint32_t{codes[1]} << 8 |
+                                  std::uint32_t{codes[2]} << 16 | std::uint32_t{codes[3]} << 24;
+        if (key == lastKey && !result.sets.empty())
+            return lastSet;
+        lastKey = key;
+        const auto [known, isNew] =
+            setsByCodes.try_emplace(key, static_cast<std::uint32_t>(result.sets.size()));
+        if (isNew)
+            result.sets.push_back(makeSet());
+        return lastSet = known->second;
+    }
+
+    [[nodiscard]] ZNTAttributeSet makeSet() const
+    {
+        ZNTAttributeSet set;
+        parser.setupDefaults(set, ZNTColourParser::Overwrite::Yes);
+        for (std::size_t name = 0; name < codes.size(); ++name)
+            if (codes[name] != 0)
+                set.at(static_cast<ZNTAttributeName>(name)) = parser.attributeForCode(codes[name]);
+        return set;
+    }
+
+    const ZNTColourParser& parser;
+    ZNTAttributedText& result;
+    std::array<std::uint8_t, 4> codes{}; // by ZNTAttributeName
+    std::unordered_map<std::uint32_t, std::uint32_t> setsByCodes;
+    std::uint32_t lastKey = 0;
+    std::uint32_t lastSet = 0;
+};
+
+/// The offset in the text without sequences: `groupStart` less what was taken out before it, as a counter of
+/// removed characters tells that allots two to each sequence's introducer.
+std::size_t shifted(std::size_t groupStart, std::size_t shift)
+{
+    return groupStart > shift ? groupStart - shift : 0;
+}
+
+} // namespace
+
+ZNTAttributedText ZNTColourParser::attributedText(std::u16string text) const
+{
+    ZNTAttributedText result;
+    znt::normaliseSequences(text);
+    if (text.empty())
+        return result;
+
+    // One walk lays the attributes and moves the text between the sequences together.
+    AttributeWalk walk(*this, result);
+    std::size_t written = 0, kept = 0, shift = 2;
+    const auto keepUntil = [&](std::size_t end) {
+        if (written != kept)
+            std::u16string::traits_type::move(text.data() + written, text.data() + kept, end - kept);
+        written += end - kept;
+    };
+    for (std::size_t at = 0; (at = znt::findUnit(text, escape, at)) != std::u16string::npos;) {
+        const auto match = znt::sgrMatchAt(text, at);
+        if (!match) {
+            ++at;
+            continue;
+        }
+        if (match->firstGroupLength != 0) {
+            const int code = znt::integerValue(
+                std::u16string_view(text).substr(match->firstGroup, match->firstGroupLength));
+            if (code == 0) {
+                walk.reset();
+            } else {
+                walk.store(code);
+                walk.applyFrom(shifted(match->firstGroup, shift));
+            }
+            shift += match->firstGroupLength;
+        }
+        const int code =
+            znt::integerValue(std::u16string_view(text).substr(match->secondGroup, match->secondGroupLength));
+        if (code == 0)
+            walk.reset();
+        else
+            walk.store(code);
+        walk.applyFrom(shifted(match->secondGroup, shift));
+        shift += match->secondGroupLength + 2;
+
+        keepUntil(match->start);
+        kept = at = match->end();
+    }
+    if (kept != 0) {
+        keepUntil(text.size());
+        text.resize(written);
+    }
+    if (text.empty())
+        return {};
+    while (!result.runs.empty() && result.runs.back().offset >= text.size())
+        result.runs.pop_back(); // a sequence at the very end colours nothing
+    result.text = std::move(text);
+    return result;
+}
+
+ZNTAttributeValue ZNTColourParser::attributeForCode(int code) const
+{
+    using namespace znt::colours;
+    const double size = aNewFont ? aNewFont->size : standingSize;
+    switch (code) {
+    case 0:
+        return clear;
+    case 1:
+        return ZNTFont{u"Menlo-Bold", size};
+    case 2:
+    case 3:
+    case 4:
+    case 5:
+    case 6:
+    case 7:
+    case 8:
+        return 1;
+    case 10:
+        return ZNTFont{u"Menlo", size};
+    case 31:
+    case 41:
+        return red;
+    case 32:
+    case 42:
+        return green;
+    case 33:
+    case 43:
+        return yellow;
+    case 34:
+    case 44:
+        return blue;
+    case 35:
+    case 45:
+        return magenta;
+    case 36:
+    case 46:
+        return cyan;
+    case 40:
+    case 48:
+    case 49:
+        return black;
+    default:
+        return white; // foreground black too: it could not be read on a black view
+    }
+}
+
+std::optional<ZNTAttributeName> ZNTColourParser::attributeNameForCode(int code)
+{
+    switch (code) {
+    case 1:
+    case 3:
+    case 5:
+    case 6:
+    case 7:
+    case 8:
+    case 10:
+        return ZNTAttributeName::Font;
+    case 4:
+        return ZNTAttributeName::Underline;
+    default:
+        break;
+    }
+    if (code == 9 || (code >= 11 && code <= 29))
+        return std::nullopt;
+    if (code >= 30 && code <= 39)
+        return ZNTAttributeName::Foreground;
+    return ZNTAttributeName::Background;
+}
+
+void ZNTColourParser::setupDefaults(ZNTAttributeSet& set, Overwrite overwrite) const
+{
+    const auto write = [&](ZNTAttributeValue& entry, ZNTAttributeValue value) {
+        if (overwrite == Overwrite::Yes || std::holds_alternative<std::monostate>(entry))
+            entry = std::move(value);
+    };
+    write(set.foreground, znt::colours::white);
+    write(set.background, znt::colours::black);
+    write(set.font, defaultFont());
+}
+
+ZNTFont ZNTColourParser::defaultFont() const
+{
+    return aNewFont ? *aNewFont : ZNTFont{u"Menlo", standingSize};
+}

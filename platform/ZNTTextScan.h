@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+/// Searches that every received character passes through, several times the speed of a unit-by-unit loop.
+namespace znt
+{
+
+/// The first position at or after `from` of the UTF-16 unit `wanted`, or npos.
+std::size_t findUnit(std::u16string_view text, char16_t wanted, std::size_t from = 0);
+
+/// True for the characters that ICU's "." does not match (its line terminators).
+constexpr bool isLineTerminator(char32_t character)
+{
+    return (character >= 0x0A && character <= 0x0D) || character == 0x85 || character == 0x2028 ||
+           character == 0x2029;
+}
+
+} // namespace znt

@@ -1,0 +1,114 @@
+#include "ZNTBlockDecoder.h"
+
+#include "ZNTText.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace
+{
+
+using std::string_view;
+
+constexpr unsigned char IAC = 255, firstWithOption = 250, lastWithOption = 254;
+constexpr std::size_t frontStep = 4;
+constexpr std::size_t leastForFrontCuts = 9, leastForThreeOff = 15;
+
+/// Which byte sequences are one well-formed character, asked of the decoder once each.
+class CharacterShapes
+{
+public:
+    explicit CharacterShapes(ZNTStringEncoding encoding) : encoding(encoding) {}
+
+    bool isCharacter(string_view bytes)
+    {
+        const auto first = static_cast<unsigned char>(bytes[0]);
+        Known& known =
+            bytes.size() == 1 ? singles[first] : pairs[first * 256U + static_cast<unsigned char>(bytes[1])];
+        if (known == Known::NotYet)
+            known = znt::decodedText(bytes, encoding) ? Known::WellFormed : Known::IllFormed;
+        return known == Known::WellFormed;
+    }
+
+private:
+    enum class Known : std::uint8_t { NotYet, WellFormed, IllFormed };
+    ZNTStringEncoding encoding;
+    std::array<Known, 256> singles{};
+    std::vector<Known> pairs = std::vector<Known>(65536);
+};
+
+/// For each position whether decoding that starts there reaches the end, found from the end backwards.
+std::vector<bool> decodableSuffixes(string_view bytes, CharacterShapes& shapes)
+{
+    std::vector<bool> decodable(bytes.size() + 1);
+    decodable[bytes.size()] = true;
+    const auto endsWellAfter = [&](std::size_t at, std::size_t length) {
+        return decodable[std::min(at + length, bytes.size())];
+    };
+    for (std::size_t at = bytes.size(); at-- > 0;) {
+        const auto byte = static_cast<unsigned char>(bytes[at]);
+        if (byte == IAC) {
+            const auto next = at + 1 < bytes.size() ? static_cast<unsigned char>(bytes[at + 1]) : 0;
+            const bool hasOption = next >= firstWithOption && next <= lastWithOption;
+            decodable[at] = endsWellAfter(at, hasOption ? 3 : 2);
+        } else if (shapes.isCharacter(bytes.substr(at, 1))) {
+            decodable[at] = endsWellAfter(at, 1);
+        } else {
+            decodable[at] =
+                at + 1 < bytes.size() && shapes.isCharacter(bytes.substr(at, 2)) && endsWellAfter(at, 2);
+        }
+    }
+    return decodable;
+}
+
+/// What is left of `bytes` after the fewest multiple of 4 bytes (one at least) whose removal from the front
+/// lets the rest decode, trimmed; none where that is nothing.
+std::optional<std::u16string> withoutFront(string_view bytes, ZNTStringEncoding encoding,
+                                           CharacterShapes& shapes)
+{
+    const auto decodable = decodableSuffixes(bytes, shapes);
+    for (std::size_t start = frontStep; start < bytes.size(); start += frontStep) {
+        if (!decodable[start])
+            continue;
+        const auto text = znt::decodedText(bytes.substr(start), encoding);
+        const auto trimmed = znt::trimmedOfWhitespace(text ? std::u16string_view(*text) : u"");
+        return trimmed.empty() ? std::nullopt : std::optional<std::u16string>(trimmed);
+    }
+    return std::nullopt;
+}
+
+std::optional<std::u16string> recoveredText(string_view bytes, ZNTStringEncoding encoding)
+{
+    if (bytes.size() <= 2)
+        return std::nullopt;
+    const auto twoOff = bytes.substr(0, bytes.size() - 2);
+    if (auto text = znt::decodedText(twoOff, encoding))
+        return text;
+    if (bytes.size() < leastForFrontCuts)
+        return std::nullopt;
+    CharacterShapes shapes(encoding);
+    if (auto text = withoutFront(twoOff, encoding, shapes))
+        return text;
+    if (bytes.size() < leastForThreeOff)
+        return std::nullopt;
+    return withoutFront(bytes.substr(0, bytes.size() - 3), encoding, shapes);
+}
+
+} // namespace
+
+namespace znt
+{
+
+std::u16string textOfBlock(std::string_view bytes, ZNTStringEncoding encoding)
+{
+    if (auto text = decodedText(bytes, encoding))
+        return *std::move(text);
+    if (encoding != ZNTStringEncoding::Ascii)
+        if (auto text = recoveredText(bytes, encoding))
+            return *std::move(text);
+    return *decodedText(bytes, ZNTStringEncoding::Ascii);
+}
+
+} // namespace znt

@@ -1,0 +1,138 @@
+#include "ZNTParserUtility.h"
+
+#include "ZNTSoundTagScanner.h"
+#include "ZNTTelnetScanner.h"
+
+#include <array>
+#include <cstdint>
+#include <utility>
+
+namespace
+{
+
+using namespace znt::telnet;
+
+constexpr double replyTimeout = 0.1; // seconds
+constexpr long replyTag = 1;
+
+constexpr char16_t optionEndOfRecord = 25, optionCompressionV2 = 86, optionSound = 90;
+
+/// How an offer is answered.
+enum class Answer : std::uint8_t { None, Refuse, Wont, EndOfRecord, CompressionV2, Sound };
+
+constexpr std::array<Answer, 256> answersToOffers = [] {
+    std::array<Answer, 256> answers{};
+    // Suppress go-ahead, window size, MSDP, MSSP, compression v1, MXP, ZMP, ATCP, GMCP.
+    for (const int option : {3, 31, 69, 70, 85, 91, 93, 200, 201})
+        answers[static_cast<std::size_t>(option)] = Answer::Refuse;
+    for (const int option : {24, 42, 102}) // terminal type, charset
+        answers[static_cast<std::size_t>(option)] = Answer::Wont;
+    answers[optionEndOfRecord] = Answer::EndOfRecord;
+    answers[optionCompressionV2] = Answer::CompressionV2;
+    answers[optionSound] = Answer::Sound;
+    return answers;
+}();
+
+} // namespace
+
+ZNTParserUtility::ZNTParserUtility(ZNTTelnetListener& session,
+                                   std::function<void(std::u16string_view)> processSound)
+    : session(session),
+      processSound(std::move(processSound))
+{
+}
+
+void ZNTParserUtility::processServerCommand(std::u16string_view command)
+{
+    if (command.size() < 2)
+        return;
+    switch (command[1]) {
+    case EOR:
+    case GA:
+        session.setIsGoAhead(true);
+        break;
+    case SE:
+        session.setEndOfNegotiations(true);
+        session.set_mccp(true); // the only subnegotiation that is ever agreed to is the start of MCCP2
+        break;
+    case WILL:
+        processServerOptionForWill(command);
+        break;
+    default:
+        break;
+    }
+}
+
+void ZNTParserUtility::processServerOptionForWill(std::u16string_view command)
+{
+    if (command.size() < 3 || command[2] > 255)
+        return;
+    const char16_t option = command[2];
+    switch (answersToOffers[option]) {
+    case Answer::None:
+        break;
+    case Answer::Refuse:
+        sendCommand(Refusal, option);
+        break;
+    case Answer::Wont:
+        sendCommand(WONT, option);
+        break;
+    case Answer::EndOfRecord:
+        session.setIsGoAhead(true);
+        sendCommand(DO, option);
+        break;
+    case Answer::CompressionV2:
+        sendCommand(_isMccpOnOff_ ? DO : Refusal, option);
+        break;
+    case Answer::Sound:
+        sendCommand(_isMspOnOff_ ? DO : Refusal, option);
+        break;
+    }
+}
+
+void ZNTParserUtility::sendCommand(char16_t command, char16_t option)
+{
+    const std::array bytes{static_cast<char>(IAC), static_cast<char>(command), static_cast<char>(option)};
+    session.writeData({bytes.data(), bytes.size()}, replyTimeout, replyTag);
+}
+
+bool ZNTParserUtility::isGoAhead(std::u16string_view command)
+{
+    if (command.size() < 2)
+        return false;
+    switch (command[1]) {
+    case Refusal:
+    case EOR:
+    case GA:
+    case WONT:
+        return true;
+    case WILL:
+        processServerOptionForWill(command);
+        return false;
+    default:
+        return false;
+    }
+}
+
+ZNTAttributedText ZNTParserUtility::processIncomingStream(std::u16string_view text)
+{
+    if (text.empty())
+        return {};
+    std::u16string stripped(text);
+    stripCommands(stripped);
+    if (stripped == u"m") // what is left of a colour sequence that two blocks shared
+        stripped.clear();
+    if (_isMspOnOff_)
+        if (const auto tag = znt::nextSoundTag(text))
+            processSound(*tag);
+    znt::stripSoundTags(stripped);
+    return colourParser.attributedText(std::move(stripped));
+}
+
+std::string ZNTParserUtility::charCodeString(std::u16string_view text)
+{
+    std::string codes;
+    for (const auto unit : text)
+        codes += ' ' + std::to_string(static_cast<unsigned>(unit));
+    return codes;
+}
