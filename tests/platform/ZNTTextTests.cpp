@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 using namespace znt;
+using namespace std::string_literals;
 
 TEST(Text, ReadsTheLeadingNumberAndIgnoresTheRest)
 {
@@ -23,7 +24,7 @@ TEST(Text, ReadsTheLeadingNumberAndIgnoresTheRest)
 
 TEST(Text, Utf8SurvivesBothWaysAndDamageIsReplaced)
 {
-    const std::string text = "萬 \xF0\x9F\x97\xA1 é\0x";
+    const std::string text = "萬 \xF0\x9F\x97\xA1 é\0x"s;
     EXPECT_EQ(utf8FromText(textFromUtf8(text)), text);
     EXPECT_EQ(textFromUtf8("a\xFF\xE8\x90z"), u"a\uFFFD\uFFFDz");
     EXPECT_EQ(utf8FromText(u"\xD800x"), "\xEF\xBF\xBDx");
