@@ -1,0 +1,85 @@
+#include "VirtualRunLoop.h"
+#include "ZNTRecordedSpeech.h"
+#include "ZNTSpeechHandOver.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+using testing::ElementsAre;
+
+namespace
+{
+
+std::size_t threadsOfThisProcess()
+{
+    using std::filesystem::directory_iterator;
+    return static_cast<std::size_t>(std::distance(directory_iterator("/proc/self/task"), {}));
+}
+
+struct SpeechHandOver : testing::Test {
+    VirtualRunLoop loop;
+    ZNTRecordedSpeech engine;
+    ZNTRecordedReader reader;
+    ZNTSpeechSynth synth{loop, engine, reader};
+
+    SpeechHandOver()
+    {
+        synth.setUseTimer(false);
+        synth.speechOn();
+    }
+};
+
+TEST_F(SpeechHandOver, FiveHundredChunksAreSpokenOnceEachInOrderWhileTheRunLoopTakesThem)
+{
+    std::vector<std::string> expected;
+    {
+        ZNTSpeechHandOver handOver(synth);
+        for (int number = 0; number < 500; ++number) {
+            handOver.speakOnNewThread(u"line " + znt::decimalText(number));
+            expected.push_back("line " + std::to_string(number));
+            if (number % 7 == 0)
+                loop.advance(0.5);
+        }
+    }
+    loop.advance(500);
+    EXPECT_EQ(engine.said, expected);
+}
+
+TEST_F(SpeechHandOver, AFloodKeepsItsOrderAndStartsFewThreadsAndNoneStays)
+{
+    const auto threadsBefore = threadsOfThisProcess();
+    std::size_t mostThreads = 0;
+    {
+        ZNTSpeechHandOver handOver(synth);
+        for (int number = 0; number < 20'000; ++number) {
+            handOver.speakOnNewThread(znt::decimalText(number));
+            if (number % 100 == 0)
+                mostThreads = std::max(mostThreads, threadsOfThisProcess() - threadsBefore);
+        }
+    }
+    // The kernel lists a thread for a moment after it was joined.
+    EXPECT_LE(mostThreads, 2 * ZNTSpeechHandOver::mostThreads);
+    EXPECT_TRUE(loop.runUntil([&] { return threadsOfThisProcess() <= threadsBefore; }));
+    loop.advance(1'001);
+    ASSERT_EQ(engine.said.size(), 2'001u);
+    EXPECT_EQ(engine.said.front(), "18000 lines were not spoken.");
+    for (std::size_t at = 1; at < engine.said.size(); ++at)
+        ASSERT_EQ(engine.said[at], std::to_string(17'999 + at));
+}
+
+TEST_F(SpeechHandOver, NothingHandedOverBeforeAStopIsSpokenAfterIt)
+{
+    for (int round = 0; round < 200; ++round) {
+        ZNTSpeechHandOver handOver(synth);
+        for (int chunk = 0; chunk < 5; ++chunk)
+            handOver.speakOnNewThread(u"before");
+        synth.stopIt();
+        synth.speechOn();
+        handOver.speakOnNewThread(u"after");
+    }
+    loop.advance(1'000);
+    EXPECT_THAT(engine.said, ElementsAre("after"));
+}
+
+} // namespace

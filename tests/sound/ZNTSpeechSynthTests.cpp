@@ -1,0 +1,274 @@
+#include "VirtualRunLoop.h"
+#include "ZNTRecordedSpeech.h"
+#include "ZNTSpeechReview.h"
+#include "ZNTSpeechSynth.h"
+
+#include <gmock/gmock.h>
+
+#include <limits>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+struct SpeechSynth : testing::Test {
+    VirtualRunLoop loop;
+    ZNTRecordedSpeech engine;
+    ZNTRecordedReader reader;
+    ZNTSpeechSynth synth{loop, engine, reader};
+
+    std::vector<std::string> saidSince()
+    {
+        auto said = std::move(engine.said);
+        engine.said.clear();
+        return said;
+    }
+};
+
+TEST_F(SpeechSynth, ALineIsSpokenAtTheNextPollAndTheNextOneAfterItsWordsWorth)
+{
+    synth.speechOn();
+    synth.speakLine(u"\r\none two three four five six seven eight nine ten\r\n");
+    synth.speakLine(u"second");
+    loop.advance(0.49);
+    EXPECT_THAT(engine.said, IsEmpty());
+    loop.advance(0.01);
+    EXPECT_THAT(saidSince(), ElementsAre("one two three four five six seven eight nine ten"));
+    loop.advance(4.99);
+    EXPECT_THAT(engine.said, IsEmpty());
+    loop.advance(0.02);
+    EXPECT_THAT(saidSince(), ElementsAre("second"));
+}
+
+TEST_F(SpeechSynth, ALineWithoutWordsIsHandedOnEvenIfEmptyAndCostsNoTime)
+{
+    synth.speechOn();
+    synth.speakLine(u"");
+    synth.speakLine(u"\r\n\r\n");
+    synth.speakLine(u"***");
+    synth.speakLine(u"north");
+    loop.advance(0.51);
+    EXPECT_THAT(engine.said, ElementsAre("", "***", "north"));
+}
+
+TEST_F(SpeechSynth, NothingIsTakenWhileTheEngineSpeaks)
+{
+    engine.staysSpeaking = true;
+    synth.speechOn();
+    synth.speakLine(u"one");
+    synth.speakLine(u"two");
+    loop.advance(60);
+    EXPECT_THAT(saidSince(), ElementsAre("one"));
+    engine.speaks = false;
+    loop.advance(0.5);
+    EXPECT_THAT(saidSince(), ElementsAre("two"));
+}
+
+TEST_F(SpeechSynth, WithoutPacingTheNextLineComesAtTheNextPoll)
+{
+    synth.setUseTimer(false);
+    synth.speechOn();
+    synth.speakLine(u"a long line of many words that would take its time");
+    synth.speakLine(u"two");
+    loop.advance(1.0);
+    EXPECT_EQ(engine.said.size(), 2u);
+    EXPECT_EQ(engine.said.back(), "two");
+}
+
+TEST_F(SpeechSynth, LinesThatComeWhileSpeechIsOffAreNeverSpoken)
+{
+    EXPECT_TRUE(synth.isSpeachOn());
+    synth.speakLine(u"too early");
+    loop.advance(2);
+    synth.speechOn();
+    EXPECT_FALSE(synth.isSpeachOn());
+    loop.advance(10);
+    EXPECT_THAT(engine.said, IsEmpty());
+}
+
+TEST_F(SpeechSynth, AStopSilencesAtOnceAndForgetsEvenWhatWasOnItsWay)
+{
+    engine.staysSpeaking = true;
+    synth.speechOn();
+    synth.speakLine(u"current");
+    synth.speakLine(u"queued");
+    loop.advance(0.5);
+    const auto before = synth.stopCount();
+    synth.stopIt();
+    EXPECT_THAT(saidSince(), ElementsAre("current", "(stop)"));
+    EXPECT_EQ(loop.pendingTimers(), 0u);
+    synth.speechOn();
+    synth.speakLine(u"overtaken by the stop", before);
+    synth.speakLine(u"new");
+    loop.advance(0.5);
+    EXPECT_THAT(saidSince(), ElementsAre("new"));
+}
+
+TEST_F(SpeechSynth, ARateOfZeroStallsAfterOneLineUntilSpeechIsTurnedOnAgain)
+{
+    synth.setSpeechRate(0);
+    synth.speechOn();
+    synth.speakLine(u"first");
+    synth.speakLine(u"second");
+    synth.speakLine(u"third");
+    loop.advance(1'000'000);
+    EXPECT_THAT(saidSince(), ElementsAre("first"));
+    EXPECT_EQ(synth.speechRate(), 0.5);
+    synth.speechOn();
+    loop.advance(0.5);
+    EXPECT_THAT(saidSince(), ElementsAre("second"));
+    loop.advance(119);
+    EXPECT_THAT(engine.said, IsEmpty());
+    loop.advance(2);
+    EXPECT_THAT(saidSince(), ElementsAre("third"));
+}
+
+TEST_F(SpeechSynth, TheReaderSpeaksWhileItRunsAndTheEngineWhereItFindsNoWay)
+{
+    reader.runs = true;
+    synth.speechOn();
+    synth.setUseTimer(false);
+    synth.speakLine(u"reader");
+    loop.advance(0.5);
+    reader.findsWay = false;
+    synth.speakLine(u"no way");
+    loop.advance(0.5);
+    reader.findsWay = true;
+    synth.setUseSystemVoiceNotVO(true);
+    synth.speakLine(u"own voice");
+    loop.advance(0.5);
+    EXPECT_THAT(reader.said, ElementsAre("reader"));
+    EXPECT_THAT(engine.said, ElementsAre("no way", "own voice"));
+}
+
+TEST_F(SpeechSynth, ALineThatMeetsASpeakingEngineIsDroppedAndThePollingGoesOn)
+{
+    synth.speechOn();
+    engine.speaks = true;
+    synth.speakVoiceOverText(u"lost");
+    EXPECT_EQ(loop.pendingTimers(), 2u);
+    engine.speaks = false;
+    synth.speakLine(u"next");
+    loop.advance(0.5);
+    EXPECT_THAT(engine.said, ElementsAre("next"));
+    loop.advance(5);
+    EXPECT_EQ(loop.pendingTimers(), 1u);
+}
+
+TEST_F(SpeechSynth, NeitherEngineNorReaderIsHandedControlsOrPrivateUse)
+{
+    const std::u16string line =
+        u"a\x1b[1m\u0007b\tc\r\nd\u009b\ue000e\xD83Dx\U000F0000\uFFFF\u00e9\U0001F600";
+    synth.setUseTimer(false);
+    synth.speechOn();
+    synth.speakLine(line);
+    loop.advance(0.5);
+    reader.runs = true;
+    synth.speakLine(line);
+    loop.advance(0.5);
+    const auto* const clean = "a[1mb c dex\xc3\xa9\xf0\x9f\x98\x80";
+    EXPECT_THAT(engine.said, ElementsAre(clean));
+    EXPECT_THAT(reader.said, ElementsAre(clean));
+}
+
+TEST_F(SpeechSynth, OfTooManyLinesTheOldestGoAndOneLineSaysHowMany)
+{
+    synth.setUseTimer(false);
+    synth.speechOn();
+    for (int number = 1; number <= 2'003; ++number)
+        synth.speakLine(znt::decimalText(number));
+    loop.advance(1.5);
+    EXPECT_THAT(saidSince(), ElementsAre("3 lines were not spoken.", "4", "5"));
+    synth.speakLine(u"2004");
+    synth.speakLine(u"2005");
+    synth.speakLine(u"2006");
+    loop.advance(1);
+    EXPECT_THAT(saidSince(), ElementsAre("1 line was not spoken.", "7"));
+    loop.advance(2'000);
+    EXPECT_EQ(engine.said.size(), 1'999u);
+    EXPECT_EQ(engine.said.back(), "2006");
+}
+
+TEST_F(SpeechSynth, WhatWaitsIsBoundedInCharactersToo)
+{
+    synth.setUseTimer(false);
+    synth.speechOn();
+    synth.speakLine(u"first");
+    const std::u16string big(1'500'000, u'x');
+    synth.speakLine(big);
+    synth.speakLine(big);
+    loop.advance(0.5);
+    EXPECT_THAT(saidSince(), ElementsAre("2 lines were not spoken."));
+    loop.advance(0.5 * 1'500);
+    EXPECT_EQ(engine.said.size(), 1'500u);
+    EXPECT_TRUE(std::all_of(engine.said.begin(), engine.said.end(),
+                            [](const auto& text) { return text.size() == 1'000; }));
+}
+
+TEST_F(SpeechSynth, AVeryLongLineIsSpokenWholeInUtterancesThatEndWhereSentencesDo)
+{
+    std::u16string line;
+    std::string all;
+    for (int number = 0; number < 100; ++number)
+        line += u"The goblin number " + znt::decimalText(number) + u" hits you. ";
+    synth.setUseTimer(false);
+    synth.speechOn();
+    synth.speakLine(line);
+    loop.advance(10);
+    for (const auto& utterance : engine.said) {
+        EXPECT_LE(utterance.size(), 1'000u);
+        EXPECT_TRUE(utterance.ends_with("you. ")) << utterance;
+        all += utterance;
+    }
+    EXPECT_EQ(all, znt::utf8FromText(line));
+    EXPECT_EQ(engine.said.size(), 4u);
+}
+
+TEST_F(SpeechSynth, ReviewSpeaksTheLastLinesNewestFirstAlsoWhileSpeechIsOff)
+{
+    ZNTSpeechReview review(synth);
+    review.previousLine();
+    review.lastLines(3);
+    EXPECT_THAT(engine.said, IsEmpty());
+
+    engine.staysSpeaking = true;
+    review.addReceivedText(u"one\r\n\r\n two\r\n");
+    review.addReceivedText(u"three\n   \nHP:10> ");
+    review.previousLine();
+    review.previousLine();
+    EXPECT_THAT(saidSince(), ElementsAre("HP:10>", "(stop)", "three"));
+    review.addReceivedText(u"four\r\n");
+    review.previousLine();
+    EXPECT_THAT(saidSince(), ElementsAre("(stop)", "two")) << "new text moved the player's place";
+    review.previousLine();
+    review.previousLine();
+    EXPECT_THAT(saidSince(), ElementsAre("(stop)", "one", "(stop)", "one"));
+    review.nextLine();
+    review.startOver();
+    review.nextLine();
+    EXPECT_THAT(saidSince(), ElementsAre("(stop)", "two", "(stop)", "four"));
+    review.lineFromEnd(3);
+    review.lastLines(3);
+    EXPECT_THAT(saidSince(), ElementsAre("(stop)", "three", "(stop)", "four", "HP:10>", "three"));
+}
+
+TEST_F(SpeechSynth, ReviewKeepsTheLastThousandLinesOfAnyFlood)
+{
+    ZNTSpeechReview review(synth);
+    std::u16string flood;
+    for (int number = 1; number <= 3'000; ++number)
+        flood += znt::decimalText(number) + u"\r\n";
+    review.addReceivedText(u"before\r\n");
+    review.addReceivedText(flood);
+    review.lineFromEnd(std::numeric_limits<std::size_t>::max());
+    EXPECT_THAT(saidSince(), ElementsAre("2001"));
+    review.previousLine();
+    EXPECT_THAT(saidSince(), ElementsAre("2001"));
+    review.addReceivedText(std::u16string(1'000'000, u'y'));
+    review.lineFromEnd(1);
+    EXPECT_LT(review.lines().back().size(), 20'000u);
+}
+
+} // namespace

@@ -1,0 +1,63 @@
+#include "ZNTSpokenText.h"
+
+#include <gtest/gtest.h>
+
+#include <unicode/utf16.h>
+
+namespace
+{
+
+TEST(SpokenText, WordsAreCountedAsAPlayerWould)
+{
+    const struct {
+        std::u16string_view text;
+        std::size_t words;
+    } rows[] = {
+        {u"", 0},          {u"--- *** ---", 0}, {u"You can't go that way.", 5}, {u"<100hp 50m 80mv>", 3},
+        {u"a\r\nb\tc", 3}, {u"\u4f60\u597d", 1}};
+    for (const auto& [text, words] : rows)
+        EXPECT_EQ(znt::wordCount(text), words) << testing::PrintToString(std::u16string(text));
+}
+
+TEST(SpokenText, ALongTextIsCutAtTheBestPlaceThereIs)
+{
+    const struct {
+        const char* what;
+        std::u16string_view text;
+        std::size_t most, length;
+    } rows[] = {
+        {"short enough", u"One. Two.", 9, 9},
+        {"a sentence", u"One is. Two is too long", 14, 8},
+        {"a line", u"no stop here\r\nnor here it goes", 20, 14},
+        {"a sentence that ends at the limit", u"One is. Two", 8, 8},
+        {"a word, with what clings to it", u"alpha beta, gamma", 14, 12},
+        {"a word longer than the limit", u"abcdefghijkl", 5, 5},
+        {"a pair at the limit", u"abcd\U0001F600efgh", 5, 4},
+        {"a character of several parts", u"abce\u0301fgh", 4, 3},
+        {"Chinese, which has no blanks", u"\u4f60\u597d\u4e16\u754c\u3002\u518d\u89c1\u5927\u5bb6", 7, 5},
+    };
+    for (const auto& [what, text, most, length] : rows) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(znt::utteranceLength(text, most), length);
+    }
+}
+
+TEST(SpokenText, EveryCutMakesProgressWhateverTheText)
+{
+    // One "character" of a thousand combining marks has no boundary at all.
+    for (const auto& text : {std::u16string(5'000, u'\u0301'), std::u16string(5'000, u'\xD83D'),
+                             std::u16string(5'000, u'\n'), std::u16string(5'000, u'\u200d')}) {
+        std::u16string_view rest = text;
+        int cuts = 0;
+        while (!rest.empty() && ++cuts <= 5'000) {
+            const auto length = znt::utteranceLength(rest, 100);
+            ASSERT_GT(length, 0u);
+            ASSERT_LE(length, 100u);
+            rest.remove_prefix(length);
+        }
+        EXPECT_TRUE(rest.empty());
+    }
+    EXPECT_EQ(znt::utteranceLength(u"\U0001F600\U0001F600", 1), 1u);
+}
+
+} // namespace
