@@ -1,0 +1,26 @@
+#pragma once
+
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Texts made of the given pieces in random order: the same sequence of texts in every run.
+class ZNTRandomText
+{
+public:
+    explicit ZNTRandomText(std::vector<std::u16string> pieces) : pieces(std::move(pieces)) {}
+
+    std::u16string next(std::size_t mostPieces)
+    {
+        std::u16string text;
+        for (auto left = random() % (mostPieces + 1); left > 0; --left)
+            text += pieces[random() % pieces.size()];
+        return text;
+    }
+    std::size_t number(std::size_t below) { return random() % below; }
+
+private:
+    std::vector<std::u16string> pieces;
+    std::mt19937 random{20'241};
+};
