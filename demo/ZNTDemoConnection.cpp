@@ -1,0 +1,274 @@
+#include "ZNTDemoConnection.h"
+
+#include "ZNTDemoWords.h"
+#include "ZNTText.h"
+
+#include <array>
+#include <cerrno>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+#include <utility>
+
+using namespace znt::demo;
+
+namespace
+{
+
+constexpr std::size_t mostReadAtOnce = 64 * 1024;
+/// Past this much waiting, the player's next lines wait too, and so does his flood.
+constexpr std::size_t enoughWaiting = 128 * 1024;
+/// Past this much, which only other players can cause, he is dropped.
+constexpr std::size_t tooMuchWaiting = 2 * 1024 * 1024;
+constexpr std::size_t floodPiece = 32 * 1024;
+
+/// Long enough for a client to have read the start of compression by itself, since some take everything of
+/// the same read for plain text.
+constexpr double secondsBeforeCompression = 0.1;
+/// How long a client may take to close its side after ours.
+constexpr double secondsForGoodbye = 2;
+
+} // namespace
+
+ZNTDemoConnection::ZNTDemoConnection(const Game& game, int descriptor,
+                                     std::function<void(ZNTDemoConnection&)> whenOver)
+    : game(game),
+      descriptor(descriptor),
+      whenOver(std::move(whenOver)),
+      telnetInput(*this)
+{
+    const int on = 1;
+    setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    watch = game.runLoop.watchDescriptor(descriptor, RunLoopInterest::Readable,
+                                         [this](RunLoopInterest ready) { onReady(ready); });
+    write(telnet::command(telnet::will, telnet::compression) + telnet::command(telnet::will, telnet::sound));
+    player = &game.village.enter(*this);
+}
+
+ZNTDemoConnection::~ZNTDemoConnection()
+{
+    isOver = true;
+    watch.reset();
+    game.village.leave(*player);
+    close(descriptor);
+}
+
+void ZNTDemoConnection::showParagraph(std::u16string_view text)
+{
+    // The line break at the front ends the prompt that stands there; a client that takes the byte after a
+    // go-ahead with it loses nothing but a carriage return.
+    std::u16string paragraph = u"\n";
+    if (!text.empty())
+        paragraph.append(text).append(u"\n");
+    paragraph += game.texts.phrase(ZNTDemoPhrase::Prompt);
+    write(encoded(paragraph) + telnet::endOfPrompt());
+}
+
+void ZNTDemoConnection::showFlood(int lines)
+{
+    floodLine = 0;
+    floodLines = lines;
+    writeText(u"\n");
+    continueFlood();
+}
+
+void ZNTDemoConnection::continueFlood()
+{
+    while (floodLine < floodLines && output.waiting().size() + held.size() < enoughWaiting) {
+        std::u16string lines;
+        while (floodLine < floodLines && lines.size() < floodPiece)
+            lines += filled(game.texts.phrase(ZNTDemoPhrase::FloodLine), znt::decimalText(++floodLine),
+                            znt::decimalText(floodLines)) +
+                     u"\n";
+        if (floodLine < floodLines)
+            writeText(lines);
+        else
+            write(encoded(lines + std::u16string(game.texts.phrase(ZNTDemoPhrase::Prompt))) +
+                  telnet::endOfPrompt());
+    }
+}
+
+void ZNTDemoConnection::endCompression()
+{
+    output.endCompression();
+    watchForWhatMatters();
+}
+
+void ZNTDemoConnection::hangUp(std::u16string_view farewell)
+{
+    if (isHangingUp)
+        return;
+    writeText(u"\n" + std::u16string(farewell) + u"\n");
+    if (compressionDelay)
+        beginCompression();
+    output.endCompression();
+    isHangingUp = true;
+    watchForWhatMatters();
+}
+
+void ZNTDemoConnection::onLine(std::string_view bytes)
+{
+    const auto text = znt::decodedText(bytes, game.encoding);
+    // Bytes that are no text of this language are taken one by one, so that whatever was typed is answered.
+    game.commands.handleLine(
+        *player,
+        withoutControls(text ? *text : znt::decodedText(bytes, ZNTStringEncoding::Ascii).value_or(u"")));
+}
+
+void ZNTDemoConnection::onLineTooLong() { game.village.tell(*player, ZNTDemoPhrase::LineTooLong); }
+
+void ZNTDemoConnection::onOption(unsigned char verb, unsigned char option)
+{
+    const bool isRefusal = verb == telnet::dont || verb == telnet::oddRefusal;
+    if (option == telnet::sound && (verb == telnet::doOption || isRefusal))
+        soundsAreOn = verb == telnet::doOption;
+    else if (option == telnet::compression && verb == telnet::doOption)
+        announceCompression();
+    else if (option == telnet::compression && isRefusal)
+        refuseCompression(verb);
+    else if (verb == telnet::doOption)
+        write(telnet::command(telnet::wont, option));
+    else if (verb == telnet::will)
+        write(telnet::command(telnet::dont, option));
+}
+
+void ZNTDemoConnection::announceCompression()
+{
+    if (output.isCompressing() || compressionDelay)
+        return;
+    write(telnet::startOfCompression());
+    compressionDelay = game.runLoop.startTimer(secondsBeforeCompression, RunLoopRepeat::Once,
+                                               [this] { beginCompression(); });
+}
+
+void ZNTDemoConnection::beginCompression()
+{
+    compressionDelay.reset();
+    output.startCompression();
+    write(std::exchange(held, {}));
+}
+
+void ZNTDemoConnection::refuseCompression(unsigned char verb)
+{
+    // DONT is said by one who inflates until the stream ends; the odd refusal by one who has stopped.
+    if (verb == telnet::dont && compressionDelay)
+        beginCompression();
+    compressionDelay.reset();
+    if (verb == telnet::dont)
+        output.endCompression();
+    else
+        output.dropCompression();
+    write(std::exchange(held, {}));
+}
+
+void ZNTDemoConnection::writeText(std::u16string_view text) { write(encoded(text)); }
+
+std::string ZNTDemoConnection::encoded(std::u16string_view text) const
+{
+    std::u16string lines;
+    lines.reserve(text.size() + text.size() / 16);
+    for (const char16_t unit : text) {
+        if (unit == u'\n')
+            lines += u'\r';
+        lines += unit;
+    }
+    return znt::encodedText(lines, game.encoding);
+}
+
+void ZNTDemoConnection::write(std::string_view bytes)
+{
+    if (isOver || isHangingUp)
+        return;
+    if (compressionDelay)
+        held += bytes;
+    else if (!bytes.empty())
+        output.write(bytes);
+    if (output.waiting().size() + held.size() > tooMuchWaiting)
+        finish();
+    watchForWhatMatters();
+}
+
+void ZNTDemoConnection::watchForWhatMatters()
+{
+    if (isOver)
+        return;
+    // Text is sent from the loop, so that all of a turn's text travels together.
+    auto interest = RunLoopInterest::None;
+    if (unhandled.empty())
+        interest = interest | RunLoopInterest::Readable;
+    if (!output.waiting().empty() || (isHangingUp && !isShutDown))
+        interest = interest | RunLoopInterest::Writable;
+    watch->setInterest(interest);
+}
+
+void ZNTDemoConnection::onReady(RunLoopInterest ready)
+{
+    if (includes(ready, RunLoopInterest::Readable))
+        receive();
+    answer();
+    watchForWhatMatters();
+}
+
+/// Text leaves in the turn that made it. Where sending makes room, lines that waited for it are handled.
+void ZNTDemoConnection::answer()
+{
+    send();
+    do {
+        handleInput();
+        send();
+    } while (!unhandled.empty() && output.waiting().empty() && held.empty() && !isOver);
+}
+
+void ZNTDemoConnection::receive()
+{
+    std::array<char, mostReadAtOnce> bytes;
+    const auto count = recv(descriptor, bytes.data(), bytes.size(), 0);
+    if (count > 0) {
+        if (!isHangingUp)
+            unhandled.append(bytes.data(), static_cast<std::size_t>(count));
+    } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
+        finish();
+    }
+}
+
+void ZNTDemoConnection::handleInput()
+{
+    std::size_t handled = 0;
+    while (handled < unhandled.size() && !isOver && floodLine == floodLines &&
+           output.waiting().size() + held.size() < enoughWaiting)
+        handled += telnetInput.receive(std::string_view(unhandled).substr(handled));
+    unhandled.erase(0, handled);
+    if (isHangingUp)
+        unhandled.clear();
+}
+
+void ZNTDemoConnection::send()
+{
+    while (!isOver && !output.waiting().empty()) {
+        const auto waiting = output.waiting();
+        const auto count = ::send(descriptor, waiting.data(), waiting.size(), MSG_NOSIGNAL);
+        if (count < 0) {
+            if (errno != EAGAIN && errno != EINTR)
+                finish();
+            return;
+        }
+        output.consume(static_cast<std::size_t>(count));
+        continueFlood();
+    }
+    if (isHangingUp && !isShutDown && !isOver) {
+        isShutDown = true;
+        shutdown(descriptor, SHUT_WR);
+        lastWait = game.runLoop.startTimer(secondsForGoodbye, RunLoopRepeat::Once, [this] { finish(); });
+    }
+}
+
+void ZNTDemoConnection::finish()
+{
+    if (std::exchange(isOver, true))
+        return;
+    watch->setInterest(RunLoopInterest::None);
+    compressionDelay.reset();
+    lastWait.reset();
+    whenOver(*this);
+}

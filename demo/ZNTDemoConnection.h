@@ -1,0 +1,82 @@
+#pragma once
+
+#include "RunLoop.h"
+#include "ZNTDemoCommands.h"
+#include "ZNTDemoOutput.h"
+#include "ZNTDemoPlayer.h"
+#include "ZNTDemoTelnet.h"
+#include "ZNTDemoVillage.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+/// One player's connection: his socket, his telnet, and his place in the village.
+///
+/// A player who does not read is not heard until he does, and is dropped once too much waits for him; a flood
+/// is made only as fast as it is read. So no player costs more than a few MiB.
+class ZNTDemoConnection final : public ZNTDemoAudience, private ZNTDemoTelnetListener
+{
+public:
+    struct Game {
+        RunLoop& runLoop;
+        const ZNTDemoTexts& texts;
+        ZNTStringEncoding encoding;
+        ZNTDemoVillage& village;
+        ZNTDemoCommands& commands;
+    };
+
+    /// Owns `descriptor`, a connected socket that does not block. `whenOver` is called once, when nothing
+    /// more can come of the connection; it must not destroy it before its caller has returned.
+    ZNTDemoConnection(const Game& game, int descriptor, std::function<void(ZNTDemoConnection&)> whenOver);
+    /// Takes the player out of the village.
+    ~ZNTDemoConnection() override;
+
+    void showParagraph(std::u16string_view text) override;
+    void showFlood(int lines) override;
+    [[nodiscard]] bool hearsSounds() const override { return soundsAreOn; }
+    [[nodiscard]] bool isCompressed() const override { return output.isCompressing(); }
+    void endCompression() override;
+    void hangUp(std::u16string_view farewell) override;
+
+private:
+    void onLine(std::string_view bytes) override;
+    void onLineTooLong() override;
+    void onOption(unsigned char verb, unsigned char option) override;
+
+    void onReady(RunLoopInterest ready);
+    void receive();
+    void answer();
+    void handleInput();
+    void send();
+    void continueFlood();
+    void finish();
+
+    void announceCompression();
+    void beginCompression();
+    void refuseCompression(unsigned char verb);
+    void write(std::string_view bytes);
+    void writeText(std::u16string_view text);
+    [[nodiscard]] std::string encoded(std::u16string_view text) const;
+    void watchForWhatMatters();
+
+    Game game;
+    int descriptor;
+    std::function<void(ZNTDemoConnection&)> whenOver;
+    ZNTDemoPlayer* player = nullptr;
+
+    ZNTDemoTelnetInput telnetInput;
+    std::string unhandled;
+    ZNTDemoOutput output;
+    /// What was written while the announcement of compression is on its way alone.
+    std::string held;
+    std::unique_ptr<RunLoopTimer> compressionDelay;
+
+    bool soundsAreOn = false;
+    bool isHangingUp = false;
+    bool isOver = false;
+    bool isShutDown = false;
+    int floodLine = 0, floodLines = 0;
+    std::unique_ptr<RunLoopTimer> lastWait;
+    std::unique_ptr<RunLoopWatch> watch;
+};

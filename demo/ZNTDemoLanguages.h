@@ -1,0 +1,13 @@
+#pragma once
+
+#include "ZNTDemoTexts.h"
+
+/// One table a language, each in a file of its own.
+namespace znt::demo
+{
+
+const ZNTDemoTexts& english();
+const ZNTDemoTexts& simplifiedChinese();
+const ZNTDemoTexts& traditionalChinese();
+
+} // namespace znt::demo

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Telnet's bytes as the game uses them (RFC 854), and the two options it offers.
+namespace znt::demo::telnet
+{
+
+inline constexpr unsigned char iac = 255, dont = 254, doOption = 253, wont = 252, will = 251, sb = 250,
+                               goAhead = 249, se = 240;
+/// Some clients refuse an option with this byte instead of DONT or WONT. It is followed by the option, too.
+inline constexpr unsigned char oddRefusal = 25;
+
+inline constexpr unsigned char compression = 86; // MCCP2
+inline constexpr unsigned char sound = 90;       // MSP
+
+std::string command(unsigned char verb, unsigned char option);
+std::string startOfCompression();
+std::string endOfPrompt();
+
+} // namespace znt::demo::telnet
+
+/// What a player's bytes come to.
+class ZNTDemoTelnetListener
+{
+public:
+    virtual ~ZNTDemoTelnetListener() = default;
+    /// Without its line end and without telnet's bytes.
+    virtual void onLine(std::string_view bytes) = 0;
+    /// A line past `ZNTDemoTelnetInput::longestLine` has ended; nothing of it was kept.
+    virtual void onLineTooLong() = 0;
+    /// `verb` is one of WILL, WONT, DO, DONT and the odd refusal.
+    virtual void onOption(unsigned char verb, unsigned char option) = 0;
+};
+
+/// Takes what a player's client sends apart, in pieces of any size. Keeps at most one line.
+class ZNTDemoTelnetInput
+{
+public:
+    static constexpr std::size_t longestLine = 1024; // bytes
+
+    explicit ZNTDemoTelnetInput(ZNTDemoTelnetListener& listener) : listener(listener) {}
+
+    /// Reads up to the end of the first line in `bytes` and answers how many bytes that took, so that the
+    /// caller can leave the rest for later.
+    std::size_t receive(std::string_view bytes);
+
+private:
+    enum class State { Text, Command, Option, Subnegotiation, SubnegotiationCommand };
+
+    void takeText(unsigned char byte);
+    void takeCommand(unsigned char byte);
+    bool takeLineEnd(unsigned char byte);
+
+    ZNTDemoTelnetListener& listener;
+    State state = State::Text;
+    unsigned char verb = 0;
+    std::string line;
+    bool isTooLong = false;
+    bool followsCarriageReturn = false;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// What the game needs to take typed lines apart and to colour its own. Case means the letters A to Z.
+namespace znt::demo
+{
+
+/// `text` between the SGR sequence for `codes` ("1;33") and a reset.
+std::u16string coloured(std::u16string_view codes, std::u16string_view text);
+
+/// The first word of `line`, which keeps what follows the blanks after it.
+std::u16string_view takeWord(std::u16string_view& line);
+
+std::u16string lowerCased(std::u16string_view text);
+bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b);
+
+/// A to Z in either case, or a Han character.
+bool isLetter(char16_t unit);
+
+/// Whether a player who says `word` means `thing` ("apple", "red apple" for "a red apple").
+bool isNamedBy(std::u16string_view thing, std::u16string_view word);
+
+/// Without control characters, which no player may send to another; a tab becomes a blank.
+std::u16string withoutControls(std::u16string_view line);
+
+} // namespace znt::demo
