@@ -1,0 +1,290 @@
+#include "ZNTMSPProcessor.h"
+
+#include "ZNTSoundName.h"
+#include "ZNTText.h"
+
+#include <algorithm>
+#include <limits>
+#include <unicode/uchar.h>
+#include <unicode/ustring.h>
+
+namespace
+{
+
+const std::u16string wordPattern = uR"(!!\w+)", filePattern = uR"(\([^\s]+)", volumePattern = uR"(V=[^\s]+)",
+                     loopsPattern = uR"(L=[^\s]+)", priorityPattern = uR"(P=[^\s]+)",
+                     continuePattern = uR"(C=[^\s]+)", typePattern = uR"(T=[^\s]+)",
+                     urlPattern = uR"(U=[^\s]+)";
+constexpr std::u16string_view soundWord = u"!!SOUND", extension = u".wav";
+
+ZNTError tagError(std::string description) { return {"ZNTMSPProcessor", 1, std::move(description)}; }
+
+std::u16string withExtension(std::u16string name)
+{
+    if (!znt::contains(name, extension))
+        name += extension;
+    return name;
+}
+
+/// What is absent, or no number, counts as 0.
+std::int32_t number(const ZNTSound::Parameter& parameter)
+{
+    return parameter ? znt::integerValue(*parameter) : 0;
+}
+
+std::int32_t sumWithinRange(std::int32_t a, std::int32_t b)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    return static_cast<std::int32_t>(
+        std::clamp<std::int64_t>(std::int64_t{a} + b, Limits::min(), Limits::max()));
+}
+
+} // namespace
+
+/// What sounds hold on to weakly, so that a notice on its way meets nobody once the processor is gone.
+class ZNTMSPProcessor::Delegate final : public ZNTSoundDelegate
+{
+public:
+    explicit Delegate(ZNTMSPProcessor& processor) : processor(processor) {}
+    void soundDidFinishPlaying(ZNTSoundObject& sound, bool finished) override
+    {
+        processor.soundDidFinishPlaying(sound, finished);
+    }
+
+private:
+    ZNTMSPProcessor& processor;
+};
+
+ZNTMSPProcessor::ZNTMSPProcessor(const ZNTFilePlaces& places, ZNTSoundFactory& sounds)
+    : folder(places),
+      sounds(sounds),
+      delegate(std::make_shared<Delegate>(*this))
+{
+}
+
+ZNTMSPProcessor::~ZNTMSPProcessor() = default;
+
+ZNTResult<void> ZNTMSPProcessor::processSound(std::u16string_view tag)
+{
+    const auto asked = requestFromTag(tag);
+    if (!asked)
+        return asked.error();
+    const auto& request = asked.value();
+    auto& channel = request.isSound ? _sounds_ : _music_;
+    if (request.isStop) {
+        if (channel)
+            channel->stop();
+        return {};
+    }
+
+    auto sound = soundForRequest(request);
+    if (!channel)
+        channel = sound;
+    if (sound && request.sound->_vParam())
+        sound->setVolume(znt::floatValue(*request.sound->_vParam()) / 100);
+    if (!makeWayFor(request))
+        return {};
+
+    _zntSound_ = request.sound;
+    channel = sound;
+    startPlaying(request, sound.get());
+    return {};
+}
+
+ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16string_view tag)
+{
+    Request request;
+    request.isSound = isSound(tag);
+    request.sound = std::make_shared<ZNTSound>();
+    const auto file = removeCrapData(processCommand(tag, filePattern, 1));
+    if (!file)
+        return file.error();
+
+    using Setter = void (ZNTSound::*)(ZNTSound::Parameter);
+    const std::pair<const std::u16string&, Setter> parameters[] = {{volumePattern, &ZNTSound::set_vParam},
+                                                                   {loopsPattern, &ZNTSound::set_lParam},
+                                                                   {priorityPattern, &ZNTSound::set_pParam},
+                                                                   {continuePattern, &ZNTSound::set_cParam},
+                                                                   {typePattern, &ZNTSound::set_tParam}};
+    for (const auto& [pattern, set] : parameters) {
+        auto value = removeCrapData(processCommand(tag, pattern, 2));
+        if (!value)
+            return value.error();
+        (request.sound.get()->*set)(std::move(value).value());
+    }
+    auto url = removeCrapData(processCommand(tag, urlPattern, 2));
+    if (!url)
+        return url.error();
+    auto address = std::move(url).value();
+    if (address)
+        address->pop_back(); // meant for the tag's closing parenthesis, wherever the URL stands
+
+    if (!file.value())
+        return tagError("The tag names no file.");
+    request.file = *file.value();
+    request.isStop = znt::contains(request.file, u"Off)") || znt::contains(request.file, u"Off ");
+    if (request.isStop)
+        return request;
+    if (request.file.find(u'/') == request.file.npos)
+        return tagError("The tag names no category before the file.");
+    if (address)
+        request.sound->set_uParam(withExtension(std::move(*address)));
+    request.sound->set_fName(znt::textFromUtf8(
+        folder.tildeExpanded(folder.path() + znt::utf8FromText(withExtension(request.file)))));
+    return request;
+}
+
+std::shared_ptr<ZNTSoundObject> ZNTMSPProcessor::soundForRequest(const Request& request)
+{
+    const auto slash = request.file.rfind(u'/');
+    const auto directory = folder.path() + znt::utf8FromText(request.file.substr(0, slash));
+    const auto name = request.file.substr(slash + 1);
+    const bool hasWildcard = request.file.find_first_of(u"*?") != request.file.npos;
+    const auto found =
+        hasWildcard ? findFilesWithAWildcard(name, directory) : findMatchingFile(name, directory);
+    if (!found.empty()) {
+        auto file = folder.openFile(directory + "/" + found.front());
+        return file ? sounds.soundFromFile(std::move(*file)) : nullptr;
+    }
+    if (request.sound->_uParam())
+        return sounds.soundFromUrl(znt::utf8FromText(*request.sound->_uParam()));
+    return {};
+}
+
+bool ZNTMSPProcessor::makeWayFor(const Request& request)
+{
+    const auto& playing = request.isSound ? _sounds_ : _music_;
+    const auto& older = request.isSound ? _zntSound_ : _zntMusic_;
+    if (!playing || !playing->isPlaying())
+        return true;
+    if (number(request.sound->_pParam()) <= (older ? number(older->_pParam()) : 0))
+        return false;
+    (request.isSound ? _soundStopped : _musicStopped) = true;
+    playing->stop();
+    if (request.isSound && older)
+        _currentSoundCounter = sumWithinRange(_currentSoundCounter, number(older->_lParam()));
+    return true;
+}
+
+void ZNTMSPProcessor::startPlaying(const Request& request, ZNTSoundObject* sound)
+{
+    const auto& loops = request.sound->_lParam();
+    const auto& continues = request.sound->_cParam();
+    const auto rounds = number(loops);
+    if (continues && number(continues) == 0)
+        _currentSoundCounter = 0;
+    if (loops && rounds > 0 && !continues)
+        (request.isSound ? _currentSoundCounter : _currentMusicCounter) = 0;
+    if (sound == nullptr)
+        return;
+
+    if (loops && rounds > 0) {
+        playRepeatedly(*sound, u"sound" + znt::decimalText(random()) + u"l");
+        return;
+    }
+    const bool isForEver = loops && rounds == -1;
+    if (!loops || isForEver || !request.isSound)
+        sound->setCurrentTime(0);
+    if (isForEver)
+        sound->setLoops(true);
+    if (isForEver && !request.isSound) {
+        sound->setName(u"infinateLoop");
+        sound->setDelegate(delegate);
+    }
+    sound->play();
+}
+
+void ZNTMSPProcessor::playRepeatedly(ZNTSoundObject& sound, std::u16string name)
+{
+    sound.setName(std::move(name));
+    sound.setCurrentTime(0);
+    sound.setDelegate(delegate);
+    sound.play();
+}
+
+void ZNTMSPProcessor::soundDidFinishPlaying(ZNTSoundObject& sound, bool /*finished*/)
+{
+    // Counted music is named like counted sounds, and so counts on the sound channel.
+    const bool countsAsSound = znt::contains(sound.name(), u"sound");
+    auto& wasStopped = countsAsSound ? _soundStopped : _musicStopped;
+    auto& counter = countsAsSound ? _currentSoundCounter : _currentMusicCounter;
+    const auto& request = countsAsSound ? _zntSound_ : _zntMusic_;
+    if (wasStopped) {
+        wasStopped = false;
+        return;
+    }
+    if (counter >= (request ? number(request->_lParam()) : 0))
+        return;
+    ++counter;
+    sound.setDelegate(delegate);
+    sound.setCurrentTime(0);
+    sound.play();
+}
+
+void ZNTMSPProcessor::playTriggerSound(std::u16string_view fileName)
+{
+    auto file = folder.openFile(folder.tildeExpanded(folder.path() + znt::utf8FromText(fileName)));
+    if (!file)
+        return;
+    if (const auto sound = sounds.soundFromFile(std::move(*file)))
+        sound->play();
+}
+
+bool ZNTMSPProcessor::isSound(std::u16string_view tag)
+{
+    const auto word = patterns.firstMatch(wordPattern, tag);
+    if (!word)
+        return true;
+    UErrorCode status = U_ZERO_ERROR;
+    return u_strCaseCompare(word->data(), static_cast<std::int32_t>(word->size()), soundWord.data(),
+                            static_cast<std::int32_t>(soundWord.size()), U_FOLD_CASE_DEFAULT, &status) == 0;
+}
+
+std::optional<std::u16string> ZNTMSPProcessor::processCommand(std::u16string_view tag,
+                                                              const std::u16string& commandString,
+                                                              std::size_t remove)
+{
+    const auto match = patterns.lastMatch(commandString, tag);
+    if (!match)
+        return {};
+    return std::u16string(match->substr(std::min(remove, match->size())));
+}
+
+ZNTResult<std::optional<std::u16string>> ZNTMSPProcessor::removeCrapData(std::optional<std::u16string> text)
+{
+    if (!text)
+        return text;
+    if (text->starts_with(u'"') || text->starts_with(u'\''))
+        text = text->size() > 2 ? text->substr(1, text->size() - 2) : u"";
+    if (text->empty())
+        return tagError("A parameter has no value.");
+    return text;
+}
+
+std::vector<std::string> ZNTMSPProcessor::findMatchingFile(std::u16string_view name,
+                                                           const std::string& path) const
+{
+    const auto wanted = znt::foldedSoundName(name);
+    return folder.entries(path, [&](std::string_view entry) {
+        return znt::foldedSoundName(znt::textFromUtf8(entry)) == wanted;
+    });
+}
+
+std::vector<std::string> ZNTMSPProcessor::findFilesWithAWildcard(std::u16string_view pattern,
+                                                                 const std::string& path) const
+{
+    const auto wanted = znt::foldedSoundName(pattern);
+    return folder.entries(path, [&](std::string_view entry) {
+        return znt::soundNameFits(znt::foldedSoundName(znt::textFromUtf8(entry)), wanted);
+    });
+}
+
+std::shared_ptr<ZNTSoundObject>
+ZNTMSPProcessor::getSoundFromSoundFileArray(const std::vector<std::u16string>& names)
+{
+    if (names.empty())
+        return {};
+    auto file =
+        folder.openFile(folder.path() + znt::utf8FromText(withExtension(names[random() % names.size()])));
+    return file ? sounds.soundFromFile(std::move(*file)) : nullptr;
+}

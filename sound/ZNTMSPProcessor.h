@@ -1,0 +1,101 @@
+#pragma once
+
+#include "ZNTFilePlaces.h"
+#include "ZNTResult.h"
+#include "ZNTSound.h"
+#include "ZNTSoundFactory.h"
+#include "ZNTSoundFolder.h"
+#include "ZNTTagPatterns.h"
+
+#include <memory>
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Turns the tags of the MUD Sound Protocol, !!SOUND(file parameters) and !!MUSIC(file parameters), into
+/// playback on two channels with at most one sound each, and plays the sounds of triggers beside them.
+///
+/// A tag names a file of the sound folder, without regard to case and diacritics and with wildcards, or else
+/// a URL. Nothing outside the folder is ever opened. Belongs to the run loop's thread.
+class ZNTMSPProcessor
+{
+public:
+    /// `sounds` outlives the processor.
+    ZNTMSPProcessor(const ZNTFilePlaces& places, ZNTSoundFactory& sounds);
+    ~ZNTMSPProcessor();
+    ZNTMSPProcessor(const ZNTMSPProcessor&) = delete;
+    ZNTMSPProcessor& operator=(const ZNTMSPProcessor&) = delete;
+
+    /// Carries out one tag. A tag that cannot be understood changes nothing, and the error says why.
+    ZNTResult<void> processSound(std::u16string_view tag);
+    /// Plays the file at the sound folder followed directly by `fileName`, at once, beside everything else
+    /// and to its end. A file that is not there or cannot be read plays nothing.
+    void playTriggerSound(std::u16string_view fileName);
+
+    /// The finish notice of a sound: plays counted repetitions again.
+    void soundDidFinishPlaying(ZNTSoundObject& sound, bool finished);
+
+    /// Whether the tag is for the sound channel: the music channel is for every other word than SOUND.
+    [[nodiscard]] bool isSound(std::u16string_view tag);
+    /// The last match of `commandString`, an ICU pattern, without its first `remove` units.
+    [[nodiscard]] std::optional<std::u16string>
+    processCommand(std::u16string_view tag, const std::u16string& commandString, std::size_t remove);
+    /// Takes quotes off: where the first character is one, the last character goes too. An empty text, also
+    /// one between quotes, is an error.
+    [[nodiscard]] static ZNTResult<std::optional<std::u16string>>
+    removeCrapData(std::optional<std::u16string> text);
+    /// The entries of `path`, a folder, that are called `name`, in the folder's own order.
+    [[nodiscard]] std::vector<std::string> findMatchingFile(std::u16string_view name,
+                                                            const std::string& path) const;
+    /// The same for a name in which "*" stands for any characters and "?" for one.
+    [[nodiscard]] std::vector<std::string> findFilesWithAWildcard(std::u16string_view pattern,
+                                                                  const std::string& path) const;
+    /// A sound of the top of the folder, picked at random from `names`.
+    [[nodiscard]] std::shared_ptr<ZNTSoundObject>
+    getSoundFromSoundFileArray(const std::vector<std::u16string>& names);
+
+    [[nodiscard]] const std::shared_ptr<ZNTSoundObject>& _music() const { return _music_; }
+    void set_music(std::shared_ptr<ZNTSoundObject> music) { _music_ = std::move(music); }
+    [[nodiscard]] const std::shared_ptr<ZNTSoundObject>& _sounds() const { return _sounds_; }
+    void set_sounds(std::shared_ptr<ZNTSoundObject> sounds) { _sounds_ = std::move(sounds); }
+    [[nodiscard]] const std::shared_ptr<ZNTSound>& _zntSound() const { return _zntSound_; }
+    void set_zntSound(std::shared_ptr<ZNTSound> request) { _zntSound_ = std::move(request); }
+    [[nodiscard]] const std::shared_ptr<ZNTSound>& _zntMusic() const { return _zntMusic_; }
+    void set_zntMusic(std::shared_ptr<ZNTSound> request) { _zntMusic_ = std::move(request); }
+
+private:
+    /// What a tag asks for, before anything is done about it.
+    struct Request {
+        bool isSound = true;
+        bool isStop = false;
+        std::u16string file; ///< as in the tag: folder/name
+        std::shared_ptr<ZNTSound> sound;
+    };
+    class Delegate;
+
+    ZNTResult<Request> requestFromTag(std::u16string_view tag);
+    ZNTResult<std::optional<std::u16string>> parameter(std::u16string_view tag,
+                                                       const std::u16string& pattern);
+    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundForRequest(const Request& request);
+    /// False where what plays on the channel has at least the priority of `request`.
+    bool makeWayFor(const Request& request);
+    void startPlaying(const Request& request, ZNTSoundObject* sound);
+    void playRepeatedly(ZNTSoundObject& sound, std::u16string name);
+
+    ZNTSoundFolder folder;
+    ZNTSoundFactory& sounds;
+    ZNTTagPatterns patterns;
+    std::mt19937 random{std::random_device{}()};
+    std::shared_ptr<Delegate> delegate;
+
+    std::shared_ptr<ZNTSoundObject> _music_, _sounds_;
+    std::int32_t _currentSoundCounter = 0, _currentMusicCounter = 0;
+    /// Every accepted request, music too, is kept as `_zntSound`; `_zntMusic` stays empty, and what is read
+    /// from it counts as 0.
+    std::shared_ptr<ZNTSound> _zntSound_, _zntMusic_;
+    /// The next finish notice on the channel comes from a stop by priority and is ignored.
+    bool _soundStopped = false, _musicStopped = false;
+    std::int32_t _priority = 50;
+};

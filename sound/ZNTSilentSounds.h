@@ -1,0 +1,20 @@
+#pragma once
+
+#include "ZNTSoundFactory.h"
+
+/// For who wants no sound: makes none.
+class ZNTSilentSounds final : public ZNTSoundFactory
+{
+public:
+    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override { return {}; }
+    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
+    void setGameIsLocal(bool) override {}
+    void setMasterVolume(float volume) override { masterVolume_ = volume; }
+    [[nodiscard]] float masterVolume() const override { return masterVolume_; }
+    void setMuted(bool isMuted) override { isMuted_ = isMuted; }
+    [[nodiscard]] bool isMuted() const override { return isMuted_; }
+
+private:
+    float masterVolume_ = 1;
+    bool isMuted_ = false;
+};

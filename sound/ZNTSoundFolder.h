@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ZNTFilePlaces.h"
+#include "ZNTSoundFile.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The folder of the player's sound files, the only place where such files come from: an entry whose real
+/// path, all links followed, lies outside is as if it were not there. Paths are those of the file system.
+class ZNTSoundFolder
+{
+public:
+    explicit ZNTSoundFolder(const ZNTFilePlaces& places);
+
+    /// The folder with its trailing slash.
+    [[nodiscard]] const std::string& path() const { return root; }
+    /// `path` with the player's home in place of a leading tilde.
+    [[nodiscard]] std::string tildeExpanded(const std::string& path) const;
+
+    /// A regular file below the folder.
+    [[nodiscard]] std::optional<ZNTSoundFile> openFile(const std::string& path) const;
+    /// The names in `directory` that `isWanted`, in the order in which the file system has them.
+    [[nodiscard]] std::vector<std::string>
+    entries(const std::string& directory, const std::function<bool(std::string_view name)>& isWanted) const;
+
+private:
+    /// The real path, if it is the folder or lies below it.
+    [[nodiscard]] std::optional<std::string> realPathInside(const std::string& path) const;
+    /// Opens what is really inside, and makes sure of it once it is open.
+    [[nodiscard]] int openInside(const std::string& path, int flags) const;
+
+    std::string home, root;
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+class ZNTSoundObject;
+
+/// Hears that a sound has come to its end.
+class ZNTSoundDelegate
+{
+public:
+    virtual ~ZNTSoundDelegate() = default;
+    /// `finished` is true at the natural end, false after a stop or where nothing could be played. May play
+    /// the sound again.
+    virtual void soundDidFinishPlaying(ZNTSoundObject& sound, bool finished) = 0;
+};
+
+/// One sound that can be played, over and over. Belongs to the run loop's thread.
+///
+/// Each play that began (`play` said true) gives the delegate one notice on a later turn of the run loop, at
+/// its end or after a stop. A sound that plays stays alive until then, whoever else lets go of it.
+class ZNTSoundObject
+{
+public:
+    virtual ~ZNTSoundObject() = default;
+
+    /// True from `play` until the end was noticed or `stop`, while the sound is still being fetched too.
+    [[nodiscard]] virtual bool isPlaying() const = 0;
+    /// False, and no notice follows, where the sound plays already or cannot be played: no sound device, a
+    /// damaged file, too many sounds at once.
+    virtual bool play() = 0;
+    /// False where it did not play.
+    virtual bool stop() = 0;
+    /// 1 is the sound as recorded; what lies outside 0 to 1 counts as the nearer of the two.
+    virtual void setVolume(float volume) = 0;
+    /// Where the next play begins, in seconds. Each end puts it back to 0.
+    virtual void setCurrentTime(double seconds) = 0;
+    /// Whether plays from now on repeat until stopped.
+    virtual void setLoops(bool loops) = 0;
+    virtual void setDelegate(std::weak_ptr<ZNTSoundDelegate> delegate) = 0;
+
+    void setName(std::u16string name) { name_ = std::move(name); }
+    [[nodiscard]] const std::u16string& name() const { return name_; }
+
+private:
+    std::u16string name_;
+};
