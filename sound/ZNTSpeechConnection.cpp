@@ -1,121 +1,253 @@
 #include "ZNTSpeechConnection.h"
 
-#include "ZNTSpeechDispatcher.h"
-
+#include <cerrno>
+#include <charconv>
 #include <cstdlib>
-#include <fcntl.h>
+#include <cstring>
 #include <libspeechd.h>
-#include <map>
-#include <mutex>
+#include <netdb.h>
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 #include <utility>
 
 namespace
 {
 
-/// The library's callbacks carry no word of whose they are but the number that the service gave the client,
-/// so this one table is shared by all connections of the process.
-struct Handlers {
-    std::mutex mutex;
-    std::map<std::size_t, ZNTSpeechConnection::EventHandler> byClient;
+constexpr std::string_view lineEnd = "\r\n";
+
+/// What the last line of an answer and each before it have between the code and the text.
+constexpr char lastLineMark = ' ';
+
+struct AddressCloser {
+    void operator()(SPDConnectionAddress* address) const { SPDConnectionAddress__free(address); }
 };
+using Address = std::unique_ptr<SPDConnectionAddress, AddressCloser>;
 
-Handlers& handlers()
-{
-    static Handlers table;
-    return table;
-}
-
-void tell(std::size_t message, std::size_t client, SPDNotificationType type)
-{
-    auto& table = handlers();
-    const std::lock_guard lock(table.mutex);
-    const auto found = table.byClient.find(client);
-    if (found == table.byClient.end())
-        return;
-    found->second(message, type == SPD_EVENT_BEGIN ? ZNTSpeechEvent::Begin : ZNTSpeechEvent::End);
-}
-
-SPDConnection* openedConnection(ZNTSpeechServiceStart serviceStart)
+/// SPEECHD_ADDRESS, else the desktop's own; null where the variable cannot be read.
+Address defaultAddress()
 {
     char* error = nullptr;
-    auto* address = spd_get_default_address(&error);
-    SPDConnection* connection = nullptr;
-    if (address != nullptr) {
-        const int startsService = serviceStart == ZNTSpeechServiceStart::WhenNeeded ? 1 : 0;
-        connection = spd_open2("zantor", "game", nullptr, SPD_MODE_THREADED, address, startsService, &error);
-        SPDConnectionAddress__free(address);
-    }
+    Address address(spd_get_default_address(&error));
     std::free(error);
-    return connection;
+    return address;
+}
+
+int connected(int family, const sockaddr* address, socklen_t size)
+{
+    const int descriptor = socket(family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    if (descriptor < 0)
+        return -1;
+    if (connect(descriptor, address, size) == 0)
+        return descriptor;
+    pollfd watched{descriptor, POLLOUT, 0};
+    int failure = errno;
+    socklen_t failureSize = sizeof failure;
+    if (failure == EINPROGRESS && poll(&watched, 1, ZNTSpeechConnection::longestWait * 1'000) == 1 &&
+        getsockopt(descriptor, SOL_SOCKET, SO_ERROR, &failure, &failureSize) == 0 && failure == 0)
+        return descriptor;
+    close(descriptor);
+    return -1;
+}
+
+int connectedToFile(const char* path)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path == nullptr || std::strlen(path) >= sizeof address.sun_path)
+        return -1;
+    std::strcpy(address.sun_path, path);
+    return connected(AF_UNIX, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+}
+
+int connectedToHost(const char* host, int port)
+{
+    addrinfo wanted{};
+    wanted.ai_socktype = SOCK_STREAM;
+    addrinfo* found = nullptr;
+    if (host == nullptr || getaddrinfo(host, std::to_string(port).c_str(), &wanted, &found) != 0)
+        return -1;
+    int descriptor = -1;
+    for (const auto* one = found; one != nullptr && descriptor < 0; one = one->ai_next)
+        descriptor = connected(one->ai_family, one->ai_addr, one->ai_addrlen);
+    freeaddrinfo(found);
+    return descriptor;
+}
+
+/// As the body of a SPEAK command, with its end: a line that starts with a dot gets another one before it.
+std::string bodyOf(std::string_view utf8)
+{
+    std::string body;
+    while (!utf8.empty()) {
+        const auto end = utf8.find_first_of(lineEnd);
+        const auto line = utf8.substr(0, end);
+        if (line.starts_with('.'))
+            body += '.';
+        (body += line) += lineEnd;
+        utf8.remove_prefix(line.size());
+        utf8.remove_prefix(utf8.starts_with(lineEnd) ? lineEnd.size() : utf8.empty() ? 0 : 1);
+    }
+    return body + ".";
+}
+
+template <typename Number>
+std::optional<Number> numberIn(std::string_view text)
+{
+    Number number{};
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    return read.ec == std::errc() ? std::optional(number) : std::nullopt;
 }
 
 } // namespace
 
-struct ZNTSpeechConnection::Library {
-    SPDConnection* connection;
-    std::size_t client;
-    /// A descriptor of our own for the connection's socket: the library closes its one when the service is
-    /// gone, and the number may then mean something else.
-    int socket;
-};
-
-ZNTSpeechConnection::ZNTSpeechConnection(std::unique_ptr<Library> library) : library(std::move(library)) {}
-
-std::unique_ptr<ZNTSpeechConnection> ZNTSpeechConnection::open(ZNTSpeechServiceStart serviceStart,
-                                                               EventHandler onEvent)
+std::shared_ptr<ZNTSpeechConnection> ZNTSpeechConnection::open(EventHandler onEvent)
 {
-    auto* connection = openedConnection(serviceStart);
-    if (connection == nullptr)
+    const auto address = defaultAddress();
+    if (!address)
         return nullptr;
-    const int client = spd_get_client_id(connection);
-    const int socket = fcntl(connection->socket, F_DUPFD_CLOEXEC, 0);
-    if (client < 0 || socket < 0) {
-        if (socket >= 0)
-            close(socket);
-        spd_close(connection);
-        return nullptr;
-    }
-    const auto number = static_cast<std::size_t>(client);
-    {
-        auto& table = handlers();
-        const std::lock_guard lock(table.mutex);
-        table.byClient[number] = std::move(onEvent);
-    }
-    connection->callback_begin = connection->callback_end = connection->callback_cancel = tell;
-    for (const auto notification : {SPD_BEGIN, SPD_END, SPD_CANCEL})
-        spd_set_notification_on(connection, notification);
-    return std::unique_ptr<ZNTSpeechConnection>(
-        new ZNTSpeechConnection(std::make_unique<Library>(Library{connection, number, socket})));
+    const int socket = address->method == SPD_METHOD_UNIX_SOCKET
+                           ? connectedToFile(address->unix_socket_name)
+                           : connectedToHost(address->inet_socket_host, address->inet_socket_port);
+    return socket < 0 ? nullptr : std::make_shared<ZNTSpeechConnection>(socket, std::move(onEvent));
 }
 
-ZNTSpeechConnection::~ZNTSpeechConnection()
+void ZNTSpeechConnection::startService()
 {
-    {
-        auto& table = handlers();
-        const std::lock_guard lock(table.mutex);
-        table.byClient.erase(library->client);
-    }
-    spd_close(library->connection);
-    close(library->socket);
+    const auto address = defaultAddress();
+    if (!address)
+        return;
+    char* error = nullptr;
+    constexpr int startsService = 1;
+    auto* started =
+        spd_open2("zantor", "start", nullptr, SPD_MODE_SINGLE, address.get(), startsService, &error);
+    std::free(error);
+    if (started != nullptr)
+        spd_close(started);
 }
 
-std::optional<std::size_t> ZNTSpeechConnection::say(const std::string& utf8)
+ZNTSpeechConnection::~ZNTSpeechConnection() { close(socket); }
+
+bool ZNTSpeechConnection::greet()
 {
-    const int message = spd_say(library->connection, SPD_MESSAGE, utf8.c_str());
-    if (message < 0)
+    // The client's name has three parts: user, program, and what of it speaks.
+    // Priority "message" waits for what is being said; "text" would drop what waits.
+    for (const auto* const command : {"SET SELF CLIENT_NAME player:zantor:game", "SET SELF PRIORITY message",
+                                      "SET SELF NOTIFICATION BEGIN on", "SET SELF NOTIFICATION END on",
+                                      "SET SELF NOTIFICATION CANCEL on"})
+        if (!ask(command))
+            return false;
+    return true;
+}
+
+std::optional<std::size_t> ZNTSpeechConnection::say(std::string_view utf8)
+{
+    constexpr int receivingData = 230, messageQueued = 225;
+    const auto ready = ask("SPEAK");
+    if (!ready || ready->code != receivingData)
         return {};
-    return static_cast<std::size_t>(message);
+    const auto queued = ask(bodyOf(utf8));
+    if (!queued || queued->code != messageQueued)
+        return {};
+    return numberIn<std::size_t>(queued->lines.front());
 }
 
-void ZNTSpeechConnection::cancel() { spd_cancel(library->connection); }
+void ZNTSpeechConnection::cancel() { ask("CANCEL SELF"); }
 
-bool ZNTSpeechConnection::isAlive() const
+void ZNTSpeechConnection::takeEvents()
 {
-    pollfd watched{library->socket, POLLRDHUP, 0};
-    return poll(&watched, 1, 0) == 0;
+    receive();
+    hearTheRest();
 }
 
-void ZNTSpeechConnection::breakOff() { shutdown(library->socket, SHUT_RDWR); }
+void ZNTSpeechConnection::hearTheRest()
+{
+    // An answer that nobody asked for has no meaning; events are heard on the way.
+    while (nextAnswer()) {
+    }
+}
+
+void ZNTSpeechConnection::breakOff() { shutdown(socket, SHUT_RDWR); }
+
+std::optional<ZNTSpeechConnection::Answer> ZNTSpeechConnection::ask(std::string_view command)
+{
+    if (!send(std::string(command).append(lineEnd)))
+        return {};
+    for (;;) {
+        if (auto answer = nextAnswer()) {
+            // Events that came with the answer are not announced by the socket again.
+            hearTheRest();
+            return answer;
+        }
+        if (lost || !waitFor(POLLIN))
+            return {};
+        receive();
+    }
+}
+
+bool ZNTSpeechConnection::send(std::string_view bytes)
+{
+    while (!bytes.empty() && !lost) {
+        const auto count = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        if (count >= 0)
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        else if (errno == EAGAIN)
+            waitFor(POLLOUT);
+        else if (errno != EINTR)
+            lost = true;
+    }
+    return !lost;
+}
+
+bool ZNTSpeechConnection::waitFor(short readiness)
+{
+    pollfd watched{socket, readiness, 0};
+    if (poll(&watched, 1, longestWait * 1'000) == 0)
+        lost = true;
+    return !lost;
+}
+
+void ZNTSpeechConnection::receive()
+{
+    char bytes[4096];
+    for (;;) {
+        const auto count = recv(socket, bytes, sizeof bytes, 0);
+        if (count > 0) {
+            received.append(bytes, static_cast<std::size_t>(count));
+            continue;
+        }
+        if (count == 0 || (errno != EAGAIN && errno != EINTR))
+            lost = true;
+        return;
+    }
+}
+
+std::optional<ZNTSpeechConnection::Answer> ZNTSpeechConnection::nextAnswer()
+{
+    for (auto end = received.find(lineEnd); end != std::string::npos; end = received.find(lineEnd)) {
+        const auto line = received.substr(0, end);
+        received.erase(0, end + lineEnd.size());
+        constexpr std::size_t codeDigits = 3;
+        incomplete.code = numberIn<int>(std::string_view(line).substr(0, codeDigits)).value_or(0);
+        incomplete.lines.push_back(line.size() > codeDigits ? line.substr(codeDigits + 1) : "");
+        if (line.size() > codeDigits && line[codeDigits] != lastLineMark)
+            continue;
+        auto answer = std::exchange(incomplete, {});
+        if (answer.code < 700 || answer.code > 799)
+            return answer;
+        hear(answer);
+    }
+    return {};
+}
+
+void ZNTSpeechConnection::hear(const Answer& event)
+{
+    constexpr int begin = 701, end = 702, cancelled = 703;
+    const auto message = numberIn<std::size_t>(event.lines.front());
+    if (!message)
+        return;
+    if (event.code == begin)
+        onEvent(*message, ZNTSpeechEvent::Begin);
+    else if (event.code == end || event.code == cancelled)
+        onEvent(*message, ZNTSpeechEvent::End);
+}

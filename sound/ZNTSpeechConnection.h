@@ -5,40 +5,81 @@
 #include <memory>
 #include <optional>
 #include <string>
-
-enum class ZNTSpeechServiceStart;
+#include <string_view>
+#include <vector>
 
 enum class ZNTSpeechEvent { Begin, End };
 
-/// One connection to the speech service. Its calls wait for the service's answers, so they belong to a thread
-/// that may wait; `breakOff` may come from any other.
+/// One connection to the speech service, speaking SSIP (the Speech Synthesis Interface Protocol, as in
+/// speech-dispatcher's own manual) over the socket where libspeechd looks for it.
+///
+/// libspeechd's own calls are not used for the talking: it reads through a null pointer when the service dies
+/// between a command and its answer, waits for ever for one that hangs, and an event reaches no more than a
+/// function of the whole process. Here a lost service is an answer like another, and every wait ends.
+///
+/// One thread makes the calls, and may have to wait up to `longestWait`; only `breakOff` may come from
+/// another.
 class ZNTSpeechConnection
 {
 public:
-    /// Hears of the service's events on the library's own thread: of a message's beginning, and of its end or
-    /// its cancelling. A message may begin, and even end, before `say` has told its number.
+    /// Seconds until a service that does not answer counts as lost.
+    static constexpr int longestWait = 5;
+
+    /// Hears of a message's beginning, and of its end or cancelling, from inside the calls below. A message
+    /// may begin, and even end, before `say` has told its number.
     using EventHandler = std::function<void(std::size_t message, ZNTSpeechEvent event)>;
 
-    /// Null where no service answers.
-    static std::unique_ptr<ZNTSpeechConnection> open(ZNTSpeechServiceStart serviceStart,
-                                                     EventHandler onEvent);
-    /// After this returns the handler is not called again.
+    /// Null where nothing listens.
+    static std::shared_ptr<ZNTSpeechConnection> open(EventHandler onEvent);
+    /// Has libspeechd start the desktop's service; waits until it is there or known not to come.
+    static void startService();
+
+    explicit ZNTSpeechConnection(int socket, EventHandler onEvent)
+        : socket(socket),
+          onEvent(std::move(onEvent))
+    {
+    }
     ~ZNTSpeechConnection();
     ZNTSpeechConnection(const ZNTSpeechConnection&) = delete;
     ZNTSpeechConnection& operator=(const ZNTSpeechConnection&) = delete;
 
+    /// The first thing to do: introduces the client and asks for events. False where the service fails to
+    /// answer.
+    bool greet();
     /// Queues `utf8`, which is not empty, and answers its message's number. None where the service refused it
-    /// or is gone; `isAlive` tells which.
-    std::optional<std::size_t> say(const std::string& utf8);
+    /// or is lost; `isLost` tells which.
+    std::optional<std::size_t> say(std::string_view utf8);
     /// Silences and forgets all that this connection has said.
     void cancel();
-    [[nodiscard]] bool isAlive() const;
-    /// Ends the connection under a call that waits, which then fails.
+    /// Takes what has come in, without waiting.
+    void takeEvents();
+
+    /// Whether the service is gone. Found out by the other calls.
+    [[nodiscard]] bool isLost() const { return lost; }
+    /// Readable when there is something for `takeEvents`.
+    [[nodiscard]] int descriptor() const { return socket; }
+    /// Has a call that waits fail at once.
     void breakOff();
 
 private:
-    struct Library;
-    explicit ZNTSpeechConnection(std::unique_ptr<Library> library);
+    struct Answer {
+        int code = 0;
+        /// Without the code and its separator; the last is the service's word for it.
+        std::vector<std::string> lines;
+    };
 
-    std::unique_ptr<Library> library;
+    std::optional<Answer> ask(std::string_view command);
+    bool send(std::string_view bytes);
+    bool waitFor(short readiness);
+    void receive();
+    /// Events on the way to it are heard.
+    std::optional<Answer> nextAnswer();
+    void hearTheRest();
+    void hear(const Answer& event);
+
+    int socket;
+    EventHandler onEvent;
+    bool lost = false;
+    std::string received;
+    Answer incomplete;
 };

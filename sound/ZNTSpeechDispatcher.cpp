@@ -5,13 +5,17 @@
 
 #include <chrono>
 #include <condition_variable>
-#include <csignal>
+#include <cstdint>
 #include <deque>
+#include <iterator>
 #include <map>
 #include <mutex>
+#include <poll.h>
 #include <set>
 #include <string>
+#include <sys/eventfd.h>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace
@@ -22,8 +26,11 @@ using namespace std::chrono_literals;
 
 /// How long a service that died is waited for before what it owes counts as lost.
 constexpr auto patienceWithLostService = 5s;
-/// Between two attempts at it, and between two looks at whether it still lives.
-constexpr auto lookInterval = 100ms;
+/// Between two attempts at it, and between two looks for messages whose end is overdue.
+constexpr std::chrono::milliseconds lookInterval = 100ms;
+constexpr std::chrono::milliseconds forEver{-1};
+/// At the end of the program, for each of a quiet end and a forced one.
+constexpr auto patienceAtTheEnd = 500ms;
 constexpr int timesLostAtMost = 3;
 /// How long texts are refused without another attempt after no service answered.
 constexpr auto restAfterFailure = 5s;
@@ -36,18 +43,9 @@ constexpr std::u16string_view unavailableText =
 /// programs may come first; but a service that loses an end must not silence the game for ever.
 Clock::time_point latestEnd(const std::string& utf8) { return Clock::now() + 30s + utf8.size() * 400ms; }
 
-/// A write to a service that just died must fail and not end the program.
-void blockBrokenPipeSignal()
-{
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGPIPE);
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-}
-
 } // namespace
 
-/// What the run loop's thread, the worker thread and the library's thread share.
+/// What the run loop's thread and the worker thread share; the latter owns the connection.
 class ZNTSpeechDispatcher::Worker : public std::enable_shared_from_this<Worker>
 {
 public:
@@ -57,6 +55,9 @@ public:
           serviceStart(serviceStart)
     {
     }
+    ~Worker() { close(wakeUpDescriptor); }
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
 
     [[nodiscard]] bool isSpeaking() const;
     void say(std::string utf8);
@@ -72,8 +73,11 @@ private:
     };
 
     void run();
-    void work(Lock& lock);
+    /// Until there is something to do, or `time` has passed.
+    void wait(Lock& lock, std::chrono::milliseconds time);
+    void cancelIfDue(Lock& lock);
     void connect(Lock& lock);
+    void wakeUp() const;
     void giveUp();
     void sayFirst(Lock& lock);
     void takeBack(Message message);
@@ -87,7 +91,9 @@ private:
     std::thread thread;
 
     mutable std::mutex mutex;
-    std::condition_variable changed;
+    std::condition_variable quitting;
+    /// Readable when the thread has something new to look at.
+    const int wakeUpDescriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     /// What the service does not have yet.
     std::deque<Message> waiting;
     /// What it has, by its numbers, which grow.
@@ -121,7 +127,7 @@ void ZNTSpeechDispatcher::Worker::say(std::string utf8)
     waiting.push_back({std::move(utf8)});
     if (!thread.joinable())
         thread = std::thread([self = shared_from_this()] { self->run(); });
-    changed.notify_all();
+    wakeUp();
 }
 
 void ZNTSpeechDispatcher::Worker::stop()
@@ -132,7 +138,7 @@ void ZNTSpeechDispatcher::Worker::stop()
     isHandingOver = false;
     mustCancel = true;
     ++stops;
-    changed.notify_all();
+    wakeUp();
 }
 
 void ZNTSpeechDispatcher::Worker::quit()
@@ -141,15 +147,15 @@ void ZNTSpeechDispatcher::Worker::quit()
     Lock lock(mutex);
     onUnavailable = nullptr;
     mustQuit = true;
-    changed.notify_all();
+    wakeUp();
     if (!thread.joinable())
         return;
     const auto isOver = [this] { return hasQuit; };
-    if (!changed.wait_for(lock, 500ms, isOver) && connection)
+    if (!quitting.wait_for(lock, patienceAtTheEnd, isOver) && connection)
         connection->breakOff();
-    // A service that takes connections and answers none holds the library for good; it then keeps what the
-    // thread needs, and the program may end.
-    const bool isDone = changed.wait_for(lock, 1s, isOver);
+    // Only the starting of a service has no end that we set. The thread then keeps what it needs, and the
+    // program may end.
+    const bool isDone = quitting.wait_for(lock, patienceAtTheEnd, isOver);
     lock.unlock();
     if (isDone)
         thread.join();
@@ -159,57 +165,73 @@ void ZNTSpeechDispatcher::Worker::quit()
 
 void ZNTSpeechDispatcher::Worker::run()
 {
-    blockBrokenPipeSignal();
     Lock lock(mutex);
     while (!mustQuit) {
-        work(lock);
-        const auto isNeeded = [this] { return mustQuit || mustCancel || !waiting.empty(); };
-        if (!unfinished.empty())
-            changed.wait_for(lock, lookInterval, isNeeded);
+        if (connection && connection->isLost())
+            takeBackFromLostService(lock);
+        cancelIfDue(lock);
+        forgetOverdue();
+        if (waiting.empty())
+            wait(lock, unfinished.empty() ? forEver : lookInterval);
+        else if (connection)
+            sayFirst(lock);
         else
-            changed.wait(lock, isNeeded);
+            connect(lock);
     }
-    if (connection && mustCancel) {
-        lock.unlock();
-        connection->cancel();
-        lock.lock();
-    }
-    auto closing = std::move(connection);
-    lock.unlock();
-    closing.reset();
-    lock.lock();
+    cancelIfDue(lock);
     hasQuit = true;
-    changed.notify_all();
+    quitting.notify_all();
 }
 
-void ZNTSpeechDispatcher::Worker::work(Lock& lock)
+void ZNTSpeechDispatcher::Worker::wakeUp() const
 {
-    if (connection && !connection->isAlive())
-        takeBackFromLostService(lock);
-    if (std::exchange(mustCancel, false) && connection) {
-        lock.unlock();
-        connection->cancel();
-        lock.lock();
-    }
-    forgetOverdue();
-    if (waiting.empty() || mustCancel || mustQuit)
+    const std::uint64_t one = 1;
+    // It can only fail when it is awake anyway.
+    [[maybe_unused]] const auto written = write(wakeUpDescriptor, &one, sizeof one);
+}
+
+void ZNTSpeechDispatcher::Worker::wait(Lock& lock, std::chrono::milliseconds time)
+{
+    const auto served = connection;
+    lock.unlock();
+    pollfd watched[] = {{wakeUpDescriptor, POLLIN, 0}, {served ? served->descriptor() : -1, POLLIN, 0}};
+    poll(watched, std::size(watched), static_cast<int>(time.count()));
+    std::uint64_t count;
+    [[maybe_unused]] const auto taken = read(wakeUpDescriptor, &count, sizeof count);
+    if (served)
+        served->takeEvents();
+    lock.lock();
+}
+
+void ZNTSpeechDispatcher::Worker::cancelIfDue(Lock& lock)
+{
+    if (!std::exchange(mustCancel, false) || !connection)
         return;
-    if (connection)
-        sayFirst(lock);
-    else
-        connect(lock);
+    lock.unlock();
+    connection->cancel();
+    lock.lock();
 }
 
 void ZNTSpeechDispatcher::Worker::connect(Lock& lock)
 {
+    const auto onEvent = [this](std::size_t message, ZNTSpeechEvent event) { heard(message, event); };
     lock.unlock();
-    std::shared_ptr<ZNTSpeechConnection> opened = ZNTSpeechConnection::open(
-        serviceStart, [this](std::size_t message, ZNTSpeechEvent event) { heard(message, event); });
+    auto opened = ZNTSpeechConnection::open(onEvent);
+    if (!opened && serviceStart == ZNTSpeechServiceStart::WhenNeeded) {
+        ZNTSpeechConnection::startService();
+        opened = ZNTSpeechConnection::open(onEvent);
+    }
     lock.lock();
-    if (opened)
-        connection = std::move(opened);
-    else if (Clock::now() < patientUntil)
-        changed.wait_for(lock, lookInterval, [this] { return mustQuit; });
+    // From here on the end of this object can break it off.
+    connection = opened;
+    lock.unlock();
+    const bool answers = opened && opened->greet();
+    lock.lock();
+    if (answers)
+        return;
+    connection = nullptr;
+    if (Clock::now() < patientUntil)
+        wait(lock, lookInterval);
     else
         giveUp();
 }
@@ -242,12 +264,10 @@ void ZNTSpeechDispatcher::Worker::sayFirst(Lock& lock)
     isHandingOver = true;
     lock.unlock();
     const auto message = connection->say(text.utf8);
-    const bool isAlive = message || connection->isAlive();
     lock.lock();
-    const bool wasStopped = stops != stopsBefore;
-    if (!wasStopped) {
+    if (stops == stopsBefore) {
         isHandingOver = false;
-        if (!isAlive) {
+        if (connection->isLost()) {
             takeBack(std::move(text));
         } else if (message && endedEarly.count(*message) == 0) {
             text.latestEnd = latestEnd(text.utf8);
@@ -270,12 +290,9 @@ void ZNTSpeechDispatcher::Worker::takeBackFromLostService(Lock& lock)
         takeBack(std::move(message->second));
     unfinished.clear();
     patientUntil = Clock::now() + patienceWithLostService;
-    auto lost = std::exchange(connection, nullptr);
-    lock.unlock();
-    lost.reset();
-    lock.lock();
+    connection = nullptr;
     // One that dies as soon as it is spoken to is not to keep the machine busy.
-    changed.wait_for(lock, lookInterval, [this] { return mustQuit; });
+    wait(lock, lookInterval);
 }
 
 void ZNTSpeechDispatcher::Worker::forgetOverdue()
@@ -307,7 +324,7 @@ bool ZNTSpeechDispatcher::isSpeaking() const { return worker->isSpeaking(); }
 
 void ZNTSpeechDispatcher::startSpeaking(std::u16string_view text)
 {
-    // The library blocks for ever on the call after an empty text.
+    // An empty message is one that the service neither queues nor ends.
     if (!znt::trimmedOfWhitespace(text).empty())
         worker->say(znt::utf8FromText(text));
 }

@@ -10,12 +10,12 @@
 /// Whether a speech service that does not run may be started by the library, as a desktop does.
 enum class ZNTSpeechServiceStart { WhenNeeded, Never };
 
-/// Speaks through speech-dispatcher, the desktop's own speech service (libspeechd; the SSIP manual), in the
-/// voice and at the rate that the desktop has set.
+/// Speaks through speech-dispatcher, the desktop's own speech service, in the voice and at the rate that the
+/// desktop has set.
 ///
-/// The library blocks, so a thread of this object's own makes every call; the run loop never waits for the
-/// service. The connection is made with the first text. When the service dies, what it had not finished is
-/// said again once it is back.
+/// Talking to a service means waiting for its answers, so a thread of this object's own does it; the run loop
+/// never waits for the service. The connection is made with the first text. When the service dies, what it
+/// had not finished is said again once it is back.
 class ZNTSpeechDispatcher final : public ZNTSpeechEngine
 {
 public:

@@ -1,0 +1,210 @@
+#include "VirtualRunLoop.h"
+#include "ZNTRecordedSpeech.h"
+#include "ZNTRecordingSpeechService.h"
+#include "ZNTSpeechDispatcher.h"
+#include "ZNTSpeechHandOver.h"
+#include "ZNTSpeechSynth.h"
+
+#include <gmock/gmock.h>
+
+#include <optional>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using namespace std::chrono_literals;
+
+namespace
+{
+
+struct SpeechService : testing::Test {
+    using Clock = ZNTRecordingSpeechService::Clock;
+
+    VirtualRunLoop loop;
+    ZNTRecordingSpeechService service;
+    std::vector<std::string> unavailable;
+    std::optional<ZNTSpeechDispatcher> engine;
+
+    SpeechService()
+    {
+        engine.emplace(
+            loop, [this](std::u16string_view text) { unavailable.push_back(znt::utf8FromText(text)); },
+            ZNTSpeechServiceStart::Never);
+    }
+
+    /// Real time passes until all is said.
+    bool fallsSilent(double seconds = 10)
+    {
+        return loop.runUntil([this] { return !engine->isSpeaking(); }, seconds);
+    }
+    bool hasBegun(std::size_t messages)
+    {
+        return loop.runUntil([this, messages] { return service.said().size() >= messages; });
+    }
+};
+
+TEST_F(SpeechService, FiveHundredChunksAreSpokenOnceEachAndInOrder)
+{
+    service.start();
+    ZNTNoScreenReader reader;
+    ZNTSpeechSynth synth(loop, *engine, reader);
+    synth.setUseTimer(false);
+    synth.speechOn();
+    std::vector<std::string> expected;
+    {
+        ZNTSpeechHandOver handOver(synth);
+        for (int number = 0; number < 500; ++number) {
+            handOver.speakOnNewThread(u"Line " + znt::decimalText(number) + u" of the game.\r\n");
+            expected.push_back("Line " + std::to_string(number) + " of the game.");
+        }
+    }
+    const auto allIsSaid = [&] {
+        if (!engine->isSpeaking())
+            loop.advance(0.5);
+        return service.finishedTexts().size() >= expected.size();
+    };
+    EXPECT_TRUE(loop.runUntil(allIsSaid, 60));
+    loop.advance(5);
+    EXPECT_EQ(service.finishedTexts(), expected);
+    EXPECT_THAT(unavailable, IsEmpty());
+    EXPECT_THAT(service.complaints(), IsEmpty());
+}
+
+TEST_F(SpeechService, ItIsSpeakingFromTheHandOverUntilTheServiceHasSaidAll)
+{
+    service.start();
+    service.setSpeakingTime(60ms);
+    EXPECT_FALSE(engine->isSpeaking());
+    const auto start = Clock::now();
+    engine->startSpeaking(u"one");
+    engine->startSpeaking(u"two");
+    EXPECT_TRUE(engine->isSpeaking());
+    ASSERT_TRUE(fallsSilent());
+    EXPECT_GE(Clock::now() - start, 120ms);
+    EXPECT_THAT(service.finishedTexts(), ElementsAre("one", "two"));
+}
+
+TEST_F(SpeechService, TextArrivesAsItWasAndNothingIsNeverHandedOver)
+{
+    service.start();
+    for (const auto* text : {u"", u"  \t\r\n", u".", u"..", u".\r\n.",
+                             u"caf\u00e9 \u4f60\u597d \U0001F600 %s \"x\"", u"QUIT", u"after"})
+        engine->startSpeaking(text);
+    ASSERT_TRUE(fallsSilent());
+    EXPECT_THAT(service.finishedTexts(),
+                ElementsAre(".", "..", ".\r\n.",
+                            "caf\xc3\xa9 \xe4\xbd\xa0\xe5\xa5\xbd \xf0\x9f\x98\x80 %s \"x\"", "QUIT",
+                            "after"));
+}
+
+TEST_F(SpeechService, AStopSilencesWithinFiftyMillisecondsAndDropsTheRest)
+{
+    service.start();
+    service.setSpeakingTime(10s);
+    engine->startSpeaking(u"long");
+    engine->startSpeaking(u"never");
+    ASSERT_TRUE(hasBegun(1));
+    const auto stopped = Clock::now();
+    engine->stopSpeaking();
+    EXPECT_FALSE(engine->isSpeaking());
+    ASSERT_TRUE(loop.runUntil([this] { return service.said()[0].wasCancelled; }));
+    EXPECT_LT(service.said()[0].end - stopped, 50ms);
+
+    service.setSpeakingTime(0ms);
+    engine->startSpeaking(u"next");
+    ASSERT_TRUE(fallsSilent());
+    EXPECT_THAT(service.finishedTexts(), ElementsAre("next"));
+    EXPECT_EQ(service.said().size(), 2u);
+}
+
+TEST_F(SpeechService, AStopReachesEvenATextThatIsJustOnItsWay)
+{
+    service.start();
+    service.setSpeakingTime(10s);
+    for (int round = 0; round < 50; ++round) {
+        engine->startSpeaking(u"overtaken");
+        std::this_thread::sleep_for(std::chrono::microseconds(round * 20));
+        engine->stopSpeaking();
+    }
+    service.setSpeakingTime(0ms);
+    engine->startSpeaking(u"last");
+    ASSERT_TRUE(fallsSilent());
+    EXPECT_THAT(service.finishedTexts(), ElementsAre("last"));
+}
+
+TEST_F(SpeechService, AServiceThatIsKilledAndComesBackSaysWhatItOwes)
+{
+    service.start();
+    engine->startSpeaking(u"zero");
+    ASSERT_TRUE(fallsSilent());
+    service.setSpeakingTime(10s);
+    engine->startSpeaking(u"one");
+    engine->startSpeaking(u"two");
+    ASSERT_TRUE(hasBegun(2));
+    service.kill();
+    engine->startSpeaking(u"three");
+    EXPECT_TRUE(engine->isSpeaking());
+    service.setSpeakingTime(0ms);
+    service.start();
+    ASSERT_TRUE(fallsSilent());
+    EXPECT_THAT(service.finishedTexts(), ElementsAre("zero", "one", "two", "three"));
+
+    service.kill();
+    service.start();
+    engine->startSpeaking(u"four");
+    ASSERT_TRUE(fallsSilent());
+    EXPECT_EQ(service.finishedTexts().back(), "four");
+    EXPECT_THAT(unavailable, IsEmpty());
+}
+
+TEST_F(SpeechService, WithoutAServiceThePlayerIsToldOnceAndNothingWaits)
+{
+    engine->startSpeaking(u"one");
+    ASSERT_TRUE(fallsSilent());
+    loop.runPosted();
+    ASSERT_EQ(unavailable.size(), 1u);
+    EXPECT_THAT(unavailable[0], testing::HasSubstr("\"speech-dispatcher\""));
+    engine->startSpeaking(u"two");
+    EXPECT_FALSE(engine->isSpeaking());
+    loop.runPosted();
+    EXPECT_EQ(unavailable.size(), 1u);
+}
+
+TEST_F(SpeechService, OneThatStopsAnsweringHoldsUpNeitherTheGameNorItsEnd)
+{
+    for (const bool answersAtFirst : {true, false}) {
+        SCOPED_TRACE(answersAtFirst ? "when spoken to" : "when connected to");
+        service.kill();
+        service.setAnswers(true);
+        service.start();
+        engine.emplace(loop, nullptr, ZNTSpeechServiceStart::Never);
+        if (answersAtFirst) {
+            engine->startSpeaking(u"heard");
+            ASSERT_TRUE(fallsSilent());
+        }
+        service.setAnswers(false);
+        const auto heardBefore = service.commandsHeard();
+        auto before = Clock::now();
+        engine->startSpeaking(u"stuck");
+        EXPECT_LT(Clock::now() - before, 50ms);
+        ASSERT_TRUE(loop.runUntil([&] { return service.commandsHeard() > heardBefore; }));
+        before = Clock::now();
+        EXPECT_TRUE(engine->isSpeaking());
+        engine->stopSpeaking();
+        EXPECT_FALSE(engine->isSpeaking());
+        EXPECT_LT(Clock::now() - before, 50ms);
+        engine.reset();
+        EXPECT_LT(Clock::now() - before, 3s);
+    }
+}
+
+TEST_F(SpeechService, TheEndOfTheEngineSilencesIt)
+{
+    service.start();
+    service.setSpeakingTime(10s);
+    engine->startSpeaking(u"long");
+    ASSERT_TRUE(hasBegun(1));
+    engine.reset();
+    EXPECT_TRUE(service.said()[0].wasCancelled);
+}
+
+} // namespace
