@@ -1,0 +1,81 @@
+#include "ZNTDemoGame.h"
+#include "ZNTDemoSocketPlayer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <netinet/in.h>
+#include <optional>
+
+namespace
+{
+
+ZNTResult<std::uint16_t> started(VirtualRunLoop& loop, ZNTDemoGame& game, ZNTStringEncoding encoding)
+{
+    std::optional<ZNTResult<std::uint16_t>> outcome;
+    game.start(encoding, [&](ZNTResult<std::uint16_t> result) { outcome = std::move(result); });
+    EXPECT_FALSE(outcome) << "the answer comes from the loop";
+    EXPECT_TRUE(loop.runUntil([&] { return outcome.has_value(); }));
+    return outcome.value_or(ZNTError{"test", 0, "no answer"});
+}
+
+int connectionTo(std::uint16_t port)
+{
+    const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+        return descriptor;
+    close(descriptor);
+    return -1;
+}
+
+} // namespace
+
+TEST(DemoGame, StartsInTheLanguageAskedForAndEndsWithItsOwner)
+{
+    VirtualRunLoop loop;
+    for (const auto encoding : {ZNTStringEncoding::Ascii, ZNTStringEncoding::Big5Hkscs}) {
+        auto game = std::make_unique<ZNTDemoGame>(loop, ZANTOR_DEMO_PROGRAM);
+        const auto port = started(loop, *game, encoding);
+        ASSERT_TRUE(port) << port.error().description;
+        ZNTDemoSocketPlayer player(loop, connectionTo(port.value()));
+        const bool isEnglish = encoding == ZNTStringEncoding::Ascii;
+        EXPECT_EQ(player.readUntil("> ").find("Welcome") != std::string::npos, isEnglish);
+        game.reset();
+        EXPECT_TRUE(player.waitForEnd());
+        EXPECT_EQ(connectionTo(port.value()), -1);
+    }
+}
+
+TEST(DemoGame, SaysWhyThereIsNoGame)
+{
+    VirtualRunLoop loop;
+    const std::pair<const char*, const char*> programs[] = {{"/nowhere/zantor-demo", "No such file"},
+                                                            {"/bin/false", "ended before"},
+                                                            {"/bin/echo", "something else than a port"}};
+    for (const auto& [program, why] : programs) {
+        SCOPED_TRACE(program);
+        ZNTDemoGame game(loop, program);
+        const auto port = started(loop, game, ZNTStringEncoding::Ascii);
+        ASSERT_FALSE(port);
+        EXPECT_THAT(port.error().description, testing::HasSubstr(why));
+    }
+    ZNTDemoGame silent(loop, "/bin/yes"); // its lines say nothing of a port either
+    EXPECT_FALSE(started(loop, silent, ZNTStringEncoding::Ascii));
+}
+
+TEST(DemoGame, AnOwnerWhoGoesAwayHearsNoMore)
+{
+    VirtualRunLoop loop;
+    bool heard = false;
+    {
+        ZNTDemoGame game(loop, ZANTOR_DEMO_PROGRAM);
+        game.start(ZNTStringEncoding::Ascii, [&](const auto&) { heard = true; });
+    }
+    loop.advance(20);
+    EXPECT_FALSE(heard);
+    EXPECT_EQ(loop.pendingTimers(), 0U);
+}

@@ -1,0 +1,60 @@
+#include "ZNTDemoServer.h"
+#include "ZNTDemoSocketPlayer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <netinet/in.h>
+
+using testing::HasSubstr;
+
+namespace
+{
+
+int connectedTo(std::uint16_t port)
+{
+    const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    EXPECT_EQ(connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    return descriptor;
+}
+
+} // namespace
+
+TEST(DemoServer, SeatsManyAtOnceTurnsOneTooManyAwayAndFreesASeatThatIsLeft)
+{
+    VirtualRunLoop loop;
+    auto server = ZNTDemoServer::onPort(0, ZNTStringEncoding::Ascii, loop);
+    ASSERT_TRUE(server);
+    int left = 0;
+    server.value()->whenPlayerLeft = [&] { ++left; };
+    std::vector<std::unique_ptr<ZNTDemoSocketPlayer>> players;
+    const auto join = [&] {
+        players.push_back(std::make_unique<ZNTDemoSocketPlayer>(loop, connectedTo(server.value()->port())));
+    };
+    for (std::size_t i = 0; i < ZNTDemoServer::mostPlayers; ++i) {
+        join();
+        EXPECT_THAT(players.back()->readUntil("> "), HasSubstr("Welcome"));
+    }
+    join();
+    EXPECT_TRUE(players.back()->waitForEnd());
+    EXPECT_THAT(players.back()->received, HasSubstr("The village is full"));
+
+    players.front()->hangUp();
+    EXPECT_TRUE(loop.runUntil([&] { return left == 1; }));
+    join();
+    EXPECT_THAT(players.back()->readUntil("> "), HasSubstr("Welcome"));
+}
+
+TEST(DemoServer, APortThatIsTakenIsAnError)
+{
+    VirtualRunLoop loop;
+    const auto first = ZNTDemoServer::onPort(0, ZNTStringEncoding::Ascii, loop);
+    ASSERT_TRUE(first);
+    const auto second = ZNTDemoServer::onPort(first.value()->port(), ZNTStringEncoding::Ascii, loop);
+    ASSERT_FALSE(second);
+    EXPECT_EQ(second.error().code, EADDRINUSE);
+}

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "VirtualRunLoop.h"
+
+#include <cerrno>
+#include <string>
+#include <string_view>
+#include <sys/socket.h>
+#include <unistd.h>
+#include <zlib.h>
+
+/// A player's end of a connection. It reads when asked to wait, never by itself.
+class ZNTDemoSocketPlayer
+{
+public:
+    ZNTDemoSocketPlayer(VirtualRunLoop& loop, int descriptor) : loop(loop), descriptor(descriptor) {}
+    ~ZNTDemoSocketPlayer() { hangUp(); }
+    ZNTDemoSocketPlayer(const ZNTDemoSocketPlayer&) = delete;
+    ZNTDemoSocketPlayer& operator=(const ZNTDemoSocketPlayer&) = delete;
+
+    void hangUp()
+    {
+        if (descriptor >= 0)
+            close(descriptor);
+        descriptor = -1;
+    }
+    /// Turns the loop until all of it is taken.
+    bool send(std::string_view bytes)
+    {
+        return loop.runUntil([&] {
+            const auto count = ::send(descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+            if (count > 0)
+                bytes.remove_prefix(static_cast<std::size_t>(count));
+            return bytes.empty() || (count < 0 && errno != EAGAIN);
+        }) && bytes.empty();
+    }
+    /// Reads until `text` has come; forgets everything up to its end and answers that.
+    std::string readUntil(std::string_view text)
+    {
+        std::size_t at = std::string::npos;
+        std::size_t looked = 0;
+        loop.runUntil([&] {
+            read();
+            at = received.find(text, looked);
+            looked = received.size() < text.size() ? 0 : received.size() - text.size();
+            return at != std::string::npos || hasEnded;
+        });
+        const auto end = at == std::string::npos ? received.size() : at + text.size();
+        auto result = received.substr(0, end);
+        received.erase(0, end);
+        return result;
+    }
+    /// Reads until the game has closed its side.
+    bool waitForEnd()
+    {
+        return loop.runUntil([&] {
+            read();
+            return hasEnded;
+        });
+    }
+    /// Reads what has arrived by now, after the loop had a few turns.
+    void settle()
+    {
+        loop.advance(0);
+        read();
+    }
+
+    /// What has come and was not yet asked for.
+    std::string received;
+
+private:
+    void read()
+    {
+        char bytes[65536];
+        for (;;) {
+            const auto count = recv(descriptor, bytes, sizeof bytes, MSG_DONTWAIT);
+            if (count > 0)
+                received.append(bytes, static_cast<std::size_t>(count));
+            else if (count < 0 && errno == EAGAIN)
+                return;
+            else {
+                hasEnded = true;
+                return;
+            }
+        }
+    }
+
+    VirtualRunLoop& loop;
+    int descriptor;
+    bool hasEnded = false;
+};
+
+/// What one zlib stream holds, as far as `bytes` go; `bytes` keeps what follows the end of the stream.
+inline std::string inflatedFrom(std::string& bytes, bool& streamHasEnded)
+{
+    z_stream stream{};
+    inflateInit(&stream);
+    stream.next_in = reinterpret_cast<Bytef*>(bytes.data());
+    stream.avail_in = static_cast<uInt>(bytes.size());
+    std::string text(1 << 20, '\0');
+    stream.next_out = reinterpret_cast<Bytef*>(text.data());
+    stream.avail_out = static_cast<uInt>(text.size());
+    streamHasEnded = inflate(&stream, Z_SYNC_FLUSH) == Z_STREAM_END;
+    text.resize(text.size() - stream.avail_out);
+    bytes.erase(0, bytes.size() - stream.avail_in);
+    inflateEnd(&stream);
+    return text;
+}

@@ -1,0 +1,70 @@
+#include "ZNTDemoTelnet.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace
+{
+
+struct Recorder final : ZNTDemoTelnetListener {
+    std::vector<std::string> heard;
+    void onLine(std::string_view bytes) override { heard.push_back("line " + std::string(bytes)); }
+    void onLineTooLong() override { heard.emplace_back("too long"); }
+    void onOption(unsigned char verb, unsigned char option) override
+    {
+        heard.push_back("option " + std::to_string(verb) + " " + std::to_string(option));
+    }
+};
+
+void receiveAll(ZNTDemoTelnetInput& input, std::string_view bytes)
+{
+    while (!bytes.empty())
+        bytes.remove_prefix(input.receive(bytes));
+}
+
+std::vector<std::string> heardFrom(std::vector<std::string_view> slices)
+{
+    Recorder recorder;
+    ZNTDemoTelnetInput input(recorder);
+    for (const auto slice : slices)
+        receiveAll(input, slice);
+    return recorder.heard;
+}
+
+} // namespace
+
+TEST(DemoTelnet, LinesAndOptionsComeOutTheSameHoweverTheyAreSliced)
+{
+    using namespace std::string_view_literals;
+    // All four line ends, an answer of each kind, the odd refusal with a letter as its option, a
+    // subnegotiation with a line end and an escaped 255 in it, and commands of two bytes.
+    const auto sample =
+        "look\r\nno\xFF\xFD\x56rth\n\xFF\x19Zsay hi\r\0\xFF\xFA\x18\nxterm\xFF\xFF\r\xFF\xF0up\r\r\n"
+        "\xFF\xFE\x56\xFF\xF1\xFF\xFF\xFF\xFB\x1F\xFF\xFC\x01q\xFF\xF9\n"sv;
+    const std::vector<std::string> expected{"line look",     "option 253 86", "line north", "option 25 90",
+                                            "line say hi",   "line up",       "line ",      "option 254 86",
+                                            "option 251 31", "option 252 1",  "line q"};
+    for (std::size_t first = 0; first <= sample.size(); ++first)
+        for (std::size_t second = first; second <= sample.size(); ++second)
+            ASSERT_EQ(heardFrom({sample.substr(0, first), sample.substr(first, second - first),
+                                 sample.substr(second)}),
+                      expected)
+                << "cut at " << first << " and " << second;
+}
+
+TEST(DemoTelnet, ALineOfAnyLengthCostsNoMoreThanTheLongest)
+{
+    const std::string longest(ZNTDemoTelnetInput::longestLine, 'x');
+    EXPECT_EQ(heardFrom({longest, "\n"}), std::vector<std::string>{"line " + longest});
+    EXPECT_EQ(heardFrom({longest, "y", longest, longest, "\nlook\n"}),
+              (std::vector<std::string>{"too long", "line look"}));
+}
+
+TEST(DemoTelnet, ReadsOneLineAtATime)
+{
+    Recorder recorder;
+    ZNTDemoTelnetInput input(recorder);
+    EXPECT_EQ(input.receive("a\nb\n"), 2U);
+    EXPECT_EQ(recorder.heard, std::vector<std::string>{"line a"});
+}

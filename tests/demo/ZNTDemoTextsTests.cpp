@@ -1,0 +1,101 @@
+#include "ZNTDemoTexts.h"
+#include "ZNTDemoWords.h"
+
+#include "ZNTText.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace znt::demo;
+
+namespace
+{
+
+constexpr ZNTStringEncoding encodings[] = {ZNTStringEncoding::Ascii, ZNTStringEncoding::EucCn,
+                                           ZNTStringEncoding::Big5Hkscs};
+
+std::vector<std::u16string> allTexts(const ZNTDemoTexts& texts)
+{
+    std::vector<std::u16string> all;
+    for (const auto phrase : allPhrases)
+        all.emplace_back(texts.phrase(phrase));
+    for (const auto room : allRooms) {
+        all.emplace_back(texts.roomName(room));
+        all.emplace_back(texts.roomDescription(room));
+    }
+    for (const auto direction : allDirections)
+        all.emplace_back(texts.direction(direction));
+    for (const auto thing : allThings) {
+        all.emplace_back(texts.thing(thing));
+        all.emplace_back(texts.thingDescription(thing));
+    }
+    return all;
+}
+
+std::vector<std::u16string> placeholders(std::u16string_view text)
+{
+    std::vector<std::u16string> found;
+    for (const auto* placeholder : {u"%1", u"%2"})
+        if (znt::contains(text, placeholder))
+            found.emplace_back(placeholder);
+    return found;
+}
+
+} // namespace
+
+TEST(DemoTexts, EveryTextCanBeSentInItsEncodingAndIsPlain)
+{
+    if (znt::encodedText(u"灯", ZNTStringEncoding::EucCn) == "?")
+        GTEST_SKIP() << "this build encodes no Chinese";
+    for (const auto encoding : encodings) {
+        for (const auto& text : allTexts(ZNTDemoTexts::forEncoding(encoding))) {
+            SCOPED_TRACE(znt::utf8FromText(text));
+            EXPECT_FALSE(text.empty());
+            EXPECT_EQ(znt::decodedText(znt::encodedText(text, encoding), encoding), text);
+            EXPECT_FALSE(znt::contains(text, u"\x1b")) << "colours are laid on where the text is used";
+            EXPECT_FALSE(znt::contains(text, u"!!")) << "a client takes this for a sound tag";
+        }
+    }
+}
+
+TEST(DemoTexts, TranslationsAskForTheSameWords)
+{
+    const auto& english = ZNTDemoTexts::forEncoding(ZNTStringEncoding::Ascii);
+    for (const auto encoding : encodings)
+        for (const auto phrase : allPhrases)
+            EXPECT_EQ(placeholders(ZNTDemoTexts::forEncoding(encoding).phrase(phrase)),
+                      placeholders(english.phrase(phrase)))
+                << znt::utf8FromText(english.phrase(phrase));
+}
+
+TEST(DemoTexts, WhatIsFilledInIsNotFilledAgain)
+{
+    EXPECT_EQ(filled(u"%1 says: %2", u"%2", u"100% %1"), u"%2 says: 100% %1");
+    EXPECT_EQ(filled(u"50%", u"x"), u"50%");
+}
+
+TEST(DemoTexts, LinesAreBrokenBetweenWordsAndNothingIsLost)
+{
+    EXPECT_EQ(wrapped(u"one two three", 7), u"one two\nthree");
+    EXPECT_EQ(wrapped(u"a\nlongword bb", 4), u"a\nlongword\nbb");
+    EXPECT_EQ(wrapped(u"四四四，四", 6), u"四四\n四，四") << "a comma does not begin a line";
+    EXPECT_EQ(wrapped(u"", 5), u"");
+    const auto withoutBreaks = [](std::u16string text) {
+        std::erase_if(text, [](char16_t unit) { return unit == u' ' || unit == u'\n'; });
+        return text;
+    };
+    for (const auto encoding : encodings)
+        for (const auto& text : allTexts(ZNTDemoTexts::forEncoding(encoding)))
+            for (std::size_t columns = 1; columns < 40; columns += 3)
+                EXPECT_EQ(withoutBreaks(wrapped(text, columns)), withoutBreaks(text));
+}
+
+TEST(DemoWords, AThingIsNamedByItsWordsOnly)
+{
+    EXPECT_TRUE(isNamedBy(u"a red apple", u"apple"));
+    EXPECT_TRUE(isNamedBy(u"a red apple", u"Red Apple"));
+    EXPECT_TRUE(isNamedBy(u"一个红苹果", u"苹果"));
+    for (const auto* other : {u"", u"a", u"app", u"ed", u"pears", u" apple", u"%1"})
+        EXPECT_FALSE(isNamedBy(u"a red apple", other)) << znt::utf8FromText(other);
+}
