@@ -63,8 +63,6 @@ TEST(DemoGame, SaysWhyThereIsNoGame)
         ASSERT_FALSE(port);
         EXPECT_THAT(port.error().description, testing::HasSubstr(why));
     }
-    ZNTDemoGame silent(loop, "/bin/yes"); // its lines say nothing of a port either
-    EXPECT_FALSE(started(loop, silent, ZNTStringEncoding::Ascii));
 }
 
 TEST(DemoGame, AnOwnerWhoGoesAwayHearsNoMore)
