@@ -101,7 +101,7 @@ inline std::string inflatedFrom(std::string& bytes, bool& streamHasEnded)
     stream.next_out = reinterpret_cast<Bytef*>(text.data());
     stream.avail_out = static_cast<uInt>(text.size());
     streamHasEnded = inflate(&stream, Z_SYNC_FLUSH) == Z_STREAM_END;
-    text.resize(text.size() - stream.avail_out);
+    text.erase(stream.total_out);
     bytes.erase(0, bytes.size() - stream.avail_in);
     inflateEnd(&stream);
     return text;
