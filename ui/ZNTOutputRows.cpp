@@ -1,0 +1,146 @@
+#include "ZNTOutputRows.h"
+
+#include <algorithm>
+
+void ZNTOutputRows::setColumns(int newColumns)
+{
+    newColumns = std::max(newColumns, 2);
+    if (newColumns == columns)
+        return;
+    columns = newColumns;
+    reset();
+}
+
+void ZNTOutputRows::reset()
+{
+    blocks.clear();
+    closedRows = 0;
+    firstBlock = store.firstBlock();
+    estimates = true;
+    update();
+    estimates = false;
+}
+
+void ZNTOutputRows::update()
+{
+    for (; firstBlock < store.firstBlock() && !blocks.empty(); ++firstBlock) {
+        closedRows -= blocks.front().rows;
+        blocks.pop_front();
+    }
+    firstBlock = store.firstBlock();
+    // The last block known may have grown, and its last line may have been closed.
+    const auto known = firstBlock + static_cast<std::int64_t>(blocks.size());
+    for (auto block = std::max(firstBlock, known - 1); block < store.endBlock(); ++block) {
+        if (block == firstBlock + static_cast<std::int64_t>(blocks.size()))
+            blocks.emplace_back();
+        countNewLines(block);
+    }
+}
+
+void ZNTOutputRows::countNewLines(std::int64_t block)
+{
+    const auto extent = store.block(block);
+    const bool isLast = block + 1 == store.endBlock();
+    const auto lines = extent.lineCount - (isLast ? 1 : 0);
+    auto& count = counted(block);
+    std::int64_t added = 0;
+    for (; count.lines < lines; ++count.lines) {
+        if (!estimates) {
+            added += rowsOfLine(extent.firstLine + count.lines);
+            continue;
+        }
+        const int width = store.line(extent.firstLine + count.lines).columns;
+        if (width > columns)
+            count.isExact = false;
+        added += std::max(1, (width + columns - 1) / columns);
+    }
+    count.rows += added;
+    closedRows += added;
+}
+
+void ZNTOutputRows::makeExact(std::int64_t block)
+{
+    auto& count = counted(block);
+    if (count.isExact)
+        return;
+    closedRows -= count.rows;
+    count = {};
+    countNewLines(block);
+}
+
+int ZNTOutputRows::rowsOfLine(std::int64_t line) const
+{
+    const auto content = store.line(line);
+    return content.columns <= columns ? 1 : znt::countRows(content.text, grid());
+}
+
+std::int64_t ZNTOutputRows::rowsOfBlock(std::int64_t block)
+{
+    const bool isLast = block + 1 == store.endBlock();
+    return counted(block).rows + (isLast ? rowsOfLine(store.endLine() - 1) : 0);
+}
+
+std::int64_t ZNTOutputRows::rowsBefore(ZNTRowPlace place)
+{
+    const auto line = std::clamp(place.line, store.firstLine(), store.endLine() - 1);
+    const auto target = store.blockOfLine(line);
+    makeExact(target);
+    std::int64_t rows = 0;
+    for (auto block = firstBlock; block < target; ++block)
+        rows += counted(block).rows;
+    for (auto at = store.block(target).firstLine; at < line; ++at)
+        rows += rowsOfLine(at);
+    return rows + (line == place.line ? place.row : 0);
+}
+
+ZNTRowPlace ZNTOutputRows::placeOfRow(std::int64_t row)
+{
+    row = std::max<std::int64_t>(row, 0);
+    for (auto block = firstBlock; block < store.endBlock(); ++block) {
+        if (row >= rowsOfBlock(block) && block + 1 < store.endBlock()) {
+            row -= rowsOfBlock(block);
+            continue;
+        }
+        makeExact(block);
+        const auto extent = store.block(block);
+        for (auto line = extent.firstLine; line < extent.firstLine + extent.lineCount; ++line) {
+            const int rows = rowsOfLine(line);
+            if (row < rows)
+                return {line, static_cast<int>(row)};
+            row -= rows;
+        }
+        if (block + 1 < store.endBlock())
+            return {extent.firstLine + extent.lineCount, 0}; // the estimate was a little high
+    }
+    const auto last = store.endLine() - 1;
+    return {last, rowsOfLine(last) - 1};
+}
+
+ZNTRowPlace ZNTOutputRows::moved(ZNTRowPlace place, std::int64_t rows) const
+{
+    const auto first = store.firstLine();
+    const auto last = store.endLine() - 1;
+    if (place.line < first)
+        place = {first, 0};
+    place.line = std::min(place.line, last);
+    place.row = std::clamp(place.row, 0, rowsOfLine(place.line) - 1);
+    for (; rows < 0; ++rows) {
+        if (place.row > 0)
+            --place.row;
+        else if (place.line > first) {
+            --place.line;
+            place.row = rowsOfLine(place.line) - 1;
+        } else
+            break;
+    }
+    for (int inLine = rows > 0 ? rowsOfLine(place.line) : 0; rows > 0; --rows) {
+        if (place.row + 1 < inLine)
+            ++place.row;
+        else if (place.line < last) {
+            place = {place.line + 1, 0};
+            inLine = rowsOfLine(place.line);
+        } else
+            break;
+    }
+    return place;
+}

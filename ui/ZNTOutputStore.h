@@ -1,0 +1,148 @@
+#pragma once
+
+#include "ZNTAttributedText.h"
+#include "ZNTCellWidth.h"
+
+#include <cstdint>
+#include <deque>
+#include <limits>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// How a stretch of text is shown. Of a font only its boldness counts: family and size are the view's, for
+/// the whole of its text, since a grid has one cell size.
+struct ZNTOutputStyle {
+    ZNTColour foreground = znt::colours::white;
+    ZNTColour background = znt::colours::black;
+    bool isBold = false;
+    bool isUnderlined = false;
+    friend bool operator==(const ZNTOutputStyle&, const ZNTOutputStyle&) = default;
+};
+
+/// Everything that a game has said, compactly: UTF-16 in blocks of some 100 KB, four bytes a run of
+/// attributes, four bytes a line. An append costs the same however much is there; what is there never moves.
+///
+/// Line ends (CR LF, LF CR, LF, CR; the pair also in two appends) are each kept as one "\n". Other control
+/// characters but TAB are left out. Places in the text are UTF-16 offsets, and lines are numbers, that both
+/// count from the first text ever appended, so neither changes when the oldest text is dropped.
+///
+/// A line of more than `longestLine` units goes on in another line without a break between, so that no
+/// operation on a line depends on what a server sends.
+class ZNTOutputStore
+{
+public:
+    using Position = std::int64_t;
+    using StyleNumber = std::uint16_t;
+
+    static constexpr std::size_t longestLine = 16384; ///< UTF-16 units; one more where a pair would be cut
+    static constexpr std::size_t defaultMemoryLimit = std::size_t{512} << 20; ///< some four million lines
+
+    /// A line of the text. The view is good until the store changes.
+    struct Line {
+        std::u16string_view text; ///< without its "\n"
+        Position start;
+        int columns; ///< its width unwrapped; very wide lines count as `columnsOfVeryWide`
+        bool endsInBreak;
+        [[nodiscard]] Position end() const { return start + static_cast<Position>(text.size()); }
+    };
+    static constexpr int columnsOfVeryWide = 0x7FFF;
+
+    /// A whole number of lines, stored together.
+    struct BlockExtent {
+        std::u16string_view text; ///< with the "\n"
+        Position start;
+        std::int64_t firstLine;
+        std::int64_t lineCount;
+    };
+
+    ZNTOutputStore();
+    ~ZNTOutputStore();
+    ZNTOutputStore(const ZNTOutputStore&) = delete;
+    ZNTOutputStore& operator=(const ZNTOutputStore&) = delete;
+
+    void append(const ZNTAttributedText& text);
+    /// Drops everything; positions and line numbers go on from where they were.
+    void clear();
+
+    /// Past this many bytes the oldest blocks are dropped, a block at a time; the newest always stays.
+    void setMemoryLimit(std::size_t bytes);
+    [[nodiscard]] std::size_t memoryInUse() const;
+
+    /// The text that is there: [start, end).
+    [[nodiscard]] Position start() const;
+    [[nodiscard]] Position end() const;
+    /// The lines that are there: [firstLine, endLine). There is always one, open at its end.
+    [[nodiscard]] std::int64_t firstLine() const;
+    [[nodiscard]] std::int64_t endLine() const;
+
+    [[nodiscard]] Line line(std::int64_t number) const;
+    /// The line that `position` is in; its "\n" belongs to it. Positions outside are brought inside.
+    [[nodiscard]] std::int64_t lineAt(Position position) const;
+    /// The text of [from, to), brought inside what is there.
+    [[nodiscard]] std::u16string text(Position from, Position to) const;
+
+    /// Blocks are numbered like lines: from the first ever, [firstBlock, endBlock).
+    [[nodiscard]] std::int64_t firstBlock() const { return droppedBlocks; }
+    [[nodiscard]] std::int64_t endBlock() const;
+    [[nodiscard]] BlockExtent block(std::int64_t number) const;
+    [[nodiscard]] std::int64_t blockOfLine(std::int64_t line) const;
+    [[nodiscard]] std::int64_t blockAt(Position position) const;
+
+    /// Calls `visit(from, to, style)` for each stretch of one style within [from, to), in order.
+    template <typename Visit>
+    void forEachRun(Position from, Position to, Visit visit) const;
+    [[nodiscard]] const ZNTOutputStyle& style(StyleNumber number) const { return styles[number]; }
+
+    /// Counts the columns of all lines afresh.
+    void setAmbiguousWidth(znt::AmbiguousWidth width);
+    [[nodiscard]] znt::AmbiguousWidth ambiguousWidth() const { return ambiguous; }
+
+private:
+    struct Run {
+        std::uint16_t offset; // in the block
+        StyleNumber style;
+    };
+    struct LineStart {
+        std::uint16_t offset;  // in the block
+        std::uint16_t columns; // the highest bit marks a line that goes on in the next without a break
+    };
+    struct Block;
+
+    StyleNumber styleFor(const ZNTAttributeSet& attributes);
+    void appendPlain(std::u16string_view text, StyleNumber style);
+    void appendPiece(std::u16string_view text, StyleNumber style);
+    void startLine();
+    void startBlock();
+    void dropOldBlocks();
+    [[nodiscard]] Line lineOf(const Block& block, std::size_t index) const;
+    [[nodiscard]] const Block& blockNumbered(std::int64_t number) const;
+    [[nodiscard]] std::pair<Position, StyleNumber> runAt(Position position) const;
+
+    std::deque<std::unique_ptr<Block>> blocks;
+    std::int64_t droppedBlocks = 0;
+    std::size_t closedMemory = 0; // of every block but the last
+    std::size_t memoryLimit = defaultMemoryLimit;
+
+    std::vector<ZNTOutputStyle> styles;
+    std::map<std::uint64_t, StyleNumber> styleNumbers;
+
+    char16_t breakJustMade = 0; // the CR or LF whose partner, coming next, belongs to the same break
+    znt::AmbiguousWidth ambiguous = znt::AmbiguousWidth::Narrow;
+};
+
+template <typename Visit>
+void ZNTOutputStore::forEachRun(Position from, Position to, Visit visit) const
+{
+    while (from < to) {
+        const auto [end, style] = runAt(from);
+        const auto until = end < to ? end : to;
+        if (until <= from)
+            return;
+        visit(from, until, style);
+        from = until;
+    }
+}

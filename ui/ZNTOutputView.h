@@ -1,0 +1,208 @@
+#pragma once
+
+#include "ZNTOutputFind.h"
+#include "ZNTOutputPainter.h"
+#include "ZNTOutputRows.h"
+#include "ZNTOutputStore.h"
+#include "ZNTScreenElements.h"
+
+#include <QAbstractScrollArea>
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <optional>
+#include <utility>
+
+class QPushButton;
+
+/// The output view: what the game has said, in a grid of its own colours, whatever the desktop's.
+///
+/// An append only stores; the view is painted on a later turn, at most every 16 ms, and paints no more than
+/// what is visible. It follows the end unless the player has scrolled back; then a mark with the number of
+/// new lines shows in the corner, and Ctrl+End or a click on it goes back to the end.
+///
+/// Its keys: arrows, Home, End, Page Up and Page Down move a caret (Ctrl by words and to the ends of the
+/// text, Shift selects), Ctrl+A, Ctrl+C, Ctrl+Insert. What a player would type goes on to the command line.
+class ZNTOutputView : public QAbstractScrollArea, public ZNTTextView
+{
+    Q_OBJECT
+
+public:
+    using Position = ZNTOutputStore::Position;
+
+    static constexpr double smallestPointSize = 8;
+    static constexpr double largestPointSize = 48;
+
+    explicit ZNTOutputView(QWidget* parent = nullptr);
+    ~ZNTOutputView() override;
+
+    void append(const ZNTAttributedText& text) override;
+    void scrollToEnd() override;
+    void clear() override;
+    /// Only noted: the player cannot write here, and programmatic appends need no permission.
+    void setEditable(bool editable) override { editable_ = editable; }
+
+    /// The family and size of everything shown, bold where the text is. 12 points of Menlo, or of the
+    /// system's fixed-width font, until set. The size is brought into its bounds. A family that is not of
+    /// fixed width is still laid out in columns.
+    void setTextFont(const QFont& font);
+    [[nodiscard]] QFont textFont() const { return painter.font(); }
+    void setPointSize(double points);
+    [[nodiscard]] double pointSize() const { return painter.font().pointSizeF(); }
+
+    /// For games in a Chinese encoding: line drawing, stars and their like are two columns wide.
+    void setAmbiguousWidth(znt::AmbiguousWidth width);
+    /// Whether colours too dark to be read on their background are made lighter. On until switched off.
+    void setReadableColours(bool readable);
+    /// Text in memory past this many bytes is dropped from the beginning. ZNTOutputStore has the default.
+    void setMemoryLimit(std::size_t bytes);
+
+    [[nodiscard]] const ZNTOutputStore& store() const { return store_; }
+    [[nodiscard]] bool followsEnd() const { return isFollowing; }
+    /// Lines that arrived below while the player was reading further up.
+    [[nodiscard]] std::int64_t newLinesBelow() const;
+
+    [[nodiscard]] bool hasSelection() const { return anchor != caret_; }
+    /// The selected text with "\n" between lines.
+    [[nodiscard]] QString selectedText() const;
+    [[nodiscard]] Position selectionStart() const { return std::min(anchor, caret_); }
+    [[nodiscard]] Position selectionEnd() const { return std::max(anchor, caret_); }
+    [[nodiscard]] Position caret() const { return caret_; }
+    /// Selects from `from` to `to`, where the caret goes; both are brought inside the text.
+    void select(Position from, Position to);
+    void scrollToPosition(Position position);
+
+    /// Where the character at `position` is drawn, in the viewport; empty where it is out of sight.
+    [[nodiscard]] QRect characterRect(Position position) const;
+    /// The character drawn at `point` of the viewport, or the nearest of its row.
+    [[nodiscard]] Position positionAt(QPoint point) const;
+    /// The row of the screen that `position` is in: [first, second). Empty for none.
+    [[nodiscard]] std::pair<Position, Position> rowAround(Position position) const;
+
+    /// Looks for `text` without regard to case and highlights every match. Selects the last one at or
+    /// before what is selected or visible, and reports through `findStatusChanged`. Empty text ends it.
+    void find(const QString& text);
+    [[nodiscard]] ZNTOutputFind::Status findStatus() const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+    /// The size of the widget that shows so many columns and rows.
+    [[nodiscard]] QSize sizeForGrid(int columns, int rows) const;
+    [[nodiscard]] int columns() const { return rows.grid().columns; }
+    [[nodiscard]] int visibleRows() const;
+
+public Q_SLOTS:
+    void copy();
+    void selectAll();
+    /// Goes to the end and follows it again.
+    void jumpToEnd();
+    void jumpToStart();
+    /// Scroll without moving the caret, for keys pressed in the command line.
+    void pageUp();
+    void pageDown();
+    void lineUp();
+    void lineDown();
+    void zoomIn();
+    void zoomOut();
+    void resetZoom();
+    /// The next match towards the end, or the previous towards the beginning, going round.
+    void findNext();
+    void findPrevious();
+    void endFind() { find(QString()); }
+
+Q_SIGNALS:
+    /// A key that belongs into the command line. The event is good until the slot returns.
+    void keyForCommandLine(QKeyEvent* event);
+    /// Something was selected, or nothing any more.
+    void copyAvailable(bool available);
+    void pointSizeChanged(double points);
+    void followsEndChanged(bool follows);
+    void findStatusChanged(const ZNTOutputFind::Status& status);
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    enum class SelectBy { Character, Word, Line };
+    enum class Selecting { No, Yes };
+
+    // Painting and scrolling
+    void scheduleRefresh();
+    void refresh();
+    void layoutChanged();
+    void placeTop(ZNTRowPlace place);
+    void scrollByRows(std::int64_t count);
+    void updateScrollBar();
+    void updateMark();
+    void setFollowing(bool follows);
+    [[nodiscard]] ZNTRowPlace topForEnd() const;
+    /// The place of the row that `position` is in, and that row's text.
+    struct RowOfText {
+        ZNTRowPlace place;
+        Position start;
+        std::u16string_view text;
+        bool isLastOfLine;
+    };
+    [[nodiscard]] RowOfText rowOf(Position position) const;
+    [[nodiscard]] RowOfText rowAtPlace(ZNTRowPlace place) const;
+    [[nodiscard]] Position positionInRow(const RowOfText& row, int column) const;
+    [[nodiscard]] int columnInRow(const RowOfText& row, Position position) const;
+
+    // Caret and selection
+    bool moveCaretByKey(QKeyEvent* event);
+    void moveCaret(Position to, Selecting selecting);
+    void moveCaretByRows(std::int64_t count, Selecting selecting);
+    void setSelection(Position newAnchor, Position newCaret);
+    void extendTo(Position position);
+    [[nodiscard]] std::pair<Position, Position> unitAround(Position position, SelectBy unit) const;
+    [[nodiscard]] Position nextCluster(Position position) const;
+    [[nodiscard]] Position previousCluster(Position position) const;
+    [[nodiscard]] Position nextWord(Position position) const;
+    [[nodiscard]] Position previousWord(Position position) const;
+    void offerPrimarySelection();
+
+    // What a listener of the accessibility bus hears
+    void announceAppended();
+    void announceCaret(bool moved, bool selectionChanged);
+    void announceRemoved(Position oldStart, Position oldEnd);
+
+    void showMatch(const std::optional<ZNTOutputFind::Match>& match);
+
+    ZNTOutputStore store_;
+    ZNTOutputRows rows{store_};
+    ZNTOutputFind finder{store_};
+    ZNTOutputPainter painter;
+    QPushButton* mark;
+
+    ZNTRowPlace top;
+    bool isFollowing = true;
+    bool editable_ = false;
+    bool settingScrollBar = false;
+    std::int64_t endLineSeen = 0; // the store's when the view stopped following
+    int wheelRemainder = 0;
+
+    Position anchor = 0, caret_ = 0;
+    bool caretStaysAtEnd = true;
+    int caretColumn = -1; // that Up and Down try to keep; -1: the caret's own
+    SelectBy selectBy = SelectBy::Character;
+    bool isDragging = false;
+    std::pair<Position, Position> dragOrigin;
+    QPoint dragPoint;
+    QElapsedTimer sinceDoubleClick;
+    QPoint doubleClickPoint;
+
+    Position announcedEnd = 0;
+    QTimer refreshTimer, dragTimer, findTimer;
+    QElapsedTimer sincePaint;
+};

@@ -1,0 +1,371 @@
+#include "ZNTOutputView.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QTextBoundaryFinder>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr int dragScrollInterval = 40; // milliseconds a row while the mouse is held past an edge
+constexpr int wheelNotch = 120;        // eighths of a degree
+
+bool isCopyKey(const QKeyEvent* event)
+{
+    return event->matches(QKeySequence::Copy) ||
+           (event->key() == Qt::Key_Insert && event->modifiers() == Qt::ControlModifier);
+}
+
+/// What a player would type into the command line, and what one corrects and sends it with.
+bool belongsIntoCommandLine(const QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Paste))
+        return true;
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return false;
+    switch (event->key()) {
+    case Qt::Key_Backspace:
+    case Qt::Key_Delete:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return true;
+    default:
+        return !event->text().isEmpty() && event->text().at(0).isPrint();
+    }
+}
+
+QString lineText(const ZNTOutputStore::Line& line)
+{
+    return QString::fromUtf16(line.text.data(), static_cast<qsizetype>(line.text.size()));
+}
+
+} // namespace
+
+bool ZNTOutputView::event(QEvent* event)
+{
+    // Copying and selecting here come before what the window does with these keys.
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (isCopyKey(key) ? hasSelection() : key->matches(QKeySequence::SelectAll)) {
+            event->accept();
+            return true;
+        }
+    }
+    return QAbstractScrollArea::event(event);
+}
+
+void ZNTOutputView::keyPressEvent(QKeyEvent* event)
+{
+    if (isCopyKey(event)) {
+        copy();
+    } else if (event->matches(QKeySequence::SelectAll)) {
+        selectAll();
+    } else if (moveCaretByKey(event)) {
+        return;
+    } else if (belongsIntoCommandLine(event)) {
+        Q_EMIT keyForCommandLine(event);
+    } else {
+        event->ignore();
+    }
+}
+
+bool ZNTOutputView::moveCaretByKey(QKeyEvent* event)
+{
+    const auto held = event->modifiers() & ~Qt::KeypadModifier;
+    if ((held & ~(Qt::ShiftModifier | Qt::ControlModifier)) ||
+        (event->modifiers() & Qt::KeypadModifier && !event->text().isEmpty()))
+        return false;
+    const bool byMore = held & Qt::ControlModifier;
+    const auto selecting = held & Qt::ShiftModifier ? Selecting::Yes : Selecting::No;
+    const int page = std::max(1, visibleRows() - 1);
+    switch (event->key()) {
+    case Qt::Key_Left:
+        moveCaret(byMore ? previousWord(caret_) : previousCluster(caret_), selecting);
+        return true;
+    case Qt::Key_Right:
+        moveCaret(byMore ? nextWord(caret_) : nextCluster(caret_), selecting);
+        return true;
+    case Qt::Key_Up:
+        byMore ? lineUp() : moveCaretByRows(-1, selecting);
+        return true;
+    case Qt::Key_Down:
+        byMore ? lineDown() : moveCaretByRows(1, selecting);
+        return true;
+    case Qt::Key_PageUp:
+        moveCaretByRows(-page, selecting);
+        return true;
+    case Qt::Key_PageDown:
+        moveCaretByRows(page, selecting);
+        return true;
+    case Qt::Key_Home:
+        moveCaret(byMore ? store_.start() : rowOf(caret_).start, selecting);
+        return true;
+    case Qt::Key_End: {
+        const auto row = rowOf(caret_);
+        const auto end = row.start + static_cast<Position>(row.text.size());
+        moveCaret(byMore ? store_.end() : row.isLastOfLine ? end : previousCluster(end), selecting);
+        if (byMore)
+            jumpToEnd();
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+void ZNTOutputView::moveCaret(Position to, Selecting selecting)
+{
+    caretColumn = -1;
+    setSelection(selecting == Selecting::Yes ? anchor : to, to);
+    scrollToPosition(caret_);
+}
+
+void ZNTOutputView::moveCaretByRows(std::int64_t count, Selecting selecting)
+{
+    rows.update();
+    const auto row = rowOf(caret_);
+    if (caretColumn < 0)
+        caretColumn = columnInRow(row, caret_);
+    const int column = caretColumn;
+    const auto next = rowAtPlace(rows.moved(row.place, count));
+    auto to = positionInRow(next, column);
+    if (!next.isLastOfLine && to == next.start + static_cast<Position>(next.text.size()))
+        to = previousCluster(to); // the end of a wrapped row is the beginning of the next
+    moveCaret(to, selecting);
+    caretColumn = column;
+}
+
+void ZNTOutputView::select(Position from, Position to)
+{
+    setSelection(std::clamp(from, store_.start(), store_.end()),
+                 std::clamp(to, store_.start(), store_.end()));
+    scrollToPosition(to);
+}
+
+void ZNTOutputView::setSelection(Position newAnchor, Position newCaret)
+{
+    const bool hadSelection = hasSelection();
+    const bool selectionChanged = hadSelection || newAnchor != newCaret;
+    const bool caretMoved = newCaret != caret_;
+    anchor = newAnchor;
+    caret_ = newCaret;
+    caretStaysAtEnd = !hasSelection() && caret_ == store_.end();
+    viewport()->update();
+    announceCaret(caretMoved, selectionChanged);
+    if (hadSelection != hasSelection())
+        Q_EMIT copyAvailable(hasSelection());
+}
+
+QString ZNTOutputView::selectedText() const
+{
+    return QString::fromStdU16String(store_.text(selectionStart(), selectionEnd()));
+}
+
+void ZNTOutputView::copy()
+{
+    if (hasSelection())
+        QApplication::clipboard()->setText(selectedText());
+}
+
+void ZNTOutputView::selectAll() { setSelection(store_.start(), store_.end()); }
+
+void ZNTOutputView::offerPrimarySelection()
+{
+    auto* clipboard = QApplication::clipboard();
+    if (hasSelection() && clipboard->supportsSelection())
+        clipboard->setText(selectedText(), QClipboard::Selection);
+}
+
+// Units of text
+
+ZNTOutputView::Position ZNTOutputView::nextCluster(Position position) const
+{
+    const auto line = store_.line(store_.lineAt(position));
+    if (position >= line.end())
+        return std::min(position + 1, store_.end());
+    const auto offset = static_cast<std::size_t>(position - line.start);
+    return position +
+           static_cast<Position>(znt::clusterAt(line.text, offset, store_.ambiguousWidth()).length);
+}
+
+ZNTOutputView::Position ZNTOutputView::previousCluster(Position position) const
+{
+    if (position <= store_.start())
+        return store_.start();
+    const auto row = rowOf(position - 1);
+    if (position > row.start + static_cast<Position>(row.text.size()))
+        return position - 1; // over the line break
+    auto found = row.start;
+    znt::placeRow(row.text, rows.grid(), [&](const znt::PlacedCluster& cluster) {
+        const auto start = row.start + static_cast<Position>(cluster.offset);
+        if (start >= position)
+            return false;
+        found = start;
+        return true;
+    });
+    return found;
+}
+
+ZNTOutputView::Position ZNTOutputView::nextWord(Position position) const
+{
+    const auto line = store_.line(store_.lineAt(position));
+    if (position >= line.end())
+        return nextCluster(position);
+    QTextBoundaryFinder words(QTextBoundaryFinder::Word, lineText(line));
+    words.setPosition(position - line.start);
+    while (words.toNextBoundary() != -1)
+        if (words.boundaryReasons() & QTextBoundaryFinder::StartOfItem)
+            return line.start + words.position();
+    return line.end();
+}
+
+ZNTOutputView::Position ZNTOutputView::previousWord(Position position) const
+{
+    const auto line = store_.line(store_.lineAt(position));
+    if (position <= line.start)
+        return previousCluster(position);
+    QTextBoundaryFinder words(QTextBoundaryFinder::Word, lineText(line));
+    words.setPosition(position - line.start);
+    while (words.toPreviousBoundary() != -1)
+        if (words.boundaryReasons() & QTextBoundaryFinder::StartOfItem)
+            return line.start + words.position();
+    return line.start;
+}
+
+std::pair<ZNTOutputView::Position, ZNTOutputView::Position> ZNTOutputView::unitAround(Position position,
+                                                                                      SelectBy unit) const
+{
+    const auto line = store_.line(store_.lineAt(position));
+    if (unit == SelectBy::Line)
+        return {line.start, line.end() + (line.endsInBreak ? 1 : 0)};
+    if (unit == SelectBy::Character || position >= line.end())
+        return {position, position};
+    QTextBoundaryFinder words(QTextBoundaryFinder::Word, lineText(line));
+    words.setPosition(position - line.start);
+    const auto from = words.isAtBoundary() ? words.position() : words.toPreviousBoundary();
+    const auto to = words.toNextBoundary();
+    return {line.start + std::max<qsizetype>(from, 0), to < 0 ? line.end() : line.start + to};
+}
+
+// Mouse
+
+void ZNTOutputView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton) {
+        QAbstractScrollArea::mousePressEvent(event);
+        return;
+    }
+    const auto point = event->position().toPoint();
+    const bool isThirdClick =
+        sinceDoubleClick.isValid() && sinceDoubleClick.elapsed() < QApplication::doubleClickInterval() &&
+        (point - doubleClickPoint).manhattanLength() < QApplication::startDragDistance();
+    sinceDoubleClick.invalidate();
+    selectBy = isThirdClick ? SelectBy::Line : SelectBy::Character;
+    isDragging = true;
+    dragPoint = point;
+    caretColumn = -1;
+    const auto position = positionAt(point);
+    if (event->modifiers() & Qt::ShiftModifier) {
+        dragOrigin = {anchor, anchor};
+        extendTo(position);
+        return;
+    }
+    dragOrigin = unitAround(position, selectBy);
+    setSelection(dragOrigin.first, dragOrigin.second);
+}
+
+void ZNTOutputView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    doubleClickPoint = event->position().toPoint();
+    sinceDoubleClick.start();
+    selectBy = SelectBy::Word;
+    isDragging = true;
+    dragPoint = doubleClickPoint;
+    dragOrigin = unitAround(positionAt(doubleClickPoint), selectBy);
+    setSelection(dragOrigin.first, dragOrigin.second);
+}
+
+void ZNTOutputView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!isDragging)
+        return;
+    dragPoint = event->position().toPoint();
+    const bool isOutside = dragPoint.y() < 0 || dragPoint.y() >= viewport()->height();
+    if (!isOutside)
+        dragTimer.stop();
+    else if (!dragTimer.isActive())
+        dragTimer.start(dragScrollInterval);
+    // Half a cell to the right, so that the boundary nearest to the pointer is meant.
+    const auto nearest = QPoint(static_cast<int>(std::lround(painter.cellWidth() / 2)), 0);
+    extendTo(positionAt(selectBy == SelectBy::Character ? dragPoint + nearest : dragPoint));
+}
+
+/// From what was first selected to `position`, by whole units.
+void ZNTOutputView::extendTo(Position position)
+{
+    const auto unit = unitAround(position, selectBy);
+    if (unit.first < dragOrigin.first)
+        setSelection(dragOrigin.second, unit.first);
+    else
+        setSelection(dragOrigin.first, std::max(unit.second, dragOrigin.second));
+}
+
+void ZNTOutputView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || !isDragging)
+        return;
+    isDragging = false;
+    dragTimer.stop();
+    offerPrimarySelection();
+    scheduleRefresh(); // the view held still meanwhile
+}
+
+void ZNTOutputView::wheelEvent(QWheelEvent* event)
+{
+    wheelRemainder += event->angleDelta().y();
+    const bool zooms = event->modifiers() & Qt::ControlModifier;
+    const int step =
+        zooms ? wheelNotch : std::max(1, wheelNotch / std::max(1, QApplication::wheelScrollLines()));
+    const int count = wheelRemainder / step;
+    wheelRemainder -= count * step;
+    if (count != 0)
+        zooms ? setPointSize(pointSize() + count) : scrollByRows(-count);
+    event->accept();
+}
+
+void ZNTOutputView::contextMenuEvent(QContextMenuEvent* event)
+{
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(tr("&Copy"), this, &ZNTOutputView::copy)->setEnabled(hasSelection());
+    menu->addAction(tr("Select &All"), this, &ZNTOutputView::selectAll);
+    menu->addAction(tr("Go to the &End"), this, &ZNTOutputView::jumpToEnd)->setEnabled(!isFollowing);
+    if (!actions().isEmpty()) {
+        menu->addSeparator();
+        menu->addActions(actions());
+    }
+    menu->popup(event->globalPos());
+}
+
+void ZNTOutputView::focusInEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
+}
+
+void ZNTOutputView::focusOutEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusOutEvent(event);
+    viewport()->update();
+}
