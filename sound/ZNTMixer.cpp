@@ -1,0 +1,304 @@
+#include "ZNTMixer.h"
+
+#include "ZNTSoundDecoder.h"
+
+#include <SDL.h>
+#include <SDL_mixer.h>
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <condition_variable>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <thread>
+
+namespace
+{
+
+constexpr int frequency = 44'100, channels = 2, framesPerBuffer = 1'024;
+
+int mixerVolume(float volume)
+{
+    if (!(volume > 0))
+        return 0;
+    return static_cast<int>(std::lround(std::min(volume, 1.0F) * MIX_MAX_VOLUME));
+}
+
+bool openDevice()
+{
+    // The program's own handlers stay, and the library's start-up is not that of a game.
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Zantor");
+    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
+        return false;
+    if (Mix_OpenAudio(frequency, AUDIO_S16SYS, channels, framesPerBuffer) != 0) {
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+        return false;
+    }
+    Mix_AllocateChannels(ZNTMixer::mostAtOnce);
+    return true;
+}
+
+void closeDevice()
+{
+    Mix_CloseAudio();
+    // So that the next opening looks for a device afresh.
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+}
+
+} // namespace
+
+class ZNTMixer::State
+{
+public:
+    State(Finished finished, double idleSeconds)
+        : finished(std::move(finished)),
+          idleTime(idleSeconds),
+          thread([this] { run(); })
+    {
+    }
+    ~State()
+    {
+        {
+            const std::lock_guard hold(mutex);
+            isEnding = true;
+        }
+        changed.notify_one();
+        thread.join();
+    }
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
+
+    void play(Request request);
+    void stop(std::uint64_t play);
+    void setVolume(std::uint64_t play, float volume);
+    void setMasterVolume(float volume);
+
+private:
+    struct Play {
+        float volume;
+        int channel; ///< -1 until it sounds
+    };
+
+    void run();
+    void carryOut(const Request& request);
+    bool open();
+    void closeIfOpen();
+    bool startOnChannel(const Request& request, const ZNTSoundDecoder::Samples& samples);
+    [[nodiscard]] int freeChannel() const;
+    void dropEndedSamples();
+    static void channelFinished(int channel);
+
+    /// The library's callback carries no word of whose it is.
+    static std::atomic<State*> current;
+
+    const Finished finished;
+    const std::chrono::duration<double> idleTime;
+
+    // The mixing thread holds the library's lock while it calls back, and we hold this one while we call the
+    // library: so the callback may not take it and reads only the atomics.
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool isEnding = false, isOpen = false;
+    float masterVolume = 1;
+    std::deque<Request> waiting;
+    std::map<std::uint64_t, Play> plays;
+    std::array<ZNTSoundDecoder::Samples, mostAtOnce> samplesOnChannel;
+
+    /// The play that each channel has to report the end of, or 0.
+    std::array<std::atomic<std::uint64_t>, mostAtOnce> playOnChannel{};
+
+    ZNTSoundDecoder decoder; // of our thread only
+    std::thread thread;
+};
+
+std::atomic<ZNTMixer::State*> ZNTMixer::State::current = nullptr;
+
+void ZNTMixer::State::play(Request request)
+{
+    {
+        const std::lock_guard hold(mutex);
+        plays[request.play] = {request.volume, -1};
+        waiting.push_back(std::move(request));
+    }
+    changed.notify_one();
+}
+
+void ZNTMixer::State::stop(std::uint64_t play)
+{
+    const std::lock_guard hold(mutex);
+    const auto found = plays.find(play);
+    if (found == plays.end())
+        return;
+    const int channel = found->second.channel;
+    plays.erase(found);
+    if (channel >= 0 && playOnChannel.at(static_cast<std::size_t>(channel)).compare_exchange_strong(play, 0))
+        Mix_HaltChannel(channel);
+}
+
+void ZNTMixer::State::setVolume(std::uint64_t play, float volume)
+{
+    const std::lock_guard hold(mutex);
+    const auto found = plays.find(play);
+    if (found == plays.end())
+        return;
+    found->second.volume = volume;
+    const int channel = found->second.channel;
+    if (channel >= 0 && playOnChannel.at(static_cast<std::size_t>(channel)) == play)
+        Mix_Volume(channel, mixerVolume(volume));
+}
+
+void ZNTMixer::State::setMasterVolume(float volume)
+{
+    const std::lock_guard hold(mutex);
+    masterVolume = volume;
+    if (isOpen)
+        Mix_MasterVolume(mixerVolume(volume));
+}
+
+void ZNTMixer::State::run()
+{
+    static std::once_flag memoryIsWatched;
+    std::call_once(memoryIsWatched, ZNTSoundDecoder::watchMemory);
+    bool wasIdle = false;
+    std::unique_lock hold(mutex);
+    while (!isEnding) {
+        const auto hasNews = [this] { return isEnding || !waiting.empty(); };
+        if (!isOpen) {
+            changed.wait(hold, hasNews);
+        } else if (!changed.wait_for(hold, idleTime, hasNews)) {
+            dropEndedSamples();
+            const bool isIdle = Mix_Playing(-1) == 0;
+            if (isIdle && wasIdle) {
+                hold.unlock();
+                closeIfOpen();
+                hold.lock();
+            }
+            wasIdle = isIdle;
+            continue;
+        }
+        wasIdle = false;
+        dropEndedSamples();
+        while (!isEnding && !waiting.empty()) {
+            const auto request = std::move(waiting.front());
+            waiting.pop_front();
+            if (!plays.contains(request.play))
+                continue;
+            hold.unlock();
+            carryOut(request);
+            hold.lock();
+        }
+    }
+    hold.unlock();
+    closeIfOpen();
+}
+
+void ZNTMixer::State::carryOut(const Request& request)
+{
+    if (!open()) {
+        finished(request.play, Ending::NoDevice);
+        return;
+    }
+    auto samples = decoder.samplesOf(*request.source);
+    if (samples && !request.loops)
+        samples = ZNTSoundDecoder::samplesFrom(samples, request.start);
+    if (!samples || !startOnChannel(request, samples))
+        finished(request.play, Ending::Damaged);
+}
+
+bool ZNTMixer::State::open()
+{
+    // Only this thread opens and closes, so it may look without the lock.
+    if (isOpen)
+        return true;
+    if (!openDevice())
+        return false;
+    current = this;
+    Mix_ChannelFinished(channelFinished);
+    const std::lock_guard hold(mutex);
+    isOpen = true;
+    Mix_MasterVolume(mixerVolume(masterVolume));
+    return true;
+}
+
+void ZNTMixer::State::closeIfOpen()
+{
+    if (!isOpen)
+        return;
+    {
+        const std::lock_guard hold(mutex);
+        isOpen = false;
+        for (auto& play : playOnChannel)
+            play = 0;
+        for (auto& [number, play] : plays)
+            play.channel = -1;
+    }
+    Mix_HaltChannel(-1);
+    decoder.forgetAll();
+    samplesOnChannel = {};
+    closeDevice();
+    current = nullptr;
+}
+
+bool ZNTMixer::State::startOnChannel(const Request& request, const ZNTSoundDecoder::Samples& samples)
+{
+    const std::lock_guard hold(mutex);
+    const auto found = plays.find(request.play);
+    if (found == plays.end())
+        return true; // stopped meanwhile
+    const int channel = freeChannel();
+    if (channel < 0)
+        return false;
+    const auto at = static_cast<std::size_t>(channel);
+    samplesOnChannel.at(at) = samples;
+    Mix_Volume(channel, mixerVolume(found->second.volume));
+    // A short sound may end before the call returns, so all is noted before it.
+    found->second.channel = channel;
+    playOnChannel.at(at) = request.play;
+    if (Mix_PlayChannel(channel, samples.get(), request.loops ? -1 : 0) >= 0)
+        return true;
+    playOnChannel.at(at) = 0;
+    found->second.channel = -1;
+    return false;
+}
+
+int ZNTMixer::State::freeChannel() const
+{
+    for (std::size_t at = 0; at < playOnChannel.size(); ++at)
+        if (playOnChannel.at(at) == 0)
+            return static_cast<int>(at);
+    return -1;
+}
+
+void ZNTMixer::State::dropEndedSamples()
+{
+    for (std::size_t at = 0; at < playOnChannel.size(); ++at)
+        if (playOnChannel.at(at) == 0)
+            samplesOnChannel.at(at) = nullptr;
+}
+
+void ZNTMixer::State::channelFinished(int channel)
+{
+    auto* mixer = current.load();
+    if (mixer == nullptr || channel < 0 || channel >= mostAtOnce)
+        return;
+    if (const auto play = mixer->playOnChannel.at(static_cast<std::size_t>(channel)).exchange(0))
+        mixer->finished(play, Ending::Natural);
+}
+
+ZNTMixer::ZNTMixer(Finished finished, double idleSeconds)
+    : state(std::make_unique<State>(std::move(finished), idleSeconds))
+{
+}
+
+ZNTMixer::~ZNTMixer() = default;
+
+void ZNTMixer::play(Request request) { state->play(std::move(request)); }
+
+void ZNTMixer::stop(std::uint64_t play) { state->stop(play); }
+
+void ZNTMixer::setVolume(std::uint64_t play, float volume) { state->setVolume(play, volume); }
+
+void ZNTMixer::setMasterVolume(float volume) { state->setMasterVolume(volume); }

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "ZNTSoundFile.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// Where the encoded bytes of a sound come from. Any thread may ask, one at a time.
+class ZNTSoundSource
+{
+public:
+    virtual ~ZNTSoundSource() = default;
+    /// The same as long as the bytes are the same, and different for others.
+    [[nodiscard]] virtual std::string identity() const = 0;
+    /// Empty where they cannot be read.
+    [[nodiscard]] virtual std::string bytes() const = 0;
+};
+
+/// A file as it is when it is read.
+class ZNTFileSoundSource final : public ZNTSoundSource
+{
+public:
+    explicit ZNTFileSoundSource(ZNTSoundFile file) : file(std::move(file)) {}
+    [[nodiscard]] std::string identity() const override;
+    [[nodiscard]] std::string bytes() const override;
+    /// The first bytes, enough to tell a format.
+    [[nodiscard]] std::string start() const;
+
+private:
+    [[nodiscard]] std::string bytes(std::size_t most) const;
+    ZNTSoundFile file;
+};
+
+/// What was fetched before.
+class ZNTFetchedSoundSource final : public ZNTSoundSource
+{
+public:
+    ZNTFetchedSoundSource(std::string url, std::shared_ptr<const std::string> content)
+        : url(std::move(url)),
+          content(std::move(content))
+    {
+    }
+    [[nodiscard]] std::string identity() const override { return url; }
+    [[nodiscard]] std::string bytes() const override { return *content; }
+
+private:
+    std::string url;
+    std::shared_ptr<const std::string> content;
+};
+
+namespace znt
+{
+
+/// Whether `bytes` start as WAV, Ogg, FLAC or MP3 do. The library knows more formats; those of music modules
+/// and MIDI are nothing that a game's sounds come in, and not handed strangers' files.
+bool startsLikeSound(std::string_view bytes);
+
+} // namespace znt
