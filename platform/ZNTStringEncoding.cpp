@@ -1,23 +1,151 @@
 #include "ZNTStringEncoding.h"
 
-namespace znt
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <unicode/ucnv.h>
+#include <unicode/ucnv_cb.h>
+#include <unicode/utf16.h>
+
+namespace
 {
 
-std::optional<std::u16string> decodedText(std::string_view bytes, ZNTStringEncoding)
+constexpr char iac = '\xFF';
+constexpr unsigned char firstWithOption = 250, lastWithOption = 254; // SB, WILL, WONT, DO, DONT: RFC 854
+
+struct ConverterCloser {
+    void operator()(UConverter* converter) const { ucnv_close(converter); }
+};
+using Converter = std::unique_ptr<UConverter, ConverterCloser>;
+
+/// ICU's own substitution drops characters that are merely invisible; the line is to show that one was lost.
+void writeQuestionMark(const void*, UConverterFromUnicodeArgs* arguments, const UChar*, int32_t, UChar32,
+                       UConverterCallbackReason reason, UErrorCode* error)
 {
+    if (reason > UCNV_IRREGULAR)
+        return; // the converter is reset, closed or cloned
+    *error = U_ZERO_ERROR;
+    ucnv_cbFromUWriteBytes(arguments, "?", 1, 0, error);
+}
+
+Converter openConverter(const char* name)
+{
+    UErrorCode error = U_ZERO_ERROR;
+    Converter converter(ucnv_open(name, &error));
+    ucnv_setToUCallBack(converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
+    ucnv_setFromUCallBack(converter.get(), &writeQuestionMark, nullptr, nullptr, nullptr, &error);
+    return U_SUCCESS(error) ? std::move(converter) : nullptr;
+}
+
+/// Opening one reads tables from disk, so each thread keeps its own: a converter must not be shared. Null
+/// where ICU lacks the table.
+UConverter* converterFor(ZNTStringEncoding encoding)
+{
+    if (encoding == ZNTStringEncoding::EucCn) {
+        thread_local const Converter eucCn = openConverter("ibm-1383_P110-1999");
+        return eucCn.get();
+    }
+    thread_local const Converter big5 = openConverter("ibm-1375_P100-2008");
+    return big5.get();
+}
+
+/// How many bytes from the IAC at `at` on are telnet's and no part of the text.
+std::size_t telnetLength(std::string_view bytes, std::size_t at)
+{
+    const std::size_t left = bytes.size() - at;
+    if (left < 2)
+        return left;
+    const auto command = static_cast<unsigned char>(bytes[at + 1]);
+    const bool hasOption = command >= firstWithOption && command <= lastWithOption;
+    return std::min<std::size_t>(left, hasOption ? 3 : 2);
+}
+
+void widen(const char* __restrict from, std::size_t count, char16_t* __restrict to)
+{
+    for (std::size_t at = 0; at < count; ++at)
+        to[at] = static_cast<unsigned char>(from[at]);
+}
+
+/// IAC is no byte of any character in either encoding, so the text between two of them is converted in one
+/// go, and a character that is cut off by one is ill-formed.
+std::optional<std::u16string> decodedByConverter(std::string_view bytes, UConverter* converter)
+{
+    // A character never takes more UTF-16 units than it had bytes.
     std::u16string text(bytes.size(), u'\0');
-    for (std::size_t at = 0; at < bytes.size(); ++at)
-        text[at] = static_cast<unsigned char>(bytes[at]);
+    char16_t* to = text.data();
+    for (std::size_t at = 0; at < bytes.size();) {
+        if (bytes[at] == iac) {
+            const auto length = telnetLength(bytes, at);
+            widen(bytes.data() + at, length, to);
+            to += length;
+            at += length;
+            continue;
+        }
+        const auto end = std::min(bytes.find(iac, at), bytes.size());
+        const char* from = bytes.data() + at;
+        UErrorCode error = U_ZERO_ERROR;
+        ucnv_resetToUnicode(converter);
+        ucnv_toUnicode(converter, &to, text.data() + text.size(), &from, bytes.data() + end, nullptr,
+                       /*flush=*/true, &error);
+        if (U_FAILURE(error))
+            return std::nullopt;
+        at = end;
+    }
+    text.resize(static_cast<std::size_t>(to - text.data()));
     return text;
 }
 
-std::string encodedText(std::u16string_view text, ZNTStringEncoding)
+std::string encodedByConverter(std::u16string_view text, UConverter* converter)
 {
-    std::string bytes(text.size(), '?');
-    for (std::size_t at = 0; at < text.size(); ++at)
-        if (text[at] <= 0xFF)
-            bytes[at] = static_cast<char>(text[at]);
+    std::string bytes(text.size() * static_cast<std::size_t>(ucnv_getMaxCharSize(converter)), '\0');
+    char* to = bytes.data();
+    const char16_t* from = text.data();
+    UErrorCode error = U_ZERO_ERROR;
+    ucnv_resetFromUnicode(converter);
+    ucnv_fromUnicode(converter, &to, bytes.data() + bytes.size(), &from, text.data() + text.size(), nullptr,
+                     /*flush=*/true, &error);
+    bytes.resize(static_cast<std::size_t>(to - bytes.data()));
     return bytes;
+}
+
+std::u16string decodedAscii(std::string_view bytes)
+{
+    std::u16string text(bytes.size(), u'\0');
+    widen(bytes.data(), bytes.size(), text.data());
+    return text;
+}
+
+std::string encodedAscii(std::u16string_view text)
+{
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (U16_IS_LEAD(text[at]) && at + 1 < text.size() && U16_IS_TRAIL(text[at + 1]))
+            ++at; // two units, one character
+        bytes += text[at] <= 0xFF ? static_cast<char>(text[at]) : '?';
+    }
+    return bytes;
+}
+
+} // namespace
+
+namespace znt
+{
+
+std::optional<std::u16string> decodedText(std::string_view bytes, ZNTStringEncoding encoding)
+{
+    if (encoding == ZNTStringEncoding::Ascii)
+        return decodedAscii(bytes);
+    auto* converter = converterFor(encoding);
+    return converter ? decodedByConverter(bytes, converter) : std::nullopt;
+}
+
+std::string encodedText(std::u16string_view text, ZNTStringEncoding encoding)
+{
+    if (encoding == ZNTStringEncoding::Ascii)
+        return encodedAscii(text);
+    auto* converter = converterFor(encoding);
+    return converter ? encodedByConverter(text, converter) : encodedAscii(text);
 }
 
 } // namespace znt

@@ -2,6 +2,8 @@
 
 #include "AsyncSocketDelegate.h"
 #include "AsyncSocketErrors.h"
+#include "AsyncSocketPreBuffer.h"
+#include "AsyncSocketTimer.h"
 #include "RunLoop.h"
 
 #include <cstddef>
@@ -14,6 +16,7 @@
 #include <vector>
 
 class AsyncSocketConnector;
+class AsyncSocketDescriptor;
 class AsyncSocketStream;
 struct AsyncReadPacket;
 struct AsyncWritePacket;
@@ -27,7 +30,7 @@ class AsyncSocket
 {
 public:
     static constexpr std::string_view ZeroData{"\0", 1}, LFData{"\n"}, CRData{"\r"}, CRLFData{"\r\n"};
-    /// The run-loop mode a new socket is scheduled in, and the only one that our loops run in.
+    /// The run-loop mode a new socket is scheduled in.
     static constexpr std::string_view DefaultRunLoopMode{"kCFRunLoopDefaultMode"};
 
     /// The loop and the delegate outlive the socket, or are replaced first.
@@ -54,14 +57,14 @@ public:
     /// Such a read then takes a few bytes at a time. What is kept already is still used first.
     void disablePreBuffering();
 
-    /// A socket scheduled in no mode that its loop runs in rests: no callback comes, no timer runs. The calls
-    /// return false, and change nothing, where no mode would be left.
+    /// The names of the run-loop modes it is scheduled in. Our loops run in one mode only, so the names are
+    /// kept and nothing depends on them; false, and no change, where none would be left.
     [[nodiscard]] const std::vector<std::string>& runLoopModes() const { return theRunLoopModes; }
     bool setRunLoopModes(std::vector<std::string> modes);
     bool addRunLoopMode(const std::string& mode);
     bool removeRunLoopMode(const std::string& mode);
-    /// Everything scheduled moves along; running timers keep the time they have left. False, and nothing
-    /// moves, while a connection is being made.
+    /// Everything scheduled moves along, running timers with the time they have left. Both loops belong to
+    /// this thread. False, and nothing moves, while a connection is being made.
     bool moveToRunLoop(RunLoop& runLoop);
 
     /// Begins to connect. `host` is a name or a numeric address; every address it has is tried. Fails only if
@@ -111,8 +114,8 @@ public:
     [[nodiscard]] std::uint16_t connectedPort() const;
     [[nodiscard]] std::string localHost() const;
     [[nodiscard]] std::uint16_t localPort() const;
-    [[nodiscard]] bool isIPv4() const { return theNativeSocket4 > 0; }
-    [[nodiscard]] bool isIPv6() const { return theNativeSocket6 > 0; }
+    [[nodiscard]] bool isIPv4() const;
+    [[nodiscard]] bool isIPv6() const;
 
     /// The fraction done of the current read; 1 where its end is not known, NaN and zeros where there is
     /// none. The outputs may be null.
@@ -124,11 +127,88 @@ public:
     [[nodiscard]] std::optional<std::string> unreadData();
 
 private:
+    enum Flag : std::uint16_t {
+        PreBufferingEnabled = 1 << 0,
+        DelegateStarted = 1 << 1, ///< an attempt was accepted, so the delegate hears of its end
+        ReadStreamOpened = 1 << 2,
+        WriteStreamOpened = 1 << 3,
+        StartingReadTLS = 1 << 4, ///< with the next one: kept for a secured connection, unused
+        StartingWriteTLS = 1 << 5,
+        ReadsAndWritesForbidden = 1 << 6,
+        DisconnectAfterReads = 1 << 7,
+        DisconnectAfterWrites = 1 << 8,
+        ClosingWithError = 1 << 9,
+        DequeueReadScheduled = 1 << 10,
+        DequeueWriteScheduled = 1 << 11,
+        SocketCanAcceptBytes = 1 << 12,
+        SocketHasBytesAvailable = 1 << 13
+    };
+    [[nodiscard]] bool has(Flag flag) const { return (theFlags & flag) != 0; }
+    void set(Flag flag) { theFlags = static_cast<std::uint16_t>(theFlags | flag); }
+    void clear(Flag flag) { theFlags = static_cast<std::uint16_t>(theFlags & ~flag); }
+
+    // The connection
+    void didOpen(ZNTResult<AsyncSocketDescriptor> connected);
+    void closeWithError(const ZNTError* error);
+    void close();
+    void recoverUnreadData();
+    void emptyQueues();
+    template <typename Call>
+    bool tellDelegate(Call call);
+
+    // The loop
+    void watchStream();
+    void runScheduled();
+    void runLater(void (AsyncSocket::*step)());
+    void streamIsReady(RunLoopInterest ready);
+    void setInterestIn(RunLoopInterest direction, bool isInterested);
+
+    // Reading
+    void queueRead(std::shared_ptr<AsyncReadPacket> packet);
+    void scheduleDequeueRead();
+    void maybeDequeueRead();
+    void meetBytesWithoutRead();
+    void doBytesAvailable();
+    bool completeCurrentRead();
+    void endCurrentRead();
+    void doReadTimeout();
+
+    // Writing
+    void scheduleDequeueWrite();
+    void maybeDequeueWrite();
+    void doSendBytes();
+    bool completeCurrentWrite();
+    void endCurrentWrite();
+    void doWriteTimeout();
+
+    void scheduleDisconnect(Flag when);
+    void maybeDisconnect();
+    [[nodiscard]] bool isReading() const { return theCurrentRead || !theReadQueue.empty(); }
+    [[nodiscard]] bool isWriting() const { return theCurrentWrite || !theWriteQueue.empty(); }
+
     AsyncSocketDelegate* theDelegate;
     std::int64_t theUserData;
-    std::int32_t theNativeSocket4 = 0;
-    std::int32_t theNativeSocket6 = 0;
-    std::vector<std::string> theRunLoopModes{std::string(DefaultRunLoopMode)};
-    RunLoop* theRunLoop;
+    std::uint16_t theFlags = PreBufferingEnabled;
     bool _mccp_ = false;
+    bool disconnectScheduled = false;
+
+    RunLoop* theRunLoop;
+    std::vector<std::string> theRunLoopModes{std::string(DefaultRunLoopMode)};
+    std::unique_ptr<AsyncSocketConnector> theConnector;
+    std::unique_ptr<AsyncSocketStream> theStream; ///< both directions, once the connection stands
+
+    AsyncSocketTimer theConnectTimer, theReadTimer, theWriteTimer;
+
+    // A packet being served is shared, so that it outlasts a callback that ends it.
+    std::deque<std::shared_ptr<AsyncReadPacket>> theReadQueue;
+    std::shared_ptr<AsyncReadPacket> theCurrentRead;
+    AsyncSocketPreBuffer partialReadBuffer;
+    std::deque<std::shared_ptr<AsyncWritePacket>> theWriteQueue;
+    std::shared_ptr<AsyncWritePacket> theCurrentWrite;
+
+    /// Counts connections, to tell after a callback whether this is still the one that was reported on.
+    std::uint64_t theConnection = 0;
+    /// Whoever holds it weakly learns that the socket is destroyed, or that what was deferred is called off.
+    std::shared_ptr<char> life = std::make_shared<char>();
+    std::shared_ptr<char> deferred = std::make_shared<char>();
 };

@@ -1,0 +1,93 @@
+#include "AsyncHostLookup.h"
+
+#include "AsyncSocketErrors.h"
+
+#include <cerrno>
+#include <cstring>
+#include <mutex>
+#include <netdb.h>
+#include <netinet/in.h>
+#include <optional>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace
+{
+
+using Addresses = std::vector<AsyncSocketAddress>;
+
+ZNTResult<Addresses> lookedUp(const std::string& host, std::uint16_t port, int flags)
+{
+    if (host.find('\0') != std::string::npos)
+        return nameResolutionError(EAI_NONAME, 0);
+    addrinfo hints{};
+    hints.ai_flags = flags;
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo* found = nullptr;
+    const int result = ::getaddrinfo(host.c_str(), nullptr, &hints, &found);
+    if (result != 0)
+        return nameResolutionError(result, errno);
+    Addresses addresses;
+    for (const auto* each = found; each; each = each->ai_next) {
+        AsyncSocketAddress address;
+        std::memcpy(&address.storage, each->ai_addr, each->ai_addrlen);
+        address.length = each->ai_addrlen;
+        // The port stands at the same place in both families.
+        reinterpret_cast<sockaddr_in*>(&address.storage)->sin_port = htons(port);
+        addresses.push_back(address);
+    }
+    ::freeaddrinfo(found);
+    return addresses;
+}
+
+} // namespace
+
+struct AsyncHostLookup::Request {
+    std::mutex guard;
+    RunLoop* runLoop; // null once nobody wants the answer; posting under the guard keeps it alive meanwhile
+    Answered answered;
+
+    static void post(const std::shared_ptr<Request>& request, ZNTResult<Addresses> addresses)
+    {
+        const std::lock_guard hold(request->guard);
+        if (!request->runLoop)
+            return;
+        request->runLoop->post([request, addresses = std::move(addresses)] {
+            // On the loop's thread, which alone calls the look-up off: no lock is needed to look.
+            if (!request->runLoop)
+                return;
+            const auto answered = request->answered; // the call may end the look-up
+            answered(addresses);
+        });
+    }
+};
+
+ZNTResult<std::unique_ptr<AsyncHostLookup>> AsyncHostLookup::start(RunLoop& runLoop, std::string host,
+                                                                   std::uint16_t port, Answered answered)
+{
+    auto request = std::make_shared<Request>();
+    request->runLoop = &runLoop;
+    request->answered = std::move(answered);
+    std::unique_ptr<AsyncHostLookup> lookup(new AsyncHostLookup(request));
+
+    if (auto numeric = lookedUp(host, port, AI_NUMERICHOST); numeric.succeeded()) {
+        Request::post(request, std::move(numeric));
+        return lookup;
+    }
+    try {
+        std::thread([request, host = std::move(host), port] {
+            Request::post(request, lookedUp(host, port, 0));
+        }).detach();
+    } catch (const std::system_error& refused) {
+        return posixError(refused.code().value());
+    }
+    return lookup;
+}
+
+AsyncHostLookup::~AsyncHostLookup()
+{
+    const std::lock_guard hold(request->guard);
+    request->runLoop = nullptr;
+    request->answered = nullptr;
+}

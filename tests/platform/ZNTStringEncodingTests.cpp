@@ -1,0 +1,104 @@
+#include "ZNTStringEncoding.h"
+
+#include <gtest/gtest.h>
+
+using namespace znt;
+using enum ZNTStringEncoding;
+
+namespace
+{
+
+struct Sample {
+    ZNTStringEncoding encoding;
+    std::string bytes;
+    std::u16string text;
+};
+
+/// "North gate" with colours, in the bytes that the games send.
+std::vector<Sample> samples()
+{
+    return {{EucCn, "\x1b[1m\xB1\xB1\xC3\xC5\x1b[m\r\n", u"\x1b[1m北门\x1b[m\r\n"},
+            {Big5Hkscs, "\x1b[1m\xA5\x5F\xAA\xF9\x1b[m\r\n", u"\x1b[1m北門\x1b[m\r\n"}};
+}
+
+} // namespace
+
+TEST(StringEncoding, AsciiCarriesEveryByteBothWays)
+{
+    std::string bytes;
+    std::u16string text;
+    for (int each = 0; each < 256; ++each) {
+        bytes += static_cast<char>(each);
+        text += static_cast<char16_t>(each);
+    }
+    EXPECT_EQ(decodedText(bytes, Ascii), text);
+    EXPECT_EQ(encodedText(text, Ascii), bytes);
+}
+
+TEST(StringEncoding, ACharacterThatTheEncodingLacksGoesOutAsOneQuestionMark)
+{
+    EXPECT_EQ(encodedText(u"a門\U0001F5E1b\xD800", Ascii), "a??b?");
+    EXPECT_EQ(encodedText(u"a\u0E01\U0001F5E1\u200Bb\xD800", EucCn), "a???b?");
+    EXPECT_EQ(encodedText(u"a\u0E01\U0001F5E1\u200Bb\xD800", Big5Hkscs), "a???b?");
+    EXPECT_EQ(encodedText(u"門", EucCn), "?") << "the traditional character";
+}
+
+TEST(StringEncoding, ChineseIsReadAndWrittenAndACharacterCutOffFails)
+{
+    for (const auto& sample : samples()) {
+        EXPECT_EQ(encodedText(sample.text, sample.encoding), sample.bytes);
+        std::size_t failures = 0;
+        for (std::size_t cut = 0; cut <= sample.bytes.size(); ++cut) {
+            SCOPED_TRACE(cut);
+            const auto head = decodedText(std::string_view(sample.bytes).substr(0, cut), sample.encoding);
+            const bool insideCharacter = cut == 5 || cut == 7;
+            EXPECT_EQ(head.has_value(), !insideCharacter);
+            if (!head) {
+                ++failures;
+                continue;
+            }
+            const auto tail = decodedText(std::string_view(sample.bytes).substr(cut), sample.encoding);
+            ASSERT_TRUE(tail);
+            EXPECT_EQ(*head + *tail, sample.text);
+        }
+        EXPECT_EQ(failures, 2u);
+        EXPECT_TRUE(decodedText(sample.bytes, sample.encoding)) << "a failure leaves nothing behind";
+    }
+}
+
+TEST(StringEncoding, HongKongCharactersMayNeedTwoUnits)
+{
+    const std::string bytes = "\x87\x45\x87\x45";
+    const auto text = decodedText(bytes, Big5Hkscs);
+    ASSERT_TRUE(text);
+    EXPECT_EQ(*text, u"\U00027267\U00027267");
+    EXPECT_EQ(encodedText(*text, Big5Hkscs), bytes);
+}
+
+TEST(StringEncoding, TelnetCommandsPassThroughChineseText)
+{
+    const std::string option = "\xFF\xFB\x56"; // alone, FB 56 would be a Big5-HKSCS character
+    const std::string goAhead = "\xFF\xF9";    //
+    const std::string literal = "\xFF\xFF";    //
+    const std::string subnegotiation = "\xFF\xFA\x56\xFF\xF0";
+    for (const auto& sample : samples()) {
+        const auto decoded = decodedText(option + sample.bytes + goAhead + sample.bytes + literal +
+                                             subnegotiation + sample.bytes + "\xFF",
+                                         sample.encoding);
+        ASSERT_TRUE(decoded);
+        EXPECT_EQ(*decoded, u"\u00FF\u00FB\u0056" + sample.text + u"\u00FF\u00F9" + sample.text +
+                                u"\u00FF\u00FF\u00FF\u00FA\u0056\u00FF\u00F0" + sample.text + u"\u00FF");
+    }
+    EXPECT_EQ(decodedText("\xFF\xFD", EucCn), u"\u00FF\u00FD") << "the option byte is still to come";
+}
+
+TEST(StringEncoding, ATelnetCommandEndsACharacterAndOnlyItsOwnBytesAreExempt)
+{
+    EXPECT_FALSE(decodedText("\xB1\xFF\xF9\xB1", EucCn)) << "IAC inside a character";
+    EXPECT_FALSE(decodedText("\xA5\xFF\xF9\x5F", Big5Hkscs));
+    EXPECT_FALSE(decodedText("\xFF\xF9\xB1", EucCn)) << "GA has no option byte";
+    EXPECT_TRUE(decodedText("\xFF\xFC\xB1", EucCn)) << "WONT has one";
+    EXPECT_FALSE(decodedText("\xFB\x56", EucCn));
+    EXPECT_TRUE(decodedText("\xFB\x56", Big5Hkscs));
+    EXPECT_FALSE(decodedText("ab\x80\x80", Big5Hkscs));
+}
