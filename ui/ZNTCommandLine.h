@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QLineEdit>
+#include <functional>
+
+/// The line in which the player types. Return and the arrows that mean something to the session go there;
+/// the numeric keypad, the page keys and Copy without a selection are left to the window, for the player's
+/// hands rest here while playing.
+class ZNTCommandLine final : public QLineEdit
+{
+public:
+    explicit ZNTCommandLine(QWidget* parent = nullptr);
+
+    std::function<void()> whenReturnPressed;
+    std::function<void()> whenUpPressed;
+    std::function<void()> whenDownPressed;
+    /// Page Up and Page Down, with the direction -1 or 1.
+    std::function<void(int direction)> whenPaged;
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};

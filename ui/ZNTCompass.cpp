@@ -1,0 +1,108 @@
+#include "ZNTCompass.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPushButton>
+
+namespace
+{
+
+constexpr int gap = 4;
+
+struct Place {
+    int row, column;
+};
+/// On the grid, by direction; the fourth column is a gap.
+constexpr std::array<Place, numberOfDirections> places{
+    {{0, 0}, {0, 1}, {0, 2}, {1, 0}, {1, 2}, {2, 0}, {2, 1}, {2, 2}, {0, 4}, {2, 4}}};
+
+QString text(const char* latin) { return QString::fromLatin1(latin); }
+
+} // namespace
+
+const ZNTDirectionNames& namesOf(ZNTDirection direction)
+{
+    static const std::array<ZNTDirectionNames, numberOfDirections> all{{
+        {text("Northwest"), text("NW"), text("northWestButton"), Qt::Key_7},
+        {text("North"), text("N"), text("northButton"), Qt::Key_8},
+        {text("Northeast"), text("NE"), text("northEastButton"), Qt::Key_9},
+        {text("West"), text("W"), text("westButton"), Qt::Key_4},
+        {text("East"), text("E"), text("eastButton"), Qt::Key_6},
+        {text("Southwest"), text("SW"), text("southWestButton"), Qt::Key_1},
+        {text("South"), text("S"), text("southButton"), Qt::Key_2},
+        {text("Southeast"), text("SE"), text("southEastButton"), Qt::Key_3},
+        {text("Up"), text("Up"), text("upButton"), Qt::Key_Minus},
+        {text("Down"), text("Down"), text("downButton"), Qt::Key_Plus},
+    }};
+    return all[static_cast<std::size_t>(direction)];
+}
+
+ZNTCompass::ZNTCompass(QWidget* parent) : QWidget(parent), centre(new QWidget(this))
+{
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(gap);
+    grid->setColumnMinimumWidth(3, gap);
+    for (std::size_t index = 0; index < numberOfDirections; ++index) {
+        const ZNTDirectionNames& names = namesOf(static_cast<ZNTDirection>(index));
+        auto* button = new QPushButton(names.shortName, this);
+        button->setObjectName(names.objectName);
+        button->setAccessibleName(names.name);
+        button->setToolTip(names.name + text(" (keypad ") + QKeySequence(names.keypadKey).toString() +
+                           text(")"));
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        grid->addWidget(button, places[index].row, places[index].column);
+        buttons[index] = button;
+    }
+    grid->addWidget(centre, 1, 1);
+    fitButtonsToFont();
+}
+
+QPushButton* ZNTCompass::button(ZNTDirection direction) const
+{
+    return buttons[static_cast<std::size_t>(direction)];
+}
+
+void ZNTCompass::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange && centre != nullptr)
+        fitButtonsToFont();
+}
+
+void ZNTCompass::fitButtonsToFont()
+{
+    const QFontMetrics metrics(font());
+    for (std::size_t index = 0; index < numberOfDirections; ++index) {
+        const bool isWord = index >= static_cast<std::size_t>(ZNTDirection::Up);
+        const int textWidth = metrics.horizontalAdvance(isWord ? text("Down") : text("NW"));
+        buttons[index]->setMinimumSize(textWidth + metrics.height(), metrics.height() * 7 / 4);
+    }
+}
+
+void ZNTCompass::paintEvent(QPaintEvent*)
+{
+    const QRectF cell = centre->geometry();
+    const double radius = std::min(cell.width(), cell.height()) * 0.42;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(cell.center());
+    QColor quiet = palette().color(QPalette::WindowText);
+    quiet.setAlphaF(0.35F);
+    painter.setPen(Qt::NoPen);
+    for (int quarter = 0; quarter < 4; ++quarter) {
+        QPainterPath half;
+        half.moveTo(0, -radius);
+        half.lineTo(radius * 0.26, -radius * 0.26);
+        half.lineTo(0, 0);
+        half.closeSubpath();
+        painter.setBrush(quarter == 0 ? palette().color(QPalette::Highlight) : quiet);
+        painter.drawPath(half);
+        painter.scale(-1, 1);
+        painter.drawPath(half);
+        painter.scale(-1, 1);
+        painter.rotate(90);
+    }
+}

@@ -1,0 +1,131 @@
+#include "ZNTFindBar.h"
+
+#include "ZNTFlowLayout.h"
+#include "ZNTOutputView.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+
+namespace
+{
+
+constexpr int gap = 8;
+
+QString text(const char* latin) { return QString::fromLatin1(latin); }
+
+QString inWords(const ZNTOutputFind::Status& status)
+{
+    if (status.isCounting)
+        return text("Counting ...");
+    if (status.count == 0)
+        return text("No match");
+    QString words = QString::number(status.current) + text(" of ") + QString::number(status.count);
+    if (status.wentRound)
+        words += text(", went round");
+    return words;
+}
+
+} // namespace
+
+ZNTFindBar::ZNTFindBar(ZNTOutputView& output) : output(output)
+{
+    const auto button = [this](const char* title, const char* objectName, const char* says) {
+        auto* made = new QPushButton(text(title), this);
+        made->setObjectName(text(objectName));
+        made->setAccessibleName(text(says));
+        return made;
+    };
+    auto* caption = new QLabel(text("Find"), this);
+    wanted = new QLineEdit(this);
+    wanted->setObjectName(text("findText"));
+    wanted->setAccessibleName(text("Find in the output"));
+    wanted->setMinimumWidth(wanted->fontMetrics().averageCharWidth() * 20);
+    caption->setBuddy(wanted);
+    previous = button("Previous", "findPrevious", "Previous match");
+    next = button("Next", "findNext", "Next match");
+    done = button("Close", "findClose", "Close find");
+    found = new QLabel(this);
+    found->setObjectName(text("findStatus"));
+    found->setMinimumWidth(found->fontMetrics().averageCharWidth() * 16);
+
+    auto* row = new ZNTFlowLayout(this, gap);
+    row->addWidget(caption);
+    row->addStretching(wanted);
+    row->addWidget(found);
+    row->addWidget(previous);
+    row->addWidget(next);
+    row->addWidget(done);
+
+    QObject::connect(wanted, &QLineEdit::textChanged, this, [this](const QString& what) {
+        this->output.find(what);
+        if (what.isEmpty())
+            found->clear();
+    });
+    QObject::connect(previous, &QPushButton::clicked, this, [this] { findPrevious(); });
+    QObject::connect(next, &QPushButton::clicked, this, [this] { findNext(); });
+    QObject::connect(done, &QPushButton::clicked, this, [this] { close(); });
+    QObject::connect(&output, &ZNTOutputView::findStatusChanged, this, [this](const auto& status) {
+        if (!wanted->text().isEmpty())
+            found->setText(inWords(status));
+    });
+}
+
+void ZNTFindBar::open()
+{
+    if (!isVisible())
+        opener = QApplication::focusWidget();
+    show();
+    wanted->setFocus(Qt::ShortcutFocusReason);
+    wanted->selectAll();
+    if (!wanted->text().isEmpty())
+        output.find(wanted->text());
+}
+
+void ZNTFindBar::close()
+{
+    output.endFind();
+    const bool hadFocus = isAncestorOf(QApplication::focusWidget());
+    hide();
+    if (hadFocus && opener && opener->isVisible() && opener->isEnabled())
+        opener->setFocus(Qt::OtherFocusReason);
+    else if (hadFocus)
+        output.setFocus(Qt::OtherFocusReason);
+    opener.clear();
+}
+
+void ZNTFindBar::findNext()
+{
+    if (isHidden())
+        open();
+    else
+        output.findNext();
+}
+
+void ZNTFindBar::findPrevious()
+{
+    if (isHidden())
+        open();
+    else
+        output.findPrevious();
+}
+
+std::vector<QWidget*> ZNTFindBar::parts() const { return {wanted, previous, next, done}; }
+
+void ZNTFindBar::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        // What was said last stands at the end, so the search goes backwards.
+        if (event->modifiers().testFlag(Qt::ShiftModifier))
+            findNext();
+        else
+            findPrevious();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}

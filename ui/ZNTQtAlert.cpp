@@ -1,0 +1,58 @@
+#include "ZNTQtAlert.h"
+
+#include "ZNTQtText.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+void ZNTQtAlert::setMainWindow(QWidget* window) { mainWindow = window; }
+
+QMessageBox* ZNTQtAlert::newBox(std::u16string_view title, std::u16string_view text) const
+{
+    QWidget* owner = QApplication::activeWindow() ? QApplication::activeWindow() : mainWindow.data();
+    auto* box = new QMessageBox(owner);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setObjectName(QStringLiteral("alert"));
+    box->setTextFormat(Qt::PlainText);
+    box->setWindowTitle(znt::qtText(title));
+    box->setText(znt::qtText(title));
+    box->setInformativeText(znt::qtText(text));
+    // A screen reader says a dialog's name and description when it opens.
+    box->setAccessibleName(znt::qtText(title));
+    box->setAccessibleDescription(znt::qtText(text));
+
+    QWidget* focused = QApplication::focusWidget();
+    QObject::connect(box, &QDialog::finished, box, [opener = QPointer<QWidget>(focused)] {
+        if (opener)
+            opener->setFocus(Qt::OtherFocusReason);
+    });
+    return box;
+}
+
+void ZNTQtAlert::showMessage(std::u16string_view title, std::u16string_view text)
+{
+    if (lastMessage && lastMessage->isVisible() && lastMessage->text() == znt::qtText(title) &&
+        lastMessage->informativeText() == znt::qtText(text)) {
+        lastMessage->raise();
+        lastMessage->activateWindow();
+        return;
+    }
+    QMessageBox* box = newBox(title, text);
+    box->setIcon(QMessageBox::Information);
+    box->setStandardButtons(QMessageBox::Ok);
+    lastMessage = box;
+    box->open();
+}
+
+void ZNTQtAlert::askForConfirmation(std::u16string_view title, std::u16string_view text,
+                                    std::function<void(bool confirmed)> answered)
+{
+    QMessageBox* box = newBox(title, text);
+    box->setIcon(QMessageBox::Question);
+    box->setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+    box->setDefaultButton(QMessageBox::Ok);
+    box->setEscapeButton(QMessageBox::Cancel);
+    QObject::connect(box, &QDialog::finished, box,
+                     [answered = std::move(answered)](int button) { answered(button == QMessageBox::Ok); });
+    box->open();
+}

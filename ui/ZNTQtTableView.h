@@ -1,0 +1,25 @@
+#pragma once
+
+#include "ZNTRowModel.h"
+#include "ZNTScreenElements.h"
+
+#include <QPointer>
+
+class QTableView;
+
+/// A table of ours over Qt's. Rows are selected whole, Tab leaves the table, F2 or typing edits a cell.
+class ZNTQtTableView final : public ZNTTableView
+{
+public:
+    /// Puts `model` into `table`; the caller owns both.
+    ZNTQtTableView(QTableView* table, ZNTRowModel* model);
+
+    void reloadData() override;
+    [[nodiscard]] long selectedRow() const override;
+    void abortEditing() override;
+    void scrollToEndOfTable() override;
+
+private:
+    QPointer<QTableView> table;
+    QPointer<ZNTRowModel> model;
+};

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/// What a cell holds: text, a number or a yes/no.
+using ZNTCellValue = std::variant<std::u16string, std::int64_t, bool>;
+
+/// One column: the name of the record's field that it shows, and how it is headed.
+struct ZNTColumn {
+    std::string identifier;
+    QString heading;
+    enum class Kind { Text, Number, YesNo } kind = Kind::Text;
+    bool isEditable = true;
+};
+
+/// Where the rows come from. Rows count from 0; what is asked for always exists at that moment.
+struct ZNTRowSource {
+    std::function<long()> numberOfRows;
+    std::function<ZNTCellValue(std::string_view identifier, long row)> objectValue;
+    /// Null for rows that cannot be edited. The value has the column's kind.
+    std::function<void(const ZNTCellValue& value, std::string_view identifier, long row)> setObjectValue;
+};
+
+/// The rows of a controller of ours as Qt's item views want them. Nothing is copied: cells are asked for when
+/// they are painted or read out. `reload` is to be called whenever the rows may have changed.
+class ZNTRowModel final : public QAbstractTableModel
+{
+public:
+    explicit ZNTRowModel(std::vector<ZNTColumn> columns, QObject* parent = nullptr);
+
+    void setSource(ZNTRowSource source);
+    /// Views keep their selection where its row still exists.
+    void reload();
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    [[nodiscard]] const ZNTColumn& column(const QModelIndex& index) const;
+
+    std::vector<ZNTColumn> columns;
+    ZNTRowSource source;
+    int rows = 0; ///< as the views were last told
+};

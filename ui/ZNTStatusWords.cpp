@@ -1,0 +1,37 @@
+#include "ZNTStatusWords.h"
+
+#include <QDateTime>
+#include <QStringList>
+
+QString znt::statusInWords(const ZNTStatusFacts& facts)
+{
+    QStringList words;
+    switch (facts.connection) {
+    case ZNTStatusFacts::Connection::None:
+        words << QStringLiteral("Not connected");
+        break;
+    case ZNTStatusFacts::Connection::Connecting:
+        words << QStringLiteral("Connecting to ") + facts.game;
+        break;
+    case ZNTStatusFacts::Connection::Connected: {
+        const auto seconds =
+            std::chrono::duration_cast<std::chrono::seconds>(facts.connectedSince.time_since_epoch());
+        const QDateTime since = QDateTime::fromSecsSinceEpoch(seconds.count());
+        words << QStringLiteral("Connected to ") + facts.game + QStringLiteral(" since ") +
+                     since.toString(QStringLiteral("HH:mm"));
+        break;
+    }
+    }
+    if (facts.isCompressed)
+        words << QStringLiteral("compressed");
+    if (facts.isRecording)
+        words << QStringLiteral("recording");
+    if (facts.isRecordingPaused)
+        words << QStringLiteral("recording paused");
+    if (facts.isWalking)
+        words << QStringLiteral("walking");
+    words << (facts.isSpeechOn ? QStringLiteral("speech on") : QStringLiteral("speech off"));
+    if (facts.isMuted)
+        words << QStringLiteral("sounds muted");
+    return words.join(QStringLiteral(", "));
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <chrono>
+
+/// What the status line tells, as facts.
+struct ZNTStatusFacts {
+    enum class Connection { None, Connecting, Connected } connection = Connection::None;
+    QString game; ///< its name, else its address
+    std::chrono::system_clock::time_point connectedSince;
+    bool isCompressed = false;
+    bool isRecording = false;
+    bool isRecordingPaused = false;
+    bool isWalking = false;
+    bool isSpeechOn = false;
+    bool isMuted = false;
+
+    friend bool operator==(const ZNTStatusFacts&, const ZNTStatusFacts&) = default;
+};
+
+namespace znt
+{
+
+/// In one line: "Connected to Elmvale since 12:04, compressed, recording, speech on".
+QString statusInWords(const ZNTStatusFacts& facts);
+
+} // namespace znt

@@ -1,0 +1,65 @@
+#include "ZNTStyle.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPainter>
+#include <QStyleOption>
+
+namespace
+{
+constexpr int ringWidth = 2;
+} // namespace
+
+ZNTStyle::ZNTStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+void ZNTStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                           const QWidget* widget) const
+{
+    if (element != CE_FocusFrame) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        return;
+    }
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(option->palette.color(QPalette::Highlight), ringWidth));
+    painter->setBrush(Qt::NoBrush);
+    const double half = ringWidth / 2.0;
+    painter->drawRoundedRect(QRectF(option->rect).adjusted(half, half, -half, -half), 3, 3);
+    painter->restore();
+}
+
+int ZNTStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
+{
+    if (metric == PM_FocusFrameHMargin || metric == PM_FocusFrameVMargin)
+        return ringWidth;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+int ZNTStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                        QStyleHintReturn* returned) const
+{
+    if (hint == SH_FocusFrame_AboveWidget)
+        return 1;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
+ZNTFocusRing::ZNTFocusRing(QObject* parent) : QObject(parent)
+{
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { follow(now); });
+}
+
+void ZNTFocusRing::follow(QWidget* focused)
+{
+    const bool isRinged = focused != nullptr && !qobject_cast<QMenuBar*>(focused) &&
+                          !qobject_cast<QMenu*>(focused) &&
+                          (focused->windowFlags() & Qt::WindowType_Mask) != Qt::Popup;
+    if (!isRinged) {
+        if (frame)
+            frame->setWidget(nullptr);
+        return;
+    }
+    if (!frame)
+        frame = new QFocusFrame;
+    frame->setWidget(focused);
+}

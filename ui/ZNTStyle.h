@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QFocusFrame>
+#include <QPointer>
+#include <QProxyStyle>
+
+/// Qt's own Fusion, with a ring around what has the focus that nobody can overlook.
+class ZNTStyle final : public QProxyStyle
+{
+public:
+    ZNTStyle();
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override;
+};
+
+/// Keeps the ring around whatever has the focus in our windows.
+class ZNTFocusRing final : public QObject
+{
+public:
+    explicit ZNTFocusRing(QObject* parent = nullptr);
+
+private:
+    void follow(QWidget* focused);
+
+    QPointer<QFocusFrame> frame; // goes with the window that it is in
+};
