@@ -1,0 +1,249 @@
+#include "AsyncSocketTestSupport.h"
+
+#include <arpa/inet.h>
+#include <array>
+#include <chrono>
+#include <netdb.h>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+
+namespace
+{
+
+/// Neither accepts nor refuses: its queue of two is full, and Linux drops what else knocks.
+class SilentServer
+{
+public:
+    SilentServer()
+    {
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        auto* generic = reinterpret_cast<sockaddr*>(&address);
+        socklen_t length = sizeof address;
+        for (auto& each : descriptors)
+            each = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+        EXPECT_EQ(::bind(descriptors[0], generic, length), 0);
+        EXPECT_EQ(::listen(descriptors[0], 0), 0);
+        EXPECT_EQ(::getsockname(descriptors[0], generic, &length), 0);
+        for (std::size_t at = 1; at < descriptors.size(); ++at)
+            static_cast<void>(::connect(descriptors[at], generic, length));
+    }
+    ~SilentServer()
+    {
+        for (const int each : descriptors)
+            ::close(each);
+    }
+    SilentServer(const SilentServer&) = delete;
+    SilentServer& operator=(const SilentServer&) = delete;
+    [[nodiscard]] std::uint16_t port() const { return ntohs(address.sin_port); }
+
+private:
+    sockaddr_in address{};
+    std::array<int, 3> descriptors{};
+};
+
+} // namespace
+
+TEST_F(AsyncSocketTest, ConnectsByAddressAndByNameAndTellsBothEnds)
+{
+    for (const std::string host : {"127.0.0.1", "localhost"}) {
+        SCOPED_TRACE(host);
+        heard.events.clear();
+        ASSERT_TRUE(socket->connectToHost(host, peer.port()));
+        EXPECT_FALSE(socket->isConnected());
+        EXPECT_FALSE(socket->isDisconnected());
+        ASSERT_TRUE(loop.runUntil([this] { return socket->isConnected(); }));
+        EXPECT_EQ(heard.events, (Events{"will connect", "connected 127.0.0.1"}));
+        EXPECT_EQ(socket->connectedHost(), "127.0.0.1");
+        EXPECT_EQ(socket->connectedPort(), peer.port());
+        EXPECT_EQ(socket->localHost(), "127.0.0.1");
+        EXPECT_NE(socket->localPort(), 0);
+        EXPECT_TRUE(socket->isIPv4());
+        EXPECT_FALSE(socket->isIPv6());
+        socket->disconnect();
+        EXPECT_EQ(heard.events.back(), "disconnected");
+        EXPECT_EQ(socket->connectedHost(), "");
+    }
+}
+
+TEST_F(AsyncSocketTest, ConnectsOverIPv6WhereTheMachineHasIt)
+{
+    std::unique_ptr<ZNTScriptedPeer> peer6;
+    try {
+        peer6 = std::make_unique<ZNTScriptedPeer>(loop, ZNTScriptedPeer::Family::IPv6);
+    } catch (const std::exception& lacking) {
+        GTEST_SKIP() << "no IPv6 loopback here: " << lacking.what();
+    }
+    ASSERT_TRUE(socket->connectToHost(peer6->host(), peer6->port()));
+    ASSERT_TRUE(loop.runUntil([this] { return socket->isConnected(); }));
+    EXPECT_TRUE(socket->isIPv6());
+    EXPECT_EQ(socket->connectedHost(), "::1");
+}
+
+TEST_F(AsyncSocketTest, APortThatNobodyListensOnIsRefusedOnce)
+{
+    peer.stopListening();
+    ASSERT_TRUE(socket->connectToHost("localhost", peer.port()));
+    ASSERT_TRUE(awaitEnd());
+    EXPECT_EQ(heard.events, (Events{"will connect", "ending: Connection refused", "disconnected"}));
+    EXPECT_EQ(heard.lastError, posixError(ECONNREFUSED));
+    EXPECT_TRUE(socket->isDisconnected());
+}
+
+TEST_F(AsyncSocketTest, ANameThatDoesNotResolveCarriesTheResolversWords)
+{
+    for (const auto& host : {std::string("no-such-host.invalid"), std::string("127.0.0.1\0x", 11)}) {
+        heard.events.clear();
+        ASSERT_TRUE(socket->connectToHost(host, 4000));
+        ASSERT_TRUE(awaitEnd());
+        EXPECT_EQ(heard.lastError.domain, "kCFStreamErrorDomainNetDB");
+        EXPECT_EQ(heard.lastError.description, gai_strerror(static_cast<int>(heard.lastError.code)));
+        EXPECT_EQ(heard.events.size(), 3u);
+    }
+}
+
+TEST_F(AsyncSocketTest, AnAttemptThatMeetsSilenceEndsAtItsTimeout)
+{
+    const SilentServer silence;
+    ASSERT_TRUE(socket->connectToHost("127.0.0.1", silence.port(), 10));
+    loop.advance(9.9);
+    EXPECT_EQ(heard.events, (Events{"will connect"}));
+    loop.advance(0.1);
+    EXPECT_EQ(heard.events,
+              (Events{"will connect", "ending: Attempt to connect to host timed out", "disconnected"}));
+    EXPECT_EQ(heard.lastError.code, 2);
+    EXPECT_EQ(loop.pendingTimers(), 0u);
+}
+
+TEST_F(AsyncSocketTest, AnAttemptGivenUpIsNotHeardOfAgain)
+{
+    for (const std::string host : {"no-such-host.invalid", "localhost"}) {
+        heard.events.clear();
+        auto doomed = std::make_unique<AsyncSocket>(loop, &heard);
+        ASSERT_TRUE(doomed->connectToHost(host, peer.port()));
+        ASSERT_TRUE(socket->connectToHost(host, peer.port(), 10));
+        heard.events.clear();
+        doomed.reset(); // destroyed: not a word
+        socket->disconnect();
+        std::this_thread::sleep_for(std::chrono::milliseconds(50)); // room for the late answers
+        loop.advance(60);
+        EXPECT_EQ(heard.events, (Events{"disconnected"}));
+        EXPECT_EQ(loop.pendingTimers(), 0u);
+        EXPECT_EQ(peer.clientsAccepted(), 0);
+    }
+}
+
+TEST_F(AsyncSocketTest, ADelegateMayCancelTheAttempt)
+{
+    heard.welcomesConnection = false;
+    const auto refused = socket->connectToHost(peer.host(), peer.port());
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error(), (ZNTError{"AsyncSocketErrorDomain", 1, "Connection canceled"}));
+    EXPECT_TRUE(socket->isDisconnected());
+    loop.advance(1);
+    EXPECT_EQ(heard.events, (Events{"will connect"})) << "what never began does not end";
+}
+
+TEST_F(AsyncSocketTest, MisuseIsThrown)
+{
+    const auto messageOf = [](AsyncSocket& misused) -> std::string {
+        try {
+            static_cast<void>(misused.connectToHost("127.0.0.1", 1));
+        } catch (const AsyncSocketException& exception) {
+            return exception.what();
+        }
+        return {};
+    };
+    AsyncSocket orphan(loop);
+    EXPECT_EQ(messageOf(orphan), "Attempting to connect without a delegate. Set a delegate first.");
+    const std::string busy =
+        "Attempting to connect while connected or accepting connections. Disconnect first.";
+    ASSERT_TRUE(socket->connectToHost(peer.host(), peer.port()));
+    EXPECT_EQ(messageOf(*socket), busy);
+    ASSERT_TRUE(loop.runUntil([this] { return socket->isConnected(); }));
+    EXPECT_EQ(messageOf(*socket), busy);
+}
+
+TEST_F(AsyncSocketTest, RequestsMadeWhileConnectingAreServedAfterwards)
+{
+    ASSERT_TRUE(socket->connectToHost(peer.host(), peer.port()));
+    socket->writeData("name\r\n", -1, 7);
+    socket->readDataToLength(3, -1, 8);
+    EXPECT_FALSE(socket->canSafelySetDelegate());
+    peer.send("abc");
+    ASSERT_TRUE(loop.runUntil([this] { return peer.received() == "name\r\n" && !heard.reads.empty(); }));
+    EXPECT_EQ(heard.events[1], "connected 127.0.0.1");
+    EXPECT_EQ(heard.reads.front(), "abc");
+    loop.runPosted();
+    EXPECT_TRUE(socket->canSafelySetDelegate());
+}
+
+TEST_F(AsyncSocketTest, APeerThatClosesYieldsNoError)
+{
+    connect();
+    socket->readDataWithTimeout(-1, 1);
+    peer.send("bye");
+    peer.closeWhenSent();
+    ASSERT_TRUE(awaitEnd());
+    EXPECT_EQ(heard.events, (Events{"read 1", "ending", "disconnected"})) << "also with no read waiting";
+}
+
+TEST_F(AsyncSocketTest, APeerThatBreaksOffYieldsThePosixError)
+{
+    connect();
+    socket->readDataWithTimeout(-1, 1);
+    loop.advance(0);
+    peer.reset();
+    ASSERT_TRUE(awaitEnd());
+    EXPECT_EQ(heard.lastError, posixError(ECONNRESET));
+}
+
+TEST_F(AsyncSocketTest, TheEndIsHeardOnceWhoeverAsksForItAgain)
+{
+    connect();
+    heard.whenEnding = [](AsyncSocket& ending) { ending.disconnect(); };
+    peer.closeWhenSent();
+    ASSERT_TRUE(awaitEnd());
+    socket->disconnect();
+    loop.advance(1);
+    EXPECT_EQ(heard.events, (Events{"ending", "disconnected"}));
+}
+
+TEST_F(AsyncSocketTest, ADelegateMayConnectAgainWhileItHearsOfTheEnd)
+{
+    connect();
+    heard.whenEnding = [this](AsyncSocket& ending) {
+        heard.whenEnding = nullptr;
+        ending.disconnect();
+        EXPECT_TRUE(ending.connectToHost(peer.host(), peer.port()));
+    };
+    peer.closeWhenSent();
+    ASSERT_TRUE(loop.runUntil([this] { return peer.clientsAccepted() == 2 && socket->isConnected(); }));
+    EXPECT_EQ(heard.events, (Events{"ending", "disconnected", "will connect", "connected 127.0.0.1"}));
+}
+
+TEST_F(AsyncSocketTest, TheSocketMayBeDestroyedInsideAnyCallback)
+{
+    using Hook = std::function<void(AsyncSocket&)> RecordingSocketDelegate::*;
+    for (const Hook hook :
+         {&RecordingSocketDelegate::whenConnected, &RecordingSocketDelegate::whenRead,
+          &RecordingSocketDelegate::whenWritten, &RecordingSocketDelegate::whenEnding,
+          &RecordingSocketDelegate::whenDisconnected, &RecordingSocketDelegate::whenReadTimesOut}) {
+        RecordingSocketDelegate listener;
+        listener.readExtension = 1;
+        auto doomed = std::make_unique<AsyncSocket>(loop, &listener);
+        listener.*hook = [&doomed](AsyncSocket&) { doomed.reset(); };
+        ZNTScriptedPeer other(loop);
+        ASSERT_TRUE(doomed->connectToHost(other.host(), other.port()));
+        doomed->writeData("hello", -1, 0);
+        doomed->readDataToLength(5, 0.5, 0);
+        doomed->readDataToLength(5, 0.5, 0);
+        ASSERT_TRUE(loop.runUntil([&] { return !doomed || other.received() == "hello"; }));
+        loop.advance(1);
+        other.send("world");
+        other.closeWhenSent();
+        EXPECT_TRUE(loop.runUntil([&] { return !doomed; }, 5));
+        EXPECT_EQ(loop.pendingTimers(), 0u);
+    }
+}

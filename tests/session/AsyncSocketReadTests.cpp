@@ -1,0 +1,210 @@
+#include "AsyncSocketTestSupport.h"
+
+#include <cmath>
+
+using AsyncSocketReadTest = AsyncSocketTest;
+
+TEST_F(AsyncSocketReadTest, ABurstComesInOneDeliveryAndAFloodInBoundedOnes)
+{
+    connect();
+    const std::string burst(10000, 'b');
+    peer.send(burst);
+    ASSERT_TRUE(loop.runUntil([this] { return peer.hasSentAll(); }));
+    const auto buffer = std::make_shared<std::string>();
+    socket->readDataWithTimeout(0.5, buffer, 0, 0);
+    ASSERT_TRUE(awaitReads(1));
+    EXPECT_EQ(heard.reads[0], burst);
+    EXPECT_EQ(*buffer, burst) << "in the caller's own buffer";
+
+    heard.reads.clear();
+    std::string flood;
+    for (int at = 0; at < 3'000'000; ++at)
+        flood += static_cast<char>(at * 31 >> 3);
+    std::string got;
+    heard.whenRead = [&](AsyncSocket& reading) {
+        EXPECT_LE(heard.reads.back().size(), std::size_t{1} << 20);
+        got += heard.reads.back();
+        reading.readDataWithTimeout(0.5, std::make_shared<std::string>(), 0, 0);
+    };
+    socket->readDataWithTimeout(0.5, std::make_shared<std::string>(), 0, 0);
+    peer.send(flood);
+    ASSERT_TRUE(loop.runUntil([&] { return got.size() >= flood.size(); }));
+    EXPECT_TRUE(got == flood);
+}
+
+TEST_F(AsyncSocketReadTest, ALineGoesOutWhileAFloodComesIn)
+{
+    connect();
+    peer.send(std::string(20'000'000, 'x'));
+    std::size_t got = 0, gotWhenSent = 0;
+    heard.whenRead = [&](AsyncSocket& reading) {
+        got += heard.reads.back().size();
+        heard.reads.clear();
+        if (got < 1'000'000)
+            reading.writeData("flee\r\n", -1, 3);
+        reading.readDataWithTimeout(0.5, 0);
+    };
+    heard.whenWritten = [&](AsyncSocket&) { gotWhenSent = got; };
+    socket->readDataWithTimeout(0.5, 0);
+    ASSERT_TRUE(loop.runUntil([&] { return gotWhenSent > 0; }));
+    EXPECT_LT(gotWhenSent, 3'000'000u);
+}
+
+TEST_F(AsyncSocketReadTest, ATerminatorIsFoundWhereverTheBytesAreCut)
+{
+    const std::string first = "one\r\r\n", second = "two\r\n", all = first + second + "rest";
+    for (const bool preBuffers : {true, false}) {
+        for (std::size_t cut = 1; cut < all.size(); ++cut) {
+            SCOPED_TRACE(cut);
+            socket = std::make_unique<AsyncSocket>(loop, &heard);
+            heard.reads.clear();
+            if (!preBuffers)
+                socket->disablePreBuffering();
+            connect();
+            socket->readDataToData(AsyncSocket::CRLFData, -1, 1);
+            socket->readDataToData(AsyncSocket::CRLFData, -1, 2);
+            socket->readDataToLength(4, -1, 3);
+            peer.sendInSlices({all.substr(0, cut), all.substr(cut)});
+            ASSERT_TRUE(awaitReads(3));
+            EXPECT_EQ(heard.reads, (std::vector<std::string>{first, second, "rest"}));
+        }
+    }
+}
+
+TEST_F(AsyncSocketReadTest, WhatWasReadAheadGoesToTheNextReadOfEveryKind)
+{
+    connect();
+    peer.send("line\nabcdefgh");
+    socket->readDataToData(AsyncSocket::LFData, -1, 1);
+    ASSERT_TRUE(awaitReads(1));
+    socket->readDataToLength(3, -1, 2);
+    socket->readDataWithTimeout(-1, nullptr, 0, 2, 3);
+    socket->readDataToData("g", -1, 4);
+    socket->readDataWithTimeout(-1, 5);
+    ASSERT_TRUE(awaitReads(5));
+    EXPECT_EQ(heard.reads, (std::vector<std::string>{"line\n", "abc", "de", "fg", "h"}));
+}
+
+TEST_F(AsyncSocketReadTest, ManyLinesReadAheadAreDealtOutInOrder)
+{
+    connect();
+    std::string lines;
+    for (int at = 0; at < 20000; ++at) {
+        lines += std::to_string(at) + "\r\n";
+        socket->readDataToData(AsyncSocket::CRLFData, -1, at);
+    }
+    peer.send(lines);
+    ASSERT_TRUE(loop.runUntil([this] { return heard.reads.size() == 20000; }));
+    std::string joined;
+    for (const auto& read : heard.reads)
+        joined += read;
+    EXPECT_TRUE(joined == lines);
+}
+
+TEST_F(AsyncSocketReadTest, ALineLongerThanAllowedEndsTheConnection)
+{
+    for (const bool preBuffers : {true, false}) {
+        socket = std::make_unique<AsyncSocket>(loop, &heard);
+        heard.reads.clear();
+        if (!preBuffers)
+            socket->disablePreBuffering();
+        connect();
+        std::optional<std::string> unread;
+        heard.whenEnding = [&](AsyncSocket& ending) { unread = ending.unreadData(); };
+        peer.send("12345678\r\n");
+        socket->readDataToData(AsyncSocket::CRLFData, -1, 10, 1); // just long enough
+        socket->readDataToData(AsyncSocket::CRLFData, -1, 9, 2);
+        ASSERT_TRUE(awaitReads(1));
+        peer.send("12345678\r\nmore");
+        ASSERT_TRUE(awaitEnd());
+        EXPECT_EQ(heard.reads, std::vector<std::string>{"12345678\r\n"});
+        EXPECT_EQ(heard.lastError,
+                  (ZNTError{"AsyncSocketErrorDomain", 3, "Read operation reached set maximum length"}));
+        EXPECT_EQ(unread, "12345678\r\nmore") << "nothing that came is lost";
+        EXPECT_FALSE(socket->unreadData()) << "only while it ends";
+    }
+}
+
+TEST_F(AsyncSocketReadTest, AReadOfALengthReportsItsProgress)
+{
+    connect();
+    std::int64_t tag = 9;
+    std::size_t done = 9, total = 9;
+    EXPECT_TRUE(std::isnan(socket->progressOfReadReturningTag(&tag, &done, &total)));
+    EXPECT_EQ(tag + static_cast<std::int64_t>(done + total), 0);
+
+    socket->readDataToLength(8, -1, 5);
+    peer.sendInSlices({"ab", "cdef"});
+    ASSERT_TRUE(loop.runUntil([&] {
+        const float fraction = socket->progressOfReadReturningTag(&tag, &done, &total);
+        return fraction == 0.75F;
+    }));
+    EXPECT_EQ(tag, 5);
+    EXPECT_EQ(done, 6u);
+    EXPECT_EQ(total, 8u);
+    EXPECT_EQ(heard.events, (Events{"partial read 5 of 2", "partial read 5 of 4"}));
+    peer.send("ghi");
+    ASSERT_TRUE(awaitReads(1));
+    EXPECT_EQ(heard.reads[0], "abcdefgh");
+    socket->readDataToData("!", -1, 6);
+    loop.advance(0);
+    EXPECT_EQ(socket->progressOfReadReturningTag(&tag, &done, nullptr), 1.0F) << "no known end";
+}
+
+TEST_F(AsyncSocketReadTest, ACallersBufferIsFilledFromItsOffsetAndKeepsTheRest)
+{
+    connect();
+    const auto roomy = std::make_shared<std::string>("0123456789");
+    const auto tight = std::make_shared<std::string>("0123");
+    socket->readDataToLength(3, -1, roomy, 2, 1);
+    socket->readDataToLength(6, -1, tight, 4, 2);
+    socket->readDataToData("\n", -1, roomy, 1, 3);
+    peer.send("abcdefghixy\n");
+    ASSERT_TRUE(awaitReads(3));
+    EXPECT_EQ(heard.reads, (std::vector<std::string>{"abc", "defghi", "xy\n"}));
+    EXPECT_EQ(*roomy, "0xy\nc56789");
+    EXPECT_EQ(*tight, "0123defghi");
+}
+
+TEST_F(AsyncSocketReadTest, RequestsThatMakeNoSenseAreDroppedInSilence)
+{
+    connect();
+    const auto buffer = std::make_shared<std::string>("abc");
+    socket->readDataWithTimeout(0.1, buffer, 4, 1);
+    socket->readDataToLength(0, 0.1, 2);
+    socket->readDataToData("", 0.1, 3);
+    socket->readDataToData("\r\n", 0.1, 1, 4);
+    socket->writeData("", 0.1, 5);
+    EXPECT_TRUE(socket->canSafelySetDelegate());
+    loop.advance(1);
+    EXPECT_TRUE(heard.events.empty());
+    EXPECT_TRUE(socket->isConnected());
+}
+
+TEST_F(AsyncSocketReadTest, SilenceTicksForAsLongAsTheDelegateGrantsTime)
+{
+    connect();
+    heard.readExtension = 0.5;
+    socket->readDataWithTimeout(0.5, 0);
+    loop.advance(2.25);
+    EXPECT_EQ(heard.elapsedReads, (std::vector<double>{0.5, 1.0, 1.5, 2.0}));
+    peer.send("awake");
+    ASSERT_TRUE(awaitReads(1));
+    EXPECT_EQ(heard.reads[0], "awake") << "the read waited on";
+    EXPECT_EQ(loop.pendingTimers(), 0u);
+}
+
+TEST_F(AsyncSocketReadTest, SilenceWithoutAnExtensionEndsTheConnectionAndKeepsWhatCame)
+{
+    connect();
+    std::optional<std::string> unread;
+    heard.whenEnding = [&](AsyncSocket& ending) { unread = ending.unreadData(); };
+    socket->readDataToLength(10, 0.5, 0);
+    peer.send("half");
+    ASSERT_TRUE(loop.runUntil([this] { return !heard.events.empty(); }));
+    loop.advance(0.5);
+    EXPECT_EQ(heard.events,
+              (Events{"partial read 0 of 4", "ending: Read operation timed out", "disconnected"}));
+    EXPECT_EQ(heard.lastError.code, 4);
+    EXPECT_EQ(unread, "half");
+}

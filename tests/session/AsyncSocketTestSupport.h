@@ -1,0 +1,113 @@
+#pragma once
+
+#include "AsyncSocket.h"
+#include "VirtualRunLoop.h"
+#include "ZNTScriptedPeer.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Writes down everything it is told, and does what the test asks at that moment.
+struct RecordingSocketDelegate final : AsyncSocketDelegate {
+    std::vector<std::string> events;
+    std::vector<std::string> reads; ///< the data of every finished read
+    std::vector<double> elapsedReads;
+    ZNTError lastError;
+    bool welcomesConnection = true;
+    double readExtension = 0, writeExtension = 0;
+    std::function<void(AsyncSocket&)> whenConnected, whenRead, whenWritten, whenEnding, whenDisconnected,
+        whenReadTimesOut;
+
+    bool onSocketWillConnect(AsyncSocket&) override
+    {
+        events.emplace_back("will connect");
+        return welcomesConnection;
+    }
+    void onSocketDidConnectToHost(AsyncSocket& socket, const std::string& host, std::uint16_t) override
+    {
+        events.push_back("connected " + host);
+        call(whenConnected, socket);
+    }
+    void onSocketDidReadData(AsyncSocket& socket, std::string_view data, std::int64_t tag) override
+    {
+        events.push_back("read " + std::to_string(tag));
+        reads.emplace_back(data);
+        call(whenRead, socket);
+    }
+    void onSocketDidReadPartialDataOfLength(AsyncSocket&, std::size_t length, std::int64_t tag) override
+    {
+        events.push_back("partial read " + std::to_string(tag) + " of " + std::to_string(length));
+    }
+    double onSocketShouldTimeoutReadWithTag(AsyncSocket& socket, std::int64_t, double elapsed,
+                                            std::size_t) override
+    {
+        elapsedReads.push_back(elapsed);
+        const double extension = readExtension;
+        call(whenReadTimesOut, socket);
+        return extension;
+    }
+    void onSocketDidWriteDataWithTag(AsyncSocket& socket, std::int64_t tag) override
+    {
+        events.push_back("wrote " + std::to_string(tag));
+        call(whenWritten, socket);
+    }
+    double onSocketShouldTimeoutWriteWithTag(AsyncSocket&, std::int64_t, double, std::size_t) override
+    {
+        return std::exchange(writeExtension, 0);
+    }
+    void onSocketDidWritePartialDataOfLength(AsyncSocket&, std::size_t length, std::int64_t) override
+    {
+        partlyWritten += length;
+    }
+    void onSocketWillDisconnectWithError(AsyncSocket& socket, const ZNTError* error) override
+    {
+        events.push_back(error ? "ending: " + error->description : "ending");
+        lastError = error ? *error : ZNTError{};
+        call(whenEnding, socket);
+    }
+    void onSocketDidDisconnect(AsyncSocket& socket) override
+    {
+        events.emplace_back("disconnected");
+        call(whenDisconnected, socket);
+    }
+
+    std::size_t partlyWritten = 0;
+
+private:
+    /// A copy is called, since what it does may include forgetting it.
+    static void call(const std::function<void(AsyncSocket&)>& todo, AsyncSocket& socket)
+    {
+        if (const auto copy = todo)
+            copy(socket);
+    }
+};
+
+/// A socket of the test's and a peer for it, on one loop whose time the test moves.
+struct AsyncSocketTest : testing::Test {
+    VirtualRunLoop loop;
+    ZNTScriptedPeer peer{loop};
+    RecordingSocketDelegate heard;
+    std::unique_ptr<AsyncSocket> socket = std::make_unique<AsyncSocket>(loop, &heard);
+
+    void connect()
+    {
+        ASSERT_TRUE(socket->connectToHost(peer.host(), peer.port()));
+        ASSERT_TRUE(loop.runUntil([this] { return socket->isConnected() && peer.hasClient(); }));
+        heard.events.clear();
+    }
+    /// Waits, in real time, for as many finished reads.
+    [[nodiscard]] bool awaitReads(std::size_t count)
+    {
+        return loop.runUntil([this, count] { return heard.reads.size() >= count; }, 5);
+    }
+    [[nodiscard]] bool awaitEnd()
+    {
+        return loop.runUntil(
+            [this] { return !heard.events.empty() && heard.events.back() == "disconnected"; }, 10);
+    }
+    using Events = std::vector<std::string>;
+};

@@ -1,0 +1,132 @@
+#include "AsyncSocketTestSupport.h"
+
+#include <cmath>
+
+using AsyncSocketWriteTest = AsyncSocketTest;
+
+namespace
+{
+const std::string more(16'000'000, 'w'); // than the network takes from a peer that does not read
+}
+
+TEST_F(AsyncSocketWriteTest, WritesArriveInOrderAndWhole)
+{
+    connect();
+    std::string large;
+    for (int at = 0; at < 5'000'000; ++at)
+        large += static_cast<char>(at * 17 >> 4);
+    socket->writeData("look\r\n", -1, 1);
+    socket->writeData(large, -1, 2);
+    socket->writeData("quit\r\n", -1, 3);
+    const auto all = "look\r\n" + large + "quit\r\n";
+    ASSERT_TRUE(loop.runUntil([&] { return peer.received().size() >= all.size(); }));
+    loop.advance(0);
+    EXPECT_TRUE(peer.received() == all);
+    EXPECT_EQ(heard.events, (Events{"wrote 1", "wrote 2", "wrote 3"}));
+    EXPECT_GT(heard.partlyWritten, 0u);
+}
+
+TEST_F(AsyncSocketWriteTest, AWriteThatThePeerDoesNotTakeTimesOutOnceItsExtensionIsUsed)
+{
+    peer.makeReceiveBufferSmall();
+    connect();
+    peer.stopReading();
+    heard.writeExtension = 0.4;
+    socket->writeData(more, 0.1, 1);
+    ASSERT_TRUE(loop.runUntil([this] { return heard.partlyWritten > 0; }));
+    std::int64_t tag = 0;
+    std::size_t done = 0, total = 0;
+    EXPECT_LT(socket->progressOfWriteReturningTag(&tag, &done, &total), 1.0F);
+    EXPECT_GT(done, 0u);
+    EXPECT_EQ(total, more.size());
+    loop.advance(0.45);
+    EXPECT_TRUE(socket->isConnected());
+    loop.advance(0.1);
+    EXPECT_EQ(heard.events, (Events{"ending: Write operation timed out", "disconnected"}));
+    EXPECT_EQ(heard.lastError.code, 5);
+    EXPECT_TRUE(std::isnan(socket->progressOfWriteReturningTag(nullptr, nullptr, nullptr)));
+}
+
+TEST_F(AsyncSocketWriteTest, WritingToAPeerThatIsGoneEndsInAnErrorAndNotInASignal)
+{
+    connect();
+    peer.reset();
+    socket->writeData("anyone?\r\n", -1, 1);
+    socket->writeData(more, -1, 2);
+    ASSERT_TRUE(awaitEnd());
+    EXPECT_EQ(heard.lastError.domain, ZNTPOSIXErrorDomain);
+}
+
+TEST_F(AsyncSocketWriteTest, DisconnectAfterWritingSendsEverythingFirstAndTakesNothingMore)
+{
+    connect();
+    const std::string large(3'000'000, 'q');
+    socket->writeData(large, -1, 1);
+    socket->writeData("quit\r\n", -1, 2);
+    socket->readDataWithTimeout(-1, 3);
+    socket->disconnectAfterWriting();
+    socket->writeData("too late\r\n", -1, 4);
+    ASSERT_TRUE(awaitEnd());
+    ASSERT_TRUE(loop.runUntil([this] { return peer.clientHasClosed(); }));
+    EXPECT_TRUE(peer.received() == large + "quit\r\n");
+    EXPECT_EQ(heard.events, (Events{"wrote 1", "wrote 2", "disconnected"}))
+        << "the waiting read is no reason";
+}
+
+TEST_F(AsyncSocketWriteTest, DisconnectAfterReadingWaitsForTheReadsOnly)
+{
+    connect();
+    socket->readDataToLength(2, -1, 1);
+    socket->readDataToLength(2, -1, 2);
+    socket->disconnectAfterReading();
+    socket->readDataToLength(2, -1, 3);
+    loop.advance(10);
+    EXPECT_TRUE(socket->isConnected());
+    peer.send("abcdef");
+    ASSERT_TRUE(awaitEnd());
+    EXPECT_EQ(heard.events, (Events{"read 1", "read 2", "disconnected"}));
+}
+
+TEST_F(AsyncSocketWriteTest, DisconnectAfterBothWaitsForTheLaterOfThem)
+{
+    connect();
+    socket->writeData("quit\r\n", -1, 1);
+    socket->readDataToData("\n", -1, 2);
+    socket->disconnectAfterReadingAndWriting();
+    ASSERT_TRUE(loop.runUntil([this] { return peer.received() == "quit\r\n"; }));
+    loop.advance(10);
+    EXPECT_TRUE(socket->isConnected());
+    peer.send("Farewell.\n");
+    ASSERT_TRUE(awaitEnd());
+    EXPECT_EQ(heard.events, (Events{"wrote 1", "read 2", "disconnected"}));
+}
+
+TEST_F(AsyncSocketWriteTest, WithNothingToServeADeferredCloseComesOnALaterTurn)
+{
+    connect();
+    socket->disconnectAfterWriting();
+    EXPECT_TRUE(socket->isConnected());
+    loop.advance(0);
+    EXPECT_EQ(heard.events, (Events{"disconnected"}));
+
+    connect();
+    socket->writeData("again\r\n", -1, 1);
+    ASSERT_TRUE(loop.runUntil([this] { return peer.received() == "again\r\n"; })) << "the ban ended with it";
+}
+
+TEST_F(AsyncSocketWriteTest, AnotherLoopCanTakeTheSocketOver)
+{
+    connect();
+    socket->readDataWithTimeout(0.5, 1);
+    loop.advance(0.2);
+    VirtualRunLoop other;
+    socket->writeData("moved\r\n", -1, 2);
+    ASSERT_TRUE(socket->moveToRunLoop(other));
+    EXPECT_EQ(loop.pendingTimers(), 0u);
+    other.advance(0.29);
+    loop.advance(0);
+    EXPECT_EQ(heard.events, (Events{"wrote 2"}));
+    other.advance(0.02);
+    EXPECT_EQ(heard.events.back(), "disconnected") << "the read kept the time it had left";
+    socket.reset();
+}
