@@ -14,6 +14,8 @@ namespace
 
 constexpr qsizetype mostGlyphs = 8192; // clusters kept per face; more than any game's daily Chinese
 
+constexpr qreal largestGrowth = 1.15; // of a glyph that is narrower than its columns
+
 constexpr ZNTColour selectedText = znt::colours::white, selectedBackground{0x26, 0x4F, 0x78};
 constexpr ZNTColour matchText = znt::colours::black, matchBackground{0xFF, 0xD5, 0x4A};
 constexpr ZNTColour currentMatchText = znt::colours::black, currentMatchBackground{0xFF, 0x8C, 0x1A};
@@ -64,7 +66,7 @@ void ZNTOutputPainter::setFont(const QFont& font)
         kept.clear();
 }
 
-ZNTOutputPainter::Look ZNTOutputPainter::lookOf(const Stretch& stretch) const
+ZNTOutputPainter::Look ZNTOutputPainter::lookOf(const Stretch& stretch)
 {
     switch (stretch.mark) {
     case Mark::Selected:
@@ -76,10 +78,15 @@ ZNTOutputPainter::Look ZNTOutputPainter::lookOf(const Stretch& stretch) const
     case Mark::None:
         break;
     }
-    znt::ColourPair pair{stretch.style.foreground, stretch.style.background};
-    if (isReadable)
-        pair = znt::readable(pair);
-    return {colourOf(pair.foreground), colourOf(pair.background)};
+    const Look asked{colourOf(stretch.style.foreground), colourOf(stretch.style.background)};
+    if (!isReadable)
+        return asked;
+    const auto key = quint64{asked.foreground.rgb()} << 32 | asked.background.rgb();
+    const auto found = readableLooks.constFind(key);
+    if (found != readableLooks.constEnd())
+        return *found;
+    const auto pair = znt::readable({stretch.style.foreground, stretch.style.background});
+    return *readableLooks.insert(key, {colourOf(pair.foreground), colourOf(pair.background)});
 }
 
 void ZNTOutputPainter::drawRow(QPainter& painter, QPointF corner, std::u16string_view row,
@@ -142,7 +149,7 @@ void ZNTOutputPainter::drawClusters(QPainter& painter, QPointF corner, std::u16s
         if (text[offset] == u'\t')
             columns = znt::tabStop - column % znt::tabStop;
         else if (text[offset] != u' ' && column < grid.columns) {
-            const auto& drawn = glyphsOf(text.substr(offset, length), isBold);
+            const auto& drawn = glyphsOf(text.substr(offset, length), columns, isBold);
             const qreal room = columns * width;
             const QPointF origin(corner.x() + column * width + std::max<qreal>(0, (room - drawn.advance) / 2),
                                  corner.y() + ascent);
@@ -154,9 +161,9 @@ void ZNTOutputPainter::drawClusters(QPainter& painter, QPointF corner, std::u16s
     }
 }
 
-/// Shaping a character that the font lacks takes longer than drawing it, so what was shaped is kept. The
-/// runs' positions count from the baseline.
-const ZNTOutputPainter::Glyphs& ZNTOutputPainter::glyphsOf(std::u16string_view cluster, bool isBold)
+/// Shaping a character that the font lacks takes longer than drawing it, so what was shaped is kept.
+const ZNTOutputPainter::Glyphs& ZNTOutputPainter::glyphsOf(std::u16string_view cluster, int columns,
+                                                           bool isBold)
 {
     auto& kept = glyphs[isBold ? 1 : 0];
     const auto key = textOf(cluster);
@@ -165,8 +172,25 @@ const ZNTOutputPainter::Glyphs& ZNTOutputPainter::glyphsOf(std::u16string_view c
         return *found;
     if (kept.size() >= mostGlyphs)
         kept.clear();
+    const auto& font = isBold ? bold : regular;
+    auto made = shaped(key, font);
+    const qreal room = columns * width;
+    // Chinese fonts are narrower than two columns: set a little larger, their text does not fall apart.
+    // A single character that is wider than its columns is made to fit.
+    const qreal factor = made.advance > 0 ? std::min(room / made.advance, largestGrowth) : 1;
+    const bool isTooWide = factor < 1 && key.toUcs4().size() == 1;
+    if (isTooWide || (columns == 2 && factor > 1.02)) {
+        QFont fitting = font;
+        fitting.setPointSizeF(font.pointSizeF() * factor);
+        made = shaped(key, fitting);
+    }
+    return *kept.insert(key, made);
+}
 
-    QTextLayout layout(key, isBold ? bold : regular);
+/// The positions count from the baseline.
+ZNTOutputPainter::Glyphs ZNTOutputPainter::shaped(const QString& cluster, const QFont& font) const
+{
+    QTextLayout layout(cluster, font);
     QTextOption option;
     option.setTextDirection(Qt::LeftToRight);
     option.setWrapMode(QTextOption::NoWrap);
@@ -185,5 +209,5 @@ const ZNTOutputPainter::Glyphs& ZNTOutputPainter::glyphsOf(std::u16string_view c
         run.setPositions(positions);
         made.runs.push_back(run);
     }
-    return *kept.insert(key, made);
+    return made;
 }

@@ -56,10 +56,11 @@ private:
         QColor foreground, background;
     };
 
-    [[nodiscard]] Look lookOf(const Stretch& stretch) const;
+    [[nodiscard]] Look lookOf(const Stretch& stretch);
     void drawStretch(QPainter& painter, QPointF corner, std::u16string_view text, int column, int endColumn,
                      znt::GridWidth grid, const Stretch& stretch);
-    const Glyphs& glyphsOf(std::u16string_view cluster, bool isBold);
+    const Glyphs& glyphsOf(std::u16string_view cluster, int columns, bool isBold);
+    [[nodiscard]] Glyphs shaped(const QString& cluster, const QFont& font) const;
     void drawClusters(QPainter& painter, QPointF corner, std::u16string_view text, int column,
                       znt::GridWidth grid, bool isBold);
 
@@ -69,5 +70,6 @@ private:
     qreal ascent = 1;
     bool isGrid = true; // a plain character is just one cell wide, in both faces
     bool isReadable = true;
-    QHash<QString, Glyphs> glyphs[2]; // by cluster; regular and bold
+    QHash<QString, Glyphs> glyphs[2];   // by cluster; regular and bold
+    QHash<quint64, Look> readableLooks; // by both colours; working one out takes a while
 };

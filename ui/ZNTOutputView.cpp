@@ -1,5 +1,7 @@
 #include "ZNTOutputView.h"
 
+#include "ZNTOutputAccessible.h"
+
 #include <QLocale>
 #include <QPaintEvent>
 #include <QPainter>
@@ -46,6 +48,7 @@ void lay(ZNTOutputPainter::Mark mark, std::size_t from, std::size_t to, std::vec
 
 ZNTOutputView::ZNTOutputView(QWidget* parent) : QAbstractScrollArea(parent), mark(new QPushButton(viewport()))
 {
+    QAccessible::installFactory(&ZNTOutputAccessible::make);
     setObjectName(QStringLiteral("textFromServer"));
     setAccessibleName(tr("Game output"));
     setFocusPolicy(Qt::StrongFocus);
@@ -86,7 +89,7 @@ void ZNTOutputView::append(const ZNTAttributedText& text)
     const auto oldStart = store_.start();
     store_.append(text);
     if (store_.start() != oldStart) {
-        announceRemoved(oldStart, store_.start());
+        announceRemoved(store_.start() - oldStart);
         announcedEnd = std::max(announcedEnd, store_.start());
         anchor = std::max(anchor, store_.start());
         caret_ = std::max(caret_, store_.start());
@@ -104,7 +107,7 @@ void ZNTOutputView::scrollToEnd()
 
 void ZNTOutputView::clear()
 {
-    const auto oldStart = store_.start(), oldEnd = store_.end();
+    const auto length = store_.end() - store_.start();
     const bool hadSelection = hasSelection();
     store_.clear();
     anchor = caret_ = announcedEnd = store_.end();
@@ -112,7 +115,7 @@ void ZNTOutputView::clear()
     isDragging = false;
     dragTimer.stop();
     finder.loseCurrent();
-    announceRemoved(oldStart, oldEnd);
+    announceRemoved(length);
     setFollowing(true);
     if (hadSelection)
         Q_EMIT copyAvailable(false);

@@ -175,7 +175,8 @@ private:
     // What a listener of the accessibility bus hears
     void announceAppended();
     void announceCaret(bool moved, bool selectionChanged);
-    void announceRemoved(Position oldStart, Position oldEnd);
+    /// So many units are gone from the beginning.
+    void announceRemoved(qsizetype length);
 
     void showMatch(const std::optional<ZNTOutputFind::Match>& match);
 

@@ -25,7 +25,7 @@ ZNTColour mixed(ZNTColour from, ZNTColour to, double part)
     return {channel(from.red, to.red), channel(from.green, to.green), channel(from.blue, to.blue), 255};
 }
 
-constexpr int steps = 50;
+constexpr int steps = 50; // from a colour to white or black
 
 } // namespace
 
@@ -40,16 +40,9 @@ znt::ColourPair znt::readable(ColourPair pair)
     if (contrastRatio(pair.foreground, pair.background) >= readableContrast)
         return pair;
     const auto given = pair;
-    const bool whiteWillDo = contrastRatio(colours::white, pair.background) >= readableContrast;
-    for (int step = 1; step <= steps && contrastRatio(pair.foreground, pair.background) < readableContrast;
-         ++step) {
-        const double part = static_cast<double>(step) / steps;
-        if (whiteWillDo)
-            pair.foreground = mixed(given.foreground, colours::white, part);
-        else
-            pair.background = mixed(given.background, colours::black, part);
-    }
-    return contrastRatio(pair.foreground, pair.background) >= readableContrast
-               ? pair
-               : readable({pair.foreground, colours::black});
+    for (int step = 1; contrastRatio(colours::white, pair.background) < readableContrast; ++step)
+        pair.background = mixed(given.background, colours::black, static_cast<double>(step) / steps);
+    for (int step = 1; contrastRatio(pair.foreground, pair.background) < readableContrast; ++step)
+        pair.foreground = mixed(given.foreground, colours::white, static_cast<double>(step) / steps);
+    return pair;
 }

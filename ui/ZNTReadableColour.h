@@ -16,9 +16,9 @@ struct ColourPair {
     friend bool operator==(const ColourPair&, const ColourPair&) = default;
 };
 
-/// The pair as it is where its contrast is `readableContrast` or more. Else the text is mixed with white
-/// until it is, which keeps its hue (pure blue on black, 2.4 to 1, becomes a lighter blue); where white
-/// itself would not do, on a bright background, the background is darkened under it.
+/// The pair as it is where its contrast is `readableContrast` or more. Else the background is darkened as far
+/// as white needs to be read on it, and the text then mixed with white as far as it needs itself. Both keep
+/// their hue: pure blue on black, 2.4 to 1, becomes a lighter blue.
 ColourPair readable(ColourPair pair);
 
 } // namespace znt
