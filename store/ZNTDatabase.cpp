@@ -1,0 +1,130 @@
+#include "ZNTDatabase.h"
+
+#include <chrono>
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr auto pauseWhenBusy = std::chrono::microseconds(20);
+
+bool isBusy(int result)
+{
+    const int primary = result & 0xFF;
+    return primary == SQLITE_BUSY || primary == SQLITE_LOCKED;
+}
+
+void makeFileForOwnerAlone(const std::string& path)
+{
+    const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (descriptor >= 0)
+        ::close(descriptor);
+}
+
+} // namespace
+
+std::int64_t ZNTDatabaseRow::longValue(std::string_view column) const
+{
+    const int index = indexOf(column);
+    return index < 0 ? 0 : sqlite3_column_int64(statement, index);
+}
+
+std::optional<std::u16string> ZNTDatabaseRow::text(std::string_view column) const
+{
+    const int index = indexOf(column);
+    if (index < 0 || sqlite3_column_type(statement, index) == SQLITE_NULL)
+        return std::nullopt;
+    const auto* units = static_cast<const char16_t*>(sqlite3_column_text16(statement, index));
+    const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes16(statement, index));
+    return units ? std::u16string(units, bytes / sizeof(char16_t)) : std::u16string();
+}
+
+int ZNTDatabaseRow::indexOf(std::string_view column) const
+{
+    for (int index = 0; index < sqlite3_column_count(statement); ++index)
+        if (column == sqlite3_column_name(statement, index))
+            return index;
+    return -1;
+}
+
+ZNTDatabase::ZNTDatabase(const std::string& path)
+{
+    makeFileForOwnerAlone(path);
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    if (sqlite3_open_v2(path.c_str(), &connection, flags, nullptr) != SQLITE_OK) {
+        sqlite3_close(connection);
+        connection = nullptr;
+    }
+}
+
+ZNTDatabase::~ZNTDatabase()
+{
+    for (const auto& [sql, statement] : statements)
+        sqlite3_finalize(statement);
+    sqlite3_close(connection);
+}
+
+std::int64_t ZNTDatabase::lastInsertRowId() const
+{
+    return connection ? sqlite3_last_insert_rowid(connection) : 0;
+}
+
+sqlite3_stmt* ZNTDatabase::statementFor(std::string_view sql)
+{
+    if (!connection)
+        return nullptr;
+    const std::string key(sql);
+    if (const auto known = statements.find(key); known != statements.end())
+        return known->second;
+    sqlite3_stmt* statement = nullptr;
+    int result;
+    while (isBusy(result = sqlite3_prepare_v2(connection, key.c_str(), -1, &statement, nullptr)))
+        std::this_thread::sleep_for(pauseWhenBusy);
+    if (result != SQLITE_OK || !statement)
+        return nullptr;
+    statements.emplace(key, statement);
+    return statement;
+}
+
+sqlite3_stmt* ZNTDatabase::boundStatement(std::string_view sql,
+                                          const std::vector<ZNTDatabaseValue>& parameters)
+{
+    sqlite3_stmt* statement = statementFor(sql);
+    if (!statement)
+        return nullptr;
+    for (std::size_t at = 0; at < parameters.size(); ++at) {
+        const int index = static_cast<int>(at) + 1;
+        if (const auto* number = std::get_if<std::int64_t>(&parameters[at]))
+            sqlite3_bind_int64(statement, index, *number);
+        else if (const auto* text = std::get_if<std::u16string>(&parameters[at]))
+            sqlite3_bind_text16(statement, index, text->data(),
+                                static_cast<int>(text->size() * sizeof(char16_t)),
+                                SQLITE_TRANSIENT); // NOLINT: the library's own macro
+    }
+    return statement;
+}
+
+ZNTDatabase::StepResult ZNTDatabase::step(sqlite3_stmt* statement)
+{
+    for (;;) {
+        const int result = sqlite3_step(statement);
+        if (result == SQLITE_ROW)
+            return StepResult::Row;
+        if (result == SQLITE_DONE)
+            return StepResult::Done;
+        if (!isBusy(result))
+            return StepResult::Failed;
+        sqlite3_reset(statement);
+        std::this_thread::sleep_for(pauseWhenBusy);
+    }
+}
+
+void ZNTDatabase::finish(sqlite3_stmt* statement)
+{
+    sqlite3_reset(statement);
+    sqlite3_clear_bindings(statement);
+}

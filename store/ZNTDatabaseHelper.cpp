@@ -1,0 +1,224 @@
+#include "ZNTDatabaseHelper.h"
+
+#include "ZNTDatabase.h"
+#include "ZNTDatabaseAndPropertyUpdater.h"
+#include "ZNTDatabaseLocation.h"
+
+#include <utility>
+
+namespace
+{
+
+ZNTDatabaseValue value(const std::u16string& text) { return text; }
+ZNTDatabaseValue value(const std::optional<std::u16string>& text)
+{
+    return text ? ZNTDatabaseValue(*text) : ZNTDatabaseValue();
+}
+ZNTDatabaseValue value(std::int64_t number) { return number; }
+ZNTDatabaseValue flag(bool isSet) { return std::int64_t{isSet ? 1 : 0}; }
+
+ZNTMacro macroFrom(const ZNTDatabaseRow& row)
+{
+    return {.oid = row.longValue("oid"),
+            .groupOid = row.longValue("zntMacroGroupFK"),
+            .name = row.text("name").value_or(u""),
+            .dataToExecute = row.text("dataToExecute").value_or(u"")};
+}
+
+ZNTMacroGroup groupFrom(const ZNTDatabaseRow& row)
+{
+    // Group keys are read as 32 bits, narrower than all others; macros are found by what is read here.
+    return {.oid = static_cast<std::int32_t>(row.longValue("oid")),
+            .groupName = row.text("groupName").value_or(u""),
+            .macrosList = {}};
+}
+
+ZNTTrigger triggerFrom(const ZNTDatabaseRow& row)
+{
+    return {.oid = row.longValue("oid"),
+            .name = row.text("name").value_or(u""),
+            .check = row.text("checkString").value_or(u""),
+            .action = row.text("action").value_or(u""),
+            .soundFileToPlay = row.text("sound_file_to_play"),
+            .gag = row.boolValue("gag"),
+            .active = row.boolValue("enabled")};
+}
+
+ZNTMudList mudFrom(const ZNTDatabaseRow& row)
+{
+    return {.oid = row.longValue("oid"),
+            .name = row.text("name").value_or(u""),
+            .url = row.text("url").value_or(u""),
+            .telnetURL = row.text("telnetURL").value_or(u""),
+            .port = row.longValue("port"),
+            .defaultConnection = row.boolValue("defaultConnection"),
+            .active = row.boolValue("active"),
+            .userCreated = row.boolValue("userCreated"),
+            .displayToUser = row.boolValue("displayToUser")};
+}
+
+/// One record for each row of the result, in its order.
+template <typename MakeRecord>
+auto recordsFrom(ZNTDatabase& database, std::string_view sql, const std::vector<ZNTDatabaseValue>& parameters,
+                 MakeRecord makeRecord)
+{
+    std::vector<decltype(makeRecord(std::declval<const ZNTDatabaseRow&>()))> records;
+    database.query(sql, parameters, [&](const ZNTDatabaseRow& row) { records.push_back(makeRecord(row)); });
+    return records;
+}
+
+} // namespace
+
+ZNTDatabaseHelper::ZNTDatabaseHelper(ZNTFilePlaces places, ZNTPlatformLog& log)
+    : places(std::move(places)),
+      log(log)
+{
+}
+
+ZNTDatabaseHelper::~ZNTDatabaseHelper() = default;
+
+ZNTDatabase& ZNTDatabaseHelper::database()
+{
+    if (!opened)
+        openDatabase();
+    return *opened;
+}
+
+void ZNTDatabaseHelper::openDatabase()
+{
+    const auto path = ZNTDatabaseLocation(places, log).preparedDatabasePath();
+    ZNTDatabaseAndPropertyUpdater updater(places, log);
+    opened = std::make_unique<ZNTDatabase>(path);
+    if (opened->isOpen())
+        updater.runDatabaseUpdates([this](std::string_view statement) { runSQL(statement); });
+    else
+        log.log("Could not open db.");
+}
+
+std::optional<ZNTMacro> ZNTDatabaseHelper::getMacroFromDatabaseByName(std::u16string_view name)
+{
+    std::optional<ZNTMacro> last;
+    database().query("select * from ZNTMacro where name =  ?", {std::u16string(name)},
+                     [&](const ZNTDatabaseRow& row) { last = macroFrom(row); });
+    return last;
+}
+
+std::vector<ZNTMacroGroup> ZNTDatabaseHelper::getAllMacroGroupsFromDatabase()
+{
+    return recordsFrom(database(), "select * from ZNTMacroGroup", {}, groupFrom);
+}
+
+std::vector<std::u16string> ZNTDatabaseHelper::getAllMacroNames()
+{
+    return recordsFrom(database(), "select name from ZNTMacro", {},
+                       [](const ZNTDatabaseRow& row) { return row.text("name").value_or(u""); });
+}
+
+std::vector<ZNTMacro> ZNTDatabaseHelper::getAllMacrosFromDatabaseByMacroGroupId(std::int64_t groupOid)
+{
+    return recordsFrom(database(), "select * from ZNTMacro where zntMacroGroupFK = ?", {groupOid}, macroFrom);
+}
+
+std::vector<ZNTTrigger> ZNTDatabaseHelper::loadTriggers()
+{
+    return recordsFrom(database(), "select * from ZNTTrigger where enabled = 1", {}, triggerFrom);
+}
+
+std::vector<ZNTTrigger> ZNTDatabaseHelper::loadAllTriggers()
+{
+    return recordsFrom(database(), "select * from ZNTTrigger", {}, triggerFrom);
+}
+
+std::vector<ZNTMudList> ZNTDatabaseHelper::getAllMudsFromMudList()
+{
+    return recordsFrom(database(), "select * from ZNTMudList where displayToUser = 1 order by name", {},
+                       mudFrom);
+}
+
+void ZNTDatabaseHelper::insertTrigger(ZNTTrigger& trigger)
+{
+    database().execute(
+        "insert into ZNTTrigger (name, checkString, action, enabled, gag, sound_file_to_play) values "
+        "(?, ?, ?, ?, ?, ?)",
+        {value(trigger.name), value(trigger.check), value(trigger.action), flag(trigger.active),
+         flag(trigger.gag), value(trigger.soundFileToPlay)});
+    trigger.oid = database().lastInsertRowId();
+}
+
+void ZNTDatabaseHelper::updateTrigger(const ZNTTrigger& trigger)
+{
+    database().execute("UPDATE ZNTTrigger set name=?, action=?, checkString = ?, enabled = ?, gag = ?, "
+                       "sound_file_to_play = ? where oid=?",
+                       {value(trigger.name), value(trigger.action), value(trigger.check),
+                        flag(trigger.active), flag(trigger.gag), value(trigger.soundFileToPlay),
+                        value(trigger.oid)});
+}
+
+void ZNTDatabaseHelper::deleteTrigger(const ZNTTrigger& trigger)
+{
+    database().execute("delete from ZNTTrigger where oid = ?", {value(trigger.oid)});
+}
+
+void ZNTDatabaseHelper::insertMacroGroup(ZNTMacroGroup& group)
+{
+    database().execute("insert into ZNTMacroGroup (groupName) values (?)", {value(group.groupName)});
+    group.oid = database().lastInsertRowId();
+}
+
+void ZNTDatabaseHelper::deleteMacroByOid(std::int64_t groupOid)
+{
+    database().execute("delete from ZNTMacro where zntMacroGroupFK = ?", {groupOid});
+    database().execute("delete from ZNTMacroGroup   where oid = ?", {groupOid});
+}
+
+void ZNTDatabaseHelper::insertMacroSetWithMacroGroup(ZNTMacro& macro)
+{
+    database().execute("insert into ZNTMacro (name, dataToExecute, zntMacroGroupFK) values (?, ?, ?)",
+                       {value(macro.name), value(macro.dataToExecute), value(macro.groupOid)});
+    macro.oid = database().lastInsertRowId();
+}
+
+void ZNTDatabaseHelper::updateMacro(const ZNTMacro& macro)
+{
+    database().execute("UPDATE ZNTMacro set name=?, dataToExecute=? where oid=?",
+                       {value(macro.name), value(macro.dataToExecute), value(macro.oid)});
+}
+
+void ZNTDatabaseHelper::deleteMacro(const ZNTMacro& macro)
+{
+    database().execute("delete from ZNTMacro where oid = ?", {value(macro.oid)});
+}
+
+void ZNTDatabaseHelper::addNewRowMudList(ZNTMudList& entry)
+{
+    database().execute("insert into ZNTMudList (name, url, port, telnetURL) values (?, ?, ?, ?)",
+                       {value(entry.name), value(entry.url), value(entry.port), value(entry.telnetURL)});
+    entry.oid = database().lastInsertRowId();
+}
+
+void ZNTDatabaseHelper::updateMudListObject(const ZNTMudList& entry)
+{
+    database().execute("UPDATE ZNTMudList set name=?, url=?, telnetURL = ?, port = ?, defaultConnection = ?, "
+                       "active = ?, displayToUser = ?, userCreated = ? where oid=?",
+                       {value(entry.name), value(entry.url), value(entry.telnetURL), value(entry.port),
+                        flag(entry.defaultConnection), flag(entry.active), flag(true), flag(true),
+                        value(entry.oid)});
+}
+
+void ZNTDatabaseHelper::hideZNTMudListValueFromUser(std::u16string_view, std::int64_t objectIdOfRemovalObject)
+{
+    database().execute("UPDATE ZNTMudList set displayToUser = ? where oid=?",
+                       {flag(false), objectIdOfRemovalObject});
+}
+
+void ZNTDatabaseHelper::restoreSystemDefaultMudList()
+{
+    database().execute("UPDATE ZNTMudList set displayToUser = ?", {flag(true)});
+}
+
+void ZNTDatabaseHelper::removeZNTMudListObjectFromTable(std::u16string_view tableName, std::int64_t)
+{
+    database().execute("delete from ZNTMudList where oid = ?", {std::u16string(tableName)});
+}
+
+void ZNTDatabaseHelper::runSQL(std::string_view statement) { database().execute(statement); }

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "ZNTFilePlaces.h"
+#include "ZNTMacro.h"
+#include "ZNTMacroGroup.h"
+#include "ZNTMudList.h"
+#include "ZNTPlatformLog.h"
+#include "ZNTTrigger.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class ZNTDatabase;
+
+/// Everything that outlives a run: macros and their groups, triggers, the address book. The only code that
+/// speaks SQL; one a program, on the run loop's thread.
+///
+/// The database is found, made on a first run and brought up to date when the first operation needs it, and
+/// stays open from then on. No operation reports a failure: a query that fails yields nothing, an update that
+/// fails changes nothing. While another process holds the file, an operation waits for it.
+class ZNTDatabaseHelper
+{
+public:
+    /// `log` outlives this.
+    ZNTDatabaseHelper(ZNTFilePlaces places, ZNTPlatformLog& log);
+    ~ZNTDatabaseHelper();
+    ZNTDatabaseHelper(const ZNTDatabaseHelper&) = delete;
+    ZNTDatabaseHelper& operator=(const ZNTDatabaseHelper&) = delete;
+
+    /// Of several macros with that name, the one that the database reads last.
+    std::optional<ZNTMacro> getMacroFromDatabaseByName(std::u16string_view name);
+    std::vector<ZNTMacroGroup> getAllMacroGroupsFromDatabase();
+    std::vector<std::u16string> getAllMacroNames();
+    std::vector<ZNTMacro> getAllMacrosFromDatabaseByMacroGroupId(std::int64_t groupOid);
+    /// The active ones only.
+    std::vector<ZNTTrigger> loadTriggers();
+    /// The inactive ones too, for who wants to switch one on again.
+    std::vector<ZNTTrigger> loadAllTriggers();
+    /// Those the player has not hidden, by name.
+    std::vector<ZNTMudList> getAllMudsFromMudList();
+
+    // Inserts give the record its row key. One that fails gives it that of the insert before, or 0.
+    void insertTrigger(ZNTTrigger& trigger);
+    void updateTrigger(const ZNTTrigger& trigger);
+    void deleteTrigger(const ZNTTrigger& trigger);
+    void insertMacroGroup(ZNTMacroGroup& group);
+    /// Deletes a whole group, its macros first; the key is the group's.
+    void deleteMacroByOid(std::int64_t groupOid);
+    void insertMacroSetWithMacroGroup(ZNTMacro& macro);
+    /// A macro never changes its group.
+    void updateMacro(const ZNTMacro& macro);
+    void deleteMacro(const ZNTMacro& macro);
+    void addNewRowMudList(ZNTMudList& entry);
+    /// The stored row becomes visible and the player's own, whatever the record says.
+    void updateMudListObject(const ZNTMudList& entry);
+    /// Keeps the row but reads it no more. `tableName` is not used.
+    void hideZNTMudListValueFromUser(std::u16string_view tableName, std::int64_t objectIdOfRemovalObject);
+    void restoreSystemDefaultMudList();
+    /// Binds `tableName` where the statement wants a key, and so deletes nothing; kept as it is.
+    void removeZNTMudListObjectFromTable(std::u16string_view tableName, std::int64_t objectIdOfRemovalObject);
+    void runSQL(std::string_view statement);
+    /// Recorded commands are not stored.
+    void insertRecordedCommands() {}
+
+private:
+    ZNTDatabase& database();
+    void openDatabase();
+
+    ZNTFilePlaces places;
+    ZNTPlatformLog& log;
+    std::unique_ptr<ZNTDatabase> opened;
+};

@@ -1,0 +1,16 @@
+#include "ZNTUpdater.h"
+
+#include "ZNTPrivateFiles.h"
+
+#include <filesystem>
+
+void ZNTUpdater::createSoundFolder()
+{
+    const auto sample = soundPath + "dying_groan.wav";
+    std::error_code ignored;
+    if (std::filesystem::exists(sample, ignored))
+        return;
+    znt::makePrivateFolder(soundPath);
+    if (const auto copied = znt::copyToPrivateFile(places.resource("dying_groan.wav"), sample); !copied)
+        log.log("File copy issue " + copied.error().description);
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "ZNTFilePlaces.h"
+#include "ZNTPlatformLog.h"
+
+#include <string>
+
+/// Puts the folder of sound files in place, with a sample in it.
+class ZNTUpdater
+{
+public:
+    /// Both outlive this.
+    ZNTUpdater(const ZNTFilePlaces& places, ZNTPlatformLog& log)
+        : places(places),
+          log(log),
+          soundPath(places.soundFolder())
+    {
+    }
+
+    /// Makes the folder and copies the sample there, unless the sample is there already.
+    void createSoundFolder();
+    /// Ends with a slash.
+    [[nodiscard]] const std::string& getSoundPath() const { return soundPath; }
+
+private:
+    const ZNTFilePlaces& places;
+    ZNTPlatformLog& log;
+    std::string soundPath;
+};
