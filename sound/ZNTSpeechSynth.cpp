@@ -45,6 +45,7 @@ void ZNTSpeechSynth::turnOnSpeach() { startTimer(pollingInterval); }
 void ZNTSpeechSynth::stopIt()
 {
     speechSynth.stopSpeaking();
+    screenReader.forgetWhatWaits();
     theTimer.reset();
     const std::lock_guard lock(queueMutex);
     stackText.clear();
@@ -61,6 +62,7 @@ bool ZNTSpeechSynth::isSpeachOn() const
 void ZNTSpeechSynth::speakAtOnce(std::u16string_view text)
 {
     speechSynth.stopSpeaking();
+    screenReader.forgetWhatWaits();
     speakNext(text);
 }
 

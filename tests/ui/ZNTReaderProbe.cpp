@@ -1,0 +1,97 @@
+// A window with a line edit that has the focus, and the whole way of a line to the reader or the speech
+// service behind it. Commands on stdin, one a line:
+//   say TEXT    hands TEXT over at once, as the review does
+//   line TEXT   queues TEXT, as a received chunk
+//   stop        stops speech and turns it on again
+//   other       opens and activates another window;  back  closes it
+//   state       answers "running WAY" or "off"
+
+#include "QtRunLoop.h"
+#include "ZNTDesktopScreenReader.h"
+#include "ZNTSpeechDispatcher.h"
+#include "ZNTSpeechSynth.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QSocketNotifier>
+#include <QWidget>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <unistd.h>
+
+namespace
+{
+
+struct Probe {
+    QtRunLoop runLoop;
+    ZNTDesktopScreenReader reader;
+    ZNTSpeechDispatcher engine{runLoop};
+    ZNTSpeechSynth synth{runLoop, engine, reader};
+    QMainWindow window;
+    std::unique_ptr<QWidget> other;
+
+    void obey(const QString& command)
+    {
+        const auto word = command.section(u' ', 0, 0);
+        const auto text = command.section(u' ', 1).toStdU16String();
+        if (word == u"say") {
+            synth.speakNext(text);
+        } else if (word == u"line") {
+            synth.speakLine(text);
+        } else if (word == u"stop") {
+            synth.stopIt();
+            synth.speechOn();
+        } else if (word == u"other") {
+            other = std::make_unique<QWidget>();
+            other->resize(200, 100);
+            other->show();
+            other->activateWindow();
+        } else if (word == u"back") {
+            other.reset();
+            window.activateWindow();
+        } else if (word == u"state") {
+            std::printf("%s, %s\n", reader.isRunning() ? "running" : "off",
+                        window.isActiveWindow() ? "active" : "inactive");
+            std::fflush(stdout);
+        }
+    }
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zantor-reader-probe"));
+    Probe probe;
+    probe.window.setWindowTitle(QStringLiteral("Probe"));
+    auto* command = new QLineEdit;
+    probe.window.setCentralWidget(command);
+    probe.window.show();
+    probe.window.activateWindow();
+    command->setFocus();
+    probe.reader.setWindow(&probe.window);
+    probe.synth.setUseTimer(false);
+    probe.synth.speechOn();
+
+    std::string received;
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, &application, [&] {
+        char bytes[4096];
+        const auto count = read(STDIN_FILENO, bytes, sizeof bytes);
+        if (count <= 0) {
+            QApplication::quit();
+            return;
+        }
+        received.append(bytes, static_cast<std::size_t>(count));
+        for (auto end = received.find('\n'); end != std::string::npos; end = received.find('\n')) {
+            probe.obey(QString::fromStdString(received.substr(0, end)));
+            received.erase(0, end + 1);
+        }
+    });
+    return QApplication::exec();
+}

@@ -1,0 +1,229 @@
+#!/usr/bin/python3
+"""What a blind player hears: a real Orca on a screen and buses of its own, and a speech service that records.
+
+Usage: screen_reader_test.py PROBE. Exits 77 (skipped) where a tool is missing.
+"""
+
+import os
+import re
+import shutil
+import signal
+import socket
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+
+SKIPPED = 77
+TOOLS = ["orca", "xvfb-run", "dbus-run-session"]
+OURS = ":zantor:"
+MARKUP = re.compile("<[^>]*>")  # Orca marks the words
+
+
+class RecordingService(threading.Thread):
+    """Answers SSIP on a Unix socket; every text takes no time to say."""
+
+    def __init__(self, path):
+        super().__init__(daemon=True)
+        self.listener = socket.socket(socket.AF_UNIX)
+        self.listener.bind(path)
+        self.listener.listen(8)
+        self.said = []  # (client's name, text)
+        self.lock = threading.Lock()
+        self.number = 0
+
+    def run(self):
+        while True:
+            client, _ = self.listener.accept()
+            threading.Thread(target=self.serve, args=(client,), daemon=True).start()
+
+    def serve(self, client):
+        name = ""
+        lines = client.makefile("r", encoding="utf-8", newline="\r\n")
+
+        def send(*answer):
+            client.sendall("".join(line + "\r\n" for line in answer).encode())
+
+        for line in lines:
+            line = line.rstrip("\r\n")
+            verb = line.upper()
+            if verb.startswith("SET SELF CLIENT_NAME"):
+                name = line.split()[-1]
+                send("208 OK CLIENT NAME SET")
+            elif verb == "SPEAK":
+                send("230 OK RECEIVING DATA")
+                body = []
+                for text in lines:
+                    text = text.rstrip("\r\n")
+                    if text == ".":
+                        break
+                    body.append(text[1:] if text.startswith("..") else text)
+                self.say(name, "\n".join(body), send)
+            elif verb.startswith(("CHAR ", "KEY ", "SOUND_ICON ")):
+                self.say(name, line, send)
+            elif verb.startswith("LIST "):
+                send("249-recording\ten\tnone", "249 OK LIST SENT")
+            elif verb.startswith("GET "):
+                send("251-0", "251 OK GET RETURNED")
+            elif verb == "HISTORY GET CLIENT_ID":
+                send("245-1", "245 OK CLIENT ID SENT")
+            else:
+                send("200 OK")
+
+    def say(self, name, text, send):
+        with self.lock:
+            self.number += 1
+            number = self.number
+            self.said.append((name, MARKUP.sub("", text)))
+        send(f"225-{number}", "225 OK MESSAGE QUEUED")
+        for code, event in ((701, "BEGIN"), (702, "END")):
+            send(f"{code}-{number}", f"{code}-1", f"{code} {event}")
+
+    def since(self, start):
+        with self.lock:
+            return self.said[start:]
+
+    def count(self):
+        with self.lock:
+            return len(self.said)
+
+
+def until(condition, seconds=20):
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        if condition():
+            return True
+        time.sleep(0.05)
+    return False
+
+
+class Probe:
+    def __init__(self, program):
+        self.process = subprocess.Popen([program], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, bufsize=1)
+
+    def tell(self, *commands):
+        self.process.stdin.write("".join(command + "\n" for command in commands))
+        self.process.stdin.flush()
+
+    def state(self):
+        self.tell("state")
+        return self.process.stdout.readline().strip()
+
+    def end(self):
+        self.process.stdin.close()
+        self.process.wait(10)
+
+
+failures = []
+
+
+def expect(what, actual, expected):
+    verdict = "ok" if actual == expected else "FAILED"
+    print(f"{verdict}: {what}")
+    if actual != expected:
+        failures.append(what)
+        print(f"  expected {expected}\n  heard    {actual}")
+
+
+def speakers(heard, lines):
+    """Who said each of our lines, in order; what the reader says of focus and window is left out."""
+    return [(("us" if OURS in name else "reader"), text) for name, text in heard if text in lines]
+
+
+def quiet(service):
+    """Until the reader has said what it has to say of a new window."""
+    last = [-1, 0.0]
+
+    def silent_for_a_second():
+        now = time.monotonic()
+        if service.count() != last[0]:
+            last[:] = [service.count(), now]
+        return now - last[1] > 1
+
+    until(silent_for_a_second)
+
+
+def check(service, probe, commands, expected, what):
+    start = service.count()
+    lines = [text for _, text in expected]
+    probe.tell(*commands)
+    until(lambda: len(speakers(service.since(start), lines)) >= len(expected))
+    quiet(service)
+    heard = service.since(start)
+    expect(what, speakers(heard, lines), expected)
+    expect(what + ": no line is only \"notification\"", [text for _, text in heard if "notification" in text.lower()], [])
+
+
+def burst(name, count):
+    return [f"{name} {number}: the goblin hits you." for number in range(count)]
+
+
+def run(program):
+    service = RecordingService(os.environ["SPEECHD_ADDRESS"].removeprefix("unix_socket:"))
+    service.start()
+    probe = Probe(program)
+    until(lambda: probe.state().endswith(", active"))
+    expect("no reader runs at first", probe.state(), "off, active")
+    lines = burst("alone", 5)
+    check(service, probe, [f"say {line}" for line in lines], [("us", line) for line in lines],
+          "without a reader the service speaks")
+
+    orca = subprocess.Popen(["/usr/bin/python3", shutil.which("orca"), "--replace", "--disable=braille",
+                             "--disable=braille-monitor"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    expect("a reader that was started is noticed",
+           until(lambda: probe.state() == "running, active", 30), True)
+    quiet(service)
+
+    lines = burst("burst", 50)
+    check(service, probe, [f"say {line}" for line in lines], [("reader", line) for line in lines],
+          "a burst of 50 is announced once and in order while the line edit has the focus")
+    check(service, probe, ["say again", "say again", "say again"], [("reader", "again")] * 3,
+          "a line that repeats is announced each time")
+    lines = burst("queued", 4)
+    check(service, probe, [f"line {line}" for line in lines], [("reader", line) for line in lines],
+          "received lines go to the reader too")
+
+    probe.tell("other")
+    until(lambda: probe.state() == "running, inactive")
+    quiet(service)
+    lines = burst("behind", 3)
+    check(service, probe, [f"say {line}" for line in lines], [("us", line) for line in lines],
+          "behind another window the service speaks, and only it")
+    probe.tell("back")
+    until(lambda: probe.state() == "running, active")
+    quiet(service)
+    lines = burst("front", 3)
+    check(service, probe, [f"say {line}" for line in lines], [("reader", line) for line in lines],
+          "in front again the reader speaks, and only it")
+
+    orca.send_signal(signal.SIGKILL)
+    orca.wait()
+    expect("a reader that died is noticed", until(lambda: probe.state() == "off, active"), True)
+    lines = burst("died", 3)
+    check(service, probe, [f"say {line}" for line in lines], [("us", line) for line in lines],
+          "after it the service speaks again")
+    probe.end()
+    return 1 if failures else 0
+
+
+def main():
+    missing = [tool for tool in TOOLS if not shutil.which(tool)]
+    if missing:
+        print("skipped, not installed:", ", ".join(missing))
+        return SKIPPED
+    if os.environ.get("ZANTOR_ISOLATED"):
+        return run(sys.argv[1])
+    with tempfile.TemporaryDirectory() as folder:
+        # Settings and buses of its own, from before the session bus starts.
+        environment = dict(os.environ, ZANTOR_ISOLATED="1", GSETTINGS_BACKEND="memory",
+                           SPEECHD_ADDRESS=f"unix_socket:{folder}/speech.sock")
+        environment.pop("QT_QPA_PLATFORM", None)
+        for name in ["HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"]:
+            environment[name] = f"{folder}/{name}"
+            os.mkdir(environment[name], 0o700)
+        return subprocess.call(["dbus-run-session", "--", "xvfb-run", "-a", "-s", "-screen 0 1280x1024x24 -nolisten tcp",
+                                "/usr/bin/python3"] + [os.path.abspath(__file__)] + sys.argv[1:], env=environment)
+
+
+sys.exit(main())
