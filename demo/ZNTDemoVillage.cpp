@@ -314,7 +314,7 @@ std::u16string ZNTDemoVillage::freeName() const
     for (;;) {
         auto names = texts.phrase(ZNTDemoPhrase::Names);
         while (!names.empty()) {
-            const auto name = std::u16string(takeWord(names)) + ending;
+            auto name = std::u16string(takeWord(names)) + ending;
             if (!isTaken(name, nullptr))
                 return name;
         }
