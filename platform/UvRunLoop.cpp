@@ -64,7 +64,9 @@ struct WatchHandle {
     {
         auto* self = static_cast<WatchHandle*>(handle->data);
         auto ready = self->interest;
-        if (status >= 0) {
+        if (status < 0) {
+            self->start(); // libuv ends a poll that met an error; a watch goes on
+        } else {
             ready = RunLoopInterest::None;
             if (events & UV_READABLE)
                 ready = ready | RunLoopInterest::Readable;
@@ -157,10 +159,11 @@ UvRunLoop::UvRunLoop() : loop(std::make_shared<Loop>())
 
 UvRunLoop::~UvRunLoop()
 {
+    loop->isClosed = true; // first: a task that is let go of below may hold other timers
     uv_walk(&loop->loop, &closeOne, nullptr);
-    uv_run(&loop->loop, UV_RUN_DEFAULT);
+    while (uv_run(&loop->loop, UV_RUN_DEFAULT) != 0) // a stop that nobody heeded ends it at once
+        continue;
     uv_loop_close(&loop->loop);
-    loop->isClosed = true;
     loop->posted.clear();
 }
 

@@ -18,8 +18,10 @@ public:
     ~VirtualRunLoop() override;
 
     /// Moves the time on by `seconds`, firing what falls due at its own moment and in order; what was posted
-    /// runs before the time moves.
+    /// runs before the time moves. Throws where a descriptor stays ready whatever its handler does.
     void advance(double seconds);
+    /// The same with a single look at the descriptors, which may stay ready.
+    void advanceOneTurn(double seconds);
     /// Runs what was posted, and what that posts, until nothing is left. Time stands still.
     void runPosted();
     /// For a test of real descriptors or threads: turns the loop in real time, its own time standing still,

@@ -1,0 +1,83 @@
+#include "RunLoopContract.h"
+#include "UvRunLoop.h"
+#include "VirtualRunLoop.h"
+
+#include <stdexcept>
+
+namespace
+{
+
+struct UvDriver {
+    std::unique_ptr<UvRunLoop> runLoop = std::make_unique<UvRunLoop>();
+    bool turnUntil(const std::function<bool()>& condition, double seconds = 5)
+    {
+        const double end = runLoop->now() + seconds;
+        bool holds = false;
+        const auto look = runLoop->startTimer(0.001, RunLoopRepeat::Forever, [&] {
+            holds = condition();
+            if (holds || runLoop->now() > end)
+                runLoop->stop();
+        });
+        runLoop->run();
+        return holds;
+    }
+};
+
+/// Its time moves by a millisecond whenever nothing is left to do, or what is left goes on for ever.
+struct VirtualDriver {
+    std::unique_ptr<VirtualRunLoop> runLoop = std::make_unique<VirtualRunLoop>();
+    bool turnUntil(const std::function<bool()>& condition, double seconds = 5)
+    {
+        const double end = runLoop->now() + seconds;
+        while (runLoop->now() < end) {
+            if (runLoop->runUntil(condition, 0))
+                return true;
+            runLoop->advanceOneTurn(0.001);
+        }
+        return false;
+    }
+};
+
+} // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(UvRunLoop, RunLoopContract, UvDriver);
+INSTANTIATE_TYPED_TEST_SUITE_P(VirtualRunLoop, RunLoopContract, VirtualDriver);
+
+TEST(UvRunLoop, StopsAfterTheTurnAndRunsAgain)
+{
+    UvRunLoop loop;
+    std::string order;
+    loop.post([&] {
+        loop.stop();
+        loop.post([&] {
+            order += 'b';
+            loop.stop();
+        });
+        order += 'a';
+    });
+    loop.run();
+    EXPECT_EQ(order, "a");
+    loop.run();
+    EXPECT_EQ(order, "ab");
+    const auto kept = loop.startTimer(1, RunLoopRepeat::Once, [] {});
+    loop.stop(); // and is then destroyed without running again
+}
+
+TEST(VirtualRunLoop, AdvancesInstantlyInOrderAndSaysWhenItIsStuck)
+{
+    VirtualRunLoop loop;
+    std::vector<double> fired;
+    const auto tick = loop.startTimer(0.5, RunLoopRepeat::Forever, [&] { fired.push_back(loop.now()); });
+    const auto later = loop.startTimer(0.75, RunLoopRepeat::Once, [&] { fired.push_back(-loop.now()); });
+    loop.advance(1.6);
+    EXPECT_EQ(fired, (std::vector<double>{0.5, -0.75, 1.0, 1.5}));
+    EXPECT_EQ(loop.now(), 1.6);
+    EXPECT_EQ(loop.pendingTimers(), 1u);
+
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    const auto alwaysReady = loop.watchDescriptor(ends[1], RunLoopInterest::Writable, [](RunLoopInterest) {});
+    EXPECT_THROW(loop.advance(1), std::runtime_error);
+    ::close(ends[0]);
+    ::close(ends[1]);
+}

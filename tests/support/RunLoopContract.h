@@ -1,0 +1,261 @@
+#pragma once
+
+#include "RunLoop.h"
+
+#include <cstdio>
+#include <functional>
+#include <gtest/gtest.h>
+#include <limits>
+#include <memory>
+#include <netinet/in.h>
+#include <string>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+/// What every run loop owes those who use it. A program of tests instantiates it with a driver:
+///
+///     struct MyDriver {
+///         std::unique_ptr<MyRunLoop> runLoop = ...;  // may be reset
+///         // Turns the loop until `condition` holds; false after `seconds`, as the loop counts them.
+///         bool turnUntil(const std::function<bool()>& condition, double seconds = 5);
+///     };
+///     INSTANTIATE_TYPED_TEST_SUITE_P(MyRunLoop, RunLoopContract, MyDriver);
+template <typename Driver>
+class RunLoopContract : public testing::Test
+{
+protected:
+    RunLoop& loop() { return *driver.runLoop; }
+    bool turnUntil(const std::function<bool()>& condition) { return driver.turnUntil(condition); }
+    void pass(double seconds)
+    {
+        driver.turnUntil([] { return false; }, seconds);
+    }
+
+    struct Pair {
+        Pair() { EXPECT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends), 0); }
+        ~Pair()
+        {
+            ::close(ends[0]);
+            closeFar();
+        }
+        Pair(const Pair&) = delete;
+        Pair& operator=(const Pair&) = delete;
+        void send() const { EXPECT_EQ(::write(ends[1], "x", 1), 1); }
+        void closeFar()
+        {
+            if (ends[1] >= 0)
+                ::close(std::exchange(ends[1], -1));
+        }
+        int ends[2]{-1, -1};
+    };
+
+    Driver driver;
+    std::string order;
+};
+
+TYPED_TEST_SUITE_P(RunLoopContract);
+
+TYPED_TEST_P(RunLoopContract, PostedTasksRunLaterInTheirOrder)
+{
+    auto& order = this->order;
+    this->loop().post([&] {
+        order += 'a';
+        this->loop().post([&] { order += 'd'; });
+        order += 'b';
+    });
+    this->loop().post([&] { order += 'c'; });
+    EXPECT_EQ(order, "");
+    EXPECT_TRUE(this->turnUntil([&] { return order.size() == 4; }));
+    EXPECT_EQ(order, "abcd");
+}
+
+TYPED_TEST_P(RunLoopContract, AnyThreadMayPost)
+{
+    constexpr std::size_t each = 500;
+    const auto loopsThread = std::this_thread::get_id();
+    std::size_t ran = 0, elsewhere = 0;
+    const auto postMany = [&] {
+        for (std::size_t count = 0; count < each; ++count)
+            this->loop().post([&] {
+                ++ran;
+                elsewhere += std::this_thread::get_id() == loopsThread ? 0 : 1;
+            });
+    };
+    std::thread one(postMany), other(postMany);
+    EXPECT_TRUE(this->turnUntil([&] { return ran == 2 * each; }));
+    one.join();
+    other.join();
+    EXPECT_EQ(elsewhere, 0u);
+}
+
+TYPED_TEST_P(RunLoopContract, OneShotTimersFireOnceAndInTheirOrder)
+{
+    auto& order = this->order;
+    const auto add = [&](char what) { return [&order, what] { order += what; }; };
+    const auto late = this->loop().startTimer(0.06, RunLoopRepeat::Once, add('c'));
+    const auto soon = this->loop().startTimer(0.02, RunLoopRepeat::Once, add('b'));
+    const auto atOnce = this->loop().startTimer(-1, RunLoopRepeat::Once, add('a'));
+    const auto never =
+        this->loop().startTimer(std::numeric_limits<double>::infinity(), RunLoopRepeat::Once, add('x'));
+    const auto notANumber =
+        this->loop().startTimer(std::numeric_limits<double>::quiet_NaN(), RunLoopRepeat::Forever, add('x'));
+    EXPECT_EQ(order, "");
+    EXPECT_TRUE(this->turnUntil([&] { return order.size() >= 3; }));
+    this->pass(0.03);
+    EXPECT_EQ(order, "abc");
+}
+
+TYPED_TEST_P(RunLoopContract, ATimerKeepsItsTime)
+{
+    const double start = this->loop().now();
+    double fired = 0;
+    const auto timer =
+        this->loop().startTimer(0.05, RunLoopRepeat::Once, [&] { fired = this->loop().now(); });
+    EXPECT_TRUE(this->turnUntil([&] { return fired != 0; }));
+    EXPECT_GE(fired - start, 0.049);
+}
+
+TYPED_TEST_P(RunLoopContract, ATimerDestroyedInATaskFiresNoMore)
+{
+    int fired = 0;
+    bool cancelledFired = false;
+    std::unique_ptr<RunLoopTimer> itself, another;
+    const std::string heldByTask(100, 't'); // a task's own state lives until it returns
+    itself = this->loop().startTimer(0.01, RunLoopRepeat::Forever, [&, heldByTask] {
+        if (++fired < 3)
+            return;
+        another.reset();
+        itself.reset();
+        EXPECT_EQ(heldByTask.size(), 100u);
+    });
+    another = this->loop().startTimer(0.2, RunLoopRepeat::Once, [&] { cancelledFired = true; });
+    EXPECT_TRUE(this->turnUntil([&] { return !itself; }));
+    this->pass(0.25);
+    EXPECT_EQ(fired, 3);
+    EXPECT_FALSE(cancelledFired);
+}
+
+TYPED_TEST_P(RunLoopContract, AWatchHearsOfEveryTurnThatItIsReadyAndOfInterest)
+{
+    typename TestFixture::Pair pair;
+    int readable = 0, writable = 0;
+    const auto watch =
+        this->loop().watchDescriptor(pair.ends[0], RunLoopInterest::Readable, [&](RunLoopInterest ready) {
+            readable += includes(ready, RunLoopInterest::Readable) ? 1 : 0;
+            writable += includes(ready, RunLoopInterest::Writable) ? 1 : 0;
+        });
+    ASSERT_TRUE(watch);
+    pair.send();
+    EXPECT_TRUE(this->turnUntil([&] { return readable >= 3; })) << "nobody reads, so it stays ready";
+    EXPECT_EQ(writable, 0);
+    watch->setInterest(RunLoopInterest::Writable);
+    EXPECT_TRUE(this->turnUntil([&] { return writable >= 3; }));
+    watch->setInterest(RunLoopInterest::None);
+    readable = writable = 0;
+    this->pass(0.02);
+    EXPECT_EQ(readable + writable, 0);
+    watch->setInterest(RunLoopInterest::ReadableAndWritable);
+    EXPECT_TRUE(this->turnUntil([&] { return readable > 0 && writable > 0; }));
+    watch->setInterest(RunLoopInterest::None);
+}
+
+TYPED_TEST_P(RunLoopContract, AHangUpAndAnErrorStayReady)
+{
+    typename TestFixture::Pair pair;
+    int heard = 0;
+    auto watch = this->loop().watchDescriptor(pair.ends[0], RunLoopInterest::Readable,
+                                              [&](RunLoopInterest) { ++heard; });
+    pair.closeFar();
+    EXPECT_TRUE(this->turnUntil([&] { return heard >= 2; }));
+    watch.reset();
+
+    const int refused = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
+    sockaddr_in nobody{};
+    nobody.sin_family = AF_INET;
+    nobody.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    nobody.sin_port = htons(1);
+    static_cast<void>(::connect(refused, reinterpret_cast<const sockaddr*>(&nobody), sizeof nobody));
+    heard = 0;
+    watch =
+        this->loop().watchDescriptor(refused, RunLoopInterest::Writable, [&](RunLoopInterest) { ++heard; });
+    EXPECT_TRUE(this->turnUntil([&] { return heard >= 2; }));
+    watch.reset();
+    ::close(refused);
+}
+
+TYPED_TEST_P(RunLoopContract, AWatchEndedInAHandlerHearsNoMoreAndItsDescriptorCanBeWatchedAnew)
+{
+    typename TestFixture::Pair first, second;
+    std::unique_ptr<RunLoopWatch> one, two;
+    int heard = 0, heardAnew = 0;
+    const auto endBoth = [&](RunLoopInterest) {
+        ++heard;
+        one.reset();
+        two.reset();
+        one = this->loop().watchDescriptor(first.ends[0], RunLoopInterest::Readable, [&](RunLoopInterest) {
+            ++heardAnew;
+            one.reset();
+        });
+    };
+    one = this->loop().watchDescriptor(first.ends[0], RunLoopInterest::Readable, endBoth);
+    two = this->loop().watchDescriptor(second.ends[0], RunLoopInterest::Readable, endBoth);
+    first.send();
+    second.send();
+    EXPECT_TRUE(this->turnUntil([&] { return heardAnew > 0; }));
+    this->pass(0.02);
+    EXPECT_EQ(heard, 1) << "both were ready in the same turn";
+    EXPECT_EQ(heardAnew, 1);
+}
+
+TYPED_TEST_P(RunLoopContract, AFloodHoldsUpNeitherTasksNorTimers)
+{
+    typename TestFixture::Pair pair;
+    pair.send();
+    bool posted = false, timed = false;
+    std::unique_ptr<RunLoopTimer> timer;
+    const auto flood =
+        this->loop().watchDescriptor(pair.ends[0], RunLoopInterest::Readable, [&](RunLoopInterest) {
+            if (timer)
+                return;
+            this->loop().post([&] { posted = true; });
+            timer = this->loop().startTimer(0, RunLoopRepeat::Once, [&] { timed = true; });
+        });
+    EXPECT_TRUE(this->turnUntil([&] { return posted && timed; }));
+}
+
+TYPED_TEST_P(RunLoopContract, ARegularFileCannotBeWatched)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), &std::fclose);
+    ASSERT_TRUE(file);
+    EXPECT_FALSE(this->loop().watchDescriptor(::fileno(file.get()), RunLoopInterest::Readable,
+                                              [](RunLoopInterest) {}));
+}
+
+TYPED_TEST_P(RunLoopContract, WhatWasScheduledMayOutliveTheLoop)
+{
+    typename TestFixture::Pair pair;
+    bool ran = false;
+    auto timer = this->loop().startTimer(0.01, RunLoopRepeat::Forever, [&] { ran = true; });
+    auto watch = this->loop().watchDescriptor(pair.ends[0], RunLoopInterest::Writable,
+                                              [&](RunLoopInterest) { ran = true; });
+    // A task that holds another timer: the loop lets go of both at its end, in whichever order.
+    const auto held = std::make_shared<std::unique_ptr<RunLoopTimer>>(
+        this->loop().startTimer(1, RunLoopRepeat::Once, [] {}));
+    auto holder = this->loop().startTimer(1, RunLoopRepeat::Once, [held] {});
+    this->loop().post([&ran, held] { ran = true; });
+    this->driver.runLoop.reset();
+    watch->setInterest(RunLoopInterest::Readable);
+    watch.reset();
+    timer.reset();
+    EXPECT_FALSE(ran);
+}
+
+REGISTER_TYPED_TEST_SUITE_P(RunLoopContract, PostedTasksRunLaterInTheirOrder, AnyThreadMayPost,
+                            OneShotTimersFireOnceAndInTheirOrder, ATimerKeepsItsTime,
+                            ATimerDestroyedInATaskFiresNoMore,
+                            AWatchHearsOfEveryTurnThatItIsReadyAndOfInterest, AHangUpAndAnErrorStayReady,
+                            AWatchEndedInAHandlerHearsNoMoreAndItsDescriptorCanBeWatchedAnew,
+                            AFloodHoldsUpNeitherTasksNorTimers, ARegularFileCannotBeWatched,
+                            WhatWasScheduledMayOutliveTheLoop);
