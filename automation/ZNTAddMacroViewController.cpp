@@ -1,0 +1,45 @@
+#include "ZNTAddMacroViewController.h"
+
+#include "ZNTDatabaseHelper.h"
+#include "ZNTMacroGroupDropDownController.h"
+#include "ZNTMudMacroTableViewController.h"
+
+ZNTAddMacroViewController::ZNTAddMacroViewController(const ZNTPlatform& platform, ZNTDatabaseHelper& database,
+                                                     ZNTMacroGroupDropDownController& dropDownController,
+                                                     ZNTMudMacroTableViewController& mmtvc,
+                                                     ZNTMacroSheetElements elements)
+    : platform(platform),
+      database(database),
+      dropDownController(dropDownController),
+      mmtvc(mmtvc),
+      elements(elements)
+{
+    setMacroGroupName();
+}
+
+void ZNTAddMacroViewController::setMacroGroupName()
+{
+    const auto* group = dropDownController.getCurrentMacroGroup();
+    elements.macroGroupNameLabel.setText(group ? group->groupName : u"");
+}
+
+void ZNTAddMacroViewController::showWindow()
+{
+    elements.macroGroupNameLabel.setText(dropDownController.currentValueInComboBox());
+    elements.theSheet.show();
+}
+
+void ZNTAddMacroViewController::doneEditing()
+{
+    const auto* group = dropDownController.getCurrentMacroGroup();
+    ZNTMacro macro{.oid = 0,
+                   .groupOid = group ? group->oid : 0,
+                   .name = elements.macroNameTF.text(),
+                   .dataToExecute = elements.commandText.text()};
+    database.insertMacroSetWithMacroGroup(macro);
+    mmtvc.addMacroToList(macro);
+    platform.notifications.post("MACRO_ADDED", this);
+    elements.commandText.setText(u"");
+    elements.macroNameTF.setText(u"");
+    closeSheet();
+}

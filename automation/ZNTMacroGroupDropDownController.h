@@ -1,0 +1,61 @@
+#pragma once
+
+#include "ZNTMacroGroup.h"
+#include "ZNTPlatform.h"
+#include "ZNTScreenElements.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class ZNTDatabaseHelper;
+
+/// The selector of macro groups: an editable combo box over the stored groups. The current group is whatever
+/// name it shows, looked up afresh each time; nothing else remembers it.
+class ZNTMacroGroupDropDownController
+{
+public:
+    /// All of it outlives this.
+    ZNTMacroGroupDropDownController(const ZNTPlatform& platform, ZNTDatabaseHelper& database,
+                                    ZNTComboBox& macroGroupComboBox);
+
+    /// The group named by the selector, or null. Valid until the groups change.
+    [[nodiscard]] const ZNTMacroGroup* getCurrentMacroGroup() const;
+
+    enum class WhenNoneMatches { SayNothing, ShowAlert };
+    /// The current group's key, or -1. The alert is not shown for an empty box.
+    std::int64_t getCurrentMacroGroupOid(WhenNoneMatches whenNoneMatches);
+
+    // The buttons
+    void createNewMacroGroup();
+    void deleteMacroGroup();
+
+    // The combo box's questions
+    [[nodiscard]] long numberOfItemsInComboBox() const { return static_cast<long>(macroGroups_.size()); }
+    [[nodiscard]] std::u16string comboBoxObjectValueForItemAtIndex(long index) const;
+
+    /// What the player picked or typed last. The front end sets it on every change of the box; each setting
+    /// tells the observers.
+    [[nodiscard]] const std::u16string& currentValueInComboBox() const { return currentValueInComboBox_; }
+    void setCurrentValueInComboBox(std::u16string_view value);
+    /// `observer` hears of every setting for as long as the object it is given back lives.
+    [[nodiscard]] std::unique_ptr<ZNTNotificationCenter::Observation>
+    observeCurrentValueInComboBox(std::function<void()> observer);
+
+    [[nodiscard]] const std::vector<ZNTMacroGroup>& macroGroups() const { return macroGroups_; }
+
+private:
+    void loadAllMacroGroups(std::string_view notification);
+    void deleteConfirmedGroup(std::int64_t oid);
+
+    ZNTPlatform platform;
+    ZNTDatabaseHelper& database;
+    ZNTComboBox& macroGroupComboBox;
+    std::vector<ZNTMacroGroup> macroGroups_;
+    std::u16string currentValueInComboBox_;
+    ZNTNotificationCenter valueObservers;
+    std::unique_ptr<ZNTNotificationCenter::Observation> comboBoxChanged;
+};

@@ -1,0 +1,81 @@
+#include "ZNTMudMacroTableViewController.h"
+
+#include "ZNTDatabaseHelper.h"
+#include "ZNTMacroGroupDropDownController.h"
+
+#include <utility>
+
+ZNTMudMacroTableViewController::ZNTMudMacroTableViewController(
+    const ZNTPlatform& platform, ZNTDatabaseHelper& database,
+    ZNTMacroGroupDropDownController& dropDownController, ZNTTableView& macroTable)
+    : platform(platform),
+      database(database),
+      dropDownController(dropDownController),
+      macroTable(macroTable)
+{
+    const auto reload = [this](std::string_view, const void*) { loadMacrosForMacroGroup(); };
+    macroAdded = platform.notifications.observe("MACRO_ADDED", reload);
+    macroRemoved = platform.notifications.observe("MACRO_REMOVED", reload);
+    groupChanged = dropDownController.observeCurrentValueInComboBox([this] {
+        macros.clear();
+        loadMacrosForMacroGroup();
+        this->macroTable.reloadData();
+    });
+}
+
+std::optional<ZNTMacro> ZNTMudMacroTableViewController::getMacroAtIndex(long index) const
+{
+    return index >= 0 && index < countOfMacros() ? std::optional(macros[static_cast<std::size_t>(index)])
+                                                 : std::nullopt;
+}
+
+void ZNTMudMacroTableViewController::addMacroToList(ZNTMacro macro)
+{
+    macros.push_back(std::move(macro));
+    macroTable.reloadData();
+}
+
+void ZNTMudMacroTableViewController::updateMacroInList(ZNTMacro macro, long indexOfObject)
+{
+    if (indexOfObject < 0 || indexOfObject >= countOfMacros())
+        return;
+    macros[static_cast<std::size_t>(indexOfObject)] = std::move(macro);
+    macroTable.reloadData();
+}
+
+void ZNTMudMacroTableViewController::setNewList(std::vector<ZNTMacro> newMacros)
+{
+    macros = std::move(newMacros);
+    macroTable.reloadData();
+}
+
+void ZNTMudMacroTableViewController::clearMacroList() { setNewList({}); }
+
+void ZNTMudMacroTableViewController::loadMacrosForMacroGroup()
+{
+    if (const auto* group = dropDownController.getCurrentMacroGroup())
+        setNewList(database.getAllMacrosFromDatabaseByMacroGroupId(group->oid));
+}
+
+void ZNTMudMacroTableViewController::removeItem()
+{
+    const long row = macroTable.selectedRow();
+    macroTable.abortEditing();
+    const auto macro = getMacroAtIndex(row);
+    if (!macro)
+        return;
+    database.deleteMacro(*macro);
+    macros.erase(macros.begin() + row);
+    platform.notifications.post("MACRO_REMOVED", this);
+    macroTable.reloadData();
+}
+
+std::optional<ZNTMacro> ZNTMudMacroTableViewController::getMacroByName(std::u16string_view name)
+{
+    return database.getMacroFromDatabaseByName(name);
+}
+
+std::vector<std::u16string> ZNTMudMacroTableViewController::getAllMacroNames()
+{
+    return database.getAllMacroNames();
+}
