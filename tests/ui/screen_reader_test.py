@@ -16,7 +16,7 @@ import threading
 import time
 
 SKIPPED = 77
-TOOLS = ["orca", "xvfb-run", "dbus-run-session"]
+TOOLS = ["orca", "xvfb-run", "dbus-run-session", "gdbus"]
 OURS = ":zantor:"
 MARKUP = re.compile("<[^>]*>")  # Orca marks the words
 
@@ -115,6 +115,46 @@ class Probe:
         self.process.wait(10)
 
 
+LISTENER = """
+import gi
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi
+heard = lambda event: print(event.type, event.any_data, sep="|", flush=True)
+Atspi.EventListener.new(heard).register("object:announcement")
+Atspi.event_main()
+"""
+
+
+def check_announcements(probe, service):
+    """No such reader is at hand: a listener of ours wants announcements, as Orca does from 45.2."""
+    listener = subprocess.Popen(["/usr/bin/python3", "-c", LISTENER], stdout=subprocess.PIPE, text=True)
+    until(lambda: probe.state() == "running, active")
+    lines = burst("announced", 3)
+    start = service.count()
+    probe.tell(*[f"say {line}" for line in lines])
+    heard = [listener.stdout.readline().strip().split("|")[-1] for _ in lines]
+    expect("who listens for announcements gets them, and nobody else", (heard, service.since(start)), (lines, []))
+    listener.kill()
+    listener.wait()
+    expect("a listener that left is noticed", until(lambda: probe.state() == "off, active"), True)
+
+
+def check_deaf_reader(probe, service):
+    """The desktop says that a reader is on, but none listens."""
+    def tell_desktop(value):
+        subprocess.check_call(["gdbus", "call", "--session", "--dest", "org.a11y.Bus", "--object-path",
+                               "/org/a11y/bus", "--method", "org.freedesktop.DBus.Properties.Set",
+                               "org.a11y.Status", "ScreenReaderEnabled", f"<{value}>"], stdout=subprocess.DEVNULL)
+
+    tell_desktop("true")
+    expect("the desktop's word is taken", until(lambda: probe.state() == "running, active"), True)
+    lines = burst("deaf", 3)
+    check(service, probe, [f"say {line}" for line in lines], [("us", line) for line in lines],
+          "where no reader listens the service speaks")
+    tell_desktop("false")
+    expect("the desktop's change of mind too", until(lambda: probe.state() == "off, active"), True)
+
+
 failures = []
 
 
@@ -169,6 +209,9 @@ def run(program):
     check(service, probe, [f"say {line}" for line in lines], [("us", line) for line in lines],
           "without a reader the service speaks")
 
+    check_deaf_reader(probe, service)
+    check_announcements(probe, service)
+
     orca = subprocess.Popen(["/usr/bin/python3", shutil.which("orca"), "--replace", "--disable=braille",
                              "--disable=braille-monitor"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     expect("a reader that was started is noticed",
@@ -183,6 +226,15 @@ def run(program):
     lines = burst("queued", 4)
     check(service, probe, [f"line {line}" for line in lines], [("reader", line) for line in lines],
           "received lines go to the reader too")
+
+    lines = burst("stopped", 20)
+    start = service.count()
+    probe.tell(*[f"say {line}" for line in lines], "stop", "say after the stop")
+    until(lambda: speakers(service.since(start), ["after the stop"]))
+    quiet(service)
+    expect("a stop drops what the reader was not handed yet",
+           speakers(service.since(start), lines + ["after the stop"]),
+           [("reader", lines[0]), ("reader", "after the stop")])
 
     probe.tell("other")
     until(lambda: probe.state() == "running, inactive")
