@@ -1,0 +1,103 @@
+#pragma once
+
+#include "ZNTSoundFactory.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+/// A sound that plays until the test says otherwise.
+struct ZNTRecordedSound final : ZNTSoundObject {
+    std::string source; ///< the file's path, or the URL
+    float volume = 1;
+    bool loops = false;
+    int timesPlayed = 0, timesSoughtToStart = 0;
+    bool playsNow = false;
+    std::weak_ptr<ZNTSoundDelegate> delegate;
+    std::deque<ZNTRecordedSound*>* stopped = nullptr;
+
+    [[nodiscard]] bool isPlaying() const override { return playsNow; }
+    bool play() override
+    {
+        if (playsNow)
+            return false;
+        ++timesPlayed;
+        return playsNow = true;
+    }
+    bool stop() override
+    {
+        if (!playsNow)
+            return false;
+        playsNow = false;
+        stopped->push_back(this);
+        return true;
+    }
+    void setVolume(float newVolume) override { volume = newVolume; }
+    void setCurrentTime(double seconds) override { timesSoughtToStart += seconds == 0 ? 1 : 0; }
+    void setLoops(bool newLoops) override { loops = newLoops; }
+    void setDelegate(std::weak_ptr<ZNTSoundDelegate> newDelegate) override
+    {
+        delegate = std::move(newDelegate);
+    }
+
+    void notice(bool finished)
+    {
+        if (const auto listener = delegate.lock())
+            listener->soundDidFinishPlaying(*this, finished);
+    }
+    /// Comes to the end of this play.
+    void finish()
+    {
+        playsNow = false;
+        notice(/*finished=*/true);
+    }
+};
+
+/// Makes a sound of everything and remembers it.
+struct ZNTRecordedSounds final : ZNTSoundFactory {
+    std::vector<std::shared_ptr<ZNTRecordedSound>> made;
+    std::deque<ZNTRecordedSound*> stopped;
+
+    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile file) override
+    {
+        return add(file.path());
+    }
+    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view url) override
+    {
+        return add(std::string(url));
+    }
+    void setGameIsLocal(bool) override {}
+    void setMasterVolume(float) override {}
+    [[nodiscard]] float masterVolume() const override { return 1; }
+    void setMuted(bool) override {}
+    [[nodiscard]] bool isMuted() const override { return false; }
+
+    /// The notices of stops arrive, as on the next turn of a run loop.
+    void deliverNotices()
+    {
+        for (auto due = std::move(stopped); auto* sound : due)
+            sound->notice(/*finished=*/false);
+    }
+    /// All that plays comes to its end, until nothing plays again of itself; at most `rounds` times.
+    void finishAll(int rounds = 100)
+    {
+        for (bool any = true; any && rounds > 0; --rounds) {
+            any = false;
+            for (const auto& sound : made) {
+                if (!sound->playsNow)
+                    continue;
+                any = true;
+                sound->finish();
+            }
+        }
+    }
+
+private:
+    std::shared_ptr<ZNTSoundObject> add(std::string source)
+    {
+        made.push_back(std::make_shared<ZNTRecordedSound>());
+        made.back()->source = std::move(source);
+        made.back()->stopped = &stopped;
+        return made.back();
+    }
+};
