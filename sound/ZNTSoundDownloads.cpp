@@ -1,6 +1,5 @@
 #include "ZNTSoundDownloads.h"
 
-#include "ZNTNetworkAddress.h"
 #include "ZNTSoundSource.h"
 
 #include <algorithm>
@@ -44,6 +43,7 @@ struct Download {
 struct Transfer {
     Download download;
     std::size_t mostBytes;
+    bool (*isPublicAddress)(const sockaddr&);
     std::string received;
     std::unique_ptr<CURL, CloseEasy> handle;
 };
@@ -61,7 +61,7 @@ std::size_t receive(char* bytes, std::size_t /*one*/, std::size_t length, void* 
 curl_socket_t openSocket(void* context, curlsocktype /*purpose*/, curl_sockaddr* address)
 {
     const auto& transfer = *static_cast<const Transfer*>(context);
-    if (transfer.download.hosts == ZNTSoundHosts::Public && !znt::isPublicAddress(address->addr))
+    if (transfer.download.hosts == ZNTSoundHosts::Public && !transfer.isPublicAddress(address->addr))
         return CURL_SOCKET_BAD;
     return socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
 }
@@ -187,10 +187,10 @@ void ZNTSoundDownloads::Worker::run()
         for (const auto number : cancelled)
             if (const auto transfer = transfers.find(number); transfer != transfers.end())
                 endTransfer(transfer);
-        for (; waiting.size() > limits.mostWaiting; waiting.pop_front())
-            report(waiting.front().number, nullptr);
         while (!waiting.empty() && transfers.size() < limits.atOnce)
             startNext(waiting);
+        for (; waiting.size() > limits.mostWaiting; waiting.pop_front())
+            report(waiting.front().number, nullptr);
         int running = 0;
         curl_multi_perform(multi.get(), &running);
         finishTransfers();
@@ -223,6 +223,7 @@ void ZNTSoundDownloads::Worker::startNext(std::deque<Download>& waiting)
     auto& transfer = transfers[number];
     transfer.download = std::move(download);
     transfer.mostBytes = limits.mostBytes;
+    transfer.isPublicAddress = limits.isPublicAddress;
     if (prepare(transfer, limits) && curl_multi_add_handle(multi.get(), transfer.handle.get()) == CURLM_OK)
         return;
     transfers.erase(number);

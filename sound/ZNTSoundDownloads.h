@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RunLoop.h"
+#include "ZNTNetworkAddress.h"
 #include "ZNTSoundCache.h"
 
 #include <cstdint>
@@ -20,6 +21,8 @@ struct ZNTSoundDownloadLimits {
     std::size_t atOnce = 4;
     std::size_t mostWaiting = 32; ///< past it the ones that have waited longest fail
     std::size_t cacheBytes = 64 << 20;
+    /// What counts as public; a test can move the border.
+    bool (*isPublicAddress)(const sockaddr& address) = znt::isPublicAddress;
 };
 
 /// Fetches sounds by URL (libcurl) and keeps them. http and https only, to where redirects lead too; the

@@ -1,6 +1,7 @@
 #include "ZNTLoudspeaker.h"
 #include "ZNTMSPProcessor.h"
 #include "ZNTMixerSounds.h"
+#include "ZNTSoundServer.h"
 #include "ZNTTestPlatform.h"
 #include "ZNTText.h"
 #include "ZNTWavFile.h"
@@ -167,6 +168,40 @@ TEST_F(MixerSounds, OggFlacAndMp3AreHeard)
         EXPECT_NEAR(static_cast<double>(loudspeaker.loudFrames()), ZNTLoudspeaker::framesPerSecond / 2.0,
                     3'000);
     }
+}
+
+TEST_F(MixerSounds, ASoundOfALocalUrlIsHeardFromALocalGameAndNotFromAPublicOne)
+{
+    ZNTSoundServer server({{"/snow.wav", [](auto& reply) { reply.sendContent(wavFile(hitFrames, hit)); }},
+                           {"/late.wav", [](auto& reply) {
+                                reply.waitForRelease();
+                                reply.sendContent(wavFile(hitFrames, theme));
+                            }}});
+    const auto tag = [&](const char* path, const char16_t* parameters) {
+        return u"!!SOUND(weather/snow.wav " + std::u16string(parameters) + u" U=" +
+               znt::textFromUtf8(server.url(path)) + u")";
+    };
+    ASSERT_TRUE(processSound(tag("/snow.wav", u"L=1")));
+    EXPECT_TRUE(processor._sounds()->isPlaying());
+    ASSERT_TRUE(listenUntil([&] { return !processor._sounds()->isPlaying(); }));
+    EXPECT_EQ(server.connections(), 0);
+
+    sounds.setGameIsLocal(true);
+    ASSERT_TRUE(processSound(tag("/snow.wav", u"L=1 V=50")));
+    ASSERT_TRUE(listenToTheEnd());
+    EXPECT_EQ(loudspeaker.framesOf(hit / 2), 2 * hitFrames);
+    EXPECT_EQ(server.requests(), 1);
+
+    // One that is stopped before it has come is not heard when it has.
+    ASSERT_TRUE(processSound(tag("/late.wav", u"P=1")));
+    ASSERT_TRUE(listenUntil([&] { return server.requests() == 2; }));
+    ASSERT_TRUE(processSound(u"!!SOUND(Off)"));
+    server.release();
+    ASSERT_TRUE(processSound(tag("/snow.wav", u"P=1 V=100")));
+    loudspeaker.forget();
+    ASSERT_TRUE(listenToTheEnd());
+    EXPECT_EQ(loudspeaker.framesOf(hit), hitFrames);
+    EXPECT_EQ(loudspeaker.loudFrames(), hitFrames);
 }
 
 struct CountedNotices final : ZNTSoundDelegate {
