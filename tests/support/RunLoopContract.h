@@ -2,6 +2,7 @@
 
 #include "RunLoop.h"
 
+#include <atomic>
 #include <cstdio>
 #include <functional>
 #include <gtest/gtest.h>
@@ -76,17 +77,21 @@ TYPED_TEST_P(RunLoopContract, AnyThreadMayPost)
     constexpr std::size_t each = 500;
     const auto loopsThread = std::this_thread::get_id();
     std::size_t ran = 0, elsewhere = 0;
+    std::atomic<int> posting = 2;
     const auto postMany = [&] {
         for (std::size_t count = 0; count < each; ++count)
             this->loop().post([&] {
                 ++ran;
                 elsewhere += std::this_thread::get_id() == loopsThread ? 0 : 1;
             });
+        --posting;
     };
     std::thread one(postMany), other(postMany);
-    EXPECT_TRUE(this->turnUntil([&] { return ran == 2 * each; }));
+    while (posting > 0) // the loop turns meanwhile, whatever it takes for the time
+        this->pass(0.001);
     one.join();
     other.join();
+    EXPECT_TRUE(this->turnUntil([&] { return ran == 2 * each; }));
     EXPECT_EQ(elsewhere, 0u);
 }
 

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <sys/stat.h>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace
@@ -71,7 +72,15 @@ private:
 } // namespace
 
 VirtualRunLoop::VirtualRunLoop() : state(std::make_shared<State>()) {}
-VirtualRunLoop::~VirtualRunLoop() = default;
+
+VirtualRunLoop::~VirtualRunLoop()
+{
+    // The tasks go now, though timers may outlive the loop: a task may hold the last of what holds this
+    // state.
+    const auto posted = std::exchange(state->posted, {});
+    const auto timers = std::exchange(state->timers, {});
+    const auto watches = std::exchange(state->watches, {});
+}
 
 void VirtualRunLoop::advance(double seconds)
 {

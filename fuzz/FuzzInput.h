@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+/// Takes a fuzzer's bytes apart: choices from the front, the rest as data. Exhausted, it answers 0.
+class FuzzInput
+{
+public:
+    FuzzInput(const std::uint8_t* data, std::size_t size) : bytes(reinterpret_cast<const char*>(data), size)
+    {
+    }
+
+    std::uint8_t byte()
+    {
+        if (bytes.empty())
+            return 0;
+        const auto first = static_cast<std::uint8_t>(bytes.front());
+        bytes.remove_prefix(1);
+        return first;
+    }
+    std::string_view take(std::size_t count)
+    {
+        const auto taken = bytes.substr(0, count);
+        bytes.remove_prefix(taken.size());
+        return taken;
+    }
+    [[nodiscard]] bool empty() const { return bytes.empty(); }
+    [[nodiscard]] std::string_view rest() const { return bytes; }
+
+private:
+    std::string_view bytes;
+};

@@ -1,0 +1,43 @@
+#include "FuzzInput.h"
+#include "ZNTStringEncoding.h"
+
+#include <cstdlib>
+
+namespace
+{
+
+void require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+/// A decoding that succeeds takes no more units than bytes and shows every IAC; whatever decodes can be sent.
+void checkChinese(std::string_view bytes, ZNTStringEncoding encoding)
+{
+    const auto text = znt::decodedText(bytes, encoding);
+    if (!text)
+        return;
+    require(text->size() <= bytes.size());
+    require(text->find(u'\u00FF') == std::u16string::npos || bytes.find('\xFF') != std::string_view::npos);
+    static_cast<void>(znt::encodedText(*text, encoding));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const auto bytes = FuzzInput(data, size).rest();
+    const auto text = znt::decodedText(bytes, ZNTStringEncoding::Ascii);
+    require(text && znt::encodedText(*text, ZNTStringEncoding::Ascii) == bytes);
+    checkChinese(bytes, ZNTStringEncoding::EucCn);
+    checkChinese(bytes, ZNTStringEncoding::Big5Hkscs);
+
+    std::u16string typed;
+    for (std::size_t at = 0; at + 1 < bytes.size(); at += 2)
+        typed += static_cast<char16_t>(static_cast<unsigned char>(bytes[at]) << 8 |
+                                       static_cast<unsigned char>(bytes[at + 1]));
+    for (const auto encoding : {ZNTStringEncoding::EucCn, ZNTStringEncoding::Big5Hkscs})
+        static_cast<void>(znt::encodedText(typed, encoding));
+    return 0;
+}
