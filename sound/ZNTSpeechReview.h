@@ -22,7 +22,7 @@ public:
     explicit ZNTSpeechReview(ZNTSpeechSynth& synth) : synth(synth) {}
 
     /// Takes a received chunk's plain text; every chunk ends a line. The place stays on the line spoken last,
-    /// however much comes in meanwhile.
+    /// however much comes in meanwhile. Costs a copy: lines are told apart when the player asks for one.
     void addReceivedText(std::u16string_view plainText);
 
     /// Speaks the line before the one spoken last, at first the newest; at the oldest, that one again.
@@ -38,12 +38,19 @@ public:
     void startOver() { place = 0; }
 
     /// Newest last.
-    [[nodiscard]] const std::deque<std::u16string>& lines() const { return kept; }
+    [[nodiscard]] const std::deque<std::u16string>& lines();
 
 private:
+    /// UTF-16 units of chunks that wait to be split into lines: more than a thousand lines of game text.
+    static constexpr std::size_t mostUnsplit = mostLines * 256;
+
+    void splitWhatCameIn();
+    void keepLinesOf(std::u16string_view chunk);
     void speakLineAtPlace();
 
     ZNTSpeechSynth& synth;
+    std::deque<std::u16string> unsplit;
+    std::size_t unsplitUnits = 0;
     std::deque<std::u16string> kept;
     /// How far from the end the line is that was spoken last, 1 being the newest; 0 before the first.
     std::size_t place = 0;

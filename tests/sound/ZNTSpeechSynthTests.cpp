@@ -260,8 +260,8 @@ TEST_F(SpeechSynth, ReviewKeepsTheLastThousandLinesOfAnyFlood)
     std::u16string flood;
     for (int number = 1; number <= 3'000; ++number)
         flood += znt::decimalText(number) + u"\r\n";
-    review.addReceivedText(u"before\r\n");
-    review.addReceivedText(flood);
+    for (int time = 0; time < 100; ++time)
+        review.addReceivedText(u"before\r\n" + flood);
     review.lineFromEnd(std::numeric_limits<std::size_t>::max());
     EXPECT_THAT(saidSince(), ElementsAre("2001"));
     review.previousLine();
