@@ -1,0 +1,226 @@
+#include "ZNTLiteralFilter.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+#include <limits>
+
+namespace
+{
+
+constexpr std::size_t longestGram = 8;
+/// Of the text, at a time; a multiple of every stride.
+constexpr std::size_t blockLength = 15'360;
+
+std::uint64_t hashed(std::uint64_t gram) { return gram * 0x9E3779B97F4A7C15U; }
+
+std::uint64_t gramAt(const unsigned char* lowBytes)
+{
+    std::uint64_t gram; // NOLINT(cppcoreguidelines-init-variables): filled at once
+    std::memcpy(&gram, lowBytes, sizeof gram);
+    if constexpr (std::endian::native == std::endian::big)
+        gram = __builtin_bswap64(gram);
+    return gram;
+}
+
+std::uint64_t maskOf(std::size_t gramLength) { return ~std::uint64_t{0} >> (64 - 8 * gramLength); }
+
+void copyLowBytes(std::u16string_view text, unsigned char* lowBytes)
+{
+    for (std::size_t at = 0; at < text.size(); ++at)
+        lowBytes[at] = static_cast<unsigned char>(text[at]);
+}
+
+std::vector<unsigned char> paddedLowBytes(std::u16string_view text)
+{
+    std::vector<unsigned char> lowBytes(text.size() + longestGram);
+    copyLowBytes(text, lowBytes.data());
+    return lowBytes;
+}
+
+/// How often each gram occurs in the literals themselves, roughly (grams can share a counter). Literals of
+/// one player's triggers have beginnings and ends in common, and a window there would be compared with them
+/// all.
+class GramCounts
+{
+public:
+    void add(std::uint64_t gram) { ++counts[hashed(gram) >> 48]; }
+    [[nodiscard]] std::uint32_t of(std::uint64_t gram) const { return counts[hashed(gram) >> 48]; }
+
+private:
+    std::vector<std::uint32_t> counts = std::vector<std::uint32_t>(65536);
+};
+
+} // namespace
+
+// Occurrences
+
+void ZNTLiteralOccurrences::prepareFor(std::size_t literals, std::size_t textLength)
+{
+    if (chains.size() == literals) {
+        for (const auto literal : foundLiterals)
+            chains[literal] = {};
+    } else {
+        chains.assign(literals, {});
+    }
+    foundLiterals.clear();
+    links.clear();
+    mostLinks = 65'536 + textLength / 4;
+    isComplete = true;
+}
+
+void ZNTLiteralOccurrences::add(std::uint32_t literal, std::size_t offset)
+{
+    auto& chain = chains[literal];
+    if (chain.first >= 0 && links.size() >= mostLinks) {
+        isComplete = false;
+        return;
+    }
+    const auto link = static_cast<std::int32_t>(links.size());
+    links.push_back({static_cast<std::int32_t>(offset), -1});
+    if (chain.first < 0) {
+        chain.first = link;
+        foundLiterals.push_back(literal);
+    } else {
+        links[static_cast<std::size_t>(chain.last)].next = link;
+    }
+    chain.last = link;
+}
+
+bool ZNTLiteralOccurrences::offsetsOf(std::uint32_t literal, std::vector<std::int32_t>& offsets) const
+{
+    offsets.clear();
+    if (!isComplete)
+        return false;
+    for (auto link = chains[literal].first; link >= 0; link = links[static_cast<std::size_t>(link)].next)
+        offsets.push_back(links[static_cast<std::size_t>(link)].offset);
+    return true;
+}
+
+// Preparation
+
+/// Literals from `shortest` on, up to the next longer band. A gram at a multiple of the stride lies within
+/// every literal: shortest = gramLength + stride - 1.
+struct ZNTLiteralFilter::Band {
+    std::size_t shortest, gramLength, stride;
+};
+
+ZNTLiteralFilter::ZNTLiteralFilter(std::vector<std::u16string> literals) : literals(std::move(literals))
+{
+    constexpr Band bands[] = {{12, 8, 5}, {8, 6, 3}, {5, 4, 2}, {4, 3, 2}, {3, 2, 2}, {2, 2, 1}, {1, 1, 1}};
+    std::array<std::vector<std::uint32_t>, std::size(bands)> members;
+    for (std::uint32_t number = 0; number < this->literals.size(); ++number) {
+        const auto* band = std::find_if(std::begin(bands), std::end(bands), [&](const Band& candidate) {
+            return this->literals[number].size() >= candidate.shortest;
+        });
+        members[static_cast<std::size_t>(band - bands)].push_back(number);
+    }
+    for (std::size_t band = 0; band < std::size(bands); ++band)
+        if (!members[band].empty())
+            addGroup(bands[band], members[band]);
+}
+
+void ZNTLiteralFilter::addGroup(const Band& band, const std::vector<std::uint32_t>& members)
+{
+    Group group{};
+    group.gramMask = maskOf(band.gramLength);
+    group.stride = band.stride;
+
+    GramCounts counts;
+    for (const auto number : members) {
+        const auto lowBytes = paddedLowBytes(literals[number]);
+        for (std::size_t at = 0; at + band.gramLength <= literals[number].size(); ++at)
+            counts.add(gramAt(&lowBytes[at]) & group.gramMask);
+    }
+    for (const auto number : members) {
+        const auto lowBytes = paddedLowBytes(literals[number]);
+        std::size_t window = 0;
+        auto fewest = std::numeric_limits<std::uint64_t>::max();
+        for (std::size_t start = 0; start + band.shortest <= literals[number].size(); ++start) {
+            std::uint64_t sharers = 0;
+            for (std::size_t at = start; at < start + band.stride; ++at)
+                sharers += counts.of(gramAt(&lowBytes[at]) & group.gramMask);
+            if (sharers < fewest) {
+                fewest = sharers;
+                window = start;
+            }
+        }
+        for (std::size_t at = window; at < window + band.stride; ++at)
+            group.entries.push_back(
+                {gramAt(&lowBytes[at]) & group.gramMask, number, static_cast<std::uint32_t>(at)});
+    }
+
+    const auto bitmapBits = std::clamp<unsigned>(std::bit_width(group.entries.size() * 16), 12, 20);
+    const auto bucketBits = std::clamp<unsigned>(std::bit_width(group.entries.size()), 4, 18);
+    group.bitmapShift = 64 - bitmapBits;
+    group.bucketShift = 64 - bucketBits;
+    group.bitmap.resize(std::size_t{1} << (bitmapBits - 6));
+    const auto bucketOf = [&](const Entry& entry) { return hashed(entry.gram) >> group.bucketShift; };
+    // Where a gram stands more than once in a literal, its last place tells of the earliest occurrence.
+    std::sort(group.entries.begin(), group.entries.end(), [&](const Entry& a, const Entry& b) {
+        return bucketOf(a) != bucketOf(b) ? bucketOf(a) < bucketOf(b) : a.offsetInLiteral > b.offsetInLiteral;
+    });
+    group.bucketStarts.resize((std::size_t{1} << bucketBits) + 1);
+    for (const auto& entry : group.entries) {
+        const auto bit = hashed(entry.gram) >> group.bitmapShift;
+        group.bitmap[bit / 64] |= std::uint64_t{1} << (bit % 64);
+        ++group.bucketStarts[bucketOf(entry) + 1];
+    }
+    for (std::size_t bucket = 1; bucket < group.bucketStarts.size(); ++bucket)
+        group.bucketStarts[bucket] += group.bucketStarts[bucket - 1];
+    groups.push_back(std::move(group));
+}
+
+// The search
+
+void ZNTLiteralFilter::search(std::u16string_view text, ZNTLiteralOccurrences& occurrences) const
+{
+    occurrences.prepareFor(literals.size(), text.size());
+    if (groups.empty())
+        return;
+    std::array<unsigned char, blockLength + longestGram> lowBytes;
+    for (std::size_t start = 0; start < text.size(); start += blockLength) {
+        const auto block = text.substr(start, blockLength + longestGram);
+        copyLowBytes(block, lowBytes.data());
+        std::fill_n(lowBytes.data() + block.size(), std::min(longestGram, lowBytes.size() - block.size()),
+                    static_cast<unsigned char>(0));
+        for (const auto& group : groups)
+            searchBlock(group, text, start, std::min(blockLength, text.size() - start), lowBytes.data(),
+                        occurrences);
+    }
+}
+
+void ZNTLiteralFilter::searchBlock(const Group& group, std::u16string_view text, std::size_t blockStart,
+                                   std::size_t length, const unsigned char* lowBytes,
+                                   ZNTLiteralOccurrences& occurrences) const
+{
+    const auto* const bitmap = group.bitmap.data();
+    const auto mask = group.gramMask;
+    const auto stride = group.stride;
+    const auto shift = group.bitmapShift;
+    for (std::size_t at = 0; at < length; at += stride) {
+        const auto gram = gramAt(lowBytes + at) & mask;
+        const auto hash = hashed(gram);
+        const auto bit = hash >> shift;
+        if ((bitmap[bit / 64] >> (bit % 64) & 1) != 0) [[unlikely]]
+            compare(group, gram, hash, text, blockStart + at, occurrences);
+    }
+}
+
+void ZNTLiteralFilter::compare(const Group& group, std::uint64_t gram, std::uint64_t hash,
+                               std::u16string_view text, std::size_t offset,
+                               ZNTLiteralOccurrences& occurrences) const
+{
+    const auto bucket = hash >> group.bucketShift;
+    for (auto index = group.bucketStarts[bucket]; index < group.bucketStarts[bucket + 1]; ++index) {
+        const auto& entry = group.entries[index];
+        if (entry.gram != gram || entry.offsetInLiteral > offset)
+            continue;
+        const auto start = offset - entry.offsetInLiteral;
+        const auto& literal = literals[entry.literal];
+        if (text.size() - start >= literal.size() &&
+            std::memcmp(text.data() + start, literal.data(), literal.size() * sizeof(char16_t)) == 0)
+            occurrences.add(entry.literal, start);
+    }
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Where the literals of a `ZNTLiteralFilter` occur in one text. Kept between searches for its memory.
+class ZNTLiteralOccurrences
+{
+public:
+    /// The numbers of the literals that occur, in no order.
+    [[nodiscard]] const std::vector<std::uint32_t>& found() const { return foundLiterals; }
+    [[nodiscard]] bool hasFound(std::uint32_t literal) const { return chains[literal].first >= 0; }
+    /// Fills `offsets` with the ascending offsets of a literal that occurs. False where the text holds so
+    /// many occurrences that not all are kept.
+    [[nodiscard]] bool offsetsOf(std::uint32_t literal, std::vector<std::int32_t>& offsets) const;
+
+private:
+    friend class ZNTLiteralFilter;
+    struct Chain {
+        std::int32_t first = -1, last = -1;
+    };
+    struct Link {
+        std::int32_t offset, next;
+    };
+    void prepareFor(std::size_t literals, std::size_t textLength);
+    void add(std::uint32_t literal, std::size_t offset);
+
+    std::vector<std::uint32_t> foundLiterals;
+    std::vector<Chain> chains; ///< by literal
+    std::vector<Link> links;
+    std::size_t mostLinks = 0;
+    bool isComplete = true;
+};
+
+/// Finds thousands of literals in one walk over a text.
+///
+/// Of each literal a window is chosen so that one of its short grams (a few consecutive characters) stands in
+/// the text at a multiple of a stride. Only there is the text's gram looked up, in a bitmap that the
+/// processor's nearest cache holds; where its bit is set, a table tells which literals to compare. Literals
+/// of similar length share a gram length and a stride, and the longer they are, the fewer places are looked
+/// at.
+class ZNTLiteralFilter
+{
+public:
+    /// The literals are distinct and not empty; their places in the vector are their numbers.
+    explicit ZNTLiteralFilter(std::vector<std::u16string> literals);
+
+    void search(std::u16string_view text, ZNTLiteralOccurrences& occurrences) const;
+
+    [[nodiscard]] const std::u16string& literal(std::uint32_t number) const { return literals[number]; }
+
+private:
+    /// A gram is up to eight characters by their low bytes, the first in the lowest byte.
+    struct Entry {
+        std::uint64_t gram;
+        std::uint32_t literal;
+        std::uint32_t offsetInLiteral;
+    };
+    /// The literals of one range of lengths.
+    struct Group {
+        std::uint64_t gramMask;
+        std::size_t stride;
+        unsigned bitmapShift, bucketShift; ///< of a gram's hash
+        std::vector<std::uint64_t> bitmap;
+        std::vector<std::uint32_t> bucketStarts; ///< one more than there are buckets
+        std::vector<Entry> entries;              ///< by bucket
+    };
+    struct Band;
+
+    void addGroup(const Band& band, const std::vector<std::uint32_t>& members);
+    void searchBlock(const Group& group, std::u16string_view text, std::size_t blockStart,
+                     std::size_t blockLength, const unsigned char* lowBytes,
+                     ZNTLiteralOccurrences& occurrences) const;
+    void compare(const Group& group, std::uint64_t gram, std::uint64_t hash, std::u16string_view text,
+                 std::size_t offset, ZNTLiteralOccurrences& occurrences) const;
+
+    std::vector<std::u16string> literals;
+    std::vector<Group> groups;
+};

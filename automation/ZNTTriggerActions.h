@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+/// What a trigger does when it matches. The session answers; both calls may lead back into the trigger list.
+class ZNTTriggerActions
+{
+public:
+    virtual ~ZNTTriggerActions() = default;
+    /// Carries out `command` as if it had been typed, its prefixes included.
+    virtual void sendCommand(std::u16string_view command) = 0;
+    /// `fileName` as the trigger names it, possibly empty; a file that cannot be played plays nothing.
+    virtual void playTriggerSound(std::u16string_view fileName) = 0;
+};

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "ZNTTrigger.h"
+#include "ZNTTriggerActions.h"
+#include "ZNTWordCharacters.h"
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+class ZNTPlatformLog;
+class ZNTTriggerPatternCache;
+
+/// The triggers that are in force, and the pass that holds them against each chunk of the game's text.
+///
+/// A trigger's check is an ICU regular expression in which "%1" stands for one or more word or white-space
+/// characters and "*" for any number of them. Everything that can be prepared is prepared when the list is
+/// set, so that a pass over text in which nothing matches costs little more than reading it: a literal that
+/// every match contains is searched for, for all triggers at once, and only a trigger whose literal occurs is
+/// looked at. The answers are those of compiling and running every expression afresh.
+///
+/// Belongs to the run loop's thread. What a pass calls may call back: a list that is set meanwhile takes
+/// effect with the next pass.
+class ZNTTriggerList
+{
+public:
+    /// The log hears once of each check that cannot be used, when the list is set, and of each trigger that a
+    /// chunk proved too costly for. It outlives the list.
+    explicit ZNTTriggerList(ZNTPlatformLog& log);
+    ~ZNTTriggerList();
+    ZNTTriggerList(const ZNTTriggerList&) = delete;
+    ZNTTriggerList& operator=(const ZNTTriggerList&) = delete;
+
+    /// Replaces the list. Checks that were in force before, or not long ago, are not compiled again.
+    void setTriggers(std::vector<ZNTTrigger> triggers);
+
+    /// Tries every trigger in order. For each match, in order of position, the action is sent, its "%1"
+    /// replaced by group 1 (as a replacement template in ICU's sense), and the sound is played.
+    ///
+    /// A trigger that cannot be used does nothing: its expression is ill-formed, its action holds "%1" where
+    /// there is no group, one of its templates is ill-formed, or the expression takes more processor time
+    /// than a chunk is worth (about 50 ms, more for chunks past 256 Ki characters; a trigger that does so
+    /// three times running is left out until the list is set again).
+    ///
+    /// True when a trigger with `gag` set matched. `plainText` stays valid until the return.
+    bool passOver(std::u16string_view plainText, ZNTTriggerActions& actions);
+
+private:
+    struct Prepared;
+    struct Scratch;
+    class Pass;
+
+    ZNTPlatformLog& log;
+    const ZNTWordCharacters wordCharacters;
+    std::unique_ptr<ZNTTriggerPatternCache> patterns;
+    std::shared_ptr<Prepared> prepared;
+    std::unique_ptr<Scratch> scratch; ///< null while a pass uses it
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ZNTTriggerActions.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// What triggers did, in order: commands as they are, sounds behind "sound:".
+struct ZNTRecordedActions final : ZNTTriggerActions {
+    std::vector<std::u16string> done;
+    /// Called with each command after it was noted.
+    std::function<void(std::u16string_view)> whenSent = [](auto) {};
+
+    void sendCommand(std::u16string_view command) override
+    {
+        done.emplace_back(command);
+        whenSent(command);
+    }
+    void playTriggerSound(std::u16string_view fileName) override
+    {
+        done.push_back(u"sound:" + std::u16string(fileName));
+    }
+};

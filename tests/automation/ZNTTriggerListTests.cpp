@@ -1,0 +1,215 @@
+#include "ZNTRecordedActions.h"
+#include "ZNTTestPlatform.h"
+#include "ZNTTriggerList.h"
+
+#include "ZNTText.h"
+
+#include <algorithm>
+#include <ctime>
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace
+{
+
+ZNTTrigger trigger(std::u16string check, std::u16string action)
+{
+    ZNTTrigger made;
+    made.name = u"of the test";
+    made.check = std::move(check);
+    made.action = std::move(action);
+    made.active = true;
+    return made;
+}
+
+class TriggerList : public testing::Test
+{
+protected:
+    std::vector<std::u16string> doneFor(std::u16string_view text)
+    {
+        ZNTRecordedActions actions;
+        isGagged = list.passOver(text, actions);
+        return actions.done;
+    }
+    std::vector<std::u16string> doneBy(std::vector<ZNTTrigger> triggers, std::u16string_view text)
+    {
+        list.setTriggers(std::move(triggers));
+        return doneFor(text);
+    }
+
+    ZNTRecordedLog log;
+    ZNTTriggerList list{log};
+    bool isGagged = false;
+};
+
+TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
+{
+    struct Case {
+        std::u16string check, action, text;
+        std::vector<std::u16string> done;
+    };
+    const Case cases[] = {
+        {u"A %1 kicks you hard!", u"kick %1", u"A goblin kicks you hard!", {u"kick goblin"}},
+        {u"A %1 kicks you hard!", u"kick %1", u"A big goblin kicks you hard!\r\n", {u"kick big goblin"}},
+        {u"A %1 kicks you hard!", u"kick %1", u"A  kicks you hard!", {}},
+        {u"A %1 kicks you hard!", u"kick %1", u"A kicks you hard!", {}},
+        {u"*arrives.", u"look", u"Bob arrives.", {u"look"}},
+        {u"*arrives.", u"look", u" arrives.", {u"look"}},
+        {u"*arrives.", u"greet %1", u"Bob arrives.", {u"greet Bob "}},
+        {u"You are hungry", u"eat", u"You are hungry!", {u"eat"}},
+        {u"You are hungry.", u"eat", u"You are hungry!", {u"eat"}},
+        {u"You are hungry\\.", u"eat", u"You are hungry!", {}},
+        {u"a goblin", u"kill", u"A goblin", {}},
+        {u"^Bob", u"wave", u"Ann\nBob", {}},
+        {u"* gives %1 to", u"thank %1", u"Bob gives bread to you", {u"thank Bob"}},
+        {u"%1 gives * to %1", u"%1 %1", u"Bob gives bread to Ann.", {u"Bob Bob"}},
+        {u"<(\\d+)hp", u"say %1", u"<17hp 3mp>", {u"say 17"}},
+        {u"(x)|y", u"say %1", u"y", {u"say "}},
+        {u"one\r\ntwo", u"yes", u"one\r\ntwo", {u"yes"}},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(znt::utf8FromText(row.check + u" over " + row.text));
+        EXPECT_EQ(doneBy({trigger(row.check, row.action)}, row.text), row.done);
+    }
+    EXPECT_THAT(log.lines, IsEmpty());
+}
+
+TEST_F(TriggerList, EveryMatchActsInOrderOfTheListThenOfPosition)
+{
+    auto loud = trigger(u"%1 bites!", u"hit %1");
+    loud.soundFileToPlay = u"bite.wav";
+    auto silent = trigger(u"rat", u"flee");
+    silent.soundFileToPlay = u"";
+    EXPECT_THAT(doneBy({loud, silent, loud}, u"A rat bites! A cat bites!"),
+                ElementsAre(u"hit A rat", u"sound:bite.wav", u"hit  A cat", u"sound:bite.wav", u"flee",
+                            u"sound:", u"hit A rat", u"sound:bite.wav", u"hit  A cat", u"sound:bite.wav"));
+}
+
+TEST_F(TriggerList, OneGagAmongTheMatchesGagsTheChunkAndNoOther)
+{
+    auto gag = trigger(u"spam", u"");
+    gag.gag = true;
+    list.setTriggers({gag, trigger(u"ham", u"eat")});
+    EXPECT_THAT(doneFor(u"spam and ham"), ElementsAre(u"", u"eat"));
+    EXPECT_TRUE(isGagged);
+    EXPECT_THAT(doneFor(u"ham"), ElementsAre(u"eat"));
+    EXPECT_FALSE(isGagged);
+}
+
+TEST_F(TriggerList, TheTextOfTheGroupIsAReplacementTemplate)
+{
+    struct Case {
+        std::u16string group, command;
+    };
+    const Case cases[] = {{u"C:\\\\x", u"say C:\\x"}, {u"a\\nb", u"say anb"}, {u"\\u0041", u"say A"},
+                          {u"\\$1", u"say $1"},       {u"$0!", u"say %1!"},   {u"$05", u"say %15"},
+                          {u"end\\", u"say end"},     {u"", u"say "}};
+    for (const auto& row : cases) {
+        SCOPED_TRACE(znt::utf8FromText(row.group));
+        EXPECT_THAT(doneBy({trigger(u"<(.{0,20})>", u"say %1")}, u"<" + row.group + u">"),
+                    ElementsAre(row.command));
+    }
+}
+
+TEST_F(TriggerList, ATriggerThatCannotBeUsedDoesNothingAndTheOthersDo)
+{
+    auto broken = trigger(u"a(b", u"never");
+    broken.gag = true;
+    broken.soundFileToPlay = u"never.wav";
+    auto withDollar = trigger(u"costs (.{0,9}) coins", u"pay %1");
+    withDollar.gag = true;
+    list.setTriggers({trigger(u"sword", u"first"), broken, trigger(u"sword", u"no %1"),
+                      trigger(u"", u"never"), withDollar, trigger(u"The %1", u"last")});
+    EXPECT_EQ(log.lines.size(), 3u) << "once each, when they are set";
+    EXPECT_THAT(log.lines.front(), HasSubstr("U_REGEX_MISMATCHED_PAREN at character"));
+    log.lines.clear();
+
+    EXPECT_THAT(doneFor(u"The sword costs 5 coins or costs $5 coins."), ElementsAre(u"first", u"last"))
+        << "one ill-formed template and the trigger acts on none of its matches";
+    EXPECT_FALSE(isGagged);
+    EXPECT_THAT(log.lines, ElementsAre(HasSubstr("replacement template")));
+    EXPECT_THAT(doneFor(u"The sword costs 5 coins."), ElementsAre(u"first", u"pay 5", u"last"));
+    EXPECT_EQ(log.lines.size(), 1u);
+}
+
+TEST_F(TriggerList, AnExpressionThatTakesTooLongCostsItsOwnActionsOnly)
+{
+    list.setTriggers({trigger(u"(a+)+$", u"never"), trigger(u"end", u"yes")});
+    const auto text = std::u16string(40, u'a') + u"! end";
+    for (int chunk = 0; chunk < 4; ++chunk)
+        EXPECT_THAT(doneFor(text), ElementsAre(u"yes"));
+    EXPECT_THAT(log.lines, ElementsAre(HasSubstr("took too long"), HasSubstr("took too long"),
+                                       HasSubstr("left out until the triggers are loaded again")));
+    EXPECT_THAT(doneBy({trigger(u"(a+)+$", u"found")}, u"aaa"), ElementsAre(u"found"));
+}
+
+TEST_F(TriggerList, ManyExpressionsThatTakeTooLongShareTheTimeOfAChunk)
+{
+    std::vector<ZNTTrigger> triggers(300, trigger(u"(a+)+$", u"never"));
+    triggers.push_back(trigger(u"\\bend\\b", u"yes"));
+    list.setTriggers(triggers);
+    const auto before = std::clock();
+    EXPECT_THAT(doneFor(std::u16string(40, u'a') + u"! end"), ElementsAre(u"yes"));
+    EXPECT_LT(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC, 5.0) << "300 times 50 ms are 15 s";
+}
+
+/// Text on which a backtracking matcher takes the square of its length, or longer than any limit.
+TEST_F(TriggerList, AFloodOfWordsIsMatchedInFull)
+{
+    std::u16string flood;
+    while (flood.size() < (std::size_t{1} << 20))
+        flood += u"A goblin A orc ";
+    const auto check = trigger(u"A %1 kicks %1 hard!", u"kick %1");
+    EXPECT_THAT(doneBy({check, trigger(u"* A *zzz", u"no")}, flood), IsEmpty());
+    const auto done = doneFor(flood + u" kicks you hard! A troll kicks you hard!");
+    EXPECT_THAT(log.lines, IsEmpty());
+    ASSERT_EQ(done.size(), 2u);
+    EXPECT_EQ(done.front().size(), flood.size() + std::u16string_view(u"kick ").size() - 2);
+    EXPECT_EQ(done.back(), u"kick troll");
+}
+
+TEST_F(TriggerList, MoreMatchesThanAreRememberedAreAllFound)
+{
+    std::vector<ZNTTrigger> triggers;
+    for (std::size_t length = 1; length <= 4; ++length)
+        triggers.push_back(
+            trigger(std::u16string(length, u'-'), std::u16string(1, static_cast<char16_t>(u'0' + length))));
+    const std::u16string text(120'000, u'-');
+    const auto done = doneBy(triggers, text);
+    for (std::size_t length = 1; length <= 4; ++length)
+        EXPECT_EQ(std::count(done.begin(), done.end(), triggers[length - 1].action),
+                  120'000 / static_cast<long>(length));
+}
+
+TEST_F(TriggerList, ACommandMayReplaceTheListAndRunAPassOfItsOwn)
+{
+    std::vector<ZNTTrigger> triggers(50, trigger(u"%1 knocks.", u"open for %1"));
+    list.setTriggers(triggers);
+    ZNTRecordedActions actions, inner;
+    int depth = 0;
+    actions.whenSent = [&](auto) {
+        if (++depth > 2)
+            return;
+        list.setTriggers({trigger(u"knocks", u"listen")});
+        list.passOver(u"Ann knocks. Bob knocks.", inner);
+    };
+    list.passOver(u"Ann knocks. Bob knocks.", actions);
+    EXPECT_EQ(actions.done.size(), 100u) << "the pass goes on with the list it started with";
+    EXPECT_EQ(actions.done.back(), u"open for  Bob");
+    EXPECT_THAT(inner.done, ElementsAre(u"listen", u"listen", u"listen", u"listen"));
+    EXPECT_THAT(doneFor(u"Ann knocks."), ElementsAre(u"listen"));
+}
+
+TEST_F(TriggerList, WithoutTriggersOrTextNothingHappens)
+{
+    EXPECT_THAT(doneFor(u"text"), IsEmpty());
+    list.setTriggers({trigger(u"text", u"x"), trigger(u"^$", u"empty")});
+    EXPECT_THAT(doneFor(u""), ElementsAre(u"empty"));
+    list.setTriggers({});
+    EXPECT_THAT(doneFor(u"text"), IsEmpty());
+}
+
+} // namespace
