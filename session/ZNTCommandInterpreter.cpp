@@ -4,7 +4,8 @@
 
 #include <unicode/uchar.h>
 
-namespace {
+namespace
+{
 
 constexpr char16_t prefixUnit(std::u16string_view line) { return line.front() & 0xFF; }
 
@@ -57,12 +58,15 @@ void ZNTCommandInterpreter::showStrings(std::u16string_view line)
                 actions.speedwalk(line);
         }
         break;
-    case u'@': sender.sendMessageToServer(line, /*ignoreSpecials=*/true); break;
+    case u'@':
+        sender.sendMessageToServer(line, /*ignoreSpecials=*/true);
+        break;
     case u'~':
         for (const auto word : wordsAfter(u'~', line))
             runMacroOrList(word, line);
         break;
-    default: break; // "#" is reserved
+    default:
+        break; // "#" is reserved
     }
 }
 

@@ -30,7 +30,11 @@ public:
 class ZNTCommandInterpreter
 {
 public:
-    ZNTCommandInterpreter(ZNTCommandActions& actions, ZNTLineSender& sender) : actions(actions), sender(sender) {}
+    ZNTCommandInterpreter(ZNTCommandActions& actions, ZNTLineSender& sender)
+        : actions(actions),
+          sender(sender)
+    {
+    }
 
     /// Whether `line` begins with a prefix. Only the low 8 bits of the first UTF-16 unit are looked at, so a
     /// character above U+00FF can pass for one (U+0140 for "@").
@@ -40,11 +44,13 @@ public:
     void showStrings(std::u16string_view line);
 
     /// A macro's text with "%1", "%2", ... replaced by the words that follow its name on `line`, which are
-    /// parted by single blanks. Without a "%1" in the text nothing is replaced. None where the text would grow
-    /// past `longestText`.
-    static std::optional<std::u16string> parseMacro(std::u16string_view dataToExecute, std::u16string_view line);
+    /// parted by single blanks. Without a "%1" in the text nothing is replaced. None where the text would
+    /// grow past `longestText`.
+    static std::optional<std::u16string> parseMacro(std::u16string_view dataToExecute,
+                                                    std::u16string_view line);
     /// Replaces every `key`, a plain text, in `text`.
-    static std::u16string replaceKey(std::u16string_view key, std::u16string_view value, std::u16string_view text);
+    static std::u16string replaceKey(std::u16string_view key, std::u16string_view value,
+                                     std::u16string_view text);
 
     static constexpr int mostNestedMacros = 20;
     /// Macros that one line can set going in all.

@@ -3,6 +3,7 @@
 #include "AsyncSocket.h"
 #include "ZNTCommandInterpreter.h"
 #include "ZNTCommandRecorderView.h"
+#include "ZNTHeldBackText.h"
 #include "ZNTInflater.h"
 #include "ZNTLineSender.h"
 #include "ZNTLogger.h"
@@ -18,9 +19,12 @@
 #include "ZNTStringEncoding.h"
 #include "ZNTTriggerList.h"
 
+#include <chrono>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 class ZNTDatabaseHelper;
 class ZNTMudMacroTableViewController;
@@ -38,6 +42,10 @@ struct ZNTSessionServices {
     /// Hears, on the run loop's thread, that something of what the queries below answer has changed.
     /// Optional.
     std::function<void()> sessionChanged;
+    /// Hears that received text has been put into the output view. Optional.
+    std::function<void()> textShown = {};
+    /// Hears, while connected, that half a second has passed without a byte, and each further one. Optional.
+    std::function<void()> silencePassed = {};
 };
 
 /// Keys of the command line that mean something to the session.
@@ -58,6 +66,7 @@ enum class ZNTSessionEnding { None, ByPlayer, ByServer, Broken };
 class ZNTServerConnectController final : public AsyncSocketDelegate,
                                          public ZNTLineSender,
                                          private ZNTTelnetListener,
+                                         private ZNTCommandActions,
                                          private ZNTTriggerActions
 {
 public:
@@ -153,5 +162,82 @@ public:
     [[nodiscard]] bool hasTextHeldBack() const { return !mudServerTextSentBuffer.empty(); }
     [[nodiscard]] ZNTStringEncoding cfStringEncoding() const { return cfStringEncoding_; }
     [[nodiscard]] const std::u16string& lastCommand() const { return lastCommand_; }
-    [[nodiscard]] const std::optional<ZNTFont>& aNewFont() const { return aNewFont_; }
+
+    /// UTF-16 units that may be held back; past it they are shown as after a silence, so that a server that
+    /// never pauses cannot fill the memory.
+    static constexpr std::size_t mostHeldBack = std::size_t{8} << 20;
+    /// UTF-16 units kept for `replayLastText`, the newest; hours more could not be listened to.
+    static constexpr std::size_t mostReplayed = std::size_t{1} << 20;
+
+private:
+    // The socket's delegate
+    void onSocketDidConnectToHost(AsyncSocket& socket, const std::string& host, std::uint16_t port) override;
+    void onSocketDidReadData(AsyncSocket& socket, std::string_view data, std::int64_t tag) override;
+    double onSocketShouldTimeoutReadWithTag(AsyncSocket& socket, std::int64_t tag, double elapsed,
+                                            std::size_t bytesDone) override;
+    void onSocketWillDisconnectWithError(AsyncSocket& socket, const ZNTError* error) override;
+    void onSocketDidDisconnect(AsyncSocket& socket) override;
+
+    // What the parser tells
+    void setIsGoAhead(bool isGoAhead) override { isGoAhead_ = isGoAhead; }
+    void setEndOfNegotiations(bool isEnd) override { endOfNegotiations_ = isEnd; }
+    void set_mccp(bool isCompressed) override;
+    void writeData(std::string_view data, double timeout, long tag) override;
+
+    // What a prefixed line sets going
+    void speedwalk(std::u16string_view line) override;
+    void stopSpeedwalk() override;
+    std::vector<std::u16string> getAllMacroNames() override;
+    std::optional<std::u16string> getMacroByName(std::u16string_view name) override;
+
+    // What a trigger does
+    void sendCommand(std::u16string_view command) override;
+    void playTriggerSound(std::u16string_view fileName) override;
+
+    void readNextBlock();
+    [[nodiscard]] bool isToBeInflated(std::string_view block) const;
+    std::string inflated(std::string_view block);
+    void refuseCompression();
+    void show(const ZNTAttributedText& result, bool isGagged);
+    void speakOrStop(const std::u16string& plainText);
+    void interruptSpeech(double pause);
+    void forgetReplay() { _replayLastTextFromMUD.clear(); }
+    void showMudNotResponding();
+    void enableAlmostAllWidgets(bool enabled);
+    void fillFromDefaultMud();
+    void changed();
+
+    ZNTPlatform platform;
+    ZNTSessionScreen screen;
+    ZNTSessionServices services;
+
+    bool isConnected_ = false;
+    bool readTimeout_ = false;
+    bool endOfNegotiations_ = false;
+    bool isGoAhead_ = false;
+    bool _mccp_ = false;
+    bool _isMspOnOff_ = false; ///< shared by the switches for sound and compression
+    int speechOnOffBindingState_ = 0;
+    int speechInterruptOnOffBindingState_ = 0;
+    ZNTStringEncoding cfStringEncoding_ = ZNTStringEncoding::Ascii;
+    std::u16string lastCommand_;
+    std::u16string _replayLastTextFromMUD;
+    ZNTHeldBackText mudServerTextSentBuffer;
+    ZNTSessionEnding lastEnding_ = ZNTSessionEnding::None;
+    std::chrono::system_clock::time_point connectedSince_{};
+
+    ZNTSpeechSynth zntSpeechSynth_;
+    ZNTSpeechHandOver speechHandOver;
+    ZNTSpeechReview speechReview_;
+    ZNTRecorder _zntRecorder;
+    ZNTSpeedWalking _zntSpeedwalking;
+    ZNTMSPProcessor _soundProcessor;
+    ZNTParserUtility _zntParserUtility;
+    ZNTCommandInterpreter commandInterpreter;
+    ZNTTriggerList triggers;
+    ZNTInflater mccp2;
+    ZNTLogger _zntLogger;
+    /// Shows what a server said just before it closed.
+    std::unique_ptr<RunLoopTimer> farewellTimer;
+    std::unique_ptr<AsyncSocket> mudServer; ///< made anew at each connect
 };

@@ -12,8 +12,9 @@ inline constexpr char16_t EOR = 239, SE = 240, GA = 249, SB = 250, WILL = 251, W
 /// What is sent in place of DONT: servers take IAC 25 for a command they do not know.
 inline constexpr char16_t Refusal = 25;
 
-/// The command that starts at the IAC at `start`, as the ICU expression "\xFF(..?)" finds it with dots that
-/// match line ends too: IAC and the one or two characters that follow. Empty where nothing follows.
+/// The command that starts at the IAC at `start`, as the expression "\xFF(..?)" finds it with dots that
+/// match any one character, line ends too: IAC and the one or two characters that follow. Empty where nothing
+/// follows.
 std::u16string_view commandAt(std::u16string_view text, std::size_t start);
 
 /// Calls `handle` with every command of `text`, in order.

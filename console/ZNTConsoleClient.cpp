@@ -1,0 +1,270 @@
+#include "ZNTConsoleClient.h"
+
+#include "ZNTConsoleCommands.h"
+#include "ZNTText.h"
+
+#include <utility>
+
+namespace
+{
+constexpr double silenceSeconds = 0.5; // as long as the session waits before it takes a pause for one
+}
+
+ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTConsoleOptions& options)
+    : surroundings(std::move(givenSurroundings)),
+      options(options),
+      outputView(options.colour == ZNTConsoleOptions::Colour::Always ? ZNTConsoleColour::Always
+                                                                     : ZNTConsoleColour::Never,
+                 surroundings.input, surroundings.writeOutput),
+      store(surroundings.platform.places, surroundings.platform.log),
+      groups(surroundings.platform, store, macroGroupBox),
+      macroList(surroundings.platform, store, groups, macroTable),
+      controller(surroundings.platform, screen(), services()),
+      recorderView({recorderTable, recordingName, recordingSeconds, recorderSheet},
+                   surroundings.platform.log),
+      commands(std::make_unique<ZNTConsoleCommands>(*this))
+{
+    controller.awakeFromNib();
+    if (options.encoding != ZNTStringEncoding::Ascii)
+        controller.changeEncoding(znt::encodingTitle(options.encoding));
+    if (options.mccp)
+        controller.acceptCompressionOffers(true);
+    if (options.msp)
+        controller.set_isMspOnOff(true);
+    if (options.speech) {
+        controller.setSpeechOnOffBindingState(1);
+        controller.textToSpeechOnAndOff();
+    }
+}
+
+ZNTConsoleClient::~ZNTConsoleClient() = default;
+
+ZNTSessionScreen ZNTConsoleClient::screen()
+{
+    ZNTSessionScreen elements;
+    elements.textToServer = &commandLine;
+    elements.textFromServer = &outputView;
+    elements.ipAddress = &host;
+    elements.port = &port;
+    elements.mudName = &mudName;
+    elements.connectionButton = &connectionButton;
+    elements.myProgressIndicator = &spinner;
+    elements.macroTable = &macroTable;
+    elements.voiceOver = &voiceOver;
+    ZNTButton** directions[] = {&elements.northButton,     &elements.southButton,
+                                &elements.eastButton,      &elements.westButton,
+                                &elements.northEastButton, &elements.northWestButton,
+                                &elements.southEastButton, &elements.southWestButton,
+                                &elements.upButton,        &elements.downButton};
+    for (std::size_t at = 0; at < std::size(directions); ++at)
+        *directions[at] = &directionButtons[at];
+    return elements;
+}
+
+ZNTSessionServices ZNTConsoleClient::services()
+{
+    return {.database = store,
+            .macros = macroList,
+            .sounds = surroundings.sounds,
+            .speechEngine = surroundings.speechEngine,
+            .screenReader = screenReader,
+            .showZNTCommandRecorderView =
+                [this](ZNTCommandRecorderDataSource& commands) { recorderView.set_theDataSource(commands); },
+            .sessionChanged = [this] { sessionChanged(); },
+            .textShown = [this] { textShown(); },
+            .silencePassed = [this] { silencePassed(); }};
+}
+
+void ZNTConsoleClient::start()
+{
+    surroundings.input.start(
+        {.line = [this](std::string line) { handleLine(line); }, .end = [this] { inputEnded(); }});
+    if (options.demo)
+        startDemo();
+    else if (!options.host.empty())
+        connect(znt::textFromUtf8(options.host), options.port);
+    else if (const auto offered = host.text(); !offered.empty())
+        say(u"Type /connect to play " + mudName.text() + u" (" + offered + u" " + port.text() +
+            u"), or /help.");
+    else
+        say(u"Type /connect HOST PORT to play, /muds for a list of games, or /help.");
+}
+
+void ZNTConsoleClient::startDemo()
+{
+    isStartingDemo = true;
+    demoGame = std::make_unique<ZNTDemoGame>(surroundings.platform.runLoop);
+    demoGame->start(options.encoding, [this](ZNTResult<std::uint16_t> started) {
+        isStartingDemo = false;
+        if (started) {
+            connect(u"127.0.0.1", started.value());
+            return;
+        }
+        complain(znt::textFromUtf8(started.error().description));
+        finish(exitBroken);
+    });
+}
+
+void ZNTConsoleClient::connect(std::u16string_view newHost, int newPort)
+{
+    if (!newHost.empty()) {
+        host.setText(newHost);
+        port.setText(znt::decimalText(newPort));
+    }
+    if (controller.state() != ZNTSessionState::Idle) {
+        complain(u"There is a connection already; /disconnect ends it.");
+        return;
+    }
+    if (host.text().empty()) {
+        complain(u"Name a game: /connect HOST PORT, or make one of /muds the default.");
+        return;
+    }
+    controller.connectToServer();
+}
+
+void ZNTConsoleClient::disconnect()
+{
+    if (controller.isConnected()) {
+        controller.connectToServer();
+    } else if (controller.state() == ZNTSessionState::Connecting) {
+        const auto given = host.text();
+        host.setText(u""); // without a host the one button gives up the attempt
+        controller.connectToServer();
+        host.setText(given);
+    } else {
+        complain(u"There is no connection.");
+    }
+}
+
+bool ZNTConsoleClient::mustWait() const
+{
+    return isStartingDemo || controller.state() == ZNTSessionState::Connecting ||
+           (isAnswerAwaited && controller.isConnected());
+}
+
+void ZNTConsoleClient::handleLine(const std::string& utf8)
+{
+    // On a terminal the client's own commands work at once, also to give up an attempt to connect.
+    const bool isOwnCommand = utf8.starts_with('/') && !utf8.starts_with("//");
+    if (surroundings.inputIsTerminal && isOwnCommand) {
+        carryOut(utf8);
+        return;
+    }
+    waitingLines.push_back(utf8);
+    sendWaitingLines();
+}
+
+void ZNTConsoleClient::sendWaitingLines()
+{
+    while (!waitingLines.empty() && !mustWait() && !hasFinished) {
+        const auto line = std::move(waitingLines.front());
+        waitingLines.pop_front();
+        carryOut(line);
+    }
+}
+
+void ZNTConsoleClient::carryOut(const std::string& utf8)
+{
+    if (utf8.starts_with('/') && !utf8.starts_with("//")) {
+        commands->carryOut(znt::textFromUtf8(std::string_view(utf8).substr(1)));
+        return;
+    }
+    if (!controller.isConnected()) {
+        hasLostLine = true;
+        complain(u"Not connected, so this was not sent: " + znt::textFromUtf8(utf8));
+        return;
+    }
+    surroundings.input.replaceTypedLine();
+    commandLine.setText(znt::textFromUtf8(std::string_view(utf8).substr(utf8.starts_with("//") ? 1 : 0)));
+    isAnswerAwaited = !surroundings.inputIsTerminal;
+    lastSent = surroundings.platform.runLoop.now();
+    controller.controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+}
+
+void ZNTConsoleClient::textShown()
+{
+    isAnswerAwaited = false;
+    surroundings.platform.runLoop.post([this] { sendWaitingLines(); });
+}
+
+void ZNTConsoleClient::silencePassed()
+{
+    if (surroundings.platform.runLoop.now() - lastSent < silenceSeconds)
+        return; // it began before the last line was sent
+    isAnswerAwaited = false;
+    sendWaitingLines();
+    finishAfterLastLine();
+}
+
+void ZNTConsoleClient::finishAfterLastLine()
+{
+    if (hasInputEnded && waitingLines.empty() && !isAnswerAwaited)
+        finish(hasLostLine && !surroundings.inputIsTerminal ? exitBroken : exitFine);
+}
+
+void ZNTConsoleClient::inputEnded()
+{
+    hasInputEnded = true;
+    if (!isStartingDemo && controller.state() == ZNTSessionState::Idle)
+        finishAfterLastLine();
+}
+
+void ZNTConsoleClient::sessionChanged()
+{
+    const auto state = controller.state();
+    if (state == std::exchange(knownState, state))
+        return;
+    if (state == ZNTSessionState::Connected) {
+        isAnswerAwaited = !surroundings.inputIsTerminal; // a script reads the greeting first
+        surroundings.platform.runLoop.post([this] { sendWaitingLines(); });
+    }
+    if (state != ZNTSessionState::Idle || surroundings.inputIsTerminal)
+        return;
+    if (controller.lastEnding() == ZNTSessionEnding::Broken) {
+        finish(exitBroken);
+        return;
+    }
+    isAnswerAwaited = false;
+    surroundings.platform.runLoop.post([this] {
+        sendWaitingLines();
+        finishAfterLastLine();
+    });
+}
+
+void ZNTConsoleClient::quit() { finish(exitFine); }
+
+void ZNTConsoleClient::finish(int exitCode)
+{
+    if (std::exchange(hasFinished, true))
+        return;
+    // On a later turn: what is held back is shown first, and nobody's callback is cut short.
+    surroundings.platform.runLoop.post([this, exitCode] {
+        if (controller.hasTextHeldBack())
+            controller.timeUp();
+        if (controller.isConnected())
+            controller.connectToServer();
+        surroundings.exit(exitCode);
+    });
+}
+
+void ZNTConsoleClient::finishRecording(std::u16string_view name, std::u16string_view seconds)
+{
+    controller.doneRecording();
+    for (const auto& command : controller.recorder().getACopyOfTheCommands())
+        say(u"  " + command);
+    if (name.empty())
+        return;
+    recordingName.setText(name);
+    recordingSeconds.setText(seconds);
+    recorderView.saveToDatabase();
+}
+
+void ZNTConsoleClient::say(std::u16string_view line)
+{
+    surroundings.writeOutput(znt::utf8FromText(line) + "\n");
+}
+
+void ZNTConsoleClient::complain(std::u16string_view sentence)
+{
+    surroundings.platform.log.log(znt::utf8FromText(sentence));
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class ZNTConsoleClient;
+
+/// One command of the terminal client's own.
+struct ZNTConsoleCommand {
+    std::u16string_view name;
+    std::u16string_view usage; ///< what follows the name
+    std::u16string_view help;  ///< one sentence
+    std::function<void(std::u16string_view words)> carryOut;
+};
+
+/// The terminal client's own commands, "/NAME WORDS": a table of names, what they take and what they do. Bad
+/// input is answered with a sentence that says what is wrong, and changes nothing.
+class ZNTConsoleCommands
+{
+public:
+    struct Command {
+        std::u16string_view name;
+        std::u16string_view usage; ///< what follows the name
+        std::u16string_view help;  ///< one sentence
+        std::function<void(std::u16string_view words)> carryOut;
+    };
+
+    /// The client owns its commands.
+    explicit ZNTConsoleCommands(ZNTConsoleClient& client);
+    ~ZNTConsoleCommands();
+
+    /// `line` is without the slash. A name may be shortened as long as it is clear.
+    void carryOut(std::u16string_view line);
+
+private:
+    void addSessionCommands();
+    void showHelp(std::u16string_view name);
+    void carryOutSwitch(std::u16string_view word, std::u16string_view usage,
+                        const std::function<void(bool)>& turn);
+    void connect(std::u16string_view words);
+    void changeEncoding(std::u16string_view name);
+    void record(std::u16string_view words);
+    void setVolume(std::u16string_view percent);
+    void sayAgain(std::u16string_view count);
+
+    ZNTConsoleClient& client;
+    std::vector<ZNTConsoleCommand> commands;
+};

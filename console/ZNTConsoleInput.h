@@ -1,0 +1,35 @@
+#pragma once
+
+#include "RunLoop.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// Where the terminal client's lines come from. Belongs to the run loop's thread.
+class ZNTConsoleInput
+{
+public:
+    struct Handlers {
+        /// A line in UTF-8, without its line end.
+        std::function<void(std::string line)> line;
+        /// No more lines will come. Called once, after the last line.
+        std::function<void()> end;
+    };
+
+    virtual ~ZNTConsoleInput() = default;
+    [[nodiscard]] virtual bool isTerminal() const { return false; }
+    /// Begins to deliver, never from inside this call.
+    virtual void start(Handlers handlers) = 0;
+    /// To be called around every output, which would otherwise break into the line being typed.
+    virtual void hideLine() {}
+    /// `unfinishedLine` (UTF-8) is what stands before the line being typed: a prompt of the game's.
+    virtual void showLine(std::string_view unfinishedLine) { static_cast<void>(unfinishedLine); }
+    /// What has been typed so far need not be shown again, because the caller shows the line itself.
+    virtual void replaceTypedLine() {}
+
+    /// The input for stdin: with line editing on a terminal, else plain lines from a pipe, a file or a
+    /// device. `runLoop` outlives it.
+    static std::unique_ptr<ZNTConsoleInput> forStandardInput(RunLoop& runLoop);
+};

@@ -1,0 +1,69 @@
+#include "ZNTConsoleOptions.h"
+
+#include <CLI/CLI.hpp>
+#include <map>
+
+namespace
+{
+
+constexpr int usageError = 2;
+
+const std::map<std::string, ZNTStringEncoding> encodings{{"ascii", ZNTStringEncoding::Ascii},
+                                                         {"euc-cn", ZNTStringEncoding::EucCn},
+                                                         {"big5", ZNTStringEncoding::Big5Hkscs}};
+using Colour = ZNTConsoleOptions::Colour;
+const std::map<std::string, Colour> colours{
+    {"auto", Colour::Auto}, {"always", Colour::Always}, {"never", Colour::Never}};
+
+} // namespace
+
+std::variant<ZNTConsoleOptions, int> ZNTConsoleOptions::fromArguments(int count, const char* const* arguments)
+{
+    ZNTConsoleOptions options;
+    CLI::App app("Plays MUDs in the terminal. Type /help there for the client's own commands.",
+                 "zantor-console");
+    app.add_option("--encoding", options.encoding, "the game's encoding: ascii, euc-cn or big5")
+        ->transform(CLI::CheckedTransformer(encodings, CLI::ignore_case).description(""));
+    app.add_option("--colour", options.colour, "auto (colours on a terminal), always or never")
+        ->transform(CLI::CheckedTransformer(colours, CLI::ignore_case).description(""));
+    app.add_flag("--mccp", options.mccp, "accept compression (MCCP2) when the game offers it");
+    app.add_flag("--msp", options.msp, "accept sounds (MSP) when the game offers them");
+    app.add_flag("--speech", options.speech, "speak what the game says");
+    auto* demo = app.add_flag("--demo", options.demo, "play the demo game");
+    auto* host = app.add_option("HOST", options.host, "the game's host name or address")->excludes(demo);
+    auto* port = app.add_option("PORT", options.port, "its port")->check(CLI::Range(1, 65535));
+    host->needs(port);
+    port->needs(host);
+    try {
+        app.parse(count, arguments);
+    } catch (const CLI::ParseError& error) {
+        const bool isHelp = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
+        app.exit(error);
+        return isHelp ? 0 : usageError;
+    }
+    return options;
+}
+
+namespace znt
+{
+
+std::optional<ZNTStringEncoding> encodingNamed(std::string_view name)
+{
+    const auto found = encodings.find(std::string(name));
+    return found == encodings.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::u16string_view encodingTitle(ZNTStringEncoding encoding)
+{
+    switch (encoding) {
+    case ZNTStringEncoding::EucCn:
+        return u"EUC_CN - Chinese";
+    case ZNTStringEncoding::Big5Hkscs:
+        return u"BIG5 - Chinese";
+    case ZNTStringEncoding::Ascii:
+        break;
+    }
+    return u"ASCII";
+}
+
+} // namespace znt

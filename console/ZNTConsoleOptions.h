@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ZNTStringEncoding.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+/// What the command line of the terminal client says.
+struct ZNTConsoleOptions {
+    enum class Colour { Auto, Always, Never };
+
+    std::string host; ///< empty where none was given
+    std::uint16_t port = 0;
+    ZNTStringEncoding encoding = ZNTStringEncoding::Ascii;
+    Colour colour = Colour::Auto;
+    bool mccp = false;
+    bool msp = false;
+    bool speech = false;
+    bool demo = false;
+
+    /// The options, or the exit code of a program that has said all it has to: 0 after the help, 2 after a
+    /// mistake, which stderr then explains.
+    static std::variant<ZNTConsoleOptions, int> fromArguments(int count, const char* const* arguments);
+};
+
+/// The names under which players choose an encoding: "ascii", "euc-cn", "big5".
+namespace znt
+{
+std::optional<ZNTStringEncoding> encodingNamed(std::string_view name);
+/// The title by which the session knows an encoding.
+std::u16string_view encodingTitle(ZNTStringEncoding encoding);
+} // namespace znt

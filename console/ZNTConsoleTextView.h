@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ZNTAttributedText.h"
+#include "ZNTConsoleInput.h"
+#include "ZNTLineEnds.h"
+#include "ZNTScreenElements.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+enum class ZNTConsoleColour { Never, Always };
+
+/// The output view of the terminal client: text as UTF-8 with "\n" for each line break. Nothing that a server
+/// sent reaches the terminal as a control character; colours are SGR sequences of our own (ECMA-48), and only
+/// those that differ from the terminal's standing colours.
+class ZNTConsoleTextView final : public ZNTTextView
+{
+public:
+    /// `write` takes text of up to 64 KiB at a time; `input` steps aside while text passes.
+    ZNTConsoleTextView(ZNTConsoleColour colour, ZNTConsoleInput& input,
+                       std::function<void(std::string_view utf8)> write)
+        : colour(colour),
+          input(input),
+          write(std::move(write))
+    {
+    }
+
+    void append(const ZNTAttributedText& text) override;
+    void scrollToEnd() override {}
+    void clear() override {}
+    void setEditable(bool) override {}
+
+private:
+    void appendCharacters(std::u16string_view characters);
+    void appendCharacter(char16_t unit);
+    void appendSgr(std::string_view parameters);
+    void flushIfLarge();
+    void flush();
+
+    ZNTConsoleColour colour;
+    ZNTConsoleInput& input;
+    std::function<void(std::string_view)> write;
+    ZNTLineEnds lineEnds;
+    std::string pending;
+    std::u16string lastLine;    ///< what no line break has ended yet: a prompt, as a rule
+    char16_t leadSurrogate = 0; ///< the first half of a character whose second half is still to come
+    std::string sgrInForce = "0";
+};

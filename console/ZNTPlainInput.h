@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ZNTConsoleInput.h"
+
+/// Lines from a descriptor that is no terminal.
+class ZNTPlainInput final : public ZNTConsoleInput
+{
+public:
+    /// Reads from `descriptor`, which stays the caller's.
+    ZNTPlainInput(RunLoop& runLoop, int descriptor) : runLoop(runLoop), descriptor(descriptor) {}
+    void start(Handlers handlers) override;
+
+    /// Bytes of one line; a longer one is delivered in pieces of this size, so that none fills the memory.
+    static constexpr std::size_t longestLine = std::size_t{1} << 20;
+
+private:
+    void readSome();
+    void readOnNextTurn();
+    void deliverLines();
+    void finish();
+
+    RunLoop& runLoop;
+    int descriptor;
+    Handlers handlers;
+    std::string unfinished;
+    std::unique_ptr<RunLoopWatch> watch;
+    std::unique_ptr<RunLoopTimer> nextRead; ///< for a regular file, which cannot be watched
+};

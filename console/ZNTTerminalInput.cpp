@@ -1,0 +1,139 @@
+#include "ZNTTerminalInput.h"
+
+#include <algorithm>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cwchar>
+#include <editline/readline.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+#include <utility>
+
+namespace
+{
+
+constexpr int commandsRemembered = 500;
+
+void writeToTerminal(const std::string& sequence)
+{
+    std::fwrite(sequence.data(), 1, sequence.size(), stdout);
+    std::fflush(stdout);
+}
+
+std::string cursorUp(int rows) { return rows > 0 ? "\x1b[" + std::to_string(rows) + "A" : std::string(); }
+
+/// Columns that `text` takes on the terminal.
+int columnsOf(std::string_view text)
+{
+    int columns = 0;
+    std::mbstate_t state{};
+    for (const char *at = text.data(), *end = at + text.size(); at < end;) {
+        wchar_t character;
+        const auto length = std::mbrtowc(&character, at, static_cast<std::size_t>(end - at), &state);
+        if (length == 0 || length > static_cast<std::size_t>(end - at)) { // ill-formed: one column a byte
+            state = {};
+            ++at;
+            ++columns;
+            continue;
+        }
+        columns += std::max(0, ::wcwidth(character));
+        at += length;
+    }
+    return columns;
+}
+
+int terminalColumns()
+{
+    winsize size{};
+    return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+}
+
+} // namespace
+
+ZNTTerminalInput* ZNTTerminalInput::theOne = nullptr;
+
+ZNTTerminalInput::ZNTTerminalInput(RunLoop& runLoop) : runLoop(runLoop)
+{
+    std::setlocale(LC_CTYPE, "");
+    theOne = this;
+}
+
+ZNTTerminalInput::~ZNTTerminalInput()
+{
+    if (isInstalled)
+        rl_callback_handler_remove();
+    theOne = nullptr;
+}
+
+void ZNTTerminalInput::start(Handlers given)
+{
+    handlers = std::move(given);
+    using_history();
+    stifle_history(commandsRemembered);
+    rl_callback_handler_install("", &ZNTTerminalInput::onLine);
+    isInstalled = true;
+    watch = runLoop.watchDescriptor(STDIN_FILENO, RunLoopInterest::Readable,
+                                    [this](RunLoopInterest) { readCharacters(); });
+}
+
+void ZNTTerminalInput::readCharacters() { rl_callback_read_char(); }
+
+void ZNTTerminalInput::onLine(char* line)
+{
+    theOne->deliver(line);
+    std::free(line);
+}
+
+void ZNTTerminalInput::deliver(char* line)
+{
+    if (!line) { // end of input: Ctrl+D on an empty line
+        rl_callback_handler_remove();
+        isInstalled = false;
+        watch.reset();
+        handlers.end();
+        return;
+    }
+    typedLine = line;
+    if (!typedLine.empty())
+        add_history(line);
+    isDelivering = true;
+    handlers.line(typedLine);
+    isDelivering = false;
+    redraw();
+}
+
+int ZNTTerminalInput::rowsBelowFirst(std::string_view typed) const
+{
+    return (columnsOf(prompt) + columnsOf(typed)) / terminalColumns();
+}
+
+void ZNTTerminalInput::replaceTypedLine()
+{
+    // Return has moved the cursor to the row below what was typed.
+    if (isDelivering)
+        writeToTerminal(cursorUp(rowsBelowFirst(typedLine) + 1) + "\r\x1b[J" + prompt);
+}
+
+void ZNTTerminalInput::hideLine()
+{
+    if (isDelivering || !isInstalled || !rl_line_buffer || *rl_line_buffer == '\0')
+        return;
+    writeToTerminal(cursorUp(rowsBelowFirst(rl_line_buffer)) + "\r\x1b[J" + prompt);
+}
+
+void ZNTTerminalInput::showLine(std::string_view unfinishedLine)
+{
+    prompt = unfinishedLine;
+    if (!isDelivering)
+        redraw();
+}
+
+void ZNTTerminalInput::redraw()
+{
+    if (!isInstalled)
+        return;
+    writeToTerminal("\r");
+    rl_set_prompt(prompt.c_str());
+    rl_forced_update_display();
+}

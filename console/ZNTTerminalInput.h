@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ZNTConsoleInput.h"
+
+/// Lines typed on a terminal, edited with libedit: arrows, history, and what was typed so far comes back
+/// after the game's text has passed. The library keeps one state for the process, so there is one of these.
+class ZNTTerminalInput final : public ZNTConsoleInput
+{
+public:
+    explicit ZNTTerminalInput(RunLoop& runLoop);
+    ~ZNTTerminalInput() override;
+
+    [[nodiscard]] bool isTerminal() const override { return true; }
+    void start(Handlers handlers) override;
+    void hideLine() override;
+    void showLine(std::string_view unfinishedLine) override;
+    void replaceTypedLine() override;
+
+private:
+    static void onLine(char* line);
+    void deliver(char* line);
+    void readCharacters();
+    void redraw();
+    /// Rows of the terminal that the prompt and `typed` fill below their first.
+    [[nodiscard]] int rowsBelowFirst(std::string_view typed) const;
+
+    static ZNTTerminalInput* theOne;
+    RunLoop& runLoop;
+    Handlers handlers;
+    std::string prompt;
+    std::string typedLine; ///< the line being delivered
+    bool isDelivering = false;
+    bool isInstalled = false;
+    std::unique_ptr<RunLoopWatch> watch;
+};

@@ -1,0 +1,71 @@
+#include "UvRunLoop.h"
+#include "ZNTConsoleClient.h"
+#include "ZNTMixerSounds.h"
+#include "ZNTSpeechDispatcher.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <poll.h>
+#include <unistd.h>
+
+namespace
+{
+
+/// Writes all of it, waiting where stdout is full: what the terminal cannot take yet, the game may not send.
+void writeToStandardOutput(std::string_view text)
+{
+    while (!text.empty()) {
+        const auto count = ::write(STDOUT_FILENO, text.data(), text.size());
+        if (count >= 0) {
+            text.remove_prefix(static_cast<std::size_t>(count));
+        } else if (errno == EAGAIN) {
+            pollfd output{STDOUT_FILENO, POLLOUT, 0};
+            ::poll(&output, 1, -1);
+        } else if (errno != EINTR) {
+            std::_Exit(ZNTConsoleClient::exitBroken); // nobody reads any more
+        }
+    }
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    auto parsed = ZNTConsoleOptions::fromArguments(count, arguments);
+    if (const int* exitCode = std::get_if<int>(&parsed))
+        return *exitCode;
+    auto options = std::get<ZNTConsoleOptions>(parsed);
+    if (options.colour == ZNTConsoleOptions::Colour::Auto)
+        options.colour =
+            ::isatty(STDOUT_FILENO) ? ZNTConsoleOptions::Colour::Always : ZNTConsoleOptions::Colour::Never;
+    std::signal(SIGPIPE, SIG_IGN);
+
+    UvRunLoop runLoop;
+    ZNTSystemClock clock;
+    ZNTStandardErrorLog log;
+    ZNTNotificationCenter notifications;
+    ZNTConsoleAlert alert;
+    const ZNTPlatform platform{runLoop, clock, log, notifications, alert, ZNTFilePlaces::forThisProcess()};
+    const auto input = ZNTConsoleInput::forStandardInput(runLoop);
+    ZNTMixerSounds sounds(runLoop, platform.places);
+    ZNTSpeechDispatcher speech(runLoop,
+                               [&](std::u16string_view text) { alert.showMessage(u"Speech", text); });
+
+    int exitCode = ZNTConsoleClient::exitFine;
+    ZNTConsoleClient client({.platform = platform,
+                             .input = *input,
+                             .inputIsTerminal = input->isTerminal(),
+                             .sounds = sounds,
+                             .speechEngine = speech,
+                             .writeOutput = writeToStandardOutput,
+                             .exit =
+                                 [&](int code) {
+                                     exitCode = code;
+                                     runLoop.stop();
+                                 }},
+                            options);
+    client.start();
+    runLoop.run();
+    return exitCode;
+}

@@ -1,0 +1,565 @@
+#include "ZNTServerConnectController.h"
+
+#include "ZNTBlockDecoder.h"
+#include "ZNTDatabaseHelper.h"
+#include "ZNTMudMacroTableViewController.h"
+#include "ZNTNetworkAddress.h"
+#include "ZNTTelnetScanner.h"
+#include "ZNTUpdater.h"
+
+#include <array>
+#include <utility>
+
+namespace
+{
+
+using namespace znt::telnet;
+
+constexpr double readTimeoutSeconds = 0.5;
+constexpr double noTimeout = -1;
+constexpr long readTag = 0, lineTag = 0;
+constexpr double pauseWhenSending = 0.3, pauseAtReturn = 0.2, noPause = 0;
+
+constexpr char16_t optionCompressionV1 = 85, optionCompressionV2 = 86, optionSound = 90;
+
+struct EncodingTitle {
+    std::u16string_view title;
+    ZNTStringEncoding encoding;
+};
+constexpr std::array encodingTitles{
+    EncodingTitle{u"ASCII", ZNTStringEncoding::Ascii},
+    EncodingTitle{u"EUC_CN - Chinese", ZNTStringEncoding::EucCn},
+    EncodingTitle{u"BIG5 - Chinese", ZNTStringEncoding::Big5Hkscs},
+};
+
+/// Whether a block shows what was held back before it: at IAC WONT, sent before a password, and at IAC GA.
+bool releasesHeldBackText(std::u16string_view text)
+{
+    for (std::size_t at = 0; (at = znt::findUnit(text, IAC, at)) != text.npos; ++at)
+        if (at + 1 < text.size() && (text[at + 1] == WONT || text[at + 1] == GA))
+            return true;
+    return false;
+}
+
+} // namespace
+
+ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platform,
+                                                       const ZNTSessionScreen& screen,
+                                                       ZNTSessionServices givenServices)
+    : platform(platform),
+      screen(screen),
+      services(std::move(givenServices)),
+      zntSpeechSynth_(platform.runLoop, services.speechEngine, services.screenReader),
+      speechHandOver(zntSpeechSynth_),
+      speechReview_(zntSpeechSynth_),
+      _zntSpeedwalking(platform.runLoop, *this),
+      _soundProcessor(platform.places, services.sounds),
+      _zntParserUtility(*this,
+                        [this](std::u16string_view tag) {
+                            // A tag that cannot be understood is dropped.
+                            static_cast<void>(_soundProcessor.processSound(tag));
+                        }),
+      commandInterpreter(*this, *this),
+      triggers(platform.log),
+      _zntLogger(platform.places, platform.clock)
+{
+    ZNTUpdater(platform.places, platform.log).createSoundFolder();
+    _zntSpeedwalking.walkingChanged = [this] { changed(); };
+    reloadTriggers();
+}
+
+ZNTServerConnectController::~ZNTServerConnectController() = default;
+
+void ZNTServerConnectController::awakeFromNib()
+{
+    enableAlmostAllWidgets(false);
+    screen.ipAddress->takeFocus();
+    fillFromDefaultMud();
+    if (services.screenReader.isRunning()) {
+        zntSpeechSynth_.speechOn();
+        speechOnOffBindingState_ = speechInterruptOnOffBindingState_ = 1;
+    }
+    changed();
+}
+
+void ZNTServerConnectController::fillFromDefaultMud()
+{
+    for (const auto& mud : services.database.getAllMudsFromMudList()) {
+        if (!mud.defaultConnection)
+            continue;
+        screen.ipAddress->setText(mud.telnetURL);
+        screen.port->setText(znt::decimalText(mud.port));
+        screen.mudName->setText(mud.name);
+    }
+}
+
+// Connecting
+
+void ZNTServerConnectController::connectToServer()
+{
+    const auto host = znt::utf8FromText(screen.ipAddress->text());
+    const auto port = znt::integerValue(screen.port->text());
+    if (isConnected_ || host.empty() || port <= 0) {
+        if (mudServer)
+            mudServer->disconnect();
+        return;
+    }
+    screen.myProgressIndicator->setHidden(false);
+    screen.myProgressIndicator->startAnimation();
+    lastEnding_ = ZNTSessionEnding::None;
+    mudServer = std::make_unique<AsyncSocket>(platform.runLoop, this);
+    if (!mudServer->connectToHost(host, static_cast<std::uint16_t>(port))) {
+        lastEnding_ = ZNTSessionEnding::Broken;
+        showMudNotResponding();
+    }
+    changed();
+}
+
+void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const std::string& host,
+                                                          std::uint16_t)
+{
+    services.sounds.setGameIsLocal(!znt::isPublicAddress(host));
+    mccp2.startStream();
+    screen.myProgressIndicator->stopAnimation();
+    screen.connectionButton->setTitle(u"Disconnect");
+    isConnected_ = true;
+    connectedSince_ = platform.clock.timeOfDay();
+    screen.ipAddress->setEnabled(false);
+    screen.port->setEnabled(false);
+    enableAlmostAllWidgets(true);
+    screen.textToServer->placeCaretAtEnd();
+    readNextBlock();
+    changed();
+}
+
+void ZNTServerConnectController::onSocketWillDisconnectWithError(AsyncSocket& socket, const ZNTError* error)
+{
+    lastEnding_ = error ? ZNTSessionEnding::Broken : ZNTSessionEnding::ByServer;
+    _mccp_ = false;
+    screen.myProgressIndicator->stopAnimation();
+    screen.myProgressIndicator->setHidden(true);
+    showMudNotResponding();
+    socket.disconnect();
+}
+
+void ZNTServerConnectController::onSocketDidDisconnect(AsyncSocket&)
+{
+    if (lastEnding_ == ZNTSessionEnding::None)
+        lastEnding_ = ZNTSessionEnding::ByPlayer;
+    _mccp_ = false;
+    screen.connectionButton->setTitle(u"Connect");
+    screen.ipAddress->setEnabled(true);
+    screen.port->setEnabled(true);
+    enableAlmostAllWidgets(false);
+    isConnected_ = false;
+    screen.myProgressIndicator->stopAnimation();
+    if (!mudServerTextSentBuffer.empty())
+        farewellTimer =
+            platform.runLoop.startTimer(readTimeoutSeconds, RunLoopRepeat::Once, [this] { timeUp(); });
+    changed();
+}
+
+void ZNTServerConnectController::showMudNotResponding()
+{
+    platform.alert.showMessage(
+        u"MUD Not Responding",
+        u"Please select a new MUD or try again later. The MUD address entered is unavailable.");
+}
+
+void ZNTServerConnectController::enableAlmostAllWidgets(bool enabled)
+{
+    screen.textToServer->setEnabled(enabled);
+    for (ZNTButton* button : {screen.northButton, screen.southButton, screen.eastButton, screen.westButton,
+                              screen.northEastButton, screen.northWestButton, screen.southEastButton,
+                              screen.southWestButton, screen.upButton, screen.downButton})
+        button->setEnabled(enabled);
+}
+
+// Receiving
+
+void ZNTServerConnectController::readNextBlock()
+{
+    mudServer->readDataWithTimeout(readTimeoutSeconds, std::make_shared<std::string>(), 0, readTag);
+}
+
+void ZNTServerConnectController::onSocketDidReadData(AsyncSocket& socket, std::string_view data, std::int64_t)
+{
+    if (_mccp_ && isToBeInflated(data)) {
+        const auto block = inflated(data);
+        processMessage(znt::textOfBlock(block, cfStringEncoding_));
+    } else {
+        processMessage(znt::textOfBlock(data, cfStringEncoding_));
+    }
+    if (!socket.isDisconnected()) // a trigger's command may have met an end of the connection
+        readNextBlock();
+}
+
+bool ZNTServerConnectController::isToBeInflated(std::string_view block) const
+{
+    // Servers announce compression with commands that are not compressed themselves. A block that cannot
+    // even be decoded is no such block.
+    if (block.empty() || static_cast<unsigned char>(block.front()) != IAC)
+        return !block.empty();
+    const auto text = znt::decodedText(block, cfStringEncoding_);
+    return !text || !holdsOnlyCommands(*text);
+}
+
+std::string ZNTServerConnectController::inflated(std::string_view block)
+{
+    auto result = mccp2.anotherInflate(block);
+    if (result.outcome != ZNTInflater::Outcome::GoesOn)
+        refuseCompression();
+    return std::move(result.bytes);
+}
+
+void ZNTServerConnectController::refuseCompression()
+{
+    set_mccp(false);
+    _zntParserUtility.sendCommand(Refusal, optionCompressionV2);
+    _zntParserUtility.sendCommand(Refusal, optionCompressionV1);
+}
+
+double ZNTServerConnectController::onSocketShouldTimeoutReadWithTag(AsyncSocket&, std::int64_t, double,
+                                                                    std::size_t)
+{
+    timeUp();
+    if (services.silencePassed)
+        services.silencePassed();
+    return readTimeoutSeconds;
+}
+
+void ZNTServerConnectController::timeUp()
+{
+    readTimeout_ = true;
+    processMessage(u"");
+}
+
+void ZNTServerConnectController::processMessage(std::optional<std::u16string_view> text)
+{
+    if (!text) {
+        ZNTAttributedText notice;
+        notice.text = u"Data not readable!";
+        screen.textFromServer->append(notice);
+        return;
+    }
+    forEachCommand(*text,
+                   [this](std::u16string_view command) { _zntParserUtility.processServerCommand(command); });
+
+    if (!releasesHeldBackText(*text) && !readTimeout_) {
+        mudServerTextSentBuffer.add(*text);
+        if (mudServerTextSentBuffer.size() <= mostHeldBack)
+            return;
+        text = u"";
+    }
+    isGoAhead_ = readTimeout_ = false;
+    const auto joined = mudServerTextSentBuffer.releasedWith(*text);
+    const auto result = _zntParserUtility.processIncomingStream(joined);
+    const bool isGagged = triggers.passOver(result.text, *this);
+    if (!result.empty())
+        show(result, isGagged);
+}
+
+void ZNTServerConnectController::show(const ZNTAttributedText& result, bool isGagged)
+{
+    _replayLastTextFromMUD += result.text;
+    if (_replayLastTextFromMUD.size() > mostReplayed)
+        _replayLastTextFromMUD.erase(0, _replayLastTextFromMUD.size() - mostReplayed);
+    speechReview_.addReceivedText(result.text);
+    if (!isGagged)
+        speakOrStop(result.text);
+    screen.textFromServer->append(result);
+    screen.textFromServer->scrollToEnd();
+    _zntLogger.loggerText(result.text);
+    if (services.textShown)
+        services.textShown();
+}
+
+void ZNTServerConnectController::speakOrStop(const std::u16string& plainText)
+{
+    if (speechOnOffBindingState_ != 1) {
+        zntSpeechSynth_.stopIt();
+        return;
+    }
+    if (zntSpeechSynth_.isSpeachOn())
+        zntSpeechSynth_.speechOn();
+    speechHandOver.speakOnNewThread(plainText);
+}
+
+// Sending
+
+void ZNTServerConnectController::sendMessageToServer(std::u16string_view line, bool ignoreSpecials)
+{
+    if (!ignoreSpecials && ZNTCommandInterpreter::hasPrefix(line)) {
+        commandInterpreter.showStrings(line);
+        return;
+    }
+    interruptSpeech(pauseWhenSending);
+    insertTextInWindow(line);
+    std::u16string withLineEnd(line);
+    withLineEnd += u"\r\n";
+    writeData(znt::encodedText(withLineEnd, cfStringEncoding_), noTimeout, lineTag);
+}
+
+void ZNTServerConnectController::writeData(std::string_view data, double timeout, long tag)
+{
+    if (mudServer && !mudServer->isDisconnected())
+        mudServer->writeData(std::string(data), timeout, tag);
+}
+
+void ZNTServerConnectController::sendTextToServer()
+{
+    const auto line = screen.textToServer->text();
+    _zntRecorder.addCommand(line);
+    if (!line.empty()) {
+        lastCommand_ = line;
+        forgetReplay();
+    }
+    sendMessageToServer(line, /*ignoreSpecials=*/false);
+    screen.textToServer->setText(u"");
+}
+
+void ZNTServerConnectController::sendTextToServerNoWidget(std::u16string_view givenLine)
+{
+    const std::u16string line(givenLine); // may be the last command itself
+    _zntRecorder.addCommand(line);
+    commandInterpreter.showStrings(line);
+    if (!line.empty()) {
+        forgetReplay();
+        if (!ZNTCommandInterpreter::hasPrefix(line))
+            sendMessageToServer(line, /*ignoreSpecials=*/false);
+    }
+    screen.textToServer->setText(u"");
+}
+
+void ZNTServerConnectController::resendLastCommand()
+{
+    if (!lastCommand_.empty())
+        sendTextToServerNoWidget(lastCommand_);
+}
+
+bool ZNTServerConnectController::controlTextViewDoCommandBySelector(ZNTCommandLineKey key)
+{
+    switch (key) {
+    case ZNTCommandLineKey::InsertNewline:
+        screen.voiceOver->setText(u"");
+        interruptSpeech(pauseAtReturn);
+        speechReview_.startOver();
+        if (!screen.textToServer->text().empty())
+            forgetReplay();
+        sendTextToServer();
+        return true;
+    case ZNTCommandLineKey::MoveUp:
+        screen.textToServer->setText(lastCommand_);
+        screen.textToServer->placeCaretAtEnd();
+        return false;
+    default:
+        return false;
+    }
+}
+
+void ZNTServerConnectController::invokeMacro()
+{
+    if (!isConnected_)
+        return;
+    const long row = screen.macroTable->selectedRow();
+    if (const auto macro = services.macros.getMacroAtIndex(row))
+        sendMessageToServer(macro->dataToExecute, /*ignoreSpecials=*/false);
+}
+
+void ZNTServerConnectController::sendNorthToServer() { sendMessageToServer(u"north", false); }
+void ZNTServerConnectController::sendSouthToServer() { sendMessageToServer(u"south", false); }
+void ZNTServerConnectController::sendEastToServer() { sendMessageToServer(u"east", false); }
+void ZNTServerConnectController::sendWestToServer() { sendMessageToServer(u"west", false); }
+void ZNTServerConnectController::sendNorthEastToServer() { sendMessageToServer(u"northeast", false); }
+void ZNTServerConnectController::sendNorthWestToServer() { sendMessageToServer(u"northwest", false); }
+void ZNTServerConnectController::sendSouthEastToServer() { sendMessageToServer(u"southeast", false); }
+void ZNTServerConnectController::sendSouthWestToServer()
+{
+    sendMessageToServer(u"southWest", false);
+} // its W is kept
+void ZNTServerConnectController::sendUpToServer() { sendMessageToServer(u"up", false); }
+void ZNTServerConnectController::sendDownToServer() { sendMessageToServer(u"down", false); }
+
+void ZNTServerConnectController::speedwalk(std::u16string_view line) { _zntSpeedwalking.speedwalk(line); }
+
+void ZNTServerConnectController::stopSpeedwalk() { _zntSpeedwalking.stop(); }
+
+std::vector<std::u16string> ZNTServerConnectController::getAllMacroNames()
+{
+    return services.macros.getAllMacroNames();
+}
+
+std::optional<std::u16string> ZNTServerConnectController::getMacroByName(std::u16string_view name)
+{
+    const auto macro = services.macros.getMacroByName(name);
+    return macro ? std::optional(macro->dataToExecute) : std::nullopt;
+}
+
+void ZNTServerConnectController::sendCommand(std::u16string_view command)
+{
+    sendMessageToServer(command, /*ignoreSpecials=*/false);
+}
+
+void ZNTServerConnectController::playTriggerSound(std::u16string_view fileName)
+{
+    _soundProcessor.playTriggerSound(fileName);
+}
+
+// Local output
+
+void ZNTServerConnectController::insertText(std::u16string_view text, ZNTColour)
+{
+    if (text.empty())
+        return;
+    const auto result = _zntParserUtility.processIncomingStream(text);
+    if (result.empty())
+        return;
+    if (speechOnOffBindingState_ == 1)
+        speechHandOver.speakOnNewThread(result.text);
+    screen.textFromServer->append(result);
+    _zntLogger.loggerText(result.text);
+}
+
+void ZNTServerConnectController::insertTextInWindow(std::u16string_view text)
+{
+    std::u16string echo = u"\x1b[1;36m";
+    echo.append(text).append(u"\r");
+    screen.textFromServer->setEditable(true);
+    insertText(echo, znt::colours::blue);
+    screen.textFromServer->setEditable(false);
+    _zntLogger.loggerText(echo);
+}
+
+void ZNTServerConnectController::insertTextIntoTheWindow(std::u16string_view text)
+{
+    interruptSpeech(noPause);
+    insertTextInWindow(text);
+}
+
+void ZNTServerConnectController::clearScreen() { screen.textFromServer->clear(); }
+
+// Settings
+
+void ZNTServerConnectController::changeEncoding(std::u16string_view title)
+{
+    for (const auto& known : encodingTitles)
+        if (known.title == title)
+            cfStringEncoding_ = known.encoding;
+    changed();
+}
+
+void ZNTServerConnectController::changeFont(const ZNTFont& font)
+{
+    _zntParserUtility.colours().setFont(font);
+}
+
+void ZNTServerConnectController::set_isMccpOnOff(bool on)
+{
+    _isMspOnOff_ = on;
+    _zntParserUtility.set_isMccpOnOff(on);
+    _zntParserUtility.sendCommand(on ? DO : Refusal, optionCompressionV2);
+    set_mccp(on);
+}
+
+void ZNTServerConnectController::set_isMspOnOff(bool on)
+{
+    _isMspOnOff_ = on;
+    _zntParserUtility.set_isMspOnOff(on);
+    _zntParserUtility.sendCommand(on ? DO : Refusal, optionSound);
+    changed();
+}
+
+void ZNTServerConnectController::acceptCompressionOffers(bool accept)
+{
+    _zntParserUtility.set_isMccpOnOff(accept);
+}
+
+void ZNTServerConnectController::set_mccp(bool isCompressed)
+{
+    _mccp_ = isCompressed;
+    changed();
+}
+
+void ZNTServerConnectController::reloadTriggers() { triggers.setTriggers(services.database.loadTriggers()); }
+
+// Speech
+
+void ZNTServerConnectController::interruptSpeech(double pause)
+{
+    if (speechInterruptOnOffBindingState_ != 1)
+        return;
+    zntSpeechSynth_.stopIt();
+    if (pause > 0)
+        platform.clock.sleepFor(pause);
+    zntSpeechSynth_.speechOn();
+}
+
+void ZNTServerConnectController::shortcutKeySpeechOnAndOff()
+{
+    if (speechOnOffBindingState_ != 0)
+        zntSpeechSynth_.stopIt();
+    else
+        zntSpeechSynth_.speechOn();
+}
+
+void ZNTServerConnectController::textToSpeechOnAndOff()
+{
+    if (speechOnOffBindingState_ == 1)
+        zntSpeechSynth_.speechOn();
+    else
+        zntSpeechSynth_.stopIt();
+}
+
+void ZNTServerConnectController::replayLastText()
+{
+    if (_replayLastTextFromMUD.empty())
+        return;
+    interruptSpeech(noPause);
+    if (speechOnOffBindingState_ == 1)
+        speechHandOver.speakOnNewThread(_replayLastTextFromMUD);
+}
+
+void ZNTServerConnectController::setSpeechOnOffBindingState(int state)
+{
+    speechOnOffBindingState_ = state;
+    changed();
+}
+
+void ZNTServerConnectController::setSpeechInterruptOnOffBindingState(int state)
+{
+    speechInterruptOnOffBindingState_ = state;
+    changed();
+}
+
+// Recorder
+
+void ZNTServerConnectController::startOrPauseRecording()
+{
+    _zntRecorder.startOrPauseRecording();
+    changed();
+}
+
+void ZNTServerConnectController::doneRecording()
+{
+    _zntRecorder.startOrPauseRecording();
+    _zntRecorder.doneRecording();
+    changed();
+    services.showZNTCommandRecorderView(_zntRecorder._textRecorderBean());
+}
+
+// Queries
+
+ZNTSessionState ZNTServerConnectController::state() const
+{
+    if (isConnected_)
+        return ZNTSessionState::Connected;
+    return mudServer && !mudServer->isDisconnected() ? ZNTSessionState::Connecting : ZNTSessionState::Idle;
+}
+
+bool ZNTServerConnectController::isWalking() const { return _zntSpeedwalking.isWalking(); }
+
+void ZNTServerConnectController::changed()
+{
+    if (services.sessionChanged)
+        services.sessionChanged();
+}

@@ -1,0 +1,132 @@
+#include "ZNTCommandInterpreter.h"
+#include "ZNTSessionFixture.h"
+
+#include <map>
+
+namespace
+{
+
+/// An interpreter among records of what it sets going.
+class CommandInterpreter : public testing::Test, protected ZNTCommandActions, protected ZNTLineSender
+{
+protected:
+    void speedwalk(std::u16string_view line) override { done.push_back(u"walk " + std::u16string(line)); }
+    void stopSpeedwalk() override { done.emplace_back(u"stop"); }
+    std::vector<std::u16string> getAllMacroNames() override
+    {
+        std::vector<std::u16string> names;
+        for (const auto& [name, text] : macros)
+            names.push_back(name);
+        return names;
+    }
+    std::optional<std::u16string> getMacroByName(std::u16string_view name) override
+    {
+        const auto found = macros.find(std::u16string(name));
+        return found == macros.end() ? std::nullopt : std::optional(found->second);
+    }
+    void insertTextIntoTheWindow(std::u16string_view text) override
+    {
+        done.push_back(u"show " + std::u16string(text));
+    }
+    void sendMessageToServer(std::u16string_view line, bool ignoreSpecials) override
+    {
+        if (!ignoreSpecials && ZNTCommandInterpreter::hasPrefix(line))
+            interpreter.showStrings(line);
+        else
+            done.push_back(u"send " + std::u16string(line));
+    }
+    std::vector<std::u16string> doneBy(std::u16string_view line)
+    {
+        done.clear();
+        sendMessageToServer(line, false);
+        return done;
+    }
+
+    using Done = std::vector<std::u16string>;
+    std::map<std::u16string, std::u16string> macros;
+    Done done;
+    ZNTCommandInterpreter interpreter{*this, *this};
+};
+
+} // namespace
+
+TEST_F(CommandInterpreter, FillsTheWordsOfTheLineIntoAMacro)
+{
+    macros = {{u"greet", u"say hello %1"}, {u"go", u"%2 then %1"}, {u"two", u"%2 only"}, {u"ten", u"%1 %10"}};
+    EXPECT_EQ(doneBy(u"~greet Bob"), Done{u"send say hello Bob"});
+    EXPECT_EQ(doneBy(u"~greet"), Done{u"send say hello %1"});
+    EXPECT_EQ(doneBy(u"~greet  Bob"), Done{u"send say hello "}) << "two blanks part an empty word";
+    EXPECT_EQ(doneBy(u"~go a b"), Done{u"send b then a"});
+    EXPECT_EQ(doneBy(u"~go a"), Done{u"send %2 then a"});
+    EXPECT_EQ(doneBy(u"~two a b"), Done{u"send %2 only"});
+    EXPECT_EQ(doneBy(u"~ten x"), Done{u"send x x0"});
+    EXPECT_TRUE(doneBy(u"~unknown").empty());
+}
+
+TEST_F(CommandInterpreter, ListsMacroNamesEachInItsOwnFrame)
+{
+    EXPECT_TRUE(doneBy(u"~list-macro").empty());
+    macros = {{u"a", u""}, {u"b", u""}};
+    EXPECT_EQ(doneBy(u"~list-macro"), (Done{u"show Macro Names", u"show a", u"show End of Macro Names",
+                                            u"show Macro Names", u"show b", u"show End of Macro Names"}));
+}
+
+TEST_F(CommandInterpreter, ActsOnEachPrefix)
+{
+    EXPECT_EQ(doneBy(u"!3n2e"), Done{u"walk !3n2e"});
+    EXPECT_EQ(doneBy(u"!3n !stop"), (Done{u"walk !3n !stop", u"stop"}));
+    EXPECT_EQ(doneBy(u"!stopped"), Done{u"walk !stopped"});
+    EXPECT_TRUE(doneBy(u"! ").empty());
+    EXPECT_TRUE(doneBy(u"#anything at all").empty());
+    EXPECT_EQ(doneBy(u"@look"), Done{u"send @look"});
+    EXPECT_EQ(doneBy(u"@~greet"), Done{u"send @~greet"});
+    EXPECT_EQ(doneBy(u"éclair"), Done{u"send éclair"});
+    EXPECT_EQ(doneBy(u"\u0140 look"), Done{u"send \u0140 look"}) << "its low byte is that of @";
+    EXPECT_TRUE(doneBy(u"\u017E").empty()) << "its low byte is that of ~";
+}
+
+TEST_F(CommandInterpreter, MacrosCanRunMacrosAndWalks)
+{
+    macros = {{u"home", u"!2n"}, {u"both", u"~home ~greet"}, {u"greet", u"hello"}};
+    EXPECT_EQ(doneBy(u"~both"), (Done{u"walk !2n", u"send hello"}));
+}
+
+TEST_F(CommandInterpreter, MacrosThatNeverEndAreStoppedWithAMessage)
+{
+    macros = {{u"self", u"~self"},
+              {u"twice", u"~twice ~twice"},
+              {u"grow", u"~grow %1%1%1%1%1%1%1%1"},
+              {u"fine", u"ok"}};
+    for (const auto* line : {u"~self", u"~twice", u"~grow xxxxxxxxxxxxxxxxxxxxxxxx"}) {
+        const auto said = doneBy(line);
+        ASSERT_EQ(said.size(), 1U) << znt::utf8FromText(line);
+        EXPECT_TRUE(said.front().starts_with(u"show The macro "));
+    }
+    EXPECT_EQ(doneBy(u"~fine"), Done{u"send ok"});
+}
+
+using CommandLine = ZNTSessionFixture;
+
+TEST_F(CommandLine, ReturnSendsUpBringsBackAndResendInterpretsAgain)
+{
+    connect();
+    commandLine.setText(u"kill orc");
+    EXPECT_TRUE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline));
+    EXPECT_EQ(commandLine.text(), u"");
+    EXPECT_FALSE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::MoveDown));
+    EXPECT_EQ(commandLine.text(), u"");
+    EXPECT_FALSE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::MoveUp));
+    EXPECT_EQ(commandLine.text(), u"kill orc");
+    EXPECT_TRUE(commandLine.caretIsAtEnd);
+    session().resendLastCommand();
+
+    commandLine.setText(u"");
+    session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+    EXPECT_EQ(session().lastCommand(), u"kill orc") << "an empty line is sent but not remembered";
+    commandLine.setText(u"#note");
+    session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+    session().resendLastCommand();
+    session().sendTextToServerNoWidget(u"@raw");
+    settle();
+    EXPECT_EQ(server.received(), "kill orc\r\nkill orc\r\n\r\n@raw\r\n");
+}

@@ -1,0 +1,328 @@
+#include "ZNTSessionFixture.h"
+
+#include <algorithm>
+#include <zlib.h>
+
+namespace
+{
+
+using Session = ZNTSessionFixture;
+
+const std::pair<std::u16string, std::u16string> mudNotResponding{
+    u"MUD Not Responding",
+    u"Please select a new MUD or try again later. The MUD address entered is unavailable."};
+
+std::string telnet(std::initializer_list<int> bytes)
+{
+    std::string text;
+    for (const int byte : bytes)
+        text += static_cast<char>(byte);
+    return text;
+}
+
+const std::string goAhead = telnet({255, 249});
+
+std::string deflated(std::string_view plain, int flush)
+{
+    z_stream stream{};
+    deflateInit(&stream, Z_DEFAULT_COMPRESSION);
+    std::string bytes(plain.size() + 256, '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(plain.data()));
+    stream.avail_in = static_cast<uInt>(plain.size());
+    stream.next_out = reinterpret_cast<Bytef*>(bytes.data());
+    stream.avail_out = static_cast<uInt>(bytes.size());
+    deflate(&stream, flush);
+    bytes.resize(stream.total_out);
+    deflateEnd(&stream);
+    return bytes;
+}
+
+std::u16string withoutNuls(std::u16string text)
+{
+    std::erase(text, u'\0');
+    return text;
+}
+
+} // namespace
+
+TEST_F(Session, HoldsTextBackUntilHalfASecondOfSilence)
+{
+    connect();
+    for (const auto* piece : {"a  ", " b", "c"}) {
+        receive(piece);
+        machine.loop.advance(0.25);
+    }
+    EXPECT_EQ(shown(), u"");
+    machine.loop.advance(0.2);
+    EXPECT_EQ(shown(), u"");
+    machine.loop.advance(0.3);
+    EXPECT_EQ(shown(), u"abc");
+    silence();
+    EXPECT_EQ(shown(), u"abc");
+    EXPECT_TRUE(view.isAtEnd);
+}
+
+TEST_F(Session, ShowsAtOnceAtAGoAheadOrARefusalButNotAtAnEndOfRecord)
+{
+    connect();
+    receive("Name? ");
+    receive("who" + goAhead);
+    EXPECT_EQ(shown(), u"Name?who");
+    receive("Password: " + telnet({255, 252, 1}));
+    EXPECT_EQ(shown(), u"Name?whoPassword: ");
+    receive("Welcome" + telnet({255, 239}));
+    EXPECT_TRUE(session().isGoAhead());
+    EXPECT_EQ(shown(), u"Name?whoPassword: ");
+    silence();
+    EXPECT_EQ(shown(), u"Name?whoPassword: Welcome");
+}
+
+TEST_F(Session, ShowsAnEndlessFloodBeforeItFillsTheMemory)
+{
+    connect();
+    const std::u16string block(std::size_t{1} << 20, u'x');
+    for (std::size_t sent = 0; sent <= ZNTServerConnectController::mostHeldBack; sent += block.size())
+        session().processMessage(block);
+    EXPECT_GT(shown().size(), ZNTServerConnectController::mostHeldBack);
+    EXPECT_FALSE(session().hasTextHeldBack());
+}
+
+TEST_F(Session, AnswersTelnetBeforeAnythingIsShownAndInOrder)
+{
+    connect();
+    receive(telnet({255, 251, 86, 255, 251, 24, 'x', 255, 251, 25}));
+    EXPECT_EQ(server.received(), telnet({255, 25, 86, 255, 252, 24, 255, 253, 25}));
+    EXPECT_EQ(shown(), u"");
+}
+
+TEST_F(Session, SendsLinesAndEchoesThem)
+{
+    connect();
+    session().sendMessageToServer(u"kill orc", false);
+    session().sendMessageToServer(u"", false);
+    session().sendSouthWestToServer();
+    settle();
+    EXPECT_EQ(server.received(), "kill orc\r\n\r\nsouthWest\r\n");
+    EXPECT_EQ(shown(), u"kill orc\r\rsouthWest\r");
+    const auto* echo = view.pieces.front().attributesAt(0);
+    EXPECT_EQ(echo->shownForeground(), znt::colours::cyan);
+    EXPECT_TRUE(echo->isShownBold());
+    EXPECT_EQ(logged(), "kill orc\r\x1b[1;36mkill orc\r\r\x1b[1;36m\rsouthWest\r\x1b[1;36msouthWest\r");
+    EXPECT_FALSE(view.isEditable);
+}
+
+TEST_F(Session, DirectionButtonsSendTheirWords)
+{
+    connect();
+    auto& session_ = session();
+    session_.sendNorthToServer();
+    session_.sendSouthToServer();
+    session_.sendEastToServer();
+    session_.sendWestToServer();
+    session_.sendNorthEastToServer();
+    session_.sendNorthWestToServer();
+    session_.sendSouthEastToServer();
+    session_.sendUpToServer();
+    session_.sendDownToServer();
+    settle();
+    EXPECT_EQ(server.received(),
+              "north\r\nsouth\r\neast\r\nwest\r\nnortheast\r\nnorthwest\r\nsoutheast\r\nup\r\ndown\r\n");
+}
+
+TEST_F(Session, PlaysInTheChineseEncodings)
+{
+    connect();
+    for (const auto& [title, encoding] : {std::pair{u"EUC_CN - Chinese", ZNTStringEncoding::EucCn},
+                                          std::pair{u"BIG5 - Chinese", ZNTStringEncoding::Big5Hkscs}}) {
+        view.clear();
+        session().changeEncoding(title);
+        session().changeEncoding(u"KOI8");
+        const auto hello = znt::encodedText(u"你好，世界", encoding);
+        receive(hello.substr(0, 4) + telnet({255, 251, 3}) + hello.substr(4) + goAhead);
+        EXPECT_EQ(shown(), u"你好，世界");
+        session().sendMessageToServer(u"說 café", false);
+        settle();
+        const auto sent = znt::encodedText(u"說 café\r\n", encoding);
+        EXPECT_TRUE(server.received().ends_with(sent));
+    }
+    session().changeEncoding(u"ASCII");
+    EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Ascii);
+}
+
+TEST_F(Session, AButtonPressConnectsAndTheSameButtonDisconnects)
+{
+    session();
+    EXPECT_FALSE(commandLine.isEnabled);
+    EXPECT_TRUE(
+        std::none_of(std::begin(directions), std::end(directions), [](auto& d) { return d.isEnabled; }));
+    EXPECT_EQ(host.timesFocused, 1);
+    for (const auto& [badHost, badPort] : {std::pair{u"", u"4000"}, std::pair{u"mud", u"0"},
+                                           std::pair{u"mud", u"-1"}, std::pair{u"mud", u"x"}}) {
+        host.setText(badHost);
+        port.setText(badPort);
+        session().connectToServer();
+        EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+    }
+    EXPECT_TRUE(machine.alert.shown.empty());
+
+    connect();
+    EXPECT_EQ(button.title, u"Disconnect");
+    EXPECT_FALSE(host.isEnabled || port.isEnabled || spinner.isAnimating);
+    EXPECT_TRUE(commandLine.isEnabled && commandLine.caretIsAtEnd);
+    EXPECT_TRUE(
+        std::all_of(std::begin(directions), std::end(directions), [](auto& d) { return d.isEnabled; }));
+
+    session().connectToServer();
+    EXPECT_FALSE(session().isConnected());
+    EXPECT_EQ(button.title, u"Connect");
+    EXPECT_TRUE(host.isEnabled && port.isEnabled);
+    EXPECT_FALSE(commandLine.isEnabled);
+    EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::ByPlayer);
+    EXPECT_TRUE(machine.alert.shown.empty());
+    connect();
+    EXPECT_EQ(server.clientsAccepted(), 2);
+}
+
+TEST_F(Session, EveryEndingButThePlayersShowsTheAlert)
+{
+    connect();
+    receive("So long.\r\n");
+    server.closeWhenSent();
+    ASSERT_TRUE(machine.loop.runUntil([this] { return !session().isConnected(); }));
+    EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::ByServer);
+    EXPECT_EQ(machine.alert.shown, std::vector{mudNotResponding});
+    EXPECT_TRUE(spinner.isHidden);
+    silence();
+    EXPECT_EQ(shown(), u"So long.\r\n") << "what a server says last is shown all the same";
+
+    connect();
+    server.reset();
+    ASSERT_TRUE(machine.loop.runUntil([this] { return !session().isConnected(); }));
+    EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::Broken);
+    EXPECT_EQ(machine.alert.shown.size(), 2U);
+
+    server.stopListening();
+    session().connectToServer();
+    EXPECT_EQ(session().state(), ZNTSessionState::Connecting);
+    EXPECT_TRUE(spinner.isAnimating && !spinner.isHidden);
+    ASSERT_TRUE(machine.loop.runUntil([this] { return session().state() == ZNTSessionState::Idle; }));
+    EXPECT_EQ(machine.alert.shown, (std::vector{mudNotResponding, mudNotResponding, mudNotResponding}));
+    EXPECT_FALSE(spinner.isAnimating);
+}
+
+TEST_F(Session, CompressionStartsWithTheBlockAfterTheServersMark)
+{
+    session().acceptCompressionOffers(true);
+    connect();
+    receive("Hi" + telnet({255, 251, 86}));
+    EXPECT_EQ(server.received(), telnet({255, 253, 86}));
+    receive(telnet({255, 250, 86, 255, 240}));
+    EXPECT_TRUE(session()._mccp() && session().endOfNegotiations());
+    // The mark was held back as text; it is taken out with the one character that follows it there.
+    receive(deflated("\nA dark room." + goAhead, Z_SYNC_FLUSH));
+    EXPECT_EQ(withoutNuls(shown()), u"HiA dark room.");
+    EXPECT_NE(shown().find(u'\0'), std::u16string::npos) << "the inflater's block is passed on whole";
+}
+
+TEST_F(Session, BytesBehindTheMarkInItsBlockAreTextAndSpoilTheStream)
+{
+    session().acceptCompressionOffers(true);
+    connect();
+    const auto stream = deflated("first. second.", Z_SYNC_FLUSH);
+    receive(telnet({255, 250, 86, 255, 240}) + stream.substr(0, 4));
+    receive(stream.substr(4));
+    EXPECT_FALSE(session()._mccp());
+    EXPECT_EQ(server.received(), telnet({255, 25, 86, 255, 25, 85}));
+}
+
+TEST_F(Session, ThePlainServerThatIsTakenForACompressedOneLosesABlockAndIsRefused)
+{
+    connect();
+    session().set_isMccpOnOff(true);
+    EXPECT_TRUE(session()._mccp() && session()._isMccpOnOff() && session()._isMspOnOff());
+    receive(telnet({255, 251, 3})); // bare commands are not inflated
+    EXPECT_TRUE(session()._mccp());
+    receive("plain text");
+    EXPECT_FALSE(session()._mccp());
+    receive("and more" + goAhead);
+    settle();
+    EXPECT_EQ(server.received(), telnet({255, 253, 86, 255, 25, 3, 255, 25, 86, 255, 25, 85}));
+    EXPECT_EQ(withoutNuls(shown()), u"and more");
+}
+
+TEST_F(Session, TheEndOfTheCompressedStreamIsAnsweredAndPlainTextFollows)
+{
+    connect();
+    receive(telnet({255, 250, 86, 255, 240}));
+    receive(deflated("\npacked " + goAhead, Z_FINISH) + "lost");
+    EXPECT_FALSE(session()._mccp());
+    EXPECT_EQ(server.received(), telnet({255, 25, 86, 255, 25, 85}));
+    receive("plain" + goAhead);
+    EXPECT_EQ(withoutNuls(shown()), u"packed plain");
+
+    receive(telnet({255, 250, 86, 255, 240})); // a second stream in one connection cannot be read
+    receive(deflated("never read", Z_SYNC_FLUSH));
+    EXPECT_FALSE(session()._mccp());
+}
+
+TEST_F(Session, TheSwitchesForSoundAndCompressionShareOneFlag)
+{
+    connect();
+    session().set_isMspOnOff(true);
+    EXPECT_TRUE(session()._isMccpOnOff());
+    session().set_isMccpOnOff(false);
+    EXPECT_FALSE(session()._isMspOnOff());
+    settle();
+    EXPECT_EQ(server.received(), telnet({255, 253, 90, 255, 25, 86}));
+    receive(telnet({255, 251, 90}));
+    EXPECT_TRUE(server.received().ends_with(telnet({255, 253, 90}))) << "sounds are still accepted";
+}
+
+TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOn)
+{
+    connect();
+    receive("unheard" + goAhead);
+    session().setSpeechOnOffBindingState(1);
+    receive("You hear a bell." + goAhead);
+    ASSERT_TRUE(machine.loop.runUntil([this] {
+        machine.loop.advance(0.5);
+        return !speech.spoken.empty();
+    }));
+    EXPECT_EQ(speech.spoken, std::vector<std::u16string>{u"You hear a bell."});
+
+    session().setSpeechInterruptOnOffBindingState(1);
+    const auto stopped = speech.timesStopped;
+    commandLine.setText(u"listen");
+    voiceOver.setText(u"old");
+    EXPECT_TRUE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline));
+    EXPECT_EQ(voiceOver.text(), u"");
+    EXPECT_EQ(machine.loop.slept, (std::vector<double>{0.2, 0.3}));
+    EXPECT_EQ(speech.timesStopped, stopped + 2);
+}
+
+TEST_F(Session, ReplaysWhatCameSinceTheLastLine)
+{
+    connect();
+    session().setSpeechOnOffBindingState(1);
+    receive("One. " + goAhead);
+    commandLine.setText(u"go");
+    session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+    receive("Two. " + goAhead);
+    receive("Three." + goAhead);
+    speech.spoken.clear();
+    session().setSpeechInterruptOnOffBindingState(1); // drops what still waits
+    session().replayLastText();
+    ASSERT_TRUE(machine.loop.runUntil([this] {
+        machine.loop.advance(0.5);
+        return !speech.spoken.empty();
+    }));
+    EXPECT_EQ(speech.spoken.front(), u"Two. Three.");
+}
+
+TEST_F(Session, SpeechIsOnFromTheStartWhereAScreenReaderRuns)
+{
+    reader.runs = true;
+    EXPECT_EQ(session().speechOnOffBindingState(), 1);
+    EXPECT_EQ(session().speechInterruptOnOffBindingState(), 1);
+    EXPECT_FALSE(session().zntSpeechSynth().isSpeachOn()) << "which means that it is on";
+}

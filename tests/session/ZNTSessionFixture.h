@@ -1,0 +1,128 @@
+#pragma once
+
+#include "ZNTDatabaseHelper.h"
+#include "ZNTMacroGroupDropDownController.h"
+#include "ZNTMudMacroTableViewController.h"
+#include "ZNTPlainElements.h"
+#include "ZNTScriptedPeer.h"
+#include "ZNTServerConnectController.h"
+#include "ZNTSilentSounds.h"
+#include "ZNTTestPlatform.h"
+#include "ZNTText.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+/// A speech engine that only remembers.
+struct ZNTRecordedSpeech final : ZNTSpeechEngine {
+    std::vector<std::u16string> spoken;
+    int timesStopped = 0;
+    [[nodiscard]] bool isSpeaking() const override { return false; }
+    void startSpeaking(std::u16string_view text) override { spoken.emplace_back(text); }
+    void stopSpeaking() override { ++timesStopped; }
+};
+
+/// A screen reader that runs, or not, as the test says, and has no way to speak.
+struct ZNTPretendedReader final : ZNTScreenReader {
+    bool runs = false;
+    [[nodiscard]] bool isRunning() const override { return runs; }
+    bool sayThis(std::u16string_view) override { return false; }
+};
+
+/// A whole session on a machine of its own, and a server at the other end of loopback. Time is virtual.
+class ZNTSessionFixture : public testing::Test
+{
+protected:
+    ZNTSessionFixture()
+    {
+        screen.textToServer = &commandLine;
+        screen.textFromServer = &view;
+        screen.ipAddress = &host;
+        screen.port = &port;
+        screen.mudName = &mudName;
+        screen.connectionButton = &button;
+        screen.myProgressIndicator = &spinner;
+        screen.macroTable = &macroTable;
+        screen.voiceOver = &voiceOver;
+        ZNTButton** buttons[] = {&screen.northButton,     &screen.southButton,     &screen.eastButton,
+                                 &screen.westButton,      &screen.northEastButton, &screen.northWestButton,
+                                 &screen.southEastButton, &screen.southWestButton, &screen.upButton,
+                                 &screen.downButton};
+        for (std::size_t at = 0; at < std::size(buttons); ++at)
+            *buttons[at] = &directions[at];
+    }
+
+    /// The session, made when it is first asked for, so that a test can fill the store before.
+    ZNTServerConnectController& session()
+    {
+        if (!controller) {
+            controller = std::make_unique<ZNTServerConnectController>(
+                machine.platform, screen,
+                ZNTSessionServices{.database = database,
+                                   .macros = macros,
+                                   .sounds = sounds,
+                                   .speechEngine = speech,
+                                   .screenReader = reader,
+                                   .showZNTCommandRecorderView = [this](auto&) { ++timesRecorderSheetShown; },
+                                   .sessionChanged = {},
+                                   .textShown = {},
+                                   .silencePassed = {}});
+            controller->awakeFromNib();
+        }
+        return *controller;
+    }
+
+    void connect()
+    {
+        host.setText(znt::textFromUtf8(server.host()));
+        port.setText(znt::decimalText(server.port()));
+        session().connectToServer();
+        ASSERT_TRUE(machine.loop.runUntil([this] { return session().isConnected() && server.hasClient(); }));
+    }
+
+    /// Sends `bytes` and turns the loop until the session has read them, in real time but within one moment
+    /// of the session's.
+    void receive(std::string bytes)
+    {
+        server.send(std::move(bytes));
+        settle();
+    }
+    /// Turns the loop until both ends have nothing more to say.
+    void settle()
+    {
+        machine.loop.runUntil([this] { return server.hasSentAll(); });
+        for (int quietTurns = 0; quietTurns < 5; ++quietTurns)
+            machine.loop.runUntil([turns = 0]() mutable { return ++turns > 2; });
+    }
+    void silence() { machine.loop.advance(0.5); }
+
+    [[nodiscard]] std::u16string shown() const { return view.text(); }
+    /// The transcript of this run.
+    [[nodiscard]] std::string logged() const
+    {
+        std::string text;
+        for (const auto& file : std::filesystem::directory_iterator(machine.home.path("Library/Zantor/logs")))
+            text += machine.home.read("Library/Zantor/logs/" + file.path().filename().string());
+        return text;
+    }
+
+    ZNTTestPlatform machine;
+    ZNTScriptedPeer server{machine.loop};
+    ZNTPlainTextField commandLine, host, port, mudName;
+    ZNTPlainTextView view;
+    ZNTPlainButton button;
+    ZNTPlainButton directions[10];
+    ZNTPlainSpinner spinner;
+    ZNTPlainTableView macroTable;
+    ZNTPlainTextArea voiceOver;
+    ZNTPlainComboBox macroGroupBox;
+    ZNTSessionScreen screen;
+    ZNTSilentSounds sounds;
+    ZNTRecordedSpeech speech;
+    ZNTPretendedReader reader;
+    int timesRecorderSheetShown = 0;
+    ZNTDatabaseHelper database{machine.platform.places, machine.log};
+    ZNTMacroGroupDropDownController groups{machine.platform, database, macroGroupBox};
+    ZNTMudMacroTableViewController macros{machine.platform, database, groups, macroTable};
+    std::unique_ptr<ZNTServerConnectController> controller;
+};

@@ -1,0 +1,184 @@
+#include "ZNTIcuReference.h"
+#include "ZNTParserUtility.h"
+#include "ZNTRandomText.h"
+#include "ZNTSoundTagScanner.h"
+#include "ZNTTelnetScanner.h"
+#include "ZNTText.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+struct RecordedSession final : ZNTTelnetListener {
+    bool isGoAhead = false, isEndOfNegotiations = false, isCompressed = false;
+    std::vector<std::string> written;
+    void setIsGoAhead(bool value) override { isGoAhead = value; }
+    void setEndOfNegotiations(bool value) override { isEndOfNegotiations = value; }
+    void set_mccp(bool value) override { isCompressed = value; }
+    void writeData(std::string_view data, double timeout, long tag) override
+    {
+        EXPECT_EQ(timeout, 0.1);
+        EXPECT_EQ(tag, 1);
+        written.emplace_back(data);
+    }
+};
+
+class StreamParser : public testing::Test
+{
+protected:
+    RecordedSession session;
+    std::vector<std::u16string> tags;
+    ZNTParserUtility parser{session, [this](std::u16string_view tag) { tags.emplace_back(tag); }};
+
+    void receive(std::u16string_view text)
+    {
+        znt::telnet::forEachCommand(text, [this](auto command) { parser.processServerCommand(command); });
+    }
+    std::vector<std::string> repliesTo(std::u16string_view text)
+    {
+        session.written.clear();
+        receive(text);
+        return session.written;
+    }
+};
+
+std::string bytes(std::initializer_list<int> values)
+{
+    std::string result;
+    for (const int value : values)
+        result += static_cast<char>(value);
+    return result;
+}
+
+std::u16string command(std::initializer_list<int> values)
+{
+    std::u16string result;
+    for (const int value : values)
+        result += static_cast<char16_t>(value);
+    return result;
+}
+
+} // namespace
+
+TEST_F(StreamParser, AnswersEveryOfferByTheTable)
+{
+    const std::map<int, int> refusedBy = {{3, 25},  {24, 252},  {31, 25},  {42, 252}, {69, 25},
+                                          {70, 25}, {85, 25},   {86, 25},  {90, 25},  {91, 25},
+                                          {93, 25}, {102, 252}, {200, 25}, {201, 25}, {25, 253}};
+    for (int option = 0; option < 256; ++option) {
+        SCOPED_TRACE(option);
+        const auto answer = refusedBy.find(option);
+        const auto expected = answer == refusedBy.end() ? std::vector<std::string>{}
+                                                        : std::vector{bytes({255, answer->second, option})};
+        EXPECT_EQ(repliesTo(command({255, 251, option})), expected);
+        for (const int other : {250, 252, 253, 254})
+            EXPECT_TRUE(repliesTo(command({255, other, option})).empty());
+    }
+    parser.set_isMccpOnOff(true);
+    parser.set_isMspOnOff(true);
+    EXPECT_EQ(repliesTo(command({255, 251, 90, 255, 251, 85, 255, 251, 86})),
+              (std::vector{bytes({255, 253, 90}), bytes({255, 25, 85}), bytes({255, 253, 86})}));
+}
+
+TEST_F(StreamParser, TellsTheSessionOfGoAheadsAndOfTheStartOfCompression)
+{
+    for (const auto& goAhead : {command({255, 249}), command({255, 239, 'x'}), command({255, 251, 25})}) {
+        session.isGoAhead = false;
+        receive(goAhead);
+        EXPECT_TRUE(session.isGoAhead);
+    }
+    EXPECT_FALSE(session.isEndOfNegotiations);
+    receive(command({255, 250, 86, 255, 240}));
+    EXPECT_TRUE(session.isEndOfNegotiations);
+    EXPECT_TRUE(session.isCompressed);
+}
+
+TEST_F(StreamParser, IgnoresCommandsThatTheBlockCutsOff)
+{
+    EXPECT_TRUE(repliesTo(command({'a', 255, 251})).empty());
+    EXPECT_TRUE(repliesTo(command({'a', 255})).empty());
+    EXPECT_TRUE(repliesTo(command({255, 251, 0x156})).empty()); // no byte: its low half is MCCP2's
+    EXPECT_EQ(parser.processIncomingStream(command({255, 251, 3})).text, u"");
+}
+
+TEST_F(StreamParser, ClassifiesCommandsThatEndAPrompt)
+{
+    for (const int ends : {25, 239, 249, 252})
+        EXPECT_TRUE(parser.isGoAhead(command({255, ends})));
+    EXPECT_FALSE(parser.isGoAhead(command({255, 253, 1})));
+    EXPECT_FALSE(parser.isGoAhead(command({255, 251, 3})));
+    EXPECT_EQ(session.written, std::vector{bytes({255, 25, 3})});
+    EXPECT_EQ(ZNTParserUtility::charCodeString(u"ab\u00FF"), " 97 98 255");
+}
+
+TEST_F(StreamParser, StripsCommandsWithTheCharactersThatGoWithThem)
+{
+    EXPECT_EQ(parser.processIncomingStream(u"abc" + command({255, 249}) + u"\ndef").text, u"abcdef");
+    EXPECT_EQ(parser.processIncomingStream(command({255, 249}) + u"\nm").text, u"");
+    EXPECT_EQ(
+        parser.processIncomingStream(command({255, 250, 201}) + u"Core.Hello" + command({255, 240})).text,
+        u"Core.Hello");
+}
+
+TEST_F(StreamParser, HandsOnTheFirstSoundTagAndTakesOutAll)
+{
+    const std::u16string text = u"Rain. !!SOUND(w/rain.wav V=50) \n!!MUSIC(a/b L=1)\nThunder!!";
+    EXPECT_EQ(parser.processIncomingStream(text).text, u"Rain.  \n\nThunder!!");
+    EXPECT_TRUE(tags.empty());
+    parser.set_isMspOnOff(true);
+    EXPECT_EQ(parser.processIncomingStream(text).text, u"Rain.  \n\nThunder!!");
+    EXPECT_EQ(tags, std::vector<std::u16string>{u"!!SOUND(w/rain.wav V=50)"});
+}
+
+TEST(StreamScanners, AnswerAsIcuDoesOnRandomText)
+{
+    ZNTRandomText texts({u"\u00FF",
+                         u"\u00FB",
+                         u"\u00F9",
+                         u"!",
+                         u"!!",
+                         u"SOUND",
+                         u"(",
+                         u")",
+                         u" ",
+                         u"\n",
+                         u"\r",
+                         u"a.wav",
+                         u"é",
+                         u"\u0301",
+                         u"\u203F",
+                         u"\u200D",
+                         u"萬",
+                         u"\xD83D\xDDE1",
+                         u"\xD83D",
+                         u"\xD835\xDC00",
+                         u"\u2028",
+                         u"V=50",
+                         u"!!MUSIC(x y)",
+                         u"\u0085"});
+    // "\xFF(..?)" with dots that match every character, one each: ICU's own option would take CR LF for one.
+    const auto* telnet = uR"(\xFF([\s\S][\s\S]?))";
+    const auto* tag = uR"(!!\w*\([^ ]+.*\))";
+    for (int round = 0; round < 30'000; ++round) {
+        const auto text = texts.next(20);
+        SCOPED_TRACE(znt::utf8FromText(text));
+
+        std::vector<std::u16string> commands, expectedCommands;
+        znt::telnet::forEachCommand(text, [&](auto found) { commands.emplace_back(found); });
+        for (const auto& match : znt::icu::matches(text, telnet))
+            expectedCommands.push_back(match.whole);
+        ASSERT_EQ(commands, expectedCommands);
+        auto stripped = text;
+        znt::telnet::stripCommands(stripped);
+        ASSERT_EQ(stripped, znt::icu::replacedAll(text, telnet, u""));
+        ASSERT_EQ(znt::telnet::holdsOnlyCommands(text), stripped.empty());
+
+        const auto expectedTags = znt::icu::matches(text, tag);
+        const auto first = znt::nextSoundTag(text);
+        ASSERT_EQ(first.value_or(u""), expectedTags.empty() ? u"" : expectedTags.front().whole);
+        auto withoutTags = text;
+        znt::stripSoundTags(withoutTags);
+        ASSERT_EQ(withoutTags, znt::icu::replacedAll(text, tag, u""));
+    }
+}
