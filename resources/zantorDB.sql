@@ -12,7 +12,7 @@ create table ZNTMacro (
     dataToExecute text,
     zntMacroGroupFK integer
 );
-create index ZNTMacroByName on ZNTMacro (name);
+-- No index on the names: it would list them in its own order instead of that in which they were made.
 create index ZNTMacroByGroup on ZNTMacro (zntMacroGroupFK);
 
 create table ZNTTrigger (

@@ -24,9 +24,9 @@ constexpr std::string_view addColumns[] = {"ALTER TABLE ZNTTrigger ADD sound_fil
 constexpr std::string_view seedMuds[] = {
     "insert into ZNTMudList (name, url, port, telnetURL, userCreated) values ('QuestMud', "
     "'http://www.questmud.fi', '3000', 'mud.questmud.fi', 0)",
-    "insert into ZNTMudList (name, url, port, telnetURL, userCreated) values ('萬  王  之  王 (King of Kings "
-    "- Chinese "
-    "BIG5 encoding)', 'http://www.kkcity.com.tw', '4000', 'mud.kk.muds.net', 0)",
+    "insert into ZNTMudList (name, url, port, telnetURL, userCreated) values "
+    "('萬  王  之  王 (King of Kings - Chinese BIG5 encoding)', 'http://kk.muds.idv.tw', '4000', "
+    "'kk.muds.idv.tw', 0)",
     "insert into ZNTMudList (name, url, port, telnetURL, userCreated) values ('Anathema Online (Italian)', "
     "'http://www.anathema.it', '4000', 'mud.anathema.it', 0)"};
 

@@ -1,0 +1,206 @@
+#include "ZNTDatabaseHelper.h"
+#include "ZNTStoredFiles.h"
+#include "ZNTTestPlatform.h"
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <linux/capability.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Runs `task` in a child process, which shares the files and whose limits end with it. What it answers.
+int inChild(const std::function<int()>& task)
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(task());
+    int status = 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+/// From now on no file of this process grows beyond `bytes`, as on a disk that is full.
+void fillDisk(std::uintmax_t bytes)
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{bytes, bytes};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+/// From now on a file's mode binds this process, even where root runs the tests.
+void giveUpPrivileges()
+{
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct none[2]{};
+    ::syscall(SYS_capset, &header, none);
+}
+
+class ZNTDatabaseFaults : public testing::Test
+{
+protected:
+    ZNTDatabaseFaults()
+    {
+        ZNTDatabaseHelper store(places, machine.log);
+        storeMacro(store, u"kept", u"north");
+        machine.log.lines.clear();
+    }
+    static std::int64_t storeMacro(ZNTDatabaseHelper& store, const std::u16string& name,
+                                   const std::u16string& text)
+    {
+        ZNTMacro macro{.oid = 0, .groupOid = 1, .name = name, .dataToExecute = text};
+        store.insertMacroSetWithMacroGroup(macro);
+        return macro.oid;
+    }
+    std::vector<std::u16string> storedNames()
+    {
+        return ZNTDatabaseHelper(places, machine.log).getAllMacroNames();
+    }
+
+    ZNTTestPlatform machine;
+    ZNTFilePlaces places = machine.platform.places;
+    ZNTStoredFiles files{machine.home};
+};
+
+TEST_F(ZNTDatabaseFaults, AFileLockedByAnotherProcessIsWaitedFor)
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr auto lockedFor = std::chrono::seconds(2);
+    ZNTDatabaseHelper store(places, machine.log);
+    EXPECT_EQ(store.getAllMacroNames().size(), 1u) << "open, with a statement that is compiled";
+
+    int ready[2];
+    ASSERT_EQ(::pipe(ready), 0);
+    const pid_t other = ::fork();
+    if (other == 0) {
+        sqlite3* connection = nullptr;
+        sqlite3_open(machine.home.path(files.database).c_str(), &connection);
+        sqlite3_exec(connection, "begin exclusive", nullptr, nullptr, nullptr);
+        const auto told = ::write(ready[1], "x", 1);
+        std::this_thread::sleep_for(lockedFor);
+        sqlite3_exec(connection, "insert into ZNTMacro (name) values ('other'); commit", nullptr, nullptr,
+                     nullptr);
+        sqlite3_close(connection);
+        ::_exit(told == 1 ? 0 : 1);
+    }
+    char heard;
+    ASSERT_EQ(::read(ready[0], &heard, 1), 1);
+    const auto start = Clock::now();
+    EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"kept", u"other")); // meets the lock when it steps
+    EXPECT_GE(Clock::now() - start, lockedFor / 2) << "or the file was not locked";
+    EXPECT_GT(storeMacro(store, u"mine", u"south"), 0);
+    int status = 0;
+    ::waitpid(other, &status, 0);
+    EXPECT_EQ(status, 0);
+    ::close(ready[0]);
+    ::close(ready[1]);
+    EXPECT_THAT(storedNames(), ElementsAre(u"kept", u"other", u"mine"));
+}
+
+TEST_F(ZNTDatabaseFaults, AFullDatabaseRefusesTheNewAndKeepsTheOld)
+{
+    ZNTDatabaseHelper store(places, machine.log);
+    store.runSQL("PRAGMA max_page_count = 1"); // SQLite takes the present size instead
+    const std::u16string large(100'000, u'x');
+    storeMacro(store, u"too large", large);
+    ZNTMacro kept = store.getMacroFromDatabaseByName(u"kept").value();
+    kept.dataToExecute = large;
+    store.updateMacro(kept);
+    EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"kept"));
+    EXPECT_EQ(store.getMacroFromDatabaseByName(u"kept")->dataToExecute, u"north");
+
+    store.runSQL("PRAGMA max_page_count = 1073741823");
+    storeMacro(store, u"later", large);
+    EXPECT_EQ(store.getMacroFromDatabaseByName(u"later")->dataToExecute, large) << "there is room again";
+}
+
+TEST_F(ZNTDatabaseFaults, AFullDiskRefusesTheNewAndKeepsTheOldAtEverySizeOfIt)
+{
+    const auto size = std::filesystem::file_size(machine.home.path(files.database));
+    for (const std::uintmax_t room : {std::uintmax_t{0}, std::uintmax_t{600}, std::uintmax_t{5000}, size}) {
+        SCOPED_TRACE(room);
+        EXPECT_EQ(inChild([&] {
+                      fillDisk(room);
+                      ZNTDatabaseHelper store(places, machine.log);
+                      storeMacro(store, u"too large", std::u16string(100'000, u'x'));
+                      return store.getMacroFromDatabaseByName(u"kept") ? 0 : 1;
+                  }),
+                  0);
+        EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
+        EXPECT_EQ(files.value("pragma integrity_check"), "ok");
+    }
+}
+
+TEST_F(ZNTDatabaseFaults, AFirstRunOnAFullDiskLeavesNoHalfOfAFile)
+{
+    std::filesystem::remove_all(machine.home.path("Library"));
+    EXPECT_EQ(inChild([&] {
+                  fillDisk(100);
+                  ZNTDatabaseHelper store(places, machine.log);
+                  const bool isSilent = store.getAllMudsFromMudList().empty();
+                  return isSilent && machine.log.lines.size() == 1 &&
+                                 machine.log.lines[0].starts_with("File copy issue ")
+                             ? 0
+                             : 1;
+              }),
+              0);
+    EXPECT_FALSE(machine.home.has(files.properties));
+    EXPECT_EQ(machine.home.read(files.database), "");
+}
+
+TEST_F(ZNTDatabaseFaults, TheOldCounterStandsWhereTheNewOneCannotBeWritten)
+{
+    files.writeProperties(files.counter(1));
+    EXPECT_EQ(inChild([&] {
+                  giveUpPrivileges();
+                  ::chmod(machine.home.path(files.folder).c_str(), 0500);
+                  ZNTDatabaseHelper store(places, machine.log);
+                  const bool isReadable = store.getMacroFromDatabaseByName(u"kept").has_value();
+                  ::chmod(machine.home.path(files.folder).c_str(), 0700);
+                  return isReadable ? 0 : 1;
+              }),
+              0);
+    EXPECT_EQ(files.readProperties(), files.counter(1));
+    EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
+}
+
+TEST_F(ZNTDatabaseFaults, AReadOnlyDatabaseIsReadAndNotChanged)
+{
+    ::chmod(machine.home.path(files.database).c_str(), 0400);
+    EXPECT_EQ(inChild([&] {
+                  giveUpPrivileges();
+                  ZNTDatabaseHelper store(places, machine.log);
+                  storeMacro(store, u"new", u"south");
+                  store.deleteMacroByOid(1);
+                  return store.getAllMacroNames().size() == 1 && machine.log.lines.empty() ? 0 : 1;
+              }),
+              0);
+    EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
+}
+
+TEST_F(ZNTDatabaseFaults, AnUnreadableDatabaseIsReported)
+{
+    ::chmod(machine.home.path(files.database).c_str(), 0000);
+    EXPECT_EQ(inChild([&] {
+                  giveUpPrivileges();
+                  ZNTDatabaseHelper store(places, machine.log);
+                  const bool isSilent = store.getAllMacroNames().empty();
+                  return isSilent && machine.log.lines == std::vector<std::string>{"Could not open db."} ? 0
+                                                                                                         : 1;
+              }),
+              0);
+    ::chmod(machine.home.path(files.database).c_str(), 0600);
+    EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
+}
+
+} // namespace

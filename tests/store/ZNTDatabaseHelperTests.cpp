@@ -1,0 +1,176 @@
+#include "ZNTDatabaseHelper.h"
+#include "ZNTStoredFiles.h"
+#include "ZNTTestPlatform.h"
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ZNTDatabaseOperations : public testing::Test
+{
+protected:
+    ZNTMacro storedMacro(std::u16string name, std::u16string text, std::int64_t group = 1)
+    {
+        ZNTMacro macro{
+            .oid = 0, .groupOid = group, .name = std::move(name), .dataToExecute = std::move(text)};
+        store.insertMacroSetWithMacroGroup(macro);
+        return macro;
+    }
+    ZNTMudList storedMud(std::u16string name)
+    {
+        ZNTMudList entry{.name = std::move(name), .url = u"http://a", .telnetURL = u"a.example", .port = 1};
+        store.addNewRowMudList(entry);
+        return entry;
+    }
+    std::vector<std::u16string> shownNames()
+    {
+        std::vector<std::u16string> names;
+        for (const auto& entry : store.getAllMudsFromMudList())
+            names.push_back(entry.name);
+        return names;
+    }
+
+    ZNTTestPlatform machine;
+    ZNTStoredFiles files{machine.home};
+    ZNTDatabaseHelper store{machine.platform.places, machine.log};
+};
+
+TEST_F(ZNTDatabaseOperations, ATriggerComesBackAsItWasStored)
+{
+    // Quotes, characters beyond the basic plane, line ends and NUL must all survive.
+    ZNTTrigger trigger{.oid = 0,
+                       .name = u"it's \"one\"; drop table ZNTTrigger",
+                       .check = u"王 \U0001F409 (\\w+)\r\n",
+                       .action = std::u16string(u"a\0b", 3),
+                       .soundFileToPlay = u"",
+                       .gag = true,
+                       .active = true};
+    store.insertTrigger(trigger);
+    auto read = store.loadTriggers();
+    ASSERT_EQ(read.size(), 1u);
+    EXPECT_EQ(read[0].oid, trigger.oid);
+    EXPECT_EQ(read[0].name, trigger.name);
+    EXPECT_EQ(read[0].check, trigger.check);
+    EXPECT_EQ(read[0].action, trigger.action);
+    EXPECT_EQ(read[0].soundFileToPlay, u"") << "an empty name is not an absent one";
+    EXPECT_TRUE(read[0].gag && read[0].active);
+
+    trigger.check = u"check";
+    trigger.action = u"action";
+    trigger.soundFileToPlay.reset();
+    trigger.gag = false;
+    store.updateTrigger(trigger);
+    EXPECT_EQ(
+        files.value("select name, checkString, action, enabled, gag, sound_file_to_play from ZNTTrigger"),
+        "it's \"one\"; drop table ZNTTrigger|check|action|1|0|NULL");
+    EXPECT_EQ(store.loadTriggers().at(0).soundFileToPlay, std::nullopt);
+
+    trigger.active = false;
+    store.updateTrigger(trigger);
+    EXPECT_THAT(store.loadTriggers(), IsEmpty()) << "switched off";
+    ASSERT_EQ(store.loadAllTriggers().size(), 1u);
+    EXPECT_FALSE(store.loadAllTriggers()[0].active);
+    store.deleteTrigger(trigger);
+    EXPECT_THAT(store.loadAllTriggers(), IsEmpty());
+}
+
+TEST_F(ZNTDatabaseOperations, OfMacrosWithOneNameTheLaterRowIsFound)
+{
+    EXPECT_EQ(store.getMacroFromDatabaseByName(u"go"), std::nullopt);
+    storedMacro(u"go", u"north", 1);
+    auto later = storedMacro(u"go", u"south", 2);
+    storedMacro(u"Go", u"case matters", 1);
+    EXPECT_EQ(store.getMacroFromDatabaseByName(u"go")->dataToExecute, u"south");
+    EXPECT_EQ(store.getMacroFromDatabaseByName(u"go")->groupOid, 2);
+
+    later.name = u"flee";
+    later.groupOid = 1;
+    store.updateMacro(later);
+    EXPECT_EQ(store.getMacroFromDatabaseByName(u"go")->dataToExecute, u"north");
+    EXPECT_EQ(store.getMacroFromDatabaseByName(u"flee")->groupOid, 2) << "a macro never changes its group";
+    EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"go", u"flee", u"Go"));
+    store.deleteMacro(later);
+    EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"go", u"Go"));
+}
+
+TEST_F(ZNTDatabaseOperations, DeletingAGroupTakesItsMacrosAndNoOthers)
+{
+    ZNTMacroGroup fight{.oid = 0, .groupName = u"fight", .macrosList = {}};
+    ZNTMacroGroup walk{.oid = 0, .groupName = u"walk", .macrosList = {}};
+    store.insertMacroGroup(fight);
+    store.insertMacroGroup(walk);
+    EXPECT_NE(fight.oid, walk.oid);
+    storedMacro(u"kick", u"kick", fight.oid);
+    storedMacro(u"home", u"recall", walk.oid);
+    store.deleteMacroByOid(99);
+    EXPECT_EQ(store.getAllMacroNames().size(), 2u);
+    store.deleteMacroByOid(fight.oid);
+    ASSERT_EQ(store.getAllMacroGroupsFromDatabase().size(), 1u);
+    EXPECT_EQ(store.getAllMacroGroupsFromDatabase()[0].groupName, u"walk");
+    EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"home"));
+    EXPECT_EQ(store.getAllMacrosFromDatabaseByMacroGroupId(walk.oid).size(), 1u);
+}
+
+TEST_F(ZNTDatabaseOperations, GroupKeysAreReadAs32Bits)
+{
+    store.runSQL("insert into ZNTMacroGroup (oid, groupName) values (4294967298, 'far')");
+    EXPECT_EQ(store.getAllMacroGroupsFromDatabase().at(0).oid, 2);
+}
+
+TEST_F(ZNTDatabaseOperations, TheAddressBookIsReadByNameAndHidesRatherThanDeletes)
+{
+    store.runSQL("delete from ZNTMudList");
+    const auto second = storedMud(u"b");
+    storedMud(u"c");
+    const auto first = storedMud(u"a");
+    EXPECT_EQ(
+        files.value("select url, telnetURL, port, defaultConnection, active, userCreated, displayToUser "
+                    "from ZNTMudList where name = 'a'"),
+        "http://a|a.example|1|0|1|1|1");
+    store.hideZNTMudListValueFromUser(u"any text", second.oid);
+    store.hideZNTMudListValueFromUser(u"ZNTMudList", first.oid);
+    EXPECT_THAT(shownNames(), ElementsAre(u"c"));
+    store.restoreSystemDefaultMudList();
+    EXPECT_THAT(shownNames(), ElementsAre(u"a", u"b", u"c"));
+    store.removeZNTMudListObjectFromTable(u"ZNTMudList", first.oid);
+    EXPECT_EQ(shownNames().size(), 3u) << "deletes nothing, as it always has";
+}
+
+TEST_F(ZNTDatabaseOperations, ASavedEntryIsThePlayersOwnAndVisible)
+{
+    auto shipped = store.getAllMudsFromMudList().at(0);
+    ASSERT_FALSE(shipped.userCreated);
+    shipped.userCreated = shipped.displayToUser = shipped.active = false;
+    shipped.defaultConnection = true;
+    shipped.port = 70000;
+    store.updateMudListObject(shipped);
+    EXPECT_EQ(
+        files.value("select port, defaultConnection, active, userCreated, displayToUser from ZNTMudList "
+                    "where oid = " +
+                    std::to_string(shipped.oid)),
+        "70000|1|0|1|1");
+}
+
+TEST_F(ZNTDatabaseOperations, AFailedStatementIsSilentAndTheNextOneWorks)
+{
+    const auto before = storedMacro(u"before", u"x");
+    store.runSQL("alter table ZNTMacro rename to away");
+    EXPECT_EQ(storedMacro(u"lost", u"x").oid, before.oid) << "the key of the insert before";
+    EXPECT_THAT(store.getAllMacroNames(), IsEmpty());
+    store.runSQL("no statement at all");
+    store.runSQL("");
+    store.runSQL("alter table away rename to ZNTMacro");
+    EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"before"));
+    EXPECT_GT(storedMacro(u"after", u"x").oid, before.oid);
+}
+
+TEST_F(ZNTDatabaseOperations, AnotherRunReadsWhatThisOneStored)
+{
+    storedMacro(u"greet", u"say hello %1\nwave");
+    ZNTDatabaseHelper another(machine.platform.places, machine.log);
+    EXPECT_EQ(another.getMacroFromDatabaseByName(u"greet")->dataToExecute, u"say hello %1\nwave");
+}
+
+} // namespace

@@ -1,0 +1,224 @@
+#include "ZNTDatabaseHelper.h"
+#include "ZNTDatabaseLocation.h"
+#include "ZNTStoredFiles.h"
+#include "ZNTTestPlatform.h"
+#include "ZNTUpdater.h"
+
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class ZNTDatabaseStart : public testing::Test
+{
+protected:
+    /// Starts the store as a program does, and ends it.
+    void start()
+    {
+        ZNTDatabaseHelper helper(places, machine.log);
+        shownMuds = helper.getAllMudsFromMudList().size();
+    }
+    void putTemplateInPlace()
+    {
+        std::filesystem::create_directories(machine.home.path(files.folder));
+        std::filesystem::copy_file(places.resource("zantorDB.db"), machine.home.path(files.database));
+    }
+    std::string savedCounterLine() const
+    {
+        return "Root ZNTDatabaseAndPropertyUpdater: " + machine.home.path() + "/" + files.properties;
+    }
+    unsigned modeOf(const char* below) const
+    {
+        struct stat found {
+        };
+        return ::stat(machine.home.path(below).c_str(), &found) == 0 ? found.st_mode & 0777U : 0;
+    }
+    bool hasTriggerColumns() const
+    {
+        return files.value("select count(*) from pragma_table_info('ZNTTrigger') where name in ('gag', "
+                           "'sound_file_to_play')") == "2";
+    }
+
+    ZNTTestPlatform machine;
+    ZNTFilePlaces places = machine.platform.places;
+    ZNTStoredFiles files{machine.home};
+    std::size_t shownMuds = 0;
+};
+
+TEST_F(ZNTDatabaseStart, TheFirstRunBringsTheTemplateUpToDateAndTheSecondChangesNothing)
+{
+    start();
+    EXPECT_TRUE(hasTriggerColumns());
+    EXPECT_EQ(files.value("select count(*) from ZNTAlias"), "0");
+    EXPECT_THAT(
+        files.rows("select name, port, typeof(port), userCreated, displayToUser, defaultConnection from "
+                   "ZNTMudList order by oid desc limit 3"),
+        ElementsAre("Anathema Online (Italian)|4000|integer|0|1|0",
+                    "萬  王  之  王 (King of Kings - Chinese BIG5 encoding)|4000|integer|0|1|0",
+                    "QuestMud|3000|integer|0|1|0"));
+    EXPECT_EQ(
+        files.value("select count(*) from ZNTMudList where defaultConnection or not active or userCreated "
+                    "or telnetURL = '' or url = '' or port < 1"),
+        "0");
+    EXPECT_GE(shownMuds, 15u);
+    EXPECT_EQ(files.readProperties(), files.counter(3));
+    EXPECT_THAT(machine.log.lines, ElementsAre(savedCounterLine()));
+    for (const char* path : {files.folder, files.database, files.properties, "Library"})
+        EXPECT_EQ(modeOf(path) & 077U, 0u) << path;
+
+    const auto database = machine.home.read(files.database);
+    start();
+    EXPECT_EQ(machine.home.read(files.database), database);
+    EXPECT_EQ(files.readProperties(), files.counter(3));
+    EXPECT_THAT(machine.log.lines, ElementsAre(savedCounterLine())) << "logged by the first run alone";
+    EXPECT_GE(shownMuds, 15u);
+}
+
+TEST_F(ZNTDatabaseStart, NothingIsTouchedBeforeTheFirstOperation)
+{
+    const ZNTDatabaseHelper helper(places, machine.log);
+    EXPECT_FALSE(machine.home.has("Library"));
+}
+
+TEST_F(ZNTDatabaseStart, AnEmptyFolderGetsAnEmptyDatabase)
+{
+    std::filesystem::create_directories(machine.home.path(files.folder));
+    start();
+    EXPECT_EQ(shownMuds, 0u);
+    EXPECT_THAT(files.rows("select name from sqlite_master where type = 'table' and name like 'ZNT%'"),
+                ElementsAre("ZNTAlias"));
+    EXPECT_EQ(files.readProperties(), files.counter(3));
+    EXPECT_THAT(machine.log.lines, ElementsAre(savedCounterLine()));
+}
+
+TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRun)
+{
+    struct Row {
+        std::string properties;
+        bool addsColumns, addsAliases;
+        std::string propertiesAfter;
+    };
+    const auto kept = [](const std::string& properties, bool addsAliases = false) {
+        return Row{properties, false, addsAliases, properties};
+    };
+    const std::vector<Row> table{
+        {files.counter(1), true, true, files.counter(3)},
+        kept(files.counter(2), true), // and the file keeps its 2
+        kept(files.counter(0)),
+        kept(files.counter(3)),
+        kept(files.counter(4)),
+        kept(files.counter(-1)),
+        kept("neither XML nor a property list"),
+        kept(""),
+        kept(files.counter(1).substr(0, 180)),
+        kept("<plist version=\"1.0\"><integer>1</integer></plist>"),
+        kept("<plist version=\"1.0\"><dict><key>other</key><integer>1</integer></dict></plist>"),
+        kept(files.propertiesWith("<array><integer>1</integer></array>")),
+        kept(files.propertiesWith("<true/>")),
+    };
+    for (const auto& row : table) {
+        SCOPED_TRACE(row.properties);
+        machine.log.lines.clear();
+        std::filesystem::remove_all(machine.home.path("Library"));
+        putTemplateInPlace();
+        files.writeProperties(row.properties);
+        for (int run = 0; run < 2; ++run) {
+            start();
+            EXPECT_EQ(hasTriggerColumns(), row.addsColumns);
+            EXPECT_EQ(files.hasTable("ZNTAlias"), row.addsAliases);
+            EXPECT_EQ(files.value("select count(*) from ZNTMudList where name = 'QuestMud'"),
+                      row.addsColumns ? "1" : "0");
+            EXPECT_EQ(files.readProperties(), row.propertiesAfter);
+        }
+        EXPECT_EQ(machine.log.lines.size(), row.addsColumns ? 1u : 0u);
+    }
+}
+
+TEST_F(ZNTDatabaseStart, AStepThatFailsStillAdvancesTheCounterAndHarmsNothing)
+{
+    start();
+    EXPECT_THAT(files.rows("insert into ZNTTrigger (name, sound_file_to_play) values ('kept', 'a.wav')"),
+                IsEmpty());
+    files.writeProperties(files.counter(1));
+    start();
+    EXPECT_EQ(files.readProperties(), files.counter(3));
+    EXPECT_EQ(files.value("select name, sound_file_to_play from ZNTTrigger"), "kept|a.wav");
+}
+
+TEST_F(ZNTDatabaseStart, MissingResourcesAreReportedAndThePlayerCanStillPlay)
+{
+    places.resources = machine.home.path("nowhere");
+    start();
+    ASSERT_EQ(machine.log.lines.size(), 1u);
+    EXPECT_THAT(machine.log.lines[0], StartsWith("File copy issue "));
+    EXPECT_EQ(shownMuds, 0u);
+    EXPECT_FALSE(machine.home.has(files.properties));
+    EXPECT_FALSE(files.hasTable("ZNTAlias")) << "without a counter no step runs";
+    EXPECT_EQ(modeOf(files.database) & 077U, 0u);
+
+    ZNTUpdater updater(places, machine.log);
+    updater.createSoundFolder();
+    ASSERT_EQ(machine.log.lines.size(), 2u);
+    EXPECT_THAT(machine.log.lines[1], StartsWith("File copy issue "));
+    EXPECT_TRUE(std::filesystem::is_empty(machine.home.path("Music/Zantor/sounds")));
+}
+
+TEST_F(ZNTDatabaseStart, ADatabaseThatCannotBeOpenedIsReportedAndEveryOperationDoesNothing)
+{
+    std::filesystem::create_directories(machine.home.path(files.database) + "/in the way");
+    ZNTDatabaseHelper helper(places, machine.log);
+    ZNTMacro macro{.oid = 7, .groupOid = 1, .name = u"a", .dataToExecute = u"b"};
+    helper.insertMacroSetWithMacroGroup(macro);
+    EXPECT_EQ(macro.oid, 0);
+    EXPECT_THAT(helper.getAllMacroNames(), IsEmpty());
+    EXPECT_THAT(machine.log.lines, ElementsAre("Could not open db.")) << "once, not for each operation";
+    EXPECT_EQ(files.readProperties(), files.counter(1)) << "no step ran";
+}
+
+TEST_F(ZNTDatabaseStart, ADamagedDatabaseIsLeftAsItIs)
+{
+    const std::string damaged(5000, 'x');
+    machine.home.write(files.database, damaged);
+    for (const int counter : {1, 3}) {
+        files.writeProperties(files.counter(counter));
+        start();
+        EXPECT_EQ(shownMuds, 0u);
+        EXPECT_EQ(machine.home.read(files.database), damaged);
+    }
+}
+
+TEST_F(ZNTDatabaseStart, TheSampleSoundIsCopiedOnceAndNeverOverThePlayersOwn)
+{
+    constexpr const char* sample = "Music/Zantor/sounds/dying_groan.wav";
+    ZNTUpdater updater(places, machine.log);
+    EXPECT_EQ(updater.getSoundPath(), machine.home.path("Music/Zantor/sounds/"));
+    updater.createSoundFolder();
+    EXPECT_THAT(machine.home.read(sample), StartsWith("RIFF"));
+    machine.home.write(sample, "the player's own");
+    updater.createSoundFolder();
+    EXPECT_EQ(machine.home.read(sample), "the player's own");
+    EXPECT_THAT(machine.log.lines, IsEmpty());
+}
+
+TEST_F(ZNTDatabaseStart, ASandboxedDatabaseMovesInAndItsContainerGoes)
+{
+    const std::string container = "Library/Containers/com.quellith.Zantor";
+    ZNTDatabaseLocation location(places, machine.log);
+    machine.home.write(files.database, "present");
+    location.checkIfContainersExist();
+    EXPECT_EQ(machine.home.read(files.database), "present") << "there is no container";
+
+    machine.home.write(container + "/Data/Library/Zantor/database/.zantorDB.db", "sandboxed");
+    location.checkIfContainersExist();
+    EXPECT_EQ(machine.home.read(files.database), "sandboxed");
+    EXPECT_FALSE(machine.home.has(container));
+    EXPECT_TRUE(machine.home.has("Library/Containers"));
+    EXPECT_THAT(machine.log.lines, IsEmpty());
+}
+
+} // namespace
