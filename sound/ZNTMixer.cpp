@@ -193,6 +193,7 @@ void ZNTMixer::State::run()
     }
     hold.unlock();
     closeIfOpen();
+    SDL_Quit(); // lets go of what the library keeps for this thread, and of its settings
 }
 
 void ZNTMixer::State::carryOut(const Request& request)

@@ -2,7 +2,6 @@
 
 #include <SDL_mixer.h>
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <malloc.h>
@@ -121,9 +120,9 @@ ZNTSoundDecoder::Samples ZNTSoundDecoder::samplesFrom(const Samples& samples, do
     if (!(seconds > 0))
         return samples;
     const auto frame = bytesPerFrame();
-    const auto frames = static_cast<double>(samples->alen / frame);
+    const auto frames = samples->alen / frame;
     const auto skipped =
-        static_cast<std::size_t>(std::min(std::floor(seconds * framesPerSecond()), frames)) * frame;
+        static_cast<std::size_t>(std::min(seconds * framesPerSecond(), static_cast<double>(frames))) * frame;
     if (skipped >= samples->alen)
         return {};
     auto* rest = Mix_QuickLoad_RAW(samples->abuf + skipped, static_cast<Uint32>(samples->alen - skipped));

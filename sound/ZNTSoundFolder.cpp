@@ -70,7 +70,8 @@ ZNTSoundFolder::entries(const std::string& directory,
     }
     while (const auto* entry = readdir(listing.get())) {
         const std::string name = entry->d_name;
-        if (name != "." && name != ".." && isWanted(name) && realPathInside(directory + "/" + name))
+        if (name != "." && name != ".." && isWanted(name) &&
+            realPathInside(std::string(directory).append("/").append(name)))
             names.push_back(name);
     }
     return names;
@@ -78,7 +79,8 @@ ZNTSoundFolder::entries(const std::string& directory,
 
 std::optional<std::string> ZNTSoundFolder::realPathInside(const std::string& path) const
 {
-    const auto realRoot = realPath(root), real = realPath(path);
+    const auto realRoot = realPath(root);
+    auto real = realPath(path);
     if (!realRoot || !real || !isInside(*real, *realRoot))
         return {};
     return real;

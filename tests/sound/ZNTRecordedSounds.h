@@ -2,19 +2,20 @@
 
 #include "ZNTSoundFactory.h"
 
-#include <deque>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// A sound that plays until the test says otherwise.
-struct ZNTRecordedSound final : ZNTSoundObject {
+struct ZNTRecordedSound final : ZNTSoundObject, std::enable_shared_from_this<ZNTRecordedSound> {
     std::string source; ///< the file's path, or the URL
     float volume = 1;
     bool loops = false;
     int timesPlayed = 0, timesSoughtToStart = 0;
     bool playsNow = false;
     std::weak_ptr<ZNTSoundDelegate> delegate;
-    std::deque<ZNTRecordedSound*>* stopped = nullptr;
+    std::vector<std::shared_ptr<ZNTRecordedSound>>* stopped = nullptr;
 
     [[nodiscard]] bool isPlaying() const override { return playsNow; }
     bool play() override
@@ -29,7 +30,7 @@ struct ZNTRecordedSound final : ZNTSoundObject {
         if (!playsNow)
             return false;
         playsNow = false;
-        stopped->push_back(this);
+        stopped->push_back(shared_from_this());
         return true;
     }
     void setVolume(float newVolume) override { volume = newVolume; }
@@ -56,7 +57,7 @@ struct ZNTRecordedSound final : ZNTSoundObject {
 /// Makes a sound of everything and remembers it.
 struct ZNTRecordedSounds final : ZNTSoundFactory {
     std::vector<std::shared_ptr<ZNTRecordedSound>> made;
-    std::deque<ZNTRecordedSound*> stopped;
+    std::vector<std::shared_ptr<ZNTRecordedSound>> stopped;
 
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile file) override
     {
@@ -75,7 +76,7 @@ struct ZNTRecordedSounds final : ZNTSoundFactory {
     /// The notices of stops arrive, as on the next turn of a run loop.
     void deliverNotices()
     {
-        for (auto due = std::move(stopped); auto* sound : due)
+        for (auto due = std::exchange(stopped, {}); const auto& sound : due)
             sound->notice(/*finished=*/false);
     }
     /// All that plays comes to its end, until nothing plays again of itself; at most `rounds` times.
