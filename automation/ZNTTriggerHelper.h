@@ -1,0 +1,19 @@
+#pragma once
+
+#include "ZNTDatabaseHelper.h"
+
+/// The store's operations on triggers under the names that automation knows them by.
+class ZNTTriggerHelper
+{
+public:
+    /// `database` outlives this.
+    explicit ZNTTriggerHelper(ZNTDatabaseHelper& database) : database(database) {}
+
+    /// The active ones, in the order of their rows.
+    [[nodiscard]] std::vector<ZNTTrigger> loadTriggers() const { return database.loadTriggers(); }
+    void insertTrigger(ZNTTrigger& trigger) const { database.insertTrigger(trigger); }
+    void updateTrigger(const ZNTTrigger& trigger) const { database.updateTrigger(trigger); }
+
+private:
+    ZNTDatabaseHelper& database;
+};

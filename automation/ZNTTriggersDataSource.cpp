@@ -1,0 +1,194 @@
+#include "ZNTTriggersDataSource.h"
+
+#include "ZNTDatabaseHelper.h"
+
+#include <type_traits>
+#include <utility>
+
+namespace
+{
+
+constexpr std::u16string_view paneSeparator = u"~\n";
+
+/// Calls `use` with the field of `trigger` that `column` names; no call for any other name.
+template <typename Trigger, typename Use>
+void withField(Trigger& trigger, std::string_view column, Use use)
+{
+    if (column == "name")
+        use(trigger.name);
+    else if (column == "check")
+        use(trigger.check);
+    else if (column == "action")
+        use(trigger.action);
+    else if (column == "soundFileToPlay")
+        use(trigger.soundFileToPlay);
+    else if (column == "gag")
+        use(trigger.gag);
+    else if (column == "active")
+        use(trigger.active);
+}
+
+struct ReadField {
+    ZNTTriggersDataSource::Value& value;
+    void operator()(const std::u16string& text) { value = text; }
+    void operator()(const std::optional<std::u16string>& text) { value = text.value_or(u""); }
+    void operator()(bool flag) { value = flag; }
+};
+
+struct WriteField {
+    const ZNTTriggersDataSource::Value& value;
+    bool hasWritten = false;
+
+    template <typename Field>
+    void operator()(Field& field)
+    {
+        using Held = std::conditional_t<std::is_same_v<Field, bool>, bool, std::u16string>;
+        if (const auto* held = std::get_if<Held>(&value)) {
+            field = *held;
+            hasWritten = true;
+        }
+    }
+};
+
+} // namespace
+
+ZNTTriggersDataSource::ZNTTriggersDataSource(ZNTDatabaseHelper& database, ZNTTableView& tableView,
+                                             ZNTTextArea& triggerTextView)
+    : database(database),
+      _dataObjects(database.loadTriggers()),
+      _tableView(tableView),
+      triggerTextView(triggerTextView)
+{
+}
+
+// The rows
+
+const ZNTTrigger* ZNTTriggersDataSource::getObjectAtIndex(long index) const
+{
+    return index >= 0 && index < countOfDataObjects() ? &_dataObjects[static_cast<std::size_t>(index)]
+                                                      : nullptr;
+}
+
+ZNTTrigger* ZNTTriggersDataSource::rowAt(long index)
+{
+    return index >= 0 && index < countOfDataObjects() ? &_dataObjects[static_cast<std::size_t>(index)]
+                                                      : nullptr;
+}
+
+void ZNTTriggersDataSource::addObjectToList(ZNTTrigger trigger)
+{
+    _dataObjects.push_back(std::move(trigger));
+    _tableView.reloadData();
+}
+
+void ZNTTriggersDataSource::setNewList(std::vector<ZNTTrigger> triggers)
+{
+    _dataObjects = std::move(triggers);
+    _tableView.reloadData();
+}
+
+void ZNTTriggersDataSource::updateTriggerInList(ZNTTrigger trigger, long indexOfObject)
+{
+    auto* row = rowAt(indexOfObject);
+    if (row == nullptr)
+        return;
+    *row = std::move(trigger);
+    _tableView.reloadData();
+}
+
+// The table's questions
+
+ZNTTriggersDataSource::Value
+ZNTTriggersDataSource::tableViewObjectValueForTableColumn(std::string_view column, long row) const
+{
+    Value value;
+    if (const auto* trigger = getObjectAtIndex(row))
+        withField(*trigger, column, ReadField{value});
+    return value;
+}
+
+void ZNTTriggersDataSource::tableViewSetObjectValue(const Value& value, std::string_view column, long row)
+{
+    auto* trigger = rowAt(row);
+    if (trigger == nullptr)
+        return;
+    WriteField write{value};
+    withField(*trigger, column, [&](auto& field) { write(field); });
+    if (!write.hasWritten)
+        return;
+    database.updateTrigger(*trigger);
+    _tableView.reloadData();
+}
+
+bool ZNTTriggersDataSource::tableViewShouldSelectRow(long)
+{
+    insertTriggerText();
+    return true;
+}
+
+bool ZNTTriggersDataSource::tableViewShouldSelectTableColumn(std::string_view)
+{
+    insertTriggerText();
+    return true;
+}
+
+// The pane
+
+void ZNTTriggersDataSource::insertTriggerText()
+{
+    const auto* trigger = getObjectAtIndex(getCurrentSelectedTriggerIndex());
+    triggerTextView.setText(trigger ? trigger->check + std::u16string(paneSeparator) + trigger->action
+                                    : std::u16string());
+}
+
+void ZNTTriggersDataSource::fillDataObjectFromScreen(ZNTTrigger& trigger) const
+{
+    const auto text = triggerTextView.text();
+    const auto checkEnd = text.find(paneSeparator);
+    trigger.check = text.substr(0, checkEnd);
+    if (!trigger.check.empty() && trigger.check.back() == u'~')
+        trigger.check.pop_back();
+    trigger.action.clear();
+    if (checkEnd == std::u16string::npos)
+        return;
+    const auto actionStart = checkEnd + paneSeparator.size();
+    trigger.action = text.substr(actionStart, text.find(paneSeparator, actionStart) - actionStart);
+}
+
+// The buttons
+
+void ZNTTriggersDataSource::saveToDatabase()
+{
+    auto* trigger = rowAt(getCurrentSelectedTriggerIndex());
+    if (trigger == nullptr)
+        return;
+    fillDataObjectFromScreen(*trigger);
+    if (trigger->oid < 0)
+        database.insertTrigger(*trigger);
+    else
+        database.updateTrigger(*trigger);
+    _tableView.reloadData();
+}
+
+void ZNTTriggersDataSource::addEmptyRow()
+{
+    ZNTTrigger trigger;
+    trigger.name = u"Change Me";
+    trigger.check = u"A %1 kicks you hard!";
+    trigger.action = u"kick %1";
+    database.insertTrigger(trigger);
+    addObjectToList(std::move(trigger));
+    _tableView.scrollToEndOfTable();
+}
+
+void ZNTTriggersDataSource::removeItem()
+{
+    _tableView.abortEditing();
+    const auto index = getCurrentSelectedTriggerIndex();
+    const auto* trigger = getObjectAtIndex(index);
+    if (trigger == nullptr)
+        return;
+    database.deleteTrigger(*trigger);
+    _dataObjects.erase(_dataObjects.begin() + index);
+    _tableView.reloadData();
+}

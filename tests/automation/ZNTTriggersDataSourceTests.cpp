@@ -1,0 +1,138 @@
+#include "ZNTDatabaseHelper.h"
+#include "ZNTPlainElements.h"
+#include "ZNTTestPlatform.h"
+#include "ZNTTriggersDataSource.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+std::u16string text(const ZNTTriggersDataSource::Value& value) { return std::get<std::u16string>(value); }
+
+class TriggersDataSource : public testing::Test
+{
+protected:
+    std::vector<ZNTTrigger> stored() { return database.loadAllTriggers(); }
+
+    ZNTTestPlatform machine;
+    ZNTDatabaseHelper database{machine.platform.places, machine.log};
+    ZNTPlainTableView table;
+    ZNTPlainTextArea pane;
+    ZNTTriggersDataSource editor{database, table, pane};
+};
+
+TEST_F(TriggersDataSource, ANewRowIsStoredInactiveAndOnlyInThisEditorUntilSwitchedOn)
+{
+    const auto before = stored().size();
+    editor.addEmptyRow();
+    ASSERT_EQ(editor.countOfDataObjects(), 1);
+    EXPECT_EQ(table.timesReloaded, 1);
+    EXPECT_EQ(table.timesScrolledToEnd, 1);
+    EXPECT_EQ(text(editor.tableViewObjectValueForTableColumn("name", 0)), u"Change Me");
+    EXPECT_EQ(text(editor.tableViewObjectValueForTableColumn("check", 0)), u"A %1 kicks you hard!");
+    EXPECT_EQ(text(editor.tableViewObjectValueForTableColumn("action", 0)), u"kick %1");
+    EXPECT_EQ(text(editor.tableViewObjectValueForTableColumn("soundFileToPlay", 0)), u"");
+    EXPECT_FALSE(std::get<bool>(editor.tableViewObjectValueForTableColumn("gag", 0)));
+    EXPECT_EQ(stored().size(), before + 1);
+
+    ZNTTriggersDataSource second(database, table, pane);
+    EXPECT_EQ(second.countOfDataObjects(), 0) << "inactive, so not loaded";
+    editor.tableViewSetObjectValue(true, "active", 0);
+    ZNTTriggersDataSource third(database, table, pane);
+    ASSERT_EQ(third.countOfDataObjects(), 1);
+    EXPECT_EQ(third.getObjectAtIndex(0)->oid, editor.getObjectAtIndex(0)->oid);
+}
+
+TEST_F(TriggersDataSource, ACellIsStoredAtOnceAndNonsenseChangesNothing)
+{
+    editor.addEmptyRow();
+    editor.addEmptyRow();
+    editor.tableViewSetObjectValue(u"Kick back", "name", 1);
+    editor.tableViewSetObjectValue(u"ouch.wav", "soundFileToPlay", 1);
+    editor.tableViewSetObjectValue(true, "gag", 1);
+    const auto changed = stored().back();
+    EXPECT_EQ(changed.name, u"Kick back");
+    EXPECT_EQ(changed.soundFileToPlay, u"ouch.wav");
+    EXPECT_TRUE(changed.gag);
+    EXPECT_EQ(table.timesReloaded, 5);
+
+    editor.tableViewSetObjectValue(true, "name", 1);
+    editor.tableViewSetObjectValue(u"x", "oid", 1);
+    editor.tableViewSetObjectValue(u"x", "name", 2);
+    editor.tableViewSetObjectValue(u"x", "name", -1);
+    EXPECT_EQ(stored().back().name, u"Kick back");
+    EXPECT_EQ(text(editor.tableViewObjectValueForTableColumn("name", 2)), u"");
+    EXPECT_EQ(table.timesReloaded, 5);
+}
+
+TEST_F(TriggersDataSource, ThePaneShowsTheSelectedTriggerAndIsReadBackOnSave)
+{
+    editor.addEmptyRow();
+    pane.content = u"typed before";
+    editor.saveToDatabase();
+    EXPECT_EQ(stored().back().check, u"A %1 kicks you hard!") << "without a selection nothing is saved";
+    editor.tableViewSelectionDidChange();
+    EXPECT_EQ(pane.content, u"");
+
+    table.selected = 0;
+    EXPECT_TRUE(editor.tableViewShouldSelectRow(0));
+    EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nkick %1");
+
+    struct Case {
+        std::u16string pane, check, action;
+    };
+    const Case cases[] = {{u"look~\nsay hi", u"look", u"say hi"},
+                          {u"look~", u"look", u""},
+                          {u"look", u"look", u""},
+                          {u"a~~\nb", u"a", u"b"},
+                          {u"a~\nb~\nc", u"a", u"b"},
+                          {u"a\nb~\nc\nd", u"a\nb", u"c\nd"},
+                          {u"~\nb~", u"", u"b~"},
+                          {u"", u"", u""}};
+    for (const auto& row : cases) {
+        pane.content = row.pane;
+        editor.saveToDatabase();
+        EXPECT_EQ(stored().back().check, row.check);
+        EXPECT_EQ(stored().back().action, row.action);
+    }
+}
+
+TEST_F(TriggersDataSource, ARecordThatWasNeverStoredIsInsertedOnSave)
+{
+    ZNTTrigger fresh;
+    fresh.oid = -1;
+    editor.addObjectToList(fresh);
+    table.selected = 0;
+    pane.content = u"look~\nsay hi";
+    const auto before = stored().size();
+    editor.saveToDatabase();
+    ASSERT_EQ(stored().size(), before + 1);
+    EXPECT_EQ(stored().back().check, u"look");
+    EXPECT_EQ(editor.getObjectAtIndex(0)->oid, stored().back().oid);
+    editor.saveToDatabase();
+    EXPECT_EQ(stored().size(), before + 1);
+}
+
+TEST_F(TriggersDataSource, RemovingTakesTheSelectedTriggerFromTheStoreAndClearingDoesNot)
+{
+    const auto before = stored().size();
+    for (int row = 0; row < 3; ++row)
+        editor.addEmptyRow();
+    const auto last = editor.getObjectAtIndex(2)->oid;
+    editor.removeItem();
+    EXPECT_EQ(editor.countOfDataObjects(), 3) << "nothing is selected";
+    table.selected = 1;
+    editor.removeItem();
+    EXPECT_EQ(table.timesEditingAborted, 2);
+    EXPECT_EQ(stored().size(), before + 2);
+    ASSERT_EQ(editor.countOfDataObjects(), 2);
+    EXPECT_EQ(editor.getObjectAtIndex(1)->oid, last);
+    editor.clearMacroList();
+    EXPECT_EQ(editor.countOfDataObjects(), 0);
+    EXPECT_EQ(stored().size(), before + 2);
+    editor.removeItem();
+    EXPECT_EQ(stored().size(), before + 2) << "the table still has a selection, the list no such row";
+}
+
+} // namespace
