@@ -1,0 +1,193 @@
+#include "VirtualRunLoop.h"
+#include "ZNTSpeedWalking.h"
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The session as walks see it. `onLine` may answer a line, as the command line does.
+struct RecordedLines final : ZNTLineSender {
+    std::vector<std::u16string> lines;
+    std::function<void(std::u16string_view)> onLine;
+
+    void sendMessageToServer(std::u16string_view line, bool ignoreSpecials) override
+    {
+        EXPECT_FALSE(ignoreSpecials) << "a step passes through the command line like a typed line";
+        lines.emplace_back(line);
+        if (onLine)
+            onLine(line);
+    }
+};
+
+class ZNTSpeedWalk : public testing::Test
+{
+protected:
+    std::vector<std::u16string> linesAfter(double seconds)
+    {
+        loop.advance(seconds);
+        return std::exchange(sent.lines, {});
+    }
+
+    VirtualRunLoop loop;
+    RecordedLines sent;
+    ZNTSpeedWalking walker{loop, sent};
+};
+
+TEST_F(ZNTSpeedWalk, SendsTheStepsOfAPathOnePerSecondAndStops)
+{
+    const std::vector<std::pair<std::u16string, std::vector<std::u16string>>> table{
+        {u"!nsew", {u"n", u"s", u"e", u"w"}},
+        {u"!3n2e", {u"n", u"n", u"n", u"e", u"e"}},
+        {u"!10n", std::vector<std::u16string>(10, u"n")},
+        {u"!0n1s", {u"n", u"s"}},
+        {u"![say hi 2 u]n", {u"say hi 2 u", u"n"}},
+        {u"!2[]w", {u"", u"", u"w"}},
+        {u"!2[3n]", {u"3n", u"3n"}},
+        {u"!n s", {u"n", u" ", u"s"}},
+        {u"!]n", {u"]", u"n"}},
+        {u"!2\u00FC\U0001F409n", {u"\u00FC", u"\u00FC", u"\U0001F409", u"n"}},
+        {u"!\u0663n", {u"n"}}, // a digit of another script is a digit, but not one of a number
+        {u"!99999999999n", {}},
+        {u"!abc~def~ghi", {u"a", u"b", u"c"}},
+        {u"!~", {}},
+        {u"!", {}},
+        {u"", {}},
+        {u"!n12", {u"n"}}, // the path ends inside a step: that one is not sent
+        {u"!n[open door", {u"n"}},
+        {u"!n3", {u"n"}},
+        {u"!n3[", {u"n"}},
+    };
+    for (const auto& [line, steps] : table) {
+        SCOPED_TRACE(testing::PrintToString(line));
+        walker.speedwalk(line);
+        if (line == u"!99999999999n") { // as many as there can be
+            loop.advance(100);
+            EXPECT_EQ(sent.lines, std::vector<std::u16string>(100, u"n"));
+            walker.stop();
+            walker.speedwalk(u"!"); // its place is past the end of this path, which puts it back
+            loop.advance(1);
+            sent.lines.clear();
+            continue;
+        }
+        EXPECT_TRUE(walker.isWalking());
+        EXPECT_THAT(linesAfter(0.99), IsEmpty()) << "the first step goes out an interval after the start";
+        EXPECT_EQ(linesAfter(static_cast<double>(steps.size())), steps);
+        loop.advance(1);
+        EXPECT_THAT(sent.lines, IsEmpty());
+        EXPECT_FALSE(walker.isWalking());
+        EXPECT_EQ(loop.pendingTimers(), 0u);
+    }
+}
+
+TEST_F(ZNTSpeedWalk, TakesTheIntervalBeforeTheTilde)
+{
+    walker.speedwalk(u"!2~4s[open door]w");
+    EXPECT_THAT(linesAfter(7.5), ElementsAre(u"s", u"s", u"s"));
+    EXPECT_THAT(linesAfter(4.5), ElementsAre(u"s", u"open door", u"w"));
+    EXPECT_TRUE(walker.isWalking()) << "a walk ends an interval after its last step";
+    EXPECT_THAT(linesAfter(2), IsEmpty());
+    EXPECT_FALSE(walker.isWalking());
+
+    for (const auto* immediate : {u"!0~nsew", u"!x~nsew", u"!-3~nsew", u"!~nsew", u"!0.9~nsew"}) {
+        SCOPED_TRACE(testing::PrintToString(std::u16string(immediate)));
+        walker.speedwalk(immediate);
+        EXPECT_THAT(linesAfter(0), IsEmpty()) << "not from inside the call";
+        EXPECT_THAT(linesAfter(0.1), ElementsAre(u"n", u"s", u"e", u"w"));
+        EXPECT_FALSE(walker.isWalking());
+    }
+    walker.speedwalk(u"! 2.5 ~n");
+    EXPECT_THAT(linesAfter(1.9), IsEmpty());
+    EXPECT_THAT(linesAfter(0.1), ElementsAre(u"n"));
+}
+
+TEST_F(ZNTSpeedWalk, AStopKeepsThePlaceForTheNextWalk)
+{
+    walker.speedwalk(u"!abcdef");
+    EXPECT_THAT(linesAfter(3), ElementsAre(u"a", u"b", u"c"));
+    walker.stop();
+    EXPECT_FALSE(walker.isWalking());
+    EXPECT_THAT(linesAfter(10), IsEmpty());
+
+    walker.speedwalk(u"!12345xyz");
+    EXPECT_THAT(linesAfter(1), ElementsAre(u"x")) << "reading begins at the fourth character";
+    walker.stop();
+    walker.speedwalk(u"!short");
+    EXPECT_THAT(linesAfter(10), IsEmpty()) << "the place is past this path's end";
+    walker.speedwalk(u"!ns");
+    EXPECT_THAT(linesAfter(2), ElementsAre(u"n", u"s")) << "which put it back to the start";
+}
+
+TEST_F(ZNTSpeedWalk, AStopForgetsTheRepeatsThatAreOwed)
+{
+    walker.speedwalk(u"!9ne");
+    EXPECT_EQ(linesAfter(2).size(), 2u);
+    walker.stop();
+    walker.stop();
+    walker.speedwalk(u"!9nw");
+    EXPECT_THAT(linesAfter(3), ElementsAre(u"w"));
+}
+
+TEST_F(ZNTSpeedWalk, TwoWalksShareOneSetOfCounters)
+{
+    walker.speedwalk(u"!2~abcd");
+    loop.advance(0.5);
+    walker.speedwalk(u"!2~ABCDEF");
+    // Each tick, whosever it is, moves the one place on, through the path of the walk that ticks.
+    EXPECT_THAT(linesAfter(5), ElementsAre(u"a", u"B", u"c", u"D"));
+    EXPECT_THAT(linesAfter(0.75), IsEmpty()) << "the first walk met its end, which put the place back";
+    EXPECT_THAT(linesAfter(0.25), ElementsAre(u"A")) << "so the second begins anew";
+    EXPECT_THAT(linesAfter(12), ElementsAre(u"B", u"C", u"D", u"E", u"F"));
+    EXPECT_FALSE(walker.isWalking());
+}
+
+TEST_F(ZNTSpeedWalk, AStopEndsTheWalkThatWasStartedLastAndNoOther)
+{
+    walker.speedwalk(u"!abcd");
+    walker.speedwalk(u"!2~xyz");
+    walker.stop();
+    EXPECT_TRUE(walker.isWalking());
+    EXPECT_THAT(linesAfter(2), ElementsAre(u"a", u"b"));
+    walker.stop();
+    EXPECT_THAT(linesAfter(2), ElementsAre(u"c", u"d"));
+}
+
+TEST_F(ZNTSpeedWalk, AStepMayStopTheWalkOrStartAnother)
+{
+    sent.onLine = [this](std::u16string_view line) {
+        if (line == u"!stop")
+            walker.stop();
+        else if (line == u"!x")
+            walker.speedwalk(line);
+    };
+    walker.speedwalk(u"!a[!stop]b");
+    EXPECT_THAT(linesAfter(5), ElementsAre(u"a", u"!stop"));
+    EXPECT_FALSE(walker.isWalking());
+    walker.speedwalk(u"!ab"); // the place is past this path's end
+    EXPECT_THAT(linesAfter(1), IsEmpty());
+    walker.speedwalk(u"!0~[!x]");
+    EXPECT_THAT(linesAfter(5), ElementsAre(u"!x", u"x"));
+    EXPECT_EQ(loop.pendingTimers(), 0u);
+}
+
+TEST_F(ZNTSpeedWalk, TellsWhenWalkingBeginsAndEnds)
+{
+    std::vector<bool> heard;
+    walker.walkingChanged = [&] { heard.push_back(walker.isWalking()); };
+    walker.speedwalk(u"!n");
+    loop.advance(5);
+    walker.speedwalk(u"!n");
+    walker.stop();
+    EXPECT_THAT(heard, ElementsAre(true, false, true, false));
+}
+
+TEST(ZNTSpeedWalkDigits, AreThoseOfEveryScript)
+{
+    for (const auto* numeric : {u"", u"0", u"0123456789", u"\u0663\u0967", u"\U0001D7D8"})
+        EXPECT_TRUE(ZNTSpeedWalking::isNumeric(numeric)) << testing::PrintToString(std::u16string(numeric));
+    for (const auto* other : {u"n", u"1n", u" 1", u"-1", u"\u00B2", u"\u2160"})
+        EXPECT_FALSE(ZNTSpeedWalking::isNumeric(other)) << testing::PrintToString(std::u16string(other));
+}
+
+} // namespace
