@@ -11,7 +11,8 @@ public:
     /// Has the reader say `text` in its own voice and queue. False where there is no way just now, so that
     /// the caller speaks the text itself; never both.
     virtual bool sayThis(std::u16string_view text) = 0;
-    /// Forgets what the reader was not handed yet. What it is saying, it stops itself at the player's next key.
+    /// Forgets what the reader was not handed yet. What it is saying, it stops itself at the player's next
+    /// key.
     virtual void forgetWhatWaits() {}
 };
 

@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 namespace
 {
@@ -114,8 +115,8 @@ TEST_F(Processor, NothingOutsideTheSoundFolderIsOpened)
                                     u"weather/" + longName + u".wav",
                                     longName + u"/" + longName,
                                     upwards + u"etc/passwd",
-                                    std::u16string(u"weather/rain.wav\0/../x", 23),
-                                    std::u16string(u"weather\0/rain.wav", 17)};
+                                    u"weather/rain.wav\0/../x"s,
+                                    u"weather\0/rain.wav"s};
     for (const auto& name : names) {
         SCOPED_TRACE(znt::utf8FromText(name));
         EXPECT_EQ(madeBy(u"!!SOUND(" + name + u" V=100)"), "(none)");
@@ -369,7 +370,7 @@ TEST_F(Processor, NoTagWhateverItSaysBreaksIt)
                         u"/",      u"b.wav",  u"*",          u"?",   u"Off)",   u"..",    u"'",
                         u"\"",     u"V=",     u"L=",         u"P=",  u"C=",     u"T=",    u"U=",
                         u"9",      u"-1",     u"2147483648", u"nan", u"inf",    u"1e99",  u"http://",
-                        u"\xD83D", u"\xDE00", u"\0",         u"\n",  u"\u0301", u"\uFFFD"});
+                        u"\xD83D", u"\xDE00", u"\0"s,        u"\n",  u"\u0301", u"\uFFFD"});
     for (int round = 0; round < 5'000; ++round) {
         (void)processor.processSound(u"!!SOUND(a/b.wav " + tags.next(12));
         (void)processor.processSound(tags.next(25));

@@ -13,7 +13,6 @@
 #include <random>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace
 {

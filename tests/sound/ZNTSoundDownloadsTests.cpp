@@ -171,10 +171,9 @@ TEST_F(SoundDownloads, ASilentServerIsGivenUpInTime)
 TEST_F(SoundDownloads, FourRunAtOnceAndTheRestWaitForThem)
 {
     ZNTSoundDownloads downloads(loop, cache);
-    std::vector<std::shared_ptr<Outcome>> outcomes;
-    for (int number = 0; number < 8; ++number)
-        outcomes.push_back(
-            start(downloads, server.url("/slow" + std::to_string(number)), ZNTSoundHosts::Any));
+    std::vector<std::shared_ptr<Outcome>> outcomes(8);
+    for (std::size_t number = 0; number < outcomes.size(); ++number)
+        outcomes[number] = start(downloads, server.url("/slow" + std::to_string(number)), ZNTSoundHosts::Any);
     ASSERT_TRUE(loop.runUntil([&] { return server.requests() == 4; }));
     downloads.cancel(1);
     ASSERT_TRUE(loop.runUntil([&] { return server.requests() == 5; }));
@@ -192,9 +191,9 @@ TEST_F(SoundDownloads, FourRunAtOnceAndTheRestWaitForThem)
 TEST_F(SoundDownloads, AFloodOfRequestsFailsInsteadOfPilingUp)
 {
     ZNTSoundDownloads downloads(loop, cache, {.mostWaiting = 5});
-    std::vector<std::shared_ptr<Outcome>> outcomes;
-    for (int number = 0; number < 500; ++number)
-        outcomes.push_back(start(downloads, server.url("/slow0"), ZNTSoundHosts::Any));
+    std::vector<std::shared_ptr<Outcome>> outcomes(500);
+    for (auto& outcome : outcomes)
+        outcome = start(downloads, server.url("/slow0"), ZNTSoundHosts::Any);
     const auto stillWaiting = [&] {
         return std::count_if(outcomes.begin(), outcomes.end(),
                              [](const auto& outcome) { return !outcome->hasCome; });
