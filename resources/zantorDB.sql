@@ -12,7 +12,9 @@ create table ZNTMacro (
     dataToExecute text,
     zntMacroGroupFK integer
 );
--- No index on the names: it would list them in its own order instead of that in which they were made.
+-- Partial, so that it finds a macro by its name but cannot serve the list of all names, which would then come in
+-- the index's order instead of that in which they were made.
+create index ZNTMacroByName on ZNTMacro (name) where name is not null;
 create index ZNTMacroByGroup on ZNTMacro (zntMacroGroupFK);
 
 create table ZNTTrigger (
