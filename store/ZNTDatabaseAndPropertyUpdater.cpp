@@ -41,7 +41,7 @@ std::int32_t counterFrom(const std::string& propertyList)
     const Plist root(read);
     if (!root || plist_get_node_type(root.get()) != PLIST_DICT)
         return 0;
-    const plist_t node = plist_dict_get_item(root.get(), counterKey);
+    auto* node = plist_dict_get_item(root.get(), counterKey);
     if (!node || plist_get_node_type(node) != PLIST_UINT)
         return 0;
     std::uint64_t number = 0;

@@ -17,7 +17,6 @@ namespace
 {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// Runs `task` in a child process, which shares the files and whose limits end with it. What it answers.
 int inChild(const std::function<int()>& task)
