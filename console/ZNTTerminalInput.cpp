@@ -15,6 +15,13 @@ namespace
 
 constexpr int commandsRemembered = 500;
 
+/// What terminals send for the arrows and their neighbours while they are not in application mode; the
+/// library knows only what the terminal's description lists.
+constexpr const char* keyBindings[] = {
+    "bind ^[[A ed-prev-history", "bind ^[[B ed-next-history", "bind ^[[C ed-next-char",
+    "bind ^[[D ed-prev-char",    "bind ^[[H ed-move-to-beg",  "bind ^[[F ed-move-to-end",
+    "bind ^[[1~ ed-move-to-beg", "bind ^[[4~ ed-move-to-end", "bind ^[[3~ ed-delete-next-char"};
+
 void writeToTerminal(const std::string& sequence)
 {
     std::fwrite(sequence.data(), 1, sequence.size(), stdout);
@@ -73,11 +80,21 @@ void ZNTTerminalInput::start(Handlers given)
     stifle_history(commandsRemembered);
     rl_callback_handler_install("", &ZNTTerminalInput::onLine);
     isInstalled = true;
+    for (const auto* binding : keyBindings)
+        rl_parse_and_bind(binding);
     watch = runLoop.watchDescriptor(STDIN_FILENO, RunLoopInterest::Readable,
                                     [this](RunLoopInterest) { readCharacters(); });
 }
 
-void ZNTTerminalInput::readCharacters() { rl_callback_read_char(); }
+void ZNTTerminalInput::readCharacters()
+{
+    rl_callback_read_char();
+    if (!std::exchange(hasDelivered, false) || !isInstalled)
+        return;
+    // With the line the library let go of the terminal, and takes it back only for a handler installed anew.
+    writeToTerminal("\r");
+    rl_callback_handler_install(prompt.c_str(), &ZNTTerminalInput::onLine);
+}
 
 void ZNTTerminalInput::onLine(char* line)
 {
@@ -100,7 +117,7 @@ void ZNTTerminalInput::deliver(char* line)
     isDelivering = true;
     handlers.line(typedLine);
     isDelivering = false;
-    redraw();
+    hasDelivered = true;
 }
 
 int ZNTTerminalInput::rowsBelowFirst(std::string_view typed) const

@@ -30,6 +30,7 @@ private:
     std::string prompt;
     std::string typedLine; ///< the line being delivered
     bool isDelivering = false;
+    bool hasDelivered = false;
     bool isInstalled = false;
     std::unique_ptr<RunLoopWatch> watch;
 };
