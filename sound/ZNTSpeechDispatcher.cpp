@@ -101,6 +101,8 @@ private:
     /// Messages that ended before the call that queued them returned.
     std::set<std::size_t> endedEarly;
     bool isHandingOver = false;
+    /// The service was given a text since it was last told to be silent.
+    bool hasSomethingToCancel = false;
     bool mustCancel = false;
     bool mustQuit = false;
     bool hasQuit = false;
@@ -136,8 +138,11 @@ void ZNTSpeechDispatcher::Worker::stop()
     waiting.clear();
     unfinished.clear();
     isHandingOver = false;
-    mustCancel = true;
     ++stops;
+    // While speech is off every chunk of the game stops it again: one word to the service is enough.
+    if (!hasSomethingToCancel)
+        return;
+    mustCancel = true;
     wakeUp();
 }
 
@@ -205,7 +210,10 @@ void ZNTSpeechDispatcher::Worker::wait(Lock& lock, std::chrono::milliseconds tim
 
 void ZNTSpeechDispatcher::Worker::cancelIfDue(Lock& lock)
 {
-    if (!std::exchange(mustCancel, false) || !connection)
+    if (!std::exchange(mustCancel, false))
+        return;
+    hasSomethingToCancel = false;
+    if (!connection)
         return;
     lock.unlock();
     connection->cancel();
@@ -261,7 +269,7 @@ void ZNTSpeechDispatcher::Worker::sayFirst(Lock& lock)
     auto text = std::move(waiting.front());
     waiting.pop_front();
     const auto stopsBefore = stops;
-    isHandingOver = true;
+    isHandingOver = hasSomethingToCancel = true;
     lock.unlock();
     const auto message = connection->say(text.utf8);
     lock.lock();

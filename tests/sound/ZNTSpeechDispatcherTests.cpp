@@ -109,9 +109,13 @@ TEST_F(SpeechService, AStopSilencesWithinFiftyMillisecondsAndDropsTheRest)
     ASSERT_TRUE(loop.runUntil([this] { return service.said()[0].wasCancelled; }));
     EXPECT_LT(service.said()[0].end - stopped, 50ms);
 
+    const auto commandsBefore = service.commandsHeard();
+    for (int chunk = 0; chunk < 100; ++chunk)
+        engine->stopSpeaking();
     service.setSpeakingTime(0ms);
     engine->startSpeaking(u"next");
     ASSERT_TRUE(fallsSilent());
+    EXPECT_EQ(service.commandsHeard(), commandsBefore + 1) << "silence was asked of a silent service";
     EXPECT_THAT(service.finishedTexts(), ElementsAre("next"));
     EXPECT_EQ(service.said().size(), 2u);
 }
