@@ -39,6 +39,20 @@ std::vector<unsigned char> paddedLowBytes(std::u16string_view text)
     return lowBytes;
 }
 
+/// How often a gram occurs in a game's text, roughly: as if its characters were drawn one by one with the
+/// frequencies of English.
+double expectedFrequency(std::uint64_t gram, std::size_t length)
+{
+    constexpr std::string_view byFrequency = " etaoinsrhldcumfpgwybvk";
+    constexpr double rare = 1.0 / 512;
+    double frequency = 1;
+    for (; length > 0; --length, gram >>= 8) {
+        const auto rank = byFrequency.find(static_cast<char>(gram & 0xFF));
+        frequency *= rank == std::string_view::npos ? rare : 0.18 / static_cast<double>(rank + 2);
+    }
+    return frequency;
+}
+
 /// How often each gram occurs in the literals themselves, roughly (grams can share a counter). Literals of
 /// one player's triggers have beginnings and ends in common, and a window there would be compared with them
 /// all.
@@ -116,9 +130,19 @@ ZNTLiteralFilter::ZNTLiteralFilter(std::vector<std::u16string> literals) : liter
         });
         members[static_cast<std::size_t>(band - bands)].push_back(number);
     }
-    for (std::size_t band = 0; band < std::size(bands); ++band)
-        if (!members[band].empty())
+    // Each group is a walk of its own. Two walks with long strides cost more than one with the shorter stride
+    // of the two, unless so many literals meet in it that its short grams occur everywhere.
+    constexpr std::size_t mostToMerge = 20'000, shortestToMergeInto = 5;
+    for (std::size_t band = 0; band < std::size(bands); ++band) {
+        auto next = band + 1;
+        while (next < std::size(bands) && members[next].empty())
+            ++next;
+        if (next < std::size(bands) && bands[next].shortest >= shortestToMergeInto &&
+            members[band].size() <= mostToMerge)
+            members[next].insert(members[next].end(), members[band].begin(), members[band].end());
+        else if (!members[band].empty())
             addGroup(bands[band], members[band]);
+    }
 }
 
 void ZNTLiteralFilter::addGroup(const Band& band, const std::vector<std::uint32_t>& members)
@@ -136,13 +160,15 @@ void ZNTLiteralFilter::addGroup(const Band& band, const std::vector<std::uint32_
     for (const auto number : members) {
         const auto lowBytes = paddedLowBytes(literals[number]);
         std::size_t window = 0;
-        auto fewest = std::numeric_limits<std::uint64_t>::max();
+        auto leastWork = std::numeric_limits<double>::infinity();
         for (std::size_t start = 0; start + band.shortest <= literals[number].size(); ++start) {
-            std::uint64_t sharers = 0;
-            for (std::size_t at = start; at < start + band.stride; ++at)
-                sharers += counts.of(gramAt(&lowBytes[at]) & group.gramMask);
-            if (sharers < fewest) {
-                fewest = sharers;
+            double work = 0;
+            for (std::size_t at = start; at < start + band.stride; ++at) {
+                const auto gram = gramAt(&lowBytes[at]) & group.gramMask;
+                work += expectedFrequency(gram, band.gramLength) * counts.of(gram);
+            }
+            if (work < leastWork) {
+                leastWork = work;
                 window = start;
             }
         }
@@ -151,7 +177,8 @@ void ZNTLiteralFilter::addGroup(const Band& band, const std::vector<std::uint32_
                 {gramAt(&lowBytes[at]) & group.gramMask, number, static_cast<std::uint32_t>(at)});
     }
 
-    const auto bitmapBits = std::clamp<unsigned>(std::bit_width(group.entries.size() * 16), 12, 20);
+    // One bit in 64 or fewer is set, and the bitmap stays within the second cache.
+    const auto bitmapBits = std::clamp<unsigned>(std::bit_width(group.entries.size() * 64), 12, 22);
     const auto bucketBits = std::clamp<unsigned>(std::bit_width(group.entries.size()), 4, 18);
     group.bitmapShift = 64 - bitmapBits;
     group.bucketShift = 64 - bucketBits;
@@ -199,13 +226,27 @@ void ZNTLiteralFilter::searchBlock(const Group& group, std::u16string_view text,
     const auto mask = group.gramMask;
     const auto stride = group.stride;
     const auto shift = group.bitmapShift;
-    for (std::size_t at = 0; at < length; at += stride) {
-        const auto gram = gramAt(lowBytes + at) & mask;
-        const auto hash = hashed(gram);
+    const auto hashAt = [&](std::size_t at) { return hashed(gramAt(lowBytes + at) & mask); };
+    const auto isSet = [&](std::uint64_t hash) {
         const auto bit = hash >> shift;
-        if ((bitmap[bit / 64] >> (bit % 64) & 1) != 0) [[unlikely]]
-            compare(group, gram, hash, text, blockStart + at, occurrences);
+        return bitmap[bit / 64] >> (bit % 64) & 1;
+    };
+    const auto lookAt = [&](std::size_t at) {
+        const auto hash = hashAt(at);
+        if (isSet(hash) != 0)
+            compare(group, gramAt(lowBytes + at) & mask, hash, text, blockStart + at, occurrences);
+    };
+    std::size_t at = 0;
+    for (; at + 3 * stride < length; at += 4 * stride) { // four at a time: seldom is one of them set
+        const auto set = isSet(hashAt(at)) | isSet(hashAt(at + stride)) | isSet(hashAt(at + 2 * stride)) |
+                         isSet(hashAt(at + 3 * stride));
+        if (set != 0) [[unlikely]] {
+            for (std::size_t place = at; place < at + 4 * stride; place += stride)
+                lookAt(place);
+        }
     }
+    for (; at < length; at += stride)
+        lookAt(at);
 }
 
 void ZNTLiteralFilter::compare(const Group& group, std::uint64_t gram, std::uint64_t hash,
