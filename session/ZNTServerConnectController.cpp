@@ -276,11 +276,13 @@ void ZNTServerConnectController::show(const ZNTAttributedText& result, bool isGa
 
 void ZNTServerConnectController::speakOrStop(const std::u16string& plainText)
 {
+    const bool isOff = zntSpeechSynth_.isSpeachOn(); // its name has it the wrong way round
     if (speechOnOffBindingState_ != 1) {
-        zntSpeechSynth_.stopIt();
+        if (!isOff) // else only a line that the player asked to hear again can be sounding
+            zntSpeechSynth_.stopIt();
         return;
     }
-    if (zntSpeechSynth_.isSpeachOn())
+    if (isOff)
         zntSpeechSynth_.speechOn();
     speechHandOver.speakOnNewThread(plainText);
 }
