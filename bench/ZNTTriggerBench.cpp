@@ -133,8 +133,8 @@ void passOver(benchmark::State& state)
     NoLog log;
     ZNTTriggerList list(log);
     list.setTriggers(triggersFor(state.range(0), state.range(1)));
-    // Where thousands match in every line, a part of the text tells the rate.
-    const auto size = state.range(1) == Many && state.range(0) > 100 ? wholeText / 16 : wholeText;
+    // Where many act in every chunk, a part of the text tells the rate.
+    const auto size = state.range(1) != None && state.range(0) >= 1000 ? wholeText / 32 : wholeText;
     const auto text = std::u16string_view(gameText()).substr(0, size);
     CountedActions actions;
     for (auto _ : state)
