@@ -7,6 +7,7 @@
 #include "ZNTTriggerPatternCache.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <optional>
 #include <unordered_map>
@@ -20,7 +21,7 @@ constexpr double allowanceOfTrigger = 0.05;
 constexpr double leastAllowanceOfTrigger = 0.001;
 /// Together, for triggers that exceed theirs; past it each of the others is given the least.
 constexpr double allowanceOfPass = 0.2;
-constexpr std::size_t charactersPerAllowance = std::size_t{256} << 10;
+constexpr double charactersPerAllowance = 256 * 1024;
 constexpr int mostFailuresRunning = 3;
 
 /// How many patterns of triggers no longer in the list are kept.
@@ -89,7 +90,7 @@ public:
           log(log),
           text(text),
           actions(actions),
-          scale(static_cast<double>(text.size() / charactersPerAllowance + 1)),
+          scale(1 + std::floor(static_cast<double>(text.size()) / charactersPerAllowance)),
           allowanceLeft(allowanceOfPass * scale)
     {
     }

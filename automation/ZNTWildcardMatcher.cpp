@@ -163,7 +163,7 @@ private:
     void collectWithin(Stretch stretch);
     void collectAfterPiece(Stretch stretch);
     void collectAfterRun();
-    void findPlaces(std::size_t piece, Stretch stretch);
+    void findPlaces(std::size_t index, Stretch stretch);
 
     /// The greediest continuation of a run that starts at `start`, asked for in ascending order.
     std::optional<Place> continuation(std::size_t run, std::size_t start);
@@ -310,8 +310,8 @@ void ZNTWildcardMatcher::Search::collectAfterPiece(Stretch stretch)
 void ZNTWildcardMatcher::Search::collectAfterRun()
 {
     reached = 0;
-    for (std::size_t index = 0; index < laterPlaces.size(); ++index) {
-        const auto at = laterPlaces[index].at;
+    for (const auto& place : laterPlaces) {
+        const auto at = place.at;
         if (at < searchedUpTo)
             continue;
         const auto start = std::max(runAround(0, at).start, searchedUpTo);
