@@ -5,18 +5,28 @@
 
 ZNTQtTableView::ZNTQtTableView(QTableView* table, ZNTRowModel* model) : table(table), model(model)
 {
-    table->setModel(model);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::SingleSelection);
-    table->setTabKeyNavigation(false);
-    table->setCornerButtonEnabled(false);
-    table->setShowGrid(false);
-    table->setAlternatingRowColors(true);
-    table->setWordWrap(false);
-    table->verticalHeader()->hide();
+    furnish(*table, *model);
+}
+
+void ZNTQtTableView::furnish(QTableView& table, ZNTRowModel& model)
+{
+    table.setModel(&model);
+    table.setSelectionBehavior(QAbstractItemView::SelectRows);
+    table.setSelectionMode(QAbstractItemView::SingleSelection);
+    table.setTabKeyNavigation(false);
+    table.setCornerButtonEnabled(false);
+    table.setShowGrid(false);
+    table.setAlternatingRowColors(true);
+    table.setWordWrap(false);
+    table.verticalHeader()->hide();
     // Row heights follow the font.
-    table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    table->horizontalHeader()->setHighlightSections(false);
+    table.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table.horizontalHeader()->setHighlightSections(false);
+}
+
+QItemSelectionModel* ZNTQtTableView::selectionModel() const
+{
+    return table ? table->selectionModel() : nullptr;
 }
 
 void ZNTQtTableView::reloadData()

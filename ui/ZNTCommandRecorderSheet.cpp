@@ -1,0 +1,45 @@
+#include "ZNTCommandRecorderSheet.h"
+
+#include <QDialog>
+#include <QHeaderView>
+
+ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindowServices& services)
+    : dialog(new QDialog(&window)),
+      rows({{"command", QStringLiteral("Command")}}),
+      theTableView((layout.setupUi(dialog), layout._theTableView), &rows),
+      theSheet(dialog),
+      aliasName(layout._aliasName),
+      secondsBetweenSendingCommands(layout._secondsBetweenSendingCommands),
+      controller({._theTableView = theTableView,
+                  ._aliasName = aliasName,
+                  ._secondsBetweenSendingCommands = secondsBetweenSendingCommands,
+                  .theSheet = theSheet},
+                 services.platform.log)
+{
+    layout._theTableView->horizontalHeader()->hide();
+    layout._theTableView->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    layout._theTableView->setMinimumHeight(layout._theTableView->fontMetrics().height() * 10);
+    const auto click = [this](QPushButton* button, auto task) {
+        QObject::connect(button, &QPushButton::clicked, dialog, task);
+    };
+    click(layout._addButton, [this] { controller.addEmptyRow(); });
+    click(layout._deleteButton, [this] { controller.removeItem(); });
+    click(layout._clearList, [this] { controller.clearList(); });
+    click(layout._saveButton, [this] { controller.saveToDatabase(); });
+    click(layout._cancelButton, [this] { controller.cancelEditing(); });
+    QObject::connect(dialog, &QDialog::rejected, dialog, [this] { controller.cancelEditing(); });
+}
+
+void ZNTCommandRecorderSheet::show(ZNTCommandRecorderDataSource& commands)
+{
+    rows.setSource({[&commands] { return commands.numberOfRowsInTableView(); },
+                    [&commands](std::string_view, long row) -> ZNTCellValue {
+                        return commands.tableViewObjectValue(row);
+                    },
+                    [&commands](const ZNTCellValue& value, std::string_view, long row) {
+                        commands.tableViewSetObjectValue(std::get<std::u16string>(value), row);
+                    }});
+    controller.showWindow();
+    controller.set_theDataSource(commands);
+    layout._theTableView->setFocus();
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "ZNTAddMacroViewController.h"
+#include "ZNTEditMacroViewController.h"
+#include "ZNTMudAppController.h"
+#include "ZNTQtElements.h"
+#include "ui_ZNTAddMacroView.h"
+#include "ui_ZNTEditMacroView.h"
+
+#include <QDialog>
+
+/// A sheet on a macro: its layout, its widgets as screen elements, and the controller that fills and reads
+/// them. Escape and its cancel button ask the controller to close it.
+template <typename Layout, typename Controller>
+class ZNTMacroSheet
+{
+public:
+    /// A child of `window`; all else outlives the sheet.
+    ZNTMacroSheet(QWidget& window, const ZNTWindowServices& services, ZNTMacroGroupDropDownController& groups,
+                  ZNTMudMacroTableViewController& macros)
+        : dialog(new QDialog(&window)),
+          elements(*dialog, layout),
+          controller(services.platform, services.database, groups, macros,
+                     {.macroGroupNameLabel = elements.macroGroupNameLabel,
+                      .commandText = elements.commandText,
+                      .macroNameTF = elements.macroNameTF,
+                      .theSheet = elements.theSheet})
+    {
+        QObject::connect(layout.doneButton, &QPushButton::clicked, dialog, [this] { controller.doneEditing(); });
+        QObject::connect(layout.cancelButton, &QPushButton::clicked, dialog, [this] { controller.cancelEditing(); });
+        QObject::connect(dialog, &QDialog::rejected, dialog, [this] { controller.cancelEditing(); });
+    }
+
+    void showWindow()
+    {
+        controller.showWindow();
+        layout.macroNameTF->setFocus();
+        layout.macroNameTF->selectAll();
+    }
+
+private:
+    struct Elements {
+        Elements(QDialog& dialog, Layout& layout)
+            : theSheet((layout.setupUi(&dialog), &dialog)),
+              macroGroupNameLabel(layout.macroGroupNameLabel),
+              commandText(layout.commandText),
+              macroNameTF(layout.macroNameTF)
+        {
+        }
+        ZNTQtSheet theSheet;
+        ZNTQtLabel macroGroupNameLabel;
+        ZNTQtTextArea commandText;
+        ZNTQtTextField macroNameTF;
+    };
+
+    QDialog* dialog;
+    Layout layout;
+    Elements elements;
+    Controller controller;
+};
+
+class ZNTAddMacroSheet final : public ZNTMacroSheet<Ui::ZNTAddMacroView, ZNTAddMacroViewController>
+{
+public:
+    using ZNTMacroSheet::ZNTMacroSheet;
+};
+
+class ZNTEditMacroSheet final : public ZNTMacroSheet<Ui::ZNTEditMacroView, ZNTEditMacroViewController>
+{
+public:
+    using ZNTMacroSheet::ZNTMacroSheet;
+};

@@ -1,0 +1,56 @@
+#include "ZNTMainScreen.h"
+
+#include "ZNTCommandLine.h"
+#include "ZNTOutputView.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+
+ZNTMainScreen::ZNTMainScreen(ZNTMainWindow& window)
+    : textToServer(window.textToServer),
+      ipAddress(window.ipAddress),
+      port(window.port),
+      mudName(window.mudName),
+      connectionButton(window.connectionButton, QLatin1Char('c')),
+      myProgressIndicator(window.myProgressIndicator),
+      macroRows({{"name", QStringLiteral("Name"), ZNTColumn::Kind::Text, false}}),
+      macroTable(window.macroTable, &macroRows),
+      window(window)
+{
+    window.macroTable->horizontalHeader()->hide();
+    window.macroTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    macroComboBoxGroup.addBox(window.macroComboBoxGroup);
+    for (std::size_t index = 0; index < numberOfDirections; ++index)
+        directionButtons.emplace_back(window.compass->button(static_cast<ZNTDirection>(index)));
+}
+
+ZNTSessionScreen ZNTMainScreen::sessionScreen()
+{
+    const auto direction = [this](ZNTDirection which) {
+        return &directionButtons[static_cast<std::size_t>(which)];
+    };
+    ZNTSessionScreen screen;
+    screen.textToServer = &textToServer;
+    screen.textFromServer = window.textFromServer;
+    screen.ipAddress = &ipAddress;
+    screen.port = &port;
+    screen.mudName = &mudName;
+    screen.connectionButton = &connectionButton;
+    screen.myProgressIndicator = &myProgressIndicator;
+    screen.macroTable = &macroTable;
+    screen.voiceOver = &voiceOver;
+    screen.northButton = direction(ZNTDirection::North);
+    screen.southButton = direction(ZNTDirection::South);
+    screen.eastButton = direction(ZNTDirection::East);
+    screen.westButton = direction(ZNTDirection::West);
+    screen.northEastButton = direction(ZNTDirection::NorthEast);
+    screen.northWestButton = direction(ZNTDirection::NorthWest);
+    screen.southEastButton = direction(ZNTDirection::SouthEast);
+    screen.southWestButton = direction(ZNTDirection::SouthWest);
+    screen.upButton = direction(ZNTDirection::Up);
+    screen.downButton = direction(ZNTDirection::Down);
+    return screen;
+}

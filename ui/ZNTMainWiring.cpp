@@ -1,0 +1,376 @@
+#include "ZNTMainWiring.h"
+
+#include "ZNTAppearance.h"
+#include "ZNTCommandLine.h"
+#include "ZNTDemoGame.h"
+#include "ZNTFindBar.h"
+#include "ZNTHelpWindow.h"
+#include "ZNTOutputView.h"
+#include "ZNTQtText.h"
+#include "ZNTReturnKey.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QFontDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QTableView>
+#include <array>
+
+namespace
+{
+
+constexpr double tickSeconds = 0.5;
+constexpr double smallestControls = 8;
+constexpr double largestControls = 48;
+constexpr double controlsStep = 2;
+
+QString text(const char* latin)
+{
+    return QString::fromLatin1(latin);
+}
+
+/// Triggering one is triggering the other.
+void joinButton(QPushButton* button, QAction* action)
+{
+    QObject::connect(button, &QPushButton::clicked, action, &QAction::trigger);
+}
+
+void whenTriggered(QAction* action, std::function<void()> task)
+{
+    QObject::connect(action, &QAction::triggered, action, [task = std::move(task)] { task(); });
+}
+
+void whenToggled(QAction* action, std::function<void(bool)> task)
+{
+    QObject::connect(action, &QAction::toggled, action, [task = std::move(task)](bool on) { task(on); });
+}
+
+} // namespace
+
+ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudAppController& controller,
+                             ZNTAppearance& appearance)
+    : window(window),
+      menu(menu),
+      controller(controller),
+      session(controller.serverConnectController()),
+      appearance(appearance)
+{
+    wireConnection();
+    wirePlaying();
+    wireCommandLine();
+    wireEditing();
+    wireMacros();
+    wireSpeech();
+    wireView();
+    wireColours();
+    wireHelp();
+    controller.whenSessionChanges = [this] { refresh(); };
+    tick = controller.services().platform.runLoop.startTimer(tickSeconds, RunLoopRepeat::Forever,
+                                                             [this] { refresh(); });
+}
+
+ZNTMainWiring::~ZNTMainWiring()
+{
+    controller.whenSessionChanges = nullptr;
+}
+
+void ZNTMainWiring::wireConnection()
+{
+    joinButton(window.connectionButton, menu.connectToServer);
+    whenTriggered(menu.connectToServer, [this] {
+        session.connectToServer();
+        refresh();
+    });
+    for (QLineEdit* field : {window.mudName, window.ipAddress, window.port})
+        QObject::connect(field, &QLineEdit::returnPressed, menu.connectToServer, [this] {
+            if (session.state() == ZNTSessionState::Idle)
+                menu.connectToServer->trigger();
+        });
+    whenTriggered(menu.showZNTMudListController, [this] { controller.showZNTMudListController(); });
+    whenTriggered(menu.showPreferencesView, [this] { controller.showPreferencesView(); });
+    whenTriggered(menu.newApp, [this] { controller.newApp(); });
+    whenTriggered(menu.quit, [this] { window.close(); });
+}
+
+void ZNTMainWiring::wirePlaying()
+{
+    joinButton(window.resendLastCommand, menu.resendLastCommand);
+    whenTriggered(menu.resendLastCommand, [this] { session.resendLastCommand(); });
+    for (std::size_t index = 0; index < numberOfDirections; ++index) {
+        const auto direction = static_cast<ZNTDirection>(index);
+        joinButton(window.compass->button(direction), menu.go[index]);
+        whenTriggered(menu.go[index], [this, direction] { go(direction); });
+    }
+    whenTriggered(menu.stopWalking, [this] { session.sendMessageToServer(u"!stop", /*ignoreSpecials=*/false); });
+    whenToggled(menu.keypadWalks, [this](bool walks) {
+        for (std::size_t index = 0; index < numberOfDirections; ++index) {
+            QList<QKeySequence> keys = menu.go[index]->shortcuts();
+            const QKeySequence keypad(QKeyCombination(
+                Qt::KeypadModifier, namesOf(static_cast<ZNTDirection>(index)).keypadKey));
+            keys.removeAll(keypad);
+            if (walks)
+                keys.prepend(keypad);
+            menu.go[index]->setShortcuts(keys);
+        }
+    });
+    whenTriggered(menu.startOrPauseRecording, [this] {
+        session.startOrPauseRecording();
+        refresh();
+    });
+    whenTriggered(menu.doneRecording, [this] {
+        session.doneRecording();
+        refresh();
+    });
+}
+
+void ZNTMainWiring::go(ZNTDirection direction)
+{
+    switch (direction) {
+    case ZNTDirection::NorthWest: session.sendNorthWestToServer(); return;
+    case ZNTDirection::North: session.sendNorthToServer(); return;
+    case ZNTDirection::NorthEast: session.sendNorthEastToServer(); return;
+    case ZNTDirection::West: session.sendWestToServer(); return;
+    case ZNTDirection::East: session.sendEastToServer(); return;
+    case ZNTDirection::SouthWest: session.sendSouthWestToServer(); return;
+    case ZNTDirection::South: session.sendSouthToServer(); return;
+    case ZNTDirection::SouthEast: session.sendSouthEastToServer(); return;
+    case ZNTDirection::Up: session.sendUpToServer(); return;
+    case ZNTDirection::Down: session.sendDownToServer(); return;
+    }
+}
+
+void ZNTMainWiring::wireCommandLine()
+{
+    const auto press = [this](ZNTCommandLineKey key) { session.controlTextViewDoCommandBySelector(key); };
+    window.textToServer->whenReturnPressed = [press] { press(ZNTCommandLineKey::InsertNewline); };
+    window.textToServer->whenUpPressed = [press] { press(ZNTCommandLineKey::MoveUp); };
+    window.textToServer->whenDownPressed = [press] { press(ZNTCommandLineKey::MoveDown); };
+    window.textToServer->whenPaged = [this](int direction) {
+        if (direction < 0)
+            window.textFromServer->pageUp();
+        else
+            window.textFromServer->pageDown();
+    };
+    QObject::connect(window.textFromServer, &ZNTOutputView::keyForCommandLine, window.textToServer,
+                     [this](QKeyEvent* event) {
+                         if (!window.textToServer->isEnabled())
+                             return;
+                         window.textToServer->setFocus(Qt::OtherFocusReason);
+                         window.textToServer->deselect();
+                         window.textToServer->end(false);
+                         QKeyEvent again(event->type(), event->key(), event->modifiers(), event->text());
+                         QApplication::sendEvent(window.textToServer, &again);
+                     });
+}
+
+void ZNTMainWiring::wireEditing()
+{
+    ZNTOutputView* output = window.textFromServer;
+    whenTriggered(menu.copy, [output] { output->copy(); });
+    whenTriggered(menu.selectAll, [output] { output->selectAll(); });
+    whenTriggered(menu.clearScreen, [this] { session.clearScreen(); });
+    whenTriggered(menu.find, [this] { window.findBar->open(); });
+    whenTriggered(menu.findNext, [this] { window.findBar->findNext(); });
+    whenTriggered(menu.findPrevious, [this] { window.findBar->findPrevious(); });
+}
+
+void ZNTMainWiring::wireMacros()
+{
+    auto& groups = controller.macroGroupDropDownController();
+    auto& macros = controller.mudMacroTableViewController();
+    joinButton(window.createNewMacroGroup, menu.createNewMacroGroup);
+    joinButton(window.deleteMacroGroup, menu.deleteMacroGroup);
+    joinButton(window.runMacro, menu.invokeMacro);
+    joinButton(window.addMacro, menu.addMacro);
+    joinButton(window.editMacro, menu.editMacro);
+    joinButton(window.removeMacro, menu.removeMacro);
+    whenTriggered(menu.createNewMacroGroup, [&groups] { groups.createNewMacroGroup(); });
+    whenTriggered(menu.deleteMacroGroup, [&groups] { groups.deleteMacroGroup(); });
+    whenTriggered(menu.invokeMacro, [this] { session.invokeMacro(); });
+    whenTriggered(menu.addMacro, [this] { controller.showZNTAddMacroViewController(); });
+    whenTriggered(menu.editMacro, [this] { controller.showZNTEditMacroViewController(); });
+    whenTriggered(menu.removeMacro, [&macros] { macros.removeItem(); });
+    whenTriggered(menu.listMacros,
+                  [this] { session.sendMessageToServer(u"~list-macro", /*ignoreSpecials=*/false); });
+    // A double click or Return; some styles would take a single click for it.
+    QObject::connect(window.macroTable, &QTableView::doubleClicked, menu.invokeMacro,
+                     [this] { session.invokeMacro(); });
+    window.macroTable->installEventFilter(new ZNTReturnKey(window.macroTable, [this] { session.invokeMacro(); }));
+}
+
+void ZNTMainWiring::wireSpeech()
+{
+    whenToggled(menu.speechOnOff, [this](bool on) {
+        if ((session.speechOnOffBindingState() == 1) != on) {
+            session.setSpeechOnOffBindingState(on ? 1 : 0);
+            session.textToSpeechOnAndOff();
+        }
+        refresh();
+    });
+    whenToggled(menu.speechInterruptOnOff,
+                [this](bool on) { session.setSpeechInterruptOnOffBindingState(on ? 1 : 0); });
+    joinButton(window.startStopSpeech, menu.speechOnOff);
+    whenTriggered(menu.replayLastText, [this] { session.replayLastText(); });
+    whenTriggered(menu.stopSpeaking, [this] {
+        session.zntSpeechSynth().stopIt();
+        if (session.speechOnOffBindingState() == 1)
+            session.zntSpeechSynth().speechOn();
+    });
+    whenTriggered(menu.previousLine, [this] { session.speechReview().previousLine(); });
+    whenTriggered(menu.nextLine, [this] { session.speechReview().nextLine(); });
+    for (std::size_t index = 0; index < ZNTMainMenu::numberedLines; ++index)
+        whenTriggered(menu.lineFromEnd[index], [this, index] { session.speechReview().lineFromEnd(index + 1); });
+    whenTriggered(menu.sayStatus, [this] { sayStatus(); });
+}
+
+void ZNTMainWiring::wireView()
+{
+    ZNTOutputView* output = window.textFromServer;
+    whenTriggered(menu.larger, [output] { output->zoomIn(); });
+    whenTriggered(menu.smaller, [output] { output->zoomOut(); });
+    whenTriggered(menu.normalSize, [output] { output->resetZoom(); });
+    // Whoever needs the game's text large needs what they type large.
+    QObject::connect(output, &ZNTOutputView::pointSizeChanged, window.textToServer, [this](double points) {
+        QFont font = window.textToServer->font();
+        font.setPointSizeF(points);
+        window.textToServer->setFont(font);
+    });
+    whenTriggered(menu.changeFont, [this] { chooseFont(); });
+    whenTriggered(menu.controlsLarger, [this] { zoomControls(controlsStep); });
+    whenTriggered(menu.controlsSmaller, [this] { zoomControls(-controlsStep); });
+    whenToggled(menu.showConnectionRow, [this](bool shown) { window.connectionRow->setVisible(shown); });
+    whenToggled(menu.showSidePanel, [this](bool shown) { window.sidePanel->setVisible(shown); });
+    whenToggled(menu.fullScreen, [this](bool full) {
+        window.setWindowState(window.windowState().setFlag(Qt::WindowFullScreen, full));
+    });
+    whenTriggered(menu.focusCommandLine, [this] { window.textToServer->setFocus(Qt::ShortcutFocusReason); });
+    whenTriggered(menu.jumpToEnd, [output] { output->jumpToEnd(); });
+    whenTriggered(menu.nextPart, [this] { window.focusNextPart(1); });
+    whenTriggered(menu.previousPart, [this] { window.focusNextPart(-1); });
+}
+
+void ZNTMainWiring::wireColours()
+{
+    using Colours = ZNTAppearance::Colours;
+    const std::array<std::pair<QAction*, Colours>, 4> choices{{{menu.systemColours, Colours::System},
+                                                               {menu.lightColours, Colours::Light},
+                                                               {menu.darkColours, Colours::Dark},
+                                                               {menu.highContrastColours, Colours::HighContrast}}};
+    for (const auto& [action, colours] : choices)
+        whenTriggered(action, [this, colours = colours] { appearance.use(colours); });
+}
+
+void ZNTMainWiring::wireHelp()
+{
+    help = std::make_unique<ZNTHelpWindow>(window, menu);
+    whenTriggered(menu.firstSteps, [this] { help->showFirstSteps(); });
+    whenTriggered(menu.keyboardMap, [this] { help->showKeyboardMap(); });
+    whenTriggered(menu.about, [this] { help->showAbout(); });
+    whenTriggered(menu.playDemo, [this] { playDemo(); });
+}
+
+void ZNTMainWiring::chooseFont()
+{
+    auto* panel = new QFontDialog(window.textFromServer->textFont(), &window);
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setObjectName(text("fontPanel"));
+    panel->setOption(QFontDialog::MonospacedFonts);
+    panel->setOption(QFontDialog::DontUseNativeDialog);
+    QObject::connect(panel, &QFontDialog::fontSelected, panel, [this](const QFont& font) {
+        window.textFromServer->setTextFont(font);
+        session.changeFont({znt::textOfQt(font.family()), font.pointSizeF()});
+    });
+    panel->open();
+}
+
+void ZNTMainWiring::zoomControls(double points)
+{
+    QFont font = QApplication::font();
+    font.setPointSizeF(std::clamp(font.pointSizeF() + points, smallestControls, largestControls));
+    QApplication::setFont(font);
+}
+
+void ZNTMainWiring::connectTo(const QString& host, int port, const QString& name)
+{
+    if (session.state() != ZNTSessionState::Idle)
+        return;
+    window.ipAddress->setText(host);
+    window.port->setText(QString::number(port));
+    window.mudName->setText(name);
+    session.connectToServer();
+    refresh();
+}
+
+void ZNTMainWiring::playDemo()
+{
+    if (session.state() != ZNTSessionState::Idle)
+        return;
+    const ZNTPlatform& platform = controller.services().platform;
+    demoGame = std::make_unique<ZNTDemoGame>(platform.runLoop);
+    demoGame->start(session.cfStringEncoding(), [this, &platform](ZNTResult<std::uint16_t> started) {
+        if (started)
+            connectTo(text("127.0.0.1"), started.value(), text("Demo game"));
+        else
+            platform.alert.showMessage(u"Demo game", znt::textOfQt(QString::fromStdString(
+                                                         started.error().description)));
+    });
+}
+
+ZNTStatusFacts ZNTMainWiring::facts() const
+{
+    ZNTStatusFacts now;
+    switch (session.state()) {
+    case ZNTSessionState::Idle: break;
+    case ZNTSessionState::Connecting: now.connection = ZNTStatusFacts::Connection::Connecting; break;
+    case ZNTSessionState::Connected: now.connection = ZNTStatusFacts::Connection::Connected; break;
+    }
+    if (now.connection != ZNTStatusFacts::Connection::None)
+        now.game = window.mudName->text().isEmpty() ? window.ipAddress->text() : window.mudName->text();
+    if (now.connection == ZNTStatusFacts::Connection::Connected)
+        now.connectedSince = session.connectedSince();
+    now.isCompressed = session._mccp();
+    now.isRecording = session.recorder()._recorderState() == 1;
+    now.isRecordingPaused = session.recorder()._recorderState() == 2;
+    now.isWalking = session.isWalking();
+    now.isSpeechOn = session.speechOnOffBindingState() == 1;
+    now.isMuted = controller.services().sounds.isMuted();
+    return now;
+}
+
+void ZNTMainWiring::refresh()
+{
+    const ZNTStatusFacts now = facts();
+    if (shownFacts == now)
+        return;
+    const bool isConnected = now.connection == ZNTStatusFacts::Connection::Connected;
+    if (!shownFacts || shownFacts->connection != now.connection) {
+        enableActions(isConnected);
+        window.setWindowTitle(isConnected ? QString(now.game + text(" - Zantor")) : text("Zantor"));
+    }
+    shownFacts = now;
+    window.statusText->setText(znt::statusInWords(now));
+    menu.connectToServer->setText(isConnected ? text("Dis&connect") : text("&Connect"));
+    menu.startOrPauseRecording->setText(now.isRecording         ? text("&Pause recording")
+                                        : now.isRecordingPaused ? text("Re&sume recording")
+                                                                : text("&Start recording"));
+    menu.speechOnOff->setChecked(now.isSpeechOn);
+    menu.speechInterruptOnOff->setChecked(session.speechInterruptOnOffBindingState() == 1);
+    window.startStopSpeech->setText(now.isSpeechOn ? text("S&top speech") : text("S&tart speech"));
+    window.startStopSpeech->setAccessibleName(now.isSpeechOn ? text("Stop speech") : text("Start speech"));
+}
+
+void ZNTMainWiring::enableActions(bool isConnected)
+{
+    for (QAction* action : menu.go)
+        action->setEnabled(isConnected);
+    menu.playDemo->setEnabled(session.state() == ZNTSessionState::Idle);
+}
+
+void ZNTMainWiring::sayStatus()
+{
+    session.zntSpeechSynth().speakAtOnce(znt::textOfQt(znt::statusInWords(facts())));
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "ZNTMainMenu.h"
+#include "ZNTMainWindow.h"
+#include "ZNTMudAppController.h"
+#include "ZNTStatusWords.h"
+
+#include <memory>
+#include <optional>
+
+class ZNTAppearance;
+class ZNTDemoGame;
+class ZNTHelpWindow;
+
+/// Joins the main window's buttons, keys and menus to what they do, and keeps what it shows in step with the
+/// session.
+class ZNTMainWiring
+{
+public:
+    /// The caller owns what it passes; all of it outlives this.
+    ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudAppController& controller,
+                  ZNTAppearance& appearance);
+    ~ZNTMainWiring();
+
+    /// Fills the connection fields and connects.
+    void connectTo(const QString& host, int port, const QString& name);
+    /// Starts the demo game and connects to it. Does nothing while there is a connection.
+    void playDemo();
+    /// Shows what the session answers now.
+    void refresh();
+
+private:
+    void wireConnection();
+    void wirePlaying();
+    void wireCommandLine();
+    void wireEditing();
+    void wireMacros();
+    void wireSpeech();
+    void wireView();
+    void wireColours();
+    void wireHelp();
+    void go(ZNTDirection direction);
+    void chooseFont();
+    void zoomControls(double points);
+    void sayStatus();
+    void enableActions(bool isConnected);
+    [[nodiscard]] ZNTStatusFacts facts() const;
+
+    ZNTMainWindow& window;
+    ZNTMainMenu& menu;
+    ZNTMudAppController& controller;
+    ZNTServerConnectController& session;
+    ZNTAppearance& appearance;
+    std::unique_ptr<ZNTDemoGame> demoGame;
+    std::unique_ptr<ZNTHelpWindow> help;
+    std::optional<ZNTStatusFacts> shownFacts;
+    /// What changes without a word from the session: a walk's end.
+    std::unique_ptr<RunLoopTimer> tick;
+};

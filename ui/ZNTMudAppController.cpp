@@ -1,0 +1,108 @@
+#include "ZNTMudAppController.h"
+
+#include "ZNTCommandRecorderSheet.h"
+#include "ZNTMacroSheets.h"
+#include "ZNTMudListSheet.h"
+#include "ZNTPreferencesController.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+
+ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowServices& services)
+    : mainWindow(window),
+      windowServices(services),
+      mainScreen(window),
+      zntMacroGroupDropDownController(services.platform, services.database, mainScreen.macroComboBoxGroup),
+      zntMudMacroTableViewController(services.platform, services.database, zntMacroGroupDropDownController,
+                                     mainScreen.macroTable),
+      zntServerConnectController(services.platform, mainScreen.sessionScreen(),
+                                 {.database = services.database,
+                                  .macros = zntMudMacroTableViewController,
+                                  .sounds = services.sounds,
+                                  .speechEngine = services.speechEngine,
+                                  .screenReader = services.screenReader,
+                                  .showZNTCommandRecorderView =
+                                      [this](ZNTCommandRecorderDataSource& commands) {
+                                          showZNTCommandRecorderView(commands);
+                                      },
+                                  .sessionChanged =
+                                      [this] {
+                                          if (whenSessionChanges)
+                                              whenSessionChanges();
+                                      }})
+{
+    ZNTMacroGroupDropDownController& groups = zntMacroGroupDropDownController;
+    mainScreen.macroComboBoxGroup.setSource({[&groups] { return groups.numberOfItemsInComboBox(); },
+                                             [&groups](long index) {
+                                                 return groups.comboBoxObjectValueForItemAtIndex(index);
+                                             }});
+    mainScreen.macroComboBoxGroup.whenTextChanges(
+        [&groups](const std::u16string& text) { groups.setCurrentValueInComboBox(text); });
+
+    ZNTMudMacroTableViewController& macros = zntMudMacroTableViewController;
+    mainScreen.macroRows.setSource({[&macros] { return macros.countOfMacros(); },
+                                    [&macros](std::string_view, long row) -> ZNTCellValue {
+                                        const auto macro = macros.getMacroAtIndex(row);
+                                        return macro ? macro->name : std::u16string();
+                                    },
+                                    {}});
+}
+
+ZNTMudAppController::~ZNTMudAppController() = default;
+
+void ZNTMudAppController::awakeFromNib()
+{
+    zntServerConnectController.awakeFromNib();
+}
+
+void ZNTMudAppController::showZNTMudListController()
+{
+    if (!zntMudListController)
+        zntMudListController = std::make_unique<ZNTMudListSheet>(mainWindow, windowServices, mainScreen);
+    zntMudListController->showWindow();
+}
+
+void ZNTMudAppController::showZNTAddMacroViewController()
+{
+    if (!zntMacroGroupDropDownController.getCurrentMacroGroup()) {
+        windowServices.platform.alert.showMessage(
+            u"Macro does not exist.", u"Please select a Macro Group before trying to add a new Macro.");
+        return;
+    }
+    if (!zntAddMacroViewController)
+        zntAddMacroViewController = std::make_unique<ZNTAddMacroSheet>(
+            mainWindow, windowServices, zntMacroGroupDropDownController, zntMudMacroTableViewController);
+    zntAddMacroViewController->showWindow();
+}
+
+void ZNTMudAppController::showZNTEditMacroViewController()
+{
+    if (!zntMacroGroupDropDownController.getCurrentMacroGroup()) {
+        windowServices.platform.alert.showMessage(u"Macro does not exist.",
+                                                  u"Please select a Macro before trying to edit it.");
+        return;
+    }
+    if (!zntEditMacroViewController)
+        zntEditMacroViewController = std::make_unique<ZNTEditMacroSheet>(
+            mainWindow, windowServices, zntMacroGroupDropDownController, zntMudMacroTableViewController);
+    zntEditMacroViewController->showWindow();
+}
+
+void ZNTMudAppController::showPreferencesView()
+{
+    if (!preferencesController)
+        preferencesController = std::make_unique<ZNTPreferencesController>(mainWindow, *this);
+    preferencesController->showWindow();
+}
+
+void ZNTMudAppController::newApp()
+{
+    QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+}
+
+void ZNTMudAppController::showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands)
+{
+    if (!zntCommandRecorderView)
+        zntCommandRecorderView = std::make_unique<ZNTCommandRecorderSheet>(mainWindow, windowServices);
+    zntCommandRecorderView->show(commands);
+}

@@ -1,0 +1,67 @@
+#include "ZNTMudListSheet.h"
+
+#include <QDialog>
+#include <QHeaderView>
+
+namespace
+{
+
+std::vector<ZNTColumn> columns()
+{
+    using Kind = ZNTColumn::Kind;
+    return {{"name", QStringLiteral("Name"), Kind::Text},
+            {"telnetURL", QStringLiteral("Address"), Kind::Text},
+            {"port", QStringLiteral("Port"), Kind::Number},
+            {"url", QStringLiteral("Web page"), Kind::Text},
+            {"defaultConnection", QStringLiteral("Default"), Kind::YesNo},
+            {"active", QStringLiteral("Available"), Kind::YesNo}};
+}
+
+} // namespace
+
+ZNTMudListSheet::ZNTMudListSheet(QWidget& window, const ZNTWindowServices& services, ZNTMainScreen& screen)
+    : dialog(new QDialog(&window)),
+      rows(columns()),
+      tableView((layout.setupUi(dialog), layout.tableView), &rows),
+      theSheet(dialog),
+      arrayController(services.database),
+      controller(arrayController, {.tableView = tableView,
+                                   .theSheet = theSheet,
+                                   .ipAddress = screen.ipAddress,
+                                   .portNumber = screen.port,
+                                   .mudName = screen.mudName})
+{
+    wire();
+}
+
+void ZNTMudListSheet::wire()
+{
+    ZNTMudListArrayController& games = arrayController;
+    rows.setSource({[&games] { return games.numberOfRowsInTableView(); },
+                    [&games](std::string_view column, long row) {
+                        return games.tableViewObjectValueForTableColumn(column, row);
+                    },
+                    [&games](const ZNTCellValue& value, std::string_view column, long row) {
+                        games.tableViewSetObjectValue(value, column, row);
+                    }});
+    layout.tableView->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    layout.tableView->setMinimumWidth(layout.tableView->fontMetrics().averageCharWidth() * 90);
+    layout.tableView->setMinimumHeight(layout.tableView->fontMetrics().height() * 14);
+    const auto click = [this](QPushButton* button, auto task) {
+        QObject::connect(button, &QPushButton::clicked, dialog, task);
+    };
+    click(layout.addButton, [this] { arrayController.addEmptyRow(); });
+    click(layout.deleteButton, [this] { arrayController.deleteSelectedRow(); });
+    click(layout.restoreButton, [this] { arrayController.restoreSystemMudList(); });
+    click(layout.connectButton, [this] { controller.connectToMud(); });
+    click(layout.cancelButton, [this] { controller.cancelEditing(); });
+    QObject::connect(dialog, &QDialog::rejected, dialog, [this] { controller.cancelEditing(); });
+}
+
+void ZNTMudListSheet::showWindow()
+{
+    controller.showWindow();
+    layout.tableView->setFocus();
+    if (!layout.tableView->currentIndex().isValid())
+        layout.tableView->setCurrentIndex(rows.index(0, 0));
+}

@@ -1,0 +1,206 @@
+#include "ZNTPreferencesController.h"
+
+#include "ZNTQtText.h"
+#include "ZNTWindowFit.h"
+
+#include <QButtonGroup>
+#include <QDialog>
+#include <QHeaderView>
+#include <QRadioButton>
+
+namespace
+{
+
+std::vector<ZNTColumn> triggerColumns()
+{
+    using Kind = ZNTColumn::Kind;
+    return {{"active", QStringLiteral("Active"), Kind::YesNo},
+            {"name", QStringLiteral("Name"), Kind::Text},
+            {"check", QStringLiteral("Pattern"), Kind::Text},
+            {"action", QStringLiteral("Command"), Kind::Text},
+            {"soundFileToPlay", QStringLiteral("Sound file"), Kind::Text},
+            {"gag", QStringLiteral("Not spoken"), Kind::YesNo}};
+}
+
+enum Tab { TriggerTab, MacroTab, EncodingTab, SpeechTab, ProtocolTab };
+
+} // namespace
+
+ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTMudAppController& mudAppController)
+    : dialog(new QDialog(&window)),
+      mudAppController(mudAppController),
+      serverConnectController(mudAppController.serverConnectController()),
+      tabView((layout.setupUi(dialog), layout.tabView)),
+      triggerRows(triggerColumns()),
+      triggerTableView(layout.triggerTableView, &triggerRows),
+      triggerTextView(layout.triggerTextView),
+      triggers(mudAppController.services().database, triggerTableView, triggerTextView)
+{
+    wireTriggers();
+    wireMacros();
+    wireEncoding();
+    wireSpeech();
+    wireProtocols();
+    QObject::connect(layout.closeButton, &QPushButton::clicked, dialog, &QDialog::close);
+    selectTriggerTab();
+}
+
+void ZNTPreferencesController::showWindow()
+{
+    selectTriggerTab();
+    if (!dialog->isVisible())
+        znt::fitToScreen(*dialog);
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
+}
+
+void ZNTPreferencesController::wireTriggers()
+{
+    triggerRows.setSource({[this] { return triggers.numberOfRowsInTableView(); },
+                           [this](std::string_view column, long row) {
+                               return triggers.tableViewObjectValueForTableColumn(column, row);
+                           },
+                           [this](const ZNTCellValue& value, std::string_view column, long row) {
+                               triggers.tableViewSetObjectValue(value, column, row);
+                           }});
+    layout.triggerTableView->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    layout.triggerTableView->setMinimumHeight(layout.triggerTableView->fontMetrics().height() * 8);
+    QObject::connect(layout.triggerTableView->selectionModel(), &QItemSelectionModel::selectionChanged, dialog,
+                     [this] { triggers.tableViewSelectionDidChange(); });
+    QObject::connect(layout.addTriggerButton, &QPushButton::clicked, dialog, [this] { triggers.addEmptyRow(); });
+    QObject::connect(layout.removeTriggerButton, &QPushButton::clicked, dialog, [this] { triggers.removeItem(); });
+    QObject::connect(layout.saveTriggerButton, &QPushButton::clicked, dialog, [this] { triggers.saveToDatabase(); });
+    QObject::connect(layout.reloadTriggersButton, &QPushButton::clicked, dialog, [this] { reloadTriggers(); });
+}
+
+void ZNTPreferencesController::wireMacros()
+{
+    ZNTMainScreen& screen = mudAppController.screen();
+    auto& groups = mudAppController.macroGroupDropDownController();
+    auto& macros = mudAppController.mudMacroTableViewController();
+    screen.macroComboBoxGroup.addBox(layout.preferencesMacroGroupComboBox);
+    ZNTQtTableView::furnish(*layout.preferencesMacroTable, screen.macroRows);
+    layout.preferencesMacroTable->setSelectionModel(screen.macroTable.selectionModel());
+    layout.preferencesMacroTable->horizontalHeader()->hide();
+    layout.preferencesMacroTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    const auto click = [this](QPushButton* button, auto task) {
+        QObject::connect(button, &QPushButton::clicked, dialog, task);
+    };
+    click(layout.createMacroGroupButton, [&groups] { groups.createNewMacroGroup(); });
+    click(layout.deleteMacroGroupButton, [&groups] { groups.deleteMacroGroup(); });
+    click(layout.addMacroButton, [this] { showZNTAddMacroViewController(); });
+    click(layout.editMacroButton, [this] { showZNTEditMacroViewController(); });
+    click(layout.removeMacroButton, [&macros] { macros.removeItem(); });
+}
+
+void ZNTPreferencesController::wireEncoding()
+{
+    for (QRadioButton* button : {layout.encodingAscii, layout.encodingEucCn, layout.encodingBig5})
+        QObject::connect(button, &QRadioButton::toggled, dialog, [this](bool on) {
+            if (on)
+                encodingChanged();
+        });
+}
+
+void ZNTPreferencesController::wireSpeech()
+{
+    ZNTSpeechSynth& synth = serverConnectController.zntSpeechSynth();
+    layout.speechOnOffCheckBox->setChecked(serverConnectController.speechOnOffBindingState() == 1);
+    layout.speechInterruptCheckBox->setChecked(serverConnectController.speechInterruptOnOffBindingState() == 1);
+    QObject::connect(layout.speechOnOffCheckBox, &QCheckBox::toggled, dialog, [this] { textToSpeechOnAndOff(); });
+    QObject::connect(layout.speechInterruptCheckBox, &QCheckBox::toggled, dialog, [this](bool on) {
+        serverConnectController.setSpeechInterruptOnOffBindingState(on ? 1 : 0);
+    });
+    QObject::connect(layout.useSystemVoiceCheckBox, &QCheckBox::toggled, dialog,
+                     [&synth](bool on) { synth.setUseSystemVoiceNotVO(on); });
+    QObject::connect(layout.useTimerCheckBox, &QCheckBox::toggled, dialog,
+                     [&synth](bool on) { synth.setUseTimer(on); });
+    QObject::connect(layout.speechRate, &QSpinBox::valueChanged, dialog,
+                     [&synth](int rate) { synth.setSpeechRate(rate); });
+    QObject::connect(layout.replayButton, &QPushButton::clicked, dialog,
+                     [this] { serverConnectController.replayLastText(); });
+    QObject::connect(layout.stopSpeakingButton, &QPushButton::clicked, dialog, [this, &synth] {
+        synth.stopIt();
+        if (serverConnectController.speechOnOffBindingState() == 1)
+            synth.speechOn();
+    });
+}
+
+void ZNTPreferencesController::wireProtocols()
+{
+    // A mark that is neither set nor cleared counts as cleared, so the state is asked for, not the change.
+    QObject::connect(layout._mspCheckBox, &QCheckBox::stateChanged, dialog, [this] { mudSoundProtocolOnOff(); });
+    QObject::connect(layout._mccpCheckBox, &QCheckBox::stateChanged, dialog,
+                     [this] { mudClientCompressionProtocolOnOff(); });
+    ZNTSoundFactory& sounds = mudAppController.services().sounds;
+    layout.masterVolume->setValue(qRound(sounds.masterVolume() * 100));
+    layout.muteCheckBox->setChecked(sounds.isMuted());
+    QObject::connect(layout.masterVolume, &QSlider::valueChanged, dialog, [&sounds](int percent) {
+        sounds.setMasterVolume(static_cast<float>(percent) / 100.0F);
+    });
+    QObject::connect(layout.muteCheckBox, &QCheckBox::toggled, dialog, [&sounds](bool on) { sounds.setMuted(on); });
+}
+
+void ZNTPreferencesController::mudClientCompressionProtocolOnOff()
+{
+    serverConnectController.set_isMccpOnOff(layout._mccpCheckBox->checkState() == Qt::Checked);
+}
+
+void ZNTPreferencesController::mudSoundProtocolOnOff()
+{
+    serverConnectController.set_isMspOnOff(layout._mspCheckBox->checkState() == Qt::Checked);
+}
+
+void ZNTPreferencesController::textToSpeechOnAndOff()
+{
+    serverConnectController.setSpeechOnOffBindingState(layout.speechOnOffCheckBox->isChecked() ? 1 : 0);
+    serverConnectController.textToSpeechOnAndOff();
+}
+
+void ZNTPreferencesController::encodingChanged()
+{
+    for (const QRadioButton* button : {layout.encodingAscii, layout.encodingEucCn, layout.encodingBig5})
+        if (button->isChecked())
+            serverConnectController.changeEncoding(znt::textOfQt(button->text()));
+}
+
+void ZNTPreferencesController::reloadTriggers()
+{
+    serverConnectController.reloadTriggers();
+}
+
+void ZNTPreferencesController::showZNTAddMacroViewController()
+{
+    mudAppController.showZNTAddMacroViewController();
+}
+
+void ZNTPreferencesController::showZNTEditMacroViewController()
+{
+    mudAppController.showZNTEditMacroViewController();
+}
+
+void ZNTPreferencesController::selectTriggerTab()
+{
+    tabView.selectTab(TriggerTab);
+}
+
+void ZNTPreferencesController::selectMacroTab()
+{
+    tabView.selectTab(MacroTab);
+}
+
+void ZNTPreferencesController::selectEncodingTab()
+{
+    tabView.selectTab(EncodingTab);
+}
+
+void ZNTPreferencesController::selectSpeechTab()
+{
+    tabView.selectTab(SpeechTab);
+}
+
+void ZNTPreferencesController::selectProtocolTab()
+{
+    tabView.selectTab(ProtocolTab);
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "ZNTMudAppController.h"
+#include "ZNTQtElements.h"
+#include "ZNTQtTableView.h"
+#include "ZNTTriggersDataSource.h"
+#include "ui_PreferencesView.h"
+
+class QDialog;
+
+/// The preferences window: five tabs whose controls act at once on the running session, which keeps the
+/// values. One window, made when first asked for and reused; each control shows what it was last left at.
+///
+/// The macros tab shows the main window's own selector and list, so that what is selected in one is selected
+/// in the other.
+class ZNTPreferencesController
+{
+public:
+    /// A child of `window`; all else outlives this.
+    ZNTPreferencesController(QWidget& window, ZNTMudAppController& mudAppController);
+
+    /// Selects the triggers tab and brings the window to the front.
+    void showWindow();
+
+    void mudClientCompressionProtocolOnOff();
+    void mudSoundProtocolOnOff();
+    void textToSpeechOnAndOff();
+    void encodingChanged();
+    void reloadTriggers();
+    void showZNTAddMacroViewController();
+    void showZNTEditMacroViewController();
+    void selectTriggerTab();
+    void selectMacroTab();
+    void selectEncodingTab();
+    void selectSpeechTab();
+    void selectProtocolTab();
+
+private:
+    void wireTriggers();
+    void wireMacros();
+    void wireEncoding();
+    void wireSpeech();
+    void wireProtocols();
+
+    QDialog* dialog;
+    Ui::PreferencesView layout;
+    ZNTMudAppController& mudAppController;
+    ZNTServerConnectController& serverConnectController;
+    ZNTQtTabView tabView;
+    ZNTRowModel triggerRows;
+    ZNTQtTableView triggerTableView;
+    ZNTQtTextArea triggerTextView;
+    ZNTTriggersDataSource triggers;
+};

@@ -1,0 +1,27 @@
+#include "ZNTWindowOptions.h"
+
+#include <CLI/CLI.hpp>
+
+namespace
+{
+constexpr int usageError = 2;
+}
+
+std::variant<ZNTWindowOptions, int> ZNTWindowOptions::fromArguments(int count, const char* const* arguments)
+{
+    ZNTWindowOptions options;
+    CLI::App app("Plays MUDs in a window and reads them aloud.", "zantor");
+    auto* demo = app.add_flag("--demo", options.demo, "play the demo game");
+    auto* host = app.add_option("HOST", options.host, "the game's host name or address")->excludes(demo);
+    auto* port = app.add_option("PORT", options.port, "its port")->check(CLI::Range(1, 65535));
+    host->needs(port);
+    port->needs(host);
+    try {
+        app.parse(count, arguments);
+    } catch (const CLI::ParseError& error) {
+        const bool isHelp = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
+        app.exit(error);
+        return isHelp ? 0 : usageError;
+    }
+    return options;
+}

@@ -1,0 +1,65 @@
+#include "QtRunLoop.h"
+#include "ZNTApplicationWindow.h"
+#include "ZNTDatabaseHelper.h"
+#include "ZNTDesktopScreenReader.h"
+#include "ZNTMixerSounds.h"
+#include "ZNTQtAlert.h"
+#include "ZNTSpeechDispatcher.h"
+#include "ZNTStyle.h"
+#include "ZNTWindowOptions.h"
+
+#include <QApplication>
+#include <QIcon>
+
+namespace
+{
+
+void prepareApplication()
+{
+    QApplication::setStyle(new ZNTStyle);
+    QCoreApplication::setApplicationName(QStringLiteral("Zantor"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZANTOR_VERSION));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Zantor"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("zantor"));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/zantor.png")));
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    // Qt decides once, at its start, whether screen readers can see the program.
+    qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+    QApplication application(count, arguments); // takes its own options out
+    const auto parsed = ZNTWindowOptions::fromArguments(count, arguments);
+    if (const int* exitCode = std::get_if<int>(&parsed))
+        return *exitCode;
+    const auto& options = std::get<ZNTWindowOptions>(parsed);
+    Q_INIT_RESOURCE(zantor);
+    prepareApplication();
+    const ZNTFocusRing focusRing;
+
+    QtRunLoop runLoop;
+    ZNTSystemClock clock;
+    ZNTStandardErrorLog log;
+    ZNTNotificationCenter notifications;
+    ZNTQtAlert alert;
+    const ZNTPlatform platform{runLoop, clock, log, notifications, alert, ZNTFilePlaces::forThisProcess()};
+    ZNTDatabaseHelper database(platform.places, log);
+    ZNTMixerSounds sounds(runLoop, platform.places);
+    ZNTSpeechDispatcher speech(runLoop,
+                               [&alert](std::u16string_view text) { alert.showMessage(u"No speech", text); });
+    ZNTDesktopScreenReader screenReader;
+
+    ZNTMainWindow window;
+    alert.setMainWindow(&window);
+    screenReader.setWindow(&window);
+    ZNTApplicationWindow parts(window, {platform, database, sounds, speech, screenReader});
+    window.show();
+    parts.appDelegate.applicationDidFinishLaunching();
+    if (options.demo)
+        parts.wiring.playDemo();
+    else if (!options.host.empty())
+        parts.wiring.connectTo(QString::fromStdString(options.host), options.port, {});
+    return QApplication::exec();
+}
