@@ -21,10 +21,7 @@ constexpr int margin = 12;
 constexpr int columnsOfText = 68;
 constexpr int rowsOfText = 28;
 
-QString text(const char* latin)
-{
-    return QString::fromLatin1(latin);
-}
+QString text(const char* latin) { return QString::fromLatin1(latin); }
 
 QString resourceText(const QString& name)
 {
@@ -124,18 +121,19 @@ QString ZNTHelpWindow::keyboardMap() const
         if (!lines.isEmpty())
             page += text("## ") + title.remove(QLatin1Char('&')) + text("\n\n") + lines + text("\n");
     }
-    page += text("## On the command line\n\n"
-                 "* Send the line: **Return**\n"
-                 "* Bring back the last command: **Up**\n"
-                 "* Page through the output: **Page Up** and **Page Down**\n\n"
-                 "## In the output\n\n"
-                 "* Move the caret: **arrows**, **Home**, **End**, **Page Up**, **Page Down**, with **Shift** to "
-                 "select\n"
-                 "* Go on typing: what you type goes to the command line\n\n"
-                 "## In lists\n\n"
-                 "* Edit a cell: **F2**; set a mark: **Space**; leave the list: **Tab**\n"
-                 "* Run the selected macro: **Return**\n\n"
-                 "## In dialogs\n\n"
-                 "* Leave: **Escape**\n");
+    page +=
+        text("## On the command line\n\n"
+             "* Send the line: **Return**\n"
+             "* Bring back the last command: **Up**\n"
+             "* Page through the output: **Page Up** and **Page Down**\n\n"
+             "## In the output\n\n"
+             "* Move the caret: **arrows**, **Home**, **End**, **Page Up**, **Page Down**, with **Shift** to "
+             "select\n"
+             "* Go on typing: what you type goes to the command line\n\n"
+             "## In lists\n\n"
+             "* Edit a cell: **F2**; set a mark: **Space**; leave the list: **Tab**\n"
+             "* Run the selected macro: **Return**\n\n"
+             "## In dialogs\n\n"
+             "* Leave: **Escape**\n");
     return page;
 }

@@ -26,8 +26,10 @@ public:
                       .macroNameTF = elements.macroNameTF,
                       .theSheet = elements.theSheet})
     {
-        QObject::connect(layout.doneButton, &QPushButton::clicked, dialog, [this] { controller.doneEditing(); });
-        QObject::connect(layout.cancelButton, &QPushButton::clicked, dialog, [this] { controller.cancelEditing(); });
+        QObject::connect(layout.doneButton, &QPushButton::clicked, dialog,
+                         [this] { controller.doneEditing(); });
+        QObject::connect(layout.cancelButton, &QPushButton::clicked, dialog,
+                         [this] { controller.cancelEditing(); });
         QObject::connect(dialog, &QDialog::rejected, dialog, [this] { controller.cancelEditing(); });
     }
 

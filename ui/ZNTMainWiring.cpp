@@ -28,10 +28,7 @@ constexpr double smallestControls = 8;
 constexpr double largestControls = 48;
 constexpr double controlsStep = 2;
 
-QString text(const char* latin)
-{
-    return QString::fromLatin1(latin);
-}
+QString text(const char* latin) { return QString::fromLatin1(latin); }
 
 /// Triggering one is triggering the other.
 void joinButton(QPushButton* button, QAction* action)
@@ -73,10 +70,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
                                                              [this] { refresh(); });
 }
 
-ZNTMainWiring::~ZNTMainWiring()
-{
-    controller.whenSessionChanges = nullptr;
-}
+ZNTMainWiring::~ZNTMainWiring() { controller.whenSessionChanges = nullptr; }
 
 void ZNTMainWiring::wireConnection()
 {
@@ -105,12 +99,13 @@ void ZNTMainWiring::wirePlaying()
         joinButton(window.compass->button(direction), menu.go[index]);
         whenTriggered(menu.go[index], [this, direction] { go(direction); });
     }
-    whenTriggered(menu.stopWalking, [this] { session.sendMessageToServer(u"!stop", /*ignoreSpecials=*/false); });
+    whenTriggered(menu.stopWalking,
+                  [this] { session.sendMessageToServer(u"!stop", /*ignoreSpecials=*/false); });
     whenToggled(menu.keypadWalks, [this](bool walks) {
         for (std::size_t index = 0; index < numberOfDirections; ++index) {
             QList<QKeySequence> keys = menu.go[index]->shortcuts();
-            const QKeySequence keypad(QKeyCombination(
-                Qt::KeypadModifier, namesOf(static_cast<ZNTDirection>(index)).keypadKey));
+            const QKeySequence keypad(
+                QKeyCombination(Qt::KeypadModifier, namesOf(static_cast<ZNTDirection>(index)).keypadKey));
             keys.removeAll(keypad);
             if (walks)
                 keys.prepend(keypad);
@@ -130,16 +125,36 @@ void ZNTMainWiring::wirePlaying()
 void ZNTMainWiring::go(ZNTDirection direction)
 {
     switch (direction) {
-    case ZNTDirection::NorthWest: session.sendNorthWestToServer(); return;
-    case ZNTDirection::North: session.sendNorthToServer(); return;
-    case ZNTDirection::NorthEast: session.sendNorthEastToServer(); return;
-    case ZNTDirection::West: session.sendWestToServer(); return;
-    case ZNTDirection::East: session.sendEastToServer(); return;
-    case ZNTDirection::SouthWest: session.sendSouthWestToServer(); return;
-    case ZNTDirection::South: session.sendSouthToServer(); return;
-    case ZNTDirection::SouthEast: session.sendSouthEastToServer(); return;
-    case ZNTDirection::Up: session.sendUpToServer(); return;
-    case ZNTDirection::Down: session.sendDownToServer(); return;
+    case ZNTDirection::NorthWest:
+        session.sendNorthWestToServer();
+        return;
+    case ZNTDirection::North:
+        session.sendNorthToServer();
+        return;
+    case ZNTDirection::NorthEast:
+        session.sendNorthEastToServer();
+        return;
+    case ZNTDirection::West:
+        session.sendWestToServer();
+        return;
+    case ZNTDirection::East:
+        session.sendEastToServer();
+        return;
+    case ZNTDirection::SouthWest:
+        session.sendSouthWestToServer();
+        return;
+    case ZNTDirection::South:
+        session.sendSouthToServer();
+        return;
+    case ZNTDirection::SouthEast:
+        session.sendSouthEastToServer();
+        return;
+    case ZNTDirection::Up:
+        session.sendUpToServer();
+        return;
+    case ZNTDirection::Down:
+        session.sendDownToServer();
+        return;
     }
 }
 
@@ -199,7 +214,8 @@ void ZNTMainWiring::wireMacros()
     // A double click or Return; some styles would take a single click for it.
     QObject::connect(window.macroTable, &QTableView::doubleClicked, menu.invokeMacro,
                      [this] { session.invokeMacro(); });
-    window.macroTable->installEventFilter(new ZNTReturnKey(window.macroTable, [this] { session.invokeMacro(); }));
+    window.macroTable->installEventFilter(
+        new ZNTReturnKey(window.macroTable, [this] { session.invokeMacro(); }));
 }
 
 void ZNTMainWiring::wireSpeech()
@@ -223,7 +239,8 @@ void ZNTMainWiring::wireSpeech()
     whenTriggered(menu.previousLine, [this] { session.speechReview().previousLine(); });
     whenTriggered(menu.nextLine, [this] { session.speechReview().nextLine(); });
     for (std::size_t index = 0; index < ZNTMainMenu::numberedLines; ++index)
-        whenTriggered(menu.lineFromEnd[index], [this, index] { session.speechReview().lineFromEnd(index + 1); });
+        whenTriggered(menu.lineFromEnd[index],
+                      [this, index] { session.speechReview().lineFromEnd(index + 1); });
     whenTriggered(menu.sayStatus, [this] { sayStatus(); });
 }
 
@@ -256,10 +273,11 @@ void ZNTMainWiring::wireView()
 void ZNTMainWiring::wireColours()
 {
     using Colours = ZNTAppearance::Colours;
-    const std::array<std::pair<QAction*, Colours>, 4> choices{{{menu.systemColours, Colours::System},
-                                                               {menu.lightColours, Colours::Light},
-                                                               {menu.darkColours, Colours::Dark},
-                                                               {menu.highContrastColours, Colours::HighContrast}}};
+    const std::array<std::pair<QAction*, Colours>, 4> choices{
+        {{menu.systemColours, Colours::System},
+         {menu.lightColours, Colours::Light},
+         {menu.darkColours, Colours::Dark},
+         {menu.highContrastColours, Colours::HighContrast}}};
     for (const auto& [action, colours] : choices)
         whenTriggered(action, [this, colours = colours] { appearance.use(colours); });
 }
@@ -315,8 +333,8 @@ void ZNTMainWiring::playDemo()
         if (started)
             connectTo(text("127.0.0.1"), started.value(), text("Demo game"));
         else
-            platform.alert.showMessage(u"Demo game", znt::textOfQt(QString::fromStdString(
-                                                         started.error().description)));
+            platform.alert.showMessage(u"Demo game",
+                                       znt::textOfQt(QString::fromStdString(started.error().description)));
     });
 }
 
@@ -324,9 +342,14 @@ ZNTStatusFacts ZNTMainWiring::facts() const
 {
     ZNTStatusFacts now;
     switch (session.state()) {
-    case ZNTSessionState::Idle: break;
-    case ZNTSessionState::Connecting: now.connection = ZNTStatusFacts::Connection::Connecting; break;
-    case ZNTSessionState::Connected: now.connection = ZNTStatusFacts::Connection::Connected; break;
+    case ZNTSessionState::Idle:
+        break;
+    case ZNTSessionState::Connecting:
+        now.connection = ZNTStatusFacts::Connection::Connecting;
+        break;
+    case ZNTSessionState::Connected:
+        now.connection = ZNTStatusFacts::Connection::Connected;
+        break;
     }
     if (now.connection != ZNTStatusFacts::Connection::None)
         now.game = window.mudName->text().isEmpty() ? window.ipAddress->text() : window.mudName->text();

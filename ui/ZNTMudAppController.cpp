@@ -15,27 +15,25 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
       zntMacroGroupDropDownController(services.platform, services.database, mainScreen.macroComboBoxGroup),
       zntMudMacroTableViewController(services.platform, services.database, zntMacroGroupDropDownController,
                                      mainScreen.macroTable),
-      zntServerConnectController(services.platform, mainScreen.sessionScreen(),
-                                 {.database = services.database,
-                                  .macros = zntMudMacroTableViewController,
-                                  .sounds = services.sounds,
-                                  .speechEngine = services.speechEngine,
-                                  .screenReader = services.screenReader,
-                                  .showZNTCommandRecorderView =
-                                      [this](ZNTCommandRecorderDataSource& commands) {
-                                          showZNTCommandRecorderView(commands);
-                                      },
-                                  .sessionChanged =
-                                      [this] {
-                                          if (whenSessionChanges)
-                                              whenSessionChanges();
-                                      }})
+      zntServerConnectController(
+          services.platform, mainScreen.sessionScreen(),
+          {.database = services.database,
+           .macros = zntMudMacroTableViewController,
+           .sounds = services.sounds,
+           .speechEngine = services.speechEngine,
+           .screenReader = services.screenReader,
+           .showZNTCommandRecorderView =
+               [this](ZNTCommandRecorderDataSource& commands) { showZNTCommandRecorderView(commands); },
+           .sessionChanged =
+               [this] {
+                   if (whenSessionChanges)
+                       whenSessionChanges();
+               }})
 {
     ZNTMacroGroupDropDownController& groups = zntMacroGroupDropDownController;
-    mainScreen.macroComboBoxGroup.setSource({[&groups] { return groups.numberOfItemsInComboBox(); },
-                                             [&groups](long index) {
-                                                 return groups.comboBoxObjectValueForItemAtIndex(index);
-                                             }});
+    mainScreen.macroComboBoxGroup.setSource(
+        {[&groups] { return groups.numberOfItemsInComboBox(); },
+         [&groups](long index) { return groups.comboBoxObjectValueForItemAtIndex(index); }});
     mainScreen.macroComboBoxGroup.whenTextChanges(
         [&groups](const std::u16string& text) { groups.setCurrentValueInComboBox(text); });
 
@@ -50,10 +48,7 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
 
 ZNTMudAppController::~ZNTMudAppController() = default;
 
-void ZNTMudAppController::awakeFromNib()
-{
-    zntServerConnectController.awakeFromNib();
-}
+void ZNTMudAppController::awakeFromNib() { zntServerConnectController.awakeFromNib(); }
 
 void ZNTMudAppController::showZNTMudListController()
 {
@@ -95,10 +90,7 @@ void ZNTMudAppController::showPreferencesView()
     preferencesController->showWindow();
 }
 
-void ZNTMudAppController::newApp()
-{
-    QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
-}
+void ZNTMudAppController::newApp() { QProcess::startDetached(QCoreApplication::applicationFilePath(), {}); }
 
 void ZNTMudAppController::showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands)
 {

@@ -66,12 +66,16 @@ void ZNTPreferencesController::wireTriggers()
                            }});
     layout.triggerTableView->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     layout.triggerTableView->setMinimumHeight(layout.triggerTableView->fontMetrics().height() * 8);
-    QObject::connect(layout.triggerTableView->selectionModel(), &QItemSelectionModel::selectionChanged, dialog,
-                     [this] { triggers.tableViewSelectionDidChange(); });
-    QObject::connect(layout.addTriggerButton, &QPushButton::clicked, dialog, [this] { triggers.addEmptyRow(); });
-    QObject::connect(layout.removeTriggerButton, &QPushButton::clicked, dialog, [this] { triggers.removeItem(); });
-    QObject::connect(layout.saveTriggerButton, &QPushButton::clicked, dialog, [this] { triggers.saveToDatabase(); });
-    QObject::connect(layout.reloadTriggersButton, &QPushButton::clicked, dialog, [this] { reloadTriggers(); });
+    QObject::connect(layout.triggerTableView->selectionModel(), &QItemSelectionModel::selectionChanged,
+                     dialog, [this] { triggers.tableViewSelectionDidChange(); });
+    QObject::connect(layout.addTriggerButton, &QPushButton::clicked, dialog,
+                     [this] { triggers.addEmptyRow(); });
+    QObject::connect(layout.removeTriggerButton, &QPushButton::clicked, dialog,
+                     [this] { triggers.removeItem(); });
+    QObject::connect(layout.saveTriggerButton, &QPushButton::clicked, dialog,
+                     [this] { triggers.saveToDatabase(); });
+    QObject::connect(layout.reloadTriggersButton, &QPushButton::clicked, dialog,
+                     [this] { reloadTriggers(); });
 }
 
 void ZNTPreferencesController::wireMacros()
@@ -107,8 +111,10 @@ void ZNTPreferencesController::wireSpeech()
 {
     ZNTSpeechSynth& synth = serverConnectController.zntSpeechSynth();
     layout.speechOnOffCheckBox->setChecked(serverConnectController.speechOnOffBindingState() == 1);
-    layout.speechInterruptCheckBox->setChecked(serverConnectController.speechInterruptOnOffBindingState() == 1);
-    QObject::connect(layout.speechOnOffCheckBox, &QCheckBox::toggled, dialog, [this] { textToSpeechOnAndOff(); });
+    layout.speechInterruptCheckBox->setChecked(serverConnectController.speechInterruptOnOffBindingState() ==
+                                               1);
+    QObject::connect(layout.speechOnOffCheckBox, &QCheckBox::toggled, dialog,
+                     [this] { textToSpeechOnAndOff(); });
     QObject::connect(layout.speechInterruptCheckBox, &QCheckBox::toggled, dialog, [this](bool on) {
         serverConnectController.setSpeechInterruptOnOffBindingState(on ? 1 : 0);
     });
@@ -130,7 +136,8 @@ void ZNTPreferencesController::wireSpeech()
 void ZNTPreferencesController::wireProtocols()
 {
     // A mark that is neither set nor cleared counts as cleared, so the state is asked for, not the change.
-    QObject::connect(layout._mspCheckBox, &QCheckBox::stateChanged, dialog, [this] { mudSoundProtocolOnOff(); });
+    QObject::connect(layout._mspCheckBox, &QCheckBox::stateChanged, dialog,
+                     [this] { mudSoundProtocolOnOff(); });
     QObject::connect(layout._mccpCheckBox, &QCheckBox::stateChanged, dialog,
                      [this] { mudClientCompressionProtocolOnOff(); });
     ZNTSoundFactory& sounds = mudAppController.services().sounds;
@@ -139,7 +146,8 @@ void ZNTPreferencesController::wireProtocols()
     QObject::connect(layout.masterVolume, &QSlider::valueChanged, dialog, [&sounds](int percent) {
         sounds.setMasterVolume(static_cast<float>(percent) / 100.0F);
     });
-    QObject::connect(layout.muteCheckBox, &QCheckBox::toggled, dialog, [&sounds](bool on) { sounds.setMuted(on); });
+    QObject::connect(layout.muteCheckBox, &QCheckBox::toggled, dialog,
+                     [&sounds](bool on) { sounds.setMuted(on); });
 }
 
 void ZNTPreferencesController::mudClientCompressionProtocolOnOff()
@@ -165,10 +173,7 @@ void ZNTPreferencesController::encodingChanged()
             serverConnectController.changeEncoding(znt::textOfQt(button->text()));
 }
 
-void ZNTPreferencesController::reloadTriggers()
-{
-    serverConnectController.reloadTriggers();
-}
+void ZNTPreferencesController::reloadTriggers() { serverConnectController.reloadTriggers(); }
 
 void ZNTPreferencesController::showZNTAddMacroViewController()
 {
@@ -180,27 +185,12 @@ void ZNTPreferencesController::showZNTEditMacroViewController()
     mudAppController.showZNTEditMacroViewController();
 }
 
-void ZNTPreferencesController::selectTriggerTab()
-{
-    tabView.selectTab(TriggerTab);
-}
+void ZNTPreferencesController::selectTriggerTab() { tabView.selectTab(TriggerTab); }
 
-void ZNTPreferencesController::selectMacroTab()
-{
-    tabView.selectTab(MacroTab);
-}
+void ZNTPreferencesController::selectMacroTab() { tabView.selectTab(MacroTab); }
 
-void ZNTPreferencesController::selectEncodingTab()
-{
-    tabView.selectTab(EncodingTab);
-}
+void ZNTPreferencesController::selectEncodingTab() { tabView.selectTab(EncodingTab); }
 
-void ZNTPreferencesController::selectSpeechTab()
-{
-    tabView.selectTab(SpeechTab);
-}
+void ZNTPreferencesController::selectSpeechTab() { tabView.selectTab(SpeechTab); }
 
-void ZNTPreferencesController::selectProtocolTab()
-{
-    tabView.selectTab(ProtocolTab);
-}
+void ZNTPreferencesController::selectProtocolTab() { tabView.selectTab(ProtocolTab); }

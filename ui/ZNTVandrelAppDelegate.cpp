@@ -15,10 +15,7 @@ ZNTVandrelAppDelegate::ZNTVandrelAppDelegate(ZNTMainWindow& window) : window(win
     };
 }
 
-ZNTVandrelAppDelegate::~ZNTVandrelAppDelegate()
-{
-    window.whenClosing = nullptr;
-}
+ZNTVandrelAppDelegate::~ZNTVandrelAppDelegate() { window.whenClosing = nullptr; }
 
 bool ZNTVandrelAppDelegate::windowShouldClose()
 {
