@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
@@ -29,7 +30,8 @@ namespace
 constexpr int margin = 12;
 constexpr int gap = 8;
 constexpr int wideGap = 16;
-constexpr QSize usualSize(1000, 700);
+/// What most games lay their text out for.
+constexpr int usualColumns = 80, usualRows = 32;
 
 QString text(const char* latin) { return QString::fromLatin1(latin); }
 
@@ -104,10 +106,21 @@ ZNTMainWindow::ZNTMainWindow()
     setCentralWidget(scroll);
     makeStatusBar();
     setTabOrders();
-    resize(usualSize);
+    takeUsualSize();
 }
 
 ZNTMainWindow::~ZNTMainWindow() = default;
+
+void ZNTMainWindow::takeUsualSize()
+{
+    const QSize output = textFromServer->sizeForGrid(usualColumns, usualRows);
+    const int side = sidePanel->sizeHint().width();
+    const QSize around = sizeHint() - splitter->sizeHint();
+    const QSize wanted(output.width() + splitter->handleWidth() + side + 2 * margin,
+                       output.height() + around.height());
+    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(screen()->availableSize()));
+    splitter->setSizes({output.width(), side});
+}
 
 QWidget* ZNTMainWindow::makeConnectionRow()
 {

@@ -61,6 +61,8 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// Large enough for the text that games send, as far as the screen allows.
+    void takeUsualSize();
     QWidget* makeConnectionRow();
     QWidget* makePlayArea();
     QScrollArea* makeSidePanel();

@@ -22,6 +22,9 @@ std::vector<ZNTColumn> triggerColumns()
             {"gag", QStringLiteral("Not spoken"), Kind::YesNo}};
 }
 
+/// Of the triggers' table: the two that hold the long texts.
+constexpr int patternColumn = 2, commandColumn = 3;
+
 enum Tab { TriggerTab, MacroTab, EncodingTab, SpeechTab, ProtocolTab };
 
 } // namespace
@@ -64,7 +67,10 @@ void ZNTPreferencesController::wireTriggers()
                            [this](const ZNTCellValue& value, std::string_view column, long row) {
                                triggers.tableViewSetObjectValue(value, column, row);
                            }});
-    layout.triggerTableView->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    auto* header = layout.triggerTableView->horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    for (const int column : {patternColumn, commandColumn})
+        header->setSectionResizeMode(column, QHeaderView::Stretch);
     layout.triggerTableView->setMinimumHeight(layout.triggerTableView->fontMetrics().height() * 8);
     QObject::connect(layout.triggerTableView->selectionModel(), &QItemSelectionModel::selectionChanged,
                      dialog, [this] { triggers.tableViewSelectionDidChange(); });

@@ -1,8 +1,10 @@
 #include "ZNTWindowFit.h"
 
+#include <QPlainTextEdit>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTableView>
 #include <QWidget>
 #include <algorithm>
 
@@ -10,6 +12,8 @@ namespace
 {
 /// What the window's frame and a panel of the desktop may take.
 constexpr int roomAround = 40;
+/// What a table or a text to edit is given at least, in characters of the window's own font.
+constexpr int comfortableColumns = 84, comfortableRows = 38;
 } // namespace
 
 void znt::fitToScreen(QWidget& window)
@@ -24,6 +28,9 @@ void znt::fitToScreen(QWidget& window)
         wanted.rwidth() += std::max(0, content.width() + frame - asked.width());
         wanted.rheight() += std::max(0, content.height() + frame - asked.height());
     }
+    if (window.findChild<QTableView*>() || window.findChild<QPlainTextEdit*>())
+        wanted = wanted.expandedTo({window.fontMetrics().averageCharWidth() * comfortableColumns,
+                                    window.fontMetrics().height() * comfortableRows});
     const QSize room = window.screen()->availableSize() - QSize(roomAround, roomAround);
     window.resize(wanted.boundedTo(room));
 }
