@@ -8,19 +8,9 @@ ZNTAddMacroViewController::ZNTAddMacroViewController(const ZNTPlatform& platform
                                                      ZNTMacroGroupDropDownController& dropDownController,
                                                      ZNTMudMacroTableViewController& mmtvc,
                                                      ZNTMacroSheetElements elements)
-    : platform(platform),
-      database(database),
-      dropDownController(dropDownController),
-      mmtvc(mmtvc),
-      elements(elements)
+    : ZNTMacroSheetController(platform, database, dropDownController, mmtvc, elements)
 {
     setMacroGroupName();
-}
-
-void ZNTAddMacroViewController::setMacroGroupName()
-{
-    const auto* group = dropDownController.getCurrentMacroGroup();
-    elements.macroGroupNameLabel.setText(group ? group->groupName : u"");
 }
 
 void ZNTAddMacroViewController::showWindow()
@@ -38,8 +28,5 @@ void ZNTAddMacroViewController::doneEditing()
                    .dataToExecute = elements.commandText.text()};
     database.insertMacroSetWithMacroGroup(macro);
     mmtvc.addMacroToList(macro);
-    platform.notifications.post("MACRO_ADDED", this);
-    elements.commandText.setText(u"");
-    elements.macroNameTF.setText(u"");
-    closeSheet();
+    finishEditing();
 }

@@ -1,7 +1,6 @@
 #include "ZNTEditMacroViewController.h"
 
 #include "ZNTDatabaseHelper.h"
-#include "ZNTMacroGroupDropDownController.h"
 #include "ZNTMudMacroTableViewController.h"
 
 ZNTEditMacroViewController::ZNTEditMacroViewController(const ZNTPlatform& platform,
@@ -9,11 +8,7 @@ ZNTEditMacroViewController::ZNTEditMacroViewController(const ZNTPlatform& platfo
                                                        ZNTMacroGroupDropDownController& dropDownController,
                                                        ZNTMudMacroTableViewController& mmtvc,
                                                        ZNTMacroSheetElements elements)
-    : platform(platform),
-      database(database),
-      dropDownController(dropDownController),
-      mmtvc(mmtvc),
-      elements(elements)
+    : ZNTMacroSheetController(platform, database, dropDownController, mmtvc, elements)
 {
     setMacroGroupName();
 }
@@ -33,8 +28,7 @@ bool ZNTEditMacroViewController::setEditableData()
 
 void ZNTEditMacroViewController::setMacroGroupName()
 {
-    const auto* group = dropDownController.getCurrentMacroGroup();
-    elements.macroGroupNameLabel.setText(group ? group->groupName : u"");
+    showNameOfCurrentGroup();
     setEditableData();
 }
 
@@ -55,8 +49,5 @@ void ZNTEditMacroViewController::doneEditing()
     macroSelected.dataToExecute = elements.commandText.text();
     database.updateMacro(macroSelected);
     mmtvc.updateMacroInList(macroSelected, mmtvc.getCurrentSelectedMacroIndex());
-    platform.notifications.post("MACRO_ADDED", this);
-    elements.commandText.setText(u"");
-    elements.macroNameTF.setText(u"");
-    closeSheet();
+    finishEditing();
 }

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "ZNTAddMacroViewController.h"
 #include "ZNTMacro.h"
+#include "ZNTMacroSheetController.h"
+
+#include <cstdint>
 
 /// The sheet that edits the selected macro.
-class ZNTEditMacroViewController
+class ZNTEditMacroViewController final : public ZNTMacroSheetController
 {
 public:
-    /// All of it outlives this.
     ZNTEditMacroViewController(const ZNTPlatform& platform, ZNTDatabaseHelper& database,
                                ZNTMacroGroupDropDownController& dropDownController,
                                ZNTMudMacroTableViewController& mmtvc, ZNTMacroSheetElements elements);
@@ -19,15 +20,8 @@ public:
     void setMacroGroupName();
     /// Stores the fields as they stand, and closes.
     void doneEditing();
-    void cancelEditing() { closeSheet(); }
-    void closeSheet() { elements.theSheet.close(); }
 
 private:
-    ZNTPlatform platform;
-    ZNTDatabaseHelper& database;
-    ZNTMacroGroupDropDownController& dropDownController;
-    ZNTMudMacroTableViewController& mmtvc;
-    ZNTMacroSheetElements elements;
     ZNTMacro macroSelected;
     std::int64_t index = -1; ///< its row in the list when the fields were filled
 };
