@@ -95,6 +95,37 @@ TEST_F(Session, AnswersTelnetBeforeAnythingIsShownAndInOrder)
     EXPECT_EQ(shown(), u"");
 }
 
+TEST_F(Session, AnswersAllOffersThatAServerCanMake)
+{
+    connect();
+    std::string offers, others, answers;
+    for (int option = 0; option < 256; ++option) {
+        offers += telnet({255, 251, option});
+        for (const int command : {250, 252, 253, 254})
+            others += telnet({255, command, option});
+    }
+    for (const auto& [option, command] : {std::pair{3, 25},
+                                          {24, 252},
+                                          {25, 253},
+                                          {31, 25},
+                                          {42, 252},
+                                          {69, 25},
+                                          {70, 25},
+                                          {85, 25},
+                                          {86, 25},
+                                          {90, 25},
+                                          {91, 25},
+                                          {93, 25},
+                                          {102, 252},
+                                          {200, 25},
+                                          {201, 25}})
+        answers += telnet({255, command, option});
+    receive(others);
+    EXPECT_EQ(server.received(), "");
+    receive(offers);
+    EXPECT_EQ(server.received(), answers);
+}
+
 TEST_F(Session, SendsLinesAndEchoesThem)
 {
     connect();
