@@ -107,19 +107,21 @@ void ZNTConsoleClient::startDemo()
 
 void ZNTConsoleClient::connect(std::u16string_view newHost, int newPort)
 {
-    if (!newHost.empty()) {
-        host.setText(newHost);
-        port.setText(znt::decimalText(newPort));
-    }
     if (controller.state() != ZNTSessionState::Idle) {
         complain(u"There is a connection already; /disconnect ends it.");
         return;
     }
-    if (host.text().empty()) {
+    if (!newHost.empty()) {
+        host.setText(newHost);
+        port.setText(znt::decimalText(newPort));
+    }
+    if (host.text().empty() || znt::integerValue(port.text()) <= 0) {
         complain(u"Name a game: /connect HOST PORT, or make one of /muds the default.");
         return;
     }
     controller.connectToServer();
+    if (controller.lastEnding() == ZNTSessionEnding::Broken && !surroundings.inputIsTerminal)
+        finish(exitBroken); // refused before an attempt could begin
 }
 
 void ZNTConsoleClient::disconnect()
@@ -154,6 +156,11 @@ void ZNTConsoleClient::handleLine(const std::string& utf8)
     sendWaitingLines();
 }
 
+void ZNTConsoleClient::readOnOrPause()
+{
+    surroundings.input.setPaused(waitingLines.size() >= mostWaitingLines);
+}
+
 void ZNTConsoleClient::sendWaitingLines()
 {
     while (!waitingLines.empty() && !mustWait() && !hasFinished) {
@@ -161,6 +168,7 @@ void ZNTConsoleClient::sendWaitingLines()
         waitingLines.pop_front();
         carryOut(line);
     }
+    readOnOrPause();
 }
 
 void ZNTConsoleClient::carryOut(const std::string& utf8)
@@ -198,7 +206,8 @@ void ZNTConsoleClient::silencePassed()
 
 void ZNTConsoleClient::finishAfterLastLine()
 {
-    if (hasInputEnded && waitingLines.empty() && !isAnswerAwaited)
+    const bool isOnItsWay = controller.isConnected() && controller.isWalking();
+    if (hasInputEnded && waitingLines.empty() && !mustWait() && !isOnItsWay)
         finish(hasLostLine && !surroundings.inputIsTerminal ? exitBroken : exitFine);
 }
 

@@ -70,10 +70,13 @@ public:
     void finishRecording(std::u16string_view name, std::u16string_view seconds);
 
     static constexpr int exitFine = 0, exitBroken = 1;
+    /// Lines of a script that are read ahead of the one being sent, about.
+    static constexpr std::size_t mostWaitingLines = 1000;
 
 private:
     void handleLine(const std::string& utf8);
     void sendWaitingLines();
+    void readOnOrPause();
     void carryOut(const std::string& utf8);
     void inputEnded();
     void sessionChanged();

@@ -20,13 +20,6 @@ struct ZNTConsoleCommand {
 class ZNTConsoleCommands
 {
 public:
-    struct Command {
-        std::u16string_view name;
-        std::u16string_view usage; ///< what follows the name
-        std::u16string_view help;  ///< one sentence
-        std::function<void(std::u16string_view words)> carryOut;
-    };
-
     /// The client owns its commands.
     explicit ZNTConsoleCommands(ZNTConsoleClient& client);
     ~ZNTConsoleCommands();

@@ -41,6 +41,12 @@ long indexMeant(ZNTConsoleClient& client, const List& list, u16string_view word,
     return found;
 }
 
+/// The store fails in silence; a player is told that what was typed is not kept.
+void complainOfStore(ZNTConsoleClient& client)
+{
+    client.complain(u"This could not be stored; nothing has changed.");
+}
+
 /// One of a command's words: "add" of "/trigger add". Complains where there is no such word.
 struct Verb {
     u16string_view name;
@@ -103,7 +109,12 @@ private:
             client.complain(u"Say what to look for and what to send: /trigger add NAME: PATTERN => COMMAND");
             return;
         }
+        const auto countBefore = client.database().loadAllTriggers().size();
         client.database().insertTrigger(trigger);
+        if (client.database().loadAllTriggers().size() == countBefore) {
+            complainOfStore(client);
+            return;
+        }
         client.session().reloadTriggers();
         client.say(joined({u"Trigger ", trigger.name, u" is on."}));
     }
@@ -261,7 +272,12 @@ private:
                        .groupOid = group->oid,
                        .name = std::u16string(name),
                        .dataToExecute = std::u16string(words)};
+        const auto countBefore = all().size();
         client.database().insertMacroSetWithMacroGroup(macro);
+        if (all().size() == countBefore) {
+            complainOfStore(client);
+            return;
+        }
         client.say(joined({u"Type ~", name, u" to run it."}));
     }
 
@@ -384,7 +400,12 @@ private:
         mud.name = words;
         mud.telnetURL = host;
         mud.port = port;
+        const auto countBefore = client.database().getAllMudsFromMudList().size();
         client.database().addNewRowMudList(mud);
+        if (client.database().getAllMudsFromMudList().size() == countBefore) {
+            complainOfStore(client);
+            return;
+        }
         client.say(joined({mud.name, u" is in the address book."}));
         book.add(std::move(mud));
     }

@@ -22,6 +22,9 @@ public:
     [[nodiscard]] virtual bool isTerminal() const { return false; }
     /// Begins to deliver, never from inside this call.
     virtual void start(Handlers handlers) = 0;
+    /// Whether to read no further for now. A few lines may still come; a person at a terminal is never kept
+    /// waiting.
+    virtual void setPaused(bool isPaused) { static_cast<void>(isPaused); }
     /// To be called around every output, which would otherwise break into the line being typed.
     virtual void hideLine() {}
     /// `unfinishedLine` (UTF-8) is what stands before the line being typed: a prompt of the game's.

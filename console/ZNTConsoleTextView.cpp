@@ -94,14 +94,13 @@ void ZNTConsoleTextView::appendCharacter(char16_t unit)
     case ZNTLineEnds::Meaning::Character:
         break;
     }
-    if (unit >= 0xD800 && unit <= 0xDBFF) {
-        leadSurrogate = unit;
-        return;
-    }
     std::u16string character;
     if (leadSurrogate != 0)
         character += std::exchange(leadSurrogate, char16_t{0});
-    character += unit;
+    if (unit >= 0xD800 && unit <= 0xDBFF)
+        leadSurrogate = unit;
+    else
+        character += unit;
     pending += znt::utf8FromText(character);
     if (lastLine.size() < longestLastLine)
         lastLine += character;

@@ -14,6 +14,18 @@ void ZNTPlainInput::start(Handlers given)
         readOnNextTurn();
 }
 
+void ZNTPlainInput::setPaused(bool paused)
+{
+    if (std::exchange(isPaused, paused) == paused || hasEnded)
+        return;
+    if (watch)
+        watch->setInterest(paused ? RunLoopInterest::None : RunLoopInterest::Readable);
+    else if (paused)
+        nextRead.reset();
+    else
+        readOnNextTurn();
+}
+
 void ZNTPlainInput::readOnNextTurn()
 {
     nextRead = runLoop.startTimer(0, RunLoopRepeat::Once, [this] { readSome(); });
@@ -43,19 +55,32 @@ void ZNTPlainInput::deliverLines()
             return;
         const bool isWhole = end != std::string::npos;
         if (!isWhole)
-            end = longestLine;
+            end = endOfPiece();
         std::string line = unfinished.substr(0, end);
         unfinished.erase(0, isWhole ? end + 1 : end);
-        if (line.ends_with('\r'))
+        if (isWhole && line.ends_with('\r'))
             line.pop_back();
         handlers.line(std::move(line));
     }
 }
 
+std::size_t ZNTPlainInput::endOfPiece() const
+{
+    constexpr std::size_t longestCharacter = 4;
+    auto end = unfinished.size() - 1; // a CR at the very end may belong to a line feed still to come
+    for (std::size_t back = 1; back < longestCharacter; ++back, --end)
+        if ((static_cast<unsigned char>(unfinished[end]) & 0xC0) != 0x80)
+            break;
+    return end;
+}
+
 void ZNTPlainInput::finish()
 {
+    hasEnded = true;
     watch.reset();
     nextRead.reset();
+    if (unfinished.ends_with('\r'))
+        unfinished.pop_back();
     if (!unfinished.empty())
         handlers.line(std::exchange(unfinished, {}));
     handlers.end();

@@ -9,20 +9,25 @@ public:
     /// Reads from `descriptor`, which stays the caller's.
     ZNTPlainInput(RunLoop& runLoop, int descriptor) : runLoop(runLoop), descriptor(descriptor) {}
     void start(Handlers handlers) override;
+    void setPaused(bool isPaused) override;
 
-    /// Bytes of one line; a longer one is delivered in pieces of this size, so that none fills the memory.
+    /// Bytes of one line; a longer one is delivered in pieces of about this size, none of which cuts a
+    /// character, so that no line fills the memory.
     static constexpr std::size_t longestLine = std::size_t{1} << 20;
 
 private:
     void readSome();
     void readOnNextTurn();
     void deliverLines();
+    [[nodiscard]] std::size_t endOfPiece() const;
     void finish();
 
     RunLoop& runLoop;
     int descriptor;
     Handlers handlers;
     std::string unfinished;
+    bool isPaused = false;
+    bool hasEnded = false;
     std::unique_ptr<RunLoopWatch> watch;
     std::unique_ptr<RunLoopTimer> nextRead; ///< for a regular file, which cannot be watched
 };

@@ -1,0 +1,251 @@
+#include "ZNTConsoleFixture.h"
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace
+{
+
+using ZNTConsoleClientTest = ZNTConsoleFixture;
+
+TEST_F(ZNTConsoleClientTest, AScriptWaitsForTheConnectionAndThenForEachAnswer)
+{
+    startConnected();
+    type("look");
+    type("north");
+    type("//slash");
+    endInput();
+    settle();
+    EXPECT_EQ(server.received(), "") << "the greeting is read first";
+    receive("Welcome\r\n> ");
+    EXPECT_EQ(server.received(), "look\r\n");
+    machine.loop.advance(0.3);
+    EXPECT_EQ(server.received(), "look\r\n") << "not answered yet";
+    receive("A square\r\n> ");
+    EXPECT_EQ(server.received(), "look\r\nnorth\r\n");
+    silence(); // the game has nothing to say to it
+    EXPECT_EQ(server.received(), "look\r\nnorth\r\n/slash\r\n");
+    EXPECT_THAT(exitCodes, IsEmpty());
+    server.send("The end");
+    settle();
+    EXPECT_THAT(output, testing::Not(HasSubstr("The end"))) << "held back until a silence";
+    silence();
+    EXPECT_THAT(exitCodes, ElementsAre(0));
+    EXPECT_EQ(output, "Welcome\n> look\nA square\n> north\n/slash\nThe end");
+    EXPECT_FALSE(client->session().isConnected());
+}
+
+TEST_F(ZNTConsoleClientTest, AWalkIsFinishedBeforeAScriptEnds)
+{
+    startConnected();
+    silence();
+    type("!2n");
+    endInput();
+    for (int half = 0; half < 5; ++half)
+        silence();
+    EXPECT_EQ(server.received(), "n\r\nn\r\n");
+    for (int half = 0; half < 3; ++half)
+        silence();
+    EXPECT_THAT(exitCodes, ElementsAre(0));
+}
+
+TEST_F(ZNTConsoleClientTest, LinesOnATerminalGoOutAtOnceAndCommandsDoNotWaitForTheConnection)
+{
+    start(From::Terminal);
+    type("look");
+    EXPECT_THAT(machine.log.lines.back(), EndsWith("Not connected, so this was not sent: look"));
+    type("/connect 127.0.0.1 " + std::to_string(server.port()));
+    type("look");
+    type("/encoding big5");
+    EXPECT_EQ(client->session().cfStringEncoding(), ZNTStringEncoding::Big5Hkscs);
+    waitForConnection();
+    type("north");
+    settle();
+    EXPECT_EQ(server.received(), "look\r\nnorth\r\n");
+    EXPECT_THAT(answerTo("/connect mud.example 4000"),
+                ElementsAre("! There is a connection already; /disconnect ends it."));
+    type("/disconnect");
+    settle();
+    EXPECT_TRUE(server.clientHasClosed());
+    type("/connect"); // the same game again, not the one that was refused
+    waitForConnection();
+    EXPECT_EQ(server.clientsAccepted(), 2);
+    endInput();
+    silence();
+    EXPECT_THAT(exitCodes, ElementsAre(0));
+}
+
+TEST_F(ZNTConsoleClientTest, AConnectionThatFailsOrBreaksEndsAScriptWithOneAndLeavesATerminalOpen)
+{
+    for (const auto from : {From::Script, From::Terminal}) {
+        for (const bool isRefused : {true, false}) {
+            SCOPED_TRACE(from == From::Script ? "script" : "terminal");
+            SCOPED_TRACE(isRefused ? "refused" : "broken");
+            exitCodes.clear();
+            machine.alert.shown.clear();
+            ZNTConsoleOptions options;
+            options.host = "127.0.0.1";
+            {
+                ZNTScriptedPeer peer(machine.loop);
+                options.port = peer.port();
+                if (isRefused)
+                    peer.stopListening();
+                start(from, options);
+                if (!isRefused) {
+                    ASSERT_TRUE(machine.loop.runUntil([&] { return peer.hasClient(); }));
+                    settle();
+                    peer.reset();
+                }
+                machine.loop.runUntil([&] { return !machine.alert.shown.empty(); });
+                settle();
+            }
+            ASSERT_EQ(machine.alert.shown.size(), 1u);
+            EXPECT_EQ(machine.alert.shown[0].first, u"MUD Not Responding");
+            EXPECT_EQ(exitCodes, from == From::Script ? std::vector{1} : std::vector<int>{});
+            client.reset();
+        }
+    }
+}
+
+TEST_F(ZNTConsoleClientTest, AServerThatClosesEndsAScriptAndLinesLeftOverAreNamed)
+{
+    startConnected();
+    type("quit");
+    endInput();
+    silence();
+    server.send("Goodbye");
+    server.closeWhenSent();
+    machine.loop.runUntil([this] { return !exitCodes.empty(); });
+    EXPECT_THAT(output, EndsWith("quit\nGoodbye")) << "also what was held back";
+    EXPECT_THAT(exitCodes, ElementsAre(0));
+}
+
+TEST_F(ZNTConsoleClientTest, LinesThatCannotBeSentAreNamedAndMakeTheExitCodeOne)
+{
+    start();
+    type("look");
+    type("/help quit");
+    endInput();
+    settle();
+    EXPECT_THAT(machine.log.lines.back(), EndsWith("this was not sent: look"));
+    EXPECT_THAT(exitCodes, ElementsAre(1));
+}
+
+TEST_F(ZNTConsoleClientTest, AScriptMayGoFromOneGameToTheNext)
+{
+    startConnected();
+    type("/disconnect");
+    type("/connect 127.0.0.1 " + std::to_string(server.port()));
+    type("look");
+    endInput();
+    silence();
+    ASSERT_TRUE(machine.loop.runUntil([this] { return server.clientsAccepted() == 2; }));
+    silence();
+    silence();
+    EXPECT_EQ(server.received(), "look\r\n");
+    silence();
+    EXPECT_THAT(exitCodes, ElementsAre(0));
+}
+
+TEST_F(ZNTConsoleClientTest, AnEndlessScriptIsReadNoFasterThanItIsSent)
+{
+    startConnected();
+    for (std::size_t line = 0; line < ZNTConsoleClient::mostWaitingLines; ++line) {
+        EXPECT_FALSE(input.isPaused);
+        type("look");
+    }
+    EXPECT_TRUE(input.isPaused);
+    receive("> ");
+    EXPECT_FALSE(input.isPaused);
+}
+
+TEST_F(ZNTConsoleClientTest, CommandsOfTheClientsOwn)
+{
+    start(From::Terminal);
+    const struct {
+        const char *command, *answer;
+    } cases[] = {
+        {"/xyzzy", "! There is no command /xyzzy; /help lists them. A line for the game that starts with a "
+                   "slash is typed with two."},
+        {"/re", "! /re could be /replay or /reload."},
+        {"/dis", "! There is no connection."},
+        {"/help qu", "! There is no command /qu; /help lists them."},
+        {"/help quit", "/quit  Ends the connection and the program."},
+        {"/connect", "! Name a game: /connect HOST PORT, or make one of /muds the default."},
+        {"/connect mud.example", "! Name a host and a port from 1 to 65535: /connect HOST PORT"},
+        {"/connect mud.example 65536", "! Name a host and a port from 1 to 65535: /connect HOST PORT"},
+        {"/connect mud.example 40x", "! Name a host and a port from 1 to 65535: /connect HOST PORT"},
+        {"/encoding latin", "! There are three encodings: /encoding ascii|euc-cn|big5"},
+        {"/mccp", "! Say on or off: /mccp on|off"},
+        {"/msp maybe", "! Say on or off: /msp on|off"},
+        {"/mute 1", "! Say on or off: /mute on|off"},
+        {"/volume 101", "! Say how loud, from 0 to 100: /volume 50"},
+        {"/volume", "! Say how loud, from 0 to 100: /volume 50"},
+        {"/volume -1", "! Say how loud, from 0 to 100: /volume 50"},
+        {"/say 0", "! Say how many lines: /say N"},
+        {"/say x", "! Say how many lines: /say N"},
+        {"/record stop", "! Start or pause with /record, end with /record done [NAME SECONDS]."},
+        {"/record", "Recording."},
+        {"/record ", "Recording is paused."},
+    };
+    for (const auto& [command, answer] : cases)
+        EXPECT_THAT(answerTo(command), ElementsAre(answer)) << command;
+    EXPECT_EQ(sounds.masterVolume(), 1);
+    EXPECT_FALSE(sounds.isMuted());
+    type("/mute on");
+    type("/volume 0");
+    EXPECT_TRUE(sounds.isMuted());
+    EXPECT_EQ(sounds.masterVolume(), 0);
+    EXPECT_EQ(client->session().state(), ZNTSessionState::Idle);
+    type("/quit");
+    settle();
+    EXPECT_THAT(exitCodes, ElementsAre(0));
+}
+
+TEST_F(ZNTConsoleClientTest, CompressionAndSoundAreAskedForAndTextComesInTheChosenEncoding)
+{
+    start(From::Terminal);
+    type("/mccp on"); // before there is anybody to ask
+    type("/connect 127.0.0.1 " + std::to_string(server.port()));
+    waitForConnection();
+    receive("Hello\r\n\xFF\xFB\x56");
+    EXPECT_EQ(server.received(), "\xFF\xFD\x56");
+    EXPECT_EQ(output.substr(output.find("Hello")), "Hello\n") << "what is not compressed is read as it is";
+    type("/msp on");
+    type("/mccp off");
+    settle();
+    EXPECT_EQ(server.received(), "\xFF\xFD\x56\xFF\xFD\x5A\xFF\x19\x56");
+    type("/encoding euc-cn");
+    receive("\xC4\xE3\xBA\xC3\r\n");
+    type("/encoding big5");
+    receive("\xA7\x41\xA6\x6E\r\n");
+    EXPECT_THAT(output, EndsWith("\u4F60\u597D\n\u4F60\u597D\n"));
+}
+
+TEST_F(ZNTConsoleClientTest, TheRecorderShowsItsLinesAndNamesThem)
+{
+    startConnected(From::Terminal);
+    type("/record");
+    type("look");
+    type("/record");
+    type("unheard");
+    type("/record");
+    type("north");
+    EXPECT_THAT(answerTo("/record done ways 2"), ElementsAre("  look", "  north", HasSubstr("! OBJ: ")));
+    EXPECT_THAT(machine.log.lines.back(), HasSubstr("ways"));
+    EXPECT_THAT(answerTo("/record done"), IsEmpty());
+}
+
+TEST_F(ZNTConsoleClientTest, TheLastLinesAreSpokenNewestFirst)
+{
+    startConnected(From::Terminal);
+    receive("first\r\nsecond\r\nthird\r\n");
+    type("/say 2");
+    for (int wait = 0; wait < 10; ++wait)
+        machine.loop.advance(1);
+    EXPECT_THAT(speech.spoken, ElementsAre(HasSubstr("third"), HasSubstr("second")));
+}
+
+} // namespace

@@ -1,0 +1,115 @@
+#include "ZNTConsoleTextView.h"
+
+#include "ZNTText.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+/// Notes what the view asks of the line being typed.
+struct NotedInput final : ZNTConsoleInput {
+    void start(Handlers) override {}
+    void hideLine() override { isHidden = true; }
+    void showLine(std::string_view unfinishedLine) override
+    {
+        isHidden = false;
+        prompt = unfinishedLine;
+    }
+    bool isHidden = false;
+    std::string prompt;
+};
+
+struct View {
+    explicit View(ZNTConsoleColour colour = ZNTConsoleColour::Never)
+        : view(colour, input, [this](std::string_view piece) {
+              EXPECT_TRUE(input.isHidden);
+              EXPECT_LE(piece.size(), std::size_t{64} << 10);
+              written += piece;
+          })
+    {
+    }
+    View& operator<<(std::u16string_view text)
+    {
+        ZNTAttributedText plain;
+        plain.text = text;
+        view.append(plain);
+        EXPECT_FALSE(input.isHidden);
+        return *this;
+    }
+    NotedInput input;
+    std::string written;
+    ZNTConsoleTextView view;
+};
+
+TEST(ZNTConsoleTextView, EveryLineEndIsOneLineFeedWhereverItIsCut)
+{
+    const std::u16string text = u"a\r\nb\n\rc\rd\ne\r\r\n\nf\n\r\n";
+    for (std::size_t cut = 0; cut <= text.size(); ++cut) {
+        SCOPED_TRACE(cut);
+        View view;
+        view << text.substr(0, cut) << text.substr(cut);
+        EXPECT_EQ(view.written, "a\nb\nc\nd\ne\n\n\nf\n\n");
+    }
+}
+
+TEST(ZNTConsoleTextView, NoControlCharacterOfTheServersPasses)
+{
+    std::u16string all;
+    for (char16_t unit = 0; unit < 0x100; ++unit)
+        if (unit != u'\n' && unit != u'\r')
+            all += unit;
+    View view;
+    view << all
+         << u"\x1b]0;title\x07\x9b"
+            u"2J";
+    const auto shown = znt::textFromUtf8(view.written);
+    for (const char16_t unit : shown)
+        EXPECT_TRUE(unit == u'\t' || (unit >= 0x20 && unit < 0x7F) || unit > 0x9F) << +unit;
+    EXPECT_TRUE(shown.ends_with(u"]0;title2J")) << "what is no control character is shown";
+    EXPECT_NE(shown.find(u'\u00FF'), shown.npos);
+}
+
+TEST(ZNTConsoleTextView, ACharacterCutInTwoIsOneCharacterAndHalfOfOneIsMarked)
+{
+    View view;
+    view << u"x\xD83D" << u"\xDE00y";
+    EXPECT_EQ(view.written, "x\xF0\x9F\x98\x80y");
+    view.written.clear();
+    view << u"\xD83D" << u"z\xD83D\xD83D\xDE00\xDE00.";
+    EXPECT_EQ(view.written, "\xEF\xBF\xBDz\xEF\xBF\xBD\xF0\x9F\x98\x80\xEF\xBF\xBD.");
+}
+
+TEST(ZNTConsoleTextView, ColoursAreSequencesOfOurOwnAndEndWithTheText)
+{
+    ZNTAttributedText text;
+    text.text = u"plain red\r\nbold";
+    text.sets = {ZNTAttributeSet{}, ZNTAttributeSet{}, ZNTAttributeSet{}};
+    text.sets[1].foreground = znt::colours::red;
+    text.sets[1].background = znt::colours::blue;
+    text.sets[2].font = ZNTFont{u"Menlo-Bold"};
+    text.runs = {{0, 0}, {6, 1}, {11, 2}};
+    View never(ZNTConsoleColour::Never), always(ZNTConsoleColour::Always);
+    never.view.append(text);
+    always.view.append(text);
+    EXPECT_EQ(never.written, "plain red\nbold");
+    EXPECT_EQ(always.written, "plain \x1b[0;31;44mred\n\x1b[0;1mbold\x1b[0m");
+}
+
+TEST(ZNTConsoleTextView, AFloodComesInPiecesAndThePromptIsTheUnfinishedLine)
+{
+    View view;
+    std::string expected;
+    std::u16string flood;
+    for (int line = 0; line < 20000; ++line) {
+        flood += u"A goblin \u4F60\u597D kicks.\r\n";
+        expected += "A goblin \xE4\xBD\xA0\xE5\xA5\xBD kicks.\n";
+    }
+    flood += std::u16string(200000, u'=') + u"\r\nHP 10> ";
+    expected += std::string(200000, '=') + "\nHP 10> ";
+    view << flood;
+    EXPECT_TRUE(view.written == expected);
+    EXPECT_EQ(view.input.prompt, "HP 10> ");
+}
+
+} // namespace

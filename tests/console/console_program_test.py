@@ -1,0 +1,81 @@
+#!/usr/bin/env python3
+"""Runs the real terminal client against the real demo game, as a player's shell would.
+
+usage: console_program_test.py ZANTOR_CONSOLE
+"""
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM = sys.argv.pop(1)
+
+
+class ConsoleProgram(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.home = folder.name
+
+    def play(self, lines, *arguments, home=None):
+        """Standard output, standard error and the exit code of a client that is given `lines`."""
+        done = subprocess.run([PROGRAM, *arguments], input=lines.encode(), capture_output=True, timeout=30,
+                              env=dict(os.environ, HOME=home or self.home), check=False)
+        return done.stdout.decode(), done.stderr.decode(), done.returncode
+
+    def assert_in_order(self, text, *parts):
+        at = 0
+        for part in parts:
+            found = text.find(part, at)
+            self.assertGreaterEqual(found, 0, f"{part!r} is missing after {text[:at]!r} in {text[at:]!r}")
+            at = found + len(part)
+
+    def test_a_script_is_played_line_by_line(self):
+        out, _, code = self.play("look\nnorth\n", "--demo")
+        self.assert_in_order(out, "Lantern Square", "> look\n", "Lantern Square", "> north\n", "The Harbour")
+        self.assertNotRegex(out, r"[\x00-\x08\x0b-\x1f\x7f-\x9f]")
+        self.assertEqual(code, 0)
+
+    def test_no_lines_show_the_greeting(self):
+        with open(os.devnull, "rb") as nothing:
+            done = subprocess.run([PROGRAM, "--demo", "--colour", "always"], stdin=nothing,
+                                  capture_output=True, timeout=30, env=dict(os.environ, HOME=self.home),
+                                  check=False)
+        self.assertIn(b"Lantern Square", done.stdout)
+        self.assertIn(b"\x1b[0;", done.stdout)
+        self.assertEqual(done.returncode, 0)
+
+    def test_a_reader_that_leaves_ends_it_quietly(self):
+        with subprocess.Popen([PROGRAM, "--demo"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE, env=dict(os.environ, HOME=self.home)) as client:
+            client.stdout.readline()
+            client.stdout.close()
+            client.stdin.write(b"look\n" * 50)
+            client.stdin.close()
+            complaints = client.stderr.read().decode()
+            code = client.wait(30)
+        self.assertGreaterEqual(code, 0, "ended by a signal")
+        self.assertNotIn("roken pipe", complaints)
+
+    def test_chinese_is_shown_in_utf_8(self):
+        for encoding in "euc-cn", "big5":
+            with self.subTest(encoding):
+                out, _, code = self.play("", "--demo", "--encoding", encoding)
+                self.assertRegex(out, "[\u4e00-\u9fff]{4}")
+                self.assertNotIn("\ufffd", out)
+                self.assertEqual(code, 0)
+
+    def test_without_a_usable_home_play_goes_on(self):
+        out, _, code = self.play("north\n", "--demo", home="/dev/null")
+        self.assertIn("The Harbour", out)
+        self.assertEqual(code, 0)
+
+    def test_exit_codes(self):
+        self.assertEqual(self.play("", "mud.example")[2], 2)
+        _, err, code = self.play("look\n", "127.0.0.1", "1")
+        self.assertIn("MUD Not Responding", err)
+        self.assertEqual(code, 1)
+
+
+unittest.main()
