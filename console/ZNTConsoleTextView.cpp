@@ -69,11 +69,15 @@ void ZNTConsoleTextView::appendCharacters(std::u16string_view characters)
         const auto first = characters.begin() + static_cast<std::ptrdiff_t>(at);
         const auto last = std::find_if_not(first, characters.end(), isPlain);
         if (first != last && leadSurrogate == 0) { // most text: narrowed as it is
+            const auto length = static_cast<std::size_t>(last - first);
             lineEnds.meaningOf(u' ');
-            pending.append(first, last);
+            const auto end = pending.size();
+            pending.resize(end + length);
+            std::transform(first, last, pending.data() + end,
+                           [](char16_t unit) { return static_cast<char>(unit); });
             if (lastLine.size() < longestLastLine)
-                lastLine.append(first, last);
-            at += static_cast<std::size_t>(last - first);
+                lastLine.append(characters.substr(at, std::min(length, longestLastLine)));
+            at += length;
         } else {
             appendCharacter(characters[at++]);
         }

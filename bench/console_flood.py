@@ -1,0 +1,82 @@
+#!/usr/bin/env python3
+"""How fast a flood passes through the terminal client, beside a plain copy of the same bytes.
+
+usage: console_flood.py CONSOLE [MIB [ROUNDS]]
+
+A server on loopback sends game text and closes; the text goes to a pipe that is read and thrown away. The plain
+copy is "cat" between the same socket and the same pipe. The rounds alternate between the programs, and the
+fastest of each counts.
+"""
+import os
+import re
+import socket
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+
+LINES = b"".join(
+    b"\x1b[1;3%dmA lantern fish\x1b[0m drifts past you, number %d of many, and looks at you.\r\n"
+    b"The quay creaks underfoot, and somewhere above a gull laughs at you for quite a while.\r\n"
+    % (n % 8, n) for n in range(4000))
+
+
+def seconds_to_pass(start, flood):
+    """Seconds from the first byte sent to the last one read from what `start(port)` runs; and their number."""
+    with socket.create_server(("127.0.0.1", 0)) as listener:
+        program = start(listener.getsockname()[1])
+        connection, _ = listener.accept()
+
+        def send():
+            with connection:
+                connection.sendall(flood)
+
+        began = time.perf_counter()
+        sender = threading.Thread(target=send)
+        sender.start()
+        count = 0
+        while piece := program.stdout.read1(1 << 20):
+            count += len(piece)
+        passed = time.perf_counter() - began
+        sender.join()
+        program.stdout.close()
+        program.wait(60)
+    return passed, count
+
+
+def plain_copy(port):
+    with socket.create_connection(("127.0.0.1", port)) as connection:
+        return subprocess.Popen(["cat"], stdin=connection.fileno(), stdout=subprocess.PIPE)
+
+
+def main():
+    program = sys.argv[1]
+    mib = int(sys.argv[2]) if len(sys.argv) > 2 else 64
+    rounds = int(sys.argv[3]) if len(sys.argv) > 3 else 5
+    flood = LINES * ((mib << 20) // len(LINES))
+    shown = len(re.sub(rb"\x1b\[[0-9;]*m|\r", b"", flood))
+    with tempfile.TemporaryDirectory() as home:
+        def client(*options):
+            def start(port):
+                return subprocess.Popen(
+                    [program, *options, "127.0.0.1", str(port)], stdin=subprocess.DEVNULL,
+                    stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=dict(os.environ, HOME=home))
+            return start
+
+        runs = {"plain copy (cat)": (plain_copy, len(flood)),
+                "zantor-console": (client("--colour", "never"), shown),
+                "zantor-console, colours": (client("--colour", "always"), shown)}
+        times = {name: [] for name in runs}
+        for _ in range(rounds):
+            for name, (start, least) in runs.items():
+                passed, count = seconds_to_pass(start, flood)
+                if count < least * 0.999:  # the blanks at the ends of a received block are not shown
+                    sys.exit(f"{name}: {count} bytes came of {least}")
+                times[name].append(passed)
+    fastest = {name: min(seconds) for name, seconds in times.items()}
+    for name, seconds in fastest.items():
+        print(f"{name:25} {len(flood) / seconds / (1 << 20):7.0f} MiB/s  {fastest['plain copy (cat)'] / seconds:.2f} of the plain copy")
+
+
+main()
