@@ -6,11 +6,21 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
 namespace
 {
+
+/// A standard descriptor that the shell left closed would go to the first socket or file opened, which then
+/// would be taken for the player's input or output.
+void openMissingStandardDescriptors()
+{
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor)
+        if (::fcntl(descriptor, F_GETFD) < 0)
+            ::open("/dev/null", O_RDWR); // takes the lowest free one
+}
 
 /// Writes all of it, waiting where stdout is full: what the terminal cannot take yet, the game may not send.
 void writeToStandardOutput(std::string_view text)
@@ -32,6 +42,7 @@ void writeToStandardOutput(std::string_view text)
 
 int main(int count, char** arguments)
 {
+    openMissingStandardDescriptors();
     auto parsed = ZNTConsoleOptions::fromArguments(count, arguments);
     if (const int* exitCode = std::get_if<int>(&parsed))
         return *exitCode;

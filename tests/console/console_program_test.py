@@ -46,6 +46,14 @@ class ConsoleProgram(unittest.TestCase):
         self.assertIn(b"\x1b[0;", done.stdout)
         self.assertEqual(done.returncode, 0)
 
+    def test_closed_standard_descriptors_are_as_good_as_empty(self):
+        for closed in "<&-", ">&-", "<&- >&- 2>&-":
+            with self.subTest(closed):
+                done = subprocess.run(["sh", "-c", f'"$0" --demo {closed}', PROGRAM], timeout=30,
+                                      capture_output=True, stdin=subprocess.DEVNULL,
+                                      env=dict(os.environ, HOME=self.home), check=False)
+                self.assertEqual(done.returncode, 0)
+
     def test_a_reader_that_leaves_ends_it_quietly(self):
         with subprocess.Popen([PROGRAM, "--demo"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                               stderr=subprocess.PIPE, env=dict(os.environ, HOME=self.home)) as client:
