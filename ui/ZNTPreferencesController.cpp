@@ -45,6 +45,7 @@ ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTMudAppCon
     wireSpeech();
     wireProtocols();
     QObject::connect(layout.closeButton, &QPushButton::clicked, dialog, &QDialog::close);
+    QObject::connect(dialog, &QDialog::finished, &window, &QWidget::activateWindow);
     selectTriggerTab();
 }
 

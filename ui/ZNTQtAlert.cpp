@@ -22,10 +22,13 @@ QMessageBox* ZNTQtAlert::newBox(std::u16string_view title, std::u16string_view t
     box->setAccessibleDescription(znt::qtText(text));
 
     QWidget* focused = QApplication::focusWidget();
-    QObject::connect(box, &QDialog::finished, box, [opener = QPointer<QWidget>(focused)] {
-        if (opener)
-            opener->setFocus(Qt::OtherFocusReason);
-    });
+    QObject::connect(box, &QDialog::finished, box,
+                     [opener = QPointer<QWidget>(focused), owner = QPointer<QWidget>(owner)] {
+                         if (owner)
+                             owner->activateWindow();
+                         if (opener)
+                             opener->setFocus(Qt::OtherFocusReason);
+                     });
     return box;
 }
 
@@ -42,6 +45,7 @@ void ZNTQtAlert::showMessage(std::u16string_view title, std::u16string_view text
     box->setStandardButtons(QMessageBox::Ok);
     lastMessage = box;
     box->open();
+    box->activateWindow();
 }
 
 void ZNTQtAlert::askForConfirmation(std::u16string_view title, std::u16string_view text,
@@ -55,4 +59,5 @@ void ZNTQtAlert::askForConfirmation(std::u16string_view title, std::u16string_vi
     QObject::connect(box, &QDialog::finished, box,
                      [answered = std::move(answered)](int button) { answered(button == QMessageBox::Ok); });
     box->open();
+    box->activateWindow();
 }

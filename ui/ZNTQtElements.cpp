@@ -136,10 +136,10 @@ void ZNTQtTabView::selectTab(int index)
 ZNTQtSheet::ZNTQtSheet(QDialog* dialog) : dialog(dialog)
 {
     QObject::connect(dialog, &QDialog::finished, dialog, [this] {
-        if (opener) {
-            opener->activateWindow();
+        if (QWidget* window = this->dialog->parentWidget())
+            window->activateWindow();
+        if (opener)
             opener->setFocus(Qt::OtherFocusReason);
-        }
         opener.clear();
     });
 }

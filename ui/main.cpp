@@ -56,6 +56,7 @@ int main(int count, char** arguments)
     screenReader.setWindow(&window);
     ZNTApplicationWindow parts(window, {platform, database, sounds, speech, screenReader});
     window.show();
+    window.activateWindow();
     parts.appDelegate.applicationDidFinishLaunching();
     if (options.demo)
         parts.wiring.playDemo();

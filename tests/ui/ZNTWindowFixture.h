@@ -1,0 +1,175 @@
+#pragma once
+
+#include "QtRunLoop.h"
+#include "ZNTApplicationWindow.h"
+#include "ZNTDatabaseHelper.h"
+#include "ZNTDemoGame.h"
+#include "ZNTOutputView.h"
+#include "ZNTQtAlert.h"
+#include "ZNTQtText.h"
+#include "ZNTScreenReader.h"
+#include "ZNTSilentSounds.h"
+#include "ZNTSpeechEngine.h"
+#include "ZNTTemporaryFolder.h"
+#include "ZNTTestPlatform.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTableView>
+#include <QTest>
+#include <gtest/gtest.h>
+#include <memory>
+
+/// The whole window over a home of its own, with keys pressed and widgets read as a player would.
+class ZNTWindowFixture : public testing::Test
+{
+protected:
+    ZNTWindowFixture()
+    {
+        alert.setMainWindow(&window);
+        window.show();
+        window.activateWindow(); // nobody manages windows here
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    static bool until(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 5'000); }
+
+    template <typename Widget>
+    static Widget& find(QWidget& in, const char* name)
+    {
+        auto* found = in.findChild<Widget*>(QString::fromLatin1(name));
+        if (found == nullptr)
+            throw std::runtime_error(std::string("no widget ") + name);
+        return *found;
+    }
+    template <typename Widget>
+    Widget& find(const char* name)
+    {
+        return find<Widget>(window, name);
+    }
+
+    static void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&widget, key, modifiers);
+    }
+    /// To whatever has the focus, as a keyboard would.
+    void pressHere(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QWidget* focused = QApplication::focusWidget();
+        QTest::keyClick(focused ? focused : &window, key, modifiers);
+    }
+    static void type(QWidget& widget, const char* text)
+    {
+        QTest::keyClicks(&widget, QString::fromUtf8(text));
+    }
+    /// Types a line on the command line and sends it.
+    void send(const char* line)
+    {
+        type(commandLine(), line);
+        press(commandLine(), Qt::Key_Return);
+    }
+    static void fill(QLineEdit& field, const char* text)
+    {
+        field.setFocus();
+        field.selectAll();
+        type(field, text);
+    }
+
+    /// Types into the cell and ends with Return; the view takes the text on a later turn.
+    static void editCell(QTableView& table, int row, int column, const char* text)
+    {
+        const QModelIndex cell = table.model()->index(row, column);
+        table.setFocus();
+        table.setCurrentIndex(cell);
+        press(table, Qt::Key_F2);
+        auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        ASSERT_NE(editor, nullptr);
+        fill(*editor, text);
+        press(*editor, Qt::Key_Return);
+        EXPECT_TRUE(until([&] { return cell.data().toString() == QString::fromUtf8(text); }));
+    }
+
+    /// The dialog of that name that is on the screen, or null.
+    static QDialog* dialog(const char* name)
+    {
+        for (QWidget* each : QApplication::topLevelWidgets())
+            if (each->isVisible() && each->objectName() == QLatin1String(name))
+                return qobject_cast<QDialog*>(each);
+        return nullptr;
+    }
+    QDialog& waitForDialog(const char* name)
+    {
+        if (!until([&] { return dialog(name) != nullptr && dialog(name)->isActiveWindow(); }))
+            throw std::runtime_error(std::string("no dialog ") + name);
+        return *dialog(name);
+    }
+    /// Title and text of the alert on the screen, which is answered with `key`.
+    std::pair<QString, QString> answerAlert(Qt::Key key = Qt::Key_Return)
+    {
+        auto& box = static_cast<QMessageBox&>(waitForDialog("alert"));
+        const std::pair<QString, QString> said{box.text(), box.informativeText()};
+        press(box, key);
+        EXPECT_TRUE(
+            until([] { return dialog("alert") == nullptr && QApplication::activeWindow() != nullptr; }));
+        return said;
+    }
+    static std::pair<QString, QString> words(const char* title, const char* text)
+    {
+        return {QString::fromUtf8(title), QString::fromUtf8(text)};
+    }
+
+    /// Connects to a demo game through the fields and the keyboard.
+    void playDemo()
+    {
+        std::uint16_t port = 0;
+        game = std::make_unique<ZNTDemoGame>(runLoop, ZANTOR_DEMO_PROGRAM);
+        game->start(ZNTStringEncoding::Ascii, [&](ZNTResult<std::uint16_t> started) {
+            ASSERT_TRUE(started);
+            port = started.value();
+        });
+        ASSERT_TRUE(until([&] { return port != 0; }));
+        fill(*window.mudName, "Lantern Cove");
+        fill(*window.ipAddress, "127.0.0.1");
+        fill(*window.port, std::to_string(port).c_str());
+        press(*window.port, Qt::Key_Return);
+        ASSERT_TRUE(until([&] { return session().isConnected(); }));
+        ASSERT_TRUE(outputHas("Lantern Square"));
+    }
+    QString output()
+    {
+        const auto& store = window.textFromServer->store();
+        return znt::qtText(store.text(store.start(), store.end()));
+    }
+    bool outputHas(const char* text)
+    {
+        return until([&] { return output().contains(QString::fromUtf8(text)); });
+    }
+    /// Until the game has answered and asks for the next command.
+    bool gameIsReady()
+    {
+        return until([&] { return output().endsWith(QStringLiteral("> ")); });
+    }
+    ZNTServerConnectController& session() { return parts->controller.serverConnectController(); }
+    QWidget& commandLine() { return find<QWidget>("textToServer"); }
+    QString commandLineText() { return find<QLineEdit>("textToServer").text(); }
+
+    ZNTTemporaryFolder home;
+    QtRunLoop runLoop;
+    ZNTSystemClock clock;
+    ZNTRecordedLog log;
+    ZNTNotificationCenter notifications;
+    ZNTQtAlert alert;
+    ZNTPlatform platform{
+        runLoop,       clock, log,
+        notifications, alert, {home.path(), ZNTFilePlaces::forThisProcess().resources, home.path(".cache")}};
+    ZNTDatabaseHelper database{platform.places, log};
+    ZNTSilentSounds sounds;
+    ZNTSilentSpeech speech;
+    ZNTNoScreenReader screenReader;
+    ZNTMainWindow window;
+    std::unique_ptr<ZNTApplicationWindow> parts = std::make_unique<ZNTApplicationWindow>(
+        window, ZNTWindowServices{platform, database, sounds, speech, screenReader});
+    std::unique_ptr<ZNTDemoGame> game;
+};

@@ -1,0 +1,202 @@
+#include "ZNTCommandLine.h"
+#include "ZNTWindowFixture.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+
+using ZNTWindowPlay = ZNTWindowFixture;
+
+TEST_F(ZNTWindowPlay, AGameIsPlayedWithTheKeyboardAlone)
+{
+    EXPECT_FALSE(commandLine().isEnabled());
+    EXPECT_EQ(find<QLabel>("statusText").text(), QStringLiteral("Not connected, speech off"));
+    playDemo();
+    EXPECT_EQ(window.connectionButton->accessibleName(), QStringLiteral("Disconnect"));
+    EXPECT_FALSE(window.ipAddress->isEnabled());
+    EXPECT_TRUE(commandLine().hasFocus());
+    EXPECT_TRUE(
+        find<QLabel>("statusText").text().startsWith(QStringLiteral("Connected to Lantern Cove since ")));
+
+    send("look guide");
+    EXPECT_TRUE(outputHas("The guide smiles"));
+    EXPECT_EQ(commandLineText(), QString());
+    press(commandLine(), Qt::Key_Up);
+    EXPECT_EQ(commandLineText(), QStringLiteral("look guide"));
+    find<QLineEdit>("textToServer").clear();
+
+    EXPECT_TRUE(gameIsReady());
+
+    // The numeric keypad walks while the hands are on the command line, and types nothing there.
+    press(commandLine(), Qt::Key_8, Qt::KeypadModifier);
+    EXPECT_TRUE(outputHas("> north"));
+    EXPECT_TRUE(gameIsReady());
+    EXPECT_EQ(commandLineText(), QString());
+    press(find<QPushButton>("southWestButton"), Qt::Key_Space);
+    EXPECT_TRUE(outputHas("> southWest"));
+    EXPECT_TRUE(gameIsReady());
+    press(commandLine(), Qt::Key_Up, Qt::AltModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(outputHas("> up"));
+    parts->menu.keypadWalks->trigger();
+    press(commandLine(), Qt::Key_8, Qt::KeypadModifier);
+    EXPECT_EQ(commandLineText(), QStringLiteral("8"));
+    find<QLineEdit>("textToServer").clear();
+
+    // What is typed while reading goes to the command line, and the letter that began it is not lost.
+    window.textFromServer->setFocus();
+    press(*window.textFromServer, Qt::Key_W);
+    EXPECT_TRUE(commandLine().hasFocus());
+    EXPECT_EQ(commandLineText(), QStringLiteral("w"));
+
+    press(commandLine(), Qt::Key_F5);
+    EXPECT_TRUE(until([&] { return !session().isConnected(); }));
+    EXPECT_EQ(window.connectionButton->accessibleName(), QStringLiteral("Connect"));
+    EXPECT_TRUE(window.ipAddress->isEnabled());
+    EXPECT_FALSE(commandLine().isEnabled());
+    EXPECT_EQ(find<QLabel>("statusText").text(), QStringLiteral("Not connected, speech off"));
+}
+
+TEST_F(ZNTWindowPlay, AGameThatCannotBeReachedIsTold)
+{
+    fill(*window.ipAddress, "127.0.0.1");
+    fill(*window.port, "1");
+    window.connectionButton->setFocus();
+    press(*window.connectionButton, Qt::Key_Space);
+    EXPECT_EQ(answerAlert(),
+              words("MUD Not Responding", "Please select a new MUD or try again later. The MUD "
+                                          "address entered is unavailable."));
+    EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+    EXPECT_TRUE(window.connectionButton->hasFocus());
+    // An empty host is no attempt at all.
+    window.ipAddress->clear();
+    press(*window.connectionButton, Qt::Key_Space);
+    QTest::qWait(50);
+    EXPECT_EQ(dialog("alert"), nullptr);
+}
+
+TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
+{
+    playDemo();
+    auto& groups = find<QComboBox>("macroComboBoxGroup");
+    auto& macros = find<QTableView>("macroTable");
+    const auto names = [&] {
+        QStringList all;
+        for (int row = 0; row < macros.model()->rowCount(); ++row)
+            all << macros.model()->index(row, 0).data().toString();
+        return all;
+    };
+
+    parts->menu.addMacro->trigger();
+    EXPECT_EQ(answerAlert(), words("Macro does not exist.",
+                                   "Please select a Macro Group before trying to add a new Macro."));
+    parts->menu.editMacro->trigger();
+    EXPECT_EQ(answerAlert(),
+              words("Macro does not exist.", "Please select a Macro before trying to edit it."));
+    press(find<QPushButton>("createNewMacroGroup"), Qt::Key_Space);
+    EXPECT_EQ(answerAlert(), words("Please input a Macro Group name.",
+                                   "You need to have at least 1 character for a macro name."));
+    press(find<QPushButton>("deleteMacroGroup"), Qt::Key_Space);
+    EXPECT_EQ(answerAlert(),
+              words("Delete Macro.", "Please select a macro before trying to delete one ^_^."));
+
+    groups.setFocus();
+    type(groups, "Greetings");
+    press(find<QPushButton>("createNewMacroGroup"), Qt::Key_Space);
+    EXPECT_EQ(answerAlert(), words("Macro Group Created!.", "New Macro Grop Added."));
+    EXPECT_EQ(groups.count(), 1);
+    press(find<QPushButton>("createNewMacroGroup"), Qt::Key_Space);
+    EXPECT_EQ(answerAlert(),
+              words("Macro Name taken", "You can not name 2 macro groups with the same name."));
+
+    parts->menu.editMacro->trigger(); // none is selected
+    EXPECT_EQ(answerAlert().second, QStringLiteral("Please select the macro to edit in the list of macros."));
+    EXPECT_EQ(dialog("ZNTEditMacroView"), nullptr);
+
+    commandLine().setFocus();
+    press(commandLine(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    QDialog& sheet = waitForDialog("ZNTAddMacroView");
+    EXPECT_EQ(sheet.windowModality(), Qt::WindowModal);
+    EXPECT_EQ(find<QLabel>(sheet, "macroGroupNameLabel").text(), QStringLiteral("Greetings"));
+    type(find<QWidget>(sheet, "macroNameTF"), "greet");
+    type(find<QWidget>(sheet, "commandText"), "say hello %1");
+    press(find<QPushButton>(sheet, "doneButton"), Qt::Key_Space);
+    EXPECT_TRUE(until([&] { return !sheet.isVisible() && commandLine().hasFocus(); }));
+    EXPECT_EQ(names(), QStringList{QStringLiteral("greet")});
+
+    send("~greet Bob");
+    EXPECT_TRUE(outputHas("You say: hello Bob"));
+    macros.setFocus();
+    macros.selectRow(0);
+    press(macros, Qt::Key_Return);
+    EXPECT_TRUE(outputHas("You say: hello %1"));
+
+    press(macros, Qt::Key_E, Qt::ControlModifier);
+    QDialog& edit = waitForDialog("ZNTEditMacroView");
+    fill(find<QLineEdit>(edit, "macroNameTF"), "wave");
+    press(edit, Qt::Key_Return);
+    EXPECT_TRUE(until([&] { return !edit.isVisible(); }));
+    EXPECT_EQ(names(), QStringList{QStringLiteral("wave")});
+    EXPECT_TRUE(until([&] { return macros.hasFocus(); }));
+
+    press(find<QPushButton>("removeMacro"), Qt::Key_Space);
+    EXPECT_TRUE(names().isEmpty());
+    press(find<QPushButton>("deleteMacroGroup"), Qt::Key_Space);
+    EXPECT_EQ(answerAlert(Qt::Key_Escape),
+              words("Delete Macro.", "Are you sure you want to delete this macro?."));
+    EXPECT_EQ(groups.count(), 1);
+    press(find<QPushButton>("deleteMacroGroup"), Qt::Key_Space);
+    answerAlert();
+    EXPECT_EQ(groups.count(), 0);
+    EXPECT_EQ(groups.currentText(), QString());
+}
+
+TEST_F(ZNTWindowPlay, LinesAreRecordedReviewedAndSaved)
+{
+    playDemo();
+    press(commandLine(), Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(find<QLabel>("statusText").text().contains(QStringLiteral(", recording")));
+    send("north");
+    send("south");
+    press(commandLine(), Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+    QDialog& sheet = waitForDialog("ZNTCommandRecorderView2");
+    auto& table = find<QTableView>(sheet, "_theTableView");
+    ASSERT_EQ(table.model()->rowCount(), 2);
+    editCell(table, 1, 0, "east");
+    type(find<QWidget>(sheet, "_aliasName"), "stroll");
+    type(find<QWidget>(sheet, "_secondsBetweenSendingCommands"), "2 or so");
+    press(find<QPushButton>(sheet, "_saveButton"), Qt::Key_Space);
+    EXPECT_TRUE(sheet.isVisible());
+    EXPECT_EQ(table.model()->rowCount(), 0);
+    ASSERT_FALSE(log.lines.empty());
+    EXPECT_NE(log.lines.back().find("NAME: stroll"), std::string::npos);
+    EXPECT_NE(log.lines.back().find("east"), std::string::npos);
+    EXPECT_NE(log.lines.back().find("SECONDS BETWEEN COMMANDS: 2"), std::string::npos);
+    press(sheet, Qt::Key_Escape);
+    EXPECT_TRUE(until([&] { return !sheet.isVisible() && commandLine().hasFocus(); }));
+}
+
+TEST_F(ZNTWindowPlay, TextIsFoundInTheOutputAndEscapeComesBack)
+{
+    playDemo();
+    press(commandLine(), Qt::Key_F, Qt::ControlModifier);
+    auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(field, nullptr);
+    type(*field, "LANTERN sq");
+    EXPECT_TRUE(until([&] { return window.textFromServer->selectedText() == QStringLiteral("Lantern Sq"); }));
+    EXPECT_TRUE(until([&] { return find<QLabel>("findStatus").text() == QStringLiteral("1 of 1"); }));
+    press(*field, Qt::Key_Escape);
+    EXPECT_TRUE(commandLine().hasFocus());
+    EXPECT_FALSE(field->isVisible());
+}
+
+TEST_F(ZNTWindowPlay, ClosingQuitsEvenWhileConnected)
+{
+    playDemo();
+    bool closed = false;
+    const auto timer = runLoop.startTimer(0, RunLoopRepeat::Once, [&] { closed = window.close(); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(closed);
+}

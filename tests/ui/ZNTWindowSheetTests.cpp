@@ -1,0 +1,150 @@
+#include "ZNTWindowFixture.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QTableView>
+
+using ZNTWindowSheets = ZNTWindowFixture;
+
+namespace
+{
+
+int columnHeaded(const QTableView& table, const char* heading)
+{
+    for (int column = 0; column < table.model()->columnCount(); ++column)
+        if (table.model()->headerData(column, Qt::Horizontal).toString() == QLatin1String(heading))
+            return column;
+    return -1;
+}
+
+} // namespace
+
+TEST_F(ZNTWindowSheets, ATriggerIsEditedInTableAndPaneAndFiresOnceReloaded)
+{
+    playDemo();
+    press(commandLine(), Qt::Key_Comma, Qt::ControlModifier);
+    QDialog& preferences = waitForDialog("PreferencesView");
+    auto& table = find<QTableView>(preferences, "triggerTableView");
+    auto& pane = find<QPlainTextEdit>(preferences, "triggerTextView");
+    press(find<QPushButton>(preferences, "addTriggerButton"), Qt::Key_Space);
+    ASSERT_EQ(table.model()->rowCount(), 1);
+    EXPECT_EQ(table.model()->index(0, columnHeaded(table, "Name")).data(), QStringLiteral("Change Me"));
+    table.selectRow(0);
+    EXPECT_EQ(pane.toPlainText(), QStringLiteral("A %1 kicks you hard!~\nkick %1"));
+
+    const int active = columnHeaded(table, "Active");
+    table.setCurrentIndex(table.model()->index(0, active));
+    table.setFocus();
+    press(table, Qt::Key_Space);
+    EXPECT_EQ(table.model()->index(0, active).data(Qt::CheckStateRole), Qt::Checked);
+    editCell(table, 0, columnHeaded(table, "Name"), "Echo");
+
+    pane.setFocus();
+    pane.selectAll();
+    type(pane, "ping (\\w+)~");
+    press(pane, Qt::Key_Return);
+    type(pane, "say pong %1");
+    press(find<QPushButton>(preferences, "saveTriggerButton"), Qt::Key_Space);
+    const auto stored = database.loadTriggers();
+    ASSERT_EQ(stored.size(), 1U);
+    EXPECT_EQ(stored[0].name, u"Echo");
+    EXPECT_EQ(stored[0].check, u"ping (\\w+)");
+    EXPECT_EQ(stored[0].action, u"say pong %1");
+
+    session().sendMessageToServer(u"say ping one", false);
+    EXPECT_TRUE(outputHas("You say: ping one"));
+    press(find<QPushButton>(preferences, "reloadTriggersButton"), Qt::Key_Space);
+    session().sendMessageToServer(u"say ping two", false);
+    EXPECT_TRUE(outputHas("You say: pong two"));
+    EXPECT_FALSE(output().contains(QStringLiteral("pong one")));
+
+    press(preferences, Qt::Key_Escape);
+    EXPECT_FALSE(preferences.isVisible());
+}
+
+TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
+{
+    playDemo();
+    parts->controller.showPreferencesView();
+    QDialog& preferences = waitForDialog("PreferencesView");
+    auto& tabs = find<QTabWidget>(preferences, "tabView");
+
+    find<QRadioButton>(preferences, "encodingBig5").click();
+    EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Big5Hkscs);
+    find<QRadioButton>(preferences, "encodingEucCn").click();
+    EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::EucCn);
+    find<QRadioButton>(preferences, "encodingAscii").click();
+    EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Ascii);
+
+    auto& compression = find<QCheckBox>(preferences, "_mccpCheckBox");
+    compression.setCheckState(Qt::Checked);
+    EXPECT_TRUE(session()._mccp());
+    compression.setCheckState(Qt::PartiallyChecked); // neither on nor off counts as off
+    EXPECT_FALSE(session()._mccp());
+    auto& sound = find<QCheckBox>(preferences, "_mspCheckBox");
+    sound.setCheckState(Qt::Checked);
+    EXPECT_TRUE(session()._isMspOnOff());
+    sound.setCheckState(Qt::PartiallyChecked);
+    EXPECT_FALSE(session()._isMspOnOff());
+
+    find<QCheckBox>(preferences, "speechOnOffCheckBox").setChecked(true);
+    EXPECT_EQ(session().speechOnOffBindingState(), 1);
+    EXPECT_FALSE(session().zntSpeechSynth().isSpeachOn()); // true would mean off
+    find<QCheckBox>(preferences, "speechOnOffCheckBox").setChecked(false);
+    EXPECT_TRUE(session().zntSpeechSynth().isSpeachOn());
+    find<QCheckBox>(preferences, "muteCheckBox").setChecked(true);
+    EXPECT_TRUE(sounds.isMuted());
+
+    tabs.setCurrentIndex(3);
+    press(preferences, Qt::Key_Escape);
+    parts->controller.showPreferencesView();
+    EXPECT_EQ(&waitForDialog("PreferencesView"), &preferences);
+    EXPECT_EQ(tabs.currentIndex(), 0);
+    EXPECT_TRUE(find<QCheckBox>(preferences, "muteCheckBox").isChecked());
+}
+
+TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)
+{
+    window.ipAddress->setFocus();
+    press(*window.ipAddress, Qt::Key_G, Qt::ControlModifier);
+    QDialog& sheet = waitForDialog("ZNTMudListView");
+    auto& table = find<QTableView>(sheet, "tableView");
+    const int shipped = table.model()->rowCount();
+    ASSERT_GT(shipped, 3);
+    EXPECT_TRUE(table.hasFocus());
+
+    const int mark = columnHeaded(table, "Default");
+    const auto isDefault = [&](int row) {
+        return table.model()->index(row, mark).data(Qt::CheckStateRole) == Qt::Checked;
+    };
+    for (const int row : {1, 2}) {
+        table.setCurrentIndex(table.model()->index(row, mark));
+        press(table, Qt::Key_Space);
+    }
+    EXPECT_FALSE(isDefault(1));
+    EXPECT_TRUE(isDefault(2));
+
+    table.selectRow(0);
+    const QString hidden = table.model()->index(0, 0).data().toString();
+    press(find<QPushButton>(sheet, "deleteButton"), Qt::Key_Space);
+    EXPECT_EQ(table.model()->rowCount(), shipped - 1);
+    EXPECT_NE(table.model()->index(0, 0).data().toString(), hidden);
+    press(find<QPushButton>(sheet, "restoreButton"), Qt::Key_Space);
+    EXPECT_EQ(table.model()->index(0, 0).data().toString(), hidden);
+
+    press(find<QPushButton>(sheet, "addButton"), Qt::Key_Space);
+    EXPECT_EQ(table.model()->index(shipped, 0).data().toString(), QStringLiteral("New Row"));
+    editCell(table, shipped, columnHeaded(table, "Port"), "4711");
+    table.setFocus();
+    press(table, Qt::Key_Return); // the default button
+    EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
+    EXPECT_EQ(window.mudName->text(), QStringLiteral("New Row"));
+    EXPECT_EQ(window.ipAddress->text(), QStringLiteral("some url"));
+    EXPECT_EQ(window.port->text(), QStringLiteral("4711"));
+    EXPECT_FALSE(session().isConnected());
+    EXPECT_TRUE(until([&] { return window.ipAddress->hasFocus(); }));
+}

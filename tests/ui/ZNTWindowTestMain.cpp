@@ -1,0 +1,14 @@
+#include "ZNTStyle.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+int main(int count, char** arguments)
+{
+    testing::InitGoogleTest(&count, arguments);
+    QApplication application(count, arguments);
+    QApplication::setStyle(new ZNTStyle);
+    QCoreApplication::setApplicationName(QStringLiteral("Zantor"));
+    const ZNTFocusRing focusRing;
+    return RUN_ALL_TESTS();
+}
