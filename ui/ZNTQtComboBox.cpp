@@ -3,6 +3,7 @@
 #include "ZNTQtText.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 #include <QSignalBlocker>
 
 void ZNTQtComboBox::setSource(ZNTComboSource newSource)
@@ -14,6 +15,8 @@ void ZNTQtComboBox::setSource(ZNTComboSource newSource)
 void ZNTQtComboBox::addBox(QComboBox* box)
 {
     box->setEditable(true);
+    // The line within is what a screen reader finds in the focus.
+    box->lineEdit()->setAccessibleName(box->accessibleName());
     box->setInsertPolicy(QComboBox::NoInsert);
     // Groups that differ in case alone are different groups, so completion must not turn one into another.
     box->setCompleter(nullptr);

@@ -104,7 +104,9 @@ def main():
         preferences = wait_for(lambda: window_named("Preferences"), "the preferences")
         focus("Preferences")
         for tab in TABS:
-            wait_for(lambda: any(element.name == tab and element.getState().contains(pyatspi.STATE_SELECTED)
+            # The page of the tab in front bears its name and shows.
+            wait_for(lambda: any(element.name == tab and element.getRoleName() != "page tab"
+                                 and element.getState().contains(pyatspi.STATE_SHOWING)
                                  for element in everything_below(preferences)), f"the tab {tab}")
             check(preferences, f"preferences, {tab}")
             press("ctrl+Tab")
