@@ -20,6 +20,15 @@ constexpr std::array<Place, numberOfDirections> places{
 
 QString text(const char* latin) { return QString::fromLatin1(latin); }
 
+/// No wider than its letters need: styles give a button room for a word.
+class DirectionButton final : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+    [[nodiscard]] QSize sizeHint() const override { return minimumSize(); }
+    [[nodiscard]] QSize minimumSizeHint() const override { return minimumSize(); }
+};
+
 } // namespace
 
 const ZNTDirectionNames& namesOf(ZNTDirection direction)
@@ -47,7 +56,7 @@ ZNTCompass::ZNTCompass(QWidget* parent) : QWidget(parent), centre(new QWidget(th
     grid->setColumnMinimumWidth(3, gap);
     for (std::size_t index = 0; index < numberOfDirections; ++index) {
         const ZNTDirectionNames& names = namesOf(static_cast<ZNTDirection>(index));
-        auto* button = new QPushButton(names.shortName, this);
+        auto* button = new DirectionButton(names.shortName, this);
         button->setObjectName(names.objectName);
         button->setAccessibleName(names.name);
         button->setToolTip(names.name + text(" (keypad ") + QKeySequence(names.keypadKey).toString() +

@@ -75,6 +75,17 @@ public:
     [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
 };
 
+/// Scrolls rather than make the window higher, and no wider than its content.
+class SidePanel final : public QScrollArea
+{
+public:
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const int width = widget()->sizeHint().width() + verticalScrollBar()->sizeHint().width();
+        return {width, minimumSizeHint().height()};
+    }
+};
+
 } // namespace
 
 ZNTMainWindow::ZNTMainWindow()
@@ -119,7 +130,8 @@ void ZNTMainWindow::takeUsualSize()
     const QSize wanted(output.width() + splitter->handleWidth() + side + 2 * margin,
                        output.height() + around.height());
     resize(wanted.expandedTo(minimumSizeHint()).boundedTo(screen()->availableSize()));
-    splitter->setSizes({output.width(), side});
+    // The output yields nothing to the panel but what the panel needs.
+    splitter->setSizes({width() - side - splitter->handleWidth() - 2 * margin, side});
 }
 
 QWidget* ZNTMainWindow::makeConnectionRow()
@@ -229,7 +241,7 @@ QScrollArea* ZNTMainWindow::makeSidePanel()
     macroButtons->addWidget(removeMacro, 1, 1);
     column->addLayout(macroButtons);
 
-    auto* scroll = named(new QScrollArea, "sidePanel");
+    auto* scroll = named(new SidePanel, "sidePanel");
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidgetResizable(true);

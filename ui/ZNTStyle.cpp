@@ -9,6 +9,18 @@
 namespace
 {
 constexpr int ringWidth = 2;
+
+bool isOnDark(const QStyleOption& option) { return option.palette.color(QPalette::Window).lightness() < 128; }
+
+void drawBorder(const QStyleOption& option, QPainter& painter)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(option.palette.color(QPalette::Mid));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+    painter.restore();
+}
 } // namespace
 
 ZNTStyle::ZNTStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -29,6 +41,31 @@ void ZNTStyle::drawControl(ControlElement element, const QStyleOption* option, Q
     painter->restore();
 }
 
+void ZNTStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const
+{
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    switch (element) {
+    case PE_FrameLineEdit:
+    case PE_Frame:
+    case PE_PanelButtonCommand:
+    case PE_IndicatorCheckBox:
+        if (isOnDark(*option))
+            drawBorder(*option, *painter);
+        break;
+    default:
+        break;
+    }
+}
+
+void ZNTStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                  QPainter* painter, const QWidget* widget) const
+{
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if ((control == CC_ComboBox || control == CC_SpinBox) && isOnDark(*option))
+        drawBorder(*option, *painter);
+}
+
 int ZNTStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
     if (metric == PM_FocusFrameHMargin || metric == PM_FocusFrameVMargin)
@@ -41,6 +78,8 @@ int ZNTStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidge
 {
     if (hint == SH_FocusFrame_AboveWidget)
         return 1;
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+        return 0;
     return QProxyStyle::styleHint(hint, option, widget, returned);
 }
 

@@ -4,7 +4,8 @@
 #include <QPointer>
 #include <QProxyStyle>
 
-/// Qt's own Fusion, with a ring around what has the focus that nobody can overlook.
+/// Qt's own Fusion, with a ring around what has the focus that nobody can overlook, and with borders that
+/// stay visible on dark colours, where Fusion's own turn darker still.
 class ZNTStyle final : public QProxyStyle
 {
 public:
@@ -12,6 +13,10 @@ public:
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returned) const override;
