@@ -1,8 +1,9 @@
 #include "ZNTOutputAccessible.h"
 
 #include "ZNTOutputView.h"
+#include "ZNTTextBreaks.h"
 
-#include <QTextBoundaryFinder>
+#include <QFontInfo>
 
 #include <algorithm>
 #include <limits>
@@ -116,23 +117,20 @@ ZNTOutputAccessible::Range ZNTOutputAccessible::unitAround(std::int64_t position
     const auto& store = view.store();
     const auto line = store.line(store.lineAt(position));
     const auto lineEnd = line.end() + (line.endsInBreak ? 1 : 0);
-    const auto within = [&](QTextBoundaryFinder::BoundaryType type) -> Range {
+    const auto within = [&](znt::BreakKind kind) -> Range {
         if (position >= line.end())
             return {position, lineEnd};
-        QTextBoundaryFinder finder(
-            type, QString::fromUtf16(line.text.data(), static_cast<qsizetype>(line.text.size())));
-        finder.setPosition(position - line.start);
-        const auto from = finder.isAtBoundary() ? finder.position() : finder.toPreviousBoundary();
-        const auto to = finder.toNextBoundary();
-        return {line.start + std::max<qsizetype>(from, 0), to < 0 ? line.end() : line.start + to};
+        const auto [from, to] =
+            znt::pieceAround(line.text, static_cast<std::size_t>(position - line.start), kind);
+        return {line.start + static_cast<std::int64_t>(from), line.start + static_cast<std::int64_t>(to)};
     };
     switch (boundary) {
     case QAccessible::CharBoundary:
-        return within(QTextBoundaryFinder::Grapheme);
+        return within(znt::BreakKind::Character);
     case QAccessible::WordBoundary:
-        return within(QTextBoundaryFinder::Word);
+        return within(znt::BreakKind::Word);
     case QAccessible::SentenceBoundary:
-        return within(QTextBoundaryFinder::Sentence);
+        return within(znt::BreakKind::Sentence);
     case QAccessible::LineBoundary: {
         const auto [from, to] = view.rowAround(position);
         return {from, to == line.end() ? lineEnd : to};
@@ -212,7 +210,7 @@ QString ZNTOutputAccessible::attributes(int offset, int* startOffset, int* endOf
     *startOffset = offsetOf(range.first);
     *endOffset = offsetOf(range.second);
     QString described = QStringLiteral("font-family:\"%1\";font-size:%2pt;color:%3;background-color:%4;")
-                            .arg(view.textFont().family())
+                            .arg(QFontInfo(view.textFont()).family())
                             .arg(view.pointSize())
                             .arg(cssColour(style.foreground), cssColour(style.background));
     described += style.isBold ? QStringLiteral("font-weight:bold;") : QStringLiteral("font-weight:normal;");

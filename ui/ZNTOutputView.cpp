@@ -88,15 +88,21 @@ void ZNTOutputView::append(const ZNTAttributedText& text)
 {
     const auto oldStart = store_.start();
     store_.append(text);
-    if (store_.start() != oldStart) {
-        announceRemoved(store_.start() - oldStart);
-        announcedEnd = std::max(announcedEnd, store_.start());
-        anchor = std::max(anchor, store_.start());
-        caret_ = std::max(caret_, store_.start());
-    }
+    noteDropped(oldStart);
     if (caretStaysAtEnd)
         anchor = caret_ = store_.end();
     scheduleRefresh();
+}
+
+void ZNTOutputView::noteDropped(Position oldStart)
+{
+    const auto start = store_.start();
+    if (start == oldStart)
+        return;
+    announcedEnd = std::max(announcedEnd, start);
+    anchor = std::max(anchor, start);
+    caret_ = std::max(caret_, start);
+    announceRemoved(start - oldStart);
 }
 
 void ZNTOutputView::scrollToEnd()
@@ -158,8 +164,10 @@ void ZNTOutputView::setReadableColours(bool readable)
 
 void ZNTOutputView::setMemoryLimit(std::size_t bytes)
 {
+    const auto oldStart = store_.start();
     store_.setMemoryLimit(bytes);
-    append({}); // takes note of what was dropped
+    noteDropped(oldStart);
+    scheduleRefresh();
 }
 
 std::int64_t ZNTOutputView::newLinesBelow() const

@@ -137,6 +137,9 @@ private:
     enum class SelectBy { Character, Word, Line };
     enum class Selecting { No, Yes };
 
+    /// Brings what points into the text inside it, after the oldest went.
+    void noteDropped(Position oldStart);
+
     // Painting and scrolling
     void scheduleRefresh();
     void refresh();

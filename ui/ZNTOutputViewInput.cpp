@@ -1,5 +1,7 @@
 #include "ZNTOutputView.h"
 
+#include "ZNTTextBreaks.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -7,7 +9,6 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
-#include <QTextBoundaryFinder>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -41,11 +42,6 @@ bool belongsIntoCommandLine(const QKeyEvent* event)
     default:
         return !event->text().isEmpty() && event->text().at(0).isPrint();
     }
-}
-
-QString lineText(const ZNTOutputStore::Line& line)
-{
-    return QString::fromUtf16(line.text.data(), static_cast<qsizetype>(line.text.size()));
 }
 
 } // namespace
@@ -220,12 +216,8 @@ ZNTOutputView::Position ZNTOutputView::nextWord(Position position) const
     const auto line = store_.line(store_.lineAt(position));
     if (position >= line.end())
         return nextCluster(position);
-    QTextBoundaryFinder words(QTextBoundaryFinder::Word, lineText(line));
-    words.setPosition(position - line.start);
-    while (words.toNextBoundary() != -1)
-        if (words.boundaryReasons() & QTextBoundaryFinder::StartOfItem)
-            return line.start + words.position();
-    return line.end();
+    const auto offset = static_cast<std::size_t>(position - line.start);
+    return line.start + static_cast<Position>(znt::nextWordStart(line.text, offset));
 }
 
 ZNTOutputView::Position ZNTOutputView::previousWord(Position position) const
@@ -233,12 +225,8 @@ ZNTOutputView::Position ZNTOutputView::previousWord(Position position) const
     const auto line = store_.line(store_.lineAt(position));
     if (position <= line.start)
         return previousCluster(position);
-    QTextBoundaryFinder words(QTextBoundaryFinder::Word, lineText(line));
-    words.setPosition(position - line.start);
-    while (words.toPreviousBoundary() != -1)
-        if (words.boundaryReasons() & QTextBoundaryFinder::StartOfItem)
-            return line.start + words.position();
-    return line.start;
+    const auto offset = static_cast<std::size_t>(position - line.start);
+    return line.start + static_cast<Position>(znt::previousWordStart(line.text, offset));
 }
 
 std::pair<ZNTOutputView::Position, ZNTOutputView::Position> ZNTOutputView::unitAround(Position position,
@@ -249,11 +237,9 @@ std::pair<ZNTOutputView::Position, ZNTOutputView::Position> ZNTOutputView::unitA
         return {line.start, line.end() + (line.endsInBreak ? 1 : 0)};
     if (unit == SelectBy::Character || position >= line.end())
         return {position, position};
-    QTextBoundaryFinder words(QTextBoundaryFinder::Word, lineText(line));
-    words.setPosition(position - line.start);
-    const auto from = words.isAtBoundary() ? words.position() : words.toPreviousBoundary();
-    const auto to = words.toNextBoundary();
-    return {line.start + std::max<qsizetype>(from, 0), to < 0 ? line.end() : line.start + to};
+    const auto [from, to] =
+        znt::pieceAround(line.text, static_cast<std::size_t>(position - line.start), znt::BreakKind::Word);
+    return {line.start + static_cast<Position>(from), line.start + static_cast<Position>(to)};
 }
 
 // Mouse

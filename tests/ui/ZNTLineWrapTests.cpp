@@ -1,0 +1,126 @@
+#include "ZNTLineWrap.h"
+#include "ZNTOutputRows.h"
+#include "ZNTOutputSamples.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace
+{
+
+using znt::AmbiguousWidth;
+
+std::vector<std::u16string> rowsOf(std::u16string_view line, int columns,
+                                   AmbiguousWidth ambiguous = AmbiguousWidth::Narrow)
+{
+    std::vector<std::uint32_t> starts;
+    znt::wrapLine(line, {columns, ambiguous}, starts);
+    std::vector<std::u16string> rows;
+    for (std::size_t row = 0; row < starts.size(); ++row)
+        rows.emplace_back(line.substr(starts[row], (row + 1 < starts.size() ? starts[row + 1] : line.size()) -
+                                                       starts[row]));
+    return rows;
+}
+
+TEST(LineWrap, RowsBreakWhereAReaderWouldBreakThem)
+{
+    struct Case {
+        const char* what;
+        std::u16string line;
+        int columns;
+        std::vector<std::u16string> rows;
+    };
+    const std::vector<Case> cases{
+        {"empty", u"", 10, {u""}},
+        {"just fits", u"0123456789", 10, {u"0123456789"}},
+        {"between words", u"You see a guard", 10, {u"You see a ", u"guard"}},
+        {"word ends at the edge", u"0123456789 next", 10, {u"0123456789 ", u"next"}},
+        {"word longer than a row", u"to abcdefghijklmnop", 10, {u"to ", u"abcdefghij", u"klmnop"}},
+        {"padding hangs", u"short             ", 10, {u"short             "}},
+        {"padding hangs, then text", u"short          more", 10, {u"short          ", u"more"}},
+        {"indent", u"      abcdef", 10, {u"      ", u"abcdef"}},
+        {"wide do not straddle the edge", u"a\u4F60\u4F60\u4F60", 6, {u"a\u4F60\u4F60", u"\u4F60"}},
+        {"wide break from narrow", u"abcd\u4F60efg", 6, {u"abcd\u4F60", u"efg"}},
+        {"marks stay with their letter", u"abcde\u0301f", 5, {u"abcde\u0301", u"f"}},
+        {"pairs are one wide", u"ab\U0001F600\U0001F600", 5, {u"ab\U0001F600", u"\U0001F600"}},
+        {"tab stops", u"a\tb\tc", 16, {u"a\tb\t", u"c"}},
+        {"lone surrogate",
+         u"abcd\xD83D"
+         u"ef",
+         5,
+         {u"abcd\xD83D", u"ef"}},
+    };
+    for (const auto& [what, line, columns, rows] : cases) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(rowsOf(line, columns), rows);
+    }
+    EXPECT_EQ(rowsOf(u"\u2605\u2605\u2605", 4).size(), 1u);
+    EXPECT_EQ(rowsOf(u"\u2605\u2605\u2605", 4, AmbiguousWidth::Wide).size(), 2u);
+}
+
+TEST(LineWrap, RowsOfAnyTextTileItAndFit)
+{
+    std::mt19937 random(3);
+    const std::vector<std::u16string> pieces{u"a",          u"guard ", u" ",       u"   ",    u"\u4F60\u7AD9",
+                                             u"\U0001F600", u"\t",     u"e\u0301", u"\u0301", u"\u3000",
+                                             u"\xD83D",     u"\xDE00", u"\u2605"};
+    for (int sample = 0; sample < 3000; ++sample) {
+        const auto line = randomLine(random, pieces, random() % 40);
+        const int columns = 2 + static_cast<int>(random() % 30);
+        const znt::GridWidth grid{columns, AmbiguousWidth::Narrow};
+        std::u16string joined;
+        const auto rows = rowsOf(line, columns);
+        ASSERT_EQ(static_cast<int>(rows.size()), znt::countRows(line, grid));
+        for (const auto& row : rows) {
+            joined += row;
+            int right = 0, needed = 0;
+            znt::placeRow(row, grid, [&](const znt::PlacedCluster& cluster) {
+                EXPECT_EQ(cluster.column, right);
+                right += cluster.width;
+                const char16_t unit = row[cluster.offset];
+                const bool isBlank = unit == u' ' || unit == u'\t' || unit == u'\u3000';
+                if (!isBlank) // nothing that shows was squeezed to fit
+                    needed += znt::clusterAt(row, cluster.offset, grid.ambiguous).width - cluster.width;
+                return true;
+            });
+            ASSERT_LE(right, columns);
+            ASSERT_EQ(needed, 0);
+        }
+        ASSERT_EQ(joined, line);
+    }
+}
+
+TEST(OutputRows, EveryRowIsFoundAgainAfterEveryChangeOfWidth)
+{
+    std::mt19937 random(11);
+    ZNTOutputStore store;
+    ZNTOutputRows rows(store);
+    for (const int columns : {80, 23, 200, 40}) {
+        SCOPED_TRACE(columns);
+        rows.setColumns(columns);
+        for (int line = 0; line < 1500; ++line) {
+            store.append(
+                coloured(randomLine(random, {u"guard ", u"\u4F60", u"castle ", u"x"}, random() % 30)));
+            store.append(coloured(u"\n"));
+        }
+        rows.update();
+        std::int64_t all = 0;
+        for (auto line = store.firstLine(); line < store.endLine(); ++line)
+            all += rows.rowsOfLine(line);
+        for (auto block = store.firstBlock(); block < store.endBlock(); ++block)
+            (void)rows.rowsBefore({store.block(block).firstLine, 0}); // the view has been everywhere
+        ASSERT_EQ(rows.totalRows(), all);
+        ZNTRowPlace walked{store.firstLine(), 0};
+        for (std::int64_t row = 0; row < all; row += 97) {
+            const auto place = rows.placeOfRow(row);
+            ASSERT_EQ(place, walked);
+            ASSERT_EQ(rows.rowsBefore(place), row);
+            walked = rows.moved(walked, 97);
+        }
+        EXPECT_EQ(rows.placeOfRow(all + 5), rows.moved(walked, all));
+        EXPECT_EQ(rows.moved(walked, -all), (ZNTRowPlace{store.firstLine(), 0}));
+    }
+    ASSERT_GT(store.endBlock(), 3);
+}
+
+} // namespace

@@ -1,0 +1,164 @@
+#include "ZNTOutputSamples.h"
+#include "ZNTOutputStore.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace
+{
+
+using namespace znt::colours;
+
+std::vector<std::u16string> linesOf(const ZNTOutputStore& store)
+{
+    std::vector<std::u16string> lines;
+    for (auto number = store.firstLine(); number < store.endLine(); ++number)
+        lines.emplace_back(store.line(number).text);
+    return lines;
+}
+
+TEST(OutputStore, EveryPairOfLineEndsIsOneBreakWhereverItIsCut)
+{
+    const std::u16string sent = u"one\r\ntwo\n\rthree\rfour\n\nsix\r\rlast\r\n\r\n\n\r";
+    const std::vector<std::u16string> shown{u"one", u"two",  u"three", u"four", u"", u"six",
+                                            u"",    u"last", u"",      u"",     u""};
+    for (std::size_t cut = 0; cut <= sent.size(); ++cut)
+        for (std::size_t second = cut; second <= sent.size(); ++second) {
+            SCOPED_TRACE(testing::Message() << "cut at " << cut << " and " << second);
+            ZNTOutputStore store;
+            store.append(coloured(sent.substr(0, cut)));
+            store.append(coloured(sent.substr(cut, second - cut)));
+            store.append({});
+            store.append(coloured(sent.substr(second)));
+            ASSERT_EQ(linesOf(store), shown);
+        }
+}
+
+TEST(OutputStore, ControlCharactersAreLeftOutButTheTextOfASequenceStays)
+{
+    ZNTOutputStore store;
+    std::u16string sent = u"a\tb\u001B[38;5;1mc";
+    sent += u'\0';
+    sent += u"d\u0007\u0008\u007F\u0085\u009Be\u00E9\u00FF";
+    store.append(coloured(sent));
+    EXPECT_EQ(everything(store), u"a\tb[38;5;1mcde\u00E9\u00FF");
+    // A character that is not shown still stands between what it separates.
+    store.append(coloured(u"\r\u0007\nx"));
+    EXPECT_EQ(linesOf(store).size(), 3u);
+}
+
+TEST(OutputStore, RunsKeepTheirLookAcrossAppendsLinesAndLeftOutCharacters)
+{
+    ZNTAttributedText text;
+    text.text = u"plain\u0007RED\r\nred bold";
+    text.sets.resize(3);
+    text.sets[0].foreground = red;
+    text.sets[1] = text.sets[0];
+    text.sets[1].font = ZNTFont{u"Menlo-Bold", 12};
+    text.sets[2].foreground = 1; // the wrong kind: shown as if it were not set
+    text.sets[2].background = clear;
+    text.runs = {{6, 0}, {15, 1}, {19, 2}};
+    ZNTOutputStore store;
+    store.append(text);
+    store.append(coloured(u"!", green));
+
+    std::u16string described;
+    store.forEachRun(store.start(), store.end(), [&](auto from, auto to, auto number) {
+        const auto& style = store.style(number);
+        described += u"<" + store.text(from, to);
+        described += style.foreground == red ? u" red" : style.foreground == green ? u" green" : u" white";
+        described += style.isBold ? u" bold>" : u">";
+    });
+    EXPECT_EQ(described, u"<plain white><RED\nred  red><bold red bold><! green>");
+}
+
+TEST(OutputStore, ALineWithoutEndGoesOnInFurtherLinesAndCopiesWithoutABreak)
+{
+    std::u16string sent(ZNTOutputStore::longestLine - 1, u'x');
+    sent += u"\U0001F600"; // the pair must not be cut
+    sent += std::u16string(3 * ZNTOutputStore::longestLine, u'y');
+    ZNTOutputStore store;
+    for (std::size_t at = 0; at < sent.size(); at += 999)
+        store.append(coloured(std::u16string_view(sent).substr(at, 999)));
+    EXPECT_EQ(everything(store), sent);
+    EXPECT_GT(store.endLine(), 3);
+    EXPECT_EQ(store.line(0).text.size(), ZNTOutputStore::longestLine + 1);
+    EXPECT_FALSE(store.line(0).endsInBreak);
+    for (auto number = store.firstLine(); number < store.endLine(); ++number) {
+        EXPECT_LE(store.line(number).text.size(), ZNTOutputStore::longestLine + 1);
+        EXPECT_EQ(store.lineAt(store.line(number).start), number);
+    }
+}
+
+TEST(OutputStore, PlacesAndTextAgreeWithAPlainStringOverManyBlocks)
+{
+    std::mt19937 random(7);
+    ZNTOutputStore store;
+    std::u16string plain;
+    std::vector<std::size_t> starts{0};
+    while (plain.size() < 400'000) {
+        const auto line =
+            randomLine(random, {u"word ", u"a", u"\u4F60", u"\t", u"\U0001F600", u"e\u0301"}, random() % 60);
+        store.append(coloured(line, random() % 2 ? red : green));
+        store.append(coloured(u"\n"));
+        plain += line + u"\n";
+        starts.push_back(plain.size());
+    }
+    ASSERT_GT(store.endBlock(), 4);
+    EXPECT_EQ(everything(store), plain);
+    EXPECT_EQ(store.endLine(), static_cast<std::int64_t>(starts.size()));
+    for (int sample = 0; sample < 2000; ++sample) {
+        const auto at = random() % plain.size();
+        const auto number = store.lineAt(static_cast<std::int64_t>(at));
+        const auto after = std::upper_bound(starts.begin(), starts.end(), at);
+        ASSERT_EQ(number, after - starts.begin() - 1);
+        const auto start = starts[static_cast<std::size_t>(number)];
+        ASSERT_EQ(store.line(number).text, plain.substr(start, *after - start - 1));
+        const auto to = std::min(plain.size(), at + random() % 70'000);
+        ASSERT_EQ(store.text(static_cast<std::int64_t>(at), static_cast<std::int64_t>(to)),
+                  plain.substr(at, to - at));
+    }
+}
+
+TEST(OutputStore, TheOldestTextGoesAtTheLimitAndNumbersStay)
+{
+    ZNTOutputStore store;
+    store.setMemoryLimit(1 << 20);
+    std::int64_t written = 0;
+    for (int number = 0; number < 40'000; ++number) {
+        const auto line = u"line " + std::u16string(50, u'x') + u"\n";
+        store.append(coloured(line));
+        written += static_cast<std::int64_t>(line.size());
+    }
+    EXPECT_LE(store.memoryInUse(), std::size_t{1} << 20);
+    EXPECT_GT(store.firstLine(), 0);
+    EXPECT_EQ(store.end(), written);
+    EXPECT_EQ(store.endLine(), 40'001);
+    EXPECT_EQ(store.line(39'999).text.substr(0, 5), u"line ");
+    EXPECT_EQ(store.line(0).start, store.start()); // brought inside
+    EXPECT_EQ(store.lineAt(0), store.firstLine());
+
+    const auto end = store.end();
+    store.clear();
+    EXPECT_EQ(store.start(), end);
+    EXPECT_EQ(everything(store), u"");
+    store.append(coloured(u"new"));
+    EXPECT_EQ(everything(store), u"new");
+}
+
+TEST(OutputStore, ColouredLinesTakeLittleMoreThanTheirText)
+{
+    ZNTOutputStore store;
+    std::size_t characters = 0;
+    for (int number = 0; number < 20'000; ++number)
+        for (const auto colour : {red, green, white}) {
+            const std::u16string_view words = u"A guard stands here, ";
+            store.append(coloured(words, colour));
+            characters += words.size();
+            if (colour == white)
+                store.append(coloured(u"\n"));
+        }
+    EXPECT_LT(store.memoryInUse(), characters * 3);
+}
+
+} // namespace

@@ -1,0 +1,302 @@
+#include "ZNTOutputViewFixture.h"
+#include "ZNTReadableColour.h"
+
+#include <QClipboard>
+#include <QImage>
+#include <QPushButton>
+#include <QWheelEvent>
+
+namespace
+{
+
+using OutputView = ZNTOutputViewTest;
+
+TEST_F(OutputView, FollowsTheEndUntilThePlayerScrollsBackAndAgainAfterwards)
+{
+    addLines(0, 100);
+    EXPECT_EQ(topLine(), u"line 91"); // and an open line below line 99
+    auto* mark = view.findChild<QPushButton*>(QStringLiteral("newLinesBelow"));
+    EXPECT_FALSE(mark->isVisible());
+
+    view.pageUp();
+    const auto read = topLine();
+    EXPECT_EQ(read, u"line 82");
+    addLines(100, 400);
+    EXPECT_EQ(topLine(), read);
+    EXPECT_FALSE(view.followsEnd());
+    EXPECT_EQ(view.newLinesBelow(), 300);
+    ASSERT_TRUE(mark->isVisible());
+    EXPECT_TRUE(mark->accessibleName().contains(QStringLiteral("300 new lines")));
+
+    mark->click();
+    EXPECT_TRUE(view.followsEnd());
+    EXPECT_FALSE(mark->isVisible());
+    addLines(400, 401);
+    EXPECT_EQ(topLine(), u"line 392");
+
+    view.jumpToStart();
+    EXPECT_EQ(topLine(), u"line 0");
+    press(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_TRUE(view.followsEnd());
+    view.verticalScrollBar()->setValue(200);
+    EXPECT_EQ(topLine(), u"line 200");
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    EXPECT_TRUE(view.followsEnd());
+
+    view.pageUp();
+    view.clear();
+    EXPECT_TRUE(view.followsEnd());
+    addLines(0, 2);
+    EXPECT_EQ(topLine(), u"line 0");
+}
+
+TEST_F(OutputView, AFloodIsPaintedSeldomAndTheEndOfItShows)
+{
+    struct Counter : QObject {
+        int paints = 0;
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            paints += event->type() == QEvent::Paint;
+            return false;
+        }
+    } counter;
+    view.viewport()->installEventFilter(&counter);
+    QElapsedTimer elapsed;
+    elapsed.start();
+    for (int line = 0; line < 3000; ++line) {
+        view.append(coloured(u"flood\n"));
+        view.scrollToEnd();
+        QApplication::processEvents();
+    }
+    const auto most = elapsed.elapsed() / 16 + 4;
+    EXPECT_LE(counter.paints, most);
+    addLines(0, 1);
+    EXPECT_EQ(view.characterRect(view.store().end()).isEmpty(), false);
+}
+
+TEST_F(OutputView, KeepsItsPlaceWhenWidthAndSizeChange)
+{
+    for (int line = 0; line < 3000; ++line)
+        view.append(coloured(u"number " + QString::number(line).toStdU16String() +
+                             u" of the many lines that wrap in a narrow window but not in a wide one\n"));
+    settle();
+    view.scrollToPosition(view.store().line(1500).start);
+    const auto read = topLine();
+    for (const int columns : {100, 25, 60}) {
+        view.resize(view.sizeForGrid(columns, 10));
+        settle();
+        EXPECT_EQ(view.columns(), columns);
+        EXPECT_EQ(topLine(), read);
+    }
+    view.setPointSize(100);
+    EXPECT_EQ(view.pointSize(), ZNTOutputView::largestPointSize);
+    settle();
+    EXPECT_EQ(topLine(), read);
+    view.jumpToEnd();
+    view.setPointSize(1);
+    EXPECT_EQ(view.pointSize(), ZNTOutputView::smallestPointSize);
+    settle();
+    EXPECT_TRUE(view.followsEnd());
+    EXPECT_FALSE(view.characterRect(view.store().end()).isEmpty());
+}
+
+TEST_F(OutputView, TypedKeysGoToTheCommandLineAndReadingKeysStay)
+{
+    addLines(0, 50);
+    QString forwarded;
+    QObject::connect(&view, &ZNTOutputView::keyForCommandLine, &view, [&](QKeyEvent* event) {
+        forwarded += event->text().isEmpty() ? QString::number(event->key()) : event->text();
+    });
+    press(Qt::Key_L, {}, QStringLiteral("l"));
+    press(Qt::Key_AsciiTilde, Qt::ShiftModifier, QStringLiteral("~"));
+    press(Qt::Key_8, Qt::KeypadModifier, QStringLiteral("8"));
+    press(Qt::Key_Return, {}, QStringLiteral("\r"));
+    EXPECT_EQ(forwarded, QStringLiteral("l~8\r"));
+    forwarded.clear();
+
+    press(Qt::Key_Up);
+    EXPECT_EQ(lineAtCaret(), u"line 49");
+    press(Qt::Key_PageUp);
+    EXPECT_EQ(lineAtCaret(), u"line 40");
+    press(Qt::Key_End);
+    press(Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(view.caret() - view.store().line(40).start, 5); // at the number
+    press(Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(topLine(), u"line 0");
+    EXPECT_EQ(view.caret(), 0);
+    EXPECT_EQ(forwarded, QString());
+
+    // No trap: what the view has no use for is left to the window.
+    for (const int key : {Qt::Key_Escape, Qt::Key_F3}) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(&view, &event);
+        EXPECT_FALSE(event.isAccepted());
+    }
+}
+
+TEST_F(OutputView, SelectsByMouseAndKeyboardAndCopiesPlainText)
+{
+    view.append(coloured(u"The \u4F60\u7AD9 guard\u0301 stands here.\r\nSecond line\n\rthird\n"));
+    settle();
+    const auto start = view.store().start();
+    auto* clipboard = QApplication::clipboard();
+
+    mouse(QEvent::MouseButtonPress, pointOf(start + 4));
+    mouse(QEvent::MouseMove, pointOf(view.store().line(1).start + 6));
+    mouse(QEvent::MouseButtonRelease, pointOf(view.store().line(1).start + 6));
+    EXPECT_EQ(view.selectedText().toStdU16String(), u"\u4F60\u7AD9 guard\u0301 stands here.\nSecond");
+
+    mouse(QEvent::MouseButtonDblClick, pointOf(start + 8));
+    EXPECT_EQ(view.selectedText().toStdU16String(), u"guard\u0301");
+    mouse(QEvent::MouseButtonRelease, pointOf(start + 8));
+    mouse(QEvent::MouseButtonPress, pointOf(start + 8));
+    mouse(QEvent::MouseButtonRelease, pointOf(start + 8));
+    EXPECT_EQ(view.selectedText().toStdU16String(), u"The \u4F60\u7AD9 guard\u0301 stands here.\n");
+
+    press(Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_FALSE(view.hasSelection());
+    press(Qt::Key_Right, Qt::ShiftModifier | Qt::ControlModifier);
+    press(Qt::Key_Right, Qt::ShiftModifier);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(clipboard->text().toStdU16String(), u"The \u4F60\u7AD9 guard\u0301 stands here.\nSecond");
+
+    press(Qt::Key_A, Qt::ControlModifier);
+    addLines(0, 3); // what comes later does not join in
+    press(Qt::Key_Insert, Qt::ControlModifier);
+    EXPECT_EQ(clipboard->text().toStdU16String(),
+              u"The \u4F60\u7AD9 guard\u0301 stands here.\nSecond line\nthird\n");
+}
+
+TEST_F(OutputView, CopiesAcrossAnyLengthAndSurvivesTheLossOfWhatIsSelected)
+{
+    addLines(0, 1);
+    std::u16string sent;
+    for (int line = 0; line < 30'000; ++line)
+        sent += u"a line among many others\n";
+    view.append(coloured(sent));
+    view.selectAll();
+    EXPECT_EQ(view.selectedText().size(), view.store().end());
+    view.setMemoryLimit(1 << 18);
+    EXPECT_EQ(view.selectionStart(), view.store().start());
+    EXPECT_EQ(view.selectedText().size(), view.store().end() - view.store().start());
+    settle();
+    press(Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(topLine(), u"a line among many others");
+    view.clear();
+    EXPECT_FALSE(view.hasSelection());
+    press(Qt::Key_Up);
+    press(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(view.caret(), view.store().end());
+}
+
+TEST_F(OutputView, FindSelectsTheNearestAboveGoesRoundAndCounts)
+{
+    addLines(0, 500);
+    ZNTOutputFind::Status last;
+    QObject::connect(&view, &ZNTOutputView::findStatusChanged, &view,
+                     [&](const ZNTOutputFind::Status& status) { last = status; });
+    view.find(QStringLiteral("LINE 49"));
+    settle();
+    EXPECT_EQ(last.count, 11); // 49 and 490 to 499
+    EXPECT_EQ(last.current, 11);
+    EXPECT_EQ(lineAtCaret(), u"line 499");
+    view.find(QStringLiteral("LINE 49")); // typing on, or the same again, stays
+    EXPECT_EQ(lineAtCaret(), u"line 499");
+    view.findNext();
+    EXPECT_EQ(lineAtCaret(), u"line 49");
+    EXPECT_FALSE(view.characterRect(view.caret()).isEmpty());
+    EXPECT_TRUE(view.findStatus().wentRound);
+    view.findPrevious();
+    view.findPrevious();
+    EXPECT_EQ(lineAtCaret(), u"line 498");
+    view.find(QStringLiteral("no such thing"));
+    settle();
+    EXPECT_EQ(last.count, 0);
+    view.endFind();
+    EXPECT_FALSE(view.findStatus().isCounting);
+}
+
+TEST_F(OutputView, EveryCharacterStandsInItsColumn)
+{
+    view.append(coloured(u"\u4F60\u7AD9\u5728|\nabcdef|\n\u2605\u2605\u2605|\ta\u0301\u0302b\n"));
+    settle();
+    const auto barOf = [&](int line) {
+        const auto content = view.store().line(line);
+        return view.characterRect(content.start + static_cast<std::int64_t>(content.text.find(u'|'))).left();
+    };
+    EXPECT_EQ(barOf(0), barOf(1));
+    view.setAmbiguousWidth(znt::AmbiguousWidth::Wide);
+    settle();
+    EXPECT_EQ(barOf(2), barOf(1));
+    // What is drawn at a place is what is found at that place.
+    for (auto at = view.store().start(); at < view.store().end();) {
+        const auto area = view.characterRect(at);
+        ASSERT_FALSE(area.isEmpty());
+        ASSERT_EQ(view.positionAt(area.center()), at);
+        press(Qt::Key_Home, Qt::ControlModifier);
+        view.select(at, at);
+        press(Qt::Key_Right);
+        ASSERT_GT(view.caret(), at);
+        const auto next = view.caret();
+        press(Qt::Key_Left);
+        ASSERT_EQ(view.caret(), at);
+        at = next;
+    }
+}
+
+TEST_F(OutputView, ZoomsWithControlAndWheelAndScrollsWithoutIt)
+{
+    addLines(0, 100);
+    const auto turn = [&](int delta, Qt::KeyboardModifiers modifiers) {
+        QWheelEvent event(QPointF(5, 5), view.mapToGlobal(QPointF(5, 5)), {}, {0, delta}, Qt::NoButton,
+                          modifiers, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view.viewport(), &event);
+    };
+    turn(120, Qt::ControlModifier);
+    EXPECT_EQ(view.pointSize(), 13);
+    turn(-240, Qt::ControlModifier);
+    EXPECT_EQ(view.pointSize(), 11);
+    view.resetZoom();
+    settle();
+    turn(60, {});
+    turn(60, {}); // half notches add up
+    EXPECT_EQ(topLine(), u"line 88");
+    EXPECT_FALSE(view.followsEnd());
+}
+
+TEST_F(OutputView, ShowsItsOwnColoursWhateverThePalette)
+{
+    QPalette palette;
+    palette.setColor(QPalette::Base, Qt::white);
+    palette.setColor(QPalette::Text, Qt::black);
+    view.setPalette(palette);
+    view.clearFocus();
+    view.append(coloured(u"\u2588\u2588\u2588\u2588", znt::colours::red)); // full blocks fill their cells
+    settle();
+    const auto image = view.viewport()->grab().toImage();
+    EXPECT_EQ(image.pixelColor(view.characterRect(view.store().start() + 1).center()), QColor(Qt::red));
+    EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() / 2), QColor(Qt::black));
+}
+
+TEST(ReadableColour, EveryPairOfTheGamesColoursCanBeReadAndGoodOnesStay)
+{
+    using namespace znt::colours;
+    const ZNTColour all[] = {red, green, yellow, blue, magenta, cyan, black, white};
+    for (const auto foreground : all)
+        for (const auto background : all) {
+            const znt::ColourPair given{foreground, background};
+            const auto shown = znt::readable(given);
+            EXPECT_GE(znt::contrastRatio(shown.foreground, shown.background), znt::readableContrast);
+            if (znt::contrastRatio(foreground, background) >= znt::readableContrast) {
+                EXPECT_EQ(shown, given);
+            }
+        }
+    EXPECT_NEAR(znt::contrastRatio(white, black), 21, 0.01);
+    EXPECT_NEAR(znt::contrastRatio(blue, black), 2.44, 0.01);
+    const auto lifted = znt::readable({blue, black}).foreground;
+    EXPECT_EQ(lifted.blue, 255);
+    EXPECT_EQ(lifted.red, lifted.green);
+}
+
+} // namespace

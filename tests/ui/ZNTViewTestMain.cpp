@@ -1,0 +1,16 @@
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+
+#include <gmock/gmock.h>
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleMock(&argc, argv);
+    qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"); // decided once, at start
+    const QApplication application(argc, argv);
+    // A desktop has the accessibility bus running; on a bus of our own, nobody but us asks for it.
+    if (auto* bus = QDBusConnection::sessionBus().interface())
+        bus->startService(QStringLiteral("org.a11y.Bus"));
+    return RUN_ALL_TESTS();
+}
