@@ -1,7 +1,6 @@
 #include "QtRunLoop.h"
 
 #include <QCoreApplication>
-#include <QEvent>
 #include <QPointer>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -92,10 +91,7 @@ public:
           writable(new QSocketNotifier(descriptor, QSocketNotifier::Write, context))
     {
         const auto hear = [context, &handler](QSocketNotifier* notifier, RunLoopInterest direction) {
-            QObject::connect(notifier, &QSocketNotifier::activated, context, [context, handler, direction] {
-                // On GLib's loop, timers that have fired once yield to descriptors until some event is
-                // posted: a peer that never stops sending would hold up every timer without this one.
-                QCoreApplication::postEvent(context, new QEvent(QEvent::None));
+            QObject::connect(notifier, &QSocketNotifier::activated, context, [handler, direction] {
                 const auto survivesCancelling = handler;
                 survivesCancelling(direction);
             });
