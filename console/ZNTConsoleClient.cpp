@@ -78,7 +78,7 @@ ZNTSessionServices ZNTConsoleClient::services()
 void ZNTConsoleClient::start()
 {
     surroundings.input.start(
-        {.line = [this](std::string line) { handleLine(line); }, .end = [this] { inputEnded(); }});
+        {.line = [this](const std::string& line) { handleLine(line); }, .end = [this] { inputEnded(); }});
     if (options.demo)
         startDemo();
     else if (!options.host.empty())
@@ -94,7 +94,7 @@ void ZNTConsoleClient::startDemo()
 {
     isStartingDemo = true;
     demoGame = std::make_unique<ZNTDemoGame>(surroundings.platform.runLoop);
-    demoGame->start(options.encoding, [this](ZNTResult<std::uint16_t> started) {
+    demoGame->start(options.encoding, [this](const ZNTResult<std::uint16_t>& started) {
         isStartingDemo = false;
         if (started) {
             connect(u"127.0.0.1", started.value());

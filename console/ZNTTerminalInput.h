@@ -11,7 +11,7 @@ public:
     ~ZNTTerminalInput() override;
 
     [[nodiscard]] bool isTerminal() const override { return true; }
-    void start(Handlers handlers) override;
+    void start(Handlers given) override;
     void hideLine() override;
     void showLine(std::string_view unfinishedLine) override;
     void replaceTypedLine() override;

@@ -111,7 +111,7 @@ public:
     // Local output
     void insertText(std::u16string_view text, ZNTColour unusedColour);
     void insertTextInWindow(std::u16string_view text);
-    void insertTextIntoTheWindow(std::u16string_view text);
+    void insertTextIntoTheWindow(std::u16string_view text) override;
     void clearScreen();
 
     // Receiving

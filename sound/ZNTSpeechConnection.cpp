@@ -1,5 +1,7 @@
 #include "ZNTSpeechConnection.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
@@ -132,12 +134,11 @@ bool ZNTSpeechConnection::greet()
 {
     // The client's name has three parts: user, program, and what of it speaks.
     // Priority "message" waits for what is being said; "text" would drop what waits.
-    for (const auto* const command : {"SET SELF CLIENT_NAME player:zantor:game", "SET SELF PRIORITY message",
-                                      "SET SELF NOTIFICATION BEGIN on", "SET SELF NOTIFICATION END on",
-                                      "SET SELF NOTIFICATION CANCEL on"})
-        if (!ask(command))
-            return false;
-    return true;
+    constexpr std::array commands{"SET SELF CLIENT_NAME player:zantor:game", "SET SELF PRIORITY message",
+                                  "SET SELF NOTIFICATION BEGIN on", "SET SELF NOTIFICATION END on",
+                                  "SET SELF NOTIFICATION CANCEL on"};
+    return std::all_of(commands.begin(), commands.end(),
+                       [this](const char* command) { return ask(command).has_value(); });
 }
 
 std::optional<std::size_t> ZNTSpeechConnection::say(std::string_view utf8)

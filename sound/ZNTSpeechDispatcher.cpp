@@ -3,6 +3,7 @@
 #include "ZNTSpeechConnection.h"
 #include "ZNTText.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -294,8 +295,8 @@ void ZNTSpeechDispatcher::Worker::takeBack(Message message)
 
 void ZNTSpeechDispatcher::Worker::takeBackFromLostService(Lock& lock)
 {
-    for (auto message = unfinished.rbegin(); message != unfinished.rend(); ++message)
-        takeBack(std::move(message->second));
+    std::for_each(unfinished.rbegin(), unfinished.rend(),
+                  [this](auto& message) { takeBack(std::move(message.second)); });
     unfinished.clear();
     patientUntil = Clock::now() + patienceWithLostService;
     connection = nullptr;

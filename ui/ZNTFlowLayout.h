@@ -28,7 +28,7 @@ public:
 
 private:
     enum class Mode { Measure, Place };
-    int arrange(const QRect& rect, Mode mode) const;
+    int arrange(const QRect& whole, Mode mode) const;
     void placeRow(const QList<QLayoutItem*>& row, const QRect& rect, int y, int height) const;
     [[nodiscard]] bool stretches(const QLayoutItem* item) const;
 

@@ -329,7 +329,7 @@ void ZNTMainWiring::playDemo()
         return;
     const ZNTPlatform& platform = controller.services().platform;
     demoGame = std::make_unique<ZNTDemoGame>(platform.runLoop);
-    demoGame->start(session.cfStringEncoding(), [this, &platform](ZNTResult<std::uint16_t> started) {
+    demoGame->start(session.cfStringEncoding(), [this, &platform](const ZNTResult<std::uint16_t>& started) {
         if (started)
             connectTo(text("127.0.0.1"), started.value(), text("Demo game"));
         else

@@ -10,7 +10,7 @@
 struct ZNTRowPlace {
     std::int64_t line = 0;
     int row = 0;
-    friend auto operator<=>(const ZNTRowPlace&, const ZNTRowPlace&) = default;
+    friend auto operator<=>(const ZNTRowPlace&, const ZNTRowPlace&) = default; // NOLINT: takes it for a 0
 };
 
 /// The rows that the lines of a store fall into at the width of the view.

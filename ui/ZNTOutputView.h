@@ -86,7 +86,7 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
     /// The size of the widget that shows so many columns and rows.
-    [[nodiscard]] QSize sizeForGrid(int columns, int rows) const;
+    [[nodiscard]] QSize sizeForGrid(int columnCount, int rowCount) const;
     [[nodiscard]] int columns() const { return rows.grid().columns; }
     [[nodiscard]] int visibleRows() const;
 

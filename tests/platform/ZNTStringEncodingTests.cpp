@@ -82,9 +82,11 @@ TEST(StringEncoding, TelnetCommandsPassThroughChineseText)
     const std::string literal = "\xFF\xFF";    //
     const std::string subnegotiation = "\xFF\xFA\x56\xFF\xF0";
     for (const auto& sample : samples()) {
-        const auto decoded = decodedText(option + sample.bytes + goAhead + sample.bytes + literal +
-                                             subnegotiation + sample.bytes + "\xFF",
-                                         sample.encoding);
+        std::string bytes = option;
+        for (const auto* piece :
+             {&sample.bytes, &goAhead, &sample.bytes, &literal, &subnegotiation, &sample.bytes})
+            bytes += *piece;
+        const auto decoded = decodedText(bytes + "\xFF", sample.encoding);
         ASSERT_TRUE(decoded);
         EXPECT_EQ(*decoded, u"\u00FF\u00FB\u0056" + sample.text + u"\u00FF\u00F9" + sample.text +
                                 u"\u00FF\u00FF\u00FF\u00FA\u0056\u00FF\u00F0" + sample.text + u"\u00FF");
