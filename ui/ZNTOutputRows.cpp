@@ -49,10 +49,10 @@ void ZNTOutputRows::countNewLines(std::int64_t block)
             added += rowsOfLine(extent.firstLine + count.lines);
             continue;
         }
-        const int width = store.line(extent.firstLine + count.lines).columns;
+        const int width = store.columnsInBlock(block, count.lines);
         if (width > columns)
             count.isExact = false;
-        added += std::max(1, (width + columns - 1) / columns);
+        added += width > columns ? (width + columns - 1) / columns : 1;
     }
     count.rows += added;
     closedRows += added;

@@ -215,6 +215,11 @@ ZNTOutputStore::BlockExtent ZNTOutputStore::block(std::int64_t number) const
     return {found.text, found.start, found.firstLine, static_cast<std::int64_t>(found.lines.size())};
 }
 
+int ZNTOutputStore::columnsInBlock(std::int64_t number, std::int64_t lineOfBlock) const
+{
+    return blockNumbered(number).lines[static_cast<std::size_t>(lineOfBlock)].columns & ~goesOn;
+}
+
 std::int64_t ZNTOutputStore::blockOfLine(std::int64_t line) const
 {
     const auto after = std::upper_bound(

@@ -89,6 +89,8 @@ public:
     [[nodiscard]] std::int64_t firstBlock() const { return droppedBlocks; }
     [[nodiscard]] std::int64_t endBlock() const;
     [[nodiscard]] BlockExtent block(std::int64_t number) const;
+    /// The columns of a line, as `Line` has them, without looking for its block first.
+    [[nodiscard]] int columnsInBlock(std::int64_t number, std::int64_t lineOfBlock) const;
     [[nodiscard]] std::int64_t blockOfLine(std::int64_t line) const;
     [[nodiscard]] std::int64_t blockAt(Position position) const;
 
