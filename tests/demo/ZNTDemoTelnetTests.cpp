@@ -23,7 +23,7 @@ void receiveAll(ZNTDemoTelnetInput& input, std::string_view bytes)
         bytes.remove_prefix(input.receive(bytes));
 }
 
-std::vector<std::string> heardFrom(std::vector<std::string_view> slices)
+std::vector<std::string> heardFrom(const std::vector<std::string_view>& slices)
 {
     Recorder recorder;
     ZNTDemoTelnetInput input(recorder);

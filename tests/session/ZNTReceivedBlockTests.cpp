@@ -43,7 +43,7 @@ std::u16string recoveredOneByOne(std::string_view bytes, ZNTStringEncoding encod
 {
     if (const auto text = znt::decodedText(bytes, encoding))
         return *text;
-    const auto ascii = *znt::decodedText(bytes, ZNTStringEncoding::Ascii);
+    auto ascii = *znt::decodedText(bytes, ZNTStringEncoding::Ascii);
     if (bytes.size() <= 2)
         return ascii;
     if (const auto text = znt::decodedText(bytes.substr(0, bytes.size() - 2), encoding))
