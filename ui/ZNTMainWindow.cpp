@@ -4,7 +4,7 @@
 #include "ZNTCompass.h"
 #include "ZNTFindBar.h"
 #include "ZNTFlowLayout.h"
-#include "ZNTOutputView.h"
+#include "ZNTUITextViewAccessability.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -171,7 +171,7 @@ QWidget* ZNTMainWindow::makePlayArea()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(gap);
 
-    textFromServer = named(new ZNTOutputView, "textFromServer");
+    textFromServer = named(new ZNTUITextViewAccessability, "textFromServer");
     textFromServer->setAccessibleName(text("Output"));
     textFromServer->setMinimumHeight(textFromServer->fontMetrics().height() * 5);
     column->addWidget(textFromServer, 1);

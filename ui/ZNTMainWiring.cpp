@@ -366,6 +366,9 @@ ZNTStatusFacts ZNTMainWiring::facts() const
 
 void ZNTMainWiring::refresh()
 {
+    const bool isChinese = session.cfStringEncoding() != ZNTStringEncoding::Ascii;
+    window.textFromServer->setAmbiguousWidth(isChinese ? znt::AmbiguousWidth::Wide
+                                                       : znt::AmbiguousWidth::Narrow);
     const ZNTStatusFacts now = facts();
     if (shownFacts == now)
         return;

@@ -36,6 +36,9 @@ QFont gameFont()
     return font;
 }
 
+/// Line drawing and block elements.
+constexpr bool isDrawing(char16_t unit) { return unit >= 0x2500 && unit <= 0x259F; }
+
 bool fillsOneCell(const QFontMetricsF& metrics, qreal width)
 {
     for (const char16_t* letter = u"iW.m"; *letter; ++letter)
@@ -150,15 +153,28 @@ void ZNTOutputPainter::drawClusters(QPainter& painter, QPointF corner, std::u16s
             columns = znt::tabStop - column % znt::tabStop;
         else if (text[offset] != u' ' && column < grid.columns) {
             const auto& drawn = glyphsOf(text.substr(offset, length), columns, isBold);
-            const qreal room = columns * width;
-            const QPointF origin(corner.x() + column * width + std::max<qreal>(0, (room - drawn.advance) / 2),
-                                 corner.y() + ascent);
-            for (const auto& run : drawn.runs)
-                painter.drawGlyphRun(origin, run);
+            drawGlyphs(painter, drawn, QPointF(corner.x() + column * width, corner.y() + ascent),
+                       columns * width);
         }
         column += columns;
         offset += length;
     }
+}
+
+void ZNTOutputPainter::drawGlyphs(QPainter& painter, const Glyphs& drawn, QPointF origin, qreal room)
+{
+    if (!drawn.isStretched) {
+        origin.rx() += std::max<qreal>(0, (room - drawn.advance) / 2);
+        for (const auto& run : drawn.runs)
+            painter.drawGlyphRun(origin, run);
+        return;
+    }
+    const auto transform = painter.transform();
+    painter.translate(origin);
+    painter.scale(room / drawn.advance, 1);
+    for (const auto& run : drawn.runs)
+        painter.drawGlyphRun({}, run);
+    painter.setTransform(transform);
 }
 
 /// Shaping a character that the font lacks takes longer than drawing it, so what was shaped is kept.
@@ -175,6 +191,9 @@ const ZNTOutputPainter::Glyphs& ZNTOutputPainter::glyphsOf(std::u16string_view c
     const auto& font = isBold ? bold : regular;
     auto made = shaped(key, font);
     const qreal room = columns * width;
+    made.isStretched = columns == 2 && isDrawing(cluster.front()) && made.advance > 0;
+    if (made.isStretched)
+        return *kept.insert(key, made);
     // Chinese fonts are narrower than two columns: set a little larger, their text does not fall apart.
     // A single character that is wider than its columns is made to fit.
     const qreal factor = made.advance > 0 ? std::min(room / made.advance, largestGrowth) : 1;

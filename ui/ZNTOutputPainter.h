@@ -51,6 +51,7 @@ private:
     struct Glyphs {
         QList<QGlyphRun> runs;
         qreal advance = 0;
+        bool isStretched = false; ///< to the width of its columns, as lines that have to meet are
     };
     struct Look {
         QColor foreground, background;
@@ -59,6 +60,7 @@ private:
     [[nodiscard]] Look lookOf(const Stretch& stretch);
     void drawStretch(QPainter& painter, QPointF corner, std::u16string_view text, int column, int endColumn,
                      znt::GridWidth grid, const Stretch& stretch);
+    static void drawGlyphs(QPainter& painter, const Glyphs& drawn, QPointF origin, qreal room);
     const Glyphs& glyphsOf(std::u16string_view cluster, int columns, bool isBold);
     [[nodiscard]] Glyphs shaped(const QString& cluster, const QFont& font) const;
     void drawClusters(QPainter& painter, QPointF corner, std::u16string_view text, int column,
