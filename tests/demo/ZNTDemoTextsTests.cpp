@@ -46,8 +46,6 @@ std::vector<std::u16string> placeholders(std::u16string_view text)
 
 TEST(DemoTexts, EveryTextCanBeSentInItsEncodingAndIsPlain)
 {
-    if (znt::encodedText(u"灯", ZNTStringEncoding::EucCn) == "?")
-        GTEST_SKIP() << "this build encodes no Chinese";
     for (const auto encoding : encodings) {
         for (const auto& text : allTexts(ZNTDemoTexts::forEncoding(encoding))) {
             SCOPED_TRACE(znt::utf8FromText(text));
