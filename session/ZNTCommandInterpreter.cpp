@@ -98,7 +98,7 @@ void ZNTCommandInterpreter::runMacro(std::u16string_view name, std::u16string_vi
     }
     const auto text = parseMacro(*dataToExecute, line);
     if (!text) {
-        stopMacros(name, u"its text grew too long.");
+        stopMacros(name, u"its text, or the line, is too long.");
         return;
     }
     ++depth;
@@ -123,12 +123,16 @@ std::optional<std::u16string> ZNTCommandInterpreter::parseMacro(std::u16string_v
     if (!znt::contains(text, u"%1"))
         return text;
     std::int64_t number = 0;
+    std::size_t searched = 0;
     for (std::size_t end = line.find(u' '); end != line.npos;) {
+        if (text.find(u'%') == text.npos) // no key is left for the words to come
+            break;
+        searched += text.size();
         const std::size_t start = end + 1;
         end = line.find(u' ', start);
         const auto piece = line.substr(start, end == line.npos ? line.npos : end - start);
         const auto key = u"%" + znt::decimalText(++number);
-        if (text.size() + timesFound(key, text) * piece.size() > longestText)
+        if (searched > mostSearched || text.size() + timesFound(key, text) * piece.size() > longestText)
             return std::nullopt;
         text = replaceKey(key, piece, text);
     }

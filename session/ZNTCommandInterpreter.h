@@ -58,6 +58,9 @@ public:
     /// UTF-16 units that filling in arguments may lead to: macros that double their arguments at each call
     /// would otherwise fill the memory before they meet the other limits.
     static constexpr std::size_t longestText = std::size_t{1} << 20;
+    /// UTF-16 units that filling in one line's words may search through: thousands of words for a macro of
+    /// thousands of characters. A server can write the words, where a trigger hands them on.
+    static constexpr std::size_t mostSearched = std::size_t{64} << 20;
 
 private:
     void runMacroOrList(std::u16string_view name, std::u16string_view line);

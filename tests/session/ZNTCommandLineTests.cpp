@@ -105,6 +105,21 @@ TEST_F(CommandInterpreter, MacrosThatNeverEndAreStoppedWithAMessage)
     EXPECT_EQ(doneBy(u"~fine"), Done{u"send ok"});
 }
 
+TEST_F(CommandInterpreter, ALongLineOfWordsIsFilledInAtOnceOrRefused)
+{
+    macros = {{u"say", u"say %1"}, {u"key", u"%1 %2"}};
+    std::u16string words;
+    for (int count = 0; count < 400'000; ++count)
+        words += u" a";
+    const std::u16string longWord(400'000, u'w');
+    EXPECT_EQ(doneBy(u"~say " + longWord + words), Done{u"send say " + longWord});
+
+    // Each word's key is looked for in a text that always has one more "%".
+    const auto said = doneBy(u"~key " + longWord + u"% b%" + words);
+    ASSERT_EQ(said.size(), 1U);
+    EXPECT_TRUE(said.front().starts_with(u"show The macro key was stopped: "));
+}
+
 using CommandLine = ZNTSessionFixture;
 
 TEST_F(CommandLine, ReturnSendsUpBringsBackAndResendInterpretsAgain)
