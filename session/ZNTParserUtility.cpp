@@ -13,7 +13,6 @@ namespace
 using namespace znt::telnet;
 
 constexpr double replyTimeout = 0.1; // seconds
-constexpr long replyTag = 1;
 
 constexpr char16_t optionEndOfRecord = 25, optionCompressionV2 = 86, optionSound = 90;
 
@@ -40,6 +39,15 @@ ZNTParserUtility::ZNTParserUtility(ZNTTelnetListener& session,
     : session(session),
       processSound(std::move(processSound))
 {
+}
+
+void ZNTParserUtility::processServerCommands(std::u16string_view text)
+{
+    areRepliesGathered = true;
+    forEachCommand(text, [this](auto command) { processServerCommand(command); });
+    areRepliesGathered = false;
+    if (!gatheredReplies.empty())
+        session.writeData(std::exchange(gatheredReplies, {}), replyTimeout, replyTag);
 }
 
 void ZNTParserUtility::processServerCommand(std::u16string_view command)
@@ -93,7 +101,11 @@ void ZNTParserUtility::processServerOptionForWill(std::u16string_view command)
 void ZNTParserUtility::sendCommand(char16_t command, char16_t option)
 {
     const std::array bytes{static_cast<char>(IAC), static_cast<char>(command), static_cast<char>(option)};
-    session.writeData({bytes.data(), bytes.size()}, replyTimeout, replyTag);
+    const std::string_view reply(bytes.data(), bytes.size());
+    if (areRepliesGathered)
+        gatheredReplies += reply;
+    else
+        session.writeData(reply, replyTimeout, replyTag);
 }
 
 bool ZNTParserUtility::isGoAhead(std::u16string_view command)
@@ -114,19 +126,18 @@ bool ZNTParserUtility::isGoAhead(std::u16string_view command)
     }
 }
 
-ZNTAttributedText ZNTParserUtility::processIncomingStream(std::u16string_view text)
+ZNTAttributedText ZNTParserUtility::processIncomingStream(std::u16string text)
 {
     if (text.empty())
         return {};
-    std::u16string stripped(text);
-    stripCommands(stripped);
-    if (stripped == u"m") // what is left of a colour sequence that two blocks shared
-        stripped.clear();
     if (_isMspOnOff_)
         if (const auto tag = znt::nextSoundTag(text))
             processSound(*tag);
-    znt::stripSoundTags(stripped);
-    return colourParser.attributedText(std::move(stripped));
+    stripCommands(text);
+    if (text == u"m") // what is left of a colour sequence that two blocks shared
+        text.clear();
+    znt::stripSoundTags(text);
+    return colourParser.attributedText(std::move(text));
 }
 
 std::string ZNTParserUtility::charCodeString(std::u16string_view text)

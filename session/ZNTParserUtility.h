@@ -29,6 +29,9 @@ public:
     /// `processSound` is handed the first sound tag of each text while sounds are on.
     ZNTParserUtility(ZNTTelnetListener& session, std::function<void(std::u16string_view tag)> processSound);
 
+    /// Acts on every command of a received block, in order. All that they are answered goes out in one write:
+    /// a flood of offers must not become a queue of as many writes, behind which a typed line would wait.
+    void processServerCommands(std::u16string_view text);
     /// Acts on one command, as `znt::telnet::commandAt` delimits it.
     void processServerCommand(std::u16string_view command);
     /// Answers the WILL in `command`, whose third character is the option; one without it is ignored.
@@ -38,13 +41,16 @@ public:
     bool isGoAhead(std::u16string_view command);
 
     /// Takes out telnet commands and sound tags, and turns SGR sequences into attributes.
-    ZNTAttributedText processIncomingStream(std::u16string_view text);
+    ZNTAttributedText processIncomingStream(std::u16string text);
 
     /// Whether compression and sound are accepted when the server offers them.
     void set_isMccpOnOff(bool on) { _isMccpOnOff_ = on; }
     void set_isMspOnOff(bool on) { _isMspOnOff_ = on; }
     [[nodiscard]] bool _isMccpOnOff() const { return _isMccpOnOff_; }
     [[nodiscard]] bool _isMspOnOff() const { return _isMspOnOff_; }
+
+    /// The tag of all that `writeData` is handed.
+    static constexpr long replyTag = 1;
 
     [[nodiscard]] ZNTColourParser& colours() { return colourParser; }
 
@@ -55,6 +61,8 @@ private:
     ZNTTelnetListener& session;
     std::function<void(std::u16string_view)> processSound;
     ZNTColourParser colourParser;
+    bool areRepliesGathered = false;
+    std::string gatheredReplies;
     bool _isMspOnOff_ = false;
     bool _isMccpOnOff_ = false;
 };

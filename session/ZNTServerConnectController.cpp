@@ -7,6 +7,7 @@
 #include "ZNTTelnetScanner.h"
 #include "ZNTUpdater.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -107,6 +108,8 @@ void ZNTServerConnectController::connectToServer()
     screen.myProgressIndicator->setHidden(false);
     screen.myProgressIndicator->startAnimation();
     lastEnding_ = ZNTSessionEnding::None;
+    repliesOnTheirWay = 0;
+    isReadPutOff = false;
     mudServer = std::make_unique<AsyncSocket>(platform.runLoop, this);
     if (!mudServer->connectToHost(host, static_cast<std::uint16_t>(port))) {
         lastEnding_ = ZNTSessionEnding::Broken;
@@ -190,8 +193,26 @@ void ZNTServerConnectController::onSocketDidReadData(AsyncSocket& socket, std::s
     } else {
         processMessage(znt::textOfBlock(data, cfStringEncoding_));
     }
-    if (!socket.isDisconnected()) // a trigger's command may have met an end of the connection
+    // What was told of the block may have ended the connection, or replaced it by another.
+    if (mudServer.get() == &socket && !socket.isDisconnected())
+        readOn();
+}
+
+/// A server that offers without end and takes no answers gets no more of our memory.
+void ZNTServerConnectController::readOn()
+{
+    isReadPutOff = repliesOnTheirWay > mostRepliesOnTheirWay;
+    if (!isReadPutOff)
         readNextBlock();
+}
+
+void ZNTServerConnectController::onSocketDidWriteDataWithTag(AsyncSocket&, std::int64_t tag)
+{
+    if (tag != ZNTParserUtility::replyTag)
+        return;
+    --repliesOnTheirWay;
+    if (isReadPutOff)
+        readOn();
 }
 
 bool ZNTServerConnectController::isToBeInflated(std::string_view block) const
@@ -242,8 +263,7 @@ void ZNTServerConnectController::processMessage(std::optional<std::u16string_vie
         screen.textFromServer->append(notice);
         return;
     }
-    forEachCommand(*text,
-                   [this](std::u16string_view command) { _zntParserUtility.processServerCommand(command); });
+    _zntParserUtility.processServerCommands(*text);
 
     if (!releasesHeldBackText(*text) && !readTimeout_) {
         mudServerTextSentBuffer.add(*text);
@@ -252,9 +272,10 @@ void ZNTServerConnectController::processMessage(std::optional<std::u16string_vie
         text = u"";
     }
     isGoAhead_ = readTimeout_ = false;
-    const auto joined = mudServerTextSentBuffer.releasedWith(*text);
-    const auto result = _zntParserUtility.processIncomingStream(joined);
+    const auto result = _zntParserUtility.processIncomingStream(mudServerTextSentBuffer.releasedWith(*text));
+    pausesLeft = mostPauses;
     const bool isGagged = triggers.passOver(result.text, *this);
+    pausesLeft.reset();
     if (!result.empty())
         show(result, isGagged);
 }
@@ -262,7 +283,7 @@ void ZNTServerConnectController::processMessage(std::optional<std::u16string_vie
 void ZNTServerConnectController::show(const ZNTAttributedText& result, bool isGagged)
 {
     _replayLastTextFromMUD += result.text;
-    if (_replayLastTextFromMUD.size() > mostReplayed)
+    if (_replayLastTextFromMUD.size() > 2 * mostReplayed) // seldom, since it moves what stays
         _replayLastTextFromMUD.erase(0, _replayLastTextFromMUD.size() - mostReplayed);
     speechReview_.addReceivedText(result.text);
     if (!isGagged)
@@ -304,8 +325,11 @@ void ZNTServerConnectController::sendMessageToServer(std::u16string_view line, b
 
 void ZNTServerConnectController::writeData(std::string_view data, double timeout, long tag)
 {
-    if (mudServer && !mudServer->isDisconnected())
-        mudServer->writeData(std::string(data), timeout, tag);
+    if (!mudServer || mudServer->isDisconnected())
+        return;
+    if (tag == ZNTParserUtility::replyTag)
+        ++repliesOnTheirWay;
+    mudServer->writeData(std::string(data), timeout, tag);
 }
 
 void ZNTServerConnectController::sendTextToServer()
@@ -413,7 +437,7 @@ void ZNTServerConnectController::insertText(std::u16string_view text, ZNTColour)
 {
     if (text.empty())
         return;
-    const auto result = _zntParserUtility.processIncomingStream(text);
+    const auto result = _zntParserUtility.processIncomingStream(std::u16string(text));
     if (result.empty())
         return;
     if (speechOnOffBindingState_ == 1)
@@ -491,7 +515,7 @@ void ZNTServerConnectController::interruptSpeech(double pause)
     if (speechInterruptOnOffBindingState_ != 1)
         return;
     zntSpeechSynth_.stopIt();
-    if (pause > 0)
+    if (pause > 0 && (!pausesLeft || (*pausesLeft)-- > 0))
         platform.clock.sleepFor(pause);
     zntSpeechSynth_.speechOn();
 }
@@ -518,7 +542,8 @@ void ZNTServerConnectController::replayLastText()
         return;
     interruptSpeech(noPause);
     if (speechOnOffBindingState_ == 1)
-        speechHandOver.speakOnNewThread(_replayLastTextFromMUD);
+        speechHandOver.speakOnNewThread(_replayLastTextFromMUD.substr(
+            _replayLastTextFromMUD.size() - std::min(_replayLastTextFromMUD.size(), mostReplayed)));
 }
 
 void ZNTServerConnectController::setSpeechOnOffBindingState(int state)

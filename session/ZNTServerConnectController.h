@@ -168,6 +168,11 @@ public:
     static constexpr std::size_t mostHeldBack = std::size_t{8} << 20;
     /// UTF-16 units kept for `replayLastText`, the newest; hours more could not be listened to.
     static constexpr std::size_t mostReplayed = std::size_t{1} << 20;
+    /// Writes of telnet replies that may wait for the server to take them before nothing further is read.
+    static constexpr int mostRepliesOnTheirWay = 8;
+    /// Times that the triggers of one block may pause to interrupt speech; a block that matches thousands of
+    /// times would otherwise hold up everything for as many pauses.
+    static constexpr int mostPauses = 10;
 
 private:
     // The socket's delegate
@@ -175,6 +180,7 @@ private:
     void onSocketDidReadData(AsyncSocket& socket, std::string_view data, std::int64_t tag) override;
     double onSocketShouldTimeoutReadWithTag(AsyncSocket& socket, std::int64_t tag, double elapsed,
                                             std::size_t bytesDone) override;
+    void onSocketDidWriteDataWithTag(AsyncSocket& socket, std::int64_t tag) override;
     void onSocketWillDisconnectWithError(AsyncSocket& socket, const ZNTError* error) override;
     void onSocketDidDisconnect(AsyncSocket& socket) override;
 
@@ -195,6 +201,7 @@ private:
     void playTriggerSound(std::u16string_view fileName) override;
 
     void readNextBlock();
+    void readOn();
     [[nodiscard]] bool isToBeInflated(std::string_view block) const;
     std::string inflated(std::string_view block);
     void refuseCompression();
@@ -221,6 +228,9 @@ private:
     int speechInterruptOnOffBindingState_ = 0;
     ZNTStringEncoding cfStringEncoding_ = ZNTStringEncoding::Ascii;
     std::u16string lastCommand_;
+    int repliesOnTheirWay = 0;
+    bool isReadPutOff = false;     ///< until the server has taken more of its replies
+    std::optional<int> pausesLeft; ///< for triggers, while they act; else there is no limit
     std::u16string _replayLastTextFromMUD;
     ZNTHeldBackText mudServerTextSentBuffer;
     ZNTSessionEnding lastEnding_ = ZNTSessionEnding::None;

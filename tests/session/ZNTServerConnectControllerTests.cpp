@@ -126,6 +126,41 @@ TEST_F(Session, AnswersAllOffersThatAServerCanMake)
     EXPECT_EQ(server.received(), answers);
 }
 
+TEST_F(Session, ReadsNoFurtherOffersWhileTheServerTakesNoAnswers)
+{
+    connect();
+    server.stopReading();
+    std::string offers;
+    for (int count = 0; count < 10'000'000; ++count)
+        offers += "\xFF\xFB\x03";
+    server.send(offers);
+    for (int turns = 0; turns < 2'000; ++turns)
+        machine.loop.runUntil([passed = 0]() mutable { return ++passed > 1; });
+    EXPECT_FALSE(server.hasSentAll()) << "all offers were read, so their answers wait in memory";
+    EXPECT_TRUE(session().isConnected());
+
+    server.resumeReading();
+    server.send("Welcome." + goAhead);
+    ASSERT_TRUE(machine.loop.runUntil([this] { return shown().ends_with(u"Welcome."); }));
+    const auto nearlyAll = offers.size() / 100 * 99; // a block's end cuts some in two
+    EXPECT_TRUE(machine.loop.runUntil([&] { return server.received().size() > nearlyAll; }));
+}
+
+TEST_F(Session, MayConnectAgainFromInsideWhatItTells)
+{
+    connect();
+    int changes = 0;
+    whenSessionChanges = [&] {
+        if (++changes == 1)
+            session().connectToServer(); // ends the connection whose text is being read
+        else if (changes == 2)
+            session().connectToServer(); // the text's socket is gone
+    };
+    receive("farewell" + telnet({255, 250, 86, 255, 240}));
+    ASSERT_TRUE(machine.loop.runUntil([this] { return session().isConnected(); }));
+    EXPECT_EQ(server.clientsAccepted(), 2);
+}
+
 TEST_F(Session, SendsLinesAndEchoesThem)
 {
     connect();
@@ -329,6 +364,30 @@ TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOn)
     EXPECT_EQ(voiceOver.text(), u"");
     EXPECT_EQ(machine.loop.slept, (std::vector<double>{0.2, 0.3}));
     EXPECT_EQ(speech.timesStopped, stopped + 2);
+}
+
+TEST_F(Session, TriggersThatInterruptSpeechDoNotHoldUpTheSessionForLong)
+{
+    ZNTTrigger trigger;
+    trigger.name = u"bell";
+    trigger.check = u"ring";
+    trigger.action = u"answer";
+    trigger.active = true;
+    database.insertTrigger(trigger);
+    connect();
+    session().setSpeechInterruptOnOffBindingState(1);
+    std::string rings, answers;
+    for (int count = 0; count < 500; ++count) {
+        rings += "ring ";
+        answers += "answer\r\n";
+    }
+    receive(rings + goAhead);
+    machine.loop.runUntil([&] { return server.received().size() >= answers.size(); });
+    EXPECT_EQ(server.received(), answers);
+    EXPECT_EQ(machine.loop.slept, std::vector<double>(ZNTServerConnectController::mostPauses, 0.3));
+
+    session().sendMessageToServer(u"look", false);
+    EXPECT_EQ(machine.loop.slept.size(), ZNTServerConnectController::mostPauses + 1U);
 }
 
 TEST_F(Session, ReplaysWhatCameSinceTheLastLine)

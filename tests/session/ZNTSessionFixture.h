@@ -64,7 +64,11 @@ protected:
                                    .speechEngine = speech,
                                    .screenReader = reader,
                                    .showZNTCommandRecorderView = [this](auto&) { ++timesRecorderSheetShown; },
-                                   .sessionChanged = {},
+                                   .sessionChanged =
+                                       [this] {
+                                           if (whenSessionChanges)
+                                               whenSessionChanges();
+                                       },
                                    .textShown = {},
                                    .silencePassed = {}});
             controller->awakeFromNib();
@@ -121,6 +125,7 @@ protected:
     ZNTRecordedSpeech speech;
     ZNTPretendedReader reader;
     int timesRecorderSheetShown = 0;
+    std::function<void()> whenSessionChanges;
     ZNTDatabaseHelper database{machine.platform.places, machine.log};
     ZNTMacroGroupDropDownController groups{machine.platform, database, macroGroupBox};
     ZNTMudMacroTableViewController macros{machine.platform, database, groups, macroTable};

@@ -81,6 +81,15 @@ TEST_F(StreamParser, AnswersEveryOfferByTheTable)
               (std::vector{bytes({255, 253, 90}), bytes({255, 25, 85}), bytes({255, 253, 86})}));
 }
 
+TEST_F(StreamParser, AnswersAllOffersOfABlockInOneWrite)
+{
+    parser.processServerCommands(command({255, 251, 3, 'a', 255, 251, 24, 255, 253, 24, 255, 251, 25}));
+    EXPECT_EQ(session.written, std::vector{bytes({255, 25, 3, 255, 252, 24, 255, 253, 25})});
+    parser.processServerCommands(u"no offers");
+    parser.sendCommand(znt::telnet::DO, 90);
+    EXPECT_EQ(session.written.size(), 2U);
+}
+
 TEST_F(StreamParser, TellsTheSessionOfGoAheadsAndOfTheStartOfCompression)
 {
     for (const auto& goAhead : {command({255, 249}), command({255, 239, 'x'}), command({255, 251, 25})}) {
