@@ -24,6 +24,11 @@ std::u16string decimalText(std::int64_t number);
 
 /// Without the blanks and tabs (and other characters of category Zs) at both ends; line ends stay.
 std::u16string_view trimmedOfBlanks(std::u16string_view text);
+/// The end of `text`, `most` UTF-16 units of it, or all where it has no more.
+constexpr std::u16string_view lastUnits(std::u16string_view text, std::size_t most)
+{
+    return text.substr(text.size() > most ? text.size() - most : 0);
+}
 /// Without the line ends (LF, VT, FF, CR, NEL, U+2028, U+2029) at both ends.
 std::u16string_view trimmedOfNewlines(std::u16string_view text);
 /// Without either at both ends.

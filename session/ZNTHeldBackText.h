@@ -25,6 +25,16 @@ public:
         return text;
     }
 
+    /// Holds back in the memory of a text that was released, if there is more of it: a flood takes and gives
+    /// back tens of megabytes at each release, and new ones from the system cost more than processing them.
+    void reuse(std::u16string&& released)
+    {
+        if (!joined.empty() || released.capacity() <= joined.capacity())
+            return;
+        joined = std::move(released);
+        joined.clear();
+    }
+
 private:
     std::u16string joined;
 };

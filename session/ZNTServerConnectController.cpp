@@ -265,24 +265,27 @@ void ZNTServerConnectController::processMessage(std::optional<std::u16string_vie
     }
     _zntParserUtility.processServerCommands(*text);
 
-    if (!releasesHeldBackText(*text) && !readTimeout_) {
+    const bool isFlood = !releasesHeldBackText(*text) && !readTimeout_;
+    if (isFlood) {
         mudServerTextSentBuffer.add(*text);
         if (mudServerTextSentBuffer.size() <= mostHeldBack)
             return;
         text = u"";
     }
     isGoAhead_ = readTimeout_ = false;
-    const auto result = _zntParserUtility.processIncomingStream(mudServerTextSentBuffer.releasedWith(*text));
+    auto result = _zntParserUtility.processIncomingStream(mudServerTextSentBuffer.releasedWith(*text));
     pausesLeft = mostPauses;
     const bool isGagged = triggers.passOver(result.text, *this);
     pausesLeft.reset();
     if (!result.empty())
         show(result, isGagged);
+    if (isFlood)
+        mudServerTextSentBuffer.reuse(std::move(result.text));
 }
 
 void ZNTServerConnectController::show(const ZNTAttributedText& result, bool isGagged)
 {
-    _replayLastTextFromMUD += result.text;
+    _replayLastTextFromMUD += znt::lastUnits(result.text, mostReplayed);
     if (_replayLastTextFromMUD.size() > 2 * mostReplayed) // seldom, since it moves what stays
         _replayLastTextFromMUD.erase(0, _replayLastTextFromMUD.size() - mostReplayed);
     speechReview_.addReceivedText(result.text);
@@ -542,8 +545,7 @@ void ZNTServerConnectController::replayLastText()
         return;
     interruptSpeech(noPause);
     if (speechOnOffBindingState_ == 1)
-        speechHandOver.speakOnNewThread(_replayLastTextFromMUD.substr(
-            _replayLastTextFromMUD.size() - std::min(_replayLastTextFromMUD.size(), mostReplayed)));
+        speechHandOver.speakOnNewThread(std::u16string(znt::lastUnits(_replayLastTextFromMUD, mostReplayed)));
 }
 
 void ZNTServerConnectController::setSpeechOnOffBindingState(int state)

@@ -8,8 +8,7 @@
 
 void ZNTSpeechReview::addReceivedText(std::u16string_view plainText)
 {
-    if (plainText.size() > mostUnsplit)
-        plainText.remove_prefix(plainText.size() - mostUnsplit);
+    plainText = znt::lastUnits(plainText, mostUnsplit);
     if (plainText.empty())
         return;
     unsplit.emplace_back(plainText);

@@ -50,6 +50,22 @@ TEST_F(Logger, KeepsTextsAsTheyAreInAFileOfThisMinuteForThePlayerAlone)
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
+TEST_F(Logger, KeepsLongTextsWholeWhereverACharacterLies)
+{
+    ZNTLogger logger(machine.platform.places, machine.loop);
+    std::string logged;
+    for (const std::size_t before : {32767U, 32768U, 65535U}) {
+        const std::u16string start(before, u'x'), end(70'000, u'灯');
+        logger.loggerText(start + u"🏮" + end + u'\xD83C');
+        EXPECT_EQ(machine.home.read(file), logged) << "half a pair at the very end";
+        logger.loggerText(start + u"🏮" + end);
+        logged += std::string(before, 'x') + "🏮";
+        for (std::size_t count = 0; count < end.size(); ++count)
+            logged += "灯";
+        EXPECT_TRUE(machine.home.read(file) == logged) << before;
+    }
+}
+
 TEST_F(Logger, TwoRunsOfOneMinuteAppendInTurn)
 {
     ZNTLogger first(machine.platform.places, machine.loop);

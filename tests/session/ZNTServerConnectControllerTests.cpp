@@ -85,6 +85,10 @@ TEST_F(Session, ShowsAnEndlessFloodBeforeItFillsTheMemory)
         session().processMessage(block);
     EXPECT_GT(shown().size(), ZNTServerConnectController::mostHeldBack);
     EXPECT_FALSE(session().hasTextHeldBack());
+
+    const auto flood = shown().size();
+    receive("calm" + goAhead);
+    EXPECT_EQ(shown().substr(flood), u"calm");
 }
 
 TEST_F(Session, AnswersTelnetBeforeAnythingIsShownAndInOrder)
