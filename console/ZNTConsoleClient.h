@@ -1,6 +1,5 @@
 #pragma once
 
-#include "ZNTConsoleAlert.h"
 #include "ZNTConsoleInput.h"
 #include "ZNTConsoleOptions.h"
 #include "ZNTConsoleTextView.h"

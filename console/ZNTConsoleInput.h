@@ -29,6 +29,9 @@ public:
     virtual void hideLine() {}
     /// `unfinishedLine` (UTF-8) is what stands before the line being typed: a prompt of the game's.
     virtual void showLine(std::string_view unfinishedLine) { static_cast<void>(unfinishedLine); }
+    /// Writes `line` (UTF-8, with its line end) to stderr, above the line being typed if both are shown on
+    /// one terminal.
+    virtual void writeAside(std::string_view line);
     /// What has been typed so far need not be shown again, because the caller shows the line itself.
     virtual void replaceTypedLine() {}
 

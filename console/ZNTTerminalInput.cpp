@@ -146,6 +146,16 @@ void ZNTTerminalInput::showLine(std::string_view unfinishedLine)
         redraw();
 }
 
+void ZNTTerminalInput::writeAside(std::string_view line)
+{
+    const bool isInTheWay = isInstalled && !isDelivering && ::isatty(STDERR_FILENO) != 0;
+    if (isInTheWay)
+        writeToTerminal(cursorUp(rowsBelowFirst(rl_line_buffer ? rl_line_buffer : "")) + "\r\x1b[J");
+    ZNTConsoleInput::writeAside(line);
+    if (isInTheWay)
+        redraw();
+}
+
 void ZNTTerminalInput::redraw()
 {
     if (!isInstalled)

@@ -14,6 +14,7 @@ public:
     void start(Handlers given) override;
     void hideLine() override;
     void showLine(std::string_view unfinishedLine) override;
+    void writeAside(std::string_view line) override;
     void replaceTypedLine() override;
 
 private:

@@ -1,5 +1,7 @@
 #include "UvRunLoop.h"
+#include "ZNTConsoleAlert.h"
 #include "ZNTConsoleClient.h"
+#include "ZNTConsoleLog.h"
 #include "ZNTMixerSounds.h"
 #include "ZNTSpeechDispatcher.h"
 
@@ -54,11 +56,11 @@ int main(int count, char** arguments)
 
     UvRunLoop runLoop;
     ZNTSystemClock clock;
-    ZNTStandardErrorLog log;
-    ZNTNotificationCenter notifications;
-    ZNTConsoleAlert alert;
-    const ZNTPlatform platform{runLoop, clock, log, notifications, alert, ZNTFilePlaces::forThisProcess()};
     const auto input = ZNTConsoleInput::forStandardInput(runLoop);
+    ZNTConsoleLog log(runLoop, *input);
+    ZNTNotificationCenter notifications;
+    ZNTConsoleAlert alert(*input);
+    const ZNTPlatform platform{runLoop, clock, log, notifications, alert, ZNTFilePlaces::forThisProcess()};
     ZNTMixerSounds sounds(runLoop, platform.places);
     ZNTSpeechDispatcher speech(runLoop,
                                [&](std::u16string_view text) { alert.showMessage(u"Speech", text); });

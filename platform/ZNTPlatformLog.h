@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 /// Where the program reports on itself, for the person who mends it. Any thread may call.
@@ -16,4 +17,6 @@ class ZNTStandardErrorLog final : public ZNTPlatformLog
 {
 public:
     void log(std::string_view text) override;
+    /// `text` as its one line, with the line end.
+    static std::string lineOf(std::string_view text);
 };

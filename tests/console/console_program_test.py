@@ -4,6 +4,10 @@
 usage: console_program_test.py ZANTOR_CONSOLE
 """
 import os
+import pty
+import re
+import select
+import socket
 import subprocess
 import sys
 import tempfile
@@ -53,6 +57,32 @@ class ConsoleProgram(unittest.TestCase):
                                       capture_output=True, stdin=subprocess.DEVNULL,
                                       env=dict(os.environ, HOME=self.home), check=False)
                 self.assertEqual(done.returncode, 0)
+
+    def test_an_alert_leaves_the_line_being_typed_whole(self):
+        with socket.create_server(("127.0.0.1", 0)) as listener:
+            ours, theirs = pty.openpty()
+            self.addCleanup(os.close, ours)
+            client = subprocess.Popen(
+                [PROGRAM, "127.0.0.1", str(listener.getsockname()[1])], stdin=theirs, stdout=theirs, stderr=theirs,
+                start_new_session=True, env=dict(os.environ, HOME=self.home, TERM="xterm"))
+            self.addCleanup(client.wait)
+            self.addCleanup(client.kill)
+            os.close(theirs)
+            connection, _ = listener.accept()
+        with connection:
+            connection.sendall(b"Hall> \xff\xf9")
+            self.screen_until(ours, r"Hall> $")
+            os.write(ours, b"say he")
+            self.screen_until(ours, r"say he$")
+        self.screen_until(ours, r"\x1b\[J\w[^\r\n]*: [^\r\n]+\r\n\r?Hall> say he$")
+
+    def screen_until(self, terminal, pattern):
+        """Reads what the client writes until `pattern` is found in it; colours are not shown."""
+        written = ""
+        while not re.search(pattern, written):
+            ready, _, _ = select.select([terminal], [], [], 20)
+            self.assertTrue(ready, f"no {pattern!r} in {written!r}")
+            written += re.sub(r"\x1b\[[0-9;]*m", "", os.read(terminal, 65536).decode())
 
     def test_a_reader_that_leaves_ends_it_quietly(self):
         with subprocess.Popen([PROGRAM, "--demo"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
