@@ -5,6 +5,7 @@
 #include "ZNTGameText.h"
 #include "ZNTOutputView.h"
 #include "ZNTParserUtility.h"
+#include "ZNTSessionless.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -25,16 +26,9 @@ namespace
 constexpr int linesPerChunk = 15;
 constexpr int windows = 10; // of the whole, each with its own mean
 
-struct NoSession final : ZNTTelnetListener {
-    void setIsGoAhead(bool) override {}
-    void setEndOfNegotiations(bool) override {}
-    void set_mccp(bool) override {}
-    void writeData(std::string_view, double, long) override {}
-};
-
 std::vector<ZNTAttributedText> parsedChunks(std::size_t bytes)
 {
-    NoSession session;
+    znt::bench::NoSession session;
     ZNTParserUtility parser(session, [](auto) {});
     const auto text = znt::bench::gameBytes(bytes);
     std::vector<ZNTAttributedText> chunks;

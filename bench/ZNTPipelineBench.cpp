@@ -7,6 +7,7 @@
 #include "ZNTGameText.h"
 #include "ZNTInflater.h"
 #include "ZNTParserUtility.h"
+#include "ZNTSessionless.h"
 #include "ZNTSoundTagScanner.h"
 #include "ZNTTelnetScanner.h"
 
@@ -32,13 +33,6 @@ std::string hostileText(std::size_t size)
         text += "!!(a\x1b[1;2\xFF!!SOUND(\x1b[";
     return text;
 }
-
-struct NoSession final : ZNTTelnetListener {
-    void setIsGoAhead(bool) override {}
-    void setEndOfNegotiations(bool) override {}
-    void set_mccp(bool) override {}
-    void writeData(std::string_view, double, long) override {}
-};
 
 void setRate(benchmark::State& state, std::size_t bytes)
 {
@@ -67,11 +61,11 @@ BENCHMARK(decode)->Unit(benchmark::kMillisecond);
 
 void answerTelnet(benchmark::State& state)
 {
-    NoSession session;
+    znt::bench::NoSession session;
     ZNTParserUtility parser(session, [](auto) {});
     const auto text = znt::textOfBlock(gameText(), ZNTStringEncoding::Ascii);
     for (auto _ : state)
-        znt::telnet::forEachCommand(text, [&](auto command) { parser.processServerCommand(command); });
+        parser.processServerCommands(text);
     setRate(state, text.size());
 }
 BENCHMARK(answerTelnet)->Unit(benchmark::kMillisecond);
@@ -120,16 +114,13 @@ BENCHMARK(inflateBlocks)->Unit(benchmark::kMillisecond);
 /// Decoding to attributed text, in blocks of the given size.
 void bytesToAttributedText(benchmark::State& state)
 {
-    NoSession session;
+    znt::bench::NoSession session;
     ZNTParserUtility parser(session, [](auto) {});
     const std::string_view text = gameText();
     const auto blockSize = static_cast<std::size_t>(state.range(0));
     for (auto _ : state) {
-        for (std::size_t at = 0; at < text.size(); at += blockSize) {
-            const auto decoded = znt::textOfBlock(text.substr(at, blockSize), ZNTStringEncoding::Ascii);
-            znt::telnet::forEachCommand(decoded, [&](auto command) { parser.processServerCommand(command); });
-            benchmark::DoNotOptimize(parser.processIncomingStream(decoded));
-        }
+        znt::bench::passThrough(parser, text, blockSize,
+                                [](const auto& shown) { benchmark::DoNotOptimize(shown); });
     }
     setRate(state, text.size());
 }
@@ -143,7 +134,7 @@ BENCHMARK(bytesToAttributedText)
 /// One block of growing size: the rate must not fall.
 void oneBlock(benchmark::State& state)
 {
-    NoSession session;
+    znt::bench::NoSession session;
     ZNTParserUtility parser(session, [](auto) {});
     const auto size = static_cast<std::size_t>(state.range(0)) << 20;
     const auto text = znt::textOfBlock(state.range(1) ? hostileText(size) : znt::bench::gameBytes(size),

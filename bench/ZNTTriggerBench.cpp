@@ -6,6 +6,7 @@
 #include "ZNTGameText.h"
 #include "ZNTParserUtility.h"
 #include "ZNTPlatformLog.h"
+#include "ZNTSessionless.h"
 #include "ZNTTelnetScanner.h"
 #include "ZNTText.h"
 #include "ZNTTriggerList.h"
@@ -176,27 +177,17 @@ BENCHMARK(buildAndMatch)
     ->ArgsProduct({{10, 100, 1000, 10'000}, {None, Few, Many}, {2048}})
     ->Unit(benchmark::kMillisecond);
 
-struct NoSession final : ZNTTelnetListener {
-    void setIsGoAhead(bool) override {}
-    void setEndOfNegotiations(bool) override {}
-    void set_mccp(bool) override {}
-    void writeData(std::string_view, double, long) override {}
-};
-
 /// From bytes to attributed text in blocks of the given size: what the pass is to be small beside.
 void restOfThePipeline(benchmark::State& state)
 {
     static const std::string bytes = znt::bench::gameBytes(wholeText, znt::bench::Prompts::WithGoAhead);
-    NoSession session;
+    znt::bench::NoSession session;
     ZNTParserUtility parser(session, [](auto) {});
     const std::string_view text = bytes;
     const auto blockSize = static_cast<std::size_t>(state.range(0));
     for (auto _ : state) {
-        for (std::size_t at = 0; at < text.size(); at += blockSize) {
-            const auto decoded = znt::textOfBlock(text.substr(at, blockSize), ZNTStringEncoding::Ascii);
-            znt::telnet::forEachCommand(decoded, [&](auto command) { parser.processServerCommand(command); });
-            benchmark::DoNotOptimize(parser.processIncomingStream(decoded));
-        }
+        znt::bench::passThrough(parser, text, blockSize,
+                                [](const auto& shown) { benchmark::DoNotOptimize(shown); });
     }
     state.SetBytesProcessed(static_cast<std::int64_t>(text.size()) * state.iterations());
 }

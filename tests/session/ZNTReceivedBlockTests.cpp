@@ -1,28 +1,13 @@
 #include "ZNTBlockDecoder.h"
+#include "ZNTDeflated.h"
 #include "ZNTInflater.h"
 #include "ZNTText.h"
 
 #include <gtest/gtest.h>
 #include <random>
-#include <zlib.h>
 
 namespace
 {
-
-std::string compressed(std::string_view plain, int flush = Z_FINISH)
-{
-    z_stream stream{};
-    deflateInit(&stream, Z_BEST_COMPRESSION);
-    std::string bytes(deflateBound(&stream, plain.size()) + 64, '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(plain.data()));
-    stream.avail_in = static_cast<uInt>(plain.size());
-    stream.next_out = reinterpret_cast<Bytef*>(bytes.data());
-    stream.avail_out = static_cast<uInt>(bytes.size());
-    deflate(&stream, flush);
-    bytes.resize(stream.total_out);
-    deflateEnd(&stream);
-    return bytes;
-}
 
 std::string withoutZeroTail(std::string block)
 {
@@ -69,7 +54,7 @@ std::u16string recoveredOneByOne(std::string_view bytes, ZNTStringEncoding encod
 TEST(Inflater, InflatesAStreamCutAnywhere)
 {
     const auto text = gameText();
-    const auto stream = compressed(text, Z_SYNC_FLUSH);
+    const auto stream = deflated(text, Z_SYNC_FLUSH);
     for (std::size_t cut = 1; cut < stream.size(); cut += 7) {
         SCOPED_TRACE(cut);
         ZNTInflater inflater;
@@ -86,7 +71,7 @@ TEST(Inflater, ReturnsItsBlockWholeWithAtLeastFourTimesTheInput)
 {
     ZNTInflater inflater;
     inflater.startStream();
-    const auto stream = compressed("hi", Z_SYNC_FLUSH);
+    const auto stream = deflated("hi", Z_SYNC_FLUSH);
     const auto block = inflater.anotherInflate(stream);
     EXPECT_EQ(block.bytes.size(), 4 * stream.size());
     EXPECT_EQ(withoutZeroTail(block.bytes), "hi");
@@ -97,19 +82,19 @@ TEST(Inflater, EndsWithTheStreamAndStaysEndedUntilTheNextConnection)
 {
     ZNTInflater inflater;
     inflater.startStream();
-    const auto last = inflater.anotherInflate(compressed("bye") + "lost");
+    const auto last = inflater.anotherInflate(deflated("bye") + "lost");
     EXPECT_EQ(last.outcome, ZNTInflater::Outcome::Ended);
     EXPECT_EQ(withoutZeroTail(last.bytes), "bye");
-    EXPECT_EQ(inflater.anotherInflate(compressed("again")).outcome, ZNTInflater::Outcome::Failed);
+    EXPECT_EQ(inflater.anotherInflate(deflated("again")).outcome, ZNTInflater::Outcome::Failed);
     inflater.startStream();
-    EXPECT_EQ(withoutZeroTail(inflater.anotherInflate(compressed("again")).bytes), "again");
+    EXPECT_EQ(withoutZeroTail(inflater.anotherInflate(deflated("again")).bytes), "again");
 }
 
 TEST(Inflater, FailsOnPlainTextOnDamageAndOnABlockThatNeverStopsGrowing)
 {
-    auto damaged = compressed(gameText());
+    auto damaged = deflated(gameText());
     damaged[damaged.size() / 2] ^= 0x55;
-    const auto bomb = compressed(std::string(std::size_t{40} << 20, 'x'));
+    const auto bomb = deflated(std::string(std::size_t{40} << 20, 'x'));
     for (const std::string& bad : {std::string("Welcome, stranger!\r\n"), damaged, bomb}) {
         ZNTInflater inflater;
         inflater.startStream();

@@ -1,7 +1,7 @@
+#include "ZNTDeflated.h"
 #include "ZNTSessionFixture.h"
 
 #include <algorithm>
-#include <zlib.h>
 
 namespace
 {
@@ -21,21 +21,6 @@ std::string telnet(std::initializer_list<int> bytes)
 }
 
 const std::string goAhead = telnet({255, 249});
-
-std::string deflated(std::string_view plain, int flush)
-{
-    z_stream stream{};
-    deflateInit(&stream, Z_DEFAULT_COMPRESSION);
-    std::string bytes(plain.size() + 256, '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(plain.data()));
-    stream.avail_in = static_cast<uInt>(plain.size());
-    stream.next_out = reinterpret_cast<Bytef*>(bytes.data());
-    stream.avail_out = static_cast<uInt>(bytes.size());
-    deflate(&stream, flush);
-    bytes.resize(stream.total_out);
-    deflateEnd(&stream);
-    return bytes;
-}
 
 std::u16string withoutNuls(std::u16string text)
 {
