@@ -74,7 +74,7 @@ protected:
 TEST_F(ZNTDatabaseFaults, AFileLockedByAnotherProcessIsWaitedFor)
 {
     using Clock = std::chrono::steady_clock;
-    constexpr auto lockedFor = std::chrono::seconds(2);
+    constexpr auto lockedFor = std::chrono::milliseconds(300);
     ZNTDatabaseHelper store(places, machine.log);
     EXPECT_EQ(store.getAllMacroNames().size(), 1u) << "open, with a statement that is compiled";
 
