@@ -1,5 +1,7 @@
 #include "ZNTStringEncoding.h"
 
+#include "ZNTGbCharacters.h"
+
 #include <algorithm>
 #include <cstring>
 #include <memory>
@@ -68,7 +70,8 @@ void widen(const char* __restrict from, std::size_t count, char16_t* __restrict 
 
 /// IAC is no byte of any character in either encoding, so the text between two of them is converted in one
 /// go, and a character that is cut off by one is ill-formed.
-std::optional<std::u16string> decodedByConverter(std::string_view bytes, UConverter* converter)
+std::optional<std::u16string> decodedByConverter(std::string_view bytes, UConverter* converter,
+                                                 ZNTStringEncoding encoding)
 {
     // A character never takes more UTF-16 units than it had bytes.
     std::u16string text(bytes.size(), u'\0');
@@ -83,20 +86,25 @@ std::optional<std::u16string> decodedByConverter(std::string_view bytes, UConver
         }
         const auto end = std::min(bytes.find(iac, at), bytes.size());
         const char* from = bytes.data() + at;
+        char16_t* const start = to;
         UErrorCode error = U_ZERO_ERROR;
         ucnv_resetToUnicode(converter);
         ucnv_toUnicode(converter, &to, text.data() + text.size(), &from, bytes.data() + end, nullptr,
                        /*flush=*/true, &error);
         if (U_FAILURE(error))
             return std::nullopt;
+        if (encoding == ZNTStringEncoding::EucCn)
+            znt::toUsualGbNames(start, to);
         at = end;
     }
     text.resize(static_cast<std::size_t>(to - text.data()));
     return text;
 }
 
-std::string encodedByConverter(std::u16string_view text, UConverter* converter)
+std::string encodedByConverter(std::u16string text, UConverter* converter, ZNTStringEncoding encoding)
 {
+    if (encoding == ZNTStringEncoding::EucCn)
+        znt::toConverterGbNames(text.data(), text.data() + text.size());
     std::string bytes(text.size() * static_cast<std::size_t>(ucnv_getMaxCharSize(converter)), '\0');
     char* to = bytes.data();
     const char16_t* from = text.data();
@@ -137,7 +145,7 @@ std::optional<std::u16string> decodedText(std::string_view bytes, ZNTStringEncod
     if (encoding == ZNTStringEncoding::Ascii)
         return decodedAscii(bytes);
     auto* converter = converterFor(encoding);
-    return converter ? decodedByConverter(bytes, converter) : std::nullopt;
+    return converter ? decodedByConverter(bytes, converter, encoding) : std::nullopt;
 }
 
 std::string encodedText(std::u16string_view text, ZNTStringEncoding encoding)
@@ -145,7 +153,7 @@ std::string encodedText(std::u16string_view text, ZNTStringEncoding encoding)
     if (encoding == ZNTStringEncoding::Ascii)
         return encodedAscii(text);
     auto* converter = converterFor(encoding);
-    return converter ? encodedByConverter(text, converter) : encodedAscii(text);
+    return converter ? encodedByConverter(std::u16string(text), converter, encoding) : encodedAscii(text);
 }
 
 } // namespace znt

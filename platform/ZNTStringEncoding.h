@@ -11,7 +11,8 @@ enum class ZNTStringEncoding : std::uint64_t { Ascii = 1, EucCn = 0x80000930, Bi
 /// Bytes of one received block to text and back. ASCII maps every byte to the character of the same value
 /// and never fails. The Chinese ones are ICU's strict converters (`ibm-1383_P110-1999`,
 /// `ibm-1375_P100-2008`) with one exception: byte 255 is telnet's IAC (RFC 854), so it decodes to U+00FF, the
-/// byte after it to the character of its value, and after 250 to 254 the option byte likewise.
+/// byte after it to the character of its value, and after 250 to 254 the option byte likewise. A few signs of
+/// EUC-CN bear the names that input methods and fonts know (ZNTGbCharacters.h).
 namespace znt
 {
 

@@ -66,6 +66,18 @@ TEST(StringEncoding, ChineseIsReadAndWrittenAndACharacterCutOffFails)
     }
 }
 
+TEST(StringEncoding, SignsOfChineseTextHaveTheNamesThatAreTypedAndDrawn)
+{
+    // A dash and a middle dot as an input method writes them; a bracket of vertical writing and a small Roman
+    // numeral, which GBK added, as the maps and banners of games use them.
+    const std::string bytes = "\xA1\xAA\xA1\xAA \xD5\xC5\xA1\xA4\xC8\xFD \xA6\xE5\xA2\xA1";
+    const std::u16string text = u"—— 张·三 ﹀ⅰ";
+    EXPECT_EQ(decodedText(bytes, EucCn), text);
+    EXPECT_EQ(encodedText(text, EucCn), bytes);
+    EXPECT_EQ(encodedText(u"\u2015\u30FB", EucCn), "\xA1\xAA\xA1\xA4") << "the other names still serve";
+    EXPECT_EQ(decodedText("\xFF\xFB\xB4", EucCn), u"\u00FF\u00FB\u00B4") << "an option is no character";
+}
+
 TEST(StringEncoding, HongKongCharactersMayNeedTwoUnits)
 {
     const std::string bytes = "\x87\x45\x87\x45";
