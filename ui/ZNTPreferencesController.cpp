@@ -159,7 +159,7 @@ void ZNTPreferencesController::wireProtocols()
 
 void ZNTPreferencesController::mudClientCompressionProtocolOnOff()
 {
-    serverConnectController.set_isMccpOnOff(layout._mccpCheckBox->checkState() == Qt::Checked);
+    serverConnectController.switchCompression(layout._mccpCheckBox->checkState() == Qt::Checked);
 }
 
 void ZNTPreferencesController::mudSoundProtocolOnOff()

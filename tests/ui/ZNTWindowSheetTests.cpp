@@ -107,6 +107,20 @@ TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
     EXPECT_TRUE(find<QCheckBox>(preferences, "muteCheckBox").isChecked());
 }
 
+TEST_F(ZNTWindowSheets, CompressionMayBeWantedBeforeThereIsAConnection)
+{
+    parts->controller.showPreferencesView();
+    QDialog& preferences = waitForDialog("PreferencesView");
+    find<QCheckBox>(preferences, "_mccpCheckBox").setCheckState(Qt::Checked);
+    press(preferences, Qt::Key_Escape);
+    playDemo();
+    EXPECT_TRUE(output().contains(QStringLiteral("Welcome"))) << "the greeting is never compressed";
+    EXPECT_TRUE(until([&] { return session()._mccp(); }));
+    send("look guide");
+    EXPECT_TRUE(outputHas("A speed walk goes a known way by itself"));
+    EXPECT_TRUE(session()._mccp());
+}
+
 TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)
 {
     window.ipAddress->setFocus();
