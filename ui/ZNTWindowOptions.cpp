@@ -1,10 +1,18 @@
 #include "ZNTWindowOptions.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <string_view>
 
 namespace
 {
 constexpr int usageError = 2;
+}
+
+bool ZNTWindowOptions::isHelpAsked(int count, const char* const* arguments)
+{
+    return std::any_of(arguments + 1, arguments + count,
+                       [](std::string_view each) { return each == "--help" || each == "-h"; });
 }
 
 std::variant<ZNTWindowOptions, int> ZNTWindowOptions::fromArguments(int count, const char* const* arguments)

@@ -28,6 +28,10 @@ void prepareApplication()
 
 int main(int count, char** arguments)
 {
+    if (ZNTWindowOptions::isHelpAsked(count, arguments)) {
+        const char* const helpOnly[] = {arguments[0], "--help"};
+        return std::get<int>(ZNTWindowOptions::fromArguments(2, helpOnly));
+    }
     // Qt decides once, at its start, whether screen readers can see the program.
     qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
     QApplication application(count, arguments); // takes its own options out
