@@ -5,6 +5,7 @@
 #include "ZNTDemoGame.h"
 #include "ZNTFindBar.h"
 #include "ZNTHelpWindow.h"
+#include "ZNTKeypadKeys.h"
 #include "ZNTOutputView.h"
 #include "ZNTQtText.h"
 #include "ZNTReturnKey.h"
@@ -99,6 +100,7 @@ void ZNTMainWiring::wirePlaying()
         joinButton(window.compass->button(direction), menu.go[index]);
         whenTriggered(menu.go[index], [this, direction] { go(direction); });
     }
+    keypadKeys = std::make_unique<ZNTKeypadKeys>(window, menu.go);
     whenTriggered(menu.stopWalking,
                   [this] { session.sendMessageToServer(u"!stop", /*ignoreSpecials=*/false); });
     whenToggled(menu.keypadWalks, [this](bool walks) {

@@ -11,6 +11,7 @@
 class ZNTAppearance;
 class ZNTDemoGame;
 class ZNTHelpWindow;
+class ZNTKeypadKeys;
 
 /// Joins the main window's buttons, keys and menus to what they do, and keeps what it shows in step with the
 /// session.
@@ -53,6 +54,7 @@ private:
     ZNTAppearance& appearance;
     std::unique_ptr<ZNTDemoGame> demoGame;
     std::unique_ptr<ZNTHelpWindow> help;
+    std::unique_ptr<ZNTKeypadKeys> keypadKeys;
     std::optional<ZNTStatusFacts> shownFacts;
     /// What changes without a word from the session: a walk's end.
     std::unique_ptr<RunLoopTimer> tick;

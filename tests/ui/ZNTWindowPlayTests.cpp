@@ -3,12 +3,25 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
 
 using ZNTWindowPlay = ZNTWindowFixture;
+
+namespace
+{
+
+/// As a key of the keypad arrives on X11, where Qt has looked for its shortcut and found none.
+void typeOnKeypad(QWidget& widget, Qt::Key digit)
+{
+    QKeyEvent press(QEvent::KeyPress, digit, Qt::KeypadModifier, QString(QChar(digit)));
+    QApplication::sendEvent(&widget, &press);
+}
+
+} // namespace
 
 TEST_F(ZNTWindowPlay, AGameIsPlayedWithTheKeyboardAlone)
 {
@@ -34,7 +47,18 @@ TEST_F(ZNTWindowPlay, AGameIsPlayedWithTheKeyboardAlone)
     press(commandLine(), Qt::Key_8, Qt::KeypadModifier);
     EXPECT_TRUE(outputHas("> north"));
     EXPECT_TRUE(gameIsReady());
+    typeOnKeypad(commandLine(), Qt::Key_2);
+    EXPECT_TRUE(outputHas("> south"));
+    EXPECT_TRUE(gameIsReady());
+    window.textFromServer->setFocus();
+    typeOnKeypad(*window.textFromServer, Qt::Key_4);
+    EXPECT_TRUE(outputHas("> west"));
+    EXPECT_TRUE(gameIsReady());
     EXPECT_EQ(commandLineText(), QString());
+    window.mudName->clear();
+    typeOnKeypad(*window.mudName, Qt::Key_2);
+    EXPECT_EQ(window.mudName->text(), QStringLiteral("2")) << "where one types, the keypad types";
+    commandLine().setFocus();
     press(find<QPushButton>("southWestButton"), Qt::Key_Space);
     EXPECT_TRUE(outputHas("> southWest"));
     EXPECT_TRUE(gameIsReady());
