@@ -59,8 +59,10 @@ ZNTCompass::ZNTCompass(QWidget* parent) : QWidget(parent), centre(new QWidget(th
         auto* button = new DirectionButton(names.shortName, this);
         button->setObjectName(names.objectName);
         button->setAccessibleName(names.name);
-        button->setToolTip(names.name + text(" (keypad ") + QKeySequence(names.keypadKey).toString() +
-                           text(")"));
+        const QString keypad = text("keypad ") + QKeySequence(names.keypadKey).toString();
+        button->setToolTip(names.name + text(" (") + keypad + text(")"));
+        // Else the tool tip, which says the name again.
+        button->setAccessibleDescription(keypad);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         grid->addWidget(button, places[index].row, places[index].column);
         buttons[index] = button;

@@ -82,6 +82,7 @@ void ZNTHelpWindow::show(QPointer<QDialog>& page, const QString& title, const ch
         layout->addWidget(reader);
         auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, page);
         QObject::connect(buttons, &QDialogButtonBox::rejected, page, &QDialog::reject);
+        QObject::connect(page, &QDialog::finished, &window, &QWidget::activateWindow);
         layout->addWidget(buttons);
         znt::fitToScreen(*page);
         page->resize(QSize(metrics.averageCharWidth() * columnsOfText, metrics.height() * rowsOfText)

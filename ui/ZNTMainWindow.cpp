@@ -221,7 +221,7 @@ QScrollArea* ZNTMainWindow::makeSidePanel()
     column->addSpacing(wideGap - gap);
 
     macroTable = named(new QTableView, "macroTable");
-    macroTable->setAccessibleName(text("Macros"));
+    macroTable->setAccessibleName(text("Macro list"));
     macroTable->setMinimumHeight(macroTable->fontMetrics().height() * 6);
     column->addWidget(heading("Macro l&ist", macroTable));
     column->addWidget(macroTable, 1);
@@ -254,9 +254,9 @@ void ZNTMainWindow::makeStatusBar()
 {
     statusText = named(new QLabel, "statusText");
     statusText->setTextFormat(Qt::PlainText);
-    statusText->setAccessibleName(text("Status"));
     // Reached with Tab and read with the arrows, for a status bar alone cannot have the focus.
     statusText->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
+    statusText->setFocusPolicy(Qt::StrongFocus);
     statusText->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusText->setContentsMargins(margin, 2, margin, 4);
     statusBar()->addWidget(statusText, 1);

@@ -16,6 +16,8 @@
 #include <QFontDialog>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListView>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTableView>
@@ -35,6 +37,21 @@ QString text(const char* latin) { return QString::fromLatin1(latin); }
 void joinButton(QPushButton* button, QAction* action)
 {
     QObject::connect(button, &QPushButton::clicked, action, &QAction::trigger);
+}
+
+/// For a panel that is not of our making: Qt leaves its lists, and the fields that go with them, without
+/// names.
+void nameFieldsByTheirLabels(QWidget& panel)
+{
+    for (const QLabel* label : panel.findChildren<QLabel*>())
+        if (label->buddy())
+            label->buddy()->setAccessibleName(label->text().remove(QLatin1Char('&')));
+    for (QLineEdit* field : panel.findChildren<QLineEdit*>())
+        if (field->focusProxy())
+            field->setAccessibleName(field->focusProxy()->accessibleName());
+    for (auto* list : panel.findChildren<QListView*>(Qt::FindDirectChildrenOnly))
+        if (list->accessibleName().isEmpty())
+            list->setAccessibleName(text("Size")); // the label goes with the field
 }
 
 void whenTriggered(QAction* action, std::function<void()> task)
@@ -300,6 +317,8 @@ void ZNTMainWiring::chooseFont()
     panel->setObjectName(text("fontPanel"));
     panel->setOption(QFontDialog::MonospacedFonts);
     panel->setOption(QFontDialog::DontUseNativeDialog);
+    nameFieldsByTheirLabels(*panel);
+    QObject::connect(panel, &QDialog::finished, &window, &QWidget::activateWindow);
     QObject::connect(panel, &QFontDialog::fontSelected, panel, [this](const QFont& font) {
         window.textFromServer->setTextFont(font);
         session.changeFont({znt::textOfQt(font.family()), font.pointSizeF()});
@@ -380,7 +399,9 @@ void ZNTMainWiring::refresh()
         window.setWindowTitle(isConnected ? QString(now.game + text(" - Zantor")) : text("Zantor"));
     }
     shownFacts = now;
-    window.statusText->setText(znt::statusInWords(now));
+    const QString status = znt::statusInWords(now);
+    window.statusText->setText(status);
+    window.statusText->setAccessibleName(text("Status: ") + status);
     menu.connectToServer->setText(isConnected ? text("Dis&connect") : text("&Connect"));
     menu.startOrPauseRecording->setText(now.isRecording         ? text("&Pause recording")
                                         : now.isRecordingPaused ? text("Re&sume recording")

@@ -2,6 +2,7 @@
 
 #include "ZNTQtText.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -15,8 +16,9 @@ void ZNTQtComboBox::setSource(ZNTComboSource newSource)
 void ZNTQtComboBox::addBox(QComboBox* box)
 {
     box->setEditable(true);
-    // The line within is what a screen reader finds in the focus.
+    // The line within, and the list when it is open, are what a screen reader finds in the focus.
     box->lineEdit()->setAccessibleName(box->accessibleName());
+    box->view()->setAccessibleName(box->accessibleName());
     box->setInsertPolicy(QComboBox::NoInsert);
     // Groups that differ in case alone are different groups, so completion must not turn one into another.
     box->setCompleter(nullptr);

@@ -1,7 +1,57 @@
 #include "ZNTQtTableView.h"
 
+#include <QFocusEvent>
 #include <QHeaderView>
+#include <QStyledItemDelegate>
 #include <QTableView>
+
+namespace
+{
+
+/// Selects the row that the keyboard comes to: a screen reader says that row, so the buttons must mean it.
+class RowUnderFocus final : public QObject
+{
+public:
+    explicit RowUnderFocus(QTableView* table) : QObject(table), table(table) {}
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::FocusIn &&
+            static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason)
+            selectRow();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void selectRow()
+    {
+        if (table->selectionModel()->hasSelection() || table->model()->rowCount() == 0)
+            return;
+        const QModelIndex current = table->currentIndex();
+        table->selectRow(current.isValid() ? current.row() : 0);
+    }
+
+    QTableView* table;
+};
+
+/// The field in which a cell is edited is named by its column.
+class NamedEditors final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override
+    {
+        QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+        if (editor)
+            editor->setAccessibleName(
+                index.model()->headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString());
+        return editor;
+    }
+};
+
+} // namespace
 
 ZNTQtTableView::ZNTQtTableView(QTableView* table, ZNTRowModel* model) : table(table), model(model)
 {
@@ -11,6 +61,8 @@ ZNTQtTableView::ZNTQtTableView(QTableView* table, ZNTRowModel* model) : table(ta
 void ZNTQtTableView::furnish(QTableView& table, ZNTRowModel& model)
 {
     table.setModel(&model);
+    table.setItemDelegate(new NamedEditors(&table));
+    table.installEventFilter(new RowUnderFocus(&table));
     table.setSelectionBehavior(QAbstractItemView::SelectRows);
     table.setSelectionMode(QAbstractItemView::SingleSelection);
     table.setTabKeyNavigation(false);
@@ -56,5 +108,8 @@ void ZNTQtTableView::scrollToEndOfTable()
     if (!table || !model || model->rowCount() == 0)
         return;
     table->scrollToBottom();
+    // The row was just added and is to be filled in. The focus goes first: Qt tells a screen reader of the
+    // new cell as if it were there already.
+    table->setFocus(Qt::OtherFocusReason);
     table->setCurrentIndex(model->index(model->rowCount() - 1, 0));
 }

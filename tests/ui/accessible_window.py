@@ -1,0 +1,196 @@
+"""A program's windows as a screen reader knows them, over AT-SPI, and a keyboard to press keys on.
+
+Nothing here sleeps for a fixed time: what is waited for is asked again until it holds or its limit is over.
+"""
+import dataclasses
+import subprocess
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402 (the version comes first)
+
+Role, State, Relation = Atspi.Role, Atspi.StateType, Atspi.RelationType
+# For a machine that is busy with other tests.
+LIMIT = 20.0
+# One stop of Tab each, whatever in them has the focus.
+COMPOSITES = {Role.TABLE, Role.COMBO_BOX, Role.PAGE_TAB_LIST, Role.SPIN_BUTTON, Role.LIST, Role.TREE}
+WINDOWS = {Role.FRAME, Role.DIALOG, Role.ALERT, Role.APPLICATION}
+MOST_CHILDREN = 400
+
+
+class GaveUp(Exception):
+    """What was waited for did not come."""
+
+
+def wait_for(question, what, limit=LIMIT):
+    """The first answer that is not empty; events are taken in meanwhile."""
+    events = GLib.MainContext.default()
+    end = time.monotonic() + limit
+    while True:
+        while events.iteration(False):
+            pass
+        answer = question()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise GaveUp(f"waited in vain for {what}")
+        time.sleep(0.01)
+
+
+def children_of(element):
+    try:
+        children = [element.get_child_at_index(index)
+                    for index in range(min(element.get_child_count(), MOST_CHILDREN))]
+    except GLib.Error:  # it went away meanwhile
+        return []
+    return [child for child in children if child is not None]
+
+
+def everything_below(element):
+    for child in children_of(element):
+        yield child
+        yield from everything_below(child)
+
+
+def shown_below(element):
+    """Qt calls the cells of a table shown even while the table itself is not."""
+    for child in children_of(element):
+        if has(child, State.SHOWING):
+            yield child
+            yield from shown_below(child)
+
+
+def has(element, *states):
+    now = element.get_state_set()
+    return all(now.contains(state) for state in states)
+
+
+def describe(element):
+    return f"{element.get_role_name()} {element.get_name()!r}"
+
+
+def related(element, kind):
+    return [relation.get_target(index) for relation in element.get_relation_set()
+            if relation.get_relation_type() == kind for index in range(relation.get_n_targets())]
+
+
+def action_key(element):
+    """The keys of what the element does first, such as "Alt+C"; empty where it has none."""
+    try:
+        return element.get_key_binding(0) if element.get_n_actions() > 0 else ""
+    except GLib.Error:
+        return ""
+
+
+@dataclasses.dataclass(frozen=True)
+class Stop:
+    """What Tab goes to as one thing."""
+
+    key: str
+    words: str = dataclasses.field(compare=False)  # a box is called by what it holds, which changes
+
+
+def stop_of(element):
+    """The outermost composite around the element, or its group of radio buttons, or the element itself."""
+    if element.get_role() == Role.RADIO_BUTTON:
+        group = element.get_parent()
+        return Stop("in " + group.path, f"the radio buttons of {group.get_name()!r}")
+    outermost, above = element, element
+    while above is not None and above.get_role() not in WINDOWS:
+        if above.get_role() in COMPOSITES:
+            outermost = above
+        above = above.get_parent()
+    return Stop(outermost.path, describe(outermost))
+
+
+class AccessibleProgram:
+    """A running program with its windows and its focus."""
+
+    def __init__(self, command):
+        Atspi.set_timeout(int(LIMIT * 1000), int(LIMIT * 1000))
+        self.focused = None
+        self.listener = Atspi.EventListener.new(self._heard)
+        self.listener.register("object:state-changed:focused")
+        self.process = subprocess.Popen(command)
+        self.application = wait_for(self._find, "the program on the accessibility bus")
+
+    def end(self):
+        self.process.terminate()
+        self.process.wait(LIMIT)
+
+    def _heard(self, event):
+        try:
+            if event.detail1 == 1 and event.source.get_process_id() == self.process.pid:
+                self.focused = event.source
+        except GLib.Error:
+            pass
+
+    def _find(self):
+        desktop = Atspi.get_desktop(0)
+        for index in range(desktop.get_child_count()):
+            application = desktop.get_child_at_index(index)
+            if application is not None and application.get_process_id() == self.process.pid:
+                return application
+        return None
+
+    def window(self, title):
+        """The window on the screen whose title begins so, or None."""
+        for index in range(self.application.get_child_count()):
+            window = self.application.get_child_at_index(index)
+            if window is not None and window.get_name().startswith(title) and has(window, State.SHOWING):
+                return window
+        return None
+
+    def wait_for_window(self, title):
+        """Until it is on the screen and has the focus."""
+        window = wait_for(lambda: self.window(title), f"the window {title!r}")
+        wait_for(lambda: self.focus_is_in(window), f"the focus in {title!r}")
+        return window
+
+    def wait_for_role(self, role):
+        """Until something of that role has the focus."""
+        return wait_for(lambda: self.focused.get_role() == role and self.focused, f"the focus on a {role.value_nick}")
+
+    def wait_until_gone(self, title):
+        wait_for(lambda: self.window(title) is None, f"{title!r} to close")
+
+    def stop(self):
+        """Where the focus is."""
+        try:
+            return stop_of(self.focused)
+        except GLib.Error:
+            return Stop("", "something that is gone")
+
+    def focus_is_in(self, window):
+        above = self.focused
+        try:
+            while above is not None and above.path != window.path:
+                above = above.get_parent()
+        except GLib.Error:
+            return False
+        return above is not None
+
+    def press(self, *keys):
+        subprocess.check_call(["xdotool", "key", *keys])
+
+    def type(self, text):
+        subprocess.check_call(["xdotool", "type", text])
+
+    def press_until(self, key, words, most=60):
+        """Again and again, until the focus is on what is called so."""
+        for _ in range(most):
+            if self.stop().words == words:
+                return
+            self.press_and_follow(key)
+        raise GaveUp(f"{key} does not come to {words}")
+
+    def press_and_follow(self, key, limit=LIMIT):
+        """The stop that the focus goes to; None where it stays."""
+        before = self.stop()
+        self.press(key)
+        try:
+            return wait_for(lambda: (now := self.stop()) != before and now, key, limit)
+        except GaveUp:
+            return None
