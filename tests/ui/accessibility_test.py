@@ -14,10 +14,8 @@ import sys
 SKIPPED = 77
 sys.dont_write_bytecode = True
 try:
-    from accessible_window import (AccessibleProgram, GaveUp, Relation, Role, State, action_key,
-                                   children_of, describe,
-                                   everything_below, has, related, shown_below,
-                                   stop_of, wait_for)
+    from accessible_window import (AccessibleProgram, GaveUp, Relation, Role, State, action_key, children_of, content,
+                                   describe, everything_below, has, related, shown_below, stop_of, wait_for)
 except (ImportError, ValueError):  # the bindings, or their description of AT-SPI
     sys.exit(SKIPPED)
 
@@ -147,11 +145,13 @@ class Walk:
             visited.append(now)
         return visited
 
-    def open(self, keys, title):
-        """Opens a window with keys, one after the other, and returns it and what had the focus before."""
+    def open(self, title, keys=None, item=None):
+        """Opens a window with keys or an item of a menu; returns it and what had the focus before."""
         opener = self.program.stop()
-        for key in keys:
-            self.program.press_and_follow(key)
+        if item is not None:
+            self.program.choose(item)
+        else:
+            self.program.press(keys)
         return self.program.wait_for_window(title), opener
 
     def expect_focus(self, stop, when):
@@ -165,10 +165,12 @@ class Walk:
         self.program.wait_until_gone(title)
         self.expect_focus(opener, f"after {key}")
 
-    def dialog(self, keys, title):
-        """A window that keys open and Escape closes."""
-        window, opener = self.open(keys, title)
+    def dialog(self, title, keys=None, item=None, holds=None):
+        """A window that Escape closes; with something of a name in it."""
+        window, opener = self.open(title, keys, item)
         self.check(window, title)
+        if holds is not None and not any(element.get_name() == holds for element in shown_below(window)):
+            self.fault(f"nothing in it is called {holds!r}")
         self.leave(title, opener)
 
     def find_bar(self, window):
@@ -185,9 +187,9 @@ def add_macro(walk):
     program.press_until("F6", "combo box 'Macro group'")
     program.type("Walks")
     program.press_and_follow("Tab")  # to New group
-    walk.dialog(["space"], "Macro Group Created")
-    walk.dialog(["ctrl+shift+m"], "Add Macro")
-    _, opener = walk.open(["ctrl+shift+m"], "Add Macro")
+    walk.dialog("Macro Group Created", keys="space")
+    walk.dialog("Add Macro", keys="ctrl+shift+m")
+    _, opener = walk.open("Add Macro", keys="ctrl+shift+m")
     program.type("wave")
     program.press_and_follow("Tab")
     program.type("wave to all")
@@ -206,7 +208,7 @@ def look_into_the_group(walk):
 
 def edit_a_cell(walk):
     """What is edited bears the name of its column, and Escape leaves the cell and not the sheet."""
-    _, opener = walk.open(["ctrl+g"], "Games")
+    _, opener = walk.open("Games", keys="ctrl+g")
     walk.part = "a cell of the games"
     walk.program.press("F2")
     editor = walk.program.wait_for_role(Role.TEXT)
@@ -222,21 +224,22 @@ def walk_sheets(walk):
     add_macro(walk)
     look_into_the_group(walk)
     program.press_until("Tab", "table 'Macro list'")
-    walk.dialog(["ctrl+e"], "Edit Macro")
-    walk.dialog(["ctrl+g"], "Games")
+    walk.dialog("Edit Macro", keys="ctrl+e")
+    walk.dialog("Games", keys="ctrl+g")
     edit_a_cell(walk)
     program.press_and_follow("ctrl+l")
     program.press("ctrl+shift+r")
     program.type("look")
     program.press("Return")
-    walk.dialog(["ctrl+shift+f"], "Command Recorder")
-    walk.dialog(["ctrl+shift+t"], "Select Font")
+    wait_for(lambda: content(program.focused) == "", "the command line to be sent")
+    walk.dialog("Command Recorder", keys="ctrl+shift+f", holds="look")
+    walk.dialog("Select Font", keys="ctrl+shift+t")
 
 
 def walk_help(walk):
-    walk.dialog(["alt+h", "f"], "First steps")
-    walk.dialog(["F1"], "Keyboard map")
-    walk.dialog(["alt+h", "a"], "About Zantor")
+    walk.dialog("First steps", item="First steps")
+    walk.dialog("Keyboard map", keys="F1")
+    walk.dialog("About Zantor", item="About Zantor")
 
 
 def walk_radio_buttons(walk, window):
@@ -251,7 +254,7 @@ def walk_radio_buttons(walk, window):
 
 def walk_preferences(walk):
     program = walk.program
-    window, opener = walk.open(["ctrl+comma"], "Preferences")
+    window, opener = walk.open("Preferences", keys="ctrl+comma")
     for tab in TABS:
         # The row of tabs is called by the one in front.
         wait_for(lambda: program.stop().words == f"page tab list {tab!r}", f"the tab {tab}")

@@ -1,6 +1,8 @@
 """A program's windows as a screen reader knows them, over AT-SPI, and a keyboard to press keys on.
 
-Nothing here sleeps for a fixed time: what is waited for is asked again until it holds or its limit is over.
+Nothing here sleeps for a fixed time: what is waited for is asked again until it holds or its limit is over. Every
+key is waited for, since Qt hands keys to the accessibility bus before it looks at them itself, but does what a
+shortcut says at once: a shortcut overtakes what was typed before it, and with Alt its own Alt.
 """
 import dataclasses
 import subprocess
@@ -69,6 +71,14 @@ def has(element, *states):
 
 def describe(element):
     return f"{element.get_role_name()} {element.get_name()!r}"
+
+
+def content(element):
+    """What stands in a field."""
+    try:
+        return Atspi.Text.get_text(element, 0, Atspi.Text.get_character_count(element))
+    except GLib.Error:
+        return element.get_name()  # a box is called by what it holds
 
 
 def related(element, kind):
@@ -172,11 +182,19 @@ class AccessibleProgram:
             return False
         return above is not None
 
+    def choose(self, item):
+        """From the menus, as a reader does that clicks for its user."""
+        found = next(element for element in everything_below(self.application)
+                     if element.get_role() == Role.MENU_ITEM and element.get_name() == item)
+        found.do_action(0)
+
     def press(self, *keys):
         subprocess.check_call(["xdotool", "key", *keys])
 
     def type(self, text):
+        """Into a field that is empty or selected."""
         subprocess.check_call(["xdotool", "type", text])
+        wait_for(lambda: content(self.focused) == text, f"{text!r} in {self.stop().words}")
 
     def press_until(self, key, words, most=60):
         """Again and again, until the focus is on what is called so."""
