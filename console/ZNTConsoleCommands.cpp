@@ -25,7 +25,13 @@ void ZNTConsoleCommands::addSessionCommands()
          [this](auto) { client.disconnect(); }},
         {u"mccp", u"on|off", u"Asks the game for compression, or refuses it.",
          [this, &session](auto word) {
-             carryOutSwitch(word, u"/mccp on|off", [&](bool on) { session.switchCompression(on); });
+             carryOutSwitch(word, u"/mccp on|off", [&](bool on) {
+                 // Without a connection there is nobody to ask, and what comes first is never compressed.
+                 if (session.isConnected())
+                     session.set_isMccpOnOff(on);
+                 else
+                     session.acceptCompressionOffers(on);
+             });
          }},
         {u"msp", u"on|off", u"Asks the game for sounds, or refuses them.",
          [this, &session](auto word) {

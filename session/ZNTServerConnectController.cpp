@@ -498,14 +498,6 @@ void ZNTServerConnectController::set_isMspOnOff(bool on)
     changed();
 }
 
-void ZNTServerConnectController::switchCompression(bool on)
-{
-    if (isConnected_)
-        set_isMccpOnOff(on);
-    else
-        acceptCompressionOffers(on);
-}
-
 void ZNTServerConnectController::acceptCompressionOffers(bool accept)
 {
     _isMspOnOff_ = accept;

@@ -131,9 +131,6 @@ public:
     /// Answers a later offer of compression with yes (or no), without asking for it now: what a player wants
     /// who decides before there is a connection.
     void acceptCompressionOffers(bool accept);
-    /// What a switch for compression that the player can see does: during a session `set_isMccpOnOff`, else
-    /// `acceptCompressionOffers`, since there is nobody to ask and no game's greeting is compressed.
-    void switchCompression(bool on);
     void reloadTriggers();
 
     // Speech

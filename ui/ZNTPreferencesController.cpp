@@ -159,7 +159,9 @@ void ZNTPreferencesController::wireProtocols()
 
 void ZNTPreferencesController::mudClientCompressionProtocolOnOff()
 {
-    serverConnectController.switchCompression(layout._mccpCheckBox->checkState() == Qt::Checked);
+    // Straight on, also before there is a connection: then the next game's first block is taken for
+    // compressed.
+    serverConnectController.set_isMccpOnOff(layout._mccpCheckBox->checkState() == Qt::Checked);
 }
 
 void ZNTPreferencesController::mudSoundProtocolOnOff()
