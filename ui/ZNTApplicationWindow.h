@@ -19,6 +19,7 @@ public:
     {
         controller.awakeFromNib();
         wiring.refresh();
+        window.takeUsualSize();
     }
 
     ZNTVandrelAppDelegate appDelegate;

@@ -18,7 +18,6 @@ ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindo
 {
     layout._theTableView->horizontalHeader()->hide();
     layout._theTableView->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    layout._theTableView->setMinimumHeight(layout._theTableView->fontMetrics().height() * 10);
     const auto click = [this](QPushButton* button, auto task) {
         QObject::connect(button, &QPushButton::clicked, dialog, task);
     };

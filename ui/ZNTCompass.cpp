@@ -14,9 +14,9 @@ constexpr int gap = 4;
 struct Place {
     int row, column;
 };
-/// On the grid, by direction; the fourth column is a gap.
-constexpr std::array<Place, numberOfDirections> places{
-    {{0, 0}, {0, 1}, {0, 2}, {1, 0}, {1, 2}, {2, 0}, {2, 1}, {2, 2}, {0, 4}, {2, 4}}};
+/// The points of the compass on their grid, by direction.
+constexpr std::array<Place, 8> places{{{0, 0}, {0, 1}, {0, 2}, {1, 0}, {1, 2}, {2, 0}, {2, 1}, {2, 2}}};
+constexpr int belowThePoints = 3;
 
 QString text(const char* latin) { return QString::fromLatin1(latin); }
 
@@ -53,7 +53,8 @@ ZNTCompass::ZNTCompass(QWidget* parent) : QWidget(parent), centre(new QWidget(th
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(gap);
-    grid->setColumnMinimumWidth(3, gap);
+    auto* below = new QHBoxLayout;
+    below->setSpacing(gap);
     for (std::size_t index = 0; index < numberOfDirections; ++index) {
         const ZNTDirectionNames& names = namesOf(static_cast<ZNTDirection>(index));
         auto* button = new DirectionButton(names.shortName, this);
@@ -64,9 +65,13 @@ ZNTCompass::ZNTCompass(QWidget* parent) : QWidget(parent), centre(new QWidget(th
         // Else the tool tip, which says the name again.
         button->setAccessibleDescription(keypad);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-        grid->addWidget(button, places[index].row, places[index].column);
+        if (index < places.size())
+            grid->addWidget(button, places[index].row, places[index].column);
+        else
+            below->addWidget(button);
         buttons[index] = button;
     }
+    grid->addLayout(below, belowThePoints, 0, 1, 3);
     grid->addWidget(centre, 1, 1);
     fitButtonsToFont();
 }
@@ -89,14 +94,14 @@ void ZNTCompass::fitButtonsToFont()
     for (std::size_t index = 0; index < numberOfDirections; ++index) {
         const bool isWord = index >= static_cast<std::size_t>(ZNTDirection::Up);
         const int textWidth = metrics.horizontalAdvance(isWord ? text("Down") : text("NW"));
-        buttons[index]->setMinimumSize(textWidth + metrics.height(), metrics.height() * 7 / 4);
+        buttons[index]->setMinimumSize(textWidth + metrics.height() / 2 + 8, metrics.height() * 5 / 4 + 7);
     }
 }
 
 void ZNTCompass::paintEvent(QPaintEvent*)
 {
     const QRectF cell = centre->geometry();
-    const double radius = std::min(cell.width(), cell.height()) * 0.42;
+    const double radius = std::min(cell.width(), cell.height()) * 0.46;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(cell.center());

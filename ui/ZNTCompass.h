@@ -19,7 +19,7 @@ struct ZNTDirectionNames {
 };
 const ZNTDirectionNames& namesOf(ZNTDirection direction);
 
-/// Eight buttons around a rose, as on a map, with up and down beside them.
+/// Eight buttons around a rose, as on a map, with up and down below them.
 class ZNTCompass final : public QWidget
 {
 public:

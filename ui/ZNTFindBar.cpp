@@ -1,5 +1,6 @@
 #include "ZNTFindBar.h"
 
+#include "ZNTCaptionedField.h"
 #include "ZNTFlowLayout.h"
 #include "ZNTOutputView.h"
 
@@ -39,12 +40,8 @@ ZNTFindBar::ZNTFindBar(ZNTOutputView& output) : output(output)
         made->setAccessibleName(text(says));
         return made;
     };
-    auto* caption = new QLabel(text("Find"), this);
     wanted = new QLineEdit(this);
     wanted->setObjectName(text("findText"));
-    wanted->setAccessibleName(text("Find in the output"));
-    wanted->setMinimumWidth(wanted->fontMetrics().averageCharWidth() * 20);
-    caption->setBuddy(wanted);
     previous = button("Previous", "findPrevious", "Previous match");
     next = button("Next", "findNext", "Next match");
     done = button("Close", "findClose", "Close find");
@@ -53,24 +50,27 @@ ZNTFindBar::ZNTFindBar(ZNTOutputView& output) : output(output)
     found->setMinimumWidth(found->fontMetrics().averageCharWidth() * 16);
 
     auto* row = new ZNTFlowLayout(this, gap);
-    row->addWidget(caption);
-    row->addStretching(wanted);
-    row->addWidget(found);
+    row->addStretching(new ZNTCaptionedField(text("Find"), wanted, 20));
+    wanted->setAccessibleName(text("Find in the output"));
     row->addWidget(previous);
     row->addWidget(next);
     row->addWidget(done);
+    row->addWidget(found);
+    found->hide();
 
     QObject::connect(wanted, &QLineEdit::textChanged, this, [this](const QString& what) {
         this->output.find(what);
         if (what.isEmpty())
-            found->clear();
+            found->hide();
     });
     QObject::connect(previous, &QPushButton::clicked, this, [this] { findPrevious(); });
     QObject::connect(next, &QPushButton::clicked, this, [this] { findNext(); });
     QObject::connect(done, &QPushButton::clicked, this, [this] { close(); });
     QObject::connect(&output, &ZNTOutputView::findStatusChanged, this, [this](const auto& status) {
-        if (!wanted->text().isEmpty())
+        if (!wanted->text().isEmpty()) {
             found->setText(inWords(status));
+            found->show();
+        }
     });
 }
 

@@ -3,7 +3,10 @@
 #include <QWidget>
 #include <algorithm>
 
-ZNTFlowLayout::ZNTFlowLayout(QWidget* parent, int gap) : QLayout(parent), gap(gap) {}
+ZNTFlowLayout::ZNTFlowLayout(QWidget* parent, int gap) : QLayout(parent), gap(gap)
+{
+    setContentsMargins(0, 0, 0, 0);
+}
 
 ZNTFlowLayout::~ZNTFlowLayout() { qDeleteAll(items); }
 
@@ -29,26 +32,47 @@ int ZNTFlowLayout::heightForWidth(int width) const { return arrange(QRect(0, 0, 
 QSize ZNTFlowLayout::minimumSize() const
 {
     QSize size;
-    for (const QLayoutItem* item : items)
+    for (const QLayoutItem* item : shownItems())
         size = size.expandedTo(item->minimumSize());
-    const QMargins margins = contentsMargins();
-    return size + QSize(margins.left() + margins.right(), margins.top() + margins.bottom());
+    return size.grownBy(contentsMargins());
 }
 
 QSize ZNTFlowLayout::sizeHint() const
 {
-    QSize size;
-    for (const QLayoutItem* item : items)
-        size = QSize(size.width() + item->sizeHint().width() + gap,
-                     std::max(size.height(), item->sizeHint().height()));
+    const QList<QLayoutItem*> shown = shownItems();
+    const int number = static_cast<int>(shown.size());
+    int width = gap * std::max(0, number - 1);
+    for (const QLayoutItem* item : shown)
+        width += item->sizeHint().width();
+    if (mostEvenColumns > 0) {
+        const int columns = std::min(mostEvenColumns, std::max(1, number));
+        width = columns * largestHint().width() + (columns - 1) * gap;
+    }
     const QMargins margins = contentsMargins();
-    return size + QSize(margins.left() + margins.right(), margins.top() + margins.bottom());
+    width += margins.left() + margins.right();
+    return {width, heightForWidth(width)};
 }
 
 void ZNTFlowLayout::setGeometry(const QRect& rect)
 {
     QLayout::setGeometry(rect);
     arrange(rect, Mode::Place);
+}
+
+QList<QLayoutItem*> ZNTFlowLayout::shownItems() const
+{
+    QList<QLayoutItem*> shown;
+    std::copy_if(items.begin(), items.end(), std::back_inserter(shown),
+                 [](const QLayoutItem* item) { return !item->isEmpty(); });
+    return shown;
+}
+
+QSize ZNTFlowLayout::largestHint() const
+{
+    QSize largest;
+    for (const QLayoutItem* item : shownItems())
+        largest = largest.expandedTo(item->sizeHint());
+    return largest;
 }
 
 bool ZNTFlowLayout::stretches(const QLayoutItem* item) const
@@ -58,52 +82,77 @@ bool ZNTFlowLayout::stretches(const QLayoutItem* item) const
 
 int ZNTFlowLayout::arrange(const QRect& whole, Mode mode) const
 {
-    const QRect rect = whole.marginsRemoved(contentsMargins());
-    QList<QLayoutItem*> row;
-    int y = rect.y();
-    int width = 0;
-    int height = 0;
-    const auto endRow = [&] {
-        if (row.isEmpty())
-            return;
-        if (mode == Mode::Place)
-            placeRow(row, rect, y, height);
-        y += height + gap;
-        row.clear();
-        width = height = 0;
-    };
-    for (QLayoutItem* item : items) {
-        if (item->isEmpty())
-            continue;
-        const QSize wanted = item->sizeHint();
-        if (!row.isEmpty() && width + gap + wanted.width() > rect.width())
-            endRow();
-        width += (row.isEmpty() ? 0 : gap) + wanted.width();
-        height = std::max(height, wanted.height());
-        row.append(item);
-    }
-    endRow();
     const QMargins margins = contentsMargins();
+    const QRect rect = whole.marginsRemoved(margins);
+    int y = rect.y();
+    for (const Row& row : mostEvenColumns > 0 ? evenRowsFor(rect.width()) : rowsFor(rect.width())) {
+        int height = 0;
+        int free = rect.width() - gap * static_cast<int>(row.items.size() - 1);
+        for (qsizetype index = 0; index < row.items.size(); ++index) {
+            QLayoutItem* item = row.items[index];
+            const int width = row.widths[index];
+            free -= width;
+            height = std::max(height, item->hasHeightForWidth() ? item->heightForWidth(width)
+                                                                : item->sizeHint().height());
+        }
+        int x = rect.x() + (isAtRight ? std::max(0, free) : 0);
+        for (qsizetype index = 0; index < row.items.size(); ++index) {
+            if (mode == Mode::Place)
+                row.items[index]->setGeometry(QRect(x, y, row.widths[index], height));
+            x += row.widths[index] + gap;
+        }
+        y += height + gap;
+    }
     return std::max(0, y - gap - rect.y()) + margins.top() + margins.bottom();
 }
 
-void ZNTFlowLayout::placeRow(const QList<QLayoutItem*>& row, const QRect& rect, int y, int height) const
+QList<ZNTFlowLayout::Row> ZNTFlowLayout::rowsFor(int width) const
 {
-    int left = rect.width() - gap * static_cast<int>(row.size() - 1);
-    int sharers = 0;
-    for (const QLayoutItem* item : row) {
-        left -= item->sizeHint().width();
-        sharers += stretches(item) ? 1 : 0;
+    QList<Row> rows;
+    int used = 0;
+    for (QLayoutItem* item : shownItems()) {
+        const int wanted = item->sizeHint().width();
+        if (rows.isEmpty() || used + gap + wanted > width) {
+            rows.append(Row());
+            used = wanted;
+        } else {
+            used += gap + wanted;
+        }
+        rows.last().items.append(item);
+        rows.last().widths.append(std::min(wanted, width));
     }
-    int x = rect.x();
-    for (QLayoutItem* item : row) {
-        int width = std::min(item->sizeHint().width(), rect.width());
-        if (stretches(item) && left > 0) {
+    for (Row& row : rows)
+        stretchRow(row, width);
+    return rows;
+}
+
+QList<ZNTFlowLayout::Row> ZNTFlowLayout::evenRowsFor(int width) const
+{
+    const int fitting = (width + gap) / std::max(1, largestHint().width() + gap);
+    const int columns = std::clamp(fitting, 1, mostEvenColumns);
+    const int each = (width - gap * (columns - 1)) / columns;
+    QList<Row> rows;
+    for (QLayoutItem* item : shownItems()) {
+        if (rows.isEmpty() || rows.last().items.size() == columns)
+            rows.append(Row());
+        rows.last().items.append(item);
+        rows.last().widths.append(each);
+    }
+    return rows;
+}
+
+void ZNTFlowLayout::stretchRow(Row& row, int width) const
+{
+    int left = width - gap * static_cast<int>(row.items.size() - 1);
+    int sharers = 0;
+    for (qsizetype index = 0; index < row.items.size(); ++index) {
+        left -= row.widths[index];
+        sharers += stretches(row.items[index]) ? 1 : 0;
+    }
+    for (qsizetype index = 0; index < row.items.size() && left > 0; ++index)
+        if (stretches(row.items[index])) {
             const int share = left / sharers--;
-            width += share;
+            row.widths[index] += share;
             left -= share;
         }
-        item->setGeometry(QRect(x, y, width, height));
-        x += width + gap;
-    }
 }

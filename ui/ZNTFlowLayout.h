@@ -4,7 +4,7 @@
 #include <QList>
 
 /// Puts its items side by side and begins a new row where the width ends, so that nothing is cut off with a
-/// large font.
+/// large font or in a narrow window.
 class ZNTFlowLayout final : public QLayout
 {
 public:
@@ -14,6 +14,10 @@ public:
 
     /// Items whose widget is in the list of stretching ones share what a row leaves over.
     void addStretching(QWidget* widget);
+    /// Rows that nothing stretches stand at the right, as the buttons that end a dialog do.
+    void standAtRight() { isAtRight = true; }
+    /// All items become as wide as the widest and share the width evenly, at most so many in a row.
+    void shareEvenly(int mostColumns) { mostEvenColumns = mostColumns; }
 
     void addItem(QLayoutItem* item) override;
     [[nodiscard]] int count() const override;
@@ -28,11 +32,22 @@ public:
 
 private:
     enum class Mode { Measure, Place };
+    /// A row as wide as `rect` allows: its items with their widths.
+    struct Row {
+        QList<QLayoutItem*> items;
+        QList<int> widths;
+    };
     int arrange(const QRect& whole, Mode mode) const;
-    void placeRow(const QList<QLayoutItem*>& row, const QRect& rect, int y, int height) const;
+    [[nodiscard]] QList<Row> rowsFor(int width) const;
+    [[nodiscard]] QList<Row> evenRowsFor(int width) const;
+    void stretchRow(Row& row, int width) const;
+    [[nodiscard]] QList<QLayoutItem*> shownItems() const;
+    [[nodiscard]] QSize largestHint() const;
     [[nodiscard]] bool stretches(const QLayoutItem* item) const;
 
     QList<QLayoutItem*> items;
     QList<QWidget*> stretching;
     int gap;
+    int mostEvenColumns = 0; ///< 0: items keep their own widths
+    bool isAtRight = false;
 };

@@ -1,13 +1,13 @@
 #include "ZNTMainScreen.h"
 
 #include "ZNTCommandLine.h"
+#include "ZNTHintedTable.h"
 #include "ZNTOutputView.h"
 
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTableView>
 
 ZNTMainScreen::ZNTMainScreen(ZNTMainWindow& window)
     : textToServer(window.textToServer),

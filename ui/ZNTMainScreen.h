@@ -19,6 +19,9 @@ public:
 
     [[nodiscard]] ZNTSessionScreen sessionScreen();
 
+    /// The main window's list of macros as a widget.
+    [[nodiscard]] ZNTHintedTable& macroList() const { return *window.macroTable; }
+
     ZNTQtTextField textToServer, ipAddress, port, mudName;
     ZNTQtButton connectionButton;
     ZNTQtSpinner myProgressIndicator;

@@ -1,37 +1,46 @@
 #include "ZNTMainWindow.h"
 
+#include "ZNTCaptionedField.h"
 #include "ZNTCommandLine.h"
 #include "ZNTCompass.h"
 #include "ZNTFindBar.h"
 #include "ZNTFlowLayout.h"
+#include "ZNTHintedTable.h"
 #include "ZNTUITextViewAccessability.h"
+#include "ZNTWindowFit.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QGridLayout>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTableView>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 namespace
 {
 
-constexpr int margin = 12;
+constexpr int margin = 10;
 constexpr int gap = 8;
 constexpr int wideGap = 16;
 /// What most games lay their text out for.
 constexpr int usualColumns = 80, usualRows = 32;
+/// In characters of the window's font.
+constexpr int leastColumnsBesidePanel = 28;
 
 QString text(const char* latin) { return QString::fromLatin1(latin); }
 
@@ -40,22 +49,6 @@ Widget* named(Widget* widget, const char* objectName)
 {
     widget->setObjectName(text(objectName));
     return widget;
-}
-
-/// A field with its caption before it, which a row keeps together.
-QWidget* captioned(const char* caption, QWidget* field, int columns)
-{
-    auto* pair = new QWidget;
-    auto* layout = new QHBoxLayout(pair);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(gap);
-    auto* label = new QLabel(text(caption));
-    label->setBuddy(field);
-    field->setAccessibleName(text(caption).remove(QLatin1Char('&')));
-    field->setMinimumWidth(field->fontMetrics().averageCharWidth() * columns);
-    layout->addWidget(label);
-    layout->addWidget(field, 1);
-    return pair;
 }
 
 QLabel* heading(const char* words, QWidget* buddy = nullptr)
@@ -68,32 +61,127 @@ QLabel* heading(const char* words, QWidget* buddy = nullptr)
     return label;
 }
 
-/// Asks for no more than it needs, so that what can scroll does not push the rest out of sight.
-class ModestWidget final : public QWidget
-{
-public:
-    [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
-};
-
-/// Scrolls rather than make the window higher, and no wider than its content.
-class SidePanel final : public QScrollArea
+/// As wide with either title, so that the row of fields stands still.
+class ConnectionButton final : public QPushButton
 {
 public:
     [[nodiscard]] QSize sizeHint() const override
     {
-        const int width = widget()->sizeHint().width() + verticalScrollBar()->sizeHint().width();
-        return {width, minimumSizeHint().height()};
+        const int longer = fontMetrics().horizontalAdvance(QStringLiteral("Disconnect"));
+        const int shown =
+            fontMetrics().horizontalAdvance(QString(QPushButton::text()).remove(QLatin1Char('&')));
+        const QSize size = QPushButton::sizeHint();
+        return {size.width() + std::max(0, longer - shown), size.height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+/// Output and command line. Asks for no more than it needs, so that what can scroll does not push the rest
+/// out of sight, but for as much as its rows take at the width it has.
+class PlayArea final : public QWidget
+{
+public:
+    [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        const int least = layout()->minimumSize().width();
+        return {least, layout()->minimumHeightForWidth(std::max(least, width()))};
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QWidget::resizeEvent(event);
+        if (event->size().width() != event->oldSize().width())
+            updateGeometry();
+    }
+};
+
+/// Scrolls on its own to keep what has the focus in sight when its content or its room changes.
+class ContentScroll final : public QScrollArea
+{
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const bool isDone = QScrollArea::eventFilter(watched, event);
+        if (watched == widget() && event->type() == QEvent::Resize)
+            QTimer::singleShot(0, this, [this] { keepFocusInSight(); });
+        return isDone;
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QScrollArea::resizeEvent(event);
+        QTimer::singleShot(0, this, [this] { keepFocusInSight(); });
+    }
+
+private:
+    void keepFocusInSight()
+    {
+        if (QWidget* focused = window()->focusWidget(); focused && widget()->isAncestorOf(focused))
+            znt::scrollIntoSight(*this, *focused);
+    }
+};
+
+/// A line that becomes several where the window is too narrow for it: a status bar cannot scroll.
+class StatusLabel final : public QLabel
+{
+public:
+    StatusLabel() { setWordWrap(true); }
+    /// Its height is told by the hint, since a status bar does not ask for the height of a width.
+    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
+    [[nodiscard]] QSize sizeHint() const override { return {0, heightForWidth(width())}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QLabel::resizeEvent(event);
+        if (event->size().width() != event->oldSize().width())
+            updateGeometry();
     }
 };
 
 } // namespace
+
+/// Scrolls up and down rather than make the window higher, and is never too narrow for its content.
+class ZNTMainWindow::SidePanel final : public QScrollArea
+{
+public:
+    [[nodiscard]] int leastWidth() const { return widget()->minimumSizeHint().width() + barWidth(); }
+    [[nodiscard]] int comfortableWidth() const
+    {
+        const int pleasant = std::max(widget()->sizeHint().width(), fontMetrics().averageCharWidth() * 32);
+        return std::max(leastWidth(), pleasant + barWidth());
+    }
+    [[nodiscard]] QSize sizeHint() const override { return {comfortableWidth(), minimumSizeHint().height()}; }
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        return {leastWidth(), isWhole ? widget()->sizeHint().height() : fontMetrics().height() * 5};
+    }
+    /// Whether it shows its whole content, as where the window scrolls instead.
+    void showWhole(bool whole)
+    {
+        if (isWhole == whole)
+            return;
+        isWhole = whole;
+        updateGeometry();
+    }
+
+private:
+    [[nodiscard]] int barWidth() const { return verticalScrollBar()->sizeHint().width(); }
+
+    bool isWhole = false;
+};
 
 ZNTMainWindow::ZNTMainWindow()
 {
     setObjectName(text("mainWindow"));
     setWindowTitle(text("Zantor"));
 
-    auto* content = new QWidget;
+    content = new QWidget;
+    content->installEventFilter(this);
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(margin, margin, margin, gap);
     layout->setSpacing(gap);
@@ -101,15 +189,15 @@ ZNTMainWindow::ZNTMainWindow()
 
     splitter = named(new QSplitter(Qt::Horizontal), "splitter");
     splitter->addWidget(makePlayArea());
-    sidePanel = makeSidePanel();
-    splitter->addWidget(sidePanel);
+    splitter->addWidget(makeSidePanel());
     splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 0);
-    splitter->setCollapsible(0, false);
+    splitter->setChildrenCollapsible(false);
     splitter->setHandleWidth(margin);
+    connect(splitter, &QSplitter::splitterMoved, this, [this] { isShareChosen = true; });
     layout->addWidget(splitter, 1);
 
-    auto* scroll = new QScrollArea;
+    auto* scroll = new ContentScroll;
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidgetResizable(true);
@@ -117,7 +205,7 @@ ZNTMainWindow::ZNTMainWindow()
     setCentralWidget(scroll);
     makeStatusBar();
     setTabOrders();
-    takeUsualSize();
+    standSidePanel();
 }
 
 ZNTMainWindow::~ZNTMainWindow() = default;
@@ -125,13 +213,54 @@ ZNTMainWindow::~ZNTMainWindow() = default;
 void ZNTMainWindow::takeUsualSize()
 {
     const QSize output = textFromServer->sizeForGrid(usualColumns, usualRows);
-    const int side = sidePanel->sizeHint().width();
-    const QSize around = sizeHint() - splitter->sizeHint();
-    const QSize wanted(output.width() + splitter->handleWidth() + side + 2 * margin,
-                       output.height() + around.height());
-    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(screen()->availableSize()));
-    // The output yields nothing to the panel but what the panel needs.
-    splitter->setSizes({width() - side - splitter->handleWidth() - 2 * margin, side});
+    const int around = 2 * margin + splitter->handleWidth();
+    const QSize room =
+        screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
+    const int wide = std::min(around + output.width() + panel->comfortableWidth(), room.width());
+    const int high = menuBar()->heightForWidth(wide) + margin +
+                     connectionRow->heightForWidth(wide - 2 * margin) + gap + output.height() + gap +
+                     commandRow->heightForWidth(output.width()) + gap + statusBar()->sizeHint().height();
+    resize(QSize(wide, std::min(high, room.height())).expandedTo(minimumSizeHint()));
+    shareWidth();
+}
+
+void ZNTMainWindow::shareWidth()
+{
+    // The output comes first: the panel is content with less than would be comfortable.
+    const int output = textFromServer->sizeForGrid(usualColumns, usualRows).width();
+    const int shared = width() - 2 * margin - splitter->handleWidth();
+    const int side = std::clamp(shared - output, panel->leastWidth(), panel->comfortableWidth());
+    splitter->setSizes({shared - side, side});
+}
+
+void ZNTMainWindow::standSidePanel()
+{
+    const int output = std::max(splitter->widget(0)->minimumSizeHint().width(),
+                                fontMetrics().averageCharWidth() * leastColumnsBesidePanel);
+    const int around = 2 * margin + splitter->handleWidth() + panel->verticalScrollBar()->sizeHint().width();
+    const bool isBelow = output + panel->leastWidth() + around > width();
+    panel->showWhole(isBelow);
+    if (isBelow == (splitter->orientation() == Qt::Vertical))
+        return;
+    splitter->setOrientation(isBelow ? Qt::Vertical : Qt::Horizontal);
+    if (!isBelow)
+        shareWidth();
+}
+
+bool ZNTMainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    // What the content needs has changed, with the font for instance.
+    if (watched == content && event->type() == QEvent::LayoutRequest)
+        standSidePanel();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void ZNTMainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    standSidePanel();
+    if (!isShareChosen && splitter->orientation() == Qt::Horizontal)
+        shareWidth();
 }
 
 QWidget* ZNTMainWindow::makeConnectionRow()
@@ -142,18 +271,16 @@ QWidget* ZNTMainWindow::makeConnectionRow()
     ipAddress = named(new QLineEdit, "ipAddress");
     port = named(new QLineEdit, "port");
     port->setValidator(new QIntValidator(0, 65535, port));
-    connectionButton = named(new QPushButton(text("&Connect")), "connectionButton");
+    connectionButton = named(new ConnectionButton, "connectionButton");
+    connectionButton->setText(text("&Connect"));
     connectionButton->setAccessibleName(text("Connect"));
-    // As wide with either title, so that the row stands still.
-    connectionButton->setMinimumWidth(connectionButton->fontMetrics().horizontalAdvance(text("Disconnect")) +
-                                      connectionButton->fontMetrics().height() * 2);
     myProgressIndicator = named(new QProgressBar, "myProgressIndicator");
     myProgressIndicator->setAccessibleName(text("Connecting"));
-    myProgressIndicator->setMaximumWidth(connectionButton->fontMetrics().averageCharWidth() * 12);
+    myProgressIndicator->setMaximumWidth(connectionButton->fontMetrics().averageCharWidth() * 10);
 
-    row->addStretching(captioned("&Name", mudName, 14));
-    row->addStretching(captioned("&Address", ipAddress, 22));
-    row->addWidget(captioned("&Port", port, 8));
+    row->addStretching(new ZNTCaptionedField(text("&Name"), mudName, 14));
+    row->addStretching(new ZNTCaptionedField(text("&Address"), ipAddress, 22));
+    row->addWidget(new ZNTCaptionedField(text("&Port"), port, 8));
     auto* ends = new QWidget;
     auto* pair = new QHBoxLayout(ends);
     pair->setContentsMargins(0, 0, 0, 0);
@@ -166,7 +293,7 @@ QWidget* ZNTMainWindow::makeConnectionRow()
 
 QWidget* ZNTMainWindow::makePlayArea()
 {
-    auto* area = new ModestWidget;
+    auto* area = new PlayArea;
     auto* column = new QVBoxLayout(area);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(gap);
@@ -179,25 +306,33 @@ QWidget* ZNTMainWindow::makePlayArea()
     findBar->hide();
     column->addWidget(findBar);
 
-    auto* row = new QWidget;
-    auto* flow = new ZNTFlowLayout(row, gap);
+    commandRow = new QWidget;
+    auto* flow = new ZNTFlowLayout(commandRow, gap);
     textToServer = named(new ZNTCommandLine, "textToServer");
-    flow->addStretching(captioned("Command &line", textToServer, 20));
+    flow->addStretching(new ZNTCaptionedField(text("Command &line"), textToServer, 20));
     resendLastCommand = named(new QPushButton(text("Resen&d")), "resendLastCommand");
     resendLastCommand->setToolTip(text("Send the last command again"));
     flow->addWidget(resendLastCommand);
     startStopSpeech = named(new QPushButton(text("S&tart speech")), "startStopSpeech");
     flow->addWidget(startStopSpeech);
-    column->addWidget(row);
+    column->addWidget(commandRow);
     return area;
 }
 
-QScrollArea* ZNTMainWindow::makeSidePanel()
+QWidget* ZNTMainWindow::makeSidePanel()
 {
-    auto* panel = new QWidget;
-    auto* column = new QVBoxLayout(panel);
-    column->setContentsMargins(0, 0, gap, 0);
+    auto* parts = new QWidget;
+    auto* column = new QVBoxLayout(parts);
+    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(gap);
+    const auto pairs = [column](std::initializer_list<QPushButton*> buttons) {
+        auto* row = new QWidget;
+        auto* flow = new ZNTFlowLayout(row, gap);
+        flow->shareEvenly(2);
+        for (QPushButton* button : buttons)
+            flow->addWidget(button);
+        column->addWidget(row);
+    };
 
     column->addWidget(heading("Directions"));
     compass = named(new ZNTCompass, "compass");
@@ -207,22 +342,20 @@ QScrollArea* ZNTMainWindow::makeSidePanel()
     macroComboBoxGroup = named(new QComboBox, "macroComboBoxGroup");
     macroComboBoxGroup->setEditable(true);
     macroComboBoxGroup->setAccessibleName(text("Macro group"));
+    macroComboBoxGroup->setPlaceholderText(text("Pick or type a name"));
     macroComboBoxGroup->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    macroComboBoxGroup->setMinimumContentsLength(12);
+    macroComboBoxGroup->setMinimumContentsLength(6);
     column->addWidget(heading("Macro gro&up", macroComboBoxGroup));
     column->addWidget(macroComboBoxGroup);
-    createNewMacroGroup = named(new QPushButton(text("Ne&w group")), "createNewMacroGroup");
-    deleteMacroGroup = named(new QPushButton(text("Delete group")), "deleteMacroGroup");
-    auto* groupButtons = new QHBoxLayout;
-    groupButtons->setSpacing(gap);
-    groupButtons->addWidget(createNewMacroGroup, 1);
-    groupButtons->addWidget(deleteMacroGroup, 1);
-    column->addLayout(groupButtons);
+    createNewMacroGroup = named(new QPushButton(text("Ne&w")), "createNewMacroGroup");
+    deleteMacroGroup = named(new QPushButton(text("Delete")), "deleteMacroGroup");
+    createNewMacroGroup->setAccessibleName(text("New group"));
+    deleteMacroGroup->setAccessibleName(text("Delete group"));
+    pairs({createNewMacroGroup, deleteMacroGroup});
     column->addSpacing(wideGap - gap);
 
-    macroTable = named(new QTableView, "macroTable");
+    macroTable = named(new ZNTHintedTable, "macroTable");
     macroTable->setAccessibleName(text("Macro list"));
-    macroTable->setMinimumHeight(macroTable->fontMetrics().height() * 6);
     column->addWidget(heading("Macro l&ist", macroTable));
     column->addWidget(macroTable, 1);
     runMacro = named(new QPushButton(text("Run")), "runMacro");
@@ -233,26 +366,21 @@ QScrollArea* ZNTMainWindow::makeSidePanel()
     addMacro->setAccessibleName(text("Add macro"));
     editMacro->setAccessibleName(text("Edit macro"));
     removeMacro->setAccessibleName(text("Remove macro"));
-    auto* macroButtons = new QGridLayout;
-    macroButtons->setSpacing(gap);
-    macroButtons->addWidget(runMacro, 0, 0);
-    macroButtons->addWidget(addMacro, 0, 1);
-    macroButtons->addWidget(editMacro, 1, 0);
-    macroButtons->addWidget(removeMacro, 1, 1);
-    column->addLayout(macroButtons);
+    pairs({runMacro, addMacro, editMacro, removeMacro});
 
-    auto* scroll = named(new SidePanel, "sidePanel");
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    scroll->setWidget(panel);
-    return scroll;
+    panel = named(new SidePanel, "sidePanel");
+    panel->setFrameShape(QFrame::NoFrame);
+    panel->setFocusPolicy(Qt::NoFocus);
+    panel->setWidgetResizable(true);
+    panel->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    panel->setWidget(parts);
+    sidePanel = panel;
+    return panel;
 }
 
 void ZNTMainWindow::makeStatusBar()
 {
-    statusText = named(new QLabel, "statusText");
+    statusText = named(new StatusLabel, "statusText");
     statusText->setTextFormat(Qt::PlainText);
     // Reached with Tab and read with the arrows, for a status bar alone cannot have the focus.
     statusText->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);

@@ -9,19 +9,19 @@ class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
-class QScrollArea;
 class QSplitter;
-class QTableView;
 class QWidget;
 class ZNTCommandLine;
 class ZNTCompass;
 class ZNTFindBar;
+class ZNTHintedTable;
 class ZNTOutputView;
 
 /// The widgets of the main window and where they stand; what they do is wired elsewhere.
 ///
-/// Everything lies in scroll areas, so that with a large font or on a small screen nothing is cut off. Each
-/// widget bears its member's name as its object name.
+/// Everything lies in scroll areas and rows wrap, so that with a large font or on a small screen nothing is
+/// cut off; where the font leaves the output too little room, the side panel goes below it. Each widget bears
+/// its member's name as its object name.
 class ZNTMainWindow final : public QMainWindow
 {
 public:
@@ -42,14 +42,14 @@ public:
     QComboBox* macroComboBoxGroup;
     QPushButton* createNewMacroGroup;
     QPushButton* deleteMacroGroup;
-    QTableView* macroTable;
+    ZNTHintedTable* macroTable;
     QPushButton* runMacro;
     QPushButton* addMacro;
     QPushButton* editMacro;
     QPushButton* removeMacro;
     QLabel* statusText;
     QWidget* connectionRow;
-    QScrollArea* sidePanel;
+    QWidget* sidePanel;
 
     /// Moves the focus to the next of: connection, output, command line, side panel; -1 goes backwards.
     void focusNextPart(int direction);
@@ -57,17 +57,31 @@ public:
     /// Asked before the window closes.
     std::function<bool()> whenClosing;
 
+    /// Large enough for the text that games send, as far as the screen allows. To be called when everything
+    /// is in the window, its menus too.
+    void takeUsualSize();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
-    /// Large enough for the text that games send, as far as the screen allows.
-    void takeUsualSize();
+    class SidePanel;
+
+    /// Beside the output, or below it where the font leaves no room for that.
+    void standSidePanel();
+    /// Between output and side panel, where they stand side by side.
+    void shareWidth();
     QWidget* makeConnectionRow();
     QWidget* makePlayArea();
-    QScrollArea* makeSidePanel();
+    QWidget* makeSidePanel();
     void makeStatusBar();
     void setTabOrders();
 
+    QWidget* content;
     QSplitter* splitter;
+    SidePanel* panel;
+    QWidget* commandRow;
+    bool isShareChosen = false; ///< by the player's hand on the splitter
 };

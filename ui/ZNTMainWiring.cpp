@@ -5,14 +5,17 @@
 #include "ZNTDemoGame.h"
 #include "ZNTFindBar.h"
 #include "ZNTHelpWindow.h"
+#include "ZNTHintedTable.h"
 #include "ZNTKeypadKeys.h"
 #include "ZNTOutputView.h"
 #include "ZNTQtText.h"
 #include "ZNTReturnKey.h"
+#include "ZNTWindowFit.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
 #include <QFontDialog>
 #include <QKeyEvent>
 #include <QLabel>
@@ -317,6 +320,7 @@ void ZNTMainWiring::chooseFont()
     panel->setObjectName(text("fontPanel"));
     panel->setOption(QFontDialog::MonospacedFonts);
     panel->setOption(QFontDialog::DontUseNativeDialog);
+    znt::shrinkFontToScreen(*panel);
     nameFieldsByTheirLabels(*panel);
     QObject::connect(panel, &QDialog::finished, &window, &QWidget::activateWindow);
     QObject::connect(panel, &QFontDialog::fontSelected, panel, [this](const QFont& font) {
@@ -331,6 +335,9 @@ void ZNTMainWiring::zoomControls(double points)
     QFont font = QApplication::font();
     font.setPointSizeF(std::clamp(font.pointSizeF() + points, smallestControls, largestControls));
     QApplication::setFont(font);
+    for (QWidget* open : QApplication::topLevelWidgets())
+        if (open->isVisible() && qobject_cast<QDialog*>(open) && open->findChild<QScrollArea*>())
+            znt::fitToScreen(*open);
 }
 
 void ZNTMainWiring::connectTo(const QString& host, int port, const QString& name)

@@ -1,6 +1,7 @@
 #include "ZNTMudAppController.h"
 
 #include "ZNTCommandRecorderSheet.h"
+#include "ZNTHintedTable.h"
 #include "ZNTMacroSheets.h"
 #include "ZNTMudListSheet.h"
 #include "ZNTPreferencesController.h"
@@ -34,8 +35,14 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
     mainScreen.macroComboBoxGroup.setSource(
         {[&groups] { return groups.numberOfItemsInComboBox(); },
          [&groups](long index) { return groups.comboBoxObjectValueForItemAtIndex(index); }});
-    mainScreen.macroComboBoxGroup.whenTextChanges(
-        [&groups](const std::u16string& text) { groups.setCurrentValueInComboBox(text); });
+    mainScreen.macroComboBoxGroup.whenTextChanges([this, &groups](const std::u16string& text) {
+        groups.setCurrentValueInComboBox(text);
+        explainNoMacros();
+    });
+    // A group of the name that was typed is there from now on.
+    comboBoxChanged = services.platform.notifications.observe(
+        "COMBO_BOX_CHANGED", [this](std::string_view, const void*) { explainNoMacros(); });
+    explainNoMacros();
 
     ZNTMudMacroTableViewController& macros = zntMudMacroTableViewController;
     mainScreen.macroRows.setSource({[&macros] { return macros.countOfMacros(); },
@@ -47,6 +54,15 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
 }
 
 ZNTMudAppController::~ZNTMudAppController() = default;
+
+void ZNTMudAppController::explainNoMacros()
+{
+    const QString words =
+        zntMacroGroupDropDownController.getCurrentMacroGroup()
+            ? QStringLiteral("This group has no macros yet. Add makes one.")
+            : QStringLiteral("Macros are kept in groups. Pick a group above, or type a name and press New.");
+    mainScreen.macroList().setEmptyHint(words);
+}
 
 void ZNTMudAppController::awakeFromNib() { zntServerConnectController.awakeFromNib(); }
 

@@ -57,6 +57,8 @@ public:
 
 private:
     void showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands);
+    /// Has the list of macros say why it is empty.
+    void explainNoMacros();
 
     ZNTMainWindow& mainWindow;
     ZNTWindowServices windowServices;
@@ -64,6 +66,7 @@ private:
     ZNTMacroGroupDropDownController zntMacroGroupDropDownController;
     ZNTMudMacroTableViewController zntMudMacroTableViewController;
     ZNTServerConnectController zntServerConnectController;
+    std::unique_ptr<ZNTNotificationCenter::Observation> comboBoxChanged;
 
     std::unique_ptr<ZNTAddMacroSheet> zntAddMacroViewController;
     std::unique_ptr<ZNTEditMacroSheet> zntEditMacroViewController;

@@ -12,9 +12,9 @@ std::vector<ZNTColumn> columns()
     return {{"name", QStringLiteral("Name"), Kind::Text},
             {"telnetURL", QStringLiteral("Address"), Kind::Text},
             {"port", QStringLiteral("Port"), Kind::Number},
-            {"url", QStringLiteral("Web page"), Kind::Text},
             {"defaultConnection", QStringLiteral("Default"), Kind::YesNo},
-            {"active", QStringLiteral("Available"), Kind::YesNo}};
+            {"active", QStringLiteral("Available"), Kind::YesNo},
+            {"url", QStringLiteral("Web page"), Kind::Text}};
 }
 
 } // namespace
@@ -45,8 +45,6 @@ void ZNTMudListSheet::wire()
                         games.tableViewSetObjectValue(value, column, row);
                     }});
     layout.tableView->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    layout.tableView->setMinimumWidth(layout.tableView->fontMetrics().averageCharWidth() * 90);
-    layout.tableView->setMinimumHeight(layout.tableView->fontMetrics().height() * 14);
     const auto click = [this](QPushButton* button, auto task) {
         QObject::connect(button, &QPushButton::clicked, dialog, task);
     };

@@ -39,6 +39,7 @@ ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTMudAppCon
       triggerTextView(layout.triggerTextView),
       triggers(mudAppController.services().database, triggerTableView, triggerTextView)
 {
+    znt::letButtonsWrap(*dialog);
     wireTriggers();
     wireMacros();
     wireEncoding();
@@ -72,7 +73,6 @@ void ZNTPreferencesController::wireTriggers()
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     for (const int column : {patternColumn, commandColumn})
         header->setSectionResizeMode(column, QHeaderView::Stretch);
-    layout.triggerTableView->setMinimumHeight(layout.triggerTableView->fontMetrics().height() * 8);
     QObject::connect(layout.triggerTableView->selectionModel(), &QItemSelectionModel::selectionChanged,
                      dialog, [this] { triggers.tableViewSelectionDidChange(); });
     QObject::connect(layout.addTriggerButton, &QPushButton::clicked, dialog,
@@ -93,6 +93,9 @@ void ZNTPreferencesController::wireMacros()
     screen.macroComboBoxGroup.addBox(layout.preferencesMacroGroupComboBox);
     ZNTQtTableView::furnish(*layout.preferencesMacroTable, screen.macroRows);
     layout.preferencesMacroTable->setSelectionModel(screen.macroTable.selectionModel());
+    layout.preferencesMacroTable->setEmptyHint(screen.macroList().emptyHint());
+    QObject::connect(&screen.macroList(), &ZNTHintedTable::emptyHintChanged, layout.preferencesMacroTable,
+                     &ZNTHintedTable::setEmptyHint);
     layout.preferencesMacroTable->horizontalHeader()->hide();
     layout.preferencesMacroTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     const auto click = [this](QPushButton* button, auto task) {

@@ -3,7 +3,26 @@
 #include "ZNTQtText.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
+
+namespace
+{
+
+constexpr int columnsOfText = 56;
+
+void open(QMessageBox& box)
+{
+    // Beside a short title alone, a long text would stand as a column of single words. The box lays itself
+    // out anew with each of its parts, so this comes last.
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(box.fontMetrics().averageCharWidth() * columnsOfText, 0),
+                      grid->rowCount(), 0, 1, grid->columnCount());
+    box.open();
+    box.activateWindow();
+}
+
+} // namespace
 
 void ZNTQtAlert::setMainWindow(QWidget* window) { mainWindow = window; }
 
@@ -44,8 +63,7 @@ void ZNTQtAlert::showMessage(std::u16string_view title, std::u16string_view text
     box->setIcon(QMessageBox::Information);
     box->setStandardButtons(QMessageBox::Ok);
     lastMessage = box;
-    box->open();
-    box->activateWindow();
+    open(*box);
 }
 
 void ZNTQtAlert::askForConfirmation(std::u16string_view title, std::u16string_view text,
@@ -58,6 +76,5 @@ void ZNTQtAlert::askForConfirmation(std::u16string_view title, std::u16string_vi
     box->setEscapeButton(QMessageBox::Cancel);
     QObject::connect(box, &QDialog::finished, box,
                      [answered = std::move(answered)](int button) { answered(button == QMessageBox::Ok); });
-    box->open();
-    box->activateWindow();
+    open(*box);
 }

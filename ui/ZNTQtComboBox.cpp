@@ -19,6 +19,9 @@ void ZNTQtComboBox::addBox(QComboBox* box)
     // The line within, and the list when it is open, are what a screen reader finds in the focus.
     box->lineEdit()->setAccessibleName(box->accessibleName());
     box->view()->setAccessibleName(box->accessibleName());
+    // An editable box does not show its own, and a screen reader reads descriptions.
+    box->lineEdit()->setPlaceholderText(box->placeholderText());
+    box->lineEdit()->setAccessibleDescription(box->placeholderText());
     box->setInsertPolicy(QComboBox::NoInsert);
     // Groups that differ in case alone are different groups, so completion must not turn one into another.
     box->setCompleter(nullptr);

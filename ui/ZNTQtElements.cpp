@@ -135,6 +135,7 @@ void ZNTQtTabView::selectTab(int index)
 
 ZNTQtSheet::ZNTQtSheet(QDialog* dialog) : dialog(dialog)
 {
+    znt::letButtonsWrap(*dialog);
     QObject::connect(dialog, &QDialog::finished, dialog, [this] {
         if (QWidget* window = this->dialog->parentWidget())
             window->activateWindow();

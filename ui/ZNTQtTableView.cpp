@@ -74,6 +74,7 @@ void ZNTQtTableView::furnish(QTableView& table, ZNTRowModel& model)
     // Row heights follow the font.
     table.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table.horizontalHeader()->setHighlightSections(false);
+    table.horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
 }
 
 QItemSelectionModel* ZNTQtTableView::selectionModel() const

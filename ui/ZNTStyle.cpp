@@ -1,10 +1,15 @@
 #include "ZNTStyle.h"
 
+#include "ZNTWindowFit.h"
+
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
+#include <QScrollArea>
 #include <QStyleOption>
+#include <QTimer>
+#include <algorithm>
 
 namespace
 {
@@ -66,11 +71,49 @@ void ZNTStyle::drawComplexControl(ComplexControl control, const QStyleOptionComp
         drawBorder(*option, *painter);
 }
 
+QSize ZNTStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                 const QWidget* widget) const
+{
+    QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    if (option == nullptr)
+        return size;
+    const int line = option->fontMetrics.height();
+    switch (type) {
+    case CT_PushButton:
+        // What Fusion puts around the words is the same few pixels for each font.
+        size.setWidth(std::max(size.width(), contents.width() + line * 4 / 3));
+        [[fallthrough]];
+    case CT_ComboBox:
+    case CT_LineEdit:
+    case CT_SpinBox:
+        size.setHeight(std::max(size.height(), line * 5 / 4 + 7));
+        break;
+    default:
+        break;
+    }
+    return size;
+}
+
 int ZNTStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
-    if (metric == PM_FocusFrameHMargin || metric == PM_FocusFrameVMargin)
+    const int pixels = QProxyStyle::pixelMetric(metric, option, widget);
+    const int line =
+        widget != nullptr ? widget->fontMetrics().height() : QFontMetrics(QApplication::font()).height();
+    switch (metric) {
+    case PM_FocusFrameHMargin:
+    case PM_FocusFrameVMargin:
         return ringWidth;
-    return QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+        return std::max(pixels, line * 4 / 5);
+    case PM_ScrollBarExtent:
+    case PM_TabBarScrollButtonWidth:
+        return std::max(pixels, line / 2);
+    default:
+        return pixels;
+    }
 }
 
 int ZNTStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -88,8 +131,21 @@ ZNTFocusRing::ZNTFocusRing(QObject* parent) : QObject(parent)
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { follow(now); });
 }
 
+void ZNTFocusRing::bringIntoSight(QWidget* focused)
+{
+    for (QWidget* around = focused->parentWidget(); around && !around->isWindow();
+         around = around->parentWidget())
+        if (auto* area = qobject_cast<QScrollArea*>(around))
+            znt::scrollIntoSight(*area, *focused);
+}
+
 void ZNTFocusRing::follow(QWidget* focused)
 {
+    if (focused) {
+        bringIntoSight(focused);
+        // Once more when what was just opened or enlarged has found its place.
+        QTimer::singleShot(0, focused, [focused] { bringIntoSight(focused); });
+    }
     const bool isRinged = focused != nullptr && !qobject_cast<QMenuBar*>(focused) &&
                           !qobject_cast<QMenu*>(focused) &&
                           (focused->windowFlags() & Qt::WindowType_Mask) != Qt::Popup;

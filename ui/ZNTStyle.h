@@ -4,8 +4,9 @@
 #include <QPointer>
 #include <QProxyStyle>
 
-/// Qt's own Fusion, with a ring around what has the focus that nobody can overlook, and with borders that
-/// stay visible on dark colours, where Fusion's own turn darker still.
+/// Qt's own Fusion, with a ring around what has the focus that nobody can overlook, with borders that stay
+/// visible on dark colours, where Fusion's own turn darker still, and with room around the words of buttons
+/// and fields that grows with their font.
 class ZNTStyle final : public QProxyStyle
 {
 public:
@@ -17,12 +18,15 @@ public:
                        const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override;
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                         const QWidget* widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* returned) const override;
 };
 
-/// Keeps the ring around whatever has the focus in our windows.
+/// Keeps the ring around whatever has the focus in our windows, and that in sight where it can be scrolled
+/// out of it.
 class ZNTFocusRing final : public QObject
 {
 public:
@@ -30,6 +34,7 @@ public:
 
 private:
     void follow(QWidget* focused);
+    static void bringIntoSight(QWidget* focused);
 
     QPointer<QFocusFrame> frame; // goes with the window that it is in
 };

@@ -1,6 +1,11 @@
 #include "ZNTWindowFit.h"
 
+#include "ZNTFlowLayout.h"
+
+#include <QBoxLayout>
+#include <QDialog>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -10,27 +15,134 @@
 
 namespace
 {
+
 /// What the window's frame and a panel of the desktop may take.
 constexpr int roomAround = 40;
 /// What a table or a text to edit is given at least, in characters of the window's own font.
-constexpr int comfortableColumns = 84, comfortableRows = 38;
+constexpr int comfortableColumns = 100;
+constexpr int leastLinesOfText = 5;
+constexpr double smallestFont = 8;
+
+QSize roomFor(const QWidget& window)
+{
+    return window.screen()->availableSize() - QSize(roomAround, roomAround);
+}
+
+/// What the pages of `window` need beyond what they modestly ask for; they lie one upon the other.
+QSize askedTooLittle(const QWidget& window)
+{
+    QSize asked(0, 0);
+    QSize content(0, 0);
+    for (const auto* area : window.findChildren<QScrollArea*>()) {
+        const int frame = 2 * area->frameWidth();
+        asked = asked.expandedTo(area->sizeHint());
+        content = content.expandedTo(area->widget()->sizeHint() + QSize(frame, frame));
+    }
+    return (content - asked).expandedTo(QSize(0, 0));
+}
+
+/// How much higher the highest page becomes where its words wrap at `width`.
+int growthAt(int width, const QWidget& window)
+{
+    int asked = 0;
+    int grown = 0;
+    for (const auto* area : window.findChildren<QScrollArea*>()) {
+        const QWidget* content = area->widget();
+        asked = std::max(asked, content->sizeHint().height());
+        grown = std::max(grown, content->hasHeightForWidth() ? content->heightForWidth(width)
+                                                             : content->sizeHint().height());
+    }
+    return std::max(0, grown - asked);
+}
+
+void moveOntoScreen(QWidget& window)
+{
+    const QRect screen = window.screen()->availableGeometry();
+    const QRect frame = window.frameGeometry();
+    const int right = std::max(screen.left(), screen.right() + 1 - frame.width());
+    const int bottom = std::max(screen.top(), screen.bottom() + 1 - frame.height());
+    window.move(std::clamp(frame.x(), screen.left(), right), std::clamp(frame.y(), screen.top(), bottom));
+}
+
+/// `row` with the same buttons as rows that wrap.
+QWidget* wrappingRow(QBoxLayout& row)
+{
+    auto* holder = new QWidget(row.parentWidget());
+    auto* flow = new ZNTFlowLayout(holder, row.spacing());
+    flow->setContentsMargins(row.contentsMargins());
+    if (row.itemAt(0)->spacerItem())
+        flow->standAtRight();
+    // A layout that is given a widget takes it from the one that had it.
+    while (QLayoutItem* first = row.itemAt(0)) {
+        QWidget* widget = first->widget();
+        if (widget)
+            flow->addWidget(widget);
+        else
+            delete row.takeAt(0);
+    }
+    return holder;
+}
+
 } // namespace
 
 void znt::fitToScreen(QWidget& window)
 {
     window.ensurePolished();
-    QSize wanted = window.sizeHint();
-    // A scroll area modestly asks for less than its content would like.
-    if (const auto* area = window.findChild<QScrollArea*>(); area && area->widget()) {
-        const QSize content = area->widget()->sizeHint();
-        const QSize asked = area->sizeHint();
-        const int frame = 2 * area->frameWidth();
-        wanted.rwidth() += std::max(0, content.width() + frame - asked.width());
-        wanted.rheight() += std::max(0, content.height() + frame - asked.height());
-    }
-    if (window.findChild<QTableView*>() || window.findChild<QPlainTextEdit*>())
-        wanted = wanted.expandedTo({window.fontMetrics().averageCharWidth() * comfortableColumns,
-                                    window.fontMetrics().height() * comfortableRows});
-    const QSize room = window.screen()->availableSize() - QSize(roomAround, roomAround);
+    const auto texts = window.findChildren<QPlainTextEdit*>();
+    for (auto* text : texts)
+        text->setMinimumHeight(text->fontMetrics().height() * leastLinesOfText);
+    const auto tables = window.findChildren<QTableView*>();
+    for (auto* table : tables)
+        table->updateGeometry(); // what their rows need has changed since they were asked
+    QSize wanted = window.sizeHint() + askedTooLittle(window);
+    if (!texts.isEmpty() || !tables.isEmpty())
+        wanted.setWidth(
+            std::max(wanted.width(), window.fontMetrics().averageCharWidth() * comfortableColumns));
+    const QSize room = roomFor(window);
+    wanted.setWidth(std::min(wanted.width(), room.width()));
+    wanted.rheight() += growthAt(wanted.width(), window);
     window.resize(wanted.boundedTo(room));
+    if (window.isVisible())
+        moveOntoScreen(window);
+}
+
+void znt::letButtonsWrap(QDialog& dialog)
+{
+    for (QHBoxLayout* row : dialog.findChildren<QHBoxLayout*>()) {
+        auto* column = qobject_cast<QVBoxLayout*>(row->parent());
+        if (!column)
+            continue;
+        const int place = column->indexOf(row);
+        QWidget* wrapping = wrappingRow(*row);
+        column->removeItem(row);
+        delete row;
+        column->insertWidget(place, wrapping);
+    }
+}
+
+void znt::scrollIntoSight(QScrollArea& area, const QWidget& widget)
+{
+    constexpr int ringWidth = 4;
+    const QPoint corner = widget.mapTo(area.widget(), QPoint(0, 0));
+    // The beginning last: it counts where not all of it has room.
+    area.ensureVisible(corner.x() + widget.width(), corner.y() + widget.height(), ringWidth, ringWidth);
+    area.ensureVisible(corner.x(), corner.y(), ringWidth, ringWidth);
+}
+
+void znt::shrinkFontToScreen(QDialog& dialog)
+{
+    const QSize room = roomFor(dialog);
+    QFont font = dialog.font();
+    const auto fits = [&] {
+        const QSize least = dialog.minimumSizeHint();
+        return least.width() <= room.width() && least.height() <= room.height();
+    };
+    dialog.ensurePolished();
+    while (!fits() && font.pointSizeF() > smallestFont) {
+        font.setPointSizeF(font.pointSizeF() - 1);
+        dialog.setFont(font);
+        dialog.ensurePolished();
+        if (dialog.layout())
+            dialog.layout()->invalidate();
+    }
 }

@@ -162,30 +162,3 @@ TEST_F(ZNTWindowReach, NoMenuHasALetterTwiceAndNoShortcutTwoMeanings)
         look(*menu);
     EXPECT_GT(keys.size(), 40U);
 }
-
-TEST_F(ZNTWindowReach, NothingIsCutOffWithAnyFontOnASmallScreen)
-{
-    const QFont before = QApplication::font();
-    for (const int points : {8, 24, 48}) {
-        SCOPED_TRACE(points);
-        QFont font = before;
-        font.setPointSize(points);
-        QApplication::setFont(font);
-        window.resize(1024, 768);
-        QTest::qWait(50);
-        EXPECT_LE(window.width(), 1024);
-        EXPECT_LE(window.height(), 768);
-        for (const QPushButton* button : window.findChildren<QPushButton*>())
-            if (button->isVisible() && !button->text().isEmpty() && button->window() == &window) {
-                const QString shown = QString(button->text()).remove(QLatin1Char('&'));
-                EXPECT_GE(button->width(), button->fontMetrics().horizontalAdvance(shown))
-                    << shown.toStdString();
-                EXPECT_GE(button->height(), button->fontMetrics().ascent()) << shown.toStdString();
-            }
-        for (const QLineEdit* field : window.findChildren<QLineEdit*>())
-            if (field->isVisible()) {
-                EXPECT_GE(field->height(), field->fontMetrics().height()) << nameOf(field);
-            }
-    }
-    QApplication::setFont(before);
-}

@@ -1,0 +1,282 @@
+#include "ZNTFindBar.h"
+#include "ZNTHintedTable.h"
+#include "ZNTWindowFixture.h"
+
+#include <QAbstractSpinBox>
+#include <QAction>
+#include <QComboBox>
+#include <QFocusFrame>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <QToolButton>
+
+// Whether everything has the room that its words need. The same tests run on screens of two and three times
+// the density too.
+
+namespace
+{
+
+constexpr int rounding = 1; // of what several rows share
+
+std::string told(const QWidget& widget)
+{
+    const QRect place = widget.geometry();
+    QString text = widget.objectName();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
+        text += QStringLiteral(" \"%1\"").arg(button->text());
+    if (const auto* label = qobject_cast<const QLabel*>(&widget))
+        text += QStringLiteral(" \"%1\"").arg(label->text());
+    return QStringLiteral("%1 %2 (%3, %4, %5 x %6)")
+        .arg(QLatin1String(widget.metaObject()->className()), text)
+        .arg(place.x())
+        .arg(place.y())
+        .arg(place.width())
+        .arg(place.height())
+        .toStdString();
+}
+
+/// The room that a widget with words needs at the width that it has; empty for widgets that scroll or show
+/// nothing.
+QSize neededBy(const QWidget& widget)
+{
+    const QWidget* around = widget.parentWidget();
+    if (qobject_cast<const QComboBox*>(around) || qobject_cast<const QAbstractSpinBox*>(around))
+        return {}; // the field in a box has what the box has
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    const bool isWorded = qobject_cast<const QAbstractButton*>(&widget) ||
+                          (label && !label->text().isEmpty()) || qobject_cast<const QComboBox*>(&widget) ||
+                          qobject_cast<const QAbstractSpinBox*>(&widget);
+    if (isWorded && (widget.hasHeightForWidth() || (label && label->wordWrap())))
+        return {label ? 0 : widget.minimumSizeHint().width(),
+                widget.heightForWidth(widget.width()) - rounding};
+    if (isWorded)
+        return widget.minimumSizeHint();
+    if (qobject_cast<const QLineEdit*>(&widget))
+        return {widget.fontMetrics().averageCharWidth() * 4, widget.minimumSizeHint().height()};
+    return {};
+}
+
+bool isInScrolledContent(const QWidget& widget)
+{
+    const auto* area = qobject_cast<const QAbstractScrollArea*>(widget.parentWidget()->parentWidget());
+    return area != nullptr && area->viewport() == widget.parentWidget();
+}
+
+/// Without the ring around the focus and the arrows that scroll the tabs.
+std::vector<QWidget*> shownIn(QWidget& window)
+{
+    std::vector<QWidget*> shown;
+    for (QWidget* each : window.findChildren<QWidget*>())
+        if (each->window() == &window && each->isVisible() && !qobject_cast<QFocusFrame*>(each) &&
+            !qobject_cast<QToolButton*>(each))
+            shown.push_back(each);
+    return shown;
+}
+
+using Faults = std::vector<std::string>;
+
+void lookAtHeadings(const QHeaderView& header, Faults& faults)
+{
+    for (int section = 0; header.orientation() == Qt::Horizontal && section < header.count(); ++section) {
+        const QString heading = header.model()->headerData(section, Qt::Horizontal).toString();
+        if (header.sectionSize(section) < header.fontMetrics().horizontalAdvance(heading))
+            faults.push_back("the heading " + heading.toStdString() + " is cut to " +
+                             std::to_string(header.sectionSize(section)));
+    }
+}
+
+void lookAt(const QWidget& widget, Faults& faults)
+{
+    const QSize needed = neededBy(widget);
+    if (widget.width() < needed.width() || widget.height() < needed.height())
+        faults.push_back(told(widget) + " needs " + std::to_string(needed.width()) + " x " +
+                         std::to_string(needed.height()));
+    const QWidget& around = *widget.parentWidget();
+    if (!isInScrolledContent(widget) && !around.rect().contains(widget.geometry()))
+        faults.push_back(told(widget) + " sticks out of " + told(around));
+    if (const auto* header = qobject_cast<const QHeaderView*>(&widget))
+        lookAtHeadings(*header, faults);
+    const auto* area = qobject_cast<const QScrollArea*>(&widget);
+    if (area && area->widget()->width() > area->viewport()->width())
+        faults.push_back(told(widget) + " must be scrolled sideways");
+}
+
+Faults cutIn(QWidget& window)
+{
+    Faults faults;
+    if (!window.screen()->availableGeometry().contains(window.geometry()))
+        faults.push_back("the window is larger than the screen");
+    const auto shown = shownIn(window);
+    for (auto one = shown.begin(); one != shown.end(); ++one) {
+        lookAt(**one, faults);
+        for (auto other = one + 1; other != shown.end(); ++other)
+            if ((*one)->parentWidget() == (*other)->parentWidget() &&
+                (*one)->geometry().intersects((*other)->geometry()))
+                faults.push_back(told(**one) + " and " + told(**other) + " overlap");
+    }
+    return faults;
+}
+
+void expectNothingCut(QWidget& window)
+{
+    SCOPED_TRACE(told(window));
+    EXPECT_GT(shownIn(window).size(), 2U);
+    QTest::qWait(1);
+    Faults faults;
+    // Layouts settle on later turns.
+    const bool isWhole = QTest::qWaitFor([&] { return (faults = cutIn(window)).empty(); }, 2'000);
+    EXPECT_TRUE(isWhole);
+    for (const std::string& fault : faults)
+        ADD_FAILURE() << fault;
+}
+
+/// The desktop's font in points, there before the first widget.
+class DesktopFont
+{
+protected:
+    explicit DesktopFont(int points) : before(QApplication::font())
+    {
+        QFont font = before;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+    }
+    ~DesktopFont() { QApplication::setFont(before); }
+
+private:
+    QFont before;
+};
+
+} // namespace
+
+class ZNTWindowLayout : DesktopFont, public ZNTWindowFixture, public testing::WithParamInterface<int>
+{
+protected:
+    ZNTWindowLayout() : DesktopFont(GetParam()) {}
+
+    void expectSheetWhole(QAction& opener, const char* name)
+    {
+        opener.trigger();
+        QDialog& sheet = waitForDialog(name);
+        expectNothingCut(sheet);
+        press(sheet, Qt::Key_Escape);
+        EXPECT_TRUE(until([name] { return dialog(name) == nullptr; })) << name;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Points, ZNTWindowLayout, testing::Values(8, 11, 24, 48));
+
+TEST_P(ZNTWindowLayout, NothingIsCutOffInTheWindow)
+{
+    expectNothingCut(window);
+    playDemo();
+    expectNothingCut(window);
+    window.findBar->open();
+    expectNothingCut(window);
+    for (const double points : {8.0, 14.0, 24.0, 48.0}) {
+        SCOPED_TRACE(points);
+        window.textFromServer->setPointSize(points);
+        expectNothingCut(window);
+    }
+}
+
+TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
+{
+    parts->menu.addMacro->trigger();
+    expectNothingCut(waitForDialog("alert"));
+    answerAlert();
+    find<QComboBox>("macroComboBoxGroup").setEditText(QStringLiteral("Greetings"));
+    find<QPushButton>("createNewMacroGroup").click();
+    answerAlert();
+
+    expectSheetWhole(*parts->menu.addMacro, "ZNTAddMacroView");
+    parts->menu.addMacro->trigger();
+    find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
+    window.macroTable->selectRow(0);
+    expectSheetWhole(*parts->menu.editMacro, "ZNTEditMacroView");
+    expectSheetWhole(*parts->menu.showZNTMudListController, "ZNTMudListView");
+    expectSheetWhole(*parts->menu.doneRecording, "ZNTCommandRecorderView2");
+    expectSheetWhole(*parts->menu.keyboardMap, "keyboardPage");
+    expectSheetWhole(*parts->menu.about, "aboutPage");
+}
+
+TEST_P(ZNTWindowLayout, NothingIsCutOffInThePreferences)
+{
+    parts->menu.showPreferencesView->trigger();
+    QDialog& preferences = waitForDialog("PreferencesView");
+    auto& tabs = find<QTabWidget>(preferences, "tabView");
+    for (int tab = 0; tab < tabs.count(); ++tab) {
+        SCOPED_TRACE(tabs.tabText(tab).toStdString());
+        tabs.setCurrentIndex(tab);
+        expectNothingCut(preferences);
+    }
+}
+
+using ZNTWindowRoom = ZNTWindowFixture;
+
+TEST_F(ZNTWindowRoom, ControlsThatGrowAndShrinkInOpenWindowsStayWhole)
+{
+    const QFont before = QApplication::font();
+    const auto points = [] { return QApplication::font().pointSizeF(); };
+    parts->menu.showPreferencesView->trigger();
+    QDialog& preferences = waitForDialog("PreferencesView");
+    for (const double wanted : {24.0, 48.0, 8.0}) {
+        SCOPED_TRACE(wanted);
+        while (points() < wanted)
+            parts->menu.controlsLarger->trigger();
+        while (points() > wanted)
+            parts->menu.controlsSmaller->trigger();
+        expectNothingCut(window);
+        expectNothingCut(preferences);
+    }
+    QApplication::setFont(before);
+}
+
+TEST_F(ZNTWindowRoom, TheOutputHasTheEightyColumnsThatGamesAreMadeForOnASmallScreen)
+{
+    window.resize(1024, 768);
+    ASSERT_TRUE(until([&] { return window.width() == 1024; }));
+    EXPECT_GE(window.textFromServer->columns(), 80);
+    EXPECT_TRUE(window.sidePanel->isVisible());
+    expectNothingCut(window);
+    // Larger windows give the rest to the output, smaller ones take it from there.
+    window.resize(900, 700);
+    ASSERT_TRUE(until([&] { return window.textFromServer->columns() < 80; }));
+    expectNothingCut(window);
+    window.resize(1024, 768);
+    EXPECT_TRUE(until([&] { return window.textFromServer->columns() >= 80; }));
+}
+
+TEST_F(ZNTWindowRoom, AnEmptyListSaysWhyItIsEmpty)
+{
+    ZNTHintedTable& macros = *window.macroTable;
+    EXPECT_EQ(macros.model()->rowCount(), 0);
+    EXPECT_TRUE(macros.accessibleDescription().contains(QStringLiteral("Pick a group")));
+    find<QComboBox>("macroComboBoxGroup").setEditText(QStringLiteral("Greetings"));
+    find<QPushButton>("createNewMacroGroup").click();
+    answerAlert();
+    EXPECT_TRUE(macros.accessibleDescription().contains(QStringLiteral("no macros yet")));
+
+    parts->menu.showPreferencesView->trigger();
+    QDialog& preferences = waitForDialog("PreferencesView");
+    auto& triggers = find<ZNTHintedTable>(preferences, "triggerTableView");
+    auto& sameMacros = find<ZNTHintedTable>(preferences, "preferencesMacroTable");
+    EXPECT_EQ(sameMacros.accessibleDescription(), macros.accessibleDescription());
+    EXPECT_TRUE(triggers.accessibleDescription().contains(QStringLiteral("No triggers yet")));
+    find<QPushButton>(preferences, "addTriggerButton").click();
+    EXPECT_EQ(triggers.model()->rowCount(), 1);
+    EXPECT_EQ(triggers.accessibleDescription(), QString());
+    find<QPushButton>(preferences, "removeTriggerButton").click();
+    EXPECT_TRUE(triggers.accessibleDescription().contains(QStringLiteral("No triggers yet")));
+    press(preferences, Qt::Key_Escape);
+
+    parts->menu.addMacro->trigger();
+    find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
+    EXPECT_TRUE(until([&] { return macros.model()->rowCount() == 1; }));
+    EXPECT_EQ(macros.accessibleDescription(), QString());
+    find<QComboBox>("macroComboBoxGroup").setEditText(QStringLiteral("Nobody's"));
+    EXPECT_TRUE(macros.accessibleDescription().contains(QStringLiteral("Pick a group")));
+}
