@@ -28,6 +28,18 @@ ZNTError startError(std::string why)
 
 ZNTError startErrorFromErrno() { return startError(posixError(errno).description); }
 
+/// Why the program cannot be run, and what helps.
+ZNTError unusableError(const std::string& executable)
+{
+    const int why = errno;
+    const std::string help =
+        why == ENOENT
+            ? "This file belongs beside the program that you started: install Zantor again, or build "
+              "it again with ./run."
+            : "This file must be one that you may run.";
+    return startError(executable + ": " + posixError(why).description + ". " + help);
+}
+
 const char* optionValue(ZNTStringEncoding encoding)
 {
     switch (encoding) {
@@ -105,7 +117,7 @@ void ZNTDemoGame::start(ZNTStringEncoding encoding, StartedHandler whenStarted)
 ZNTResult<int> ZNTDemoGame::launch(ZNTStringEncoding encoding)
 {
     if (access(executable.c_str(), X_OK) != 0)
-        return startErrorFromErrno();
+        return unusableError(executable);
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         return startErrorFromErrno();

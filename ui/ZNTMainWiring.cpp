@@ -2,6 +2,7 @@
 
 #include "ZNTAppearance.h"
 #include "ZNTCommandLine.h"
+#include "ZNTDatabaseHelper.h"
 #include "ZNTDemoGame.h"
 #include "ZNTFindBar.h"
 #include "ZNTHelpWindow.h"
@@ -346,9 +347,18 @@ void ZNTMainWiring::connectTo(const QString& host, int port, const QString& name
         return;
     window.ipAddress->setText(host);
     window.port->setText(QString::number(port));
-    window.mudName->setText(name);
+    const QString known = name.isEmpty() ? nameInAddressBook(host, port) : name;
+    window.mudName->setText(known.isEmpty() ? host : known);
     session.connectToServer();
     refresh();
+}
+
+QString ZNTMainWiring::nameInAddressBook(const QString& host, int port) const
+{
+    for (const ZNTMudList& game : controller.services().database.getAllMudsFromMudList())
+        if (game.port == port && znt::qtText(game.telnetURL).compare(host, Qt::CaseInsensitive) == 0)
+            return znt::qtText(game.name);
+    return {};
 }
 
 void ZNTMainWiring::playDemo()

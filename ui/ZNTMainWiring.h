@@ -23,14 +23,16 @@ public:
                   ZNTAppearance& appearance);
     ~ZNTMainWiring();
 
-    /// Fills the connection fields and connects.
-    void connectTo(const QString& host, int port, const QString& name);
+    /// Fills the connection fields and connects. Without a name it is the one in the address book, or else
+    /// the host's.
+    void connectTo(const QString& host, int port, const QString& name = {});
     /// Starts the demo game and connects to it. Does nothing while there is a connection.
     void playDemo();
     /// Shows what the session answers now.
     void refresh();
 
 private:
+    [[nodiscard]] QString nameInAddressBook(const QString& host, int port) const;
     void wireConnection();
     void wirePlaying();
     void wireCommandLine();

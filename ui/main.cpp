@@ -65,6 +65,6 @@ int main(int count, char** arguments)
     if (options.demo)
         parts.wiring.playDemo();
     else if (!options.host.empty())
-        parts.wiring.connectTo(QString::fromStdString(options.host), options.port, {});
+        parts.wiring.connectTo(QString::fromStdString(options.host), options.port);
     return QApplication::exec();
 }

@@ -53,9 +53,12 @@ TEST(DemoGame, StartsInTheLanguageAskedForAndEndsWithItsOwner)
 TEST(DemoGame, SaysWhyThereIsNoGame)
 {
     VirtualRunLoop loop;
-    const std::pair<const char*, const char*> programs[] = {{"/nowhere/zantor-demo", "No such file"},
-                                                            {"/bin/false", "ended before"},
-                                                            {"/bin/echo", "something else than a port"}};
+    const std::pair<const char*, const char*> programs[] = {
+        {"/nowhere/zantor-demo", "/nowhere/zantor-demo: No such file"},
+        {"/nowhere/zantor-demo", "install Zantor again"},
+        {"/etc/passwd", "/etc/passwd: Permission denied"},
+        {"/bin/false", "ended before"},
+        {"/bin/echo", "something else than a port"}};
     for (const auto& [program, why] : programs) {
         SCOPED_TRACE(program);
         ZNTDemoGame game(loop, program);

@@ -101,6 +101,35 @@ TEST_F(ZNTWindowPlay, AGameThatCannotBeReachedIsTold)
     EXPECT_EQ(dialog("alert"), nullptr);
 }
 
+TEST_F(ZNTWindowPlay, AGameGivenAtTheStartBearsItsNameInTheAddressBookOrElseItsHosts)
+{
+    parts->wiring.connectTo(QStringLiteral("127.0.0.1"), 1);
+    EXPECT_EQ(window.mudName->text(), QStringLiteral("127.0.0.1"));
+    EXPECT_EQ(window.port->text(), QStringLiteral("1"));
+    answerAlert();
+
+    ZNTMudList cove;
+    cove.name = u"Lantern Cove";
+    cove.telnetURL = u"LocalHost";
+    cove.port = 1;
+    database.addNewRowMudList(cove);
+    parts->wiring.connectTo(QStringLiteral("localhost"), 1);
+    EXPECT_EQ(window.mudName->text(), QStringLiteral("Lantern Cove"));
+    answerAlert();
+}
+
+TEST_F(ZNTWindowPlay, AMissingDemoGameIsNamedWithWhatHelps)
+{
+    parts->menu.playDemo->trigger(); // not beside this program
+    const auto [title, why] = answerAlert();
+    EXPECT_EQ(title, QStringLiteral("Demo game"));
+    EXPECT_TRUE(
+        why.contains(QCoreApplication::applicationDirPath() + QStringLiteral("/zantor-demo: No such file")))
+        << why.toStdString();
+    EXPECT_TRUE(why.contains(QStringLiteral("install Zantor again"))) << why.toStdString();
+    EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+}
+
 TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
 {
     playDemo();
