@@ -55,6 +55,7 @@ void ZNTOutputPainter::setFont(const QFont& font)
 {
     regular = font;
     regular.setStyleHint(QFont::Monospace);
+    regular.setStyleName({}); // a font panel sets one, and by it bold would stay what it names
     regular.setBold(false);
     regular.setKerning(false);
     bold = regular;

@@ -2,6 +2,7 @@
 #include "ZNTReadableColour.h"
 
 #include <QClipboard>
+#include <QFontDatabase>
 #include <QImage>
 #include <QPushButton>
 #include <QWheelEvent>
@@ -277,6 +278,28 @@ TEST_F(OutputView, ShowsItsOwnColoursWhateverThePalette)
     const auto image = view.viewport()->grab().toImage();
     EXPECT_EQ(image.pixelColor(view.characterRect(view.store().start() + 1).center()), QColor(Qt::red));
     EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() / 2), QColor(Qt::black));
+}
+
+TEST_F(OutputView, BoldStaysBoldInAFontThatWasChosenByTheNameOfItsStyle)
+{
+    const QFontInfo shown(view.textFont());
+    view.setTextFont(QFontDatabase::font(shown.family(), shown.styleName(), 12));
+    view.clearFocus();
+    auto bold = coloured(u"MMMMMMMM\n");
+    bold.sets.front().font = ZNTFont{u"Menlo-Bold", 12};
+    view.append(bold);
+    view.append(coloured(u"MMMMMMMM\n"));
+    settle();
+    const auto image = view.viewport()->grab().toImage().convertToFormat(QImage::Format_Grayscale8);
+    const auto inkOfLine = [&](int line) {
+        const auto area = view.characterRect(view.store().line(line).start);
+        std::int64_t ink = 0;
+        for (int y = area.top(); y <= area.bottom(); ++y)
+            for (int x = 0; x < area.left() + 8 * area.width(); ++x)
+                ink += image.constScanLine(y)[x];
+        return ink;
+    };
+    EXPECT_GT(inkOfLine(0), inkOfLine(1) * 11 / 10);
 }
 
 TEST(ReadableColour, EveryPairOfTheGamesColoursCanBeReadAndGoodOnesStay)
