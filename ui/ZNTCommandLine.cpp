@@ -11,6 +11,16 @@ bool isTypingKeypadKey(const QKeyEvent& event)
     return event.modifiers() == Qt::KeypadModifier && event.key() < Qt::Key_Escape;
 }
 
+/// Keys that a line of text would make something of, but that serve the player better in the window: Copy
+/// where nothing is selected here, the end of the output, and the macro to edit, where X11 has an End of its
+/// own.
+bool isMoreUsefulInTheWindow(const QKeyEvent& event, bool hasSelection)
+{
+    return isTypingKeypadKey(event) || (event.matches(QKeySequence::Copy) && !hasSelection) ||
+           event.matches(QKeySequence::MoveToEndOfDocument) ||
+           event.keyCombination() == QKeyCombination(Qt::ControlModifier, Qt::Key_E);
+}
+
 void call(const std::function<void()>& handler)
 {
     if (handler)
@@ -27,12 +37,20 @@ bool ZNTCommandLine::event(QEvent* event)
         auto* key = static_cast<QKeyEvent*>(event);
         // Unclaimed here, the key reaches the window's shortcuts; where none is enabled it is typed after
         // all.
-        if (isTypingKeypadKey(*key) || (key->matches(QKeySequence::Copy) && !hasSelectedText())) {
+        if (isMoreUsefulInTheWindow(*key, hasSelectedText())) {
             key->ignore();
             return true;
         }
     }
     return QLineEdit::event(event);
+}
+
+bool ZNTCommandLine::focusNextPrevChild(bool next)
+{
+    if (isEnabled() || !heir)
+        return QLineEdit::focusNextPrevChild(next);
+    heir->setFocus(Qt::OtherFocusReason);
+    return true;
 }
 
 void ZNTCommandLine::keyPressEvent(QKeyEvent* event)

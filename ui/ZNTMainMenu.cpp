@@ -16,6 +16,7 @@ QKeySequence key(Qt::Key which, Qt::KeyboardModifiers modifiers = Qt::NoModifier
 QKeySequence ctrl(Qt::Key which) { return key(which, Qt::ControlModifier); }
 QKeySequence ctrlShift(Qt::Key which) { return key(which, Qt::ControlModifier | Qt::ShiftModifier); }
 QKeySequence alt(Qt::Key which) { return key(which, Qt::AltModifier); }
+QKeySequence ctrlAlt(Qt::Key which) { return key(which, Qt::ControlModifier | Qt::AltModifier); }
 QKeySequence shift(Qt::Key which) { return key(which, Qt::ShiftModifier); }
 
 /// For keyboards without a numeric keypad: Alt with the keys that the keypad bears too, and with Shift for
@@ -209,9 +210,10 @@ void ZNTMainMenu::makeViewMenu()
     normalSize = add("normalSize", "&Usual text size", {ctrl(Qt::Key_0)});
     changeFont = add("changeFont", "&Font...", {ctrlShift(Qt::Key_T)});
     current->addSeparator();
-    controlsLarger = add("controlsLarger", "Larger &controls", {ctrlShift(Qt::Key_Plus)});
-    controlsSmaller = add("controlsSmaller", "S&maller controls",
-                          {ctrlShift(Qt::Key_Underscore), ctrlShift(Qt::Key_Minus)});
+    // With Shift instead of Alt, keyboards that have plus above the equals sign would mean larger text.
+    controlsLarger =
+        add("controlsLarger", "Larger &controls", {ctrlAlt(Qt::Key_Plus), ctrlAlt(Qt::Key_Equal)});
+    controlsSmaller = add("controlsSmaller", "S&maller controls", {ctrlAlt(Qt::Key_Minus)});
     QMenu* view = current;
     makeColoursMenu();
     current = view;

@@ -184,6 +184,7 @@ void ZNTMainWiring::go(ZNTDirection direction)
 void ZNTMainWiring::wireCommandLine()
 {
     const auto press = [this](ZNTCommandLineKey key) { session.controlTextViewDoCommandBySelector(key); };
+    window.textToServer->setHeir(window.textFromServer); // the last lines are what is looked for then
     window.textToServer->whenReturnPressed = [press] { press(ZNTCommandLineKey::InsertNewline); };
     window.textToServer->whenUpPressed = [press] { press(ZNTCommandLineKey::MoveUp); };
     window.textToServer->whenDownPressed = [press] { press(ZNTCommandLineKey::MoveDown); };
@@ -316,11 +317,18 @@ void ZNTMainWiring::wireHelp()
 
 void ZNTMainWiring::chooseFont()
 {
-    auto* panel = new QFontDialog(window.textFromServer->textFont(), &window);
+    auto* panel = new QFontDialog(&window);
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->setObjectName(text("fontPanel"));
     panel->setOption(QFontDialog::MonospacedFonts);
     panel->setOption(QFontDialog::DontUseNativeDialog);
+    // The panel lists what the options ask for only with the font that it is given after them, and marks the
+    // one that is really seen only by its own name.
+    QFont shown = window.textFromServer->textFont();
+    const QFontInfo found(shown);
+    shown.setFamilies({found.family()});
+    shown.setStyleName(found.styleName());
+    panel->setCurrentFont(shown);
     znt::shrinkFontToScreen(*panel);
     nameFieldsByTheirLabels(*panel);
     QObject::connect(panel, &QDialog::finished, &window, &QWidget::activateWindow);

@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QFontDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -80,7 +81,31 @@ TEST_F(ZNTWindowPlay, AGameIsPlayedWithTheKeyboardAlone)
     EXPECT_EQ(window.connectionButton->accessibleName(), QStringLiteral("Connect"));
     EXPECT_TRUE(window.ipAddress->isEnabled());
     EXPECT_FALSE(commandLine().isEnabled());
+    EXPECT_TRUE(window.textFromServer->hasFocus()) << "where the last lines can be read";
     EXPECT_EQ(find<QLabel>("statusText").text(), QStringLiteral("Not connected, speech off"));
+}
+
+TEST_F(ZNTWindowPlay, TheWindowsKeysWorkOnTheCommandLine)
+{
+    playDemo();
+    for (int times = 0; times < 5; ++times)
+        send("look guide");
+    EXPECT_TRUE(outputHas("number of bytes"));
+    EXPECT_TRUE(gameIsReady());
+    press(commandLine(), Qt::Key_PageUp);
+    EXPECT_FALSE(window.textFromServer->followsEnd());
+    press(commandLine(), Qt::Key_End, Qt::ControlModifier);
+    EXPECT_TRUE(window.textFromServer->followsEnd());
+
+    press(commandLine(), Qt::Key_E, Qt::ControlModifier);
+    EXPECT_EQ(answerAlert().first, QStringLiteral("Macro does not exist."));
+
+    press(commandLine(), Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
+    QDialog& panel = waitForDialog("fontPanel");
+    const auto offered = static_cast<QFontDialog&>(panel).currentFont();
+    EXPECT_EQ(QFontInfo(offered).family(), QFontInfo(window.textFromServer->textFont()).family());
+    EXPECT_TRUE(QFontInfo(offered).fixedPitch());
+    press(panel, Qt::Key_Escape);
 }
 
 TEST_F(ZNTWindowPlay, AGameThatCannotBeReachedIsTold)
