@@ -112,12 +112,15 @@ void ZNTTriggersDataSource::tableViewSetObjectValue(const Value& value, std::str
     auto* trigger = rowAt(row);
     if (trigger == nullptr)
         return;
+    const bool isPaneToFollow = row == getCurrentSelectedTriggerIndex() && !isPaneEdited(*trigger);
     WriteField write{value};
     withField(*trigger, column, [&](auto& field) { write(field); });
     if (!write.hasWritten)
         return;
     database.updateTrigger(*trigger);
     _tableView.reloadData();
+    if (isPaneToFollow)
+        insertTriggerText(); // else saving the pane would undo the edit
 }
 
 bool ZNTTriggersDataSource::tableViewShouldSelectRow(long)
@@ -153,6 +156,13 @@ void ZNTTriggersDataSource::fillDataObjectFromScreen(ZNTTrigger& trigger) const
         return;
     const auto actionStart = checkEnd + paneSeparator.size();
     trigger.action = text.substr(actionStart, text.find(paneSeparator, actionStart) - actionStart);
+}
+
+bool ZNTTriggersDataSource::isPaneEdited(const ZNTTrigger& trigger) const
+{
+    ZNTTrigger read;
+    fillDataObjectFromScreen(read);
+    return read.check != trigger.check || read.action != trigger.action;
 }
 
 // The buttons
@@ -191,4 +201,5 @@ void ZNTTriggersDataSource::removeItem()
     database.deleteTrigger(*trigger);
     _dataObjects.erase(_dataObjects.begin() + index);
     _tableView.reloadData();
+    insertTriggerText(); // the selected row holds another trigger now, or none
 }

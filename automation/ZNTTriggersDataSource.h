@@ -29,7 +29,8 @@ public:
     [[nodiscard]] long numberOfRowsInTableView() const { return countOfDataObjects(); }
     /// An empty text for a row or a column that is not there.
     [[nodiscard]] Value tableViewObjectValueForTableColumn(std::string_view column, long row) const;
-    /// A value that is not of the field's kind, a row or a column that is not there change nothing.
+    /// A value that is not of the field's kind, a row or a column that is not there change nothing. The pane
+    /// follows, unless it holds text that is not saved yet.
     void tableViewSetObjectValue(const Value& value, std::string_view column, long row);
     /// Both fill the pane and allow the selection.
     bool tableViewShouldSelectRow(long row);
@@ -61,6 +62,8 @@ public:
 
 private:
     [[nodiscard]] ZNTTrigger* rowAt(long index);
+    /// Whether saving the pane would change `trigger`.
+    [[nodiscard]] bool isPaneEdited(const ZNTTrigger& trigger) const;
 
     ZNTDatabaseHelper& database;
     std::vector<ZNTTrigger> _dataObjects;

@@ -98,6 +98,25 @@ TEST_F(TriggersDataSource, ThePaneShowsTheSelectedTriggerAndIsReadBackOnSave)
     }
 }
 
+TEST_F(TriggersDataSource, ThePaneFollowsACellEditedBesideItUnlessItHoldsUnsavedText)
+{
+    editor.addEmptyRow();
+    editor.addEmptyRow();
+    table.selected = 0;
+    editor.insertTriggerText();
+    editor.tableViewSetObjectValue(u"bow", "action", 0);
+    EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nbow");
+    editor.tableViewSetObjectValue(u"wave", "action", 1);
+    EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nbow") << "another row";
+    editor.saveToDatabase();
+    EXPECT_EQ(stored().front().action, u"bow") << "saving the pane does not undo the edit";
+
+    pane.content = u"a long pattern~\nbeing written";
+    editor.tableViewSetObjectValue(true, "active", 0);
+    editor.tableViewSetObjectValue(u"kneel", "action", 0);
+    EXPECT_EQ(pane.content, u"a long pattern~\nbeing written");
+}
+
 TEST_F(TriggersDataSource, ARecordThatWasNeverStoredIsInsertedOnSave)
 {
     ZNTTrigger fresh;
@@ -120,6 +139,7 @@ TEST_F(TriggersDataSource, RemovingTakesTheSelectedTriggerFromTheStoreAndClearin
     for (int row = 0; row < 3; ++row)
         editor.addEmptyRow();
     const auto last = editor.getObjectAtIndex(2)->oid;
+    editor.tableViewSetObjectValue(u"bow", "action", 2);
     editor.removeItem();
     EXPECT_EQ(editor.countOfDataObjects(), 3) << "nothing is selected";
     table.selected = 1;
@@ -128,6 +148,7 @@ TEST_F(TriggersDataSource, RemovingTakesTheSelectedTriggerFromTheStoreAndClearin
     EXPECT_EQ(stored().size(), before + 2);
     ASSERT_EQ(editor.countOfDataObjects(), 2);
     EXPECT_EQ(editor.getObjectAtIndex(1)->oid, last);
+    EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nbow") << "else saving gave it the removed one's text";
     editor.clearMacroList();
     EXPECT_EQ(editor.countOfDataObjects(), 0);
     EXPECT_EQ(stored().size(), before + 2);
