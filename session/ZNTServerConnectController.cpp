@@ -378,6 +378,8 @@ bool ZNTServerConnectController::controlTextViewDoCommandBySelector(ZNTCommandLi
         sendTextToServer();
         return true;
     case ZNTCommandLineKey::MoveUp:
+        if (lastCommand_.empty()) // what is typed there already stays
+            return false;
         screen.textToServer->setText(lastCommand_);
         screen.textToServer->placeCaretAtEnd();
         return false;
@@ -547,6 +549,13 @@ void ZNTServerConnectController::replayLastText()
     interruptSpeech(noPause);
     if (speechOnOffBindingState_ == 1)
         speechHandOver.speakOnNewThread(std::u16string(znt::lastUnits(_replayLastTextFromMUD, mostReplayed)));
+}
+
+void ZNTServerConnectController::stopSpeaking()
+{
+    zntSpeechSynth_.stopIt();
+    if (speechOnOffBindingState_ == 1)
+        zntSpeechSynth_.speechOn();
 }
 
 void ZNTServerConnectController::setSpeechOnOffBindingState(int state)

@@ -137,6 +137,8 @@ public:
     void shortcutKeySpeechOnAndOff();
     void textToSpeechOnAndOff();
     void replayLastText();
+    /// Silences what is being said and what waits; while speech is on, what comes next is spoken again.
+    void stopSpeaking();
     void setSpeechOnOffBindingState(int state);
     void setSpeechInterruptOnOffBindingState(int state);
     [[nodiscard]] int speechOnOffBindingState() const { return speechOnOffBindingState_; }

@@ -126,6 +126,8 @@ TEST_F(CommandLine, ReturnSendsUpBringsBackAndResendInterpretsAgain)
 {
     connect();
     commandLine.setText(u"kill orc");
+    EXPECT_FALSE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::MoveUp));
+    EXPECT_EQ(commandLine.text(), u"kill orc") << "there is no last command to put in its place";
     EXPECT_TRUE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline));
     EXPECT_EQ(commandLine.text(), u"");
     EXPECT_FALSE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::MoveDown));
