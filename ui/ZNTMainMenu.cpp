@@ -118,7 +118,7 @@ void ZNTMainMenu::makeGameMenu()
     connectToServer = add("connectToServer", "&Connect", {key(Qt::Key_F5)});
     showZNTMudListController = add("showZNTMudListController", "&Game list...", {ctrl(Qt::Key_G)});
     current->addSeparator();
-    resendLastCommand = add("resend", "&Resend last command", {ctrl(Qt::Key_R)});
+    resendLastCommand = add("resendLastCommand", "&Resend last command", {ctrl(Qt::Key_R)});
     current->addSeparator();
     newApp = add("newApp", "&New window", {ctrlShift(Qt::Key_N)});
     showPreferencesView = add("showPreferencesView", "&Preferences...", {ctrl(Qt::Key_Comma)});
@@ -133,8 +133,8 @@ void ZNTMainMenu::makeEditMenu()
     selectAll = add("selectAll", "Select &all of the output", {ctrlShift(Qt::Key_A)});
     current->addSeparator();
     find = add("find", "&Find in the output...", {QKeySequence::Find});
-    findNext = add("findNextMatch", "Find &next", {key(Qt::Key_F3)});
-    findPrevious = add("findPreviousMatch", "Find &previous", {shift(Qt::Key_F3)});
+    findNext = add("findNext", "Find &next", {key(Qt::Key_F3)});
+    findPrevious = add("findPrevious", "Find &previous", {shift(Qt::Key_F3)});
     current->addSeparator();
     clearScreen = add("clearScreen", "C&lear the output", {ctrlShift(Qt::Key_L)});
 }
@@ -159,12 +159,12 @@ void ZNTMainMenu::makeMacrosMenu()
     addMenu("&Macros");
     invokeMacro = add("invokeMacro", "&Run the selected macro", {ctrl(Qt::Key_M)});
     current->addSeparator();
-    addMacro = add("showZNTAddMacroViewController", "&Add macro...", {ctrlShift(Qt::Key_M)});
-    editMacro = add("showZNTEditMacroViewController", "&Edit macro...", {ctrl(Qt::Key_E)});
-    removeMacro = add("removeItem", "Re&move macro");
+    addMacro = add("addMacro", "&Add macro...", {ctrlShift(Qt::Key_M)});
+    editMacro = add("editMacro", "&Edit macro...", {ctrl(Qt::Key_E)});
+    removeMacro = add("removeMacro", "Re&move macro");
     current->addSeparator();
-    createNewMacroGroup = add("createGroup", "&New group");
-    deleteMacroGroup = add("deleteGroup", "&Delete group");
+    createNewMacroGroup = add("createNewMacroGroup", "&New group");
+    deleteMacroGroup = add("deleteMacroGroup", "&Delete group");
     current->addSeparator();
     listMacros = add("listMacros", "&List macro names in the output");
 }

@@ -10,8 +10,9 @@ class QAction;
 class QMainWindow;
 class QMenu;
 
-/// The menus of the main window. An action bears its member's name as its object name; what it does is wired
-/// elsewhere. Every action has a mnemonic of its own in its menu, and the common ones a shortcut.
+/// The menus of the main window. An action bears its member's name as its object name, a direction "goNorth"
+/// and a line "line1"; what it does is wired elsewhere. Every action has a mnemonic of its own in its menu,
+/// and the common ones a shortcut.
 class ZNTMainMenu
 {
 public:

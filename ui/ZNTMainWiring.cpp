@@ -30,7 +30,6 @@
 namespace
 {
 
-constexpr double tickSeconds = 0.5;
 constexpr double smallestControls = 8;
 constexpr double largestControls = 48;
 constexpr double controlsStep = 2;
@@ -88,8 +87,6 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireColours();
     wireHelp();
     controller.whenSessionChanges = [this] { refresh(); };
-    tick = controller.services().platform.runLoop.startTimer(tickSeconds, RunLoopRepeat::Forever,
-                                                             [this] { refresh(); });
 }
 
 ZNTMainWiring::~ZNTMainWiring() { controller.whenSessionChanges = nullptr; }
@@ -97,10 +94,7 @@ ZNTMainWiring::~ZNTMainWiring() { controller.whenSessionChanges = nullptr; }
 void ZNTMainWiring::wireConnection()
 {
     joinButton(window.connectionButton, menu.connectToServer);
-    whenTriggered(menu.connectToServer, [this] {
-        session.connectToServer();
-        refresh();
-    });
+    whenTriggered(menu.connectToServer, [this] { connectOrDisconnect(); });
     for (QLineEdit* field : {window.mudName, window.ipAddress, window.port})
         QObject::connect(field, &QLineEdit::returnPressed, menu.connectToServer, [this] {
             if (session.state() == ZNTSessionState::Idle)
@@ -110,6 +104,14 @@ void ZNTMainWiring::wireConnection()
     whenTriggered(menu.showPreferencesView, [this] { controller.showPreferencesView(); });
     whenTriggered(menu.newApp, [this] { controller.newApp(); });
     whenTriggered(menu.quit, [this] { window.close(); });
+}
+
+void ZNTMainWiring::connectOrDisconnect()
+{
+    if (!session.isConnected())
+        playedGame = window.mudName->text().isEmpty() ? window.ipAddress->text() : window.mudName->text();
+    session.connectToServer();
+    refresh();
 }
 
 void ZNTMainWiring::wirePlaying()
@@ -255,11 +257,7 @@ void ZNTMainWiring::wireSpeech()
                 [this](bool on) { session.setSpeechInterruptOnOffBindingState(on ? 1 : 0); });
     joinButton(window.startStopSpeech, menu.speechOnOff);
     whenTriggered(menu.replayLastText, [this] { session.replayLastText(); });
-    whenTriggered(menu.stopSpeaking, [this] {
-        session.zntSpeechSynth().stopIt();
-        if (session.speechOnOffBindingState() == 1)
-            session.zntSpeechSynth().speechOn();
-    });
+    whenTriggered(menu.stopSpeaking, [this] { session.stopSpeaking(); });
     whenTriggered(menu.previousLine, [this] { session.speechReview().previousLine(); });
     whenTriggered(menu.nextLine, [this] { session.speechReview().nextLine(); });
     for (std::size_t index = 0; index < ZNTMainMenu::numberedLines; ++index)
@@ -357,8 +355,7 @@ void ZNTMainWiring::connectTo(const QString& host, int port, const QString& name
     window.port->setText(QString::number(port));
     const QString known = name.isEmpty() ? nameInAddressBook(host, port) : name;
     window.mudName->setText(known.isEmpty() ? host : known);
-    session.connectToServer();
-    refresh();
+    connectOrDisconnect();
 }
 
 QString ZNTMainWiring::nameInAddressBook(const QString& host, int port) const
@@ -398,10 +395,11 @@ ZNTStatusFacts ZNTMainWiring::facts() const
         break;
     }
     if (now.connection != ZNTStatusFacts::Connection::None)
-        now.game = window.mudName->text().isEmpty() ? window.ipAddress->text() : window.mudName->text();
-    if (now.connection == ZNTStatusFacts::Connection::Connected)
+        now.game = playedGame;
+    if (now.connection == ZNTStatusFacts::Connection::Connected) {
         now.connectedSince = session.connectedSince();
-    now.isCompressed = session._mccp();
+        now.isCompressed = session._mccp();
+    }
     now.isRecording = session.recorder()._recorderState() == 1;
     now.isRecordingPaused = session.recorder()._recorderState() == 2;
     now.isWalking = session.isWalking();
@@ -415,6 +413,7 @@ void ZNTMainWiring::refresh()
     const bool isChinese = session.cfStringEncoding() != ZNTStringEncoding::Ascii;
     window.textFromServer->setAmbiguousWidth(isChinese ? znt::AmbiguousWidth::Wide
                                                        : znt::AmbiguousWidth::Narrow);
+    menu.speechInterruptOnOff->setChecked(session.speechInterruptOnOffBindingState() == 1);
     const ZNTStatusFacts now = facts();
     if (shownFacts == now)
         return;
@@ -432,7 +431,6 @@ void ZNTMainWiring::refresh()
                                         : now.isRecordingPaused ? text("Re&sume recording")
                                                                 : text("&Start recording"));
     menu.speechOnOff->setChecked(now.isSpeechOn);
-    menu.speechInterruptOnOff->setChecked(session.speechInterruptOnOffBindingState() == 1);
     window.startStopSpeech->setText(now.isSpeechOn ? text("S&top speech") : text("S&tart speech"));
     window.startStopSpeech->setAccessibleName(now.isSpeechOn ? text("Stop speech") : text("Start speech"));
 }

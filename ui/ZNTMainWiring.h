@@ -28,7 +28,7 @@ public:
     void connectTo(const QString& host, int port, const QString& name = {});
     /// Starts the demo game and connects to it. Does nothing while there is a connection.
     void playDemo();
-    /// Shows what the session answers now.
+    /// Shows what the session and the sounds answer now.
     void refresh();
 
 private:
@@ -43,6 +43,8 @@ private:
     void wireColours();
     void wireHelp();
     void go(ZNTDirection direction);
+    /// What the button, the menu and the key do.
+    void connectOrDisconnect();
     void chooseFont();
     void zoomControls(double points);
     void sayStatus();
@@ -58,6 +60,6 @@ private:
     std::unique_ptr<ZNTHelpWindow> help;
     std::unique_ptr<ZNTKeypadKeys> keypadKeys;
     std::optional<ZNTStatusFacts> shownFacts;
-    /// What changes without a word from the session: a walk's end.
-    std::unique_ptr<RunLoopTimer> tick;
+    /// The game of the connection, whatever has been put into the fields since.
+    QString playedGame;
 };

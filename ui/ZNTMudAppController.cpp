@@ -25,11 +25,7 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
            .screenReader = services.screenReader,
            .showZNTCommandRecorderView =
                [this](ZNTCommandRecorderDataSource& commands) { showZNTCommandRecorderView(commands); },
-           .sessionChanged =
-               [this] {
-                   if (whenSessionChanges)
-                       whenSessionChanges();
-               }})
+           .sessionChanged = [this] { changed(); }})
 {
     ZNTMacroGroupDropDownController& groups = zntMacroGroupDropDownController;
     mainScreen.macroComboBoxGroup.setSource(
@@ -104,6 +100,18 @@ void ZNTMudAppController::showPreferencesView()
     if (!preferencesController)
         preferencesController = std::make_unique<ZNTPreferencesController>(mainWindow, *this);
     preferencesController->showWindow();
+}
+
+void ZNTMudAppController::setSoundsMuted(bool muted)
+{
+    windowServices.sounds.setMuted(muted);
+    changed();
+}
+
+void ZNTMudAppController::changed()
+{
+    if (whenSessionChanges)
+        whenSessionChanges();
 }
 
 void ZNTMudAppController::newApp() { QProcess::startDetached(QCoreApplication::applicationFilePath(), {}); }

@@ -51,11 +51,14 @@ public:
     }
     [[nodiscard]] ZNTMainScreen& screen() { return mainScreen; }
     [[nodiscard]] const ZNTWindowServices& services() const { return windowServices; }
+    /// Silences all sounds, or lets them be heard again.
+    void setSoundsMuted(bool muted);
 
-    /// Hears that something which the session answers has changed.
+    /// Hears that something which the session or the sounds answer has changed.
     std::function<void()> whenSessionChanges;
 
 private:
+    void changed();
     void showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands);
     /// Has the list of macros say why it is empty.
     void explainNoMacros();

@@ -11,7 +11,7 @@ std::vector<ZNTColumn> columns()
     using Kind = ZNTColumn::Kind;
     return {{"name", QStringLiteral("Name"), Kind::Text},
             {"telnetURL", QStringLiteral("Address"), Kind::Text},
-            {"port", QStringLiteral("Port"), Kind::Number},
+            {"port", QStringLiteral("Port"), Kind::Number, true, 65535},
             {"defaultConnection", QStringLiteral("Default"), Kind::YesNo},
             {"active", QStringLiteral("Available"), Kind::YesNo},
             {"url", QStringLiteral("Web page"), Kind::Text}};

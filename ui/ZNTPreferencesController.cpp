@@ -25,6 +25,15 @@ std::vector<ZNTColumn> triggerColumns()
 /// Of the triggers' table: the two that hold the long texts.
 constexpr int patternColumn = 2, commandColumn = 3;
 
+/// A mark that is neither set nor cleared counts as cleared.
+bool isMarked(const QCheckBox& box) { return box.checkState() == Qt::Checked; }
+
+template <typename Task>
+void whenMarked(QCheckBox& box, Task task)
+{
+    QObject::connect(&box, &QCheckBox::stateChanged, &box, [&box, task] { task(isMarked(box)); });
+}
+
 enum Tab { TriggerTab, MacroTab, EncodingTab, SpeechTab, ProtocolTab };
 
 } // namespace
@@ -123,58 +132,47 @@ void ZNTPreferencesController::wireSpeech()
     layout.speechOnOffCheckBox->setChecked(serverConnectController.speechOnOffBindingState() == 1);
     layout.speechInterruptCheckBox->setChecked(serverConnectController.speechInterruptOnOffBindingState() ==
                                                1);
-    QObject::connect(layout.speechOnOffCheckBox, &QCheckBox::toggled, dialog,
-                     [this] { textToSpeechOnAndOff(); });
-    QObject::connect(layout.speechInterruptCheckBox, &QCheckBox::toggled, dialog, [this](bool on) {
-        serverConnectController.setSpeechInterruptOnOffBindingState(on ? 1 : 0);
-    });
-    QObject::connect(layout.useSystemVoiceCheckBox, &QCheckBox::toggled, dialog,
-                     [&synth](bool on) { synth.setUseSystemVoiceNotVO(on); });
-    QObject::connect(layout.useTimerCheckBox, &QCheckBox::toggled, dialog,
-                     [&synth](bool on) { synth.setUseTimer(on); });
+    whenMarked(*layout.speechOnOffCheckBox, [this](bool) { textToSpeechOnAndOff(); });
+    whenMarked(*layout.speechInterruptCheckBox,
+               [this](bool on) { serverConnectController.setSpeechInterruptOnOffBindingState(on ? 1 : 0); });
+    whenMarked(*layout.useSystemVoiceCheckBox, [&synth](bool on) { synth.setUseSystemVoiceNotVO(on); });
+    whenMarked(*layout.useTimerCheckBox, [&synth](bool on) { synth.setUseTimer(on); });
     QObject::connect(layout.speechRate, &QSpinBox::valueChanged, dialog,
                      [&synth](int rate) { synth.setSpeechRate(rate); });
     QObject::connect(layout.replayButton, &QPushButton::clicked, dialog,
                      [this] { serverConnectController.replayLastText(); });
-    QObject::connect(layout.stopSpeakingButton, &QPushButton::clicked, dialog, [this, &synth] {
-        synth.stopIt();
-        if (serverConnectController.speechOnOffBindingState() == 1)
-            synth.speechOn();
-    });
+    QObject::connect(layout.stopSpeakingButton, &QPushButton::clicked, dialog,
+                     [this] { serverConnectController.stopSpeaking(); });
 }
 
 void ZNTPreferencesController::wireProtocols()
 {
-    // A mark that is neither set nor cleared counts as cleared, so the state is asked for, not the change.
-    QObject::connect(layout._mspCheckBox, &QCheckBox::stateChanged, dialog,
-                     [this] { mudSoundProtocolOnOff(); });
-    QObject::connect(layout._mccpCheckBox, &QCheckBox::stateChanged, dialog,
-                     [this] { mudClientCompressionProtocolOnOff(); });
+    whenMarked(*layout._mspCheckBox, [this](bool) { mudSoundProtocolOnOff(); });
+    whenMarked(*layout._mccpCheckBox, [this](bool) { mudClientCompressionProtocolOnOff(); });
     ZNTSoundFactory& sounds = mudAppController.services().sounds;
     layout.masterVolume->setValue(qRound(sounds.masterVolume() * 100));
     layout.muteCheckBox->setChecked(sounds.isMuted());
     QObject::connect(layout.masterVolume, &QSlider::valueChanged, dialog, [&sounds](int percent) {
         sounds.setMasterVolume(static_cast<float>(percent) / 100.0F);
     });
-    QObject::connect(layout.muteCheckBox, &QCheckBox::toggled, dialog,
-                     [&sounds](bool on) { sounds.setMuted(on); });
+    whenMarked(*layout.muteCheckBox, [this](bool on) { mudAppController.setSoundsMuted(on); });
 }
 
 void ZNTPreferencesController::mudClientCompressionProtocolOnOff()
 {
     // Straight on, also before there is a connection: then the next game's first block is taken for
     // compressed.
-    serverConnectController.set_isMccpOnOff(layout._mccpCheckBox->checkState() == Qt::Checked);
+    serverConnectController.set_isMccpOnOff(isMarked(*layout._mccpCheckBox));
 }
 
 void ZNTPreferencesController::mudSoundProtocolOnOff()
 {
-    serverConnectController.set_isMspOnOff(layout._mspCheckBox->checkState() == Qt::Checked);
+    serverConnectController.set_isMspOnOff(isMarked(*layout._mspCheckBox));
 }
 
 void ZNTPreferencesController::textToSpeechOnAndOff()
 {
-    serverConnectController.setSpeechOnOffBindingState(layout.speechOnOffCheckBox->isChecked() ? 1 : 0);
+    serverConnectController.setSpeechOnOffBindingState(isMarked(*layout.speechOnOffCheckBox) ? 1 : 0);
     serverConnectController.textToSpeechOnAndOff();
 }
 

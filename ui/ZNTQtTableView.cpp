@@ -2,6 +2,8 @@
 
 #include <QFocusEvent>
 #include <QHeaderView>
+#include <QIntValidator>
+#include <QLineEdit>
 #include <QStyledItemDelegate>
 #include <QTableView>
 
@@ -34,8 +36,8 @@ private:
     QTableView* table;
 };
 
-/// The field in which a cell is edited is named by its column.
-class NamedEditors final : public QStyledItemDelegate
+/// The field in which a cell is edited is named by its column, and takes nothing but digits for a number.
+class CellEditors final : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -44,9 +46,11 @@ public:
                           const QModelIndex& index) const override
     {
         QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+        const ZNTColumn& column = static_cast<const ZNTRowModel*>(index.model())->column(index);
         if (editor)
-            editor->setAccessibleName(
-                index.model()->headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString());
+            editor->setAccessibleName(column.heading);
+        if (auto* field = qobject_cast<QLineEdit*>(editor); field && column.kind == ZNTColumn::Kind::Number)
+            field->setValidator(new QIntValidator(0, column.largestNumber, field));
         return editor;
     }
 };
@@ -61,7 +65,7 @@ ZNTQtTableView::ZNTQtTableView(QTableView* table, ZNTRowModel* model) : table(ta
 void ZNTQtTableView::furnish(QTableView& table, ZNTRowModel& model)
 {
     table.setModel(&model);
-    table.setItemDelegate(new NamedEditors(&table));
+    table.setItemDelegate(new CellEditors(&table));
     table.installEventFilter(new RowUnderFocus(&table));
     table.setSelectionBehavior(QAbstractItemView::SelectRows);
     table.setSelectionMode(QAbstractItemView::SingleSelection);

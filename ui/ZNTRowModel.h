@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <functional>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -16,6 +17,7 @@ struct ZNTColumn {
     QString heading;
     enum class Kind { Text, Number, YesNo } kind = Kind::Text;
     bool isEditable = true;
+    int largestNumber = std::numeric_limits<int>::max(); ///< that can be typed; the smallest is 0
 };
 
 /// Where the rows come from. Rows count from 0; what is asked for always exists at that moment.
@@ -37,6 +39,8 @@ public:
     /// Views keep their selection where its row still exists.
     void reload();
 
+    [[nodiscard]] const ZNTColumn& column(const QModelIndex& index) const;
+
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -45,8 +49,6 @@ public:
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    [[nodiscard]] const ZNTColumn& column(const QModelIndex& index) const;
-
     std::vector<ZNTColumn> columns;
     ZNTRowSource source;
     int rows = 0; ///< as the views were last told

@@ -77,8 +77,10 @@ protected:
         type(field, text);
     }
 
-    /// Types into the cell and ends with Return; the view takes the text on a later turn.
-    static void editCell(QTableView& table, int row, int column, const char* text)
+    /// Types into the cell and ends with Return; the view takes the text, or what of it it allowed, on a
+    /// later turn.
+    static void editCell(QTableView& table, int row, int column, const char* text,
+                         const char* taken = nullptr)
     {
         const QModelIndex cell = table.model()->index(row, column);
         table.setFocus();
@@ -88,7 +90,8 @@ protected:
         ASSERT_NE(editor, nullptr);
         fill(*editor, text);
         press(*editor, Qt::Key_Return);
-        EXPECT_TRUE(until([&] { return cell.data().toString() == QString::fromUtf8(text); }));
+        const QString expected = QString::fromUtf8(taken ? taken : text);
+        EXPECT_TRUE(until([&] { return cell.data().toString() == expected; }));
     }
 
     /// The dialog of that name that is on the screen, or null.

@@ -108,6 +108,25 @@ TEST_F(ZNTWindowPlay, TheWindowsKeysWorkOnTheCommandLine)
     press(panel, Qt::Key_Escape);
 }
 
+TEST_F(ZNTWindowPlay, TheStatusNamesTheGameBeingPlayedWhateverTheFieldsSay)
+{
+    playDemo();
+    const QString title = window.windowTitle();
+    fill(*window.mudName, "Another game");
+    send("look");
+    parts->menu.startOrPauseRecording->trigger();
+    const QString status = find<QLabel>("statusText").text();
+    EXPECT_TRUE(status.startsWith(QStringLiteral("Connected to Lantern Cove since ")))
+        << status.toStdString();
+    EXPECT_TRUE(status.contains(QStringLiteral(", recording"))) << status.toStdString();
+    EXPECT_EQ(window.windowTitle(), title);
+    press(commandLine(), Qt::Key_F5);
+    EXPECT_TRUE(until([&] { return !session().isConnected(); }));
+    press(*window.connectionButton, Qt::Key_Space);
+    EXPECT_TRUE(until([&] { return session().isConnected(); }));
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Another game - Zantor"));
+}
+
 TEST_F(ZNTWindowPlay, AGameThatCannotBeReachedIsTold)
 {
     fill(*window.ipAddress, "127.0.0.1");

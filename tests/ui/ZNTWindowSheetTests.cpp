@@ -1,3 +1,4 @@
+#include "ZNTPreferencesController.h"
 #include "ZNTWindowFixture.h"
 
 #include <QCheckBox>
@@ -62,6 +63,15 @@ TEST_F(ZNTWindowSheets, ATriggerIsEditedInTableAndPaneAndFiresOnceReloaded)
     EXPECT_TRUE(outputHas("You say: pong two"));
     EXPECT_FALSE(output().contains(QStringLiteral("pong one")));
 
+    // The pane shows what it would save: a cell edited beside it, and after a removal another trigger.
+    editCell(table, 0, columnHeaded(table, "Command"), "wave");
+    EXPECT_EQ(pane.toPlainText(), QStringLiteral("ping (\\w+)~\nwave"));
+    press(find<QPushButton>(preferences, "addTriggerButton"), Qt::Key_Space);
+    table.selectRow(0);
+    press(find<QPushButton>(preferences, "removeTriggerButton"), Qt::Key_Space);
+    ASSERT_EQ(table.model()->rowCount(), 1);
+    EXPECT_EQ(pane.toPlainText(), QStringLiteral("A %1 kicks you hard!~\nkick %1"));
+
     press(preferences, Qt::Key_Escape);
     EXPECT_FALSE(preferences.isVisible());
 }
@@ -91,13 +101,24 @@ TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
     sound.setCheckState(Qt::PartiallyChecked);
     EXPECT_FALSE(session()._isMspOnOff());
 
-    find<QCheckBox>(preferences, "speechOnOffCheckBox").setChecked(true);
+    auto& speechOn = find<QCheckBox>(preferences, "speechOnOffCheckBox");
+    speechOn.setCheckState(Qt::PartiallyChecked);
+    EXPECT_EQ(session().speechOnOffBindingState(), 0);
+    speechOn.setChecked(true);
     EXPECT_EQ(session().speechOnOffBindingState(), 1);
+    EXPECT_TRUE(parts->menu.speechOnOff->isChecked());
     EXPECT_FALSE(session().zntSpeechSynth().isSpeachOn()); // true would mean off
-    find<QCheckBox>(preferences, "speechOnOffCheckBox").setChecked(false);
+    speechOn.setChecked(false);
     EXPECT_TRUE(session().zntSpeechSynth().isSpeachOn());
+    auto& interrupts = find<QCheckBox>(preferences, "speechInterruptCheckBox");
+    for (const bool on : {true, false}) {
+        interrupts.setChecked(on);
+        EXPECT_EQ(session().speechInterruptOnOffBindingState(), on ? 1 : 0);
+        EXPECT_EQ(parts->menu.speechInterruptOnOff->isChecked(), on);
+    }
     find<QCheckBox>(preferences, "muteCheckBox").setChecked(true);
     EXPECT_TRUE(sounds.isMuted());
+    EXPECT_TRUE(window.statusText->text().endsWith(QStringLiteral(", sounds muted")));
 
     tabs.setCurrentIndex(3);
     press(preferences, Qt::Key_Escape);
@@ -105,6 +126,21 @@ TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
     EXPECT_EQ(&waitForDialog("PreferencesView"), &preferences);
     EXPECT_EQ(tabs.currentIndex(), 0);
     EXPECT_TRUE(find<QCheckBox>(preferences, "muteCheckBox").isChecked());
+}
+
+TEST_F(ZNTWindowSheets, EachTabIsReachedByItsOwnAction)
+{
+    ZNTPreferencesController preferences(window, parts->controller);
+    const auto& tabs = find<QTabWidget>("tabView");
+    QStringList reached;
+    for (const auto select :
+         {&ZNTPreferencesController::selectProtocolTab, &ZNTPreferencesController::selectSpeechTab,
+          &ZNTPreferencesController::selectEncodingTab, &ZNTPreferencesController::selectMacroTab,
+          &ZNTPreferencesController::selectTriggerTab}) {
+        (preferences.*select)();
+        reached << QString::number(tabs.currentIndex()) + tabs.tabText(tabs.currentIndex());
+    }
+    EXPECT_EQ(reached.join(QLatin1Char(' ')).toStdString(), "4Protocols 3Speech 2Encoding 1Macros 0Triggers");
 }
 
 TEST_F(ZNTWindowSheets, CompressionMarkedBeforeAConnectionTakesTheFirstBlockForCompressed)
@@ -148,7 +184,7 @@ TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)
 
     press(find<QPushButton>(sheet, "addButton"), Qt::Key_Space);
     EXPECT_EQ(table.model()->index(shipped, 0).data().toString(), QStringLiteral("New Row"));
-    editCell(table, shipped, columnHeaded(table, "Port"), "4711");
+    editCell(table, shipped, columnHeaded(table, "Port"), "x47-1y1", "4711");
     table.setFocus();
     press(table, Qt::Key_Return); // the default button
     EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
