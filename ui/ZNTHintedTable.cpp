@@ -25,12 +25,6 @@ void ZNTHintedTable::setEmptyHint(const QString& words)
     Q_EMIT emptyHintChanged(hint);
 }
 
-void ZNTHintedTable::setComfortableRows(int rows)
-{
-    rowsWanted = rows;
-    updateGeometry();
-}
-
 void ZNTHintedTable::setModel(QAbstractItemModel* newModel)
 {
     if (model())
@@ -75,7 +69,8 @@ QSize ZNTHintedTable::sizeHint() const
     int width = verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
     for (int column = 0; model() && column < model()->columnCount(); ++column)
         width += std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column));
-    return {std::max(width, fontMetrics().averageCharWidth() * comfortableColumns), heightOfRows(rowsWanted)};
+    return {std::max(width, fontMetrics().averageCharWidth() * comfortableColumns),
+            minimumSizeHint().height()};
 }
 
 bool ZNTHintedTable::event(QEvent* event)
@@ -84,6 +79,11 @@ bool ZNTHintedTable::event(QEvent* event)
     if (event->type() == QEvent::Polish || event->type() == QEvent::FontChange)
         QMetaObject::invokeMethod(this, &ZNTHintedTable::keepHeadingsReadable, Qt::QueuedConnection);
     return QTableView::event(event);
+}
+
+int ZNTHintedTable::comfortableGrowth() const
+{
+    return std::max(0, heightOfRows(rowsWanted) - minimumSizeHint().height());
 }
 
 QSize ZNTHintedTable::minimumSizeHint() const

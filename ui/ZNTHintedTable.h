@@ -18,9 +18,11 @@ public:
     [[nodiscard]] QString emptyHint() const { return hint; }
     void setEmptyHint(const QString& words);
 
-    /// How many rows it asks to show at once; more of them scroll.
+    /// How many rows it shows at once where there is room; it asks the layout for fewer, and more scroll.
     [[nodiscard]] int comfortableRows() const { return rowsWanted; }
-    void setComfortableRows(int rows);
+    void setComfortableRows(int rows) { rowsWanted = rows; }
+    /// What it would take beyond what it asks for.
+    [[nodiscard]] int comfortableGrowth() const;
 
     void setModel(QAbstractItemModel* model) override;
     [[nodiscard]] QSize sizeHint() const override;

@@ -420,6 +420,11 @@ void ZNTMainWiring::refresh()
     const bool isConnected = now.connection == ZNTStatusFacts::Connection::Connected;
     if (!shownFacts || shownFacts->connection != now.connection) {
         enableActions(isConnected);
+        window.textFromServer->setEmptyHint(
+            now.connection == ZNTStatusFacts::Connection::None
+                ? text("What the game says stands here.\nPick a game with Ctrl+G and connect with F5,\n"
+                       "or press Ctrl+Shift+D for the demo game.")
+                : QString());
         window.setWindowTitle(isConnected ? QString(now.game + text(" - Zantor")) : text("Zantor"));
     }
     shownFacts = now;

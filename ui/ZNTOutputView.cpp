@@ -21,6 +21,7 @@ constexpr int margin = 6;              // pixels around the text
 constexpr int leastPaintInterval = 16; // milliseconds
 constexpr int countingSlice = 6;       // milliseconds of counting matches per turn
 constexpr QColor focusFrame(0x6C, 0xB4, 0xFF);
+constexpr QColor hintColour(0xA8, 0xAE, 0xB8);
 
 using Stretch = ZNTOutputPainter::Stretch;
 
@@ -87,8 +88,11 @@ ZNTOutputView::~ZNTOutputView() = default;
 void ZNTOutputView::append(const ZNTAttributedText& text)
 {
     const auto oldStart = store_.start();
+    const bool wasEmpty = isEmpty();
     store_.append(text);
     noteDropped(oldStart);
+    if (wasEmpty)
+        describeWhileEmpty();
     if (caretStaysAtEnd)
         anchor = caret_ = store_.end();
     scheduleRefresh();
@@ -122,6 +126,7 @@ void ZNTOutputView::clear()
     dragTimer.stop();
     finder.loseCurrent();
     announceRemoved(length);
+    describeWhileEmpty();
     setFollowing(true);
     if (hadSelection)
         Q_EMIT copyAvailable(false);
@@ -160,6 +165,20 @@ void ZNTOutputView::setReadableColours(bool readable)
 {
     painter.setReadableColours(readable);
     viewport()->update();
+}
+
+void ZNTOutputView::setEmptyHint(const QString& words)
+{
+    emptyHint = words;
+    describeWhileEmpty();
+    viewport()->update();
+}
+
+void ZNTOutputView::describeWhileEmpty()
+{
+    const QString words = isEmpty() ? emptyHint.simplified() : QString();
+    if (words != accessibleDescription())
+        setAccessibleDescription(words);
 }
 
 void ZNTOutputView::setMemoryLimit(std::size_t bytes)
@@ -329,6 +348,14 @@ void ZNTOutputView::paintEvent(QPaintEvent* event)
     sincePaint.restart();
     QPainter canvas(viewport());
     canvas.fillRect(event->rect(), Qt::black);
+    if (isEmpty() && !emptyHint.isEmpty()) {
+        QFont larger = font();
+        larger.setPointSizeF(larger.pointSizeF() * 1.25);
+        canvas.setFont(larger);
+        canvas.setPen(hintColour);
+        canvas.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                        Qt::AlignCenter | Qt::TextWordWrap, emptyHint);
+    }
     rows.update();
 
     std::vector<std::uint32_t> starts;

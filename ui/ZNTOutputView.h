@@ -57,6 +57,10 @@ public:
     /// Text in memory past this many bytes is dropped from the beginning. ZNTOutputStore has the default.
     void setMemoryLimit(std::size_t bytes);
 
+    /// What stands in the view, and describes it to a screen reader, while there is no text. It is no text of
+    /// the view's. Empty for none.
+    void setEmptyHint(const QString& words);
+
     [[nodiscard]] const ZNTOutputStore& store() const { return store_; }
     [[nodiscard]] bool followsEnd() const { return isFollowing; }
     /// Lines that arrived below while the player was reading further up.
@@ -140,6 +144,9 @@ private:
     /// Brings what points into the text inside it, after the oldest went.
     void noteDropped(Position oldStart);
 
+    [[nodiscard]] bool isEmpty() const { return store_.start() == store_.end(); }
+    void describeWhileEmpty();
+
     // Painting and scrolling
     void scheduleRefresh();
     void refresh();
@@ -188,6 +195,7 @@ private:
     ZNTOutputFind finder{store_};
     ZNTOutputPainter painter;
     QPushButton* mark;
+    QString emptyHint;
 
     ZNTRowPlace top;
     bool isFollowing = true;

@@ -1,6 +1,7 @@
 #include "ZNTWindowFit.h"
 
 #include "ZNTFlowLayout.h"
+#include "ZNTHintedTable.h"
 
 #include <QBoxLayout>
 #include <QDialog>
@@ -9,7 +10,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTableView>
 #include <QWidget>
 #include <algorithm>
 
@@ -19,7 +19,7 @@ namespace
 /// What the window's frame and a panel of the desktop may take.
 constexpr int roomAround = 40;
 /// What a table or a text to edit is given at least, in characters of the window's own font.
-constexpr int comfortableColumns = 100;
+constexpr int comfortableColumns = 112;
 constexpr int leastLinesOfText = 5;
 constexpr double smallestFont = 8;
 
@@ -91,16 +91,19 @@ void znt::fitToScreen(QWidget& window)
     const auto texts = window.findChildren<QPlainTextEdit*>();
     for (auto* text : texts)
         text->setMinimumHeight(text->fontMetrics().height() * leastLinesOfText);
-    const auto tables = window.findChildren<QTableView*>();
-    for (auto* table : tables)
-        table->updateGeometry(); // what their rows need has changed since they were asked
+    const auto tables = window.findChildren<ZNTHintedTable*>();
+    int rowsMore = 0;
+    for (auto* table : tables) {
+        table->updateGeometry(); // what their columns need has changed since they were asked
+        rowsMore = std::max(rowsMore, table->comfortableGrowth());
+    }
     QSize wanted = window.sizeHint() + askedTooLittle(window);
     if (!texts.isEmpty() || !tables.isEmpty())
         wanted.setWidth(
             std::max(wanted.width(), window.fontMetrics().averageCharWidth() * comfortableColumns));
     const QSize room = roomFor(window);
     wanted.setWidth(std::min(wanted.width(), room.width()));
-    wanted.rheight() += growthAt(wanted.width(), window);
+    wanted.rheight() += growthAt(wanted.width(), window) + rowsMore;
     window.resize(wanted.boundedTo(room));
     if (window.isVisible())
         moveOntoScreen(window);

@@ -250,6 +250,21 @@ TEST_F(ZNTWindowRoom, TheOutputHasTheEightyColumnsThatGamesAreMadeForOnASmallScr
     EXPECT_TRUE(until([&] { return window.textFromServer->columns() >= 80; }));
 }
 
+TEST_F(ZNTWindowRoom, AnEmptyOutputSaysHowToBeginAndHoldsNoText)
+{
+    ZNTOutputView& view = *window.textFromServer;
+    EXPECT_TRUE(view.accessibleDescription().contains(QStringLiteral("Pick a game with Ctrl+G")));
+    EXPECT_EQ(output(), QString());
+    playDemo();
+    EXPECT_EQ(view.accessibleDescription(), QString());
+    view.clear();
+    EXPECT_EQ(view.accessibleDescription(), QString()); // the game goes on
+    parts->menu.connectToServer->trigger();
+    EXPECT_TRUE(until([&] { return session().state() == ZNTSessionState::Idle; }));
+    view.clear();
+    EXPECT_TRUE(view.accessibleDescription().contains(QStringLiteral("Pick a game")));
+}
+
 TEST_F(ZNTWindowRoom, AnEmptyListSaysWhyItIsEmpty)
 {
     ZNTHintedTable& macros = *window.macroTable;
