@@ -1,6 +1,7 @@
 #include "ZNTCommandLine.h"
 
 #include <QKeyEvent>
+#include <QRegularExpression>
 
 namespace
 {
@@ -59,7 +60,7 @@ void ZNTCommandLine::keyPressEvent(QKeyEvent* event)
     switch (plain ? event->key() : 0) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        call(whenReturnPressed);
+        sendLines();
         return;
     case Qt::Key_Up:
         call(whenUpPressed);
@@ -75,4 +76,21 @@ void ZNTCommandLine::keyPressEvent(QKeyEvent* event)
     default:
         QLineEdit::keyPressEvent(event);
     }
+}
+
+void ZNTCommandLine::sendLines()
+{
+    static const QRegularExpression lineEnd(QStringLiteral("\r\n?|\n|\u2028|\u2029"));
+    const QStringList lines = text().split(lineEnd);
+    const qsizetype last = lines.size() - 1;
+    for (qsizetype line = 0; line < last; ++line) {
+        setText(lines[line]);
+        call(whenReturnPressed);
+    }
+    // What ends with a line end, as whole lines from elsewhere do, has no further line behind it.
+    if (last > 0 && lines[last].isEmpty())
+        return;
+    if (last > 0)
+        setText(lines[last]);
+    call(whenReturnPressed);
 }

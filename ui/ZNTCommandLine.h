@@ -12,6 +12,7 @@ class ZNTCommandLine final : public QLineEdit
 public:
     explicit ZNTCommandLine(QWidget* parent = nullptr);
 
+    /// Called once for each line where several were pasted, with that line as the text.
     std::function<void()> whenReturnPressed;
     std::function<void()> whenUpPressed;
     std::function<void()> whenDownPressed;
@@ -28,5 +29,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void sendLines();
+
     QPointer<QWidget> heir;
 };

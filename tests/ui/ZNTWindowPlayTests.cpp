@@ -2,6 +2,7 @@
 #include "ZNTWindowFixture.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFontDialog>
 #include <QKeyEvent>
@@ -96,6 +97,16 @@ TEST_F(ZNTWindowPlay, TheWindowsKeysWorkOnTheCommandLine)
     EXPECT_FALSE(window.textFromServer->followsEnd());
     press(commandLine(), Qt::Key_End, Qt::ControlModifier);
     EXPECT_TRUE(window.textFromServer->followsEnd());
+
+    QApplication::clipboard()->setText(QStringLiteral("say one\nsay two\r\nsay three\n"));
+    press(commandLine(), Qt::Key_V, Qt::ControlModifier);
+    press(commandLine(), Qt::Key_Return);
+    EXPECT_TRUE(outputHas("You say: three"));
+    EXPECT_TRUE(gameIsReady());
+    for (const char* line : {"say one\n", "say two\n", "say three\n", "You say: one", "You say: two"})
+        EXPECT_TRUE(outputHas(line)) << line;
+    EXPECT_EQ(commandLineText(), QString());
+    EXPECT_EQ(session().lastCommand(), u"say three");
 
     press(commandLine(), Qt::Key_E, Qt::ControlModifier);
     EXPECT_EQ(answerAlert().first, QStringLiteral("Macro does not exist."));
