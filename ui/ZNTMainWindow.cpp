@@ -12,12 +12,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpressionValidator>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QScrollArea>
@@ -270,7 +270,8 @@ QWidget* ZNTMainWindow::makeConnectionRow()
     mudName = named(new QLineEdit, "mudName");
     ipAddress = named(new QLineEdit, "ipAddress");
     port = named(new QLineEdit, "port");
-    port->setValidator(new QIntValidator(0, 65535, port));
+    // Never unacceptable, or Return would do nothing without a word; blanks come with what is pasted.
+    port->setValidator(new QRegularExpressionValidator(QRegularExpression(text("\\s*[0-9]{0,5}\\s*")), port));
     connectionButton = named(new ConnectionButton, "connectionButton");
     connectionButton->setText(text("&Connect"));
     connectionButton->setAccessibleName(text("Connect"));

@@ -149,6 +149,11 @@ TEST_F(ZNTWindowPlay, AGameThatCannotBeReachedIsTold)
                                           "address entered is unavailable."));
     EXPECT_EQ(session().state(), ZNTSessionState::Idle);
     EXPECT_TRUE(window.connectionButton->hasFocus());
+    // Return does what the button does, with any number: it is cut to the 16 bits of a port.
+    fill(*window.port, " 65537 ");
+    press(*window.port, Qt::Key_Return);
+    EXPECT_EQ(answerAlert().first, QStringLiteral("MUD Not Responding"));
+    EXPECT_EQ(window.port->text(), QStringLiteral(" 65537 "));
     // An empty host is no attempt at all.
     window.ipAddress->clear();
     press(*window.connectionButton, Qt::Key_Space);
