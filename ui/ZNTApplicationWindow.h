@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZNTAppearance.h"
+#include "ZNTButtonKeys.h"
 #include "ZNTMainMenu.h"
 #include "ZNTMainWindow.h"
 #include "ZNTMainWiring.h"
@@ -24,6 +25,7 @@ public:
 
     ZNTVandrelAppDelegate appDelegate;
     ZNTAppearance appearance;
+    ZNTButtonKeys buttonKeys;
     ZNTMainMenu menu;
     ZNTMudAppController controller;
     ZNTMainWiring wiring;

@@ -134,6 +134,8 @@ QString ZNTHelpWindow::keyboardMap() const
              "## In lists\n\n"
              "* Edit a cell: **F2**; set a mark: **Space**; leave the list: **Tab**\n"
              "* Run the selected macro: **Return**\n\n"
+             "## On buttons\n\n"
+             "* Press: **Space** or **Return**\n\n"
              "## In dialogs\n\n"
              "* Leave: **Escape**\n");
     return page;
