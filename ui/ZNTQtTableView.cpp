@@ -67,6 +67,8 @@ void ZNTQtTableView::furnish(QTableView& table, ZNTRowModel& model)
     table.setModel(&model);
     table.setItemDelegate(new CellEditors(&table));
     table.installEventFilter(new RowUnderFocus(&table));
+    // Typing looks for the row that begins so; it is not to overwrite the one that happens to be selected.
+    table.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     table.setSelectionBehavior(QAbstractItemView::SelectRows);
     table.setSelectionMode(QAbstractItemView::SingleSelection);
     table.setTabKeyNavigation(false);

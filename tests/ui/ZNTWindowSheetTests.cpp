@@ -163,6 +163,13 @@ TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)
     ASSERT_GT(shipped, 3);
     EXPECT_TRUE(table.hasFocus());
 
+    // Letters go to the game that begins so, and overwrite none.
+    const QString first = table.model()->index(0, 0).data().toString();
+    type(table, "disc");
+    EXPECT_TRUE(table.currentIndex().data().toString().startsWith(QStringLiteral("Disc")));
+    EXPECT_EQ(table.model()->index(0, 0).data().toString(), first);
+    EXPECT_TRUE(table.hasFocus());
+
     const int mark = columnHeaded(table, "Default");
     const auto isDefault = [&](int row) {
         return table.model()->index(row, mark).data(Qt::CheckStateRole) == Qt::Checked;
