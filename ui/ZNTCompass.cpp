@@ -29,6 +29,16 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return minimumSize(); }
 };
 
+/// In words, since speech leaves lone signs out.
+QString nameOf(Qt::Key key)
+{
+    if (key == Qt::Key_Plus)
+        return text("plus");
+    if (key == Qt::Key_Minus)
+        return text("minus");
+    return QKeySequence(key).toString();
+}
+
 } // namespace
 
 const ZNTDirectionNames& namesOf(ZNTDirection direction)
@@ -60,7 +70,7 @@ ZNTCompass::ZNTCompass(QWidget* parent) : QWidget(parent), centre(new QWidget(th
         auto* button = new DirectionButton(names.shortName, this);
         button->setObjectName(names.objectName);
         button->setAccessibleName(names.name);
-        const QString keypad = text("keypad ") + QKeySequence(names.keypadKey).toString();
+        const QString keypad = text("keypad ") + nameOf(names.keypadKey);
         button->setToolTip(names.name + text(" (") + keypad + text(")"));
         // Else the tool tip, which says the name again.
         button->setAccessibleDescription(keypad);

@@ -36,6 +36,9 @@ public:
     void showWindow()
     {
         controller.showWindow();
+        // A screen reader leaves a label of one word out when the sheet opens.
+        layout.macroNameTF->setAccessibleDescription(QStringLiteral("in the group ") +
+                                                     layout.macroGroupNameLabel->text());
         layout.macroNameTF->setFocus();
         layout.macroNameTF->selectAll();
     }

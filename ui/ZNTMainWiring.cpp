@@ -100,6 +100,10 @@ void ZNTMainWiring::wireConnection()
             if (session.state() == ZNTSessionState::Idle)
                 menu.connectToServer->trigger();
         });
+    // What a newcomer hears first.
+    window.ipAddress->setAccessibleDescription(menu.showZNTMudListController->shortcut().toString() +
+                                               text(" lists games, ") + menu.playDemo->shortcut().toString() +
+                                               text(" plays the demo game"));
     whenTriggered(menu.showZNTMudListController, [this] { controller.showZNTMudListController(); });
     whenTriggered(menu.showPreferencesView, [this] { controller.showPreferencesView(); });
     whenTriggered(menu.newApp, [this] { controller.newApp(); });
@@ -140,6 +144,7 @@ void ZNTMainWiring::wirePlaying()
     whenTriggered(menu.startOrPauseRecording, [this] {
         session.startOrPauseRecording();
         refresh();
+        sayToListeners(facts().isRecording ? u"Recording" : u"Recording paused");
     });
     whenTriggered(menu.doneRecording, [this] {
         session.doneRecording();
@@ -420,6 +425,8 @@ void ZNTMainWiring::refresh()
     const bool isConnected = now.connection == ZNTStatusFacts::Connection::Connected;
     if (!shownFacts || shownFacts->connection != now.connection) {
         enableActions(isConnected);
+        if (shownFacts && shownFacts->connection == ZNTStatusFacts::Connection::Connected)
+            sayToListeners(u"Disconnected");
         window.textFromServer->setEmptyHint(
             now.connection == ZNTStatusFacts::Connection::None
                 ? text("What the game says stands here.\nPick a game with Ctrl+G and connect with F5,\n"
@@ -445,6 +452,12 @@ void ZNTMainWiring::enableActions(bool isConnected)
     for (QAction* action : menu.go)
         action->setEnabled(isConnected);
     menu.playDemo->setEnabled(session.state() == ZNTSessionState::Idle);
+}
+
+void ZNTMainWiring::sayToListeners(std::u16string_view news)
+{
+    if (session.speechOnOffBindingState() == 1)
+        session.zntSpeechSynth().speakNext(news);
 }
 
 void ZNTMainWiring::sayStatus()

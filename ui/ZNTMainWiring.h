@@ -6,6 +6,7 @@
 #include "ZNTStatusWords.h"
 
 #include <memory>
+#include <string_view>
 #include <optional>
 
 class ZNTAppearance;
@@ -47,6 +48,8 @@ private:
     void connectOrDisconnect();
     void chooseFont();
     void zoomControls(double points);
+    /// What the status line shows to those who look.
+    void sayToListeners(std::u16string_view news);
     void sayStatus();
     void enableActions(bool isConnected);
     [[nodiscard]] ZNTStatusFacts facts() const;

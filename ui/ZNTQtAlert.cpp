@@ -36,9 +36,8 @@ QMessageBox* ZNTQtAlert::newBox(std::u16string_view title, std::u16string_view t
     box->setWindowTitle(znt::qtText(title));
     box->setText(znt::qtText(title));
     box->setInformativeText(znt::qtText(text));
-    // A screen reader says a dialog's name and description when it opens.
+    // A screen reader says a dialog's name when it opens, and then its texts.
     box->setAccessibleName(znt::qtText(title));
-    box->setAccessibleDescription(znt::qtText(text));
 
     QWidget* focused = QApplication::focusWidget();
     QObject::connect(box, &QDialog::finished, box,

@@ -16,12 +16,11 @@ void ZNTQtComboBox::setSource(ZNTComboSource newSource)
 void ZNTQtComboBox::addBox(QComboBox* box)
 {
     box->setEditable(true);
-    // The line within, and the list when it is open, are what a screen reader finds in the focus.
-    box->lineEdit()->setAccessibleName(box->accessibleName());
     box->view()->setAccessibleName(box->accessibleName());
-    // An editable box does not show its own, and a screen reader reads descriptions.
-    box->lineEdit()->setPlaceholderText(box->placeholderText());
-    box->lineEdit()->setAccessibleDescription(box->placeholderText());
+    // The label says what the box is for. As its name, and its line's, Qt gives what it holds, and this while
+    // it holds nothing.
+    box->setAccessibleName(QStringLiteral("none"));
+    box->lineEdit()->setAccessibleName(box->accessibleName());
     box->setInsertPolicy(QComboBox::NoInsert);
     // Groups that differ in case alone are different groups, so completion must not turn one into another.
     box->setCompleter(nullptr);

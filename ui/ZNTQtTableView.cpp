@@ -1,5 +1,8 @@
 #include "ZNTQtTableView.h"
 
+#include "ZNTFocusFirst.h"
+
+#include <QAccessible>
 #include <QFocusEvent>
 #include <QHeaderView>
 #include <QIntValidator>
@@ -19,8 +22,11 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         if (event->type() == QEvent::FocusIn &&
-            static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason)
+            static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason) {
             selectRow();
+            // Qt tells a reader of the table afterwards, and the reader then says nothing of the row.
+            QMetaObject::invokeMethod(this, &RowUnderFocus::tellOfCell, Qt::QueuedConnection);
+        }
         return QObject::eventFilter(watched, event);
     }
 
@@ -31,6 +37,19 @@ private:
             return;
         const QModelIndex current = table->currentIndex();
         table->selectRow(current.isValid() ? current.row() : 0);
+    }
+
+    void tellOfCell()
+    {
+        const QModelIndex current = table->currentIndex();
+        auto* accessible = QAccessible::isActive() && table->hasFocus() && current.isValid()
+                               ? QAccessible::queryAccessibleInterface(table)
+                               : nullptr;
+        auto* cells = accessible ? accessible->tableInterface() : nullptr;
+        if (auto* cell = cells ? cells->cellAt(current.row(), current.column()) : nullptr) {
+            QAccessibleEvent focus(cell, QAccessible::Focus);
+            QAccessible::updateAccessibility(&focus);
+        }
     }
 
     QTableView* table;
@@ -52,6 +71,12 @@ public:
         if (auto* field = qobject_cast<QLineEdit*>(editor); field && column.kind == ZNTColumn::Kind::Number)
             field->setValidator(new QIntValidator(0, column.largestNumber, field));
         return editor;
+    }
+
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override
+    {
+        const ZNTQuietCaret untilItHasTheFocus;
+        QStyledItemDelegate::setEditorData(editor, index);
     }
 };
 

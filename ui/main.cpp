@@ -2,6 +2,7 @@
 #include "ZNTApplicationWindow.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDesktopScreenReader.h"
+#include "ZNTFocusFirst.h"
 #include "ZNTMixerSounds.h"
 #include "ZNTQtAlert.h"
 #include "ZNTSpeechDispatcher.h"
@@ -42,6 +43,7 @@ int main(int count, char** arguments)
     Q_INIT_RESOURCE(zantor);
     prepareApplication();
     const ZNTFocusRing focusRing;
+    const ZNTFocusFirst focusFirst;
 
     QtRunLoop runLoop;
     ZNTSystemClock clock;

@@ -94,6 +94,12 @@ def action_key(element):
         return ""
 
 
+def window_of(element):
+    while element.get_role() not in WINDOWS:
+        element = element.get_parent()
+    return element
+
+
 @dataclasses.dataclass(frozen=True)
 class Stop:
     """What Tab goes to as one thing."""
@@ -121,8 +127,10 @@ class AccessibleProgram:
     def __init__(self, command):
         Atspi.set_timeout(int(LIMIT * 1000), int(LIMIT * 1000))
         self.focused = None
+        self.early_carets = []
         self.listener = Atspi.EventListener.new(self._heard)
         self.listener.register("object:state-changed:focused")
+        self.listener.register("object:text-caret-moved")
         self.process = subprocess.Popen(command)
         self.application = wait_for(self._find, "the program on the accessibility bus")
 
@@ -132,10 +140,22 @@ class AccessibleProgram:
 
     def _heard(self, event):
         try:
-            if event.detail1 == 1 and event.source.get_process_id() == self.process.pid:
+            if event.source.get_process_id() != self.process.pid:
+                return
+            if event.type == "object:text-caret-moved":
+                if self._is_too_early(event.source):
+                    self.early_carets.append(describe(event.source))
+            elif event.detail1 == 1:
                 self.focused = event.source
         except GLib.Error:
             pass
+
+    def _is_too_early(self, field):
+        """Whether a field tells of its caret while the focus is known to be elsewhere in its window."""
+        if self.focused is None or not has(field, State.FOCUSED) or window_of(field).path != window_of(self.focused).path:
+            return False
+        parent = field.get_parent()  # the line of a box is not told of itself
+        return self.focused.path not in (field.path, parent.path if parent.get_role() == Role.COMBO_BOX else "")
 
     def _find(self):
         desktop = Atspi.get_desktop(0)
@@ -159,9 +179,9 @@ class AccessibleProgram:
         wait_for(lambda: self.focus_is_in(window), f"the focus in {title!r}")
         return window
 
-    def wait_for_role(self, role):
-        """Until something of that role has the focus."""
-        return wait_for(lambda: self.focused.get_role() == role and self.focused, f"the focus on a {role.value_nick}")
+    def wait_for_role(self, *roles):
+        """Until something of such a role has the focus."""
+        return wait_for(lambda: self.focused.get_role() in roles and self.focused, f"the focus on a {roles[0].value_nick}")
 
     def wait_until_gone(self, title):
         wait_for(lambda: self.window(title) is None, f"{title!r} to close")
