@@ -1,5 +1,7 @@
 #include "ZNTMainMenu.h"
 
+#include "ZNTWindowFit.h"
+
 #include <QAction>
 #include <QKeySequence>
 #include <QMainWindow>
@@ -87,6 +89,8 @@ ZNTMainMenu::ZNTMainMenu(QMainWindow& window) : window(window), colours(&window)
     makeSpeechMenu();
     makeViewMenu();
     makeHelpMenu();
+    for (QMenu* menu : window.menuBar()->findChildren<QMenu*>())
+        QObject::connect(menu, &QMenu::aboutToShow, menu, [menu] { znt::shrinkFontToScreen(*menu); });
 }
 
 QMenu* ZNTMainMenu::addMenu(const char* title)

@@ -121,6 +121,9 @@ int ZNTStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidge
 {
     if (hint == SH_FocusFrame_AboveWidget)
         return 1;
+    // One column that scrolls, where Fusion puts what has no room into a second one beyond the screen.
+    if (hint == SH_Menu_Scrollable)
+        return 1;
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, returned);

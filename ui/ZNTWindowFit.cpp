@@ -3,8 +3,10 @@
 #include "ZNTFlowLayout.h"
 #include "ZNTHintedTable.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QDialog>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -21,7 +23,8 @@ constexpr int roomAround = 40;
 /// What a table or a text to edit is given at least, in characters of the window's own font.
 constexpr int comfortableColumns = 112;
 constexpr int leastLinesOfText = 5;
-constexpr double smallestFont = 8;
+/// How far and in which steps a font may shrink, as shares of what it was.
+constexpr double smallestShare = 0.3, smallestStep = 0.03;
 
 QSize roomFor(const QWidget& window)
 {
@@ -53,6 +56,20 @@ int growthAt(int width, const QWidget& window)
                                                              : content->sizeHint().height());
     }
     return std::max(0, grown - asked);
+}
+
+template <typename Question>
+void shrinkFont(QWidget& widget, const Question& fits)
+{
+    widget.ensurePolished();
+    QFont font = widget.font();
+    const double step = font.pointSizeF() * smallestStep;
+    const double smallest = font.pointSizeF() * smallestShare;
+    while (!fits() && font.pointSizeF() > smallest) {
+        font.setPointSizeF(font.pointSizeF() - step);
+        widget.setFont(font);
+        widget.ensurePolished();
+    }
 }
 
 void moveOntoScreen(QWidget& window)
@@ -135,17 +152,17 @@ void znt::scrollIntoSight(QScrollArea& area, const QWidget& widget)
 void znt::shrinkFontToScreen(QDialog& dialog)
 {
     const QSize room = roomFor(dialog);
-    QFont font = dialog.font();
-    const auto fits = [&] {
-        const QSize least = dialog.minimumSizeHint();
-        return least.width() <= room.width() && least.height() <= room.height();
-    };
-    dialog.ensurePolished();
-    while (!fits() && font.pointSizeF() > smallestFont) {
-        font.setPointSizeF(font.pointSizeF() - 1);
-        dialog.setFont(font);
-        dialog.ensurePolished();
+    shrinkFont(dialog, [&] {
         if (dialog.layout())
             dialog.layout()->invalidate();
-    }
+        const QSize least = dialog.minimumSizeHint();
+        return least.width() <= room.width() && least.height() <= room.height();
+    });
+}
+
+void znt::shrinkFontToScreen(QMenu& menu)
+{
+    menu.setFont(QApplication::font(&menu)); // larger again where there is room again
+    const int room = menu.screen()->availableSize().width();
+    shrinkFont(menu, [&] { return menu.sizeHint().width() <= room; });
 }

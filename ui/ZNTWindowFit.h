@@ -1,6 +1,7 @@
 #pragma once
 
 class QDialog;
+class QMenu;
 class QScrollArea;
 class QWidget;
 
@@ -20,5 +21,9 @@ void scrollIntoSight(QScrollArea& area, const QWidget& widget);
 
 /// Takes smaller characters for `dialog`, whose content cannot scroll, until it fits on its screen.
 void shrinkFontToScreen(QDialog& dialog);
+
+/// Takes smaller characters for `menu`, which can scroll up and down alone, until it is no wider than its
+/// screen. To be called before it shows.
+void shrinkFontToScreen(QMenu& menu);
 
 } // namespace znt

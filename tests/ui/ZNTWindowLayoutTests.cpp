@@ -8,6 +8,8 @@
 #include <QFocusFrame>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -180,6 +182,21 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheWindow)
         SCOPED_TRACE(points);
         window.textFromServer->setPointSize(points);
         expectNothingCut(window);
+    }
+}
+
+TEST_P(ZNTWindowLayout, MenusFitOnTheScreen)
+{
+    const QRect screen = window.screen()->geometry();
+    const auto menus = window.menuBar()->findChildren<QMenu*>();
+    ASSERT_GE(menus.size(), parts->menu.menus().size());
+    for (QMenu* menu : menus) {
+        SCOPED_TRACE(menu->title().toStdString());
+        menu->popup(screen.topLeft());
+        ASSERT_TRUE(until([menu] { return menu->isVisible(); }));
+        EXPECT_TRUE(screen.contains(menu->geometry()));
+        EXPECT_GE(menu->width(), menu->sizeHint().width()); // what is too high scrolls
+        menu->close();
     }
 }
 
