@@ -14,8 +14,6 @@
 #include "ZNTWindowFit.h"
 
 #include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
 #include <QDialog>
 #include <QFontDialog>
 #include <QKeyEvent>

@@ -204,6 +204,30 @@ TEST_F(Session, PlaysInTheChineseEncodings)
     EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Ascii);
 }
 
+TEST_F(Session, StartsWithTheGameThatIsTheDefault)
+{
+    for (const auto* name : {u"B, the last by name", u"A"}) {
+        ZNTMudList mud;
+        mud.name = name;
+        mud.telnetURL = u"mud.example";
+        mud.port = 40000;
+        database.addNewRowMudList(mud);
+        mud.defaultConnection = true;
+        database.updateMudListObject(mud);
+    }
+    ZNTMudList hidden;
+    hidden.name = u"C";
+    database.addNewRowMudList(hidden);
+    hidden.defaultConnection = true;
+    database.updateMudListObject(hidden);
+    database.hideZNTMudListValueFromUser(u"ZNTMudList", hidden.oid);
+    session();
+    EXPECT_EQ(mudName.text(), u"B, the last by name");
+    EXPECT_EQ(host.text(), u"mud.example");
+    EXPECT_EQ(port.text(), u"40000");
+    EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+}
+
 TEST_F(Session, AButtonPressConnectsAndTheSameButtonDisconnects)
 {
     session();

@@ -17,6 +17,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -117,6 +118,16 @@ protected:
         EXPECT_TRUE(
             until([] { return dialog("alert") == nullptr && QApplication::activeWindow() != nullptr; }));
         return said;
+    }
+    /// Titles of its buttons: "OK (default), Cancel".
+    QString buttonsOfAlert()
+    {
+        const auto& box = static_cast<QMessageBox&>(waitForDialog("alert"));
+        QStringList titles;
+        for (auto* button : box.findChildren<QPushButton*>())
+            titles << button->text().remove(QLatin1Char('&')) +
+                          QLatin1String(button == box.defaultButton() ? " (default)" : "");
+        return titles.join(QStringLiteral(", "));
     }
     static std::pair<QString, QString> words(const char* title, const char* text)
     {

@@ -27,6 +27,7 @@ void typeOnKeypad(QWidget& widget, Qt::Key digit)
 
 TEST_F(ZNTWindowPlay, AGameIsPlayedWithTheKeyboardAlone)
 {
+    EXPECT_TRUE(window.ipAddress->hasFocus());
     EXPECT_FALSE(commandLine().isEnabled());
     EXPECT_EQ(find<QLabel>("statusText").text(), QStringLiteral("Not connected, speech off"));
     playDemo();
@@ -271,6 +272,7 @@ TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
     press(find<QPushButton>("removeMacro"), Qt::Key_Space);
     EXPECT_TRUE(names().isEmpty());
     press(find<QPushButton>("deleteMacroGroup"), Qt::Key_Space);
+    EXPECT_EQ(buttonsOfAlert(), QStringLiteral("OK (default), Cancel"));
     EXPECT_EQ(answerAlert(Qt::Key_Escape),
               words("Delete Macro.", "Are you sure you want to delete this macro?."));
     EXPECT_EQ(groups.count(), 1);
