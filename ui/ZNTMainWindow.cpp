@@ -324,7 +324,9 @@ QWidget* ZNTMainWindow::makeSidePanel()
 {
     auto* parts = new QWidget;
     auto* column = new QVBoxLayout(parts);
-    column->setContentsMargins(0, 0, 0, 0);
+    // The panel scrolls, which would cut the focus ring off around what reaches its edges.
+    const int ring = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this);
+    column->setContentsMargins(ring, 0, ring, ring);
     column->setSpacing(gap);
     const auto pairs = [column](std::initializer_list<QPushButton*> buttons) {
         auto* row = new QWidget;
