@@ -76,10 +76,8 @@ void ZNTServerConnectController::awakeFromNib()
     enableAlmostAllWidgets(false);
     screen.ipAddress->takeFocus();
     fillFromDefaultMud();
-    if (services.screenReader.isRunning()) {
-        zntSpeechSynth_.speechOn();
-        speechOnOffBindingState_ = speechInterruptOnOffBindingState_ = 1;
-    }
+    if (services.screenReader.isRunning())
+        speakForScreenReader();
     changed();
 }
 
@@ -524,6 +522,13 @@ void ZNTServerConnectController::interruptSpeech(double pause)
     if (pause > 0 && (!pausesLeft || (*pausesLeft)-- > 0))
         platform.clock.sleepFor(pause);
     zntSpeechSynth_.speechOn();
+}
+
+void ZNTServerConnectController::speakForScreenReader()
+{
+    zntSpeechSynth_.speechOn();
+    speechOnOffBindingState_ = speechInterruptOnOffBindingState_ = 1;
+    changed();
 }
 
 void ZNTServerConnectController::shortcutKeySpeechOnAndOff()

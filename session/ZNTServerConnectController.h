@@ -134,6 +134,9 @@ public:
     void reloadTriggers();
 
     // Speech
+    /// Turns speech on, and its interruption, as `awakeFromNib` does where a screen reader runs; for a front
+    /// end that finds only afterwards that one was running.
+    void speakForScreenReader();
     void shortcutKeySpeechOnAndOff();
     void textToSpeechOnAndOff();
     void replayLastText();

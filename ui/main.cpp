@@ -11,9 +11,13 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QTimer>
+#include <chrono>
 
 namespace
 {
+
+constexpr std::chrono::seconds longestStart{10};
 
 void prepareApplication()
 {
@@ -23,6 +27,18 @@ void prepareApplication()
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Zantor"));
     QGuiApplication::setDesktopFileName(QStringLiteral("zantor"));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/zantor.png")));
+}
+
+/// Turns speech on also for a reader that the desktop does not know of, one started by hand: that it listens
+/// is known only when the accessibility bus has answered. Later the player's own switch counts.
+void speakForReaderFoundWhileStarting(ZNTDesktopScreenReader& reader, ZNTServerConnectController& session)
+{
+    auto* starting = new QObject(&reader);
+    QTimer::singleShot(longestStart, starting, &QObject::deleteLater);
+    QObject::connect(&reader, &ZNTDesktopScreenReader::runningChanged, starting, [&session](bool isRunning) {
+        if (isRunning)
+            session.speakForScreenReader();
+    });
 }
 
 } // namespace
@@ -61,6 +77,7 @@ int main(int count, char** arguments)
     alert.setMainWindow(&window);
     screenReader.setWindow(&window);
     ZNTApplicationWindow parts(window, {platform, database, sounds, speech, screenReader});
+    speakForReaderFoundWhileStarting(screenReader, parts.controller.serverConnectController());
     window.show();
     window.activateWindow();
     parts.appDelegate.applicationDidFinishLaunching();

@@ -429,3 +429,15 @@ TEST_F(Session, SpeechIsOnFromTheStartWhereAScreenReaderRuns)
     EXPECT_EQ(session().speechInterruptOnOffBindingState(), 1);
     EXPECT_FALSE(session().zntSpeechSynth().isSpeachOn()) << "which means that it is on";
 }
+
+TEST_F(Session, SpeechGoesOnForAScreenReaderThatIsFoundLate)
+{
+    EXPECT_EQ(session().speechOnOffBindingState(), 0);
+    int changes = 0;
+    whenSessionChanges = [&] { ++changes; };
+    session().speakForScreenReader();
+    EXPECT_EQ(session().speechOnOffBindingState(), 1);
+    EXPECT_EQ(session().speechInterruptOnOffBindingState(), 1);
+    EXPECT_FALSE(session().zntSpeechSynth().isSpeachOn());
+    EXPECT_EQ(changes, 1);
+}
