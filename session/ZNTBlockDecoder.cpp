@@ -2,6 +2,7 @@
 
 #include "ZNTText.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>

@@ -120,6 +120,7 @@ void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const st
                                                           std::uint16_t)
 {
     services.sounds.setGameIsLocal(!znt::isPublicAddress(host));
+    farewellTimer.reset(); // what is held back from before shows with this game's first words
     mccp2.startStream();
     screen.myProgressIndicator->stopAnimation();
     screen.connectionButton->setTitle(u"Disconnect");
@@ -256,6 +257,7 @@ void ZNTServerConnectController::timeUp()
 void ZNTServerConnectController::processMessage(std::optional<std::u16string_view> text)
 {
     if (!text) {
+        isGoAhead_ = readTimeout_ = false;
         ZNTAttributedText notice;
         notice.text = u"Data not readable!";
         screen.textFromServer->append(notice);
@@ -263,8 +265,8 @@ void ZNTServerConnectController::processMessage(std::optional<std::u16string_vie
     }
     _zntParserUtility.processServerCommands(*text);
 
-    const bool isFlood = !releasesHeldBackText(*text) && !readTimeout_;
-    if (isFlood) {
+    const bool isHeldBack = !releasesHeldBackText(*text) && !readTimeout_;
+    if (isHeldBack) {
         mudServerTextSentBuffer.add(*text);
         if (mudServerTextSentBuffer.size() <= mostHeldBack)
             return;
@@ -277,7 +279,7 @@ void ZNTServerConnectController::processMessage(std::optional<std::u16string_vie
     pausesLeft.reset();
     if (!result.empty())
         show(result, isGagged);
-    if (isFlood)
+    if (isHeldBack) // a flood: what comes next will need as much room
         mudServerTextSentBuffer.reuse(std::move(result.text));
 }
 

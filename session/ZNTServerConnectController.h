@@ -83,9 +83,8 @@ public:
     void connectToServer();
 
     // Sending
-    /// The one way out for a line (no line end). With `ignoreSpecials` false a line that starts with "~",
-    /// "!",
-    /// "#" or "@" is carried out instead. Echoes the line, also when there is no connection.
+    /// The one way out for a line (no line end). With `ignoreSpecials` false a line that starts with one of
+    /// "~", "!", "#" and "@" is carried out instead. Echoes the line, also when there is no connection.
     void sendMessageToServer(std::u16string_view line, bool ignoreSpecials) override;
     /// Return on the command line.
     void sendTextToServer();
@@ -252,7 +251,7 @@ private:
     ZNTTriggerList triggers;
     ZNTInflater mccp2;
     ZNTLogger _zntLogger;
-    /// Shows what a server said just before it closed.
+    /// Shows what a server said just before it closed, unless the next connection stands first.
     std::unique_ptr<RunLoopTimer> farewellTimer;
     std::unique_ptr<AsyncSocket> mudServer; ///< made anew at each connect
 };

@@ -76,6 +76,45 @@ TEST_F(Session, ShowsAnEndlessFloodBeforeItFillsTheMemory)
     EXPECT_EQ(shown().substr(flood), u"calm");
 }
 
+TEST_F(Session, FlushesOnDemandAndSaysWhereNoDecodingMadeAText)
+{
+    connect();
+    receive("held " + telnet({255, 239}));
+    session().timeUp();
+    EXPECT_EQ(shown(), u"held ");
+    EXPECT_FALSE(session().readTimeout());
+
+    receive("back" + telnet({255, 239}));
+    session().processMessage(std::nullopt);
+    EXPECT_EQ(shown(), u"held Data not readable!");
+    EXPECT_FALSE(session().isGoAhead() || session().readTimeout());
+    silence();
+    EXPECT_EQ(shown(), u"held Data not readable!back");
+}
+
+TEST_F(Session, AGaggedChunkIsAnsweredShownAndLoggedButNotSpoken)
+{
+    ZNTTrigger trigger;
+    trigger.name = u"rats";
+    trigger.check = u"a rat";
+    trigger.action = u"kill rat";
+    trigger.gag = trigger.active = true;
+    database.insertTrigger(trigger);
+    connect();
+    session().setSpeechOnOffBindingState(1);
+    session().textToSpeechOnAndOff();
+    receive("You see a rat." + goAhead);
+    receive("It squeaks." + goAhead);
+    EXPECT_EQ(server.received(), "kill rat\r\n");
+    EXPECT_EQ(shown(), u"kill rat\rYou see a rat.It squeaks.") << "the answer goes out before the text shows";
+    EXPECT_EQ(logged(), "kill rat\r\x1b[1;36mkill rat\rYou see a rat.It squeaks.");
+    machine.loop.runUntil([this] {
+        machine.loop.advance(0.5);
+        return speech.spoken.size() >= 2;
+    });
+    EXPECT_EQ(speech.spoken, (std::vector<std::u16string>{u"kill rat", u"It squeaks."}));
+}
+
 TEST_F(Session, AnswersTelnetBeforeAnythingIsShownAndInOrder)
 {
     connect();
@@ -133,6 +172,23 @@ TEST_F(Session, ReadsNoFurtherOffersWhileTheServerTakesNoAnswers)
     ASSERT_TRUE(machine.loop.runUntil([this] { return shown().ends_with(u"Welcome."); }));
     const auto nearlyAll = offers.size() / 100 * 99; // a block's end cuts some in two
     EXPECT_TRUE(machine.loop.runUntil([&] { return server.received().size() > nearlyAll; }));
+}
+
+TEST_F(Session, AServerThatTakesNoAnswersLosesTheConnection)
+{
+    server.makeReceiveBufferSmall();
+    connect();
+    server.stopReading();
+    std::string offers;
+    for (int count = 0; count < 10'000'000; ++count)
+        offers += "\xFF\xFB\x03";
+    server.send(offers);
+    machine.loop.runUntil([passed = 0]() mutable { return ++passed > 200; });
+    EXPECT_TRUE(session().isConnected());
+    machine.loop.advance(0.2);
+    EXPECT_FALSE(session().isConnected());
+    EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::Broken);
+    EXPECT_EQ(machine.alert.shown, std::vector{mudNotResponding});
 }
 
 TEST_F(Session, MayConnectAgainFromInsideWhatItTells)
@@ -287,6 +343,21 @@ TEST_F(Session, EveryEndingButThePlayersShowsTheAlert)
     ASSERT_TRUE(machine.loop.runUntil([this] { return session().state() == ZNTSessionState::Idle; }));
     EXPECT_EQ(machine.alert.shown, (std::vector{mudNotResponding, mudNotResponding, mudNotResponding}));
     EXPECT_FALSE(spinner.isAnimating);
+}
+
+TEST_F(Session, WhatAServerSaidLastWaitsForTheNextConnectionWhereThatComesFirst)
+{
+    connect();
+    receive("So long. ");
+    server.closeWhenSent();
+    ASSERT_TRUE(machine.loop.runUntil([this] { return !session().isConnected(); }));
+    machine.loop.advance(0.3);
+    connect();
+    receive("Welcome");
+    machine.loop.advance(0.3);
+    EXPECT_EQ(shown(), u"") << "half a second after the farewell is no silence of the new game";
+    machine.loop.advance(0.3);
+    EXPECT_EQ(shown(), u"So long.Welcome");
 }
 
 TEST_F(Session, CompressionStartsWithTheBlockAfterTheServersMark)

@@ -1,0 +1,126 @@
+#include "ZNTSessionFixture.h"
+
+#include <algorithm>
+
+using SessionControls = ZNTSessionFixture;
+
+namespace
+{
+
+ZNTMudList defaultGame(std::u16string name, std::int64_t port)
+{
+    ZNTMudList game;
+    game.telnetURL = name + u".example";
+    game.name = std::move(name);
+    game.port = port;
+    game.defaultConnection = true;
+    return game;
+}
+
+const ZNTFont& fontOf(const ZNTAttributedText& piece)
+{
+    return std::get<ZNTFont>(piece.attributesAt(0)->font);
+}
+
+} // namespace
+
+TEST_F(SessionControls, TheFieldsStartWithTheDefaultGameTheLastOfSeveral)
+{
+    for (auto game : {defaultGame(u"Zeta", 4001), defaultGame(u"Alpha", 23)}) {
+        database.addNewRowMudList(game);
+        database.updateMudListObject(game); // a new entry is never the default
+    }
+    session();
+    EXPECT_EQ(mudName.text(), u"Zeta") << "the book is read by name";
+    EXPECT_EQ(host.text(), u"Zeta.example");
+    EXPECT_EQ(port.text(), u"4001");
+    EXPECT_EQ(host.timesFocused, 1);
+}
+
+TEST_F(SessionControls, APortIsCutToSixteenBits)
+{
+    host.setText(znt::textFromUtf8(server.host()));
+    port.setText(znt::decimalText(65536 + server.port()));
+    session().connectToServer();
+    EXPECT_TRUE(machine.loop.runUntil([this] { return session().isConnected(); }));
+}
+
+TEST_F(SessionControls, ANewFontIsForLaterTextAndAClearedViewIsEmpty)
+{
+    connect();
+    receive("before\xFF\xF9");
+    session().changeFont({u"Hack", 20});
+    receive("after\xFF\xF9");
+    EXPECT_EQ(fontOf(view.pieces.front()), (ZNTFont{u"Menlo", 12}));
+    EXPECT_EQ(fontOf(view.pieces.back()), (ZNTFont{u"Hack", 20}));
+    session().clearScreen();
+    EXPECT_EQ(shown(), u"");
+}
+
+TEST_F(SessionControls, TheSpeechSwitchesFollowTheStateOfTheirMenuItem)
+{
+    const auto isSilent = [this] { return session().zntSpeechSynth().isSpeachOn(); };
+    session().setSpeechOnOffBindingState(1);
+    session().textToSpeechOnAndOff();
+    EXPECT_FALSE(isSilent());
+    session().shortcutKeySpeechOnAndOff(); // the key is heard before the item changes its state
+    EXPECT_TRUE(isSilent());
+    session().setSpeechOnOffBindingState(0);
+    session().shortcutKeySpeechOnAndOff();
+    EXPECT_FALSE(isSilent());
+    session().textToSpeechOnAndOff();
+    EXPECT_TRUE(isSilent());
+}
+
+TEST_F(SessionControls, TheRecorderNotesTypedAndResentLinesAndOpensItsSheetWhenDone)
+{
+    connect();
+    const auto type = [this](std::u16string_view line) {
+        commandLine.setText(line);
+        session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+    };
+    type(u"before");
+    session().startOrPauseRecording();
+    type(u"north");
+    session().resendLastCommand();
+    session().sendEastToServer(); // a button is not typed
+    EXPECT_EQ(session().recorder()._recorderState(), ZNTRecorder::Recording);
+    session().doneRecording();
+    type(u"behind");
+    EXPECT_EQ(session().recorder().getACopyOfTheCommands(),
+              (std::vector<std::u16string>{u"north", u"north"}));
+    EXPECT_EQ(session().recorder()._recorderState(), ZNTRecorder::Finished);
+    EXPECT_EQ(timesRecorderSheetShown, 1);
+}
+
+TEST_F(SessionControls, ADoubleClickSendsTheMacroAsItStandsWhileConnected)
+{
+    macros.setNewList(
+        {{.name = u"greet", .dataToExecute = u"say %1"}, {.name = u"note", .dataToExecute = u"#x"}});
+    macroTable.selected = 0;
+    session().invokeMacro();
+    EXPECT_EQ(shown(), u"") << "not connected";
+    connect();
+    for (const long row : {-1L, 2L, 3L, 1L, 0L}) {
+        macroTable.selected = row;
+        session().invokeMacro();
+    }
+    settle();
+    EXPECT_EQ(server.received(), "say %1\r\n");
+}
+
+TEST_F(SessionControls, LinesOfTheClientsOwnInterruptSpeechWithoutAPauseAndAreNotSent)
+{
+    ZNTMacroGroup group;
+    database.insertMacroGroup(group);
+    ZNTMacro macro{.groupOid = group.oid, .name = u"greet", .dataToExecute = u"say hello"};
+    database.insertMacroSetWithMacroGroup(macro);
+    connect();
+    session().setSpeechInterruptOnOffBindingState(1);
+    session().sendMessageToServer(u"~list-macro", false);
+    settle();
+    EXPECT_EQ(shown(), u"Macro Names\rgreet\rEnd of Macro Names\r");
+    EXPECT_EQ(speech.timesStopped, 3);
+    EXPECT_TRUE(machine.loop.slept.empty());
+    EXPECT_EQ(server.received(), "");
+}
