@@ -5,19 +5,16 @@ The main window while idle, while playing and with the find bar, each tab of the
 page of help is read over the accessibility bus and gone through with Tab and Shift+Tab. Runs the window on a
 screen of its own; 77 (skipped) where a tool is missing.
 """
-import os
 import re
-import shutil
-import subprocess
 import sys
 
-SKIPPED = 77
 sys.dont_write_bytecode = True
 try:
     from accessible_window import (AccessibleProgram, GaveUp, Relation, Role, State, action_key, children_of, content,
-                                   describe, everything_below, has, related, shown_below, stop_of, wait_for)
+                                   describe, everything_below, has, related, run_on_a_hidden_screen, shown_below, stop_of,
+                                   wait_for)
 except (ImportError, ValueError):  # the bindings, or their description of AT-SPI
-    sys.exit(SKIPPED)
+    sys.exit(77)
 
 TABS = ["Triggers", "Macros", "Encoding", "Speech", "Protocols"]
 NO_ROLE = {Role.INVALID, Role.UNKNOWN, Role.EXTENDED}
@@ -29,12 +26,6 @@ STANDS_STILL = 6.0
 WITHOUT_LABEL = {"text 'Output'", "list 'Size'"}
 # The font panel's fields leave the focus to the lists below them.
 WITHOUT_FOCUS = {"text 'Font'", "text 'Font style'", "text 'Size'"}
-
-
-def again_on_a_hidden_screen():
-    here = os.path.dirname(os.path.abspath(__file__))
-    wrapper = os.path.join(here, "..", "..", "scripts", "with-display")
-    return subprocess.call([wrapper, os.path.abspath(__file__), sys.argv[1], "--here"])
 
 
 def is_tab_stop(element):
@@ -317,6 +308,4 @@ def main():
 
 
 if __name__ == "__main__":
-    if not all(shutil.which(tool) for tool in ("Xvfb", "dbus-run-session", "xdotool")):
-        sys.exit(SKIPPED)
-    sys.exit(main() if "--here" in sys.argv else again_on_a_hidden_screen())
+    run_on_a_hidden_screen(main)

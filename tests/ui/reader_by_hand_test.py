@@ -4,23 +4,14 @@
 Such a reader is known by what it listens for on the accessibility bus. Runs the window on a screen of its own; 77
 (skipped) where a tool is missing.
 """
-import os
-import shutil
-import subprocess
 import sys
 
-SKIPPED = 77
 sys.dont_write_bytecode = True
 try:
-    from accessible_window import AccessibleProgram, Atspi, GaveUp, everything_below, wait_for
+    from accessible_window import (AccessibleProgram, Atspi, GaveUp, everything_below, run_on_a_hidden_screen,
+                                   wait_for)
 except (ImportError, ValueError):  # the bindings, or their description of AT-SPI
-    sys.exit(SKIPPED)
-
-
-def again_on_a_hidden_screen():
-    here = os.path.dirname(os.path.abspath(__file__))
-    wrapper = os.path.join(here, "..", "..", "scripts", "with-display")
-    return subprocess.call([wrapper, os.path.abspath(__file__), sys.argv[1], "--here"])
+    sys.exit(77)
 
 
 def status(program):
@@ -43,6 +34,4 @@ def main():
 
 
 if __name__ == "__main__":
-    if not all(shutil.which(tool) for tool in ("Xvfb", "dbus-run-session", "xdotool")):
-        sys.exit(SKIPPED)
-    sys.exit(main() if "--here" in sys.argv else again_on_a_hidden_screen())
+    run_on_a_hidden_screen(main)
