@@ -253,11 +253,17 @@ void ZNTMainWiring::wireSpeech()
         if ((session.speechOnOffBindingState() == 1) != on) {
             session.setSpeechOnOffBindingState(on ? 1 : 0);
             session.textToSpeechOnAndOff();
+            // Off too: whoever does not look must hear which it is now.
+            session.zntSpeechSynth().speakNext(on ? u"Speech on" : u"Speech off");
         }
         refresh();
     });
-    whenToggled(menu.speechInterruptOnOff,
-                [this](bool on) { session.setSpeechInterruptOnOffBindingState(on ? 1 : 0); });
+    whenToggled(menu.speechInterruptOnOff, [this](bool on) {
+        if ((session.speechInterruptOnOffBindingState() == 1) == on)
+            return;
+        session.setSpeechInterruptOnOffBindingState(on ? 1 : 0);
+        sayToListeners(on ? u"Interrupting" : u"Not interrupting");
+    });
     joinButton(window.startStopSpeech, menu.speechOnOff);
     whenTriggered(menu.replayLastText, [this] { session.replayLastText(); });
     whenTriggered(menu.stopSpeaking, [this] { session.stopSpeaking(); });

@@ -3,10 +3,12 @@
 #include "ZNTQtText.h"
 #include "ZNTWindowFit.h"
 
+#include <QAccessibleWidget>
 #include <QButtonGroup>
 #include <QDialog>
 #include <QHeaderView>
 #include <QRadioButton>
+#include <QStackedWidget>
 
 namespace
 {
@@ -34,6 +36,13 @@ void whenMarked(QCheckBox& box, Task task)
     QObject::connect(&box, &QCheckBox::stateChanged, &box, [&box, task] { task(isMarked(box)); });
 }
 
+/// Qt calls the pages behind a row of tabs a layered pane, and Orca says so whenever Tab goes in.
+QAccessibleInterface* pagesAsPlainWidget(const QString&, QObject* object)
+{
+    auto* pages = qobject_cast<QStackedWidget*>(object);
+    return pages ? new QAccessibleWidget(pages, QAccessible::Client) : nullptr;
+}
+
 enum Tab { TriggerTab, MacroTab, EncodingTab, SpeechTab, ProtocolTab };
 
 } // namespace
@@ -49,6 +58,7 @@ ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTMudAppCon
       triggers(mudAppController.services().database, triggerTableView, triggerTextView)
 {
     znt::letButtonsWrap(*dialog);
+    QAccessible::installFactory(&pagesAsPlainWidget);
     wireTriggers();
     wireMacros();
     wireEncoding();

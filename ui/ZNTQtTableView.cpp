@@ -13,6 +13,31 @@
 namespace
 {
 
+/// What a screen reader is told of the cell that the keyboard is on; null where nobody listens or the focus
+/// is elsewhere.
+QAccessibleInterface* focusedCell(QTableView& table)
+{
+    const QModelIndex current = table.currentIndex();
+    auto* accessible = QAccessible::isActive() && table.hasFocus() && current.isValid()
+                           ? QAccessible::queryAccessibleInterface(&table)
+                           : nullptr;
+    auto* cells = accessible ? accessible->tableInterface() : nullptr;
+    return cells ? cells->cellAt(current.row(), current.column()) : nullptr;
+}
+
+/// A mark that the space bar sets is said; Qt tells of none.
+void tellOfMark(QTableView& table, const QModelIndex& changed)
+{
+    if (changed != table.currentIndex() || !changed.data(Qt::CheckStateRole).isValid())
+        return;
+    if (auto* cell = focusedCell(table)) {
+        QAccessible::State checked;
+        checked.checked = true;
+        QAccessibleStateChangeEvent event(cell, checked);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
 /// Selects the row that the keyboard comes to: a screen reader says that row, so the buttons must mean it.
 class RowUnderFocus final : public QObject
 {
@@ -41,12 +66,7 @@ private:
 
     void tellOfCell()
     {
-        const QModelIndex current = table->currentIndex();
-        auto* accessible = QAccessible::isActive() && table->hasFocus() && current.isValid()
-                               ? QAccessible::queryAccessibleInterface(table)
-                               : nullptr;
-        auto* cells = accessible ? accessible->tableInterface() : nullptr;
-        if (auto* cell = cells ? cells->cellAt(current.row(), current.column()) : nullptr) {
+        if (auto* cell = focusedCell(*table)) {
             QAccessibleEvent focus(cell, QAccessible::Focus);
             QAccessible::updateAccessibility(&focus);
         }
@@ -92,6 +112,11 @@ void ZNTQtTableView::furnish(QTableView& table, ZNTRowModel& model)
     table.setModel(&model);
     table.setItemDelegate(new CellEditors(&table));
     table.installEventFilter(new RowUnderFocus(&table));
+    QObject::connect(&model, &QAbstractItemModel::dataChanged, &table,
+                     [&table](const QModelIndex& first, const QModelIndex& last) {
+                         if (first == last)
+                             tellOfMark(table, first);
+                     });
     // Typing looks for the row that begins so; it is not to overwrite the one that happens to be selected.
     table.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     table.setSelectionBehavior(QAbstractItemView::SelectRows);

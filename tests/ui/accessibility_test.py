@@ -260,6 +260,8 @@ def walk_preferences(walk):
         wait_for(lambda: program.stop().words == f"page tab list {tab!r}", f"the tab {tab}")
         if tab == "Triggers":
             program.press_and_follow("alt+a")
+            program.press("space")
+            wait_for(lambda: program.marked == "Active: yes", "the mark that the space bar sets to be told")
         walk.check(window, f"preferences, {tab}")
         if tab == "Encoding":
             walk_radio_buttons(walk, window)

@@ -145,9 +145,11 @@ class AccessibleProgram:
         Atspi.set_timeout(int(LIMIT * 1000), int(LIMIT * 1000))
         self.focused = None
         self.early_carets = []
+        self.marked = None
         self.listener = Atspi.EventListener.new(self._heard)
         self.listener.register("object:state-changed:focused")
         self.listener.register("object:text-caret-moved")
+        self.listener.register("object:state-changed:checked")
         self.process = subprocess.Popen(command)
         self.application = wait_for(self._find, "the program on the accessibility bus")
 
@@ -162,6 +164,8 @@ class AccessibleProgram:
             if event.type == "object:text-caret-moved":
                 if self._is_too_early(event.source):
                     self.early_carets.append(describe(event.source))
+            elif event.type.startswith("object:state-changed:checked"):
+                self.marked = event.source.get_name()
             elif event.detail1 == 1:
                 self.focused = event.source
         except GLib.Error:
