@@ -146,6 +146,7 @@ class Walk:
 
     def open(self, title, keys=None, item=None):
         """Opens a window with keys or an item of a menu; returns it and what had the focus before."""
+        self.part = title
         opener = self.program.stop()
         if item is not None:
             self.program.choose(item)

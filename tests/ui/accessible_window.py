@@ -173,7 +173,9 @@ class AccessibleProgram:
 
     def _is_too_early(self, field):
         """Whether a field tells of its caret while the focus is known to be elsewhere in its window."""
-        if self.focused is None or not has(field, State.FOCUSED) or window_of(field).path != window_of(self.focused).path:
+        if self.focused is None or not has(field, State.FOCUSED):
+            return False
+        if window_of(field).path != window_of(self.focused).path:
             return False
         parent = field.get_parent()  # the line of a box is not told of itself
         return self.focused.path not in (field.path, parent.path if parent.get_role() == Role.COMBO_BOX else "")
@@ -202,7 +204,8 @@ class AccessibleProgram:
 
     def wait_for_role(self, *roles):
         """Until something of such a role has the focus."""
-        return wait_for(lambda: self.focused.get_role() in roles and self.focused, f"the focus on a {roles[0].value_nick}")
+        return wait_for(lambda: self.focused.get_role() in roles and self.focused,
+                        f"the focus on a {roles[0].value_nick}")
 
     def wait_until_gone(self, title):
         wait_for(lambda: self.window(title) is None, f"{title!r} to close")
