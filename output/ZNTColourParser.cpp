@@ -2,6 +2,7 @@
 
 #include "ZNTSgrScanner.h"
 #include "ZNTText.h"
+#include "ZNTTextCutter.h"
 #include "ZNTTextScan.h"
 
 #include <array>
@@ -78,12 +79,47 @@ private:
     std::uint32_t lastSet = 0;
 };
 
-/// The offset in the text without sequences: `groupStart` less what was taken out before it, as a counter of
-/// removed characters tells that allots two to each sequence's introducer.
-std::size_t shifted(std::size_t groupStart, std::size_t shift)
+/// Carries out sequences one after the other. Where a group's code begins to hold in the text without
+/// sequences is told by a counter of the characters taken out before it, which allots two to each sequence's
+/// introducer.
+class SequenceWalk
 {
-    return groupStart > shift ? groupStart - shift : 0;
-}
+public:
+    explicit SequenceWalk(AttributeWalk& attributes) : attributes(attributes) {}
+
+    void carryOut(std::u16string_view text, const znt::SgrMatch& match)
+    {
+        if (match.firstGroupLength != 0) {
+            // A reset here takes effect with the second group.
+            if (storeOrReset(text.substr(match.firstGroup, match.firstGroupLength)))
+                attributes.applyFrom(shifted(match.firstGroup));
+            shift += match.firstGroupLength;
+        }
+        storeOrReset(text.substr(match.secondGroup, match.secondGroupLength));
+        attributes.applyFrom(shifted(match.secondGroup));
+        shift += match.secondGroupLength + 2;
+    }
+
+private:
+    /// False for the code 0, which resets.
+    bool storeOrReset(std::u16string_view group)
+    {
+        const int code = znt::integerValue(group);
+        if (code == 0)
+            attributes.reset();
+        else
+            attributes.store(code);
+        return code != 0;
+    }
+
+    [[nodiscard]] std::size_t shifted(std::size_t groupStart) const
+    {
+        return groupStart > shift ? groupStart - shift : 0;
+    }
+
+    AttributeWalk& attributes;
+    std::size_t shift = 2;
+};
 
 } // namespace
 
@@ -95,46 +131,20 @@ ZNTAttributedText ZNTColourParser::attributedText(std::u16string text) const
         return result;
 
     // One walk lays the attributes and moves the text between the sequences together.
-    AttributeWalk walk(*this, result);
-    std::size_t written = 0, kept = 0, shift = 2;
-    const auto keepUntil = [&](std::size_t end) {
-        if (written != kept)
-            std::u16string::traits_type::move(text.data() + written, text.data() + kept, end - kept);
-        written += end - kept;
-    };
+    AttributeWalk attributes(*this, result);
+    SequenceWalk sequences(attributes);
+    ZNTTextCutter cutter(text);
     for (std::size_t at = 0; (at = znt::findUnit(text, escape, at)) != std::u16string::npos;) {
         const auto match = znt::sgrMatchAt(text, at);
         if (!match) {
             ++at;
             continue;
         }
-        if (match->firstGroupLength != 0) {
-            const int code = znt::integerValue(
-                std::u16string_view(text).substr(match->firstGroup, match->firstGroupLength));
-            if (code == 0) {
-                walk.reset();
-            } else {
-                walk.store(code);
-                walk.applyFrom(shifted(match->firstGroup, shift));
-            }
-            shift += match->firstGroupLength;
-        }
-        const int code =
-            znt::integerValue(std::u16string_view(text).substr(match->secondGroup, match->secondGroupLength));
-        if (code == 0)
-            walk.reset();
-        else
-            walk.store(code);
-        walk.applyFrom(shifted(match->secondGroup, shift));
-        shift += match->secondGroupLength + 2;
-
-        keepUntil(match->start);
-        kept = at = match->end();
+        sequences.carryOut(text, *match);
+        cutter.cut(at, match->end());
+        at = match->end();
     }
-    if (kept != 0) {
-        keepUntil(text.size());
-        text.resize(written);
-    }
+    cutter.finish();
     if (text.empty())
         return {};
     while (!result.runs.empty() && result.runs.back().offset >= text.size())

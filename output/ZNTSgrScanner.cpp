@@ -1,5 +1,6 @@
 #include "ZNTSgrScanner.h"
 
+#include "ZNTTextCutter.h"
 #include "ZNTTextScan.h"
 
 #include <unicode/uchar.h>
@@ -93,27 +94,17 @@ std::size_t bareResetEnd(std::u16string_view text, std::size_t start)
 template <typename MatchEnd>
 void replaceMatches(std::u16string& text, MatchEnd matchEnd, std::u16string_view replacement)
 {
-    std::size_t written = 0, kept = 0; // text before `kept` stands finished before `written`
-    const auto keepUntil = [&](std::size_t end) {
-        if (written != kept)
-            std::u16string::traits_type::move(text.data() + written, text.data() + kept, end - kept);
-        written += end - kept;
-    };
+    ZNTTextCutter cutter(text);
     for (std::size_t start = 0; (start = znt::findUnit(text, escape, start)) != std::u16string::npos;) {
         const std::size_t end = matchEnd(std::u16string_view(text), start);
         if (end == 0) {
             ++start;
             continue;
         }
-        keepUntil(start);
-        replacement.copy(text.data() + written, replacement.size());
-        written += replacement.size();
-        kept = start = end;
+        cutter.cut(start, end, replacement);
+        start = end;
     }
-    if (kept == 0)
-        return;
-    keepUntil(text.size());
-    text.resize(written);
+    cutter.finish();
 }
 
 } // namespace

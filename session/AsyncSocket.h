@@ -20,6 +20,7 @@ class AsyncSocketDescriptor;
 class AsyncSocketStream;
 struct AsyncReadPacket;
 struct AsyncWritePacket;
+enum class AsyncReadState;
 
 /// A TCP client connection that serves an ordered queue of reads and one of writes.
 ///
@@ -169,6 +170,7 @@ private:
     void maybeDequeueRead();
     void meetBytesWithoutRead();
     void doBytesAvailable();
+    int takeFromNetwork(AsyncReadPacket& read, AsyncReadState& state);
     bool completeCurrentRead();
     void endCurrentRead();
     void doReadTimeout();

@@ -147,36 +147,16 @@ void AsyncSocket::doBytesAvailable()
     if (!theCurrentRead || !theStream)
         return;
     const auto read = theCurrentRead; // a callback may end it
-    auto state = AsyncReadState::Unfinished;
-    AsyncSocketStream::Moved ending{0, EAGAIN};
-    std::size_t total = 0;
     const auto before = read->bytesDone;
-
+    auto state = AsyncReadState::Unfinished;
     if (!partialReadBuffer.empty())
         state = read->takeFromPreBuffer(partialReadBuffer);
-    const bool isPreBuffering = has(PreBufferingEnabled);
-    while (state == AsyncReadState::Unfinished && has(SocketHasBytesAvailable) && total < mostInOnePass) {
-        const auto available = theStream->bytesAvailable();
-        if (available == 0 && total > 0)
-            break;
-        const auto wanted = std::min(std::max(available, smallestStep), mostInOnePass - total);
-        const auto asked = read->bytesToAskFor(wanted, isPreBuffering);
-        const auto moved = theStream->read(read->roomFor(asked), asked);
-        if (moved.count == 0) {
-            ending = moved;
-            break;
-        }
-        total += moved.count;
-        state = read->tookFromNetwork(moved.count, partialReadBuffer, isPreBuffering);
-    }
-    // The loop says when there is more: asking again before it turned would let a flood keep it from turning.
-    clear(SocketHasBytesAvailable);
-    setInterestIn(RunLoopInterest::Readable, true);
+    const int ending = takeFromNetwork(*read, state);
 
     const auto length = read->bytesDone - before;
     if (state == AsyncReadState::Unfinished && read->isOpenEnded() && read->bytesDone > 0)
         state = AsyncReadState::Done;
-    const bool isOver = ending.errorNumber != EAGAIN;
+    const bool isOver = ending != EAGAIN;
     if (state == AsyncReadState::Done) {
         if (!completeCurrentRead())
             return;
@@ -189,12 +169,39 @@ void AsyncSocket::doBytesAvailable()
             return;
     }
     if (isOver) {
-        const auto error = posixError(ending.errorNumber);
-        closeWithError(ending.errorNumber == 0 ? nullptr : &error);
+        const auto error = posixError(ending);
+        closeWithError(ending == 0 ? nullptr : &error);
     } else if (state == AsyncReadState::Overflow) {
         const auto error = asyncSocketError(AsyncSocketReadMaxedOutError);
         closeWithError(&error);
     }
+}
+
+/// Reads for `read` until `state` says that it is finished, a pass is full or nothing more is there. EAGAIN
+/// where the stream goes on; else what ended it, an errno or 0 for a peer that closed.
+int AsyncSocket::takeFromNetwork(AsyncReadPacket& read, AsyncReadState& state)
+{
+    int ending = EAGAIN;
+    std::size_t total = 0;
+    const bool isPreBuffering = has(PreBufferingEnabled);
+    while (state == AsyncReadState::Unfinished && has(SocketHasBytesAvailable) && total < mostInOnePass) {
+        const auto available = theStream->bytesAvailable();
+        if (available == 0 && total > 0)
+            break;
+        const auto wanted = std::min(std::max(available, smallestStep), mostInOnePass - total);
+        const auto asked = read.bytesToAskFor(wanted, isPreBuffering);
+        const auto moved = theStream->read(read.roomFor(asked), asked);
+        if (moved.count == 0) {
+            ending = moved.errorNumber;
+            break;
+        }
+        total += moved.count;
+        state = read.tookFromNetwork(moved.count, partialReadBuffer, isPreBuffering);
+    }
+    // The loop says when there is more: asking again before it turned would let a flood keep it from turning.
+    clear(SocketHasBytesAvailable);
+    setInterestIn(RunLoopInterest::Readable, true);
+    return ending;
 }
 
 /// False where the delegate ended the connection.

@@ -58,7 +58,6 @@ public:
 
     /// Begins to watch, or watches on another loop. The handler hears which directions are ready.
     void schedule(RunLoop& runLoop, RunLoop::ReadyHandler handler);
-    void unschedule() { watch.reset(); }
     void setInterest(RunLoopInterest interest);
     [[nodiscard]] RunLoopInterest interest() const { return wanted; }
 

@@ -22,7 +22,8 @@ public:
 
 /// Understands what servers mix into their text. Its telnet half (RFC 854, RFC 855) answers offers from a
 /// fixed table; it is no state machine: each command is answered by itself, an offer made twice is answered
-/// twice, and DO, DONT, WONT and subnegotiations get no answer. Its colour half is ZNTColourParser.
+/// twice, and DO, DONT, WONT and subnegotiations get no answer. Its colour half is ZNTColourParser. Belongs
+/// to the run loop's thread, so that it works on one text at a time.
 class ZNTParserUtility
 {
 public:

@@ -1,5 +1,7 @@
 #include "ZNTTelnetScanner.h"
 
+#include "ZNTTextCutter.h"
+
 #include <unicode/utf16.h>
 
 namespace
@@ -30,23 +32,15 @@ std::u16string_view commandAt(std::u16string_view text, std::size_t start)
 
 void stripCommands(std::u16string& text)
 {
-    std::size_t written = 0, kept = 0;
-    const auto keepUntil = [&](std::size_t end) {
-        if (written != kept)
-            std::u16string::traits_type::move(text.data() + written, text.data() + kept, end - kept);
-        written += end - kept;
-    };
+    ZNTTextCutter cutter(text);
     for (std::size_t at = 0; (at = findUnit(text, IAC, at)) != std::u16string::npos;) {
-        const auto command = commandAt(text, at);
-        if (command.empty())
+        const auto length = commandAt(text, at).size();
+        if (length == 0)
             break;
-        keepUntil(at);
-        kept = at += command.size();
+        cutter.cut(at, at + length);
+        at += length;
     }
-    if (kept == 0)
-        return;
-    keepUntil(text.size());
-    text.resize(written);
+    cutter.finish();
 }
 
 bool holdsOnlyCommands(std::u16string_view text)
