@@ -195,6 +195,18 @@ TEST_F(AsyncSocketTest, RequestsMadeWhileConnectingAreServedAfterwards)
     EXPECT_TRUE(socket->canSafelySetDelegate());
 }
 
+TEST_F(AsyncSocketTest, RequestsMadeBeforeTheAttemptAreForgotten)
+{
+    socket->writeData("early\r\n", -1, 1);
+    socket->readDataToLength(1, 0.5, 2);
+    connect();
+    socket->writeData("in time\r\n", -1, 3);
+    ASSERT_TRUE(loop.runUntil([this] { return !peer.received().empty(); }));
+    loop.advance(1);
+    EXPECT_EQ(peer.received(), "in time\r\n");
+    EXPECT_TRUE(socket->isConnected()) << "the read that was asked for before would have timed out";
+}
+
 TEST_F(AsyncSocketTest, APeerThatClosesYieldsNoError)
 {
     connect();

@@ -415,6 +415,24 @@ TEST_F(Session, TheEndOfTheCompressedStreamIsAnsweredAndPlainTextFollows)
     EXPECT_FALSE(session()._mccp());
 }
 
+TEST_F(Session, EveryConnectionBeginsUncompressedWithAStreamOfItsOwn)
+{
+    connect();
+    receive(telnet({255, 250, 86, 255, 240}));
+    receive(deflated("\nfirst " + goAhead, Z_SYNC_FLUSH)); // and the stream never ends
+    session().connectToServer();
+    EXPECT_FALSE(session()._mccp());
+    connect();
+    receive("plain " + goAhead);
+    session().set_isMccpOnOff(true);
+    receive(deflated("second" + goAhead, Z_SYNC_FLUSH));
+    EXPECT_EQ(withoutNuls(shown()), u"first plain second");
+    EXPECT_EQ(server.received(), telnet({255, 253, 86}));
+
+    session().set_isMccpOnOff(false);
+    EXPECT_FALSE(session()._mccp());
+}
+
 TEST_F(Session, TheSwitchesForSoundAndCompressionShareOneFlag)
 {
     connect();
@@ -448,6 +466,16 @@ TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOn)
     EXPECT_EQ(voiceOver.text(), u"");
     EXPECT_EQ(machine.loop.slept, (std::vector<double>{0.2, 0.3}));
     EXPECT_EQ(speech.timesStopped, stopped + 2);
+}
+
+TEST_F(Session, TextThatComesWhileSpeechIsOffStopsTheSpeaking)
+{
+    connect();
+    session().zntSpeechSynth().speechOn();
+    const auto stopped = speech.timesStopped;
+    receive("Hush." + goAhead);
+    EXPECT_EQ(speech.timesStopped, stopped + 1);
+    EXPECT_TRUE(session().zntSpeechSynth().isSpeachOn()) << "which means that it is off";
 }
 
 TEST_F(Session, TriggersThatInterruptSpeechDoNotHoldUpTheSessionForLong)
