@@ -110,10 +110,24 @@ void ZNTMainWiring::wireConnection()
 
 void ZNTMainWiring::connectOrDisconnect()
 {
+    const bool wasIdle = session.state() == ZNTSessionState::Idle;
     if (!session.isConnected())
         playedGame = window.mudName->text().isEmpty() ? window.ipAddress->text() : window.mudName->text();
     session.connectToServer();
     refresh();
+    if (wasIdle && session.state() == ZNTSessionState::Idle)
+        goToWhatIsMissing();
+}
+
+void ZNTMainWiring::goToWhatIsMissing()
+{
+    if (window.ipAddress->text().isEmpty()) {
+        window.ipAddress->setFocus(Qt::OtherFocusReason);
+        sayToListeners(u"No address");
+    } else if (window.port->text().toInt() <= 0) {
+        window.port->setFocus(Qt::OtherFocusReason);
+        sayToListeners(u"No port");
+    }
 }
 
 void ZNTMainWiring::wirePlaying()

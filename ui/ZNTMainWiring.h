@@ -6,8 +6,8 @@
 #include "ZNTStatusWords.h"
 
 #include <memory>
-#include <string_view>
 #include <optional>
+#include <string_view>
 
 class ZNTAppearance;
 class ZNTDemoGame;
@@ -46,6 +46,8 @@ private:
     void go(ZNTDirection direction);
     /// What the button, the menu and the key do.
     void connectOrDisconnect();
+    /// Without an address and a port there is no attempt, and no word of it but this.
+    void goToWhatIsMissing();
     void chooseFont();
     void zoomControls(double points);
     /// What the status line shows to those who look.

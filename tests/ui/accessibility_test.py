@@ -271,6 +271,15 @@ def walk_preferences(walk):
     walk.leave("Preferences", opener)
 
 
+def connect_to_nothing(walk):
+    """Without an address the button leads to the field for it."""
+    walk.part = "connecting without an address"
+    walk.program.press_until("Tab", "push button 'Connect'")
+    walk.program.press_and_follow("space")
+    if walk.program.stop().words != "text 'Address'":
+        walk.fault(f"the focus goes to {walk.program.stop().words}")
+
+
 def leave_the_game(walk):
     """The command line goes; the focus stays with what was said last."""
     walk.part = "the end of the game"
@@ -286,6 +295,7 @@ def walk_everything(walk):
     window = program.wait_for_window("Zantor")
     walk.check(window, "main window, not connected")
     walk.find_bar(window)
+    connect_to_nothing(walk)
     program.press("ctrl+shift+d")
     wait_for(lambda: program.stop().words == "text 'Command line'", "the demo game")
     walk.check(window, "main window, playing")
