@@ -2,12 +2,10 @@
 
 #include "ZNTBlockDecoder.h"
 #include "ZNTDatabaseHelper.h"
-#include "ZNTMudMacroTableViewController.h"
 #include "ZNTNetworkAddress.h"
 #include "ZNTTelnetScanner.h"
 #include "ZNTUpdater.h"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -17,9 +15,8 @@ namespace
 using namespace znt::telnet;
 
 constexpr double readTimeoutSeconds = 0.5;
-constexpr double noTimeout = -1;
-constexpr long readTag = 0, lineTag = 0;
-constexpr double pauseWhenSending = 0.3, pauseAtReturn = 0.2, noPause = 0;
+constexpr long readTag = 0;
+constexpr double noPause = 0;
 
 constexpr char16_t optionCompressionV1 = 85, optionCompressionV2 = 86, optionSound = 90;
 
@@ -310,164 +307,6 @@ void ZNTServerConnectController::speakOrStop(const std::u16string& plainText)
         zntSpeechSynth_.speechOn();
     speechHandOver.speakOnNewThread(plainText);
 }
-
-// Sending
-
-void ZNTServerConnectController::sendMessageToServer(std::u16string_view line, bool ignoreSpecials)
-{
-    if (!ignoreSpecials && ZNTCommandInterpreter::hasPrefix(line)) {
-        commandInterpreter.showStrings(line);
-        return;
-    }
-    interruptSpeech(pauseWhenSending);
-    insertTextInWindow(line);
-    std::u16string withLineEnd(line);
-    withLineEnd += u"\r\n";
-    writeData(znt::encodedText(withLineEnd, cfStringEncoding_), noTimeout, lineTag);
-}
-
-void ZNTServerConnectController::writeData(std::string_view data, double timeout, long tag)
-{
-    if (!mudServer || mudServer->isDisconnected())
-        return;
-    if (tag == ZNTParserUtility::replyTag)
-        ++repliesOnTheirWay;
-    mudServer->writeData(std::string(data), timeout, tag);
-}
-
-void ZNTServerConnectController::sendTextToServer()
-{
-    const auto line = screen.textToServer->text();
-    _zntRecorder.addCommand(line);
-    if (!line.empty()) {
-        lastCommand_ = line;
-        forgetReplay();
-    }
-    sendMessageToServer(line, /*ignoreSpecials=*/false);
-    screen.textToServer->setText(u"");
-}
-
-void ZNTServerConnectController::sendTextToServerNoWidget(std::u16string_view givenLine)
-{
-    const std::u16string line(givenLine); // may be the last command itself
-    _zntRecorder.addCommand(line);
-    commandInterpreter.showStrings(line);
-    if (!line.empty()) {
-        forgetReplay();
-        if (!ZNTCommandInterpreter::hasPrefix(line))
-            sendMessageToServer(line, /*ignoreSpecials=*/false);
-    }
-    screen.textToServer->setText(u"");
-}
-
-void ZNTServerConnectController::resendLastCommand()
-{
-    if (!lastCommand_.empty())
-        sendTextToServerNoWidget(lastCommand_);
-}
-
-bool ZNTServerConnectController::controlTextViewDoCommandBySelector(ZNTCommandLineKey key)
-{
-    switch (key) {
-    case ZNTCommandLineKey::InsertNewline:
-        screen.voiceOver->setText(u"");
-        interruptSpeech(pauseAtReturn);
-        speechReview_.startOver();
-        if (!screen.textToServer->text().empty())
-            forgetReplay();
-        sendTextToServer();
-        return true;
-    case ZNTCommandLineKey::MoveUp:
-        if (lastCommand_.empty()) // what is typed there already stays
-            return false;
-        screen.textToServer->setText(lastCommand_);
-        screen.textToServer->placeCaretAtEnd();
-        return false;
-    default:
-        return false;
-    }
-}
-
-void ZNTServerConnectController::invokeMacro()
-{
-    if (!isConnected_)
-        return;
-    const long row = screen.macroTable->selectedRow();
-    if (const auto macro = services.macros.getMacroAtIndex(row))
-        sendMessageToServer(macro->dataToExecute, /*ignoreSpecials=*/false);
-}
-
-void ZNTServerConnectController::sendNorthToServer() { sendMessageToServer(u"north", false); }
-void ZNTServerConnectController::sendSouthToServer() { sendMessageToServer(u"south", false); }
-void ZNTServerConnectController::sendEastToServer() { sendMessageToServer(u"east", false); }
-void ZNTServerConnectController::sendWestToServer() { sendMessageToServer(u"west", false); }
-void ZNTServerConnectController::sendNorthEastToServer() { sendMessageToServer(u"northeast", false); }
-void ZNTServerConnectController::sendNorthWestToServer() { sendMessageToServer(u"northwest", false); }
-void ZNTServerConnectController::sendSouthEastToServer() { sendMessageToServer(u"southeast", false); }
-void ZNTServerConnectController::sendSouthWestToServer()
-{
-    sendMessageToServer(u"southWest", false);
-} // its W is kept
-void ZNTServerConnectController::sendUpToServer() { sendMessageToServer(u"up", false); }
-void ZNTServerConnectController::sendDownToServer() { sendMessageToServer(u"down", false); }
-
-void ZNTServerConnectController::speedwalk(std::u16string_view line) { _zntSpeedwalking.speedwalk(line); }
-
-void ZNTServerConnectController::stopSpeedwalk() { _zntSpeedwalking.stop(); }
-
-std::vector<std::u16string> ZNTServerConnectController::getAllMacroNames()
-{
-    return services.macros.getAllMacroNames();
-}
-
-std::optional<std::u16string> ZNTServerConnectController::getMacroByName(std::u16string_view name)
-{
-    const auto macro = services.macros.getMacroByName(name);
-    return macro ? std::optional(macro->dataToExecute) : std::nullopt;
-}
-
-void ZNTServerConnectController::sendCommand(std::u16string_view command)
-{
-    sendMessageToServer(command, /*ignoreSpecials=*/false);
-}
-
-void ZNTServerConnectController::playTriggerSound(std::u16string_view fileName)
-{
-    _soundProcessor.playTriggerSound(fileName);
-}
-
-// Local output
-
-void ZNTServerConnectController::insertText(std::u16string_view text, ZNTColour)
-{
-    if (text.empty())
-        return;
-    const auto result = _zntParserUtility.processIncomingStream(std::u16string(text));
-    if (result.empty())
-        return;
-    if (speechOnOffBindingState_ == 1)
-        speechHandOver.speakOnNewThread(result.text);
-    screen.textFromServer->append(result);
-    _zntLogger.loggerText(result.text);
-}
-
-void ZNTServerConnectController::insertTextInWindow(std::u16string_view text)
-{
-    std::u16string echo = u"\x1b[1;36m";
-    echo.append(text).append(u"\r");
-    screen.textFromServer->setEditable(true);
-    insertText(echo, znt::colours::blue);
-    screen.textFromServer->setEditable(false);
-    _zntLogger.loggerText(echo);
-}
-
-void ZNTServerConnectController::insertTextIntoTheWindow(std::u16string_view text)
-{
-    interruptSpeech(noPause);
-    insertTextInWindow(text);
-}
-
-void ZNTServerConnectController::clearScreen() { screen.textFromServer->clear(); }
 
 // Settings
 

@@ -108,8 +108,12 @@ public:
     void sendDownToServer();
 
     // Local output
+    /// Shows `text`, whose SGR sequences alone colour it, speaks it while speech is on, and logs its plain
+    /// text. The view does not scroll.
     void insertText(std::u16string_view text, ZNTColour unusedColour);
+    /// Shows a line in bold cyan, as typed lines are. It stands in the log twice, the second time raw.
     void insertTextInWindow(std::u16string_view text);
+    /// The same for a message of the client's own, which may interrupt speech.
     void insertTextIntoTheWindow(std::u16string_view text) override;
     void clearScreen();
 
@@ -122,22 +126,31 @@ public:
     // Settings of the running session
     /// `title` as the encoding buttons bear it; any other title changes nothing.
     void changeEncoding(std::u16string_view title);
+    /// For text that arrives later.
     void changeFont(const ZNTFont& font);
+    /// Asks the server for compression and takes the very next block as compressed, or refuses it and takes
+    /// what comes as plain.
     void set_isMccpOnOff(bool on);
+    /// Asks the server for sounds, or refuses them.
     void set_isMspOnOff(bool on);
+    /// Both answer for the switch that was set last: the two share one flag.
     [[nodiscard]] bool _isMccpOnOff() const { return _isMspOnOff_; }
     [[nodiscard]] bool _isMspOnOff() const { return _isMspOnOff_; }
     /// Answers a later offer of compression with yes (or no), without asking for it now: what a player wants
     /// who decides before there is a connection.
     void acceptCompressionOffers(bool accept);
+    /// Edited triggers are in force from the next block on.
     void reloadTriggers();
 
-    // Speech
+    // Speech. A state is 1 for on.
     /// Turns speech on, and its interruption, as `awakeFromNib` does where a screen reader runs; for a front
     /// end that finds only afterwards that one was running.
     void speakForScreenReader();
+    /// The key, heard before the menu item changes its state: stops speech that is on, else turns it on.
     void shortcutKeySpeechOnAndOff();
+    /// The menu item, whose state has changed already: speech follows it.
     void textToSpeechOnAndOff();
+    /// Speaks again, while speech is on, what came since the last line that was not empty.
     void replayLastText();
     /// Silences what is being said and what waits; while speech is on, what comes next is spoken again.
     void stopSpeaking();
