@@ -1,5 +1,7 @@
 #include "ZNTHintedTable.h"
 
+#include "ZNTEmptyHint.h"
+
 #include <QHeaderView>
 #include <QPaintEvent>
 #include <QPainter>
@@ -99,6 +101,7 @@ void ZNTHintedTable::paintEvent(QPaintEvent* event)
         return;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin),
-                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, hint);
+    znt::paintEmptyHint(painter,
+                        viewport()->rect().adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin), hint,
+                        Qt::AlignHCenter | Qt::AlignTop);
 }

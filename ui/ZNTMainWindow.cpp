@@ -345,7 +345,6 @@ QWidget* ZNTMainWindow::makeSidePanel()
     macroComboBoxGroup = named(new QComboBox, "macroComboBoxGroup");
     macroComboBoxGroup->setEditable(true);
     macroComboBoxGroup->setAccessibleName(text("Macro group"));
-    macroComboBoxGroup->setPlaceholderText(text("Pick or type a name"));
     macroComboBoxGroup->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     macroComboBoxGroup->setMinimumContentsLength(6);
     column->addWidget(heading("Macro gro&up", macroComboBoxGroup));

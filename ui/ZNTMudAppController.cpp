@@ -56,7 +56,7 @@ void ZNTMudAppController::explainNoMacros()
     const QString words =
         zntMacroGroupDropDownController.getCurrentMacroGroup()
             ? QStringLiteral("This group has no macros yet. Add makes one.")
-            : QStringLiteral("Macros are kept in groups. Pick a group above, or type a name and press New.");
+            : QStringLiteral("Pick a group above, or type the name of a new one and press New.");
     mainScreen.macroList().setEmptyHint(words);
 }
 

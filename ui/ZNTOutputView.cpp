@@ -1,5 +1,6 @@
 #include "ZNTOutputView.h"
 
+#include "ZNTEmptyHint.h"
 #include "ZNTOutputAccessible.h"
 
 #include <QLocale>
@@ -353,8 +354,8 @@ void ZNTOutputView::paintEvent(QPaintEvent* event)
         larger.setPointSizeF(larger.pointSizeF() * 1.25);
         canvas.setFont(larger);
         canvas.setPen(hintColour);
-        canvas.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                        Qt::AlignCenter | Qt::TextWordWrap, emptyHint);
+        znt::paintEmptyHint(canvas, viewport()->rect().adjusted(margin, margin, -margin, -margin), emptyHint,
+                            Qt::AlignCenter);
     }
     rows.update();
 

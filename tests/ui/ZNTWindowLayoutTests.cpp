@@ -169,10 +169,12 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Points, ZNTWindowLayout, testing::Values(8, 11, 24, 48));
+INSTANTIATE_TEST_SUITE_P(Points, ZNTWindowLayout, testing::Values(8, 11, 14, 24, 48));
 
 TEST_P(ZNTWindowLayout, NothingIsCutOffInTheWindow)
 {
+    constexpr int largestUsual = 14;
+    EXPECT_GE(window.textFromServer->columns(), GetParam() <= largestUsual ? 80 : 60);
     expectNothingCut(window);
     playDemo();
     expectNothingCut(window);
