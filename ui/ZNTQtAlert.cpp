@@ -1,6 +1,8 @@
 #include "ZNTQtAlert.h"
 
+#include "ZNTCommandLine.h"
 #include "ZNTQtText.h"
+#include "ZNTTypingGuard.h"
 
 #include <QApplication>
 #include <QGridLayout>
@@ -62,6 +64,10 @@ void ZNTQtAlert::showMessage(std::u16string_view title, std::u16string_view text
     box->setIcon(QMessageBox::Information);
     box->setStandardButtons(QMessageBox::Ok);
     lastMessage = box;
+    // Nobody asked for what comes in the middle of a line.
+    if (auto* line = dynamic_cast<ZNTCommandLine*>(QApplication::focusWidget());
+        line && !line->text().isEmpty())
+        new ZNTTypingGuard(*box, *line);
     open(*box);
 }
 

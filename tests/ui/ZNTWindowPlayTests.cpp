@@ -1,4 +1,5 @@
 #include "ZNTCommandLine.h"
+#include "ZNTTypingGuard.h"
 #include "ZNTWindowFixture.h"
 
 #include <QAction>
@@ -330,4 +331,28 @@ TEST_F(ZNTWindowPlay, ClosingQuitsEvenWhileConnected)
     const auto timer = runLoop.startTimer(0, RunLoopRepeat::Once, [&] { closed = window.close(); });
     EXPECT_EQ(QApplication::exec(), 0);
     EXPECT_TRUE(closed);
+}
+
+TEST_F(ZNTWindowPlay, AnAlertThatComesInTheMiddleOfALineDoesNotTakeTheTyping)
+{
+    playDemo();
+    commandLine().setFocus();
+    type(commandLine(), "lo");
+    alert.showMessage(u"Speech", u"No speech service answers.");
+    QDialog& box = waitForDialog("alert");
+    pressHere(Qt::Key_O);
+    pressHere(Qt::Key_K);
+    EXPECT_EQ(commandLineText(), QStringLiteral("look"));
+    pressHere(Qt::Key_Return);
+    EXPECT_TRUE(outputHas("> look"));
+    EXPECT_EQ(dialog("alert"), &box) << "it was closed unread";
+
+    QTest::qWait(ZNTTypingGuard::pause); // the player listens
+    pressHere(Qt::Key_Return);
+    EXPECT_TRUE(until([] { return dialog("alert") == nullptr; }));
+    type(commandLine(), "half a line");
+    alert.showMessage(u"Speech", u"No speech service answers.");
+    press(waitForDialog("alert"), Qt::Key_Escape);
+    EXPECT_TRUE(until([] { return dialog("alert") == nullptr; }));
+    EXPECT_EQ(commandLineText(), QStringLiteral("half a line"));
 }
