@@ -109,33 +109,6 @@ TEST_F(ZNTMacroGroups, TheCurrentGroupIsTheOneNamed)
     }
 }
 
-TEST_F(ZNTMacroGroups, ANewNameMakesAGroup)
-{
-    choose(u"  Fight\t");
-    selector->createNewMacroGroup();
-    EXPECT_EQ(takeAlerts(), created);
-    EXPECT_THAT(shownGroups(), ElementsAre(u"fight", u"walk", u"Fight"));
-    EXPECT_THAT(storedGroups(), ElementsAre(u"fight", u"walk", u"Fight"));
-    EXPECT_EQ(selector->getCurrentMacroGroup()->groupName, u"Fight");
-    EXPECT_EQ(comboBox.timesReloaded, 2) << "once at its start and once now";
-}
-
-TEST_F(ZNTMacroGroups, ANameThatIsTakenOrMissingMakesNone)
-{
-    for (const auto* taken : {u"walk", u" walk ", u"\twalk"}) {
-        choose(taken);
-        selector->createNewMacroGroup();
-        EXPECT_EQ(takeAlerts(), nameTaken);
-    }
-    choose(u"");
-    selector->createNewMacroGroup();
-    EXPECT_EQ(takeAlerts(), nameMissing);
-    comboBox.content = u"typed but not told";
-    selector->createNewMacroGroup();
-    EXPECT_EQ(takeAlerts(), nameMissing);
-    EXPECT_EQ(storedGroups().size(), 2u);
-}
-
 TEST_F(ZNTMacroGroups, ANameOfBlanksIsTheEmptyNameAndCanBeTakenOnce)
 {
     choose(u"  ");
@@ -210,26 +183,6 @@ TEST_F(ZNTMacroList, FollowsTheSelector)
     list.reset();
     machine.notifications.post("MACRO_ADDED", nullptr); // nobody listens any more
     choose(u"fight");
-}
-
-TEST_F(ZNTMacroList, RemovesTheSelectedMacroWithoutAWord)
-{
-    choose(u"fight");
-    list->removeItem();
-    EXPECT_EQ(shownMacros().size(), 2u);
-    int notices = 0;
-    const auto heard = machine.notifications.observe(
-        "MACRO_REMOVED", [&](std::string_view, const void* sender) { notices += sender == list.get(); });
-    table.selected = 0;
-    list->removeItem();
-    EXPECT_THAT(shownMacros(), ElementsAre(u"bash"));
-    EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"bash", u"home"));
-    table.selected = 1;
-    list->removeItem();
-    EXPECT_EQ(notices, 1);
-    EXPECT_EQ(table.timesEditingAborted, 3);
-    EXPECT_THAT(takeAlerts(), IsEmpty());
-    EXPECT_THAT(machine.alert.asked, IsEmpty());
 }
 
 TEST_F(ZNTMacroList, FindsMacrosOfEveryGroupByName)
@@ -308,18 +261,6 @@ TEST_F(ZNTMacroSheets, EditingStoresTheSelectedMacro)
     sheet.cancelEditing();
     sheet.showWindow();
     EXPECT_EQ(name.content, u"") << "each showing reads the selected macro again";
-}
-
-TEST_F(ZNTMacroSheets, EditingWithoutASelectedMacroIsRefusedWithAReason)
-{
-    choose(u"fight");
-    ZNTEditMacroViewController sheet(machine.platform, store, *selector, *list, elements);
-    for (const long row : {-1L, 2L}) {
-        table.selected = row;
-        sheet.showWindow();
-        EXPECT_FALSE(panel.isShown);
-        EXPECT_EQ(takeAlerts().size(), 1u);
-    }
 }
 
 } // namespace

@@ -158,14 +158,4 @@ TEST_F(ZNTRecorderSheet, ShowsAnExistingRecord)
     EXPECT_THAT(log.lines.back(), testing::StartsWith("OBJ: OID: 5, NAME: , COMMANDS: (wave, New Command)"));
 }
 
-TEST_F(ZNTRecorderSheet, WithoutAListItsButtonsDoNothing)
-{
-    sheet.addEmptyRow();
-    sheet.removeItem();
-    sheet.clearList();
-    sheet.saveToDatabase();
-    EXPECT_THAT(log.lines, IsEmpty());
-    EXPECT_EQ(recorded().size(), 3u);
-}
-
 } // namespace

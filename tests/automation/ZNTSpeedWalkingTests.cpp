@@ -171,17 +171,6 @@ TEST_F(ZNTSpeedWalk, AStepMayStopTheWalkOrStartAnother)
     EXPECT_EQ(loop.pendingTimers(), 0u);
 }
 
-TEST_F(ZNTSpeedWalk, TellsWhenWalkingBeginsAndEnds)
-{
-    std::vector<bool> heard;
-    walker.walkingChanged = [&] { heard.push_back(walker.isWalking()); };
-    walker.speedwalk(u"!n");
-    loop.advance(5);
-    walker.speedwalk(u"!n");
-    walker.stop();
-    EXPECT_THAT(heard, ElementsAre(true, false, true, false));
-}
-
 TEST(ZNTSpeedWalkDigits, AreThoseOfEveryScript)
 {
     for (const auto* numeric : {u"", u"0", u"0123456789", u"\u0663\u0967", u"\U0001D7D8"})

@@ -203,13 +203,4 @@ TEST_F(TriggerList, ACommandMayReplaceTheListAndRunAPassOfItsOwn)
     EXPECT_THAT(doneFor(u"Ann knocks."), ElementsAre(u"listen"));
 }
 
-TEST_F(TriggerList, WithoutTriggersOrTextNothingHappens)
-{
-    EXPECT_THAT(doneFor(u"text"), IsEmpty());
-    list.setTriggers({trigger(u"text", u"x"), trigger(u"^$", u"empty")});
-    EXPECT_THAT(doneFor(u""), ElementsAre(u"empty"));
-    list.setTriggers({});
-    EXPECT_THAT(doneFor(u"text"), IsEmpty());
-}
-
 } // namespace

@@ -238,14 +238,4 @@ TEST_F(ZNTConsoleClientTest, TheRecorderShowsItsLinesAndNamesThem)
     EXPECT_THAT(answerTo("/record done"), IsEmpty());
 }
 
-TEST_F(ZNTConsoleClientTest, TheLastLinesAreSpokenNewestFirst)
-{
-    startConnected(From::Terminal);
-    receive("first\r\nsecond\r\nthird\r\n");
-    type("/say 2");
-    for (int wait = 0; wait < 10; ++wait)
-        machine.loop.advance(1);
-    EXPECT_THAT(speech.spoken, ElementsAre(HasSubstr("third"), HasSubstr("second")));
-}
-
 } // namespace

@@ -125,43 +125,6 @@ TEST_F(ZNTConsoleEditingTest, ATriggerAnswersTheGameUntilItIsSwitchedOff)
     EXPECT_EQ(server.received(), "kick goblin\r\nkick bat\r\n");
 }
 
-TEST_F(ZNTConsoleEditingTest, MacrosSendWalkAndEndWhenTheyCallThemselves)
-{
-    startConnected(From::Terminal);
-    type("/group add mine");
-    type("/macro add greet say hi %1");
-    type("/macro add home !2n");
-    type("/macro add round ~round");
-    type("~greet Bob");
-    type("~home");
-    for (int second = 0; second < 4; ++second)
-        machine.loop.advance(1);
-    settle();
-    EXPECT_EQ(server.received(), "say hi Bob\r\nn\r\nn\r\n");
-    type("~round");
-    settle();
-    EXPECT_EQ(server.received(), "say hi Bob\r\nn\r\nn\r\n") << "a macro that runs itself comes to an end";
-    type("look");
-    settle();
-    EXPECT_THAT(server.received(), EndsWith("look\r\n"));
-    type("/group remove mine");
-    type("~greet Ann");
-    settle();
-    EXPECT_THAT(server.received(), testing::Not(HasSubstr("Ann"))) << "a removed macro runs no more";
-}
-
-TEST_F(ZNTConsoleEditingTest, AGaggedLineIsShownButNotSpoken)
-{
-    startConnected(From::Terminal);
-    type("/speech on");
-    type("/trigger add --gag Rain: It rains =>");
-    receive("It rains.\r\n");
-    receive("The sun shines.\r\n");
-    machine.loop.advance(5);
-    EXPECT_THAT(output, EndsWith("It rains.\nThe sun shines.\n"));
-    EXPECT_THAT(speech.spoken, testing::Not(testing::Contains(HasSubstr("rains"))));
-}
-
 TEST_F(ZNTConsoleEditingTest, WhatCannotBeStoredIsNotSaidToBe)
 {
     start(From::Terminal);

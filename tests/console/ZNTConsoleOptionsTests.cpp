@@ -41,17 +41,4 @@ TEST(ZNTConsoleOptions, MistakesEndWithTwoAndHelpWithNought)
     }
 }
 
-TEST(ZNTConsoleOptions, EveryOptionIsRead)
-{
-    const auto parsed =
-        parse({"--encoding", "BIG5", "--mccp", "--msp", "--speech", "--colour", "never", "::1", "65535"});
-    ASSERT_TRUE(std::holds_alternative<ZNTConsoleOptions>(parsed));
-    const auto& options = std::get<ZNTConsoleOptions>(parsed);
-    EXPECT_EQ(options.encoding, ZNTStringEncoding::Big5Hkscs);
-    EXPECT_EQ(options.colour, ZNTConsoleOptions::Colour::Never);
-    EXPECT_TRUE(options.mccp && options.msp && options.speech && !options.demo);
-    EXPECT_EQ(options.host, "::1");
-    EXPECT_EQ(options.port, 65535);
-}
-
 } // namespace

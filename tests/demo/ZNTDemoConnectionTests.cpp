@@ -108,42 +108,6 @@ TEST_F(DemoConnection, CompressesFromAPieceOfItsOwnAndEndsAsAsked)
     EXPECT_THAT(bytes, StartsWith("\r\n\x1b[1;33mThe Harbour")) << "plain from the end of the stream on";
 }
 
-TEST_F(DemoConnection, APlayerWhoRefusesOddlyHasStoppedInflatingAndGetsNoneOfTheStreamsEnd)
-{
-    Seat seat(*this);
-    seat.player.send(doCompress);
-    seat.player.readUntil(startOfCompression);
-    loop.advance(0.2);
-    seat.player.send("look\r\n");
-    inflatedAnswer(seat);
-    seat.player.received.clear();
-    seat.player.send(oddlyRefuseCompression + "\xFF\x19\x55");
-    EXPECT_THAT(answerTo(seat, "look"), StartsWith("\r\n\x1b[1;33mLantern Square"));
-
-    seat.player.send(doCompress + oddlyRefuseCompression);
-    seat.player.readUntil(startOfCompression);
-    EXPECT_THAT(answerTo(seat, "look"), StartsWith("\r\n\x1b[1;33mLantern Square"))
-        << "refused before it began";
-    loop.advance(1);
-    EXPECT_THAT(answerTo(seat, "look"), StartsWith("\r\n\x1b[1;33mLantern Square"));
-}
-
-TEST_F(DemoConnection, TheStreamEndsOnCommandAndMayBeginAnew)
-{
-    Seat seat(*this);
-    for (int round = 0; round < 2; ++round) {
-        seat.player.send(doCompress);
-        seat.player.readUntil(startOfCompression);
-        loop.advance(0.2);
-        seat.player.send("compress end\r\n");
-        EXPECT_THAT(inflatedAnswer(seat), HasSubstr("last compressed line"));
-        EXPECT_TRUE(streamHasEnded);
-        EXPECT_EQ(afterStream, "");
-        seat.player.received.clear();
-        EXPECT_THAT(answerTo(seat, "compress"), HasSubstr("Nothing is compressed"));
-    }
-}
-
 TEST_F(DemoConnection, AnswersOffersAndRequestsOnceAndRefusalsNever)
 {
     Seat seat(*this);
@@ -155,15 +119,6 @@ TEST_F(DemoConnection, AnswersOffersAndRequestsOnceAndRefusalsNever)
     EXPECT_THAT(answerTo(seat, "sound"), HasSubstr("crypt. !!SOUND(/dying_groan.wav V=80 P=50)\r\n"));
     seat.player.send("\xFF\x19\x5A");
     EXPECT_THAT(answerTo(seat, "sound"), HasSubstr("has not asked"));
-}
-
-TEST_F(DemoConnection, WhatAPlayerTypesReachesOthersWithoutItsControls)
-{
-    Seat ash(*this);
-    Seat birch(*this);
-    ash.player.readUntil(prompt); // Birch arrives
-    answerTo(birch, std::string("say \x1b[31mred\a\x9B\xFF\xFF \x7F") + "end\b");
-    EXPECT_EQ(ash.player.readUntil(prompt), "\r\n\x1b[0;33mBirch says: [31mred end\x1b[0m\r\n" + prompt);
 }
 
 TEST_F(DemoConnection, SurvivesAnyBytesAndStillAnswers)
@@ -261,13 +216,6 @@ TEST_F(DemoConnection, QuitSaysFarewellToTheLastByteAndHangsUp)
     rude.player.waitForEnd();
     loop.advance(2);
     EXPECT_TRUE(rude.isOver) << "but not for ever";
-}
-
-TEST_F(DemoConnection, ALineTooLongIsAnsweredAndTheNextIsHeard)
-{
-    Seat seat(*this);
-    EXPECT_THAT(answerTo(seat, std::string(500'000, 'x')), HasSubstr("too long"));
-    EXPECT_THAT(answerTo(seat, "look"), HasSubstr("Lantern Square"));
 }
 
 TEST_F(DemoConnection, ChineseLinesAreHeardAndDamagedOnesAnswered)

@@ -67,16 +67,3 @@ TEST(DemoGame, SaysWhyThereIsNoGame)
         EXPECT_THAT(port.error().description, testing::HasSubstr(why));
     }
 }
-
-TEST(DemoGame, AnOwnerWhoGoesAwayHearsNoMore)
-{
-    VirtualRunLoop loop;
-    bool heard = false;
-    {
-        ZNTDemoGame game(loop, ZANTOR_DEMO_PROGRAM);
-        game.start(ZNTStringEncoding::Ascii, [&](const auto&) { heard = true; });
-    }
-    loop.advance(20);
-    EXPECT_FALSE(heard);
-    EXPECT_EQ(loop.pendingTimers(), 0U);
-}

@@ -60,11 +60,3 @@ TEST(DemoTelnet, ALineOfAnyLengthCostsNoMoreThanTheLongest)
     EXPECT_EQ(heardFrom({longest, "y", longest, longest, "\nlook\n"}),
               (std::vector<std::string>{"too long", "line look"}));
 }
-
-TEST(DemoTelnet, ReadsOneLineAtATime)
-{
-    Recorder recorder;
-    ZNTDemoTelnetInput input(recorder);
-    EXPECT_EQ(input.receive("a\nb\n"), 2U);
-    EXPECT_EQ(recorder.heard, std::vector<std::string>{"line a"});
-}

@@ -67,12 +67,6 @@ TEST(DemoTexts, TranslationsAskForTheSameWords)
                 << znt::utf8FromText(english.phrase(phrase));
 }
 
-TEST(DemoTexts, WhatIsFilledInIsNotFilledAgain)
-{
-    EXPECT_EQ(filled(u"%1 says: %2", u"%2", u"100% %1"), u"%2 says: 100% %1");
-    EXPECT_EQ(filled(u"50%", u"x"), u"50%");
-}
-
 TEST(DemoTexts, LinesAreBrokenBetweenWordsAndNothingIsLost)
 {
     EXPECT_EQ(wrapped(u"one two three", 7), u"one two\nthree");
@@ -87,13 +81,4 @@ TEST(DemoTexts, LinesAreBrokenBetweenWordsAndNothingIsLost)
         for (const auto& text : allTexts(ZNTDemoTexts::forEncoding(encoding)))
             for (std::size_t columns = 1; columns < 40; columns += 3)
                 EXPECT_EQ(withoutBreaks(wrapped(text, columns)), withoutBreaks(text));
-}
-
-TEST(DemoWords, AThingIsNamedByItsWordsOnly)
-{
-    EXPECT_TRUE(isNamedBy(u"a red apple", u"apple"));
-    EXPECT_TRUE(isNamedBy(u"a red apple", u"Red Apple"));
-    EXPECT_TRUE(isNamedBy(u"一个红苹果", u"苹果"));
-    for (const auto* other : {u"", u"a", u"app", u"ed", u"pears", u" apple", u"%1"})
-        EXPECT_FALSE(isNamedBy(u"a red apple", other)) << znt::utf8FromText(other);
 }

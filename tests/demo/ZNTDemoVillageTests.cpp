@@ -66,24 +66,6 @@ TEST_F(DemoVillage, GreetsWithTheRoomAndAnswersTheFirstCommandsOfEveryPlayer)
         EXPECT_FALSE(answerTo(line).empty()) << znt::utf8FromText(line);
 }
 
-TEST_F(DemoVillage, EveryWayIsWalkedByItsNameItsShortNameAndAsTheClientsButtonsSendIt)
-{
-    const std::pair<std::u16string_view, std::u16string_view> names[directionCount] = {
-        {u"north", u"n"},      {u"south", u"s"},      {u"east", u"e"},       {u"west", u"w"},
-        {u"northeast", u"ne"}, {u"northwest", u"nw"}, {u"southeast", u"se"}, {u"southWest", u"sw"},
-        {u"up", u"u"},         {u"down", u"d"}};
-    for (const auto room : allRooms)
-        for (const auto direction : allDirections) {
-            const auto there = roomInDirection(room, direction);
-            const auto& [whole, abbreviated] = names[static_cast<std::size_t>(direction)];
-            for (const auto word : {whole, abbreviated}) {
-                ash.room = room;
-                answerTo(word);
-                EXPECT_EQ(ash.room, there.value_or(room)) << nameOf(room) << " " << znt::utf8FromText(word);
-            }
-        }
-}
-
 TEST_F(DemoVillage, PlayersInARoomSeeEachOtherComeSpeakAndGoAndNobodyElseDoes)
 {
     auto& birch = village.enter(birchsScreen);
@@ -130,41 +112,6 @@ TEST_F(DemoVillage, BobComesRoundAndComesWhenCalled)
     EXPECT_THAT(ashsScreen.take(), HasSubstr("Bob leaves east.")) << "he takes up his walk again";
 }
 
-TEST_F(DemoVillage, AThingIsInOnePlaceAndComesBackWhenItsCarrierLeaves)
-{
-    auto& birch = village.enter(birchsScreen);
-    birch.room = ash.room = ZNTDemoRoom::Market;
-    EXPECT_THAT(answerTo(u"get apple"), HasSubstr("You take a red apple"));
-    EXPECT_THAT(birchsScreen.take(), HasSubstr("Ash takes a red apple"));
-    commands.handleLine(birch, u"get apple");
-    EXPECT_THAT(birchsScreen.take(), HasSubstr("nothing like that"));
-    EXPECT_THAT(answerTo(u"inventory"), HasSubstr("You carry a red apple."));
-    answerTo(u"s");
-    EXPECT_THAT(answerTo(u"drop apple"), HasSubstr("You put down"));
-    EXPECT_THAT(answerTo(u"look"), HasSubstr("On the ground: a red apple."));
-    answerTo(u"get apple");
-    village.leave(ash);
-    commands.handleLine(birch, u"look");
-    EXPECT_THAT(birchsScreen.take(), HasSubstr("On the ground: a red apple.")) << "home again";
-}
-
-TEST_F(DemoVillage, NamesAreUniqueAndWhatATriggersWordCanMatch)
-{
-    village.enter(birchsScreen);
-    for (const auto* refused : {u"birch", u"BOB", u"goblin", u"guide", u"two words", u"\x1b[31m", u"R2D2",
-                                u"Abcdefghijklmnopqrstuvwxyz"}) {
-        answerTo(std::u16string(u"name ") + refused);
-        EXPECT_EQ(ash.name, u"Ash") << znt::utf8FromText(refused);
-    }
-    answerTo(u"name Kim");
-    EXPECT_EQ(ash.name, u"Kim");
-    std::vector<std::unique_ptr<Screen>> crowd;
-    for (int i = 0; i < 40; ++i) {
-        const auto& player = village.enter(*crowd.emplace_back(std::make_unique<Screen>()));
-        EXPECT_TRUE(std::all_of(player.name.begin(), player.name.end(), isLetter));
-    }
-}
-
 TEST_F(DemoVillage, SoundsEndALineAndAreForThoseWhoAskedForThem)
 {
     const std::u16string walk[] = {u"sw", u"d"};
@@ -177,23 +124,6 @@ TEST_F(DemoVillage, SoundsEndALineAndAreForThoseWhoAskedForThem)
         EXPECT_EQ(crypt.find(tag) != std::string::npos, sounds);
         EXPECT_EQ(crypt.find("!!") != std::string::npos, sounds);
     }
-}
-
-TEST_F(DemoVillage, AFloodHasBounds)
-{
-    for (const auto* refused :
-         {u"flood 0", u"flood -5", u"flood 100001", u"flood many", u"flood 99999999999"})
-        EXPECT_THAT(answerTo(refused), HasSubstr("at most 100000")) << znt::utf8FromText(refused);
-    EXPECT_EQ(ashsScreen.flood, 0);
-    answerTo(u"flood 100000");
-    EXPECT_EQ(ashsScreen.flood, 100000);
-}
-
-TEST_F(DemoVillage, NothingHappensInAnEmptyVillage)
-{
-    EXPECT_EQ(loop.pendingTimers(), 2U);
-    village.leave(ash);
-    EXPECT_EQ(loop.pendingTimers(), 0U);
 }
 
 TEST(DemoVillageInChinese, WaysAndNamesAreUnderstoodInBothLanguages)

@@ -1,5 +1,4 @@
 #include "AsyncSocketTestSupport.h"
-#include "UvRunLoop.h"
 
 #include <arpa/inet.h>
 #include <array>
@@ -274,39 +273,4 @@ TEST_F(AsyncSocketTest, TheSocketMayBeDestroyedInsideAnyCallback)
         EXPECT_TRUE(loop.runUntil([&] { return !doomed; }, 5));
         EXPECT_EQ(loop.pendingTimers(), 0u);
     }
-}
-
-TEST(AsyncSocketOnTheTerminalsLoop, ConnectsByNameTalksAndHearsOfTheEnd)
-{
-    UvRunLoop loop;
-    ZNTScriptedPeer peer(loop);
-    RecordingSocketDelegate heard;
-    AsyncSocket socket(loop, &heard);
-    const std::string flood(2'000'000, 'f');
-    std::size_t got = 0;
-    peer.pieceReceived = [&](std::string_view) {
-        if (peer.received() != "look\r\n")
-            return;
-        peer.send(flood);
-        peer.closeWhenSent();
-    };
-    const auto readMore = [&](AsyncSocket& reading) {
-        reading.readDataWithTimeout(0.5, std::make_shared<std::string>(), 0, 0);
-    };
-    heard.readExtension = 0.5;
-    heard.whenConnected = [&](AsyncSocket& connected) {
-        readMore(connected);
-        connected.writeData("look\r\n", -1, 0);
-    };
-    heard.whenRead = [&](AsyncSocket& reading) {
-        got += heard.reads.back().size();
-        readMore(reading);
-    };
-    heard.whenDisconnected = [&](AsyncSocket&) { loop.stop(); };
-    ASSERT_TRUE(socket.connectToHost(loopbackName(), peer.port()));
-    const auto giveUp = loop.startTimer(20, RunLoopRepeat::Once, [&] { loop.stop(); });
-    loop.run();
-    EXPECT_EQ(got, flood.size());
-    EXPECT_EQ(heard.events.back(), "disconnected");
-    EXPECT_EQ(heard.lastError, ZNTError{});
 }

@@ -28,6 +28,15 @@ std::u16string withoutNuls(std::u16string text)
     return text;
 }
 
+/// More than the buffers of loopback hold, and their answers likewise.
+std::string floodOfOffers()
+{
+    std::string offers;
+    for (int count = 0; count < 10'000'000; ++count)
+        offers += "\xFF\xFB\x03";
+    return offers;
+}
+
 } // namespace
 
 TEST_F(Session, HoldsTextBackUntilHalfASecondOfSilence)
@@ -158,9 +167,7 @@ TEST_F(Session, ReadsNoFurtherOffersWhileTheServerTakesNoAnswers)
 {
     connect();
     server.stopReading();
-    std::string offers;
-    for (int count = 0; count < 10'000'000; ++count)
-        offers += "\xFF\xFB\x03";
+    const auto offers = floodOfOffers();
     server.send(offers);
     for (int turns = 0; turns < 2'000; ++turns)
         machine.loop.runUntil([passed = 0]() mutable { return ++passed > 1; });
@@ -179,9 +186,7 @@ TEST_F(Session, AServerThatTakesNoAnswersLosesTheConnection)
     server.makeReceiveBufferSmall();
     connect();
     server.stopReading();
-    std::string offers;
-    for (int count = 0; count < 10'000'000; ++count)
-        offers += "\xFF\xFB\x03";
+    const auto offers = floodOfOffers();
     server.send(offers);
     machine.loop.runUntil([passed = 0]() mutable { return ++passed > 200; });
     EXPECT_TRUE(session().isConnected());

@@ -111,16 +111,6 @@ TEST_F(StreamParser, IgnoresCommandsThatTheBlockCutsOff)
     EXPECT_EQ(parser.processIncomingStream(command({255, 251, 3})).text, u"");
 }
 
-TEST_F(StreamParser, ClassifiesCommandsThatEndAPrompt)
-{
-    for (const int ends : {25, 239, 249, 252})
-        EXPECT_TRUE(parser.isGoAhead(command({255, ends})));
-    EXPECT_FALSE(parser.isGoAhead(command({255, 253, 1})));
-    EXPECT_FALSE(parser.isGoAhead(command({255, 251, 3})));
-    EXPECT_EQ(session.written, std::vector{bytes({255, 25, 3})});
-    EXPECT_EQ(ZNTParserUtility::charCodeString(u"ab\u00FF"), " 97 98 255");
-}
-
 TEST_F(StreamParser, StripsCommandsWithTheCharactersThatGoWithThem)
 {
     EXPECT_EQ(parser.processIncomingStream(u"abc" + command({255, 249}) + u"\ndef").text, u"abcdef");

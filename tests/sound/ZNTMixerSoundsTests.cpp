@@ -77,14 +77,6 @@ TEST_F(MixerSounds, VolumeIsAPercentageOfTheAmplitude)
     EXPECT_EQ(loudspeaker.loudFrames(), 0u);
 }
 
-TEST_F(MixerSounds, ACountOfTwoIsHeardThreeTimes)
-{
-    ASSERT_TRUE(processSound(u"!!SOUND(battle/hit.wav L=2 V=100)"));
-    ASSERT_TRUE(listenToTheEnd());
-    EXPECT_EQ(loudspeaker.framesOf(hit), 3 * hitFrames);
-    EXPECT_EQ(loudspeaker.loudFrames(), 3 * hitFrames);
-}
-
 TEST_F(MixerSounds, AnEndlessSoundGoesOnWithoutAGapUntilOff)
 {
     ASSERT_TRUE(processSound(u"!!SOUND(battle/hit.wav L=-1 V=100)"));
@@ -96,21 +88,6 @@ TEST_F(MixerSounds, AnEndlessSoundGoesOnWithoutAGapUntilOff)
     ASSERT_EQ(loudspeaker.heardWithoutSilence().size(), 1u);
     EXPECT_NEAR(static_cast<double>(loudspeaker.loudFrames()), 2.0 * ZNTLoudspeaker::framesPerSecond,
                 6.0 * buffer);
-}
-
-TEST_F(MixerSounds, AHigherPriorityCutsInAndAnEqualOneIsDropped)
-{
-    ASSERT_TRUE(processSound(u"!!SOUND(weather/rain.wav L=-1 P=50)"));
-    ASSERT_TRUE(listenUntil([&] { return loudspeaker.loudFrames() > 0; }));
-    ASSERT_TRUE(processSound(u"!!SOUND(battle/hit.wav P=50)"));
-    ASSERT_TRUE(loudspeaker.listen(0.5));
-    EXPECT_EQ(loudspeaker.framesOf(hit), 0u);
-    ASSERT_TRUE(processSound(u"!!SOUND(battle/hit.wav P=51)"));
-    ASSERT_TRUE(listenToTheEnd());
-    const auto loud = loudspeaker.heardWithoutSilence();
-    ASSERT_EQ(loud.size(), 2u);
-    EXPECT_EQ(loud[0].value, rain);
-    EXPECT_EQ(loud[1], (Stretch{hit, hitFrames}));
 }
 
 TEST_F(MixerSounds, MusicSoundAndATriggersSoundAreHeardTogether)

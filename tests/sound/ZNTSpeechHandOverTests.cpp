@@ -30,22 +30,6 @@ struct SpeechHandOver : testing::Test {
     }
 };
 
-TEST_F(SpeechHandOver, FiveHundredChunksAreSpokenOnceEachInOrderWhileTheRunLoopTakesThem)
-{
-    std::vector<std::string> expected;
-    {
-        ZNTSpeechHandOver handOver(synth);
-        for (int number = 0; number < 500; ++number) {
-            handOver.speakOnNewThread(u"line " + znt::decimalText(number));
-            expected.push_back("line " + std::to_string(number));
-            if (number % 7 == 0)
-                loop.advance(0.5);
-        }
-    }
-    loop.advance(500);
-    EXPECT_EQ(engine.said, expected);
-}
-
 TEST_F(SpeechHandOver, AFloodKeepsItsOrderAndStartsFewThreadsAndNoneStays)
 {
     const auto threadsBefore = threadsOfThisProcess();

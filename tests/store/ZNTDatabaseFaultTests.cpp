@@ -106,23 +106,6 @@ TEST_F(ZNTDatabaseFaults, AFileLockedByAnotherProcessIsWaitedFor)
     EXPECT_THAT(storedNames(), ElementsAre(u"kept", u"other", u"mine"));
 }
 
-TEST_F(ZNTDatabaseFaults, AFullDatabaseRefusesTheNewAndKeepsTheOld)
-{
-    ZNTDatabaseHelper store(places, machine.log);
-    store.runSQL("PRAGMA max_page_count = 1"); // SQLite takes the present size instead
-    const std::u16string large(100'000, u'x');
-    storeMacro(store, u"too large", large);
-    ZNTMacro kept = store.getMacroFromDatabaseByName(u"kept").value();
-    kept.dataToExecute = large;
-    store.updateMacro(kept);
-    EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"kept"));
-    EXPECT_EQ(store.getMacroFromDatabaseByName(u"kept")->dataToExecute, u"north");
-
-    store.runSQL("PRAGMA max_page_count = 1073741823");
-    storeMacro(store, u"later", large);
-    EXPECT_EQ(store.getMacroFromDatabaseByName(u"later")->dataToExecute, large) << "there is room again";
-}
-
 TEST_F(ZNTDatabaseFaults, AFullDiskRefusesTheNewAndKeepsTheOldAtEverySizeOfIt)
 {
     const auto size = std::filesystem::file_size(machine.home.path(files.database));
@@ -184,21 +167,6 @@ TEST_F(ZNTDatabaseFaults, AReadOnlyDatabaseIsReadAndNotChanged)
                   return store.getAllMacroNames().size() == 1 && machine.log.lines.empty() ? 0 : 1;
               }),
               0);
-    EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
-}
-
-TEST_F(ZNTDatabaseFaults, AnUnreadableDatabaseIsReported)
-{
-    ::chmod(machine.home.path(files.database).c_str(), 0000);
-    EXPECT_EQ(inChild([&] {
-                  giveUpPrivileges();
-                  ZNTDatabaseHelper store(places, machine.log);
-                  const bool isSilent = store.getAllMacroNames().empty();
-                  return isSilent && machine.log.lines == std::vector<std::string>{"Could not open db."} ? 0
-                                                                                                         : 1;
-              }),
-              0);
-    ::chmod(machine.home.path(files.database).c_str(), 0600);
     EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
 }
 

@@ -166,11 +166,4 @@ TEST_F(ZNTDatabaseOperations, AFailedStatementIsSilentAndTheNextOneWorks)
     EXPECT_GT(storedMacro(u"after", u"x").oid, before.oid);
 }
 
-TEST_F(ZNTDatabaseOperations, AnotherRunReadsWhatThisOneStored)
-{
-    storedMacro(u"greet", u"say hello %1\nwave");
-    ZNTDatabaseHelper another(machine.platform.places, machine.log);
-    EXPECT_EQ(another.getMacroFromDatabaseByName(u"greet")->dataToExecute, u"say hello %1\nwave");
-}
-
 } // namespace

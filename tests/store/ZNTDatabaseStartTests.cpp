@@ -79,12 +79,6 @@ TEST_F(ZNTDatabaseStart, TheFirstRunBringsTheTemplateUpToDateAndTheSecondChanges
     EXPECT_GE(shownMuds, 15u);
 }
 
-TEST_F(ZNTDatabaseStart, NothingIsTouchedBeforeTheFirstOperation)
-{
-    const ZNTDatabaseHelper helper(places, machine.log);
-    EXPECT_FALSE(machine.home.has("Library"));
-}
-
 TEST_F(ZNTDatabaseStart, AnEmptyFolderGetsAnEmptyDatabase)
 {
     std::filesystem::create_directories(machine.home.path(files.folder));
