@@ -14,8 +14,8 @@
 namespace
 {
 
-constexpr std::size_t pieceSize = std::size_t{32}
-                                  << 10; // UTF-16 units; a piece stays in the processor's cache
+/// UTF-16 units; a piece stays in the processor's cache.
+constexpr std::size_t pieceSize = std::size_t{32} << 10;
 
 bool holdsSurrogate(std::u16string_view text)
 {
