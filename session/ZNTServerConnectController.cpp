@@ -113,6 +113,12 @@ void ZNTServerConnectController::connectToServer()
     changed();
 }
 
+void ZNTServerConnectController::stopConnecting()
+{
+    if (state() == ZNTSessionState::Connecting)
+        mudServer->disconnect();
+}
+
 void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const std::string& host,
                                                           std::uint16_t)
 {

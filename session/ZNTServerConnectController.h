@@ -81,6 +81,9 @@ public:
     // Connecting
     /// The Connect/Disconnect button: connects when idle with a host and a positive port, else disconnects.
     void connectToServer();
+    /// Gives an attempt to connect up, without an alert; the session is idle again when this returns. Does
+    /// nothing unless it is connecting.
+    void stopConnecting();
 
     // Sending
     /// The one way out for a line (no line end). With `ignoreSpecials` false a line that starts with one of

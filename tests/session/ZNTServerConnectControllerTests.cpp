@@ -323,6 +323,27 @@ TEST_F(Session, AButtonPressConnectsAndTheSameButtonDisconnects)
     EXPECT_EQ(server.clientsAccepted(), 2);
 }
 
+TEST_F(Session, AnAttemptThatThePlayerStopsEndsWithoutAnAlert)
+{
+    session().stopConnecting();
+    host.setText(znt::textFromUtf8(server.host()));
+    port.setText(znt::decimalText(server.port()));
+    session().connectToServer();
+    ASSERT_EQ(session().state(), ZNTSessionState::Connecting);
+    session().stopConnecting();
+    EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+    EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::ByPlayer);
+    EXPECT_FALSE(spinner.isAnimating);
+    EXPECT_TRUE(host.isEnabled && port.isEnabled);
+    settle();
+    EXPECT_EQ(session().state(), ZNTSessionState::Idle) << "the answer of the server comes too late";
+    EXPECT_TRUE(machine.alert.shown.empty());
+
+    connect();
+    session().stopConnecting();
+    EXPECT_TRUE(session().isConnected()) << "a connection that stands is not stopped";
+}
+
 TEST_F(Session, EveryEndingButThePlayersShowsTheAlert)
 {
     connect();
