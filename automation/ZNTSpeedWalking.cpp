@@ -1,52 +1,80 @@
 #include "ZNTSpeedWalking.h"
 
+#include "ZNTPlatformLog.h"
 #include "ZNTText.h"
 
 #include <algorithm>
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 #include <utility>
-#include <vector>
 
 namespace
 {
 
 constexpr std::u16string_view standingInterval = u"1";
 
-std::vector<std::u16string_view> splitAtTildes(std::u16string_view text)
-{
-    std::vector<std::u16string_view> pieces;
-    for (;;) {
-        const auto end = text.find(u'~');
-        pieces.push_back(text.substr(0, end));
-        if (end == text.npos)
-            return pieces;
-        text.remove_prefix(end + 1);
-    }
-}
-
 } // namespace
 
-void ZNTSpeedWalking::speedwalk(std::u16string_view line)
+std::shared_ptr<const ZNTSpeedWalking::Route> ZNTSpeedWalking::routeOfLine(std::u16string_view line)
 {
-    const auto pieces = splitAtTildes(line.substr(std::min<std::size_t>(1, line.size())));
-    const bool namesInterval = pieces.size() == 2;
-    const auto interval = namesInterval ? pieces[0] : standingInterval;
-    const auto path = namesInterval ? pieces[1] : pieces[0];
+    line.remove_prefix(std::min<std::size_t>(1, line.size()));
+    const auto first = line.find(u'~');
+    const auto second = first == line.npos ? line.npos : line.find(u'~', first + 1);
+    const bool namesInterval = first != line.npos && second == line.npos;
+    const auto interval = namesInterval ? line.substr(0, first) : standingInterval;
+    const auto path = namesInterval ? line.substr(first + 1) : line.substr(0, first);
+    return std::make_shared<const Route>(Route{znt::integerValue(interval), std::u16string(path)});
+}
 
-    lastStarted = ++walksStarted;
-    auto& walk = walks[lastStarted];
-    walk.path = path;
-    walk.timer = runLoop.startTimer(znt::integerValue(interval), RunLoopRepeat::Forever,
-                                    [this, started = lastStarted] { takeAStep(started); });
+void ZNTSpeedWalking::speedwalk(std::shared_ptr<const Route> route)
+{
+    if (!hasRoomFor(route)) {
+        logRefusal();
+        return;
+    }
+    speedTimer = ++walksStarted;
+    auto& walk = walks[speedTimer];
+    walk.timer = runLoop.startTimer(route->speed, RunLoopRepeat::Forever,
+                                    [this, started = speedTimer] { takeAStep(started); });
+    walk.route = std::move(route);
     tellOfChange();
+}
+
+bool ZNTSpeedWalking::hasRoomFor(const std::shared_ptr<const Route>& route) const
+{
+    if (walks.size() >= mostWalks)
+        return false;
+    std::size_t pathText = route->path.size();
+    const Route* previous = nullptr; // walks of one line mostly stand beside each other
+    for (const auto& [number, walk] : walks) {
+        if (walk.route != route && walk.route.get() != previous)
+            pathText += walk.route->path.size();
+        previous = walk.route.get();
+    }
+    return walks.empty() || pathText <= mostPathText;
+}
+
+void ZNTSpeedWalking::logRefusal()
+{
+    if (runLoop.now() < nextRefusalLine)
+        return;
+    nextRefusalLine = runLoop.now() + refusalInterval;
+    log.log("Speed walk refused: " + std::to_string(walks.size()) + " walks go on already");
 }
 
 void ZNTSpeedWalking::stop()
 {
     forgetStep();
-    walks.erase(std::exchange(lastStarted, 0));
-    tellOfChange();
+    if (walks.erase(std::exchange(speedTimer, 0)) > 0)
+        tellOfChange();
+}
+
+void ZNTSpeedWalking::stopAll()
+{
+    forgetStep();
+    speedTimer = 0;
+    if (!std::exchange(walks, {}).empty())
+        tellOfChange();
 }
 
 void ZNTSpeedWalking::tellOfChange() const
@@ -61,7 +89,7 @@ void ZNTSpeedWalking::forgetStep()
     stepCount = maxSteps = 0;
 }
 
-void ZNTSpeedWalking::endWalk(std::uint64_t walk)
+void ZNTSpeedWalking::endWalk(WalkNumber walk)
 {
     forgetStep();
     walks.erase(walk);
@@ -69,9 +97,10 @@ void ZNTSpeedWalking::endWalk(std::uint64_t walk)
     tellOfChange();
 }
 
-void ZNTSpeedWalking::takeAStep(std::uint64_t walk)
+void ZNTSpeedWalking::takeAStep(WalkNumber walk)
 {
-    const std::u16string path = walks.at(walk).path; // a step may stop the walk
+    const auto route = walks.at(walk).route; // a step may stop the walk
+    const auto& path = route->path;
     std::u16string step;
     if (stepCount < maxSteps) {
         ++stepCount;

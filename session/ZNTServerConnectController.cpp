@@ -50,7 +50,7 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
       zntSpeechSynth_(platform.runLoop, services.speechEngine, services.screenReader),
       speechHandOver(zntSpeechSynth_),
       speechReview_(zntSpeechSynth_),
-      _zntSpeedwalking(platform.runLoop, *this),
+      _zntSpeedwalking(platform.runLoop, *this, platform.log),
       _soundProcessor(platform.places, services.sounds),
       _zntParserUtility(*this,
                         [this](std::u16string_view tag) {

@@ -110,6 +110,9 @@ public:
     void sendUpToServer();
     void sendDownToServer();
 
+    /// Ends every speed walk; a typed "!stop" ends the one that was started last.
+    void stopAllWalks();
+
     // Local output
     /// Shows `text`, whose SGR sequences alone colour it, speaks it while speech is on, and logs its plain
     /// text. The view does not scroll.

@@ -113,6 +113,8 @@ void ZNTServerConnectController::speedwalk(std::u16string_view line) { _zntSpeed
 
 void ZNTServerConnectController::stopSpeedwalk() { _zntSpeedwalking.stop(); }
 
+void ZNTServerConnectController::stopAllWalks() { _zntSpeedwalking.stopAll(); }
+
 std::vector<std::u16string> ZNTServerConnectController::getAllMacroNames()
 {
     return services.macros.getAllMacroNames();

@@ -1,5 +1,6 @@
 #include "VirtualRunLoop.h"
 #include "ZNTSpeedWalking.h"
+#include "ZNTTestPlatform.h"
 
 namespace
 {
@@ -32,7 +33,8 @@ protected:
 
     VirtualRunLoop loop;
     RecordedLines sent;
-    ZNTSpeedWalking walker{loop, sent};
+    ZNTRecordedLog log;
+    ZNTSpeedWalking walker{loop, sent, log};
 };
 
 TEST_F(ZNTSpeedWalk, SendsTheStepsOfAPathOnePerSecondAndStops)
@@ -151,6 +153,34 @@ TEST_F(ZNTSpeedWalk, AStopEndsTheWalkThatWasStartedLastAndNoOther)
     EXPECT_THAT(linesAfter(2), ElementsAre(u"a", u"b"));
     walker.stop();
     EXPECT_THAT(linesAfter(2), ElementsAre(u"c", u"d"));
+}
+
+TEST_F(ZNTSpeedWalk, FurtherWalksAreRefusedAtAFixedNumberAndAllEndAtOnce)
+{
+    const auto route = ZNTSpeedWalking::routeOfLine(u"!" + std::u16string(1'000'000, u'n'));
+    for (int walk = 0; walk < 10'000; ++walk)
+        walker.speedwalk(route);
+    EXPECT_EQ(loop.pendingTimers(), 100u);
+    EXPECT_THAT(log.lines, ElementsAre("Speed walk refused: 100 walks go on already"));
+    EXPECT_EQ(route.use_count(), 101) << "they share the path";
+    EXPECT_EQ(linesAfter(1).size(), 100u);
+
+    walker.stop();
+    walker.stop();
+    EXPECT_EQ(loop.pendingTimers(), 99u) << "a second stop ends nothing";
+    walker.stopAll();
+    EXPECT_FALSE(walker.isWalking());
+    EXPECT_EQ(loop.pendingTimers(), 0u);
+    walker.speedwalk(u"!ns");
+    EXPECT_THAT(linesAfter(1), IsEmpty()) << "the place is kept, as by a stop: past this path's end";
+
+    for (int line = 0; line < 3; ++line) // long paths of their own
+        walker.speedwalk(std::u16string(ZNTSpeedWalking::mostPathText / 2 + 1, u'n'));
+    EXPECT_EQ(loop.pendingTimers(), 2u);
+    EXPECT_EQ(log.lines.size(), 1u) << "at most one line a minute";
+    loop.advance(60);
+    walker.speedwalk(std::u16string(ZNTSpeedWalking::mostPathText, u'n'));
+    EXPECT_EQ(log.lines.size(), 2u);
 }
 
 TEST_F(ZNTSpeedWalk, AStepMayStopTheWalkOrStartAnother)
