@@ -73,6 +73,8 @@ std::int64_t ZNTDatabase::lastInsertRowId() const
     return connection ? sqlite3_last_insert_rowid(connection) : 0;
 }
 
+std::int64_t ZNTDatabase::lastChangedRows() const { return connection ? sqlite3_changes64(connection) : 0; }
+
 sqlite3_stmt* ZNTDatabase::statementFor(std::string_view sql)
 {
     if (!connection)

@@ -65,6 +65,8 @@ public:
         return query(sql, parameters, [](const ZNTDatabaseRow&) {});
     }
     [[nodiscard]] std::int64_t lastInsertRowId() const;
+    /// The rows that the last insert, update or delete touched; one that failed does not count.
+    [[nodiscard]] std::int64_t lastChangedRows() const;
 
 private:
     enum class StepResult { Row, Done, Failed };

@@ -135,90 +135,91 @@ std::vector<ZNTMudList> ZNTDatabaseHelper::getAllMudsFromMudList()
                        mudFrom);
 }
 
+void ZNTDatabaseHelper::change(std::string_view sql, const std::vector<ZNTDatabaseValue>& parameters)
+{
+    hasLastChangeSucceeded = database().execute(sql, parameters) && database().lastChangedRows() > 0;
+}
+
 void ZNTDatabaseHelper::insertTrigger(ZNTTrigger& trigger)
 {
-    database().execute(
-        "insert into ZNTTrigger (name, checkString, action, enabled, gag, sound_file_to_play) values "
-        "(?, ?, ?, ?, ?, ?)",
-        {value(trigger.name), value(trigger.check), value(trigger.action), flag(trigger.active),
-         flag(trigger.gag), value(trigger.soundFileToPlay)});
+    change("insert into ZNTTrigger (name, checkString, action, enabled, gag, sound_file_to_play) values "
+           "(?, ?, ?, ?, ?, ?)",
+           {value(trigger.name), value(trigger.check), value(trigger.action), flag(trigger.active),
+            flag(trigger.gag), value(trigger.soundFileToPlay)});
     trigger.oid = database().lastInsertRowId();
 }
 
 void ZNTDatabaseHelper::updateTrigger(const ZNTTrigger& trigger)
 {
-    database().execute("UPDATE ZNTTrigger set name=?, action=?, checkString = ?, enabled = ?, gag = ?, "
-                       "sound_file_to_play = ? where oid=?",
-                       {value(trigger.name), value(trigger.action), value(trigger.check),
-                        flag(trigger.active), flag(trigger.gag), value(trigger.soundFileToPlay),
-                        value(trigger.oid)});
+    change("UPDATE ZNTTrigger set name=?, action=?, checkString = ?, enabled = ?, gag = ?, "
+           "sound_file_to_play = ? where oid=?",
+           {value(trigger.name), value(trigger.action), value(trigger.check), flag(trigger.active),
+            flag(trigger.gag), value(trigger.soundFileToPlay), value(trigger.oid)});
 }
 
 void ZNTDatabaseHelper::deleteTrigger(const ZNTTrigger& trigger)
 {
-    database().execute("delete from ZNTTrigger where oid = ?", {value(trigger.oid)});
+    change("delete from ZNTTrigger where oid = ?", {value(trigger.oid)});
 }
 
 void ZNTDatabaseHelper::insertMacroGroup(ZNTMacroGroup& group)
 {
-    database().execute("insert into ZNTMacroGroup (groupName) values (?)", {value(group.groupName)});
+    change("insert into ZNTMacroGroup (groupName) values (?)", {value(group.groupName)});
     group.oid = database().lastInsertRowId();
 }
 
 void ZNTDatabaseHelper::deleteMacroByOid(std::int64_t groupOid)
 {
-    database().execute("delete from ZNTMacro where zntMacroGroupFK = ?", {groupOid});
-    database().execute("delete from ZNTMacroGroup   where oid = ?", {groupOid});
+    change("delete from ZNTMacro where zntMacroGroupFK = ?", {groupOid});
+    change("delete from ZNTMacroGroup   where oid = ?", {groupOid});
 }
 
 void ZNTDatabaseHelper::insertMacroSetWithMacroGroup(ZNTMacro& macro)
 {
-    database().execute("insert into ZNTMacro (name, dataToExecute, zntMacroGroupFK) values (?, ?, ?)",
-                       {value(macro.name), value(macro.dataToExecute), value(macro.groupOid)});
+    change("insert into ZNTMacro (name, dataToExecute, zntMacroGroupFK) values (?, ?, ?)",
+           {value(macro.name), value(macro.dataToExecute), value(macro.groupOid)});
     macro.oid = database().lastInsertRowId();
 }
 
 void ZNTDatabaseHelper::updateMacro(const ZNTMacro& macro)
 {
-    database().execute("UPDATE ZNTMacro set name=?, dataToExecute=? where oid=?",
-                       {value(macro.name), value(macro.dataToExecute), value(macro.oid)});
+    change("UPDATE ZNTMacro set name=?, dataToExecute=? where oid=?",
+           {value(macro.name), value(macro.dataToExecute), value(macro.oid)});
 }
 
 void ZNTDatabaseHelper::deleteMacro(const ZNTMacro& macro)
 {
-    database().execute("delete from ZNTMacro where oid = ?", {value(macro.oid)});
+    change("delete from ZNTMacro where oid = ?", {value(macro.oid)});
 }
 
 void ZNTDatabaseHelper::addNewRowMudList(ZNTMudList& entry)
 {
-    database().execute("insert into ZNTMudList (name, url, port, telnetURL) values (?, ?, ?, ?)",
-                       {value(entry.name), value(entry.url), value(entry.port), value(entry.telnetURL)});
+    change("insert into ZNTMudList (name, url, port, telnetURL) values (?, ?, ?, ?)",
+           {value(entry.name), value(entry.url), value(entry.port), value(entry.telnetURL)});
     entry.oid = database().lastInsertRowId();
 }
 
 void ZNTDatabaseHelper::updateMudListObject(const ZNTMudList& entry)
 {
-    database().execute("UPDATE ZNTMudList set name=?, url=?, telnetURL = ?, port = ?, defaultConnection = ?, "
-                       "active = ?, displayToUser = ?, userCreated = ? where oid=?",
-                       {value(entry.name), value(entry.url), value(entry.telnetURL), value(entry.port),
-                        flag(entry.defaultConnection), flag(entry.active), flag(true), flag(true),
-                        value(entry.oid)});
+    change("UPDATE ZNTMudList set name=?, url=?, telnetURL = ?, port = ?, defaultConnection = ?, "
+           "active = ?, displayToUser = ?, userCreated = ? where oid=?",
+           {value(entry.name), value(entry.url), value(entry.telnetURL), value(entry.port),
+            flag(entry.defaultConnection), flag(entry.active), flag(true), flag(true), value(entry.oid)});
 }
 
 void ZNTDatabaseHelper::hideZNTMudListValueFromUser(std::u16string_view, std::int64_t objectIdOfRemovalObject)
 {
-    database().execute("UPDATE ZNTMudList set displayToUser = ? where oid=?",
-                       {flag(false), objectIdOfRemovalObject});
+    change("UPDATE ZNTMudList set displayToUser = ? where oid=?", {flag(false), objectIdOfRemovalObject});
 }
 
 void ZNTDatabaseHelper::restoreSystemDefaultMudList()
 {
-    database().execute("UPDATE ZNTMudList set displayToUser = ?", {flag(true)});
+    change("UPDATE ZNTMudList set displayToUser = ?", {flag(true)});
 }
 
 void ZNTDatabaseHelper::removeZNTMudListObjectFromTable(std::u16string_view tableName, std::int64_t)
 {
-    database().execute("delete from ZNTMudList where oid = ?", {std::u16string(tableName)});
+    change("delete from ZNTMudList where oid = ?", {std::u16string(tableName)});
 }
 
 void ZNTDatabaseHelper::runSQL(std::string_view statement) { database().execute(statement); }

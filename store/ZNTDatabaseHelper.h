@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZNTDatabase.h"
 #include "ZNTFilePlaces.h"
 #include "ZNTMacro.h"
 #include "ZNTMacroGroup.h"
@@ -12,8 +13,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-class ZNTDatabase;
 
 /// Everything that outlives a run: macros and their groups, triggers, the address book. The only code that
 /// speaks SQL; one a program, on the run loop's thread.
@@ -61,15 +60,23 @@ public:
     void restoreSystemDefaultMudList();
     /// Binds `tableName` where the statement wants a key, and so deletes nothing; kept as it is.
     void removeZNTMudListObjectFromTable(std::u16string_view tableName, std::int64_t objectIdOfRemovalObject);
+    /// Changes no answer of `didLastChangeSucceed`.
     void runSQL(std::string_view statement);
     /// Recorded commands are not stored.
     void insertRecordedCommands() {}
 
+    /// Whether the last insert, update, delete, hiding or restoring wrote at least one row. False where the
+    /// database could not be written, and where no row has the key. Of a group it says whether the group
+    /// itself was deleted. Reads do not change the answer.
+    [[nodiscard]] bool didLastChangeSucceed() const { return hasLastChangeSucceeded; }
+
 private:
     ZNTDatabase& database();
+    void change(std::string_view sql, const std::vector<ZNTDatabaseValue>& parameters);
     void openDatabase();
 
     ZNTFilePlaces places;
     ZNTPlatformLog& log;
     std::unique_ptr<ZNTDatabase> opened;
+    bool hasLastChangeSucceeded = false;
 };

@@ -156,14 +156,29 @@ TEST_F(ZNTDatabaseOperations, ASavedEntryIsThePlayersOwnAndVisible)
 TEST_F(ZNTDatabaseOperations, AFailedStatementIsSilentAndTheNextOneWorks)
 {
     const auto before = storedMacro(u"before", u"x");
+    EXPECT_TRUE(store.didLastChangeSucceed());
     store.runSQL("alter table ZNTMacro rename to away");
     EXPECT_EQ(storedMacro(u"lost", u"x").oid, before.oid) << "the key of the insert before";
+    EXPECT_FALSE(store.didLastChangeSucceed());
     EXPECT_THAT(store.getAllMacroNames(), IsEmpty());
     store.runSQL("no statement at all");
     store.runSQL("");
     store.runSQL("alter table away rename to ZNTMacro");
     EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"before"));
-    EXPECT_GT(storedMacro(u"after", u"x").oid, before.oid);
+    auto after = storedMacro(u"after", u"x");
+    EXPECT_GT(after.oid, before.oid);
+    EXPECT_TRUE(store.didLastChangeSucceed());
+
+    store.deleteMacro(after);
+    EXPECT_TRUE(store.didLastChangeSucceed());
+    store.updateMacro(after);
+    EXPECT_FALSE(store.didLastChangeSucceed()) << "there is no such row any more";
+    EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"before"));
+    EXPECT_FALSE(store.didLastChangeSucceed()) << "a read changes no answer";
+    store.restoreSystemDefaultMudList();
+    EXPECT_TRUE(store.didLastChangeSucceed());
+    store.deleteMacroByOid(99);
+    EXPECT_FALSE(store.didLastChangeSucceed());
 }
 
 } // namespace
