@@ -148,6 +148,9 @@ public:
     /// Edited triggers are in force from the next block on.
     void reloadTriggers();
 
+    /// Ends all that plays, with the repetitions that are left, and what is still being fetched.
+    void stopAllSounds();
+
     // Speech. A state is 1 for on.
     /// Turns speech on, and its interruption, as `awakeFromNib` does where a screen reader runs; for a front
     /// end that finds only afterwards that one was running.

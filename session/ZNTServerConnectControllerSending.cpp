@@ -136,6 +136,8 @@ void ZNTServerConnectController::playTriggerSound(std::u16string_view fileName)
     _soundProcessor.playTriggerSound(fileName);
 }
 
+void ZNTServerConnectController::stopAllSounds() { _soundProcessor.stopAllSounds(); }
+
 // Local output
 
 void ZNTServerConnectController::insertText(std::u16string_view text, ZNTColour)

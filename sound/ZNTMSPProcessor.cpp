@@ -230,6 +230,15 @@ void ZNTMSPProcessor::playTriggerSound(std::u16string_view fileName)
         sound->play();
 }
 
+void ZNTMSPProcessor::stopAllSounds()
+{
+    // The notices of these stops go to the delegate that the sounds know; without it nothing repeats. No
+    // later notice then clears the flags of stops by priority.
+    delegate = std::make_shared<Delegate>(*this);
+    _soundStopped = _musicStopped = false;
+    sounds.stopAll();
+}
+
 bool ZNTMSPProcessor::isSound(std::u16string_view tag)
 {
     const auto word = patterns.firstMatch(wordPattern, tag);

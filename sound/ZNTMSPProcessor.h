@@ -34,6 +34,10 @@ public:
     /// and to its end. A file that is not there or cannot be read plays nothing.
     void playTriggerSound(std::u16string_view fileName);
 
+    /// The player's way to silence: ends both channels with all repetitions that are left, the sounds of
+    /// triggers, and sounds that are still being fetched. The next tag plays as ever.
+    void stopAllSounds();
+
     /// The finish notice of a sound: plays counted repetitions again.
     void soundDidFinishPlaying(ZNTSoundObject& sound, bool finished);
 

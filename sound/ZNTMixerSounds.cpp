@@ -21,6 +21,7 @@ public:
     std::uint64_t begin(const std::shared_ptr<Sound>& sound);
     /// Stops the play; the notice follows.
     void stop(std::uint64_t play);
+    void stopAll();
     void setVolume(std::uint64_t play, float volume);
     void updateLoudness();
 
@@ -167,6 +168,13 @@ void ZNTMixerSounds::Playback::stop(std::uint64_t play)
     });
 }
 
+void ZNTMixerSounds::Playback::stopAll()
+{
+    // Each stop takes its play out of the book.
+    for (const auto& [play, sound] : std::map(playing))
+        sound->stop();
+}
+
 void ZNTMixerSounds::Playback::setVolume(std::uint64_t play, float volume)
 {
     if (mixer_)
@@ -247,6 +255,8 @@ std::shared_ptr<ZNTSoundObject> ZNTMixerSounds::soundFromUrl(std::string_view ur
         return {};
     return std::make_shared<Sound>(playback, nullptr, std::string(url));
 }
+
+void ZNTMixerSounds::stopAll() { playback->stopAll(); }
 
 void ZNTMixerSounds::setGameIsLocal(bool isLocal) { playback->gameIsLocal = isLocal; }
 

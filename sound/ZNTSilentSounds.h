@@ -8,6 +8,7 @@ class ZNTSilentSounds final : public ZNTSoundFactory
 public:
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override { return {}; }
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
+    void stopAll() override {}
     void setGameIsLocal(bool) override {}
     void setMasterVolume(float volume) override { masterVolume_ = volume; }
     [[nodiscard]] float masterVolume() const override { return masterVolume_; }

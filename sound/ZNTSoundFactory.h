@@ -18,6 +18,9 @@ public:
     /// cannot be fetched for sure.
     [[nodiscard]] virtual std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view url) = 0;
 
+    /// Stops every sound that it made and that plays or is being fetched.
+    virtual void stopAll() = 0;
+
     /// Whether the game is on this machine or on its network. Only such a game may have sounds fetched from
     /// there. False until told otherwise.
     virtual void setGameIsLocal(bool isLocal) = 0;

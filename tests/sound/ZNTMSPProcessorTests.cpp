@@ -244,6 +244,22 @@ TEST_F(Processor, OffStopsAChannelButARepetitionWithRoundsLeftComesBack)
     EXPECT_FALSE(last().playsNow);
 }
 
+TEST_F(Processor, AStopOfAllSoundsEndsRepetitionsTooAndTheNextTagPlaysAsEver)
+{
+    add("a/b.wav");
+    process(u"!!SOUND(a/b.wav L=5 P=1)");
+    process(u"!!SOUND(a/b.wav L=5 P=2)"); // its predecessor's notice is on its way
+    process(u"!!MUSIC(a/b.wav L=-1)");
+    processor.playTriggerSound(u"a/b.wav");
+    processor.stopAllSounds();
+    sounds.deliverNotices();
+    EXPECT_TRUE(std::none_of(sounds.made.begin(), sounds.made.end(),
+                             [](const auto& sound) { return sound->playsNow; }));
+    process(u"!!SOUND(a/b.wav L=2)");
+    sounds.finishAll();
+    EXPECT_EQ(last().timesPlayed, 3);
+}
+
 TEST_F(Processor, OnlyAHigherPriorityCutsInAndMusicMeasuresAgainstZero)
 {
     add("a/b.wav");

@@ -103,6 +103,18 @@ TEST_F(MixerSounds, MusicSoundAndATriggersSoundAreHeardTogether)
     ASSERT_TRUE(listenToTheEnd());
 }
 
+TEST_F(MixerSounds, AStopOfAllSoundsIsSilenceAtOnce)
+{
+    ASSERT_TRUE(processSound(u"!!MUSIC(music/theme.wav L=-1 V=100)"));
+    ASSERT_TRUE(processSound(u"!!SOUND(weather/rain.wav L=1000 V=100)"));
+    write("battle/long.wav", wavFile(100 * hitFrames, hit));
+    processor.playTriggerSound(u"battle/long.wav");
+    ASSERT_TRUE(listenUntil([&] { return loudspeaker.loudest() == theme + rain + hit; }));
+    processor.stopAllSounds();
+    ASSERT_TRUE(listenToTheEnd());
+    EXPECT_FALSE(processor._sounds()->isPlaying() || processor._music()->isPlaying());
+}
+
 TEST_F(MixerSounds, MasterVolumeAndMutingReachWhatPlays)
 {
     sounds.setMasterVolume(0.25F);

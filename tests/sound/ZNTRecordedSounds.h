@@ -67,6 +67,11 @@ struct ZNTRecordedSounds final : ZNTSoundFactory {
     {
         return add(std::string(url));
     }
+    void stopAll() override
+    {
+        for (const auto& sound : made)
+            sound->stop();
+    }
     void setGameIsLocal(bool) override {}
     void setMasterVolume(float) override {}
     [[nodiscard]] float masterVolume() const override { return 1; }
