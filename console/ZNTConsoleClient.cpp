@@ -20,8 +20,8 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
       groups(surroundings.platform, store, macroGroupBox),
       macroList(surroundings.platform, store, groups, macroTable),
       controller(surroundings.platform, screen(), services()),
-      recorderView({recorderTable, recordingName, recordingSeconds, recorderSheet},
-                   surroundings.platform.log),
+      _zntCommandRecorderView({recorderTable, recordingName, recordingSeconds, recorderSheet},
+                              surroundings.platform.log),
       commands(std::make_unique<ZNTConsoleCommands>(*this))
 {
     controller.awakeFromNib();
@@ -50,7 +50,7 @@ ZNTSessionScreen ZNTConsoleClient::screen()
     elements.connectionButton = &connectionButton;
     elements.myProgressIndicator = &spinner;
     elements.macroTable = &macroTable;
-    elements.voiceOver = &voiceOver;
+    elements._voiceOver = &voiceOver;
     ZNTButton** directions[] = {&elements.northButton,     &elements.southButton,
                                 &elements.eastButton,      &elements.westButton,
                                 &elements.northEastButton, &elements.northWestButton,
@@ -69,7 +69,9 @@ ZNTSessionServices ZNTConsoleClient::services()
             .speechEngine = surroundings.speechEngine,
             .screenReader = screenReader,
             .showZNTCommandRecorderView =
-                [this](ZNTCommandRecorderDataSource& commands) { recorderView.set_theDataSource(commands); },
+                [this](ZNTCommandRecorderDataSource& commands) {
+                    _zntCommandRecorderView.set_theDataSource(commands);
+                },
             .sessionChanged = [this] { sessionChanged(); },
             .textShown = [this] { textShown(); },
             .silencePassed = [this] { silencePassed(); }};
@@ -265,7 +267,7 @@ void ZNTConsoleClient::finishRecording(std::u16string_view name, std::u16string_
         return;
     recordingName.setText(name);
     recordingSeconds.setText(seconds);
-    recorderView.saveToDatabase();
+    _zntCommandRecorderView.saveToDatabase();
 }
 
 void ZNTConsoleClient::say(std::u16string_view line)

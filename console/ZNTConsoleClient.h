@@ -106,7 +106,7 @@ private:
     ZNTMacroGroupDropDownController groups;
     ZNTMudMacroTableViewController macroList;
     ZNTServerConnectController controller;
-    ZNTCommandRecorderView recorderView;
+    ZNTCommandRecorderView _zntCommandRecorderView;
     std::unique_ptr<ZNTConsoleCommands> commands;
     std::unique_ptr<ZNTDemoGame> demoGame;
 

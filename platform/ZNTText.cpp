@@ -126,6 +126,11 @@ std::u16string decimalText(std::int64_t number) { return textFromUtf8(std::to_st
 
 std::u16string_view trimmedOfBlanks(std::u16string_view text) { return trimmed(text, isBlank); }
 
+std::u16string_view trimmedOfSpacesAndTabs(std::u16string_view text)
+{
+    return trimmed(text, [](char16_t unit) { return unit == u' ' || unit == u'\t'; });
+}
+
 std::u16string_view trimmedOfNewlines(std::u16string_view text) { return trimmed(text, isNewline); }
 
 std::u16string_view trimmedOfWhitespace(std::u16string_view text)

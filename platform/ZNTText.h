@@ -24,6 +24,8 @@ std::u16string decimalText(std::int64_t number);
 
 /// Without the blanks and tabs (and other characters of category Zs) at both ends; line ends stay.
 std::u16string_view trimmedOfBlanks(std::u16string_view text);
+/// Without the spaces (U+0020) and tabs at both ends; other blanks stay.
+std::u16string_view trimmedOfSpacesAndTabs(std::u16string_view text);
 /// The end of `text`, `most` UTF-16 units of it, or all where it has no more.
 constexpr std::u16string_view lastUnits(std::u16string_view text, std::size_t most)
 {

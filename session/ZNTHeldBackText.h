@@ -9,10 +9,16 @@
 class ZNTHeldBackText
 {
 public:
-    /// Adds a block, without the blanks and tabs at its ends; line ends stay.
-    void add(std::u16string_view block) { joined += znt::trimmedOfBlanks(block); }
+    /// Adds a block, without the spaces and tabs at its ends; line ends stay. Wide and no-break spaces stay
+    /// too: they belong to the layout of Chinese text.
+    void add(std::u16string_view block)
+    {
+        joined += znt::trimmedOfSpacesAndTabs(block);
+        hasBlocks = true;
+    }
 
-    [[nodiscard]] bool empty() const { return joined.empty(); }
+    /// Whether no block waits; one of which nothing was left is a block.
+    [[nodiscard]] bool empty() const { return !hasBlocks; }
     /// UTF-16 units.
     [[nodiscard]] std::size_t size() const { return joined.size(); }
 
@@ -21,6 +27,7 @@ public:
     {
         std::u16string text = std::move(joined);
         joined.clear();
+        hasBlocks = false;
         text += last;
         return text;
     }
@@ -29,7 +36,7 @@ public:
     /// back tens of megabytes at each release, and new ones from the system cost more than processing them.
     void reuse(std::u16string&& released)
     {
-        if (!joined.empty() || released.capacity() <= joined.capacity())
+        if (hasBlocks || released.capacity() <= joined.capacity())
             return;
         joined = std::move(released);
         joined.clear();
@@ -37,4 +44,5 @@ public:
 
 private:
     std::u16string joined;
+    bool hasBlocks = false;
 };

@@ -36,7 +36,7 @@ constexpr std::array<Answer, 256> answersToOffers = [] {
 
 ZNTParserUtility::ZNTParserUtility(ZNTTelnetListener& session,
                                    std::function<void(std::u16string_view)> processSound)
-    : session(session),
+    : _zntServerConnectController(session),
       processSound(std::move(processSound))
 {
 }
@@ -47,7 +47,7 @@ void ZNTParserUtility::processServerCommands(std::u16string_view text)
     forEachCommand(text, [this](auto command) { processServerCommand(command); });
     areRepliesGathered = false;
     if (!gatheredReplies.empty())
-        session.writeData(std::exchange(gatheredReplies, {}), replyTimeout, replyTag);
+        _zntServerConnectController.writeData(std::exchange(gatheredReplies, {}), replyTimeout, replyTag);
 }
 
 void ZNTParserUtility::processServerCommand(std::u16string_view command)
@@ -57,11 +57,12 @@ void ZNTParserUtility::processServerCommand(std::u16string_view command)
     switch (command[1]) {
     case EOR:
     case GA:
-        session.setIsGoAhead(true);
+        _zntServerConnectController.setIsGoAhead(true);
         break;
     case SE:
-        session.setEndOfNegotiations(true);
-        session.set_mccp(true); // the only subnegotiation that is ever agreed to is the start of MCCP2
+        _zntServerConnectController.setEndOfNegotiations(true);
+        _zntServerConnectController.set_mccp(
+            true); // the only subnegotiation that is ever agreed to is the start of MCCP2
         break;
     case WILL:
         processServerOptionForWill(command);
@@ -86,7 +87,7 @@ void ZNTParserUtility::processServerOptionForWill(std::u16string_view command)
         sendCommand(WONT, option);
         break;
     case Answer::EndOfRecord:
-        session.setIsGoAhead(true);
+        _zntServerConnectController.setIsGoAhead(true);
         sendCommand(DO, option);
         break;
     case Answer::CompressionV2:
@@ -105,7 +106,7 @@ void ZNTParserUtility::sendCommand(char16_t command, char16_t option)
     if (areRepliesGathered)
         gatheredReplies += reply;
     else
-        session.writeData(reply, replyTimeout, replyTag);
+        _zntServerConnectController.writeData(reply, replyTimeout, replyTag);
 }
 
 bool ZNTParserUtility::isGoAhead(std::u16string_view command)

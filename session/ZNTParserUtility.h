@@ -59,7 +59,7 @@ public:
     static std::string charCodeString(std::u16string_view text);
 
 private:
-    ZNTTelnetListener& session;
+    ZNTTelnetListener& _zntServerConnectController;
     std::function<void(std::u16string_view)> processSound;
     ZNTColourParser colourParser;
     bool areRepliesGathered = false;

@@ -61,7 +61,9 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
       triggers(platform.log),
       _zntLogger(platform.places, platform.clock)
 {
-    ZNTUpdater(platform.places, platform.log).createSoundFolder();
+    ZNTUpdater updater(platform.places, platform.log);
+    updater.createSoundFolder();
+    rootPath_ = updater.getSoundPath();
     _zntSpeedwalking.walkingChanged = [this] { changed(); };
     reloadTriggers();
 }
@@ -70,7 +72,7 @@ ZNTServerConnectController::~ZNTServerConnectController() = default;
 
 void ZNTServerConnectController::awakeFromNib()
 {
-    enableAlmostAllWidgets(false);
+    disableAlmostAllWidgets();
     screen.ipAddress->takeFocus();
     fillFromDefaultMud();
     if (services.screenReader.isRunning())
@@ -131,7 +133,7 @@ void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const st
     connectedSince_ = platform.clock.timeOfDay();
     screen.ipAddress->setEnabled(false);
     screen.port->setEnabled(false);
-    enableAlmostAllWidgets(true);
+    enableAlmostAllWidgets();
     screen.textToServer->placeCaretAtEnd();
     readNextBlock();
     changed();
@@ -155,7 +157,7 @@ void ZNTServerConnectController::onSocketDidDisconnect(AsyncSocket&)
     screen.connectionButton->setTitle(u"Connect");
     screen.ipAddress->setEnabled(true);
     screen.port->setEnabled(true);
-    enableAlmostAllWidgets(false);
+    disableAlmostAllWidgets();
     isConnected_ = false;
     screen.myProgressIndicator->stopAnimation();
     if (!mudServerTextSentBuffer.empty())
@@ -171,7 +173,11 @@ void ZNTServerConnectController::showMudNotResponding()
         u"Please select a new MUD or try again later. The MUD address entered is unavailable.");
 }
 
-void ZNTServerConnectController::enableAlmostAllWidgets(bool enabled)
+void ZNTServerConnectController::enableAlmostAllWidgets() { setAlmostAllWidgetsEnabled(true); }
+
+void ZNTServerConnectController::disableAlmostAllWidgets() { setAlmostAllWidgetsEnabled(false); }
+
+void ZNTServerConnectController::setAlmostAllWidgetsEnabled(bool enabled)
 {
     screen.textToServer->setEnabled(enabled);
     for (ZNTButton* button : {screen.northButton, screen.southButton, screen.eastButton, screen.westButton,
@@ -254,7 +260,7 @@ double ZNTServerConnectController::onSocketShouldTimeoutReadWithTag(AsyncSocket&
 void ZNTServerConnectController::timeUp()
 {
     readTimeout_ = true;
-    processMessage(u"");
+    processMessage(_emptyString);
 }
 
 void ZNTServerConnectController::processMessage(std::optional<std::u16string_view> text)
@@ -273,9 +279,11 @@ void ZNTServerConnectController::processMessage(std::optional<std::u16string_vie
         mudServerTextSentBuffer.add(*text);
         if (mudServerTextSentBuffer.size() <= mostHeldBack)
             return;
-        text = u"";
+        text = _emptyString;
     }
     isGoAhead_ = readTimeout_ = false;
+    if (text->empty() && mudServerTextSentBuffer.empty())
+        return; // a silence that releases nothing is no chunk, which triggers could match
     auto result = _zntParserUtility.processIncomingStream(mudServerTextSentBuffer.releasedWith(*text));
     pausesLeft = mostPauses;
     const bool isGagged = triggers.passOver(result.text, *this);
@@ -295,7 +303,7 @@ void ZNTServerConnectController::show(const ZNTAttributedText& result, bool isGa
     if (!isGagged)
         speakOrStop(result.text);
     screen.textFromServer->append(result);
-    screen.textFromServer->scrollToEnd();
+    screen.scrollView()->scrollToEnd();
     _zntLogger.loggerText(result.text);
     if (services.textShown)
         services.textShown();

@@ -187,8 +187,14 @@ public:
     [[nodiscard]] bool isWalking() const;
     [[nodiscard]] bool hasTextHeldBack() const { return !mudServerTextSentBuffer.empty(); }
     [[nodiscard]] ZNTStringEncoding cfStringEncoding() const { return cfStringEncoding_; }
+    /// The folder that the sounds of triggers are played from; ends with a slash.
+    [[nodiscard]] const std::string& rootPath() const { return rootPath_; }
     [[nodiscard]] const std::u16string& lastCommand() const { return lastCommand_; }
 
+    static constexpr std::u16string_view _emptyString{};
+    /// The telnet commands in received text, as an ICU expression with dots that match line ends too.
+    /// `znt::telnet::forEachCommand` finds what it finds, in linear time.
+    static constexpr std::u16string_view _specialMudProtocolsRegex = u"\\xFF(..?)";
     /// UTF-16 units that may be held back; past it they are shown as after a silence, so that a server that
     /// never pauses cannot fill the memory.
     static constexpr std::size_t mostHeldBack = std::size_t{8} << 20;
@@ -236,7 +242,10 @@ private:
     void interruptSpeech(double pause);
     void forgetReplay() { _replayLastTextFromMUD.clear(); }
     void showMudNotResponding();
-    void enableAlmostAllWidgets(bool enabled);
+    /// The command line and the ten direction buttons: what needs a connection.
+    void enableAlmostAllWidgets();
+    void disableAlmostAllWidgets();
+    void setAlmostAllWidgetsEnabled(bool enabled);
     void fillFromDefaultMud();
     void changed();
 
@@ -253,6 +262,7 @@ private:
     int speechOnOffBindingState_ = 0;
     int speechInterruptOnOffBindingState_ = 0;
     ZNTStringEncoding cfStringEncoding_ = ZNTStringEncoding::Ascii;
+    std::string rootPath_;
     std::u16string lastCommand_;
     int repliesOnTheirWay = 0;
     bool isReadPutOff = false;     ///< until the server has taken more of its replies

@@ -42,7 +42,7 @@ void ZNTServerConnectController::sendTextToServer()
         forgetReplay();
     }
     sendMessageToServer(line, /*ignoreSpecials=*/false);
-    screen.textToServer->setText(u"");
+    screen.textToServer->setText(_emptyString);
 }
 
 void ZNTServerConnectController::sendTextToServerNoWidget(std::u16string_view givenLine)
@@ -55,7 +55,7 @@ void ZNTServerConnectController::sendTextToServerNoWidget(std::u16string_view gi
         if (!ZNTCommandInterpreter::hasPrefix(line))
             sendMessageToServer(line, /*ignoreSpecials=*/false);
     }
-    screen.textToServer->setText(u"");
+    screen.textToServer->setText(_emptyString);
 }
 
 void ZNTServerConnectController::resendLastCommand()
@@ -68,7 +68,7 @@ bool ZNTServerConnectController::controlTextViewDoCommandBySelector(ZNTCommandLi
 {
     switch (key) {
     case ZNTCommandLineKey::InsertNewline:
-        screen.voiceOver->setText(u"");
+        screen._voiceOver->setText(_emptyString);
         interruptSpeech(pauseAtReturn);
         speechReview_.startOver();
         if (!screen.textToServer->text().empty())

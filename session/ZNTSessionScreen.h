@@ -13,7 +13,7 @@ struct ZNTSessionScreen {
     ZNTButton* connectionButton = nullptr; ///< titled "Connect" or "Disconnect"
     ZNTSpinner* myProgressIndicator = nullptr;
     ZNTTableView* macroTable = nullptr;
-    ZNTTextArea* voiceOver = nullptr; ///< the accessibility echo, emptied at each Return
+    ZNTTextArea* _voiceOver = nullptr; ///< the accessibility echo, emptied at each Return
     ZNTButton* northButton = nullptr;
     ZNTButton* southButton = nullptr;
     ZNTButton* eastButton = nullptr;
@@ -24,4 +24,7 @@ struct ZNTSessionScreen {
     ZNTButton* southWestButton = nullptr;
     ZNTButton* upButton = nullptr;
     ZNTButton* downButton = nullptr;
+
+    /// What scrolls the output view: the view itself.
+    [[nodiscard]] ZNTTextView* scrollView() const { return textFromServer; }
 };

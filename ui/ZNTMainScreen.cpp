@@ -41,7 +41,7 @@ ZNTSessionScreen ZNTMainScreen::sessionScreen()
     screen.connectionButton = &connectionButton;
     screen.myProgressIndicator = &myProgressIndicator;
     screen.macroTable = &macroTable;
-    screen.voiceOver = &voiceOver;
+    screen._voiceOver = &voiceOver;
     screen.northButton = direction(ZNTDirection::North);
     screen.southButton = direction(ZNTDirection::South);
     screen.eastButton = direction(ZNTDirection::East);

@@ -118,7 +118,7 @@ void ZNTMudAppController::newApp() { QProcess::startDetached(QCoreApplication::a
 
 void ZNTMudAppController::showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands)
 {
-    if (!zntCommandRecorderView)
-        zntCommandRecorderView = std::make_unique<ZNTCommandRecorderSheet>(mainWindow, windowServices);
-    zntCommandRecorderView->show(commands);
+    if (!_zntCommandRecorderView)
+        _zntCommandRecorderView = std::make_unique<ZNTCommandRecorderSheet>(mainWindow, windowServices);
+    _zntCommandRecorderView->show(commands);
 }

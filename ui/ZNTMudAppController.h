@@ -75,5 +75,5 @@ private:
     std::unique_ptr<ZNTEditMacroSheet> zntEditMacroViewController;
     std::unique_ptr<ZNTMudListSheet> zntMudListController;
     std::unique_ptr<ZNTPreferencesController> preferencesController;
-    std::unique_ptr<ZNTCommandRecorderSheet> zntCommandRecorderView;
+    std::unique_ptr<ZNTCommandRecorderSheet> _zntCommandRecorderView;
 };

@@ -85,6 +85,42 @@ TEST_F(Session, ShowsAnEndlessFloodBeforeItFillsTheMemory)
     EXPECT_EQ(shown().substr(flood), u"calm");
 }
 
+TEST_F(Session, OnlyAChunkIsHeldAgainstTheTriggersAndASilenceWithNothingHeldBackIsNone)
+{
+    ZNTTrigger trigger;
+    trigger.name = u"empty";
+    trigger.check = u"^$";
+    trigger.action = u"quiet";
+    trigger.active = true;
+    database.insertTrigger(trigger);
+    connect();
+    silence();
+    silence();
+    session().timeUp();
+    settle();
+    EXPECT_EQ(server.received(), "");
+    std::string answers;
+    for (const auto& chunk : {telnet({255, 249}), telnet({255, 253, 31}), std::string(" \t ")}) {
+        receive(chunk); // nothing is left of it after stripping or trimming
+        silence();
+        settle();
+        answers += "quiet\r\n";
+        EXPECT_EQ(server.received(), answers);
+    }
+    silence();
+    settle();
+    EXPECT_EQ(server.received(), answers);
+}
+
+TEST_F(Session, SpacesAndTabsAloneAreTrimmedWhereHeldBackPiecesMeet)
+{
+    connect();
+    session().processMessage(u" \ta\u00A0\u3000 \t");
+    session().processMessage(u"\u2003b\u00A0 ");
+    session().timeUp();
+    EXPECT_EQ(shown(), u"a\u00A0\u3000\u2003b\u00A0");
+}
+
 TEST_F(Session, FlushesOnDemandAndSaysWhereNoDecodingMadeAText)
 {
     connect();
@@ -251,7 +287,10 @@ TEST_F(Session, PlaysInTheChineseEncodings)
     for (const auto& [title, encoding] : {std::pair{u"EUC_CN - Chinese", ZNTStringEncoding::EucCn},
                                           std::pair{u"BIG5 - Chinese", ZNTStringEncoding::Big5Hkscs}}) {
         view.clear();
+        int changes = 0;
+        whenSessionChanges = [&] { ++changes; };
         session().changeEncoding(title);
+        EXPECT_EQ(changes, 1);
         session().changeEncoding(u"KOI8");
         const auto hello = znt::encodedText(u"你好，世界", encoding);
         receive(hello.substr(0, 4) + telnet({255, 251, 3}) + hello.substr(4) + goAhead);
@@ -261,6 +300,7 @@ TEST_F(Session, PlaysInTheChineseEncodings)
         const auto sent = znt::encodedText(u"說 café\r\n", encoding);
         EXPECT_TRUE(server.received().ends_with(sent));
     }
+    whenSessionChanges = {};
     session().changeEncoding(u"ASCII");
     EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Ascii);
 }

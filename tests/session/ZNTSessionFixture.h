@@ -43,7 +43,7 @@ protected:
         screen.connectionButton = &button;
         screen.myProgressIndicator = &spinner;
         screen.macroTable = &macroTable;
-        screen.voiceOver = &voiceOver;
+        screen._voiceOver = &voiceOver;
         ZNTButton** buttons[] = {&screen.northButton,     &screen.southButton,     &screen.eastButton,
                                  &screen.westButton,      &screen.northEastButton, &screen.northWestButton,
                                  &screen.southEastButton, &screen.southWestButton, &screen.upButton,
