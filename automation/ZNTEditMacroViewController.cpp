@@ -2,6 +2,7 @@
 
 #include "ZNTDatabaseHelper.h"
 #include "ZNTMudMacroTableViewController.h"
+#include "ZNTShownRows.h"
 
 ZNTEditMacroViewController::ZNTEditMacroViewController(const ZNTPlatform& platform,
                                                        ZNTDatabaseHelper& database,
@@ -47,7 +48,7 @@ void ZNTEditMacroViewController::doneEditing()
 {
     macroSelected.name = elements.macroNameTF.text();
     macroSelected.dataToExecute = elements.commandText.text();
-    database.updateMacro(macroSelected);
+    znt::saveShownRow(database, macroSelected);
     mmtvc.updateMacroInList(macroSelected, mmtvc.getCurrentSelectedMacroIndex());
     finishEditing();
 }

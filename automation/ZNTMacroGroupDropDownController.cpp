@@ -65,6 +65,8 @@ void ZNTMacroGroupDropDownController::createNewMacroGroup()
     ZNTMacroGroup group;
     group.groupName = znt::trimmedOfBlanks(macroGroupComboBox.text());
     database.insertMacroGroup(group);
+    if (!database.didLastChangeSucceed())
+        platform.log.log("The macro group was not saved: the database could not be written.");
     macroGroups_.push_back(std::move(group));
     macroGroupComboBox.reloadData();
     platform.notifications.post(comboBoxChangedName, this);

@@ -2,7 +2,10 @@
 
 #include "ZNTDatabaseHelper.h"
 #include "ZNTMacroGroupDropDownController.h"
+#include "ZNTShownRows.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 ZNTMudMacroTableViewController::ZNTMudMacroTableViewController(
@@ -29,6 +32,12 @@ std::optional<ZNTMacro> ZNTMudMacroTableViewController::getMacroAtIndex(long ind
                                                  : std::nullopt;
 }
 
+std::u16string ZNTMudMacroTableViewController::tableViewToolTipForRow(long row) const
+{
+    const auto macro = getMacroAtIndex(row);
+    return std::u16string(macro ? znt::unsavedSentence(*macro) : u"");
+}
+
 void ZNTMudMacroTableViewController::addMacroToList(ZNTMacro macro)
 {
     macros.push_back(std::move(macro));
@@ -53,8 +62,14 @@ void ZNTMudMacroTableViewController::clearMacroList() { setNewList({}); }
 
 void ZNTMudMacroTableViewController::loadMacrosForMacroGroup()
 {
-    if (const auto* group = dropDownController.getCurrentMacroGroup())
-        setNewList(database.getAllMacrosFromDatabaseByMacroGroupId(group->oid));
+    const auto* group = dropDownController.getCurrentMacroGroup();
+    if (!group)
+        return;
+    auto read = database.getAllMacrosFromDatabaseByMacroGroupId(group->oid);
+    // Macros whose insert failed cannot be read again; without this the player would never see them.
+    std::copy_if(macros.begin(), macros.end(), std::back_inserter(read),
+                 [group](const ZNTMacro& macro) { return macro.isUnsaved && macro.groupOid == group->oid; });
+    setNewList(std::move(read));
 }
 
 void ZNTMudMacroTableViewController::removeItem()
@@ -64,7 +79,7 @@ void ZNTMudMacroTableViewController::removeItem()
     const auto macro = getMacroAtIndex(row);
     if (!macro)
         return;
-    database.deleteMacro(*macro);
+    znt::deleteShownRow(database, *macro);
     macros.erase(macros.begin() + row);
     platform.notifications.post("MACRO_REMOVED", this);
     macroTable.reloadData();

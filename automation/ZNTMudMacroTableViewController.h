@@ -29,12 +29,16 @@ public:
     /// -1 when none is selected.
     [[nodiscard]] long getCurrentSelectedMacroIndex() const { return macroTable.selectedRow(); }
 
+    /// What is to be said of the row beside its name; mostly nothing.
+    [[nodiscard]] std::u16string tableViewToolTipForRow(long row) const;
+
     void addMacroToList(ZNTMacro macro);
     /// A row that is not there changes nothing.
     void updateMacroInList(ZNTMacro macro, long indexOfObject);
     void setNewList(std::vector<ZNTMacro> newMacros);
     void clearMacroList();
-    /// Reads the current group's macros again; without a current group the list stays as it is.
+    /// Reads the current group's macros again; those of its list that are unsaved stay behind them. Without a
+    /// current group the list stays as it is.
     void loadMacrosForMacroGroup();
     /// Deletes the selected macro, without a question; without one it does nothing.
     void removeItem();

@@ -1,6 +1,8 @@
 #include "ZNTTriggersDataSource.h"
 
 #include "ZNTDatabaseHelper.h"
+#include "ZNTShownRows.h"
+#include "ZNTText.h"
 
 #include <type_traits>
 #include <utility>
@@ -107,6 +109,12 @@ ZNTTriggersDataSource::tableViewObjectValueForTableColumn(std::string_view colum
     return value;
 }
 
+std::u16string ZNTTriggersDataSource::tableViewToolTipForRow(long row) const
+{
+    const auto* trigger = getObjectAtIndex(row);
+    return trigger ? znt::joinedSentences({znt::unsavedSentence(*trigger)}) : std::u16string();
+}
+
 void ZNTTriggersDataSource::tableViewSetObjectValue(const Value& value, std::string_view column, long row)
 {
     auto* trigger = rowAt(row);
@@ -117,7 +125,7 @@ void ZNTTriggersDataSource::tableViewSetObjectValue(const Value& value, std::str
     withField(*trigger, column, [&](auto& field) { write(field); });
     if (!write.hasWritten)
         return;
-    database.updateTrigger(*trigger);
+    znt::saveShownRow(database, *trigger);
     _tableView.reloadData();
     if (isPaneToFollow)
         insertTriggerText(); // else saving the pane would undo the edit
@@ -176,7 +184,7 @@ void ZNTTriggersDataSource::saveToDatabase()
     if (trigger->oid < 0)
         database.insertTrigger(*trigger);
     else
-        database.updateTrigger(*trigger);
+        znt::saveShownRow(database, *trigger);
     _tableView.reloadData();
 }
 
@@ -198,7 +206,7 @@ void ZNTTriggersDataSource::removeItem()
     const auto* trigger = getObjectAtIndex(index);
     if (trigger == nullptr)
         return;
-    database.deleteTrigger(*trigger);
+    znt::deleteShownRow(database, *trigger);
     _dataObjects.erase(_dataObjects.begin() + index);
     _tableView.reloadData();
     insertTriggerText(); // the selected row holds another trigger now, or none

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] long numberOfRowsInTableView() const { return countOfDataObjects(); }
     /// An empty text for a row or a column that is not there.
     [[nodiscard]] Value tableViewObjectValueForTableColumn(std::string_view column, long row) const;
+    /// What is to be said of the row beside its cells; mostly nothing.
+    [[nodiscard]] std::u16string tableViewToolTipForRow(long row) const;
     /// A value that is not of the field's kind, a row or a column that is not there change nothing. The pane
     /// follows, unless it holds text that is not saved yet.
     void tableViewSetObjectValue(const Value& value, std::string_view column, long row);

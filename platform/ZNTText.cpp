@@ -138,6 +138,17 @@ std::u16string_view trimmedOfWhitespace(std::u16string_view text)
     return trimmed(text, [](char16_t unit) { return isBlank(unit) || isNewline(unit); });
 }
 
+std::u16string joinedSentences(std::initializer_list<std::u16string_view> sentences)
+{
+    std::u16string joined;
+    for (const auto sentence : sentences) {
+        if (!joined.empty() && !sentence.empty())
+            joined += u' ';
+        joined += sentence;
+    }
+    return joined;
+}
+
 std::u16string replacedAll(std::u16string_view text, std::u16string_view what, std::u16string_view with)
 {
     std::u16string result;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -36,6 +37,8 @@ std::u16string_view trimmedOfNewlines(std::u16string_view text);
 /// Without either at both ends.
 std::u16string_view trimmedOfWhitespace(std::u16string_view text);
 
+/// The sentences that are not empty, with a blank between them.
+std::u16string joinedSentences(std::initializer_list<std::u16string_view> sentences);
 std::u16string replacedAll(std::u16string_view text, std::u16string_view what, std::u16string_view with);
 bool contains(std::u16string_view text, std::u16string_view part);
 

@@ -147,6 +147,7 @@ void ZNTDatabaseHelper::insertTrigger(ZNTTrigger& trigger)
            {value(trigger.name), value(trigger.check), value(trigger.action), flag(trigger.active),
             flag(trigger.gag), value(trigger.soundFileToPlay)});
     trigger.oid = database().lastInsertRowId();
+    trigger.isUnsaved = !hasLastChangeSucceeded;
 }
 
 void ZNTDatabaseHelper::updateTrigger(const ZNTTrigger& trigger)
@@ -179,6 +180,7 @@ void ZNTDatabaseHelper::insertMacroSetWithMacroGroup(ZNTMacro& macro)
     change("insert into ZNTMacro (name, dataToExecute, zntMacroGroupFK) values (?, ?, ?)",
            {value(macro.name), value(macro.dataToExecute), value(macro.groupOid)});
     macro.oid = database().lastInsertRowId();
+    macro.isUnsaved = !hasLastChangeSucceeded;
 }
 
 void ZNTDatabaseHelper::updateMacro(const ZNTMacro& macro)
@@ -197,6 +199,7 @@ void ZNTDatabaseHelper::addNewRowMudList(ZNTMudList& entry)
     change("insert into ZNTMudList (name, url, port, telnetURL) values (?, ?, ?, ?)",
            {value(entry.name), value(entry.url), value(entry.port), value(entry.telnetURL)});
     entry.oid = database().lastInsertRowId();
+    entry.isUnsaved = !hasLastChangeSucceeded;
 }
 
 void ZNTDatabaseHelper::updateMudListObject(const ZNTMudList& entry)

@@ -41,7 +41,8 @@ public:
     /// Those the player has not hidden, by name.
     std::vector<ZNTMudList> getAllMudsFromMudList();
 
-    // Inserts give the record its row key. One that fails gives it that of the insert before, or 0.
+    // Inserts give the record its row key. One that fails gives it that of the insert before, or 0, and marks
+    // it as unsaved (ZNTShownRows.h).
     void insertTrigger(ZNTTrigger& trigger);
     void updateTrigger(const ZNTTrigger& trigger);
     void deleteTrigger(const ZNTTrigger& trigger);

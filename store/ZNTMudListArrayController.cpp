@@ -1,6 +1,7 @@
 #include "ZNTMudListArrayController.h"
 
 #include "ZNTDatabaseHelper.h"
+#include "ZNTShownRows.h"
 #include "ZNTText.h"
 
 #include <utility>
@@ -77,6 +78,12 @@ Value ZNTMudListArrayController::tableViewObjectValueForTableColumn(std::string_
     return field.text ? *field.text : std::u16string();
 }
 
+std::u16string ZNTMudListArrayController::tableViewToolTipForRow(long row) const
+{
+    const auto* entry = objectAtIndex(row);
+    return std::u16string(entry ? znt::unsavedSentence(*entry) : u"");
+}
+
 void ZNTMudListArrayController::tableViewSetObjectValue(const Value& value, std::string_view column, long row)
 {
     if (!objectAtIndex(row))
@@ -84,7 +91,7 @@ void ZNTMudListArrayController::tableViewSetObjectValue(const Value& value, std:
     auto& entry = _dataObjects[static_cast<std::size_t>(row)];
     const auto field = fieldOf(entry, column);
     if (column == "defaultConnection")
-        takeDefaultFromAllBut(entry.oid);
+        takeDefaultFromAllBut(entry);
     if (field.text)
         *field.text = asText(value);
     else if (field.number)
@@ -93,17 +100,17 @@ void ZNTMudListArrayController::tableViewSetObjectValue(const Value& value, std:
         *field.flag = asNumber(value) != 0;
     else
         return;
-    database.updateMudListObject(entry);
+    znt::saveShownRow(database, entry);
     redisplay();
 }
 
-void ZNTMudListArrayController::takeDefaultFromAllBut(std::int64_t oid)
+void ZNTMudListArrayController::takeDefaultFromAllBut(const ZNTMudList& entry)
 {
     for (auto& other : _dataObjects) {
-        if (other.oid == oid || !other.defaultConnection)
+        if (&other == &entry || !other.defaultConnection)
             continue;
         other.defaultConnection = false;
-        database.updateMudListObject(other);
+        znt::saveShownRow(database, other);
     }
 }
 
@@ -125,7 +132,7 @@ void ZNTMudListArrayController::deleteSelectedRow()
     const auto* entry = objectAtIndex(row);
     if (!entry)
         return;
-    database.hideZNTMudListValueFromUser(u"ZNTMudList", entry->oid);
+    znt::deleteShownRow(database, *entry);
     _dataObjects.erase(_dataObjects.begin() + row);
     redisplay();
 }
@@ -150,7 +157,7 @@ void ZNTMudListArrayController::setInactiveByIpAndPort(std::u16string_view addre
         if (entry.port != portConnectingTo || entry.telnetURL != address)
             continue;
         entry.active = false;
-        database.updateMudListObject(entry);
+        znt::saveShownRow(database, entry);
     }
 }
 

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] const ZNTMudList* objectAtIndex(long row) const;
     /// An empty text for a row or a column that is not there.
     [[nodiscard]] Value tableViewObjectValueForTableColumn(std::string_view column, long row) const;
+    /// What is to be said of the row beside its cells; mostly nothing.
+    [[nodiscard]] std::u16string tableViewToolTipForRow(long row) const;
     /// Stores the change at once. A port is read from text too. Making one entry the default takes the mark
     /// from every other.
     void tableViewSetObjectValue(const Value& value, std::string_view column, long row);
@@ -44,7 +46,7 @@ public:
     void setInactiveByIpAndPort(std::u16string_view address, std::int64_t portConnectingTo);
 
 private:
-    void takeDefaultFromAllBut(std::int64_t oid);
+    void takeDefaultFromAllBut(const ZNTMudList& entry);
     void redisplay();
 
     ZNTDatabaseHelper& database;

@@ -46,7 +46,8 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
                                         const auto macro = macros.getMacroAtIndex(row);
                                         return macro ? macro->name : std::u16string();
                                     },
-                                    {}});
+                                    {},
+                                    [&macros](long row) { return macros.tableViewToolTipForRow(row); }});
 }
 
 ZNTMudAppController::~ZNTMudAppController() = default;

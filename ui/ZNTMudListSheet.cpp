@@ -43,7 +43,8 @@ void ZNTMudListSheet::wire()
                     },
                     [&games](const ZNTCellValue& value, std::string_view column, long row) {
                         games.tableViewSetObjectValue(value, column, row);
-                    }});
+                    },
+                    [&games](long row) { return games.tableViewToolTipForRow(row); }});
     layout.tableView->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     const auto click = [this](QPushButton* button, auto task) {
         QObject::connect(button, &QPushButton::clicked, dialog, task);

@@ -87,7 +87,8 @@ void ZNTPreferencesController::wireTriggers()
                            },
                            [this](const ZNTCellValue& value, std::string_view column, long row) {
                                triggers.tableViewSetObjectValue(value, column, row);
-                           }});
+                           },
+                           [this](long row) { return triggers.tableViewToolTipForRow(row); }});
     auto* header = layout.triggerTableView->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     for (const int column : {patternColumn, commandColumn})

@@ -74,6 +74,13 @@ QVariant ZNTRowModel::data(const QModelIndex& index, int role) const
         return {};
     const ZNTColumn& shown = column(index);
     const auto value = [&] { return source.objectValue(shown.identifier, index.row()); };
+    if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole) {
+        const QString ofRow = source.toolTip ? znt::qtText(source.toolTip(index.row())) : QString();
+        const bool hasNone = role == Qt::AccessibleDescriptionRole || shown.kind == ZNTColumn::Kind::YesNo;
+        const QString ofCell = hasNone ? QString() : textOfCell(value());
+        return ofCell.isEmpty() || ofRow.isEmpty() ? QString(ofCell + ofRow)
+                                                   : QString(ofCell + QLatin1Char('\n') + ofRow);
+    }
     if (shown.kind == ZNTColumn::Kind::YesNo) {
         if (role == Qt::CheckStateRole)
             return isChecked(value()) ? Qt::Checked : Qt::Unchecked;
@@ -81,7 +88,7 @@ QVariant ZNTRowModel::data(const QModelIndex& index, int role) const
             return QString(shown.heading + QLatin1String(": ") + textOfCell(value()));
         return {};
     }
-    if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::ToolTipRole)
+    if (role == Qt::DisplayRole || role == Qt::EditRole)
         return textOfCell(value());
     if (role == Qt::AccessibleTextRole) {
         const QString text = textOfCell(value());

@@ -26,6 +26,9 @@ struct ZNTRowSource {
     std::function<ZNTCellValue(std::string_view identifier, long row)> objectValue;
     /// Null for rows that cannot be edited. The value has the column's kind.
     std::function<void(const ZNTCellValue& value, std::string_view identifier, long row)> setObjectValue;
+    /// What is to be said of a row beside its cells: the tool tip, and the description for screen readers.
+    /// May be null; mostly answers nothing.
+    std::function<std::u16string(long row)> toolTip = {};
 };
 
 /// The rows of a controller of ours as Qt's item views want them. Nothing is copied: cells are asked for when

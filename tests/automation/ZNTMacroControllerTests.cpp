@@ -263,4 +263,40 @@ TEST_F(ZNTMacroSheets, EditingStoresTheSelectedMacro)
     EXPECT_EQ(name.content, u"") << "each showing reads the selected macro again";
 }
 
+TEST_F(ZNTMacroSheets, AMacroWhoseInsertFailedIsInsertedLaterAndTouchesNoOther)
+{
+    choose(u"walk");
+    store.runSQL("create trigger refuse before insert on ZNTMacro begin select raise(abort, ''); end");
+    ZNTAddMacroViewController add(machine.platform, store, *selector, *list, elements);
+    for (const auto* typed : {u"lead", u"lost"}) {
+        add.showWindow();
+        name.content = typed;
+        command.content = u"open door";
+        add.doneEditing();
+    }
+    EXPECT_THAT(shownMacros(), ElementsAre(u"home", u"lead", u"lost")) << "what was typed is not lost";
+
+    table.selected = 1;
+    ZNTEditMacroViewController edit(machine.platform, store, *selector, *list, elements);
+    edit.showWindow();
+    EXPECT_EQ(command.content, u"open door");
+    name.content = u"leader";
+    edit.doneEditing();
+    EXPECT_THAT(shownMacros(), ElementsAre(u"home", u"leader", u"lost")) << "it is refused once more";
+    table.selected = 2;
+    list->removeItem();
+    EXPECT_THAT(shownMacros(), ElementsAre(u"home", u"leader"));
+    EXPECT_EQ(store.getMacroFromDatabaseByName(u"home")->dataToExecute, u"recall");
+
+    EXPECT_TRUE(list->tableViewToolTipForRow(1).starts_with(u"Not saved"));
+    EXPECT_EQ(list->tableViewToolTipForRow(0), u"");
+    store.runSQL("drop trigger refuse");
+    table.selected = 1;
+    edit.showWindow();
+    edit.doneEditing();
+    EXPECT_THAT(shownMacros(), ElementsAre(u"home", u"leader"));
+    EXPECT_EQ(store.getMacroFromDatabaseByName(u"leader")->dataToExecute, u"open door");
+    EXPECT_EQ(store.getAllMacroNames().size(), 4u);
+}
+
 } // namespace

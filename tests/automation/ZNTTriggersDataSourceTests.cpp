@@ -66,6 +66,31 @@ TEST_F(TriggersDataSource, ACellIsStoredAtOnceAndNonsenseChangesNothing)
     EXPECT_EQ(table.timesReloaded, 5);
 }
 
+TEST_F(TriggersDataSource, ARowWhoseInsertFailedIsInsertedLaterAndTouchesNoOther)
+{
+    editor.addEmptyRow();
+    editor.tableViewSetObjectValue(u"first", "name", 0);
+    const auto before = stored().size();
+    database.runSQL("create trigger refuse before insert on ZNTTrigger begin select raise(abort, ''); end");
+    editor.addEmptyRow();
+    editor.addEmptyRow();
+    editor.tableViewSetObjectValue(u"still nowhere", "name", 1);
+    EXPECT_EQ(editor.countOfDataObjects(), 3) << "shown all the same";
+    database.runSQL("drop trigger refuse");
+
+    table.selected = 2;
+    editor.removeItem();
+    EXPECT_EQ(stored().size(), before) << "a row of its own was never there";
+    EXPECT_TRUE(editor.tableViewToolTipForRow(1).starts_with(u"Not saved"));
+    editor.tableViewSetObjectValue(u"second", "name", 1);
+    EXPECT_EQ(editor.tableViewToolTipForRow(1) + editor.tableViewToolTipForRow(2), u"");
+    editor.tableViewSetObjectValue(true, "gag", 1);
+    ASSERT_EQ(stored().size(), before + 1);
+    EXPECT_EQ(stored()[before - 1].name, u"first");
+    EXPECT_EQ(stored()[before].name, u"second");
+    EXPECT_TRUE(stored()[before].gag) << "and an edit after that changes its row";
+}
+
 TEST_F(TriggersDataSource, ThePaneShowsTheSelectedTriggerAndIsReadBackOnSave)
 {
     editor.addEmptyRow();

@@ -110,6 +110,29 @@ TEST_F(ZNTMudListTest, HiddenEntriesComeBackTogetherWithAllTheirFields)
     EXPECT_FALSE(list->objectAtIndex(2)->userCreated);
 }
 
+TEST_F(ZNTMudListTest, ARowWhoseInsertFailedIsInsertedLaterAndTouchesNoOther)
+{
+    list->addEmptyRow();
+    store.runSQL("create trigger refuse before insert on ZNTMudList begin select raise(abort, ''); end");
+    list->addEmptyRow();
+    list->addEmptyRow();
+    EXPECT_EQ(list->numberOfRowsInTableView(), 6) << "shown all the same";
+    store.runSQL("drop trigger refuse");
+
+    table.selected = 5;
+    list->deleteSelectedRow();
+    EXPECT_EQ(files.value("select count(*) from ZNTMudList where not displayToUser"), "0");
+    EXPECT_TRUE(list->tableViewToolTipForRow(4).starts_with(u"Not saved"));
+    list->tableViewSetObjectValue(true, "defaultConnection", 3);
+    list->tableViewSetObjectValue(true, "defaultConnection", 4);
+    EXPECT_THAT(files.rows("select oid, defaultConnection from ZNTMudList where name = 'New Row'"),
+                ElementsAre(testing::EndsWith("|0"), testing::EndsWith("|1")));
+    EXPECT_EQ(list->tableViewToolTipForRow(4) + list->tableViewToolTipForRow(5), u"");
+    list->tableViewSetObjectValue(u"mine", "name", 4);
+    EXPECT_THAT(files.rows("select name from ZNTMudList where userCreated order by oid"),
+                ElementsAre("New Row", "mine"));
+}
+
 TEST_F(ZNTMudListTest, AGameThatDoesNotAnswerIsMarkedByHostAndPort)
 {
     list->setInactiveByIpAndPort(u"b.example", 24);
