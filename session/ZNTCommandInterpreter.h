@@ -1,9 +1,13 @@
 #pragma once
 
 #include "ZNTLineSender.h"
+#include "ZNTSpeedWalking.h"
 
 #include <functional>
+#include <map>
+#include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +17,8 @@ class ZNTCommandActions
 {
 public:
     virtual ~ZNTCommandActions() = default;
-    virtual void speedwalk(std::u16string_view line) = 0;
+    /// Called for each walk that a line starts, with one and the same route.
+    virtual void speedwalk(const std::shared_ptr<const ZNTSpeedWalking::Route>& route) = 0;
     virtual void stopSpeedwalk() = 0;
     [[nodiscard]] virtual std::vector<std::u16string> getAllMacroNames() = 0;
     /// The text of the macro of that name.
@@ -25,8 +30,9 @@ public:
 /// Carries out lines that begin with a prefix: "~" runs a macro, "!" a speed walk, "#" is reserved and
 /// swallowed, "@" sends the line as it is, without a further look at prefixes.
 ///
-/// A macro's text is interpreted again, so macros can run macros. One that never ends is stopped at a fixed
-/// depth or number of macros, with a message.
+/// A macro's text is interpreted again, so macros can run macros. A server can write the line, where a
+/// trigger hands it on, so what one line sets going has limits (below), and the work is proportional to the
+/// line. At a limit a message is shown and the rest of the line is given up.
 class ZNTCommandInterpreter
 {
 public:
@@ -53,23 +59,41 @@ public:
                                      std::u16string_view text);
 
     static constexpr int mostNestedMacros = 20;
-    /// Macros that one line can set going in all.
+    /// Macros that one line can run in all, those that its macros run included. Each name that "list-macro"
+    /// shows counts as one; a list that was begun is shown whole.
     static constexpr int mostMacros = 1000;
-    /// UTF-16 units that filling in arguments may lead to: macros that double their arguments at each call
-    /// would otherwise fill the memory before they meet the other limits.
+    /// UTF-16 units that filling in arguments may lead to, and past which the texts that one line has sent
+    /// let no further macro run: macros that double their arguments at each call would otherwise fill the
+    /// memory before they meet the other limits.
     static constexpr std::size_t longestText = std::size_t{1} << 20;
-    /// UTF-16 units that filling in one line's words may search through: thousands of words for a macro of
-    /// thousands of characters. A server can write the words, where a trigger hands them on.
+    /// UTF-16 units that filling in the arguments of one line may search through: thousands of keys in a text
+    /// of thousands of characters.
     static constexpr std::size_t mostSearched = std::size_t{64} << 20;
 
 private:
-    void runMacroOrList(std::u16string_view name, std::u16string_view line);
-    void runMacro(std::u16string_view name, std::u16string_view line);
+    /// What a line has set going so far, its macros' lines included, and what it found in the store.
+    struct Work {
+        int macrosRun = 0;
+        std::size_t textSent = 0; ///< UTF-16 units
+        std::size_t searched = 0; ///< UTF-16 units
+        bool isStopped = false;   ///< a limit was met: the rest of the line is given up
+        std::map<std::u16string, std::optional<std::u16string>, std::less<>> macros;
+        std::optional<std::set<std::u16string, std::less<>>>
+            names; ///< of all macros; read if one does not do
+    };
+    /// The filled-in texts of one line, by the names on it.
+    using FilledTexts = std::map<std::u16string_view, std::u16string>;
+
+    void startOrStopWalks(std::u16string_view line);
+    void runMacros(std::u16string_view line);
+    void listMacros(std::u16string_view keyword);
+    void runMacro(std::u16string_view name, std::u16string_view line, FilledTexts& filled);
+    [[nodiscard]] const std::u16string* macroNamed(std::u16string_view name);
+    [[nodiscard]] bool mayRunAnother(std::u16string_view name);
     void stopMacros(std::u16string_view name, std::u16string_view reason);
 
     ZNTCommandActions& actions;
     ZNTLineSender& sender;
-    int depth = 0;
-    int macrosRun = 0;
-    bool isStopped = false; ///< a limit was met: the rest of the line is given up
+    int depth = 0; ///< of macros that run each other; 0 while the line itself is read
+    Work work;     ///< of the line that is carried out, not of those that its macros lead to
 };

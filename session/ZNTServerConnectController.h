@@ -223,7 +223,7 @@ private:
     void writeData(std::string_view data, double timeout, long tag) override;
 
     // What a prefixed line sets going
-    void speedwalk(std::u16string_view line) override;
+    void speedwalk(const std::shared_ptr<const ZNTSpeedWalking::Route>& route) override;
     void stopSpeedwalk() override;
     std::vector<std::u16string> getAllMacroNames() override;
     std::optional<std::u16string> getMacroByName(std::u16string_view name) override;

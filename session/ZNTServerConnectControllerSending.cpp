@@ -109,7 +109,10 @@ void ZNTServerConnectController::sendSouthWestToServer()
 void ZNTServerConnectController::sendUpToServer() { sendMessageToServer(u"up", false); }
 void ZNTServerConnectController::sendDownToServer() { sendMessageToServer(u"down", false); }
 
-void ZNTServerConnectController::speedwalk(std::u16string_view line) { _zntSpeedwalking.speedwalk(line); }
+void ZNTServerConnectController::speedwalk(const std::shared_ptr<const ZNTSpeedWalking::Route>& route)
+{
+    _zntSpeedwalking.speedwalk(route);
+}
 
 void ZNTServerConnectController::stopSpeedwalk() { _zntSpeedwalking.stop(); }
 

@@ -1,7 +1,9 @@
 #include "ZNTCommandInterpreter.h"
 #include "ZNTSessionFixture.h"
 
+#include <algorithm>
 #include <map>
+#include <set>
 
 namespace
 {
@@ -10,7 +12,11 @@ namespace
 class CommandInterpreter : public testing::Test, protected ZNTCommandActions, protected ZNTLineSender
 {
 protected:
-    void speedwalk(std::u16string_view line) override { done.push_back(u"walk " + std::u16string(line)); }
+    void speedwalk(const std::shared_ptr<const ZNTSpeedWalking::Route>& route) override
+    {
+        done.push_back(u"walk " + route->path);
+        routes.insert(route);
+    }
     void stopSpeedwalk() override { done.emplace_back(u"stop"); }
     std::vector<std::u16string> getAllMacroNames() override
     {
@@ -21,6 +27,7 @@ protected:
     }
     std::optional<std::u16string> getMacroByName(std::u16string_view name) override
     {
+        ++timesLookedUp;
         const auto found = macros.find(std::u16string(name));
         return found == macros.end() ? std::nullopt : std::optional(found->second);
     }
@@ -44,6 +51,8 @@ protected:
 
     using Done = std::vector<std::u16string>;
     std::map<std::u16string, std::u16string> macros;
+    int timesLookedUp = 0;
+    std::set<std::shared_ptr<const ZNTSpeedWalking::Route>> routes;
     Done done;
     ZNTCommandInterpreter interpreter{*this, *this};
 };
@@ -52,7 +61,11 @@ protected:
 
 TEST_F(CommandInterpreter, FillsTheWordsOfTheLineIntoAMacro)
 {
-    macros = {{u"greet", u"say hello %1"}, {u"go", u"%2 then %1"}, {u"two", u"%2 only"}, {u"ten", u"%1 %10"}};
+    macros = {{u"greet", u"say hello %1"},
+              {u"go", u"%2 then %1"},
+              {u"two", u"%2 only"},
+              {u"ten", u"%1 %10"},
+              {u"late", u"%1 %3 %2 %9"}};
     EXPECT_EQ(doneBy(u"~greet Bob"), Done{u"send say hello Bob"});
     EXPECT_EQ(doneBy(u"~greet"), Done{u"send say hello %1"});
     EXPECT_EQ(doneBy(u"~greet  Bob"), Done{u"send say hello "}) << "two blanks part an empty word";
@@ -60,6 +73,8 @@ TEST_F(CommandInterpreter, FillsTheWordsOfTheLineIntoAMacro)
     EXPECT_EQ(doneBy(u"~go a"), Done{u"send %2 then a"});
     EXPECT_EQ(doneBy(u"~two a b"), Done{u"send %2 only"});
     EXPECT_EQ(doneBy(u"~ten x"), Done{u"send x x0"});
+    EXPECT_EQ(doneBy(u"~late %3 %1% c"), Done{u"send c c %1% %9"})
+        << "a word's own keys are filled in by later words";
     EXPECT_TRUE(doneBy(u"~unknown").empty());
 }
 
@@ -73,9 +88,9 @@ TEST_F(CommandInterpreter, ListsMacroNamesEachInItsOwnFrame)
 
 TEST_F(CommandInterpreter, ActsOnEachPrefix)
 {
-    EXPECT_EQ(doneBy(u"!3n2e"), Done{u"walk !3n2e"});
-    EXPECT_EQ(doneBy(u"!3n !stop"), (Done{u"walk !3n !stop", u"stop"}));
-    EXPECT_EQ(doneBy(u"!stopped"), Done{u"walk !stopped"});
+    EXPECT_EQ(doneBy(u"!3n2e"), Done{u"walk 3n2e"});
+    EXPECT_EQ(doneBy(u"!3n !stop"), (Done{u"walk 3n !stop", u"stop"}));
+    EXPECT_EQ(doneBy(u"!stopped"), Done{u"walk stopped"});
     EXPECT_TRUE(doneBy(u"! ").empty());
     EXPECT_TRUE(doneBy(u"#anything at all").empty());
     EXPECT_EQ(doneBy(u"@look"), Done{u"send @look"});
@@ -88,7 +103,7 @@ TEST_F(CommandInterpreter, ActsOnEachPrefix)
 TEST_F(CommandInterpreter, MacrosCanRunMacrosAndWalks)
 {
     macros = {{u"home", u"!2n"}, {u"both", u"~home ~greet"}, {u"greet", u"hello"}};
-    EXPECT_EQ(doneBy(u"~both"), (Done{u"walk !2n", u"send hello"}));
+    EXPECT_EQ(doneBy(u"~both"), (Done{u"walk 2n", u"send hello"}));
 }
 
 TEST_F(CommandInterpreter, MacrosThatNeverEndAreStoppedWithAMessage)
@@ -114,10 +129,52 @@ TEST_F(CommandInterpreter, ALongLineOfWordsIsFilledInAtOnceOrRefused)
     const std::u16string longWord(400'000, u'w');
     EXPECT_EQ(doneBy(u"~say " + longWord + words), Done{u"send say " + longWord});
 
-    // Each word's key is looked for in a text that always has one more "%".
-    const auto said = doneBy(u"~key " + longWord + u"% b%" + words);
+    EXPECT_EQ(doneBy(u"~key " + longWord + u"% b%" + words), Done{u"send " + longWord + u"% b%"});
+
+    std::u16string chain = u"~key " + longWord + u"%2"; // each word holds the key of the next
+    for (int number = 3; number < 1000; ++number)
+        chain += u" %" + znt::decimalText(number);
+    const auto said = doneBy(chain);
     ASSERT_EQ(said.size(), 1U);
     EXPECT_TRUE(said.front().starts_with(u"show The macro key was stopped: "));
+}
+
+/// A server can write such lines, where a trigger hands them on.
+TEST_F(CommandInterpreter, OneLineHasOneBudget)
+{
+    const auto repeated = [](std::u16string_view text) {
+        std::u16string line;
+        for (int count = 0; count < 4000; ++count)
+            line += text;
+        return line;
+    };
+    macros = {{u"give", u"give %1 100%"}, {u"two", u"~give ~give"}, {u"long", std::u16string(400'000, u'x')}};
+
+    for (const auto* word : {u"~give ", u"~two ", u"~list-macro ", u"~nobody ~give "}) {
+        SCOPED_TRACE(znt::utf8FromText(word));
+        timesLookedUp = 0;
+        const auto said = doneBy(repeated(word));
+        const auto message = std::u16string_view(u" was stopped: one line can run 1000 macros at most.");
+        ASSERT_FALSE(said.empty());
+        EXPECT_TRUE(said.back().ends_with(message));
+        EXPECT_EQ(std::count_if(said.begin(), said.end(),
+                                [](const auto& what) { return what.starts_with(u"send "); }),
+                  word == std::u16string_view(u"~two ") ? 666
+                  : word[1] == u'l'                     ? 0
+                                                        : 1000);
+        EXPECT_LE(said.size(), 3 * 1002u + 1);
+        EXPECT_LE(timesLookedUp, 2);
+    }
+    EXPECT_EQ(doneBy(repeated(u"~long ")).size(), 4u) << "past 1 Mi characters no further macro runs";
+    std::u16string unknown;
+    for (int number = 0; number < 4000; ++number)
+        unknown += u"~x" + znt::decimalText(number) + u' ';
+    timesLookedUp = 0;
+    EXPECT_EQ(doneBy(unknown + u"~give"), Done{u"send give ~x1 100%"});
+    EXPECT_LE(timesLookedUp, 2);
+
+    EXPECT_EQ(doneBy(repeated(u"!n ")).size(), 4000u);
+    EXPECT_EQ(routes.size(), 1u) << "the walks of one line share its path";
 }
 
 using CommandLine = ZNTSessionFixture;
