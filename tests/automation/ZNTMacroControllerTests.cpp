@@ -212,6 +212,7 @@ TEST_F(ZNTMacroSheets, AddingStoresTheFieldsAsTheyStand)
     EXPECT_EQ(label.content, u"walk");
     for (const auto* typed : {u" lead ", u""}) {
         sheet.showWindow();
+        EXPECT_TRUE(panel.isShown);
         name.content = typed;
         command.content = u"open door\nnorth";
         sheet.doneEditing();
