@@ -1,10 +1,9 @@
 #include "ZNTCommandRecorderSheet.h"
 
-#include <QDialog>
 #include <QHeaderView>
 
 ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindowServices& services)
-    : dialog(new QDialog(&window)),
+    : dialog(new ZNTSheetDialog(&window)),
       rows({{"command", QStringLiteral("Command")}}),
       theTableView((layout.setupUi(dialog), layout._theTableView), &rows),
       theSheet(dialog),
@@ -26,7 +25,7 @@ ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindo
     click(layout._clearList, [this] { controller.clearList(); });
     click(layout._saveButton, [this] { controller.saveToDatabase(); });
     click(layout._cancelButton, [this] { controller.cancelEditing(); });
-    QObject::connect(dialog, &QDialog::rejected, dialog, [this] { controller.cancelEditing(); });
+    dialog->whenCancelled = [this] { controller.cancelEditing(); };
 }
 
 void ZNTCommandRecorderSheet::show(ZNTCommandRecorderDataSource& commands)

@@ -4,9 +4,8 @@
 #include "ZNTMudAppController.h"
 #include "ZNTQtElements.h"
 #include "ZNTQtTableView.h"
+#include "ZNTSheetDialog.h"
 #include "ui_ZNTCommandRecorderView2.h"
-
-class QDialog;
 
 /// The recorded commands as a sheet.
 class ZNTCommandRecorderSheet
@@ -19,7 +18,7 @@ public:
     void show(ZNTCommandRecorderDataSource& commands);
 
 private:
-    QDialog* dialog;
+    ZNTSheetDialog* dialog;
     Ui::ZNTCommandRecorderView2 layout;
     ZNTRowModel rows;
     ZNTQtTableView theTableView;

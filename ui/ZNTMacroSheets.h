@@ -4,10 +4,9 @@
 #include "ZNTEditMacroViewController.h"
 #include "ZNTMudAppController.h"
 #include "ZNTQtElements.h"
+#include "ZNTSheetDialog.h"
 #include "ui_ZNTAddMacroView.h"
 #include "ui_ZNTEditMacroView.h"
-
-#include <QDialog>
 
 /// A sheet on a macro: its layout, its widgets as screen elements, and the controller that fills and reads
 /// them. Escape and its cancel button ask the controller to close it.
@@ -18,7 +17,7 @@ public:
     /// A child of `window`; all else outlives the sheet.
     ZNTMacroSheet(QWidget& window, const ZNTWindowServices& services, ZNTMacroGroupDropDownController& groups,
                   ZNTMudMacroTableViewController& macros)
-        : dialog(new QDialog(&window)),
+        : dialog(new ZNTSheetDialog(&window)),
           elements(*dialog, layout),
           controller(services.platform, services.database, groups, macros,
                      {.macroGroupNameLabel = elements.macroGroupNameLabel,
@@ -30,7 +29,7 @@ public:
                          [this] { controller.doneEditing(); });
         QObject::connect(layout.cancelButton, &QPushButton::clicked, dialog,
                          [this] { controller.cancelEditing(); });
-        QObject::connect(dialog, &QDialog::rejected, dialog, [this] { controller.cancelEditing(); });
+        dialog->whenCancelled = [this] { controller.cancelEditing(); };
     }
 
     void showWindow()
@@ -58,7 +57,7 @@ private:
         ZNTQtTextField macroNameTF;
     };
 
-    QDialog* dialog;
+    ZNTSheetDialog* dialog;
     Layout layout;
     Elements elements;
     Controller controller;

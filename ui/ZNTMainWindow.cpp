@@ -6,6 +6,7 @@
 #include "ZNTFindBar.h"
 #include "ZNTFlowLayout.h"
 #include "ZNTHintedTable.h"
+#include "ZNTQuitAnywhere.h"
 #include "ZNTUITextViewAccessability.h"
 #include "ZNTWindowFit.h"
 
@@ -432,4 +433,8 @@ void ZNTMainWindow::focusNextPart(int direction)
     }
 }
 
-void ZNTMainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(!whenClosing || whenClosing()); }
+void ZNTMainWindow::closeEvent(QCloseEvent* event)
+{
+    ZNTQuitAnywhere::closeDialogs();
+    event->setAccepted(!whenClosing || whenClosing());
+}

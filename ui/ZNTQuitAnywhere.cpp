@@ -1,0 +1,90 @@
+#include "ZNTQuitAnywhere.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QWidget>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <xcb/xcb.h>
+
+namespace
+{
+
+xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name)
+{
+    const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
+    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
+        xcb_intern_atom_reply(connection, cookie, nullptr), &std::free);
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+/// The one that holds the others up, if there is one.
+QDialog* frontDialog()
+{
+    if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+        return modal;
+    for (QWidget* each : QApplication::topLevelWidgets())
+        if (auto* dialog = qobject_cast<QDialog*>(each); dialog && dialog->isVisible())
+            return dialog;
+    return nullptr;
+}
+
+} // namespace
+
+ZNTQuitAnywhere::ZNTQuitAnywhere(QWidget& window, QKeySequence key) : window(window), key(std::move(key))
+{
+    QCoreApplication::instance()->installEventFilter(this);
+    const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11)
+        return;
+    protocols = atomOf(x11->connection(), "WM_PROTOCOLS");
+    deleteWindow = atomOf(x11->connection(), "WM_DELETE_WINDOW");
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+ZNTQuitAnywhere::~ZNTQuitAnywhere() { QCoreApplication::instance()->removeNativeEventFilter(this); }
+
+void ZNTQuitAnywhere::closeDialogs()
+{
+    // Counted, so that one that refuses to close cannot hold up the end of the program.
+    for (auto left = QApplication::topLevelWidgets().size(); left > 0; --left)
+        if (QDialog* dialog = frontDialog())
+            dialog->close();
+}
+
+bool ZNTQuitAnywhere::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
+        return false;
+    const auto& pressed = static_cast<const QKeyEvent&>(*event);
+    const QWidget* in = static_cast<QWidget*>(watched)->window();
+    if (in == &window || key != QKeySequence(pressed.keyCombination()))
+        return false;
+    closeSoon();
+    return true;
+}
+
+bool ZNTQuitAnywhere::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
+{
+    if (eventType != "xcb_generic_event_t")
+        return false;
+    const auto* event = static_cast<const xcb_generic_event_t*>(message);
+    constexpr std::uint8_t sentBit = 0x80;
+    if ((event->response_type & ~sentBit) != XCB_CLIENT_MESSAGE)
+        return false;
+    const auto* asked = reinterpret_cast<const xcb_client_message_event_t*>(event);
+    const bool isClosing = asked->type == protocols && asked->data.data32[0] == deleteWindow;
+    if (!isClosing || asked->window != window.winId() || !QApplication::activeModalWidget())
+        return false; // Qt's own way does
+    closeSoon();
+    return true;
+}
+
+void ZNTQuitAnywhere::closeSoon()
+{
+    // Not while an event of a window that goes with it is on its way.
+    QMetaObject::invokeMethod(&window, &QWidget::close, Qt::QueuedConnection);
+}
