@@ -134,6 +134,8 @@ public:
     void changeEncoding(std::u16string_view title);
     /// For text that arrives later.
     void changeFont(const ZNTFont& font);
+    /// Whether sound tags of the game are carried out.
+    [[nodiscard]] bool playsSoundTags() const { return _zntParserUtility._isMspOnOff(); }
     /// Asks the server for compression and takes the very next block as compressed, or refuses it and takes
     /// what comes as plain.
     void set_isMccpOnOff(bool on);

@@ -27,6 +27,12 @@ void ZNTHintedTable::setEmptyHint(const QString& words)
     Q_EMIT emptyHintChanged(hint);
 }
 
+void ZNTHintedTable::setStandingDescription(const QString& words)
+{
+    standing = words;
+    describe();
+}
+
 void ZNTHintedTable::setModel(QAbstractItemModel* newModel)
 {
     if (model())
@@ -58,7 +64,7 @@ void ZNTHintedTable::keepHeadingsReadable()
 
 bool ZNTHintedTable::isEmpty() const { return model() == nullptr || model()->rowCount() == 0; }
 
-void ZNTHintedTable::describe() { setAccessibleDescription(isEmpty() ? hint : QString()); }
+void ZNTHintedTable::describe() { setAccessibleDescription(isEmpty() ? hint : standing); }
 
 int ZNTHintedTable::heightOfRows(int number) const
 {

@@ -18,6 +18,9 @@ public:
     [[nodiscard]] QString emptyHint() const { return hint; }
     void setEmptyHint(const QString& words);
 
+    /// Describes the table while it has rows.
+    void setStandingDescription(const QString& words);
+
     /// How many rows it shows at once where there is room; it asks the layout for fewer, and more scroll.
     [[nodiscard]] int comfortableRows() const { return rowsWanted; }
     void setComfortableRows(int rows) { rowsWanted = rows; }
@@ -41,6 +44,6 @@ private:
     void describe();
     void keepHeadingsReadable();
 
-    QString hint;
+    QString hint, standing;
     int rowsWanted = 7;
 };

@@ -10,6 +10,7 @@
 #include "ZNTKeypadKeys.h"
 #include "ZNTOutputView.h"
 #include "ZNTQtText.h"
+#include "ZNTQuitAnywhere.h"
 #include "ZNTReturnKey.h"
 #include "ZNTWindowFit.h"
 
@@ -85,9 +86,14 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireColours();
     wireHelp();
     controller.whenSessionChanges = [this] { refresh(); };
+    controller.whenGamePicked = [this] { rememberNamedGame(); };
 }
 
-ZNTMainWiring::~ZNTMainWiring() { controller.whenSessionChanges = nullptr; }
+ZNTMainWiring::~ZNTMainWiring()
+{
+    controller.whenSessionChanges = nullptr;
+    controller.whenGamePicked = nullptr;
+}
 
 void ZNTMainWiring::wireConnection()
 {
@@ -106,17 +112,37 @@ void ZNTMainWiring::wireConnection()
     whenTriggered(menu.showPreferencesView, [this] { controller.showPreferencesView(); });
     whenTriggered(menu.newApp, [this] { controller.newApp(); });
     whenTriggered(menu.quit, [this] { window.close(); });
+    quitAnywhere = std::make_unique<ZNTQuitAnywhere>(window, menu.quit->shortcut());
 }
 
 void ZNTMainWiring::connectOrDisconnect()
 {
     const bool wasIdle = session.state() == ZNTSessionState::Idle;
-    if (!session.isConnected())
-        playedGame = window.mudName->text().isEmpty() ? window.ipAddress->text() : window.mudName->text();
+    if (!session.isConnected()) {
+        const QString game = gameInFields();
+        controller.setPlayedGame(game);
+        if (game == window.mudName->text())
+            rememberNamedGame();
+    }
     session.connectToServer();
     refresh();
     if (wasIdle && session.state() == ZNTSessionState::Idle)
         goToWhatIsMissing();
+}
+
+QString ZNTMainWiring::gameInFields() const
+{
+    const QString name = window.mudName->text(), host = window.ipAddress->text();
+    const bool isSameAddress = host.trimmed().compare(namedGame.host, Qt::CaseInsensitive) == 0 &&
+                               window.port->text().trimmed().toInt() == namedGame.port;
+    const bool isOfAnotherAddress = name == namedGame.name && !isSameAddress;
+    return name.isEmpty() || isOfAnotherAddress ? host : name;
+}
+
+void ZNTMainWiring::rememberNamedGame()
+{
+    namedGame = {window.mudName->text(), window.ipAddress->text().trimmed(),
+                 window.port->text().trimmed().toInt()};
 }
 
 void ZNTMainWiring::goToWhatIsMissing()
@@ -133,7 +159,11 @@ void ZNTMainWiring::goToWhatIsMissing()
 void ZNTMainWiring::wirePlaying()
 {
     joinButton(window.resendLastCommand, menu.resendLastCommand);
-    whenTriggered(menu.resendLastCommand, [this] { session.resendLastCommand(); });
+    whenTriggered(menu.resendLastCommand, [this] {
+        session.resendLastCommand();
+        if (!session.isConnected())
+            sayDone(u"");
+    });
     for (std::size_t index = 0; index < numberOfDirections; ++index) {
         const auto direction = static_cast<ZNTDirection>(index);
         joinButton(window.compass->button(direction), menu.go[index]);
@@ -156,7 +186,7 @@ void ZNTMainWiring::wirePlaying()
     whenTriggered(menu.startOrPauseRecording, [this] {
         session.startOrPauseRecording();
         refresh();
-        sayToListeners(facts().isRecording ? u"Recording" : u"Recording paused");
+        sayDone(facts().isRecording ? u"Recording" : u"Recording paused");
     });
     whenTriggered(menu.doneRecording, [this] {
         session.doneRecording();
@@ -378,6 +408,7 @@ void ZNTMainWiring::connectTo(const QString& host, int port, const QString& name
     window.port->setText(QString::number(port));
     const QString known = name.isEmpty() ? nameInAddressBook(host, port) : name;
     window.mudName->setText(known.isEmpty() ? host : known);
+    rememberNamedGame();
     connectOrDisconnect();
 }
 
@@ -418,7 +449,7 @@ ZNTStatusFacts ZNTMainWiring::facts() const
         break;
     }
     if (now.connection != ZNTStatusFacts::Connection::None)
-        now.game = playedGame;
+        now.game = controller.playedGame();
     if (now.connection == ZNTStatusFacts::Connection::Connected) {
         now.connectedSince = session.connectedSince();
         now.isCompressed = session._mccp();
@@ -440,6 +471,8 @@ void ZNTMainWiring::refresh()
     const ZNTStatusFacts now = facts();
     if (shownFacts == now)
         return;
+    if (!shownFacts)
+        rememberNamedGame(); // the address book's default
     const bool isConnected = now.connection == ZNTStatusFacts::Connection::Connected;
     if (!shownFacts || shownFacts->connection != now.connection) {
         enableActions(isConnected);
@@ -469,6 +502,8 @@ void ZNTMainWiring::enableActions(bool isConnected)
 {
     for (QAction* action : menu.go)
         action->setEnabled(isConnected);
+    menu.invokeMacro->setEnabled(isConnected);
+    window.runMacro->setEnabled(isConnected);
     menu.playDemo->setEnabled(session.state() == ZNTSessionState::Idle);
 }
 
@@ -476,6 +511,14 @@ void ZNTMainWiring::sayToListeners(std::u16string_view news)
 {
     if (session.speechOnOffBindingState() == 1)
         session.zntSpeechSynth().speakNext(news);
+}
+
+void ZNTMainWiring::sayDone(std::u16string_view what)
+{
+    std::u16string news(what);
+    if (!session.isConnected())
+        news += what.empty() ? u"Not connected" : u". Not connected";
+    sayToListeners(news);
 }
 
 void ZNTMainWiring::sayStatus()

@@ -13,6 +13,7 @@ class ZNTAppearance;
 class ZNTDemoGame;
 class ZNTHelpWindow;
 class ZNTKeypadKeys;
+class ZNTQuitAnywhere;
 
 /// Joins the main window's buttons, keys and menus to what they do, and keeps what it shows in step with the
 /// session.
@@ -46,12 +47,17 @@ private:
     void go(ZNTDirection direction);
     /// What the button, the menu and the key do.
     void connectOrDisconnect();
+    /// The name in the fields where it belongs to their address and port, else the host.
+    [[nodiscard]] QString gameInFields() const;
+    void rememberNamedGame();
     /// Without an address and a port there is no attempt, and no word of it but this.
     void goToWhatIsMissing();
     void chooseFont();
     void zoomControls(double points);
     /// What the status line shows to those who look.
     void sayToListeners(std::u16string_view news);
+    /// The same for what is done with or without a connection, and is worth little without.
+    void sayDone(std::u16string_view what);
     void sayStatus();
     void enableActions(bool isConnected);
     [[nodiscard]] ZNTStatusFacts facts() const;
@@ -64,7 +70,14 @@ private:
     std::unique_ptr<ZNTDemoGame> demoGame;
     std::unique_ptr<ZNTHelpWindow> help;
     std::unique_ptr<ZNTKeypadKeys> keypadKeys;
+    std::unique_ptr<ZNTQuitAnywhere> quitAnywhere;
     std::optional<ZNTStatusFacts> shownFacts;
-    /// The game of the connection, whatever has been put into the fields since.
-    QString playedGame;
+    /// Which address and port a name stands for.
+    struct NamedGame {
+        QString name, host;
+        int port = 0;
+    };
+    /// What was last picked, filled in or connected to: as long as the name is left as it was then, it names
+    /// that address alone.
+    NamedGame namedGame;
 };

@@ -66,7 +66,12 @@ void ZNTMudAppController::awakeFromNib() { zntServerConnectController.awakeFromN
 void ZNTMudAppController::showZNTMudListController()
 {
     if (!zntMudListController)
-        zntMudListController = std::make_unique<ZNTMudListSheet>(mainWindow, windowServices, mainScreen);
+        zntMudListController =
+            std::make_unique<ZNTMudListSheet>(mainWindow, windowServices, mainScreen, [this] {
+                if (whenGamePicked)
+                    whenGamePicked();
+            });
+    zntMudListController->setGameBeingPlayed(gameBeingPlayed());
     zntMudListController->showWindow();
 }
 
@@ -109,8 +114,21 @@ void ZNTMudAppController::setSoundsMuted(bool muted)
     changed();
 }
 
+QString ZNTMudAppController::gameBeingPlayed() const
+{
+    return zntServerConnectController.isConnected() ? playedGame_ : QString();
+}
+
 void ZNTMudAppController::changed()
 {
+    if (!zntServerConnectController._mccp())
+        compressedSince_.reset();
+    else if (!compressedSince_)
+        compressedSince_ = QDateTime::currentDateTime();
+    if (zntMudListController)
+        zntMudListController->setGameBeingPlayed(gameBeingPlayed());
+    if (preferencesController)
+        preferencesController->refresh();
     if (whenSessionChanges)
         whenSessionChanges();
 }

@@ -5,7 +5,9 @@
 #include "ZNTMudMacroTableViewController.h"
 #include "ZNTServerConnectController.h"
 
+#include <QDateTime>
 #include <memory>
+#include <optional>
 
 class ZNTAddMacroSheet;
 class ZNTCommandRecorderSheet;
@@ -39,6 +41,9 @@ public:
     void showPreferencesView();
     /// Starts a further, independent instance of the program.
     void newApp();
+    /// Nothing has to be done at either.
+    void windowClosing() {}
+    void appTerminated() {}
 
     [[nodiscard]] ZNTServerConnectController& serverConnectController() { return zntServerConnectController; }
     [[nodiscard]] ZNTMacroGroupDropDownController& macroGroupDropDownController()
@@ -51,14 +56,23 @@ public:
     }
     [[nodiscard]] ZNTMainScreen& screen() { return mainScreen; }
     [[nodiscard]] const ZNTWindowServices& services() const { return windowServices; }
+    /// The name under which the player connects or connected last, whatever has been put into the fields
+    /// since.
+    void setPlayedGame(const QString& name) { playedGame_ = name; }
+    [[nodiscard]] const QString& playedGame() const { return playedGame_; }
+    /// When the text from the game began to come compressed; none while it does not.
+    [[nodiscard]] const std::optional<QDateTime>& compressedSince() const { return compressedSince_; }
     /// Silences all sounds, or lets them be heard again.
     void setSoundsMuted(bool muted);
 
     /// Hears that something which the session or the sounds answer has changed.
     std::function<void()> whenSessionChanges;
+    /// Hears that the list of games has filled the connection fields.
+    std::function<void()> whenGamePicked;
 
 private:
     void changed();
+    [[nodiscard]] QString gameBeingPlayed() const;
     void showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands);
     /// Has the list of macros say why it is empty.
     void explainNoMacros();
@@ -70,6 +84,8 @@ private:
     ZNTMudMacroTableViewController zntMudMacroTableViewController;
     ZNTServerConnectController zntServerConnectController;
     std::unique_ptr<ZNTNotificationCenter::Observation> comboBoxChanged;
+    QString playedGame_;
+    std::optional<QDateTime> compressedSince_;
 
     std::unique_ptr<ZNTAddMacroSheet> zntAddMacroViewController;
     std::unique_ptr<ZNTEditMacroSheet> zntEditMacroViewController;

@@ -1,6 +1,5 @@
 #include "ZNTMudListSheet.h"
 
-#include <QDialog>
 #include <QHeaderView>
 
 namespace
@@ -19,8 +18,10 @@ std::vector<ZNTColumn> columns()
 
 } // namespace
 
-ZNTMudListSheet::ZNTMudListSheet(QWidget& window, const ZNTWindowServices& services, ZNTMainScreen& screen)
-    : dialog(new QDialog(&window)),
+ZNTMudListSheet::ZNTMudListSheet(QWidget& window, const ZNTWindowServices& services, ZNTMainScreen& screen,
+                                 std::function<void()> whenPicked)
+    : whenPicked(std::move(whenPicked)),
+      dialog(new ZNTSheetDialog(&window)),
       rows(columns()),
       tableView((layout.setupUi(dialog), layout.tableView), &rows),
       theSheet(dialog),
@@ -52,9 +53,26 @@ void ZNTMudListSheet::wire()
     click(layout.addButton, [this] { arrayController.addEmptyRow(); });
     click(layout.deleteButton, [this] { arrayController.deleteSelectedRow(); });
     click(layout.restoreButton, [this] { arrayController.restoreSystemMudList(); });
-    click(layout.connectButton, [this] { controller.connectToMud(); });
+    click(layout.connectButton, [this] {
+        controller.connectToMud();
+        if (!dialog->isVisible())
+            this->whenPicked();
+    });
     click(layout.cancelButton, [this] { controller.cancelEditing(); });
-    QObject::connect(dialog, &QDialog::rejected, dialog, [this] { controller.cancelEditing(); });
+    dialog->whenCancelled = [this] { controller.cancelEditing(); };
+}
+
+void ZNTMudListSheet::setGameBeingPlayed(const QString& name)
+{
+    const QString words =
+        name.isEmpty()
+            ? QString()
+            : QStringLiteral("You are playing %1. Picking a game here only fills the connection fields; "
+                             "the present game goes on.")
+                  .arg(name);
+    layout.playingHint->setText(words);
+    layout.playingHint->setVisible(!words.isEmpty());
+    layout.tableView->setStandingDescription(words);
 }
 
 void ZNTMudListSheet::showWindow()

@@ -5,9 +5,8 @@
 #include "ZNTMudListController.h"
 #include "ZNTQtElements.h"
 #include "ZNTQtTableView.h"
+#include "ZNTSheetDialog.h"
 #include "ui_ZNTMudListView.h"
-
-class QDialog;
 
 /// The address book as a sheet: add, edit in place, hide, restore, and pick the game for the connection
 /// fields.
@@ -15,14 +14,19 @@ class ZNTMudListSheet
 {
 public:
     /// A child of `window`; `screen` has the connection fields. All of it outlives the sheet.
-    ZNTMudListSheet(QWidget& window, const ZNTWindowServices& services, ZNTMainScreen& screen);
+    /// `whenPicked` is called when a game has filled the fields.
+    ZNTMudListSheet(QWidget& window, const ZNTWindowServices& services, ZNTMainScreen& screen,
+                    std::function<void()> whenPicked);
 
     void showWindow();
+    /// Says that picking leaves this game alone. Empty while none is played.
+    void setGameBeingPlayed(const QString& name);
 
 private:
     void wire();
 
-    QDialog* dialog;
+    std::function<void()> whenPicked;
+    ZNTSheetDialog* dialog;
     Ui::ZNTMudListView layout;
     ZNTRowModel rows;
     ZNTQtTableView tableView;

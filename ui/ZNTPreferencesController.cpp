@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QRadioButton>
 #include <QStackedWidget>
+#include <array>
 
 namespace
 {
@@ -34,6 +35,30 @@ template <typename Task>
 void whenMarked(QCheckBox& box, Task task)
 {
     QObject::connect(&box, &QCheckBox::stateChanged, &box, [&box, task] { task(isMarked(box)); });
+}
+
+/// Calls `task` whenever the window comes to the front.
+template <typename Task>
+void whenActivated(QDialog& window, Task task)
+{
+    class Watch final : public QObject
+    {
+    public:
+        Watch(QDialog& window, Task task) : QObject(&window), task(std::move(task))
+        {
+            window.installEventFilter(this);
+        }
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            if (event->type() == QEvent::WindowActivate)
+                task();
+            return false;
+        }
+
+    private:
+        Task task;
+    };
+    new Watch(window, std::move(task));
 }
 
 /// Qt calls the pages behind a row of tabs a layered pane, and Orca says so whenever Tab goes in.
@@ -64,6 +89,8 @@ ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTMudAppCon
     wireEncoding();
     wireSpeech();
     wireProtocols();
+    whenActivated(*dialog, [this] { refresh(); });
+    refresh();
     QObject::connect(layout.closeButton, &QPushButton::clicked, dialog, &QDialog::close);
     QObject::connect(dialog, &QDialog::finished, &window, &QWidget::activateWindow);
     selectTriggerTab();
@@ -77,6 +104,45 @@ void ZNTPreferencesController::showWindow()
     dialog->show();
     dialog->raise();
     dialog->activateWindow();
+}
+
+void ZNTPreferencesController::refresh()
+{
+    layout.speechOnOffCheckBox->setChecked(serverConnectController.speechOnOffBindingState() == 1);
+    layout.speechInterruptCheckBox->setChecked(serverConnectController.speechInterruptOnOffBindingState() ==
+                                               1);
+    tellEncoding();
+    tellProtocols();
+}
+
+void ZNTPreferencesController::tellEncoding()
+{
+    const std::array<std::pair<ZNTStringEncoding, QRadioButton*>, 3> choices{
+        {{ZNTStringEncoding::Ascii, layout.encodingAscii},
+         {ZNTStringEncoding::EucCn, layout.encodingEucCn},
+         {ZNTStringEncoding::Big5Hkscs, layout.encodingBig5}}};
+    QString now;
+    for (const auto& [encoding, button] : choices)
+        if (encoding == serverConnectController.cfStringEncoding())
+            now = QStringLiteral("Text: ") + button->text();
+    layout.encodingNow->setText(now);
+    for (const auto& [encoding, button] : choices)
+        button->setAccessibleDescription(now);
+}
+
+void ZNTPreferencesController::tellProtocols()
+{
+    const auto& since = mudAppController.compressedSince();
+    const QString compression =
+        since ? QStringLiteral("Compressed since ") + since->toString(QStringLiteral("HH:mm"))
+              : QStringLiteral("Not compressed");
+    layout.compressionNow->setText(compression);
+    layout._mccpCheckBox->setAccessibleDescription(compression);
+    const QString sound = serverConnectController.playsSoundTags()
+                              ? QStringLiteral("The game's sounds are played")
+                              : QStringLiteral("The game's sounds are not played");
+    layout.soundNow->setText(sound);
+    layout._mspCheckBox->setAccessibleDescription(sound);
 }
 
 void ZNTPreferencesController::wireTriggers()
@@ -140,9 +206,6 @@ void ZNTPreferencesController::wireEncoding()
 void ZNTPreferencesController::wireSpeech()
 {
     ZNTSpeechSynth& synth = serverConnectController.zntSpeechSynth();
-    layout.speechOnOffCheckBox->setChecked(serverConnectController.speechOnOffBindingState() == 1);
-    layout.speechInterruptCheckBox->setChecked(serverConnectController.speechInterruptOnOffBindingState() ==
-                                               1);
     whenMarked(*layout.speechOnOffCheckBox, [this](bool) { textToSpeechOnAndOff(); });
     whenMarked(*layout.speechInterruptCheckBox,
                [this](bool on) { serverConnectController.setSpeechInterruptOnOffBindingState(on ? 1 : 0); });

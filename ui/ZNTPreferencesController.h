@@ -9,7 +9,8 @@
 class QDialog;
 
 /// The preferences window: five tabs whose controls act at once on the running session, which keeps the
-/// values. One window, made when first asked for and reused; each control shows what it was last left at.
+/// values. One window, made when first asked for and reused. The boxes for speech and its interruption follow
+/// the session; each other control shows what it was last left at.
 ///
 /// The macros tab shows the main window's own selector and list, so that what is selected in one is selected
 /// in the other.
@@ -21,6 +22,9 @@ public:
 
     /// Selects the triggers tab and brings the window to the front.
     void showWindow();
+    /// Has the speech boxes follow the session, and what stands beside encoding and protocols say what is in
+    /// force; those controls themselves stay as they were left.
+    void refresh();
 
     void mudClientCompressionProtocolOnOff();
     void mudSoundProtocolOnOff();
@@ -41,6 +45,8 @@ private:
     void wireEncoding();
     void wireSpeech();
     void wireProtocols();
+    void tellEncoding();
+    void tellProtocols();
 
     QDialog* dialog;
     Ui::PreferencesView layout;

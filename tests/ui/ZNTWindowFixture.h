@@ -20,8 +20,21 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
+
+/// A voice that is only remembered.
+struct ZNTRememberedSpeech final : ZNTSpeechEngine {
+    std::vector<std::u16string> said;
+    [[nodiscard]] bool isSpeaking() const override { return false; }
+    void startSpeaking(std::u16string_view text) override { said.emplace_back(text); }
+    void stopSpeaking() override {}
+    [[nodiscard]] bool hasSaid(std::u16string_view text) const
+    {
+        return std::find(said.begin(), said.end(), text) != said.end();
+    }
+};
 
 /// The whole window over a home of its own, with keys pressed and widgets read as a player would.
 class ZNTWindowFixture : public testing::Test
@@ -134,8 +147,8 @@ protected:
         return {QString::fromUtf8(title), QString::fromUtf8(text)};
     }
 
-    /// Connects to a demo game through the fields and the keyboard.
-    void playDemo()
+    /// Connects to a demo game through the fields and the keyboard. Null leaves the name as it stands.
+    void playDemo(const char* name = "Lantern Cove")
     {
         std::uint16_t port = 0;
         game = std::make_unique<ZNTDemoGame>(runLoop, ZANTOR_DEMO_PROGRAM);
@@ -144,7 +157,8 @@ protected:
             port = started.value();
         });
         ASSERT_TRUE(until([&] { return port != 0; }));
-        fill(*window.mudName, "Lantern Cove");
+        if (name)
+            fill(*window.mudName, name);
         fill(*window.ipAddress, "127.0.0.1");
         fill(*window.port, std::to_string(port).c_str());
         press(*window.port, Qt::Key_Return);
@@ -180,7 +194,7 @@ protected:
         notifications, alert, {home.path(), ZNTFilePlaces::forThisProcess().resources, home.path(".cache")}};
     ZNTDatabaseHelper database{platform.places, log};
     ZNTSilentSounds sounds;
-    ZNTSilentSpeech speech;
+    ZNTRememberedSpeech speech;
     ZNTNoScreenReader screenReader;
     ZNTMainWindow window;
     std::unique_ptr<ZNTApplicationWindow> parts = std::make_unique<ZNTApplicationWindow>(

@@ -140,6 +140,43 @@ TEST_F(ZNTWindowPlay, TheStatusNamesTheGameBeingPlayedWhateverTheFieldsSay)
     EXPECT_EQ(window.windowTitle(), QStringLiteral("Another game - Zantor"));
 }
 
+TEST_F(ZNTWindowPlay, ANameThatBelongsToAnotherAddressIsNotTheGames)
+{
+    // As the list leaves the fields: a game picked, and then another address typed over it.
+    parts->controller.showZNTMudListController();
+    QDialog& sheet = waitForDialog("ZNTMudListView");
+    press(find<QTableView>(sheet, "tableView"), Qt::Key_Return);
+    EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
+    const QString picked = window.mudName->text();
+    EXPECT_NE(picked, QString());
+    playDemo(nullptr);
+    EXPECT_EQ(window.mudName->text(), picked) << "it stays as it was left";
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("127.0.0.1 - Zantor"));
+    EXPECT_TRUE(window.statusText->text().startsWith(QStringLiteral("Connected to 127.0.0.1 since ")))
+        << window.statusText->text().toStdString();
+}
+
+TEST_F(ZNTWindowPlay, WhatIsDoneWithoutAConnectionSaysSo)
+{
+    playDemo();
+    send("look");
+    EXPECT_TRUE(window.runMacro->isEnabled());
+    press(commandLine(), Qt::Key_F5);
+    EXPECT_TRUE(until([&] { return !session().isConnected(); }));
+    EXPECT_FALSE(window.runMacro->isEnabled());
+    EXPECT_FALSE(parts->menu.invokeMacro->isEnabled());
+
+    session().setSpeechOnOffBindingState(1);
+    session().zntSpeechSynth().speechOn();
+    press(*window.resendLastCommand, Qt::Key_Space);
+    EXPECT_TRUE(outputHas("look\n"));
+    EXPECT_TRUE(window.statusText->text().startsWith(QStringLiteral("Not connected")));
+    EXPECT_TRUE(until([&] { return speech.hasSaid(u"Not connected"); }));
+    parts->menu.startOrPauseRecording->trigger();
+    EXPECT_TRUE(until([&] { return speech.hasSaid(u"Recording. Not connected"); }));
+    EXPECT_TRUE(window.statusText->text().startsWith(QStringLiteral("Not connected, recording")));
+}
+
 TEST_F(ZNTWindowPlay, AGameThatCannotBeReachedIsTold)
 {
     fill(*window.ipAddress, "127.0.0.1");

@@ -2,12 +2,17 @@
 #include "ZNTWindowFixture.h"
 
 #include <QCheckBox>
+#include <QDateTime>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTimer>
+#include <cstdlib>
+#include <xcb/xcb.h>
 
 using ZNTWindowSheets = ZNTWindowFixture;
 
@@ -22,7 +27,71 @@ int columnHeaded(const QTableView& table, const char* heading)
     return -1;
 }
 
+/// What the window manager sends when the player closes the window by its frame.
+void askToClose(const QWidget& window)
+{
+    auto* connection = qApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    const auto atom = [connection](std::string_view name) {
+        std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
+            xcb_intern_atom_reply(
+                connection,
+                xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data()),
+                nullptr),
+            &std::free);
+        return reply->atom;
+    };
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window.winId());
+    message.type = atom("WM_PROTOCOLS");
+    message.data.data32[0] = atom("WM_DELETE_WINDOW");
+    xcb_send_event(connection, 0, message.window, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(connection);
+}
+
+/// The loop's exit code after `action`; 1 when it had to be ended.
+int exitCodeAfter(const std::function<void()>& action)
+{
+    QTimer::singleShot(0, qApp, action);
+    QTimer tooLong;
+    tooLong.setSingleShot(true);
+    QObject::connect(&tooLong, &QTimer::timeout, [] { QApplication::exit(1); });
+    tooLong.start(2'000);
+    return QApplication::exec();
+}
+
 } // namespace
+
+TEST_F(ZNTWindowSheets, WhatIsOpenInFrontOfTheWindowDoesNotKeepItOpen)
+{
+    std::vector<bool> answers;
+    const std::vector<std::pair<const char*, std::function<void()>>> inFront{
+        {"ZNTMudListView", [&] { parts->menu.showZNTMudListController->trigger(); }},
+        {"fontPanel", [&] { parts->menu.changeFont->trigger(); }},
+        {"PreferencesView", [&] { parts->menu.showPreferencesView->trigger(); }},
+        {"alert",
+         [&] { alert.askForConfirmation(u"Sure?", u"", [&](bool sure) { answers.push_back(sure); }); }}};
+    for (const auto& [name, open] : inFront) {
+        for (const bool byFrame : {true, false}) {
+            SCOPED_TRACE(std::string(name) + (byFrame ? " by the frame" : " by Ctrl+Q"));
+            window.show();
+            window.activateWindow();
+            open();
+            QDialog& dialogInFront = waitForDialog(name);
+            EXPECT_EQ(exitCodeAfter([&] {
+                          byFrame ? askToClose(window) : press(dialogInFront, Qt::Key_Q, Qt::ControlModifier);
+                      }),
+                      0);
+            EXPECT_EQ(dialog(name), nullptr);
+            EXPECT_FALSE(window.isVisible());
+            if (QDialog* left = dialog(name))
+                left->close();
+        }
+    }
+    EXPECT_EQ(answers, (std::vector<bool>{false, false})) << "leaving is no consent";
+}
 
 TEST_F(ZNTWindowSheets, ATriggerIsEditedInTableAndPaneAndFiresOnceReloaded)
 {
@@ -192,7 +261,13 @@ TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)
     press(find<QPushButton>(sheet, "addButton"), Qt::Key_Space);
     EXPECT_EQ(table.model()->index(shipped, 0).data().toString(), QStringLiteral("New Row"));
     editCell(table, shipped, columnHeaded(table, "Port"), "x47-1y1", "4711");
+    press(sheet, Qt::Key_Escape);
+    EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
+    EXPECT_EQ(sheet.result(), 1) << "the code of each way that a sheet ends";
+    parts->controller.showZNTMudListController();
+    waitForDialog("ZNTMudListView");
     table.setFocus();
+    table.selectRow(shipped);
     press(table, Qt::Key_Return); // the default button
     EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
     EXPECT_EQ(window.mudName->text(), QStringLiteral("New Row"));
@@ -200,4 +275,68 @@ TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)
     EXPECT_EQ(window.port->text(), QStringLiteral("4711"));
     EXPECT_FALSE(session().isConnected());
     EXPECT_TRUE(until([&] { return window.ipAddress->hasFocus(); }));
+}
+
+TEST_F(ZNTWindowSheets, WhilePlayingTheListSaysThatTheGameGoesOn)
+{
+    parts->controller.showZNTMudListController();
+    QDialog& sheet = waitForDialog("ZNTMudListView");
+    auto& standing = find<QLabel>(sheet, "playingHint");
+    EXPECT_FALSE(standing.isVisible());
+    press(sheet, Qt::Key_Escape);
+    playDemo();
+    parts->controller.showZNTMudListController();
+    waitForDialog("ZNTMudListView");
+    EXPECT_TRUE(standing.isVisible());
+    EXPECT_TRUE(standing.text().contains(QStringLiteral("Lantern Cove"))) << standing.text().toStdString();
+    auto& table = find<QTableView>(sheet, "tableView");
+    EXPECT_TRUE(table.accessibleDescription().contains(standing.text()));
+    table.selectRow(0);
+    const QString picked = table.model()->index(0, 0).data().toString();
+    press(table, Qt::Key_Return);
+    EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
+    EXPECT_EQ(window.mudName->text(), picked);
+    EXPECT_TRUE(session().isConnected());
+    EXPECT_TRUE(window.statusText->text().startsWith(QStringLiteral("Connected to Lantern Cove")));
+}
+
+TEST_F(ZNTWindowSheets, PreferencesSayWhatIsInForceBesideWhatWasLastPicked)
+{
+    playDemo();
+    parts->controller.showPreferencesView();
+    QDialog& preferences = waitForDialog("PreferencesView");
+    auto& tabs = find<QTabWidget>(preferences, "tabView");
+    auto& speaks = find<QCheckBox>(preferences, "speechOnOffCheckBox");
+    auto& interrupts = find<QCheckBox>(preferences, "speechInterruptCheckBox");
+    window.activateWindow();
+    commandLine().setFocus();
+    ASSERT_TRUE(until([&] { return QApplication::focusWidget() == &commandLine(); }));
+    for (const bool on : {true, false}) {
+        press(commandLine(), Qt::Key_F8);
+        EXPECT_EQ(speaks.isChecked(), on);
+        press(commandLine(), Qt::Key_F8, Qt::ShiftModifier);
+        EXPECT_EQ(interrupts.isChecked(), on);
+    }
+
+    tabs.setCurrentIndex(2);
+    const auto now = [&](const char* name) { return find<QLabel>(preferences, name).text().toStdString(); };
+    EXPECT_EQ(now("encodingNow"), "Text: ASCII");
+    session().changeEncoding(u"BIG5 - Chinese");
+    EXPECT_EQ(now("encodingNow"), "Text: BIG5 - Chinese");
+    EXPECT_TRUE(find<QRadioButton>(preferences, "encodingAscii").isChecked()) << "as it was left";
+    EXPECT_TRUE(find<QRadioButton>(preferences, "encodingAscii")
+                    .accessibleDescription()
+                    .contains(QStringLiteral("Text: BIG5")));
+
+    EXPECT_EQ(now("compressionNow"), "Not compressed");
+    const auto before = QDateTime::currentDateTime();
+    session().set_isMccpOnOff(true);
+    const std::string since = "Compressed since ";
+    EXPECT_TRUE(now("compressionNow") == since + before.toString(QStringLiteral("HH:mm")).toStdString() ||
+                now("compressionNow") ==
+                    since + before.addSecs(60).toString(QStringLiteral("HH:mm")).toStdString())
+        << now("compressionNow");
+    EXPECT_FALSE(find<QCheckBox>(preferences, "_mccpCheckBox").isChecked());
+    session().set_isMccpOnOff(false);
+    EXPECT_EQ(now("compressionNow"), "Not compressed");
 }
