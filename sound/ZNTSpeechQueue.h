@@ -3,33 +3,41 @@
 #include "ZNTSpokenText.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <optional>
 #include <string>
 
-/// The lines that wait to be spoken, first in, first out, and never without bound: past `mostLines` or
-/// `mostUnits` the oldest are dropped, and the next thing to speak says how many. Not thread-safe.
+/// The chunks that wait to be spoken, first in, first out. All of them are spoken, however late; only past
+/// `mostUnits` the older half is dropped, and the next thing to speak says how many lines that were. Not
+/// thread-safe.
 class ZNTSpeechQueue
 {
 public:
-    static constexpr std::size_t mostLines = 2'000;
-    /// UTF-16 units over all lines.
-    static constexpr std::size_t mostUnits = mostLines * znt::longestUtterance;
+    /// UTF-16 units over all chunks. The newest line stays, whatever its length.
+    static constexpr std::size_t mostUnits = std::size_t{8} << 20;
 
-    void append(std::u16string line);
+    /// `chunk` is not empty.
+    void append(std::u16string_view chunk);
     void clear();
-    [[nodiscard]] bool isEmpty() const { return lines.empty(); }
+    [[nodiscard]] bool isEmpty() const { return lengths.empty(); }
 
-    /// The next thing to speak, without line ends around it: word of dropped lines, or the first line, or the
-    /// first utterance of a very long one, whose rest stays first. None where nothing waits.
+    /// The next thing to speak, without line ends around it: the number of dropped lines, or the first chunk,
+    /// or the first utterance of a very long one, whose rest stays first. None where nothing waits.
     std::optional<std::u16string> takeUtterance();
 
 private:
-    void dropFirst();
+    void dropOlderHalf();
+    /// The first line of the first chunk, with the line ends around it.
+    [[nodiscard]] std::size_t firstLineLength() const;
+    void takeUnits(std::size_t count);
+    std::u16string takeNotice();
 
-    std::deque<std::u16string> lines;
-    /// Of the first line, what was already taken.
-    std::size_t taken = 0;
-    std::size_t units = 0;
-    std::size_t dropped = 0;
+    /// The chunks one after the other, and how long each is: a flood of tiny ones costs little more than its
+    /// text.
+    std::deque<char16_t> text;
+    std::deque<std::uint32_t> lengths;
+    std::size_t droppedLines = 0;
+    /// After a notice something of the game comes first, even if more was dropped since.
+    bool owesText = false;
 };

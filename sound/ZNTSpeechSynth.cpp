@@ -22,7 +22,7 @@ void ZNTSpeechSynth::speakLine(std::u16string line, std::uint64_t atStopCount)
 {
     const std::lock_guard lock(queueMutex);
     if (!DO_NOT_SPEAK && atStopCount == stops && !line.empty())
-        stackText.append(std::move(line));
+        stackText.append(line);
 }
 
 std::uint64_t ZNTSpeechSynth::stopCount() const

@@ -173,38 +173,39 @@ TEST_F(SpeechSynth, NeitherEngineNorReaderIsHandedControlsOrPrivateUse)
     EXPECT_THAT(reader.said, ElementsAre(clean));
 }
 
-TEST_F(SpeechSynth, OfTooManyLinesTheOldestGoAndOneLineSaysHowMany)
+/// 128 units: two lines and a blank one, as a game sends them.
+std::u16string chunkOfTwoLines(int number)
 {
-    synth.setUseTimer(false);
-    synth.speechOn();
-    for (int number = 1; number <= 2'003; ++number)
-        synth.speakLine(znt::decimalText(number));
-    loop.advance(1.5);
-    EXPECT_THAT(saidSince(), ElementsAre("3 lines were not spoken.", "4", "5"));
-    synth.speakLine(u"2004");
-    synth.speakLine(u"2005");
-    synth.speakLine(u"2006");
-    loop.advance(1);
-    EXPECT_THAT(saidSince(), ElementsAre("1 line was not spoken.", "7"));
-    loop.advance(2'000);
-    EXPECT_EQ(engine.said.size(), 1'999u);
-    EXPECT_EQ(engine.said.back(), "2006");
+    const auto chunk = znt::decimalText(1'000'000 + number) + u" a\r\n\r\nb";
+    return chunk + std::u16string(126 - chunk.size(), u'.') + u"\r\n";
 }
 
-TEST_F(SpeechSynth, WhatWaitsIsBoundedInCharactersToo)
+TEST_F(SpeechSynth, AllThatComesIsSpokenUntilMemoryRunsOutAndThenTheOlderHalfIsCountedInLines)
 {
+    constexpr int most = (8 << 20) / 128;
     synth.setUseTimer(false);
     synth.speechOn();
-    synth.speakLine(u"first");
-    const std::u16string big(1'500'000, u'x');
-    synth.speakLine(big);
-    synth.speakLine(big);
+    for (int number = 0; number < most; ++number)
+        synth.speakLine(chunkOfTwoLines(number));
     loop.advance(0.5);
-    EXPECT_THAT(saidSince(), ElementsAre("2 lines were not spoken."));
-    loop.advance(0.5 * 1'500);
-    EXPECT_EQ(engine.said.size(), 1'500u);
-    EXPECT_TRUE(std::all_of(engine.said.begin(), engine.said.end(),
-                            [](const auto& text) { return text.size() == 1'000; }));
+    ASSERT_EQ(saidSince().front().substr(0, 7), "1000000");
+
+    synth.speakLine(chunkOfTwoLines(most));
+    synth.speakLine(chunkOfTwoLines(most + 1));
+    loop.advance(1);
+    ASSERT_EQ(engine.said.size(), 2u);
+    EXPECT_EQ(engine.said[0], std::to_string(most + 2) + " lines were not spoken.");
+    EXPECT_EQ(engine.said[1].substr(0, 7), std::to_string(1'000'000 + most / 2 + 2));
+
+    // Even if more is dropped after each word of it, lines are spoken in between.
+    saidSince();
+    for (int round = 0; round < 3; ++round) {
+        synth.speakLine(u"one\r\ntwo\r\n" + std::u16string(9 << 20, u'y'));
+        loop.advance(0.5);
+    }
+    ASSERT_EQ(engine.said.size(), 3u);
+    EXPECT_TRUE(engine.said[0].ends_with("not spoken.") && engine.said[2].ends_with("not spoken."));
+    EXPECT_EQ(engine.said[1].substr(0, 3), "yyy");
 }
 
 TEST_F(SpeechSynth, AVeryLongLineIsSpokenWholeInUtterancesThatEndWhereSentencesDo)
