@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
@@ -119,7 +120,8 @@ float floatValue(std::u16string_view text)
     if (read.ec == std::errc::result_out_of_range)
         return ascii.starts_with('-') ? std::numeric_limits<float>::lowest()
                                       : std::numeric_limits<float>::max();
-    return number;
+    // "inf" and "nan", which are read as numbers, are words to a player.
+    return std::isfinite(number) ? number : 0;
 }
 
 std::u16string decimalText(std::int64_t number) { return textFromUtf8(std::to_string(number)); }

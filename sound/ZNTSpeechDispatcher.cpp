@@ -198,6 +198,9 @@ void ZNTSpeechDispatcher::Worker::wakeUp() const
 
 void ZNTSpeechDispatcher::Worker::wait(Lock& lock, std::chrono::milliseconds time)
 {
+    // The wait before this one may have taken the wake-up of the end.
+    if (mustQuit)
+        return;
     const auto served = connection;
     lock.unlock();
     pollfd watched[] = {{wakeUpDescriptor, POLLIN, 0}, {served ? served->descriptor() : -1, POLLIN, 0}};

@@ -12,27 +12,30 @@ ZNTSpeechHandOver::~ZNTSpeechHandOver()
 void ZNTSpeechHandOver::speakOnNewThread(std::u16string text)
 {
     joinThreadsThatAreDone();
-    bool isFlooded = false;
+    bool isFlooded = false, needsSpeaker = false;
     {
         const std::lock_guard lock(waitingMutex);
         waiting.push_back({std::move(text), synth.stopCount()});
         isFlooded = waiting.size() > mostWaiting;
+        // A thread that is not done by now will see this chunk.
+        needsSpeaker = !isFlooded && livingSpeakers < mostThreads;
+        livingSpeakers += needsSpeaker ? 1 : 0;
     }
     if (isFlooded)
         handOverAllThatWaits(nullptr);
-    else if (speakers.size() < mostThreads)
-        startThread();
+    else if (needsSpeaker)
+        startSpeaker();
 }
 
-void ZNTSpeechHandOver::startThread()
+void ZNTSpeechHandOver::startSpeaker()
 {
     auto& speaker = speakers.emplace_back();
     try {
         speaker.thread = std::thread([this, &speaker] { handOverAllThatWaits(&speaker); });
     } catch (const std::system_error&) {
-        // The machine has no thread left to give.
+        // The machine has no thread left to give: this one does its work.
+        handOverAllThatWaits(&speaker);
         speakers.pop_back();
-        handOverAllThatWaits(nullptr);
     }
 }
 
@@ -44,9 +47,11 @@ void ZNTSpeechHandOver::handOverAllThatWaits(Speaker* speaker)
         {
             const std::lock_guard lock(waitingMutex);
             if (waiting.empty()) {
-                // Told in the same breath as seeing the end, so that no chunk relies on a thread that leaves.
-                if (speaker != nullptr)
+                // Under the same lock as the look that found nothing; else a chunk added in between is lost.
+                if (speaker != nullptr) {
                     speaker->isDone = true;
+                    --livingSpeakers;
+                }
                 return;
             }
             chunk = std::move(waiting.front());

@@ -41,15 +41,16 @@ private:
         bool isDone = false;
     };
 
-    void startThread();
+    void startSpeaker();
     void handOverAllThatWaits(Speaker* speaker);
     void joinThreadsThatAreDone();
 
     ZNTSpeechSynth& synth;
-    /// Guards what waits and who is done; held for moments only.
+    /// Guards what waits, who is done and how many are not; held for moments only.
     std::mutex waitingMutex;
     std::deque<Chunk> waiting;
     std::list<Speaker> speakers;
+    std::size_t livingSpeakers = 0; ///< those that are not done, which is fewer than were not joined
     /// Held from taking a chunk until the synth has it: what keeps the order.
     std::mutex orderMutex;
 };

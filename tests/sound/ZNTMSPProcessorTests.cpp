@@ -175,6 +175,10 @@ TEST_F(Processor, TheLastValueOfAParameterCountsAndItsLetterIsUpperCase)
     EXPECT_FALSE(request._cParam() || request._uParam());
     EXPECT_EQ(request._fName(), znt::textFromUtf8(places.soundFolder() + "a/b.wav"));
     EXPECT_FLOAT_EQ(last().volume, 0.3F);
+    for (const auto* word : {u"loud", u"inf", u"-Infinity", u"nan", u"+inf"}) {
+        process(u"!!SOUND(a/b.wav P=9 V=" + std::u16string(word) + u")");
+        EXPECT_EQ(last().volume, 0) << znt::utf8FromText(word);
+    }
 }
 
 TEST_F(Processor, ATagThatCannotBeUnderstoodChangesNothing)

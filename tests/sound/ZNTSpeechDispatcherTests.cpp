@@ -4,6 +4,7 @@
 #include "ZNTSpeechDispatcher.h"
 #include "ZNTSpeechHandOver.h"
 #include "ZNTSpeechSynth.h"
+#include "ZNTThreadCount.h"
 
 #include <gmock/gmock.h>
 
@@ -200,6 +201,23 @@ TEST_F(SpeechService, OneThatStopsAnsweringHoldsUpNeitherTheGameNorItsEnd)
         EXPECT_LT(Clock::now() - before, 50ms);
         engine.reset();
         EXPECT_LT(Clock::now() - before, 3s);
+    }
+}
+
+TEST_F(SpeechService, TheEndOfTheEngineIsTheEndOfItsThreadAlsoJustAfterTheServiceDied)
+{
+    for (int round = 0; round < 10; ++round) {
+        service.start();
+        engine.emplace(loop, nullptr, ZNTSpeechServiceStart::Never);
+        engine->startSpeaking(u"one");
+        ASSERT_TRUE(fallsSilent());
+        service.kill();
+        // Each round the end comes at another moment of the thread's finding that out.
+        for (int turn = 0; turn < round * 20; ++turn)
+            std::this_thread::yield();
+        const auto threads = threadsOfThisProcess();
+        engine.reset();
+        ASSERT_TRUE(loop.runUntil([&] { return threadsOfThisProcess() < threads; }, 0.5)) << round;
     }
 }
 

@@ -1,21 +1,14 @@
 #include "VirtualRunLoop.h"
 #include "ZNTRecordedSpeech.h"
 #include "ZNTSpeechHandOver.h"
+#include "ZNTThreadCount.h"
 
 #include <gmock/gmock.h>
-
-#include <filesystem>
 
 using testing::ElementsAre;
 
 namespace
 {
-
-std::size_t threadsOfThisProcess()
-{
-    using std::filesystem::directory_iterator;
-    return static_cast<std::size_t>(std::distance(directory_iterator("/proc/self/task"), {}));
-}
 
 struct SpeechHandOver : testing::Test {
     VirtualRunLoop loop;
