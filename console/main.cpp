@@ -62,8 +62,7 @@ int main(int count, char** arguments)
     ZNTConsoleAlert alert(*input);
     const ZNTPlatform platform{runLoop, clock, log, notifications, alert, ZNTFilePlaces::forThisProcess()};
     ZNTMixerSounds sounds(runLoop, platform.places);
-    ZNTSpeechDispatcher speech(runLoop,
-                               [&](std::u16string_view text) { alert.showMessage(u"Speech", text); });
+    ZNTSpeechDispatcher speech(runLoop, log);
 
     int exitCode = ZNTConsoleClient::exitFine;
     ZNTConsoleClient client({.platform = platform,

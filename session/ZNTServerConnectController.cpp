@@ -65,10 +65,14 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
     updater.createSoundFolder();
     rootPath_ = updater.getSoundPath();
     _zntSpeedwalking.walkingChanged = [this] { changed(); };
+    services.speechEngine.setAvailabilityListener([this] { changed(); });
     reloadTriggers();
 }
 
-ZNTServerConnectController::~ZNTServerConnectController() = default;
+ZNTServerConnectController::~ZNTServerConnectController()
+{
+    services.speechEngine.setAvailabilityListener({});
+}
 
 void ZNTServerConnectController::awakeFromNib()
 {

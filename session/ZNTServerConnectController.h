@@ -169,6 +169,8 @@ public:
     void setSpeechInterruptOnOffBindingState(int state);
     [[nodiscard]] int speechOnOffBindingState() const { return speechOnOffBindingState_; }
     [[nodiscard]] int speechInterruptOnOffBindingState() const { return speechInterruptOnOffBindingState_; }
+    /// False while nothing can be found that speaks.
+    [[nodiscard]] bool isSpeechAvailable() const { return services.speechEngine.isAvailable(); }
     [[nodiscard]] ZNTSpeechSynth& zntSpeechSynth() { return zntSpeechSynth_; }
     [[nodiscard]] ZNTSpeechReview& speechReview() { return speechReview_; }
 

@@ -34,11 +34,11 @@ constexpr std::chrono::milliseconds forEver{-1};
 constexpr auto patienceAtTheEnd = 500ms;
 constexpr int timesLostAtMost = 3;
 /// How long texts are refused without another attempt after no service answered.
-constexpr auto restAfterFailure = 5s;
+constexpr double restAfterFailure = 5;
 
-constexpr std::u16string_view unavailableText =
-    u"Speech is unavailable: no speech service answers. Please install the Debian package "
-    u"\"speech-dispatcher\" and a voice for it, such as \"speech-dispatcher-espeak-ng\".";
+constexpr std::string_view unavailableText =
+    "Speech is unavailable: no speech service answers. Please install the Debian package "
+    "\"speech-dispatcher\" and a voice for it, such as \"speech-dispatcher-espeak-ng\".";
 
 /// When a message whose end was never told counts as said. No voice is that slow, and messages of other
 /// programs may come first; but a service that loses an end must not silence the game for ever.
@@ -50,9 +50,9 @@ Clock::time_point latestEnd(const std::string& utf8) { return Clock::now() + 30s
 class ZNTSpeechDispatcher::Worker : public std::enable_shared_from_this<Worker>
 {
 public:
-    Worker(RunLoop& runLoop, Unavailable onUnavailable, ZNTSpeechServiceStart serviceStart)
+    Worker(RunLoop& runLoop, ZNTPlatformLog& log, ZNTSpeechServiceStart serviceStart)
         : runLoop(runLoop),
-          onUnavailable(std::move(onUnavailable)),
+          log(log),
           serviceStart(serviceStart)
     {
     }
@@ -64,6 +64,12 @@ public:
     void say(std::string utf8);
     void stop();
     void quit();
+
+    // Of the run loop's thread only.
+    bool isAvailable = true;
+    bool hasEnded = false; ///< the thread itself may live on
+    std::function<void()> availabilityChanged;
+    double refusesUntil = 0; ///< by the run loop's clock
 
 private:
     using Lock = std::unique_lock<std::mutex>;
@@ -80,6 +86,9 @@ private:
     void connect(Lock& lock);
     void wakeUp() const;
     void giveUp();
+    /// Passes what the thread has found out on to the run loop.
+    void passOn(bool isFound);
+    void setAvailable(bool isFound);
     void sayFirst(Lock& lock);
     void takeBack(Message message);
     void takeBackFromLostService(Lock& lock);
@@ -87,7 +96,7 @@ private:
     void heard(std::size_t message, ZNTSpeechEvent event);
 
     RunLoop& runLoop;
-    Unavailable onUnavailable;
+    ZNTPlatformLog& log;
     const ZNTSpeechServiceStart serviceStart;
     std::thread thread;
 
@@ -107,10 +116,8 @@ private:
     bool mustCancel = false;
     bool mustQuit = false;
     bool hasQuit = false;
-    bool wasReported = false;
     /// Counts the stops, so that a text on its way to the service is known to be overtaken by one.
     unsigned stops = 0;
-    Clock::time_point refusesUntil{};
     /// Until when a service that was there is waited for.
     Clock::time_point patientUntil{};
     std::shared_ptr<ZNTSpeechConnection> connection;
@@ -124,9 +131,9 @@ bool ZNTSpeechDispatcher::Worker::isSpeaking() const
 
 void ZNTSpeechDispatcher::Worker::say(std::string utf8)
 {
-    const std::lock_guard lock(mutex);
-    if (Clock::now() < refusesUntil)
+    if (runLoop.now() < refusesUntil)
         return;
+    const std::lock_guard lock(mutex);
     waiting.push_back({std::move(utf8)});
     if (!thread.joinable())
         thread = std::thread([self = shared_from_this()] { self->run(); });
@@ -149,9 +156,9 @@ void ZNTSpeechDispatcher::Worker::stop()
 
 void ZNTSpeechDispatcher::Worker::quit()
 {
+    hasEnded = true;
     stop();
     Lock lock(mutex);
-    onUnavailable = nullptr;
     mustQuit = true;
     wakeUp();
     if (!thread.joinable())
@@ -239,8 +246,10 @@ void ZNTSpeechDispatcher::Worker::connect(Lock& lock)
     lock.unlock();
     const bool answers = opened && opened->greet();
     lock.lock();
-    if (answers)
+    if (answers) {
+        passOn(/*isFound=*/true);
         return;
+    }
     connection = nullptr;
     if (Clock::now() < patientUntil)
         wait(lock, lookInterval);
@@ -251,21 +260,31 @@ void ZNTSpeechDispatcher::Worker::connect(Lock& lock)
 void ZNTSpeechDispatcher::Worker::giveUp()
 {
     waiting.clear();
-    refusesUntil = Clock::now() + restAfterFailure;
-    if (std::exchange(wasReported, true) || !onUnavailable)
+    passOn(/*isFound=*/false);
+}
+
+void ZNTSpeechDispatcher::Worker::passOn(bool isFound)
+{
+    // At the end the run loop may be gone.
+    if (mustQuit)
         return;
-    runLoop.post([self = weak_from_this()] {
-        const auto worker = self.lock();
-        if (!worker)
-            return;
-        Unavailable tell;
-        {
-            const std::lock_guard lock(worker->mutex);
-            tell = worker->onUnavailable;
-        }
-        if (tell)
-            tell(unavailableText);
+    runLoop.post([weak = weak_from_this(), isFound] {
+        const auto worker = weak.lock();
+        if (worker && !worker->hasEnded)
+            worker->setAvailable(isFound);
     });
+}
+
+void ZNTSpeechDispatcher::Worker::setAvailable(bool isFound)
+{
+    if (!isFound)
+        refusesUntil = runLoop.now() + restAfterFailure;
+    if (std::exchange(isAvailable, isFound) == isFound)
+        return;
+    if (!isFound)
+        log.log(unavailableText);
+    if (availabilityChanged)
+        availabilityChanged();
 }
 
 void ZNTSpeechDispatcher::Worker::sayFirst(Lock& lock)
@@ -324,9 +343,9 @@ void ZNTSpeechDispatcher::Worker::heard(std::size_t message, ZNTSpeechEvent even
     }
 }
 
-ZNTSpeechDispatcher::ZNTSpeechDispatcher(RunLoop& runLoop, Unavailable onUnavailable,
+ZNTSpeechDispatcher::ZNTSpeechDispatcher(RunLoop& runLoop, ZNTPlatformLog& log,
                                          ZNTSpeechServiceStart serviceStart)
-    : worker(std::make_shared<Worker>(runLoop, std::move(onUnavailable), serviceStart))
+    : worker(std::make_shared<Worker>(runLoop, log, serviceStart))
 {
 }
 
@@ -342,3 +361,10 @@ void ZNTSpeechDispatcher::startSpeaking(std::u16string_view text)
 }
 
 void ZNTSpeechDispatcher::stopSpeaking() { worker->stop(); }
+
+bool ZNTSpeechDispatcher::isAvailable() const { return worker->isAvailable; }
+
+void ZNTSpeechDispatcher::setAvailabilityListener(std::function<void()> changed)
+{
+    worker->availabilityChanged = std::move(changed);
+}

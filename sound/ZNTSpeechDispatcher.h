@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RunLoop.h"
+#include "ZNTPlatformLog.h"
 #include "ZNTSpeechEngine.h"
 
 #include <functional>
@@ -19,17 +20,16 @@ enum class ZNTSpeechServiceStart { WhenNeeded, Never };
 class ZNTSpeechDispatcher final : public ZNTSpeechEngine
 {
 public:
-    /// Hears on the run loop's thread, once in this object's life, that no service answers; `text` tells the
-    /// player so and what to install.
-    using Unavailable = std::function<void(std::u16string_view text)>;
-
-    explicit ZNTSpeechDispatcher(RunLoop& runLoop, Unavailable onUnavailable = {},
-                                 ZNTSpeechServiceStart serviceStart = ZNTSpeechServiceStart::WhenNeeded);
+    /// `log` gets one line when no service answers, with what to install. Both outlive this object.
+    ZNTSpeechDispatcher(RunLoop& runLoop, ZNTPlatformLog& log,
+                        ZNTSpeechServiceStart serviceStart = ZNTSpeechServiceStart::WhenNeeded);
     ~ZNTSpeechDispatcher() override;
 
     [[nodiscard]] bool isSpeaking() const override;
     void startSpeaking(std::u16string_view text) override;
     void stopSpeaking() override;
+    [[nodiscard]] bool isAvailable() const override;
+    void setAvailabilityListener(std::function<void()> changed) override;
 
 private:
     class Worker;

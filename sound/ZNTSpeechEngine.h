@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 /// Says text aloud in the machine's own voice. Everything here is called on the run loop's thread and returns
@@ -14,6 +15,11 @@ public:
     virtual void startSpeaking(std::u16string_view text) = 0;
     /// Silences at once and forgets what waits.
     virtual void stopSpeaking() = 0;
+
+    /// False from the time when a text found nothing that could speak, until one finds something again.
+    [[nodiscard]] virtual bool isAvailable() const { return true; }
+    /// `changed` is called after each change of `isAvailable`; an empty one ends that. There is one listener.
+    virtual void setAvailabilityListener(std::function<void()> /*changed*/) {}
 };
 
 /// Where nothing can speak, or nothing should.

@@ -458,6 +458,7 @@ ZNTStatusFacts ZNTMainWiring::facts() const
     now.isRecordingPaused = session.recorder()._recorderState() == 2;
     now.isWalking = session.isWalking();
     now.isSpeechOn = session.speechOnOffBindingState() == 1;
+    now.isSpeechAvailable = session.isSpeechAvailable();
     now.isMuted = controller.services().sounds.isMuted();
     return now;
 }

@@ -30,7 +30,9 @@ QString znt::statusInWords(const ZNTStatusFacts& facts)
         words << QStringLiteral("recording paused");
     if (facts.isWalking)
         words << QStringLiteral("walking");
-    words << (facts.isSpeechOn ? QStringLiteral("speech on") : QStringLiteral("speech off"));
+    words << (!facts.isSpeechOn         ? QStringLiteral("speech off")
+              : facts.isSpeechAvailable ? QStringLiteral("speech on")
+                                        : QStringLiteral("speech unavailable"));
     if (facts.isMuted)
         words << QStringLiteral("sounds muted");
     return words.join(QStringLiteral(", "));

@@ -13,6 +13,7 @@ struct ZNTStatusFacts {
     bool isRecordingPaused = false;
     bool isWalking = false;
     bool isSpeechOn = false;
+    bool isSpeechAvailable = true;
     bool isMuted = false;
 
     friend bool operator==(const ZNTStatusFacts&, const ZNTStatusFacts&) = default;

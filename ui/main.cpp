@@ -69,8 +69,7 @@ int main(int count, char** arguments)
     const ZNTPlatform platform{runLoop, clock, log, notifications, alert, ZNTFilePlaces::forThisProcess()};
     ZNTDatabaseHelper database(platform.places, log);
     ZNTMixerSounds sounds(runLoop, platform.places);
-    ZNTSpeechDispatcher speech(runLoop,
-                               [&alert](std::u16string_view text) { alert.showMessage(u"No speech", text); });
+    ZNTSpeechDispatcher speech(runLoop, log);
     ZNTDesktopScreenReader screenReader;
 
     ZNTMainWindow window;

@@ -72,6 +72,20 @@ TEST_F(SessionControls, TheSpeechSwitchesFollowTheStateOfTheirMenuItem)
     EXPECT_TRUE(isSilent());
 }
 
+TEST_F(SessionControls, UnavailableSpeechIsAChangeOfTheSessionAndNoAlert)
+{
+    EXPECT_TRUE(session().isSpeechAvailable());
+    int changes = 0;
+    whenSessionChanges = [&] { ++changes; };
+    speech.isFound = false;
+    speech.availabilityChanged();
+    EXPECT_FALSE(session().isSpeechAvailable());
+    EXPECT_EQ(changes, 1);
+    EXPECT_TRUE(machine.alert.shown.empty());
+    controller.reset();
+    EXPECT_FALSE(speech.availabilityChanged) << "the session is gone";
+}
+
 TEST_F(SessionControls, TheRecorderNotesTypedAndResentLinesAndOpensItsSheetWhenDone)
 {
     connect();

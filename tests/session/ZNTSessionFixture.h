@@ -17,9 +17,16 @@
 struct ZNTRecordedSpeech final : ZNTSpeechEngine {
     std::vector<std::u16string> spoken;
     int timesStopped = 0;
+    bool isFound = true;
+    std::function<void()> availabilityChanged;
     [[nodiscard]] bool isSpeaking() const override { return false; }
     void startSpeaking(std::u16string_view text) override { spoken.emplace_back(text); }
     void stopSpeaking() override { ++timesStopped; }
+    [[nodiscard]] bool isAvailable() const override { return isFound; }
+    void setAvailabilityListener(std::function<void()> changed) override
+    {
+        availabilityChanged = std::move(changed);
+    }
 };
 
 /// A screen reader that runs, or not, as the test says, and has no way to speak.

@@ -4,6 +4,7 @@
 #include "ZNTSpeechDispatcher.h"
 #include "ZNTSpeechHandOver.h"
 #include "ZNTSpeechSynth.h"
+#include "ZNTTestPlatform.h"
 #include "ZNTThreadCount.h"
 
 #include <gmock/gmock.h>
@@ -22,15 +23,10 @@ struct SpeechService : testing::Test {
 
     VirtualRunLoop loop;
     ZNTRecordingSpeechService service;
-    std::vector<std::string> unavailable;
+    ZNTRecordedLog log;
     std::optional<ZNTSpeechDispatcher> engine;
 
-    SpeechService()
-    {
-        engine.emplace(
-            loop, [this](std::u16string_view text) { unavailable.push_back(znt::utf8FromText(text)); },
-            ZNTSpeechServiceStart::Never);
-    }
+    SpeechService() { engine.emplace(loop, log, ZNTSpeechServiceStart::Never); }
 
     /// Real time passes until all is said.
     bool fallsSilent(double seconds = 10)
@@ -66,7 +62,7 @@ TEST_F(SpeechService, FiveHundredChunksAreSpokenOnceEachAndInOrder)
     EXPECT_TRUE(loop.runUntil(allIsSaid, 60));
     loop.advance(5);
     EXPECT_EQ(service.finishedTexts(), expected);
-    EXPECT_THAT(unavailable, IsEmpty());
+    EXPECT_THAT(log.lines, IsEmpty());
     EXPECT_THAT(service.complaints(), IsEmpty());
 }
 
@@ -160,20 +156,31 @@ TEST_F(SpeechService, AServiceThatIsKilledAndComesBackSaysWhatItOwes)
     engine->startSpeaking(u"four");
     ASSERT_TRUE(fallsSilent());
     EXPECT_EQ(service.finishedTexts().back(), "four");
-    EXPECT_THAT(unavailable, IsEmpty());
+    EXPECT_THAT(log.lines, IsEmpty());
 }
 
-TEST_F(SpeechService, WithoutAServiceThePlayerIsToldOnceAndNothingWaits)
+TEST_F(SpeechService, WithoutAServiceSpeechIsUnavailableAndNothingWaits)
 {
-    engine->startSpeaking(u"one");
+    int changes = 0;
+    engine->setAvailabilityListener([&] { ++changes; });
+    EXPECT_TRUE(engine->isAvailable());
+    for (const auto* text : {u"one", u"two"}) {
+        engine->startSpeaking(text);
+        ASSERT_TRUE(fallsSilent());
+        loop.runPosted();
+        EXPECT_FALSE(engine->isAvailable());
+        EXPECT_EQ(changes, 1);
+        ASSERT_EQ(log.lines.size(), 1u);
+        EXPECT_THAT(log.lines[0], testing::HasSubstr("\"speech-dispatcher\""));
+    }
+    service.start();
+    engine->startSpeaking(u"refused");
+    loop.advance(5);
+    engine->startSpeaking(u"three");
     ASSERT_TRUE(fallsSilent());
-    loop.runPosted();
-    ASSERT_EQ(unavailable.size(), 1u);
-    EXPECT_THAT(unavailable[0], testing::HasSubstr("\"speech-dispatcher\""));
-    engine->startSpeaking(u"two");
-    EXPECT_FALSE(engine->isSpeaking());
-    loop.runPosted();
-    EXPECT_EQ(unavailable.size(), 1u);
+    EXPECT_THAT(service.finishedTexts(), ElementsAre("three"));
+    EXPECT_TRUE(engine->isAvailable());
+    EXPECT_EQ(changes, 2);
 }
 
 TEST_F(SpeechService, OneThatStopsAnsweringHoldsUpNeitherTheGameNorItsEnd)
@@ -183,7 +190,7 @@ TEST_F(SpeechService, OneThatStopsAnsweringHoldsUpNeitherTheGameNorItsEnd)
         service.kill();
         service.setAnswers(true);
         service.start();
-        engine.emplace(loop, nullptr, ZNTSpeechServiceStart::Never);
+        engine.emplace(loop, log, ZNTSpeechServiceStart::Never);
         if (answersAtFirst) {
             engine->startSpeaking(u"heard");
             ASSERT_TRUE(fallsSilent());
@@ -208,7 +215,7 @@ TEST_F(SpeechService, TheEndOfTheEngineIsTheEndOfItsThreadAlsoJustAfterTheServic
 {
     for (int round = 0; round < 10; ++round) {
         service.start();
-        engine.emplace(loop, nullptr, ZNTSpeechServiceStart::Never);
+        engine.emplace(loop, log, ZNTSpeechServiceStart::Never);
         engine->startSpeaking(u"one");
         ASSERT_TRUE(fallsSilent());
         service.kill();

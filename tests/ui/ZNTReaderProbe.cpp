@@ -28,7 +28,8 @@ namespace
 struct Probe {
     QtRunLoop runLoop;
     ZNTDesktopScreenReader reader;
-    ZNTSpeechDispatcher engine{runLoop};
+    ZNTStandardErrorLog log;
+    ZNTSpeechDispatcher engine{runLoop, log};
     ZNTSpeechSynth synth{runLoop, engine, reader};
     QMainWindow window;
     std::unique_ptr<QWidget> other;
