@@ -102,14 +102,29 @@ void ZNTLiteralOccurrences::add(std::uint32_t literal, std::size_t offset)
     chain.last = link;
 }
 
-bool ZNTLiteralOccurrences::offsetsOf(std::uint32_t literal, std::vector<std::int32_t>& offsets) const
+ZNTLiteralPlaces::ZNTLiteralPlaces(const ZNTLiteralOccurrences& occurrences, std::uint32_t number,
+                                   std::u16string_view literal, std::u16string_view text)
+    : occurrences(occurrences),
+      literal(literal),
+      text(text),
+      link(occurrences.chains[number].first)
 {
-    offsets.clear();
-    if (!isComplete)
-        return false;
-    for (auto link = chains[literal].first; link >= 0; link = links[static_cast<std::size_t>(link)].next)
-        offsets.push_back(links[static_cast<std::size_t>(link)].offset);
-    return true;
+}
+
+std::optional<std::size_t> ZNTLiteralPlaces::next()
+{
+    if (!occurrences.isComplete) {
+        const auto at = text.find(literal, searchedUpTo);
+        if (at == text.npos)
+            return std::nullopt;
+        searchedUpTo = at + 1;
+        return at;
+    }
+    if (link < 0)
+        return std::nullopt;
+    const auto& place = occurrences.links[static_cast<std::size_t>(link)];
+    link = place.next;
+    return static_cast<std::size_t>(place.offset);
 }
 
 // Preparation

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,12 +14,10 @@ public:
     /// The numbers of the literals that occur, in no order.
     [[nodiscard]] const std::vector<std::uint32_t>& found() const { return foundLiterals; }
     [[nodiscard]] bool hasFound(std::uint32_t literal) const { return chains[literal].first >= 0; }
-    /// Fills `offsets` with the ascending offsets of a literal that occurs. False where the text holds so
-    /// many occurrences that not all are kept.
-    [[nodiscard]] bool offsetsOf(std::uint32_t literal, std::vector<std::int32_t>& offsets) const;
 
 private:
     friend class ZNTLiteralFilter;
+    friend class ZNTLiteralPlaces;
     struct Chain {
         std::int32_t first = -1, last = -1;
     };
@@ -32,7 +31,25 @@ private:
     std::vector<Chain> chains; ///< by literal
     std::vector<Link> links;
     std::size_t mostLinks = 0;
-    bool isComplete = true;
+    bool isComplete = true; ///< else the text holds so many occurrences that not all are kept
+};
+
+/// Goes through the places of one literal in a text, in ascending order and without a list of them.
+class ZNTLiteralPlaces
+{
+public:
+    /// `occurrences` are those of a search of `text` that found the literal; both outlive this, and so does
+    /// `literal`, its characters.
+    ZNTLiteralPlaces(const ZNTLiteralOccurrences& occurrences, std::uint32_t number,
+                     std::u16string_view literal, std::u16string_view text);
+
+    std::optional<std::size_t> next();
+
+private:
+    const ZNTLiteralOccurrences& occurrences;
+    std::u16string_view literal, text;
+    std::int32_t link;            ///< the next one; -1 behind the last
+    std::size_t searchedUpTo = 0; ///< where not all places are kept
 };
 
 /// Finds thousands of literals in one walk over a text.

@@ -2,6 +2,7 @@
 
 #include "ZNTTrigger.h"
 #include "ZNTTriggerActions.h"
+#include "ZNTTriggerPass.h"
 #include "ZNTWordCharacters.h"
 
 #include <memory>
@@ -34,25 +35,28 @@ public:
     /// Replaces the list. Checks that were in force before, or not long ago, are not compiled again.
     void setTriggers(std::vector<ZNTTrigger> triggers);
 
-    /// Tries every trigger in order. For each match, in order of position, the action is sent, its "%1"
-    /// replaced by group 1 (as a replacement template in ICU's sense), and the sound is played.
+    /// Begins a pass: every trigger is tried in order. For each match, in order of position, the action is
+    /// sent, its "%1" replaced by group 1 (as a replacement template in ICU's sense), and the sound is
+    /// played. The chunk is gagged if a trigger with `gag` set matched. It goes on with
+    /// `ZNTTriggerPass::goOn`.
     ///
     /// A trigger that cannot be used does nothing: its expression is ill-formed, its action holds "%1" where
-    /// there is no group, one of its templates is ill-formed, or the expression takes more processor time
-    /// than a chunk is worth (about 50 ms, more for chunks past 256 Ki characters; a trigger that does so
-    /// three times running is left out until the list is set again).
+    /// there is no group, or the expression takes more processor time than a chunk is worth (about 50 ms,
+    /// more for chunks past 256 Ki characters; a trigger that does so three times running is left out until
+    /// the list is set again). An ill-formed template ends its trigger for the chunk; the matches before it
+    /// are answered.
     ///
-    /// True when a trigger with `gag` set matched. `plainText` stays valid until the return.
+    /// `plainText`, the actions and this list outlive the pass.
+    [[nodiscard]] std::unique_ptr<ZNTTriggerPass> startPass(std::u16string_view plainText,
+                                                            ZNTTriggerActions& actions);
+
+    /// A whole pass. True when the chunk is gagged.
     bool passOver(std::u16string_view plainText, ZNTTriggerActions& actions);
 
 private:
-    struct Prepared;
-    struct Scratch;
-    class Pass;
-
     ZNTPlatformLog& log;
     const ZNTWordCharacters wordCharacters;
     std::unique_ptr<ZNTTriggerPatternCache> patterns;
-    std::shared_ptr<Prepared> prepared;
-    std::unique_ptr<Scratch> scratch; ///< null while a pass uses it
+    std::shared_ptr<ZNTPreparedTriggers> prepared;
+    std::unique_ptr<ZNTTriggerPassMemory> memory; ///< null while a pass uses it
 };

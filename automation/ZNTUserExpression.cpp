@@ -1,6 +1,8 @@
 #include "ZNTUserExpression.h"
 
+#include <algorithm>
 #include <ctime>
+#include <unicode/utf16.h>
 
 namespace
 {
@@ -17,19 +19,30 @@ double processorTime()
 /// ICU's own time limit starts anew at each position of the text and its unit varies with the expression, so
 /// the time is taken here: where ICU asks, which is every 10,000 steps of one attempt to match, and between
 /// attempts. Asking the system costs as much as a short attempt, hence only every 64th time.
-struct Allowance {
-    double end;
+struct Limits {
+    double endOfAllowance, endOfAttempt;
+    const std::function<bool()>* hasTimeForMore;
     unsigned attempts = 0;
-    [[nodiscard]] UBool remains() const { return processorTime() < end ? 1 : 0; }
+    std::int64_t stoppedBefore = -1; ///< the place of the next attempt, where there was no time for it
 };
 
-UBool mayGoOn(const void* context, std::int32_t) { return static_cast<const Allowance*>(context)->remains(); }
-
-UBool mayAttemptNext(const void* context, std::int64_t)
+UBool mayGoOn(const void* context, std::int32_t)
 {
-    auto* allowance =
-        static_cast<Allowance*>(const_cast<void*>(context)); // ours, handed through ICU as const
-    return ++allowance->attempts % 64 != 0 || allowance->remains() != 0 ? 1 : 0;
+    const auto* limits = static_cast<const Limits*>(context);
+    return processorTime() < std::min(limits->endOfAllowance, limits->endOfAttempt) ? 1 : 0;
+}
+
+UBool mayAttemptNext(const void* context, std::int64_t place)
+{
+    auto* limits = static_cast<Limits*>(const_cast<void*>(context)); // ours, handed through ICU as const
+    if (++limits->attempts % 64 != 0)
+        return 1;
+    if (processorTime() >= limits->endOfAllowance)
+        return 0;
+    if ((*limits->hasTimeForMore)())
+        return 1;
+    limits->stoppedBefore = place;
+    return 0;
 }
 
 ZNTError regexError(UErrorCode status)
@@ -48,6 +61,7 @@ ZNTUserExpression::ZNTUserExpression(std::u16string_view pattern)
         uregex_open(pattern.data(), static_cast<std::int32_t>(pattern.size()), 0, &place, &status));
     uregex_setStackLimit(expression.get(), mostStackBytes, &status);
     groupCount_ = uregex_groupCount(expression.get(), &status);
+    looksAtLastMatch = pattern.find(u"\\G") != pattern.npos;
     if (U_FAILURE(status)) {
         problem_ = std::string(u_errorName(status)) + " at character " + std::to_string(place.offset);
         groupCount_ = 0;
@@ -55,18 +69,24 @@ ZNTUserExpression::ZNTUserExpression(std::u16string_view pattern)
     }
 }
 
-ZNTResult<void> ZNTUserExpression::collectMatches(std::u16string_view text, double allowance,
-                                                  std::vector<ZNTTriggerMatch>& matches)
+ZNTResult<void> ZNTUserExpression::collectMatches(Search& search, std::size_t most,
+                                                  std::vector<ZNTTriggerMatch>& matches,
+                                                  const std::function<bool()>& hasTimeForMore)
 {
     if (!expression)
         return ZNTError{"ICU", U_REGEX_RULE_SYNTAX, problem_};
-    Allowance limit{processorTime() + allowance};
+    static const std::function<bool()> always = [] { return true; };
+    const auto start = processorTime();
+    Limits limits{start + search.allowance, start + longestAttempt,
+                  looksAtLastMatch ? &always : &hasTimeForMore};
     auto* const icu = expression.get();
+    const auto text = search.text;
     UErrorCode status = U_ZERO_ERROR;
-    uregex_setMatchCallback(icu, mayGoOn, &limit, &status);
-    uregex_setFindProgressCallback(icu, mayAttemptNext, &limit, &status);
+    uregex_setMatchCallback(icu, mayGoOn, &limits, &status);
+    uregex_setFindProgressCallback(icu, mayAttemptNext, &limits, &status);
     uregex_setText(icu, text.empty() ? u"" : text.data(), static_cast<std::int32_t>(text.size()), &status);
-    while (uregex_findNext(icu, &status) != 0 && U_SUCCESS(status)) {
+    bool isFound = uregex_find64(icu, search.from, &status) != 0;
+    while (isFound && U_SUCCESS(status)) {
         ZNTTriggerMatch match;
         match.start = uregex_start(icu, 0, &status);
         match.end = uregex_end(icu, 0, &status);
@@ -76,12 +96,35 @@ ZNTResult<void> ZNTUserExpression::collectMatches(std::u16string_view text, doub
             match.groupEnd = uregex_end(icu, 1, &status);
         }
         matches.push_back(match);
+        if (matches.size() >= most && !looksAtLastMatch) {
+            search.goOnBehind(match);
+            break;
+        }
+        isFound = uregex_findNext(icu, &status) != 0;
     }
-    UErrorCode resetStatus = U_ZERO_ERROR; // neither the text nor the limit outlives the call
+    search.isOver |= !isFound;
+    if (!search.isOver)
+        search.allowance -= processorTime() - start;
+    if (limits.stoppedBefore >= 0) {
+        status = U_ZERO_ERROR;
+        search.from = limits.stoppedBefore;
+        search.isOver = false;
+    }
+    UErrorCode resetStatus = U_ZERO_ERROR; // neither the text nor the limits outlive the call
     uregex_setText(icu, u"", 0, &resetStatus);
     uregex_setMatchCallback(icu, nullptr, nullptr, &resetStatus);
     uregex_setFindProgressCallback(icu, nullptr, nullptr, &resetStatus);
     if (U_FAILURE(status))
         return regexError(status);
     return {};
+}
+
+/// An empty match moves the search on by one character, as ICU's own next step does.
+void ZNTUserExpression::Search::goOnBehind(const ZNTTriggerMatch& match)
+{
+    auto next = static_cast<std::size_t>(match.end);
+    isOver = match.start == match.end && next == text.size();
+    if (match.start == match.end && !isOver)
+        U16_FWD_1(text.data(), next, text.size());
+    from = static_cast<std::int64_t>(next);
 }

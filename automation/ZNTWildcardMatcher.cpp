@@ -3,6 +3,7 @@
 #include "ZNTTextScan.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -129,91 +130,95 @@ std::u16string_view ZNTWildcardMatcher::requiredLiteral() const
 
 // The search
 
-/// The text is searched only in the stretches that a match can reach: around each place of the required
-/// piece, as far as runs and pieces can extend. Within a stretch, from the last piece to the first, the
-/// places of a piece are kept from which the rest of the check can match; a greedy run then ends at the last
-/// such place within its reach. Places ascend and so do the ends of runs that start at them, so all of this
-/// is one walk over the stretch for each piece.
-class ZNTWildcardMatcher::Search
-{
-public:
-    Search(const ZNTWildcardMatcher& matcher, std::u16string_view text,
-           const ZNTWordCharacters& wordCharacters, std::vector<ZNTTriggerMatch>& matches)
-        : matcher(matcher),
-          text(text),
-          wordCharacters(wordCharacters),
-          matches(matches),
-          knownRuns(matcher.runs.size())
-    {
-    }
-
-    void collect(const std::vector<std::int32_t>& occurrences);
-
-private:
-    struct Stretch {
-        std::size_t start, end;
-    };
-    /// A place of a piece from which the rest of the check matches, up to `end`.
-    struct Place {
-        std::size_t at, end;
-    };
-
-    void collectTexts(const std::vector<std::int32_t>& occurrences);
-    [[nodiscard]] Stretch stretchAround(std::size_t place);
-    void collectWithin(Stretch stretch);
-    void collectAfterPiece(Stretch stretch);
-    void collectAfterRun();
-    void findPlaces(std::size_t index, Stretch stretch);
-
-    /// The greediest continuation of a run that starts at `start`, asked for in ascending order.
-    std::optional<Place> continuation(std::size_t run, std::size_t start);
-    Stretch runAround(std::size_t run, std::size_t offset);
-    void addMatch(std::size_t start, std::size_t runStart, Place next);
-
-    const ZNTWildcardMatcher& matcher;
-    const std::u16string_view text;
-    const ZNTWordCharacters& wordCharacters;
+struct ZNTWildcardMatcher::Search::Part {
+    std::size_t most;
     std::vector<ZNTTriggerMatch>& matches;
-    std::size_t searchedUpTo = 0; ///< the end of the last match
-    std::vector<Stretch> knownRuns;
-    std::vector<Place> places, laterPlaces; ///< of the piece at hand and of the next one
-    std::size_t reached = 0;                ///< how many of the later places lie within the present run
+    const std::function<bool()>& hasTimeForMore;
+
+    /// Asked before each step. Asking for the time costs as much as some steps, hence only every 256th time.
+    [[nodiscard]] bool isOver(unsigned& steps) const
+    {
+        return matches.size() >= most || (++steps % 256 == 0 && !hasTimeForMore());
+    }
 };
 
-void ZNTWildcardMatcher::Search::collect(const std::vector<std::int32_t>& occurrences)
+ZNTWildcardMatcher::Search::Search(const ZNTWildcardMatcher& matcher, std::u16string_view text,
+                                   ZNTLiteralPlaces occurrences, const ZNTWordCharacters& wordCharacters)
+    : matcher(matcher),
+      text(text),
+      occurrences(occurrences),
+      wordCharacters(wordCharacters),
+      knownRuns(matcher.runs.size())
 {
-    if (matcher.runs.empty())
-        return collectTexts(occurrences);
-    const auto& piece = matcher.pieces[matcher.required];
-    std::optional<Stretch> present;
-    for (const auto occurrence : occurrences) {
-        const auto offset = static_cast<std::size_t>(occurrence);
-        if (offset < piece.anchor || !piece.isAt(text, offset - piece.anchor))
-            continue;
-        const auto stretch = stretchAround(offset - piece.anchor);
-        if (present && stretch.start <= present->end) {
-            present->end = std::max(present->end, stretch.end);
-            continue;
-        }
-        if (present)
-            collectWithin(*present);
-        present = stretch;
-    }
-    if (present)
-        collectWithin(*present);
 }
 
-void ZNTWildcardMatcher::Search::collectTexts(const std::vector<std::int32_t>& occurrences)
+bool ZNTWildcardMatcher::Search::collect(std::size_t most, std::vector<ZNTTriggerMatch>& matches,
+                                         const std::function<bool()>& hasTimeForMore)
 {
-    const auto& piece = matcher.pieces.front();
-    for (const auto occurrence : occurrences) {
-        const auto offset = static_cast<std::size_t>(occurrence);
-        if (offset < searchedUpTo + piece.anchor || !piece.isAt(text, offset - piece.anchor))
-            continue;
-        const auto start = offset - piece.anchor;
-        searchedUpTo = start + piece.units.size();
-        matches.push_back({static_cast<std::int32_t>(start), static_cast<std::int32_t>(searchedUpTo), 0, 0});
+    Part part{most, matches, hasTimeForMore};
+    if (matcher.runs.empty())
+        return collectTexts(part);
+    for (;;) {
+        if (!isStretchWhole && !findNextStretch(part))
+            return false;
+        if (!present)
+            return true;
+        if (!collectWithinStretch(part))
+            return false;
+        present = std::exchange(ahead, std::nullopt);
+        isStretchWhole = false;
     }
+}
+
+/// A check without wildcards matches wherever its text stands.
+bool ZNTWildcardMatcher::Search::collectTexts(Part& part)
+{
+    const auto& only = matcher.pieces.front();
+    for (;;) {
+        if (part.isOver(steps))
+            return false;
+        const auto offset = occurrences.next();
+        if (!offset)
+            return true;
+        if (*offset < searchedUpTo + only.anchor || !only.isAt(text, *offset - only.anchor))
+            continue;
+        const auto start = *offset - only.anchor;
+        searchedUpTo = start + only.units.size();
+        part.matches.push_back(
+            {static_cast<std::int32_t>(start), static_cast<std::int32_t>(searchedUpTo), 0, 0});
+    }
+}
+
+/// Fills `present`, where there is one more stretch, with it; stretches that touch are one. False where the
+/// part is over before that.
+bool ZNTWildcardMatcher::Search::findNextStretch(Part& part)
+{
+    const auto& literal = matcher.pieces[matcher.required];
+    while (!ahead) {
+        if (part.isOver(steps))
+            return false;
+        const auto offset = occurrences.next();
+        if (!offset)
+            break;
+        if (*offset < literal.anchor || !literal.isAt(text, *offset - literal.anchor))
+            continue;
+        const auto stretch = stretchAround(*offset - literal.anchor);
+        if (!present)
+            present = stretch;
+        else if (stretch.start <= present->end)
+            present->end = std::max(present->end, stretch.end);
+        else
+            ahead = stretch;
+    }
+    isStretchWhole = true;
+    if (!present)
+        return true;
+    piece = matcher.pieces.size() - 1;
+    at = present->start;
+    places.clear();
+    laterPlaces.clear();
+    reached = 0;
+    return true;
 }
 
 /// Everything that a match with the required piece at `place` can cover.
@@ -246,35 +251,40 @@ ZNTWildcardMatcher::Search::Stretch ZNTWildcardMatcher::Search::runAround(std::s
     return known;
 }
 
-void ZNTWildcardMatcher::Search::collectWithin(Stretch stretch)
+bool ZNTWildcardMatcher::Search::collectWithinStretch(Part& part)
 {
-    laterPlaces.clear();
-    for (std::size_t piece = matcher.pieces.size() - 1; piece > 0; --piece) {
-        findPlaces(piece, stretch);
+    while (piece > 0) {
+        if (!findPlaces(part))
+            return false;
         std::swap(places, laterPlaces);
+        places.clear();
+        reached = 0;
+        --piece;
+        const bool startsWithRun = piece == 0 && matcher.pieces.front().units.empty();
+        at = startsWithRun ? 0 : piece == 0 ? std::max(present->start, searchedUpTo) : present->start;
     }
-    if (matcher.pieces.front().units.empty())
-        collectAfterRun();
-    else
-        collectAfterPiece(stretch);
+    return matcher.pieces.front().units.empty() ? collectAfterRun(part) : collectAfterPiece(part);
 }
 
 /// Fills `places`. Of an empty last piece there are none: it is wherever the run before it ends.
-void ZNTWildcardMatcher::Search::findPlaces(std::size_t index, Stretch stretch)
+bool ZNTWildcardMatcher::Search::findPlaces(Part& part)
 {
-    const auto& piece = matcher.pieces[index];
-    const bool isLast = index + 1 == matcher.pieces.size();
-    places.clear();
-    reached = 0;
-    if (piece.units.empty())
-        return;
-    for (auto at = piece.find(text, stretch.start, stretch.end); at != std::u16string_view::npos;
-         at = piece.find(text, at + 1, stretch.end)) {
-        const auto end = at + piece.units.size();
+    const auto& sought = matcher.pieces[piece];
+    const bool isLast = piece + 1 == matcher.pieces.size();
+    if (sought.units.empty())
+        return true;
+    for (;;) {
+        if (part.isOver(steps))
+            return false;
+        const auto found = sought.find(text, at, present->end);
+        if (found == std::u16string_view::npos)
+            return true;
+        at = found + 1;
+        const auto end = found + sought.units.size();
         if (isLast)
-            places.push_back({at, end});
-        else if (const auto next = continuation(index, end))
-            places.push_back({at, next->end});
+            places.push_back({static_cast<std::uint32_t>(found), static_cast<std::uint32_t>(end)});
+        else if (const auto next = continuation(piece, end))
+            places.push_back({static_cast<std::uint32_t>(found), next->end});
     }
 }
 
@@ -284,7 +294,9 @@ std::optional<ZNTWildcardMatcher::Search::Place> ZNTWildcardMatcher::Search::con
     const auto runEnd = runAround(run, start).end;
     const auto least = start + matcher.runs[run].least;
     if (run + 1 == matcher.runs.size() && matcher.pieces.back().units.empty())
-        return runEnd >= least ? std::optional(Place{runEnd, runEnd}) : std::nullopt;
+        return runEnd >= least ? std::optional(Place{static_cast<std::uint32_t>(runEnd),
+                                                     static_cast<std::uint32_t>(runEnd)})
+                               : std::nullopt;
     while (reached < laterPlaces.size() && laterPlaces[reached].at <= runEnd)
         ++reached;
     if (reached == 0 || laterPlaces[reached - 1].at < least)
@@ -292,48 +304,45 @@ std::optional<ZNTWildcardMatcher::Search::Place> ZNTWildcardMatcher::Search::con
     return laterPlaces[reached - 1];
 }
 
-void ZNTWildcardMatcher::Search::collectAfterPiece(Stretch stretch)
+bool ZNTWildcardMatcher::Search::collectAfterPiece(Part& part)
 {
-    const auto& piece = matcher.pieces.front();
-    reached = 0;
-    for (auto at = piece.find(text, std::max(stretch.start, searchedUpTo), stretch.end);
-         at != std::u16string_view::npos;) {
-        const auto runStart = at + piece.units.size();
-        const auto next = continuation(0, runStart);
-        if (next)
-            addMatch(at, runStart, *next);
-        at = piece.find(text, std::max(at + 1, searchedUpTo), stretch.end);
+    const auto& first = matcher.pieces.front();
+    for (;;) {
+        if (part.isOver(steps))
+            return false;
+        const auto found = first.find(text, at, present->end);
+        if (found == std::u16string_view::npos)
+            return true;
+        const auto runStart = found + first.units.size();
+        if (const auto next = continuation(0, runStart))
+            addMatch(part, found, runStart, *next);
+        at = std::max(found + 1, searchedUpTo);
     }
 }
 
-/// The check starts with a group: a match starts as far left of the next piece as its run reaches.
-void ZNTWildcardMatcher::Search::collectAfterRun()
+/// The check starts with a group: a match starts as far left of the next piece as its run reaches. `at`
+/// counts the places of that piece.
+bool ZNTWildcardMatcher::Search::collectAfterRun(Part& part)
 {
-    reached = 0;
-    for (const auto& place : laterPlaces) {
-        const auto at = place.at;
-        if (at < searchedUpTo)
+    for (; at < laterPlaces.size(); ++at) {
+        if (part.isOver(steps))
+            return false;
+        const std::size_t end = laterPlaces[at].at;
+        if (end < searchedUpTo)
             continue;
-        const auto start = std::max(runAround(0, at).start, searchedUpTo);
-        if (at - start < matcher.runs.front().least)
+        const auto start = std::max(runAround(0, end).start, searchedUpTo);
+        if (end - start < matcher.runs.front().least)
             continue;
         if (const auto next = continuation(0, start))
-            addMatch(start, start, *next);
+            addMatch(part, start, start, *next);
     }
+    return true;
 }
 
-void ZNTWildcardMatcher::Search::addMatch(std::size_t start, std::size_t runStart, Place next)
+void ZNTWildcardMatcher::Search::addMatch(Part& part, std::size_t start, std::size_t runStart, Place next)
 {
     searchedUpTo = next.end;
-    matches.push_back({static_cast<std::int32_t>(start), static_cast<std::int32_t>(next.end),
-                       static_cast<std::int32_t>(runStart),
-                       static_cast<std::int32_t>(next.at - matcher.runs.front().leastAfterFirst)});
-}
-
-void ZNTWildcardMatcher::collectMatches(std::u16string_view text,
-                                        const std::vector<std::int32_t>& occurrences,
-                                        const ZNTWordCharacters& wordCharacters,
-                                        std::vector<ZNTTriggerMatch>& matches) const
-{
-    Search(*this, text, wordCharacters, matches).collect(occurrences);
+    part.matches.push_back({static_cast<std::int32_t>(start), static_cast<std::int32_t>(next.end),
+                            static_cast<std::int32_t>(runStart),
+                            static_cast<std::int32_t>(next.at - matcher.runs.front().leastAfterFirst)});
 }

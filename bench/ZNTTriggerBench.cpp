@@ -164,7 +164,9 @@ void buildAndMatch(benchmark::State& state)
             for (const auto& trigger : triggers) {
                 ZNTUserExpression expression(ZNTTriggerPattern::expressionForCheck(trigger.check));
                 std::vector<ZNTTriggerMatch> matches;
-                benchmark::DoNotOptimize(expression.collectMatches(chunk, 60, matches));
+                ZNTUserExpression::Search search{chunk, /*allowance=*/60};
+                benchmark::DoNotOptimize(
+                    expression.collectMatches(search, chunk.size() + 1, matches, [] { return true; }));
                 commands += matches.size();
             }
         });

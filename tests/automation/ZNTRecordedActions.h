@@ -9,6 +9,8 @@
 /// What triggers did, in order: commands as they are, sounds behind "sound:".
 struct ZNTRecordedActions final : ZNTTriggerActions {
     std::vector<std::u16string> done;
+    /// What every question for more time is answered.
+    bool hasTime = true;
     /// Called with each command after it was noted.
     std::function<void(std::u16string_view)> whenSent = [](auto) {};
 
@@ -21,4 +23,5 @@ struct ZNTRecordedActions final : ZNTTriggerActions {
     {
         done.push_back(u"sound:" + std::u16string(fileName));
     }
+    [[nodiscard]] bool hasTimeForMore() override { return hasTime; }
 };

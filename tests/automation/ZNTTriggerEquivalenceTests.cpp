@@ -33,21 +33,25 @@ private:
         const auto input = znt::icu::unicodeString(text);
         icu::RegexMatcher matcher(znt::icu::unicodeString(pattern), input, 0, status);
         const bool usesGroup = znt::contains(trigger.action, u"%1");
+        if (U_FAILURE(status) || (usesGroup && matcher.groupCount() == 0))
+            return; // cannot be used
         std::vector<std::u16string> sent;
-        while (U_SUCCESS(status) && matcher.find(status)) {
+        UErrorCode templates =
+            U_ZERO_ERROR; // an ill-formed one ends the trigger; the matches before it stand
+        while (U_SUCCESS(templates) && matcher.find(status)) {
             auto command = trigger.action;
             if (usesGroup) {
                 icu::RegexMatcher placeholder(u"%1", 0, status);
                 const auto action = znt::icu::unicodeString(trigger.action);
                 placeholder.reset(action);
-                command = znt::icu::plainText(placeholder.replaceAll(matcher.group(1, status), status));
+                command = znt::icu::plainText(placeholder.replaceAll(matcher.group(1, templates), templates));
             }
-            sent.push_back(command);
+            isGagged |= trigger.gag && U_SUCCESS(status);
+            if (U_SUCCESS(templates))
+                sent.push_back(command);
         }
-        if (U_FAILURE(status))
-            return;
-        isGagged |= trigger.gag && !sent.empty();
-        commands.insert(commands.end(), sent.begin(), sent.end());
+        if (U_SUCCESS(status))
+            commands.insert(commands.end(), sent.begin(), sent.end());
     }
 };
 
@@ -63,6 +67,14 @@ void comparePasses(const std::vector<ZNTTrigger>& triggers, ZNTTriggerList& list
         << testing::PrintToString(reference.commands) << "\nfor\n"
         << shown;
     EXPECT_EQ(isGagged, reference.isGagged) << shown;
+
+    ZNTRecordedActions inParts; // with an end of the turn wherever the pass asks
+    const auto pass = list.startPass(text, inParts);
+    inParts.hasTime = false;
+    while (!pass->goOn())
+        continue;
+    EXPECT_TRUE(inParts.done == actions.done) << shown;
+    EXPECT_EQ(pass->isGagged(), isGagged) << shown;
 }
 
 std::vector<ZNTTrigger> randomTriggers(ZNTRandomText& checks, std::size_t count, std::size_t mostPieces)
@@ -86,7 +98,7 @@ void compareRandomly(ZNTRandomText checks, ZNTRandomText texts, std::size_t list
         const auto triggers = randomTriggers(checks, 1 + checks.number(8), mostPieces);
         list.setTriggers(triggers);
         for (int text = 0; text < 6; ++text) {
-            comparePasses(triggers, list, texts.next(14));
+            comparePasses(triggers, list, texts.next(text == 0 ? 1500 : 14));
             std::u16string names;
             if (testing::Test::HasFailure()) {
                 for (const auto& trigger : triggers)

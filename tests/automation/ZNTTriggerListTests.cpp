@@ -127,9 +127,10 @@ TEST_F(TriggerList, ATriggerThatCannotBeUsedDoesNothingAndTheOthersDo)
     EXPECT_THAT(log.lines.front(), HasSubstr("U_REGEX_MISMATCHED_PAREN at character"));
     log.lines.clear();
 
-    EXPECT_THAT(doneFor(u"The sword costs 5 coins or costs $5 coins."), ElementsAre(u"first", u"last"))
-        << "one ill-formed template and the trigger acts on none of its matches";
-    EXPECT_FALSE(isGagged);
+    EXPECT_THAT(doneFor(u"The sword costs 5 coins or costs $5 coins or costs 6 coins."),
+                ElementsAre(u"first", u"pay 5", u"last"))
+        << "an ill-formed template ends its trigger; the matches before it stand, and so does the gag";
+    EXPECT_TRUE(isGagged);
     EXPECT_THAT(log.lines, ElementsAre(HasSubstr("replacement template")));
     EXPECT_THAT(doneFor(u"The sword costs 5 coins."), ElementsAre(u"first", u"pay 5", u"last"));
     EXPECT_EQ(log.lines.size(), 1u);
@@ -177,11 +178,15 @@ TEST_F(TriggerList, MoreMatchesThanAreRememberedAreAllFound)
     for (std::size_t length = 1; length <= 4; ++length)
         triggers.push_back(
             trigger(std::u16string(length, u'-'), std::u16string(1, static_cast<char16_t>(u'0' + length))));
+    triggers.push_back(trigger(u"[-]", u"5"));
+    triggers.push_back(trigger(u"x?", u"6"));
     const std::u16string text(120'000, u'-');
     const auto done = doneBy(triggers, text);
     for (std::size_t length = 1; length <= 4; ++length)
         EXPECT_EQ(std::count(done.begin(), done.end(), triggers[length - 1].action),
                   120'000 / static_cast<long>(length));
+    EXPECT_EQ(std::count(done.begin(), done.end(), u"5"), 120'000);
+    EXPECT_EQ(std::count(done.begin(), done.end(), u"6"), 120'001) << "the empty ones, and one at the end";
 }
 
 TEST_F(TriggerList, ACommandMayReplaceTheListAndRunAPassOfItsOwn)
