@@ -8,7 +8,6 @@
 
 namespace
 {
-constexpr std::string_view comboBoxChangedName = "COMBO_BOX_CHANGED";
 constexpr std::string_view currentValueKey = "currentValueInComboBox";
 } // namespace
 

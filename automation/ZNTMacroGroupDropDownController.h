@@ -18,6 +18,9 @@ class ZNTDatabaseHelper;
 class ZNTMacroGroupDropDownController
 {
 public:
+    /// The notification after which the groups are read from the store again.
+    static constexpr std::string_view comboBoxChangedName = "COMBO_BOX_CHANGED";
+
     /// All of it outlives this.
     ZNTMacroGroupDropDownController(const ZNTPlatform& platform, ZNTDatabaseHelper& database,
                                     ZNTComboBox& macroGroupComboBox);

@@ -13,15 +13,21 @@ constexpr double silenceSeconds = 0.5; // as long as the session waits before it
 ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTConsoleOptions& options)
     : surroundings(std::move(givenSurroundings)),
       options(options),
+      alerts(surroundings.platform.alert, [this] { return isFarewellHeldBack(); }),
+      platform{surroundings.platform.runLoop,
+               surroundings.platform.clock,
+               surroundings.platform.log,
+               surroundings.platform.notifications,
+               alerts,
+               surroundings.platform.places},
       outputView(options.colour == ZNTConsoleOptions::Colour::Always ? ZNTConsoleColour::Always
                                                                      : ZNTConsoleColour::Never,
                  surroundings.input, surroundings.writeOutput),
-      store(surroundings.platform.places, surroundings.platform.log),
-      groups(surroundings.platform, store, macroGroupBox),
-      macroList(surroundings.platform, store, groups, macroTable),
-      controller(surroundings.platform, screen(), services()),
-      _zntCommandRecorderView({recorderTable, recordingName, recordingSeconds, recorderSheet},
-                              surroundings.platform.log),
+      store(platform.places, platform.log),
+      groups(platform, store, macroGroupBox),
+      macroList(platform, store, groups, macroTable),
+      controller(platform, screen(), services()),
+      _zntCommandRecorderView({recorderTable, recordingName, recordingSeconds, recorderSheet}, platform.log),
       commands(std::make_unique<ZNTConsoleCommands>(*this))
 {
     controller.awakeFromNib();
@@ -95,7 +101,7 @@ void ZNTConsoleClient::start()
 void ZNTConsoleClient::startDemo()
 {
     isStartingDemo = true;
-    demoGame = std::make_unique<ZNTDemoGame>(surroundings.platform.runLoop);
+    demoGame = std::make_unique<ZNTDemoGame>(platform.runLoop, surroundings.demoProgram);
     demoGame->start(options.encoding, [this](const ZNTResult<std::uint16_t>& started) {
         isStartingDemo = false;
         if (started) {
@@ -131,10 +137,8 @@ void ZNTConsoleClient::disconnect()
     if (controller.isConnected()) {
         controller.connectToServer();
     } else if (controller.state() == ZNTSessionState::Connecting) {
-        const auto given = host.text();
-        host.setText(u""); // without a host the one button gives up the attempt
-        controller.connectToServer();
-        host.setText(given);
+        controller.stopConnecting();
+        say(u"The attempt to connect is given up.");
     } else {
         complain(u"There is no connection.");
     }
@@ -187,19 +191,19 @@ void ZNTConsoleClient::carryOut(const std::string& utf8)
     surroundings.input.replaceTypedLine();
     commandLine.setText(znt::textFromUtf8(std::string_view(utf8).substr(utf8.starts_with("//") ? 1 : 0)));
     isAnswerAwaited = !surroundings.inputIsTerminal;
-    lastSent = surroundings.platform.runLoop.now();
+    lastSent = platform.runLoop.now();
     controller.controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
 }
 
 void ZNTConsoleClient::textShown()
 {
     isAnswerAwaited = false;
-    surroundings.platform.runLoop.post([this] { sendWaitingLines(); });
+    platform.runLoop.post([this] { sendWaitingLines(); });
 }
 
 void ZNTConsoleClient::silencePassed()
 {
-    if (surroundings.platform.runLoop.now() - lastSent < silenceSeconds)
+    if (platform.runLoop.now() - lastSent < silenceSeconds)
         return; // it began before the last line was sent
     isAnswerAwaited = false;
     sendWaitingLines();
@@ -226,8 +230,9 @@ void ZNTConsoleClient::sessionChanged()
     if (state == std::exchange(knownState, state))
         return;
     if (state == ZNTSessionState::Connected) {
+        alerts.showWaiting();                            // of the connection before
         isAnswerAwaited = !surroundings.inputIsTerminal; // a script reads the greeting first
-        surroundings.platform.runLoop.post([this] { sendWaitingLines(); });
+        platform.runLoop.post([this] { sendWaitingLines(); });
     }
     if (state != ZNTSessionState::Idle || surroundings.inputIsTerminal)
         return;
@@ -236,7 +241,7 @@ void ZNTConsoleClient::sessionChanged()
         return;
     }
     isAnswerAwaited = false;
-    surroundings.platform.runLoop.post([this] {
+    platform.runLoop.post([this] {
         sendWaitingLines();
         finishAfterLastLine();
     });
@@ -249,13 +254,38 @@ void ZNTConsoleClient::finish(int exitCode)
     if (std::exchange(hasFinished, true))
         return;
     // On a later turn: what is held back is shown first, and nobody's callback is cut short.
-    surroundings.platform.runLoop.post([this, exitCode] {
+    platform.runLoop.post([this, exitCode] {
         if (controller.hasTextHeldBack())
             controller.timeUp();
+        alerts.showWaiting();
         if (controller.isConnected())
             controller.connectToServer();
         surroundings.exit(exitCode);
     });
+}
+
+/// What the game said last is held back until half a second of silence, also when it closed the connection.
+/// The alert about that stands below it.
+bool ZNTConsoleClient::isFarewellHeldBack()
+{
+    const bool isToWait = controller.lastEnding() != ZNTSessionEnding::None && controller.hasTextHeldBack();
+    if (isToWait)
+        platform.runLoop.post([this] { showAlertsAfterFarewell(); });
+    return isToWait;
+}
+
+void ZNTConsoleClient::showAlertsAfterFarewell()
+{
+    if (!alerts.isWaiting())
+        return;
+    // The session's own wait has begun before this one, which is as long, and so ends before it.
+    alertTimer =
+        platform.runLoop.startTimer(silenceSeconds, RunLoopRepeat::Once, [this] { alerts.showWaiting(); });
+}
+
+void ZNTConsoleClient::rereadMacroGroups()
+{
+    platform.notifications.post(ZNTMacroGroupDropDownController::comboBoxChangedName, &groups);
 }
 
 void ZNTConsoleClient::finishRecording(std::u16string_view name, std::u16string_view seconds)
@@ -275,7 +305,13 @@ void ZNTConsoleClient::say(std::u16string_view line)
     surroundings.writeOutput(znt::utf8FromText(line) + "\n");
 }
 
+void ZNTConsoleClient::complainIfNotConnected()
+{
+    if (!controller.isConnected())
+        complain(u"Not connected");
+}
+
 void ZNTConsoleClient::complain(std::u16string_view sentence)
 {
-    surroundings.platform.log.log(znt::utf8FromText(sentence));
+    platform.log.log(znt::utf8FromText(sentence));
 }

@@ -5,6 +5,7 @@
 #include "ZNTConsoleTextView.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDemoGame.h"
+#include "ZNTHeldAlert.h"
 #include "ZNTMacroGroupDropDownController.h"
 #include "ZNTMudMacroTableViewController.h"
 #include "ZNTPlainElements.h"
@@ -42,6 +43,8 @@ public:
         std::function<void(std::string_view)> writeOutput;
         /// Ends the program with an exit code. Called once.
         std::function<void(int)> exit;
+        /// The program that the option --demo starts.
+        std::string demoProgram = ZNTDemoGame::executableBesideThisProgram();
     };
 
     ZNTConsoleClient(Surroundings surroundings, const ZNTConsoleOptions& options);
@@ -61,7 +64,15 @@ public:
     void say(std::u16string_view line);
     /// Tells the player what was wrong with a command, on stderr.
     void complain(std::u16string_view sentence);
+    /// Alerts that come until they are released wait, or are dropped.
+    void holdAlerts() { alerts.hold(); }
+    void releaseAlerts(bool areShown) { alerts.release(areShown); }
+    /// For after a change that the store refused.
+    void rereadMacroGroups();
+    /// Tells the player that what was just done had nobody to go to.
+    void complainIfNotConnected();
     void connect(std::u16string_view host, int port);
+    /// Ends the connection, or gives up the attempt to make one.
     void disconnect();
     void quit();
     /// Ends recording and shows the recorded lines; given a name, saves them under it as the recorder's sheet
@@ -82,6 +93,8 @@ private:
     void textShown();
     void silencePassed();
     void finishAfterLastLine();
+    [[nodiscard]] bool isFarewellHeldBack();
+    void showAlertsAfterFarewell();
     void startDemo();
     void finish(int exitCode);
     [[nodiscard]] bool mustWait() const;
@@ -90,6 +103,9 @@ private:
 
     Surroundings surroundings;
     ZNTConsoleOptions options;
+    ZNTHeldAlert alerts;
+    std::unique_ptr<RunLoopTimer> alertTimer;
+    const ZNTPlatform platform; ///< the surroundings' with `alerts`
 
     ZNTConsoleTextView outputView;
     ZNTPlainTextField commandLine, host, port, mudName;

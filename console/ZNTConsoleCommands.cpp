@@ -23,6 +23,8 @@ void ZNTConsoleCommands::addSessionCommands()
          [this](auto words) { connect(words); }},
         {u"disconnect", u"", u"Ends the connection, or the attempt to make one.",
          [this](auto) { client.disconnect(); }},
+        {u"stop", u"", u"Ends every walk; !stop ends the one that was started last.",
+         [this](auto) { stopWalks(); }},
         {u"mccp", u"on|off", u"Asks the game for compression, or refuses it.",
          [this, &session](auto word) {
              carryOutSwitch(word, u"/mccp on|off", [&](bool on) {
@@ -57,13 +59,19 @@ void ZNTConsoleCommands::addSessionCommands()
          }},
         {u"volume", u"0 to 100", u"Sets how loud the game's sounds are.",
          [this](auto percent) { setVolume(percent); }},
+        {u"quiet", u"", u"Ends every sound that plays; the game's next one is heard again.",
+         [this](auto) { stopSounds(); }},
         {u"replay", u"", u"Speaks once more what came since your last line.",
          [&session](auto) { session.replayLastText(); }},
         {u"encoding", u"ascii|euc-cn|big5", u"Reads and writes the game's text in this encoding.",
          [this](auto name) { changeEncoding(name); }},
         {u"reload", u"", u"Puts changes to the triggers into force.",
          [&session](auto) { session.reloadTriggers(); }},
-        {u"resend", u"", u"Sends your last line again.", [&session](auto) { session.resendLastCommand(); }},
+        {u"resend", u"", u"Sends your last line again.",
+         [this, &session](auto) {
+             session.resendLastCommand();
+             client.complainIfNotConnected();
+         }},
         {u"record", u"[done [NAME SECONDS]]",
          u"Starts or pauses recording what you type; with done ends it, shows the lines and names them.",
          [this](auto words) { record(words); }},
@@ -136,6 +144,22 @@ void ZNTConsoleCommands::connect(std::u16string_view words)
         client.connect(host, port);
 }
 
+void ZNTConsoleCommands::stopWalks()
+{
+    if (client.session().isWalking())
+        client.session().stopAllWalks();
+    else
+        client.complain(u"There is no walk to end.");
+}
+
+void ZNTConsoleCommands::stopSounds()
+{
+    if (client.sounds().isPlaying())
+        client.session().stopAllSounds();
+    else
+        client.complain(u"There is no sound to end.");
+}
+
 void ZNTConsoleCommands::changeEncoding(std::u16string_view name)
 {
     if (const auto encoding = znt::encodingNamed(znt::utf8FromText(name)))
@@ -150,6 +174,7 @@ void ZNTConsoleCommands::record(std::u16string_view words)
         client.session().startOrPauseRecording();
         client.say(client.session().recorder()._recorderState() == 1 ? u"Recording."
                                                                      : u"Recording is paused.");
+        client.complainIfNotConnected();
         return;
     }
     if (firstWord(words) != u"done") {
@@ -158,6 +183,7 @@ void ZNTConsoleCommands::record(std::u16string_view words)
     }
     const auto name = firstWord(words);
     client.finishRecording(name, words);
+    client.complainIfNotConnected();
 }
 
 void ZNTConsoleCommands::setVolume(std::u16string_view percent)

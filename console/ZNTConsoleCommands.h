@@ -33,6 +33,8 @@ private:
     void carryOutSwitch(std::u16string_view word, std::u16string_view usage,
                         const std::function<void(bool)>& turn);
     void connect(std::u16string_view words);
+    void stopWalks();
+    void stopSounds();
     void changeEncoding(std::u16string_view name);
     void record(std::u16string_view words);
     void setVolume(std::u16string_view percent);

@@ -5,6 +5,7 @@
 #include "ZNTMudListArrayController.h"
 
 #include <memory>
+#include <optional>
 
 namespace
 {
@@ -41,10 +42,14 @@ long indexMeant(ZNTConsoleClient& client, const List& list, u16string_view word,
     return found;
 }
 
-/// The store fails in silence; a player is told that what was typed is not kept.
-void complainOfStore(ZNTConsoleClient& client)
+/// Whether the store kept the change that was made last. The store fails in silence; a player is told that
+/// what was typed is not kept.
+bool wasStored(ZNTConsoleClient& client)
 {
+    if (client.database().didLastChangeSucceed())
+        return true;
     client.complain(u"This could not be stored; nothing has changed.");
+    return false;
 }
 
 /// One of a command's words: "add" of "/trigger add". Complains where there is no such word.
@@ -109,14 +114,8 @@ private:
             client.complain(u"Say what to look for and what to send: /trigger add NAME: PATTERN => COMMAND");
             return;
         }
-        const auto countBefore = client.database().loadAllTriggers().size();
         client.database().insertTrigger(trigger);
-        if (client.database().loadAllTriggers().size() == countBefore) {
-            complainOfStore(client);
-            return;
-        }
-        client.session().reloadTriggers();
-        client.say(joined({u"Trigger ", trigger.name, u" is on."}));
+        sayOfStored(trigger, u" is on.");
     }
 
     void list()
@@ -133,24 +132,31 @@ private:
             client.say(u"There are no triggers yet.");
     }
 
-    /// Runs `change` on the trigger meant, and puts the change into force.
+    /// Puts the change that was just stored into force, and says so.
+    void sayOfStored(const ZNTTrigger& trigger, u16string_view whatHappened)
+    {
+        if (!wasStored(client))
+            return;
+        client.session().reloadTriggers();
+        client.say(joined({u"Trigger ", trigger.name, whatHappened}));
+    }
+
+    /// Runs `change` on the trigger meant.
     template <typename Change>
     void withTrigger(u16string_view word, Change change)
     {
         auto all = client.database().loadAllTriggers();
         const long index =
             indexMeant(client, all, word, u"trigger", [](const ZNTTrigger& t) { return t.name; });
-        if (index < 0)
-            return;
-        change(all[static_cast<std::size_t>(index)]);
-        client.session().reloadTriggers();
+        if (index >= 0)
+            change(all[static_cast<std::size_t>(index)]);
     }
 
     void remove(u16string_view word)
     {
         withTrigger(word, [this](ZNTTrigger& trigger) {
             client.database().deleteTrigger(trigger);
-            client.say(joined({u"Trigger ", trigger.name, u" is removed."}));
+            sayOfStored(trigger, u" is removed.");
         });
     }
 
@@ -159,7 +165,7 @@ private:
         withTrigger(word, [this, on](ZNTTrigger& trigger) {
             trigger.active = on;
             client.database().updateTrigger(trigger);
-            client.say(joined({u"Trigger ", trigger.name, on ? u" is on." : u" is off."}));
+            sayOfStored(trigger, on ? u" is on." : u" is off.");
         });
     }
 
@@ -192,10 +198,15 @@ private:
     void add(u16string_view name)
     {
         const auto before = client.macroGroups().currentValueInComboBox();
-        const auto countBefore = client.macroGroups().macroGroups().size();
         select(name);
+        const bool isRefused = name.empty() || client.macroGroups().getCurrentMacroGroup();
+        // The selector announces a group that could not be stored, too.
+        client.holdAlerts();
         client.macroGroups().createNewMacroGroup();
-        select(client.macroGroups().macroGroups().size() > countBefore ? std::u16string(name) : before);
+        const bool isMade = !isRefused && wasStored(client);
+        client.releaseAlerts(/*areShown=*/isRefused || isMade);
+        if (!isMade)
+            select(before);
     }
 
     void list()
@@ -235,7 +246,10 @@ private:
         select(name);
         client.macroGroups().deleteMacroGroup();
         select(u"");
-        client.say(joined({u"The group ", name, u" and its macros are removed."}));
+        if (wasStored(client))
+            client.say(joined({u"The group ", name, u" and its macros are removed."}));
+        else
+            client.rereadMacroGroups(); // the selector has dropped it all the same
     }
 
     ZNTConsoleClient& client;
@@ -272,13 +286,9 @@ private:
                        .groupOid = group->oid,
                        .name = std::u16string(name),
                        .dataToExecute = std::u16string(words)};
-        const auto countBefore = all().size();
         client.database().insertMacroSetWithMacroGroup(macro);
-        if (all().size() == countBefore) {
-            complainOfStore(client);
-            return;
-        }
-        client.say(joined({u"Type ~", name, u" to run it."}));
+        if (wasStored(client))
+            client.say(joined({u"Type ~", name, u" to run it."}));
     }
 
     /// The group in use, or the first one.
@@ -325,7 +335,8 @@ private:
             return;
         const auto& macro = macros[static_cast<std::size_t>(index)];
         client.database().deleteMacro(macro);
-        client.say(joined({u"Macro ", macro.name, u" is removed."}));
+        if (wasStored(client))
+            client.say(joined({u"Macro ", macro.name, u" is removed."}));
     }
 
     ZNTConsoleClient& client;
@@ -336,7 +347,7 @@ private:
 class Muds
 {
 public:
-    explicit Muds(ZNTConsoleClient& client) : client(client), book(client.database()) {}
+    explicit Muds(ZNTConsoleClient& client) : client(client) { reread(); }
 
     void carryOut(u16string_view words)
     {
@@ -347,20 +358,21 @@ public:
                       {u"default", [this](auto word) { makeDefault(word); }},
                       {u"restore",
                        [this](auto) {
-                           book.restoreSystemMudList();
-                           client.say(u"Every game is listed again.");
+                           book->restoreSystemMudList();
+                           if (wasStored(client))
+                               client.say(u"Every game is listed again.");
                        }}},
                      words);
     }
 
     void list()
     {
-        for (long row = 0; row < book.numberOfRowsInTableView(); ++row) {
-            const auto& mud = *book.objectAtIndex(row);
+        for (long row = 0; row < book->numberOfRowsInTableView(); ++row) {
+            const auto& mud = *book->objectAtIndex(row);
             client.say(joined({numbered(static_cast<std::size_t>(row)), mud.name, u": ", mud.telnetURL, u" ",
                                znt::decimalText(mud.port), mud.defaultConnection ? u" (default)" : u""}));
         }
-        if (book.numberOfRowsInTableView() == 0)
+        if (book->numberOfRowsInTableView() == 0)
             client.say(u"The address book is empty; /mud restore lists the removed games again.");
     }
 
@@ -400,21 +412,18 @@ private:
         mud.name = words;
         mud.telnetURL = host;
         mud.port = port;
-        const auto countBefore = client.database().getAllMudsFromMudList().size();
         client.database().addNewRowMudList(mud);
-        if (client.database().getAllMudsFromMudList().size() == countBefore) {
-            complainOfStore(client);
+        if (!wasStored(client))
             return;
-        }
         client.say(joined({mud.name, u" is in the address book."}));
-        book.add(std::move(mud));
+        book->add(std::move(mud));
     }
 
     long meant(u16string_view word)
     {
         std::vector<ZNTMudList> muds;
-        for (long row = 0; row < book.numberOfRowsInTableView(); ++row)
-            muds.push_back(*book.objectAtIndex(row));
+        for (long row = 0; row < book->numberOfRowsInTableView(); ++row)
+            muds.push_back(*book->objectAtIndex(row));
         return indexMeant(client, muds, word, u"game", [](const ZNTMudList& mud) { return mud.name; });
     }
 
@@ -423,10 +432,15 @@ private:
         const long row = meant(word);
         if (row < 0)
             return;
-        const auto name = book.objectAtIndex(row)->name;
-        const Selection selection(book, row);
-        book.deleteSelectedRow();
-        client.say(joined({name, u" is listed no more; /mud restore brings it back."}));
+        const auto name = book->objectAtIndex(row)->name;
+        {
+            const Selection selection(*book, row);
+            book->deleteSelectedRow();
+        }
+        if (wasStored(client))
+            client.say(joined({name, u" is listed no more; /mud restore brings it back."}));
+        else
+            reread();
     }
 
     void makeDefault(u16string_view word)
@@ -434,13 +448,19 @@ private:
         const long row = meant(word);
         if (row < 0)
             return;
-        book.tableViewSetObjectValue(true, "defaultConnection", row);
-        client.say(
-            joined({book.objectAtIndex(row)->name, u" is offered from now on when the program starts."}));
+        book->tableViewSetObjectValue(true, "defaultConnection", row);
+        if (wasStored(client))
+            client.say(joined(
+                {book->objectAtIndex(row)->name, u" is offered from now on when the program starts."}));
+        else
+            reread();
     }
 
+    /// The list changes with each command, stored or not; after one that was not stored it is read again.
+    void reread() { book.emplace(client.database()); }
+
     ZNTConsoleClient& client;
-    ZNTMudListArrayController book;
+    std::optional<ZNTMudListArrayController> book;
 };
 
 } // namespace

@@ -22,6 +22,7 @@ public:
     /// Stops the play; the notice follows.
     void stop(std::uint64_t play);
     void stopAll();
+    [[nodiscard]] bool isPlaying() const { return !playing.empty(); }
     void setVolume(std::uint64_t play, float volume);
     void updateLoudness();
 
@@ -257,6 +258,8 @@ std::shared_ptr<ZNTSoundObject> ZNTMixerSounds::soundFromUrl(std::string_view ur
 }
 
 void ZNTMixerSounds::stopAll() { playback->stopAll(); }
+
+bool ZNTMixerSounds::isPlaying() const { return playback->isPlaying(); }
 
 void ZNTMixerSounds::setGameIsLocal(bool isLocal) { playback->gameIsLocal = isLocal; }
 

@@ -29,6 +29,7 @@ public:
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile file) override;
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view url) override;
     void stopAll() override;
+    [[nodiscard]] bool isPlaying() const override;
     void setGameIsLocal(bool isLocal) override;
     void setMasterVolume(float volume) override;
     [[nodiscard]] float masterVolume() const override;

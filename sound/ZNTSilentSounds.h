@@ -9,6 +9,7 @@ public:
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override { return {}; }
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
     void stopAll() override {}
+    [[nodiscard]] bool isPlaying() const override { return false; }
     void setGameIsLocal(bool) override {}
     void setMasterVolume(float volume) override { masterVolume_ = volume; }
     [[nodiscard]] float masterVolume() const override { return masterVolume_; }

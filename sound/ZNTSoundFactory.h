@@ -20,6 +20,8 @@ public:
 
     /// Stops every sound that it made and that plays or is being fetched.
     virtual void stopAll() = 0;
+    /// Whether any of them plays or is being fetched.
+    [[nodiscard]] virtual bool isPlaying() const = 0;
 
     /// Whether the game is on this machine or on its network. Only such a game may have sounds fetched from
     /// there. False until told otherwise.

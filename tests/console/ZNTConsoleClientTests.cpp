@@ -122,6 +122,51 @@ TEST_F(ZNTConsoleClientTest, AServerThatClosesEndsAScriptAndLinesLeftOverAreName
     EXPECT_THAT(exitCodes, ElementsAre(0));
 }
 
+TEST_F(ZNTConsoleClientTest, TheGamesLastWordsStandBeforeTheAlertThatItIsGone)
+{
+    const auto endGame = [this] {
+        server.send("Goodbye.");
+        server.closeWhenSent();
+        ASSERT_TRUE(machine.loop.runUntil([this] { return !client->session().isConnected(); }));
+        machine.loop.runPosted();
+        EXPECT_EQ(transcript, "") << "the game's words wait for a silence";
+    };
+    const std::string lastWords = "Goodbye.[MUD Not Responding]";
+    const std::pair<const char*, std::function<void()>> continuations[] = {
+        {"a silence", [this] { silence(); }}, {"the program's end", [this] {
+                                                   type("/quit");
+                                                   settle();
+                                                   EXPECT_THAT(exitCodes, ElementsAre(0));
+                                               }}};
+    for (const auto& [name, goOn] : continuations) {
+        SCOPED_TRACE(name);
+        startConnected(From::Terminal);
+        endGame();
+        goOn();
+        EXPECT_EQ(std::exchange(transcript, ""), lastWords);
+        client.reset();
+    }
+
+    startConnected(From::Script);
+    silence();
+    endInput();
+    server.send("Goodbye.");
+    server.closeWhenSent();
+    machine.loop.runUntil([this] { return exitCodes.size() == 2; });
+    EXPECT_EQ(std::exchange(transcript, ""), lastWords);
+    client.reset();
+
+    startConnected(From::Terminal);
+    endGame();
+    type("/connect");
+    waitForConnection();
+    EXPECT_EQ(transcript, "[MUD Not Responding]") << "of the connection before";
+    receive(" Welcome back.");
+    EXPECT_THAT(transcript, EndsWith("Goodbye. Welcome back."));
+    silence();
+    EXPECT_EQ(machine.alert.shown.size(), 4u) << "each ending is told once";
+}
+
 TEST_F(ZNTConsoleClientTest, LinesThatCannotBeSentAreNamedAndMakeTheExitCodeOne)
 {
     start();
@@ -147,6 +192,60 @@ TEST_F(ZNTConsoleClientTest, AScriptMayGoFromOneGameToTheNext)
     EXPECT_EQ(server.received(), "look\r\n");
     silence();
     EXPECT_THAT(exitCodes, ElementsAre(0));
+}
+
+TEST_F(ZNTConsoleClientTest, ThePlayerEndsAttemptsWalksAndSounds)
+{
+    start(From::Terminal);
+    EXPECT_THAT(answerTo("/disconnect"), ElementsAre("! There is no connection."));
+    EXPECT_THAT(answerTo("/stop"), ElementsAre("! There is no walk to end."));
+    EXPECT_THAT(answerTo("/quiet"), ElementsAre("! There is no sound to end."));
+
+    type("/connect 127.0.0.1 " + std::to_string(server.port()));
+    EXPECT_EQ(client->session().state(), ZNTSessionState::Connecting);
+    EXPECT_THAT(answerTo("/disconnect"), ElementsAre("The attempt to connect is given up."));
+    EXPECT_EQ(client->session().state(), ZNTSessionState::Idle);
+    silence();
+    EXPECT_TRUE(machine.alert.shown.empty());
+
+    type("/connect");
+    waitForConnection();
+    type("!2n");
+    type("!3~2s");
+    type("/stop");
+    for (int half = 0; half < 8; ++half)
+        silence();
+    EXPECT_EQ(server.received(), "");
+
+    sounds.playsNow = true;
+    EXPECT_THAT(answerTo("/quiet"), IsEmpty());
+    EXPECT_FALSE(sounds.playsNow);
+}
+
+TEST_F(ZNTConsoleClientTest, WhatNeedsNoConnectionIsDoneAndThePlayerIsToldThatThereIsNone)
+{
+    startConnected(From::Terminal);
+    type("look");
+    EXPECT_THAT(answerTo("/record"), ElementsAre("Recording."));
+    type("/disconnect");
+    EXPECT_THAT(answerTo("/resend"), ElementsAre("look", "! Not connected"));
+    EXPECT_THAT(answerTo("/record"), ElementsAre("Recording is paused.", "! Not connected"));
+    EXPECT_THAT(answerTo("/record done"), ElementsAre("  look", "! Not connected"));
+}
+
+TEST_F(ZNTConsoleClientTest, TheDemoGameIsStartedAndPlayed)
+{
+    ZNTConsoleOptions options;
+    options.demo = true;
+    start(From::Script, options);
+    type("look");
+    EXPECT_EQ(server.received(), "") << "nor is it named as lost";
+    ASSERT_TRUE(machine.loop.runUntil([this] { return client->session().isConnected(); }));
+    const auto isAnswered = [this] {
+        machine.loop.advance(0.01);
+        return output.find("> look\n") != output.npos;
+    };
+    EXPECT_TRUE(machine.loop.runUntil(isAnswered)) << output;
 }
 
 TEST_F(ZNTConsoleClientTest, AnEndlessScriptIsReadNoFasterThanItIsSent)
@@ -187,8 +286,6 @@ TEST_F(ZNTConsoleClientTest, CommandsOfTheClientsOwn)
         {"/say 0", "! Say how many lines: /say N"},
         {"/say x", "! Say how many lines: /say N"},
         {"/record stop", "! Start or pause with /record, end with /record done [NAME SECONDS]."},
-        {"/record", "Recording."},
-        {"/record ", "Recording is paused."},
     };
     for (const auto& [command, answer] : cases)
         EXPECT_THAT(answerTo(command), ElementsAre(answer)) << command;

@@ -110,6 +110,29 @@ TEST_F(ZNTConsoleEditingTest, WhatIsAddedIsListedStoredAndRemovedAgain)
     EXPECT_THAT(answerTo("/mud list"), testing::Contains(HasSubstr("Two Words: mud.example 4000")));
 }
 
+TEST_F(ZNTConsoleEditingTest, NothingIsSaidToHaveHappenedThatTheStoreRefused)
+{
+    start(From::Terminal);
+    for (const auto* line :
+         {"/trigger add Kick: A %1 kicks you => kick %1", "/group add mine", "/macro add greet hi",
+          "/mud add Here mud.example 4000", "/mud add Gone mud.example 4000", "/mud remove Gone"})
+        type(line);
+    const auto before = allLists();
+    for (const std::string table : {"ZNTTrigger", "ZNTMacro", "ZNTMacroGroup", "ZNTMudList"})
+        for (const std::string change : {"insert", "update", "delete"})
+            client->database().runSQL("create trigger refuse_" + change + table + " before " + change +
+                                      " on " + table + " begin select raise(abort, 'refused'); end");
+    for (const auto* line :
+         {"/trigger add Bite: A %1 bites => bite", "/trigger remove Kick", "/trigger off Kick",
+          "/trigger on Kick", "/group add yours", "/group remove mine", "/macro add hit kick",
+          "/macro remove greet", "/mud add There mud.example 4000", "/mud remove Here", "/mud default Here",
+          "/mud restore"}) {
+        EXPECT_THAT(answerTo(line), ElementsAre("! This could not be stored; nothing has changed.")) << line;
+        EXPECT_EQ(allLists(), before) << line;
+    }
+    EXPECT_EQ(allListsAfterRestart(), before);
+}
+
 TEST_F(ZNTConsoleEditingTest, ATriggerAnswersTheGameUntilItIsSwitchedOff)
 {
     startConnected(From::Terminal);

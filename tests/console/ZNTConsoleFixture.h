@@ -2,7 +2,7 @@
 
 #include "ZNTConsoleClient.h"
 #include "ZNTScriptedPeer.h"
-#include "ZNTSilentSounds.h"
+#include "ZNTSoundFactory.h"
 #include "ZNTTestPlatform.h"
 
 #include <gmock/gmock.h>
@@ -14,6 +14,42 @@ struct ZNTTypedInput final : ZNTConsoleInput {
     void setPaused(bool paused) override { isPaused = paused; }
     Handlers handlers;
     bool isPaused = false;
+};
+
+/// Sounds of which a test says whether one plays.
+struct ZNTNotedSounds final : ZNTSoundFactory {
+    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override { return {}; }
+    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
+    void stopAll() override { playsNow = false; }
+    [[nodiscard]] bool isPlaying() const override { return playsNow; }
+    void setGameIsLocal(bool) override {}
+    void setMasterVolume(float newVolume) override { volume = newVolume; }
+    [[nodiscard]] float masterVolume() const override { return volume; }
+    void setMuted(bool muted) override { isMutedNow = muted; }
+    [[nodiscard]] bool isMuted() const override { return isMutedNow; }
+    bool playsNow = false, isMutedNow = false;
+    float volume = 1;
+};
+
+/// Alerts as the machine remembers them, and in their place among the output.
+struct ZNTAlertInTranscript final : ZNTAlert {
+    ZNTAlertInTranscript(ZNTAlert& remembered, std::string& transcript)
+        : remembered(remembered),
+          transcript(transcript)
+    {
+    }
+    void showMessage(std::u16string_view title, std::u16string_view text) override
+    {
+        transcript += "[" + znt::utf8FromText(title) + "]";
+        remembered.showMessage(title, text);
+    }
+    void askForConfirmation(std::u16string_view title, std::u16string_view text,
+                            std::function<void(bool)> answered) override
+    {
+        remembered.askForConfirmation(title, text, std::move(answered));
+    }
+    ZNTAlert& remembered;
+    std::string& transcript;
 };
 
 /// Speech that only remembers.
@@ -32,15 +68,19 @@ protected:
 
     void start(From from = From::Script, ZNTConsoleOptions options = {})
     {
-        client.emplace(
-            ZNTConsoleClient::Surroundings{.platform = machine.platform,
-                                           .input = input,
-                                           .inputIsTerminal = from == From::Terminal,
-                                           .sounds = sounds,
-                                           .speechEngine = speech,
-                                           .writeOutput = [this](std::string_view text) { output += text; },
-                                           .exit = [this](int code) { exitCodes.push_back(code); }},
-            options);
+        client.emplace(ZNTConsoleClient::Surroundings{.platform = platform,
+                                                      .input = input,
+                                                      .inputIsTerminal = from == From::Terminal,
+                                                      .sounds = sounds,
+                                                      .speechEngine = speech,
+                                                      .writeOutput =
+                                                          [this](std::string_view text) {
+                                                              output += text;
+                                                              transcript += text;
+                                                          },
+                                                      .exit = [this](int code) { exitCodes.push_back(code); },
+                                                      .demoProgram = ZANTOR_DEMO_PROGRAM},
+                       options);
         client->start();
     }
     void startConnected(From from = From::Script)
@@ -102,9 +142,13 @@ protected:
     ZNTTestPlatform machine;
     ZNTScriptedPeer server{machine.loop};
     ZNTTypedInput input;
-    ZNTSilentSounds sounds;
+    ZNTNotedSounds sounds;
     ZNTNotedSpeech speech;
     std::string output;
+    std::string transcript; ///< the output, with the title of each alert in its place
+    ZNTAlertInTranscript alertInTranscript{machine.alert, transcript};
+    ZNTPlatform platform{machine.loop,          machine.loop,      machine.log,
+                         machine.notifications, alertInTranscript, machine.platform.places};
     std::vector<int> exitCodes;
     std::optional<ZNTConsoleClient> client;
 };

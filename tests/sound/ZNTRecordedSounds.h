@@ -2,6 +2,7 @@
 
 #include "ZNTSoundFactory.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -71,6 +72,10 @@ struct ZNTRecordedSounds final : ZNTSoundFactory {
     {
         for (const auto& sound : made)
             sound->stop();
+    }
+    [[nodiscard]] bool isPlaying() const override
+    {
+        return std::any_of(made.begin(), made.end(), [](const auto& sound) { return sound->playsNow; });
     }
     void setGameIsLocal(bool) override {}
     void setMasterVolume(float) override {}
