@@ -200,10 +200,10 @@ private:
         const auto before = client.macroGroups().currentValueInComboBox();
         select(name);
         const bool isRefused = name.empty() || client.macroGroups().getCurrentMacroGroup();
-        // The selector announces a group that could not be stored, too.
+        // The selector announces a group that could not be stored, too, and the log says that it was not.
         client.holdAlerts();
         client.macroGroups().createNewMacroGroup();
-        const bool isMade = !isRefused && wasStored(client);
+        const bool isMade = !isRefused && client.database().didLastChangeSucceed();
         client.releaseAlerts(/*areShown=*/isRefused || isMade);
         if (!isMade)
             select(before);
