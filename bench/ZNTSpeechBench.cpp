@@ -9,15 +9,16 @@
 #include "ZNTSpeechSynth.h"
 
 #include <benchmark/benchmark.h>
+#include <memory>
 
 namespace
 {
 
 struct Speech {
-    UvRunLoop runLoop;
+    std::unique_ptr<UvRunLoop> runLoop = UvRunLoop::open().value();
     ZNTSilentSpeech engine;
     ZNTNoScreenReader reader;
-    ZNTSpeechSynth synth{runLoop, engine, reader};
+    ZNTSpeechSynth synth{*runLoop, engine, reader};
 
     Speech() { synth.speechOn(); }
 };

@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <iostream>
 #include <poll.h>
 #include <unistd.h>
 
@@ -54,7 +55,12 @@ int main(int count, char** arguments)
             ::isatty(STDOUT_FILENO) ? ZNTConsoleOptions::Colour::Always : ZNTConsoleOptions::Colour::Never;
     std::signal(SIGPIPE, SIG_IGN);
 
-    UvRunLoop runLoop;
+    auto opened = UvRunLoop::open();
+    if (!opened) {
+        std::cerr << "zantor-console: cannot run: " << opened.error().description << '\n';
+        return ZNTConsoleClient::exitBroken;
+    }
+    auto& runLoop = *opened.value();
     ZNTSystemClock clock;
     const auto input = ZNTConsoleInput::forStandardInput(runLoop);
     ZNTConsoleLog log(runLoop, *input);

@@ -18,7 +18,12 @@ struct Options {
 
 int play(const Options& options)
 {
-    UvRunLoop runLoop;
+    auto opened = UvRunLoop::open();
+    if (!opened) {
+        std::cerr << "zantor-demo: cannot run: " << opened.error().description << '\n';
+        return 1;
+    }
+    auto& runLoop = *opened.value();
     auto server = ZNTDemoServer::onPort(options.port, options.encoding, runLoop);
     if (!server) {
         std::cerr << "zantor-demo: cannot listen on 127.0.0.1 " << options.port << ": "

@@ -43,6 +43,9 @@ enum class RunLoopRepeat { Once, Forever };
 /// The one event loop that a program runs on. Everything but `post` belongs to the loop's own thread, and
 /// every task and handler runs there, one at a time, never from inside the call that scheduled it.
 ///
+/// A turn looks at the descriptors before it fires timers. So a loop that was held up, and finds a timer due
+/// and a descriptor ready, has the descriptor's handler run first, and that handler may cancel the timer.
+///
 /// Times are seconds. An interval of 0 or less is the smallest one there is (a millisecond or less); one
 /// that is not finite never fires. A repeating timer that fell behind fires once, not once per missed turn.
 class RunLoop
@@ -62,7 +65,8 @@ public:
 
     /// Level-triggered: `handler` hears of a direction each turn for as long as it is ready and of interest.
     /// An error or hang-up counts as ready in every direction of interest. Sockets, pipes and terminals can
-    /// be watched; a regular file cannot, and yields null.
+    /// be watched; a regular file cannot, and yields null. Null, too, if the system has no room for the
+    /// watch.
     [[nodiscard]] virtual std::unique_ptr<RunLoopWatch>
     watchDescriptor(int descriptor, RunLoopInterest interest, ReadyHandler handler) = 0;
 

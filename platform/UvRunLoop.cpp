@@ -1,9 +1,13 @@
 #include "UvRunLoop.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cmath>
+#include <fcntl.h>
 #include <mutex>
+#include <optional>
+#include <unistd.h>
 #include <utility>
 #include <uv.h>
 #include <vector>
@@ -12,13 +16,61 @@ namespace
 {
 
 constexpr double longestTimer = 1e12; // milliseconds; some thirty years
+
+struct TimerHandle;
+
+/// The timers that fell due in this turn.
+///
+/// libuv fires timers before it looks at descriptors. If the loop was held up, a timer that waits for silence
+/// would then fire although bytes are there. So a timer that falls due is only noted, and its task runs later
+/// in the same turn, after the descriptors.
+struct DueTimers {
+    uv_idle_t noWait{};            ///< while it runs, libuv does not wait for descriptors
+    uv_check_t afterDescriptors{}; ///< libuv calls it when the ready descriptors have been handled
+    std::vector<TimerHandle*> noted;
+
+    void init(uv_loop_t& loop)
+    {
+        uv_idle_init(&loop, &noWait);
+        uv_check_init(&loop, &afterDescriptors);
+        afterDescriptors.data = this;
+    }
+    void note(TimerHandle* timer)
+    {
+        noted.push_back(timer);
+        uv_idle_start(&noWait, [](uv_idle_t*) {});
+        uv_check_start(&afterDescriptors, &DueTimers::runTasks);
+    }
+    static void runTasks(uv_check_t* handle);
+};
+
+/// What keeps libuv from making a loop. It is found out beforehand because libuv ends the whole program if it
+/// lacks the descriptors for its first pipe; two pipes and two single descriptors are what a loop takes.
+std::optional<ZNTError> obstacleToALoop()
+{
+    std::array<std::array<int, 2>, 3> pipes{};
+    std::optional<ZNTError> obstacle;
+    std::size_t made = 0;
+    while (made < pipes.size() && !obstacle) {
+        if (::pipe2(pipes[made].data(), O_CLOEXEC) == 0)
+            ++made;
+        else
+            obstacle = posixError(errno);
+    }
+    for (std::size_t at = 0; at < made; ++at)
+        for (const int each : pipes[at])
+            ::close(each);
+    return obstacle;
 }
+
+} // namespace
 
 /// Shared by the loop and by whatever was scheduled on it, so that a timer or a watch that is destroyed after
 /// the loop finds it closed instead of gone.
 struct UvRunLoop::Loop {
     uv_loop_t loop{};
     uv_async_t wakeUp{};
+    DueTimers dueTimers;
     bool isClosed = false;
 
     std::mutex postedGuard;
@@ -46,14 +98,29 @@ namespace
 struct TimerHandle {
     uv_timer_t timer{};
     RunLoop::Task task;
+    DueTimers& dueTimers;
 
     static void onFired(uv_timer_t* handle)
     {
-        const auto task = static_cast<TimerHandle*>(handle->data)->task; // survives the owner's cancelling
-        task();
+        auto* self = static_cast<TimerHandle*>(handle->data);
+        self->dueTimers.note(self);
     }
     static void onClosed(uv_handle_t* handle) { delete static_cast<TimerHandle*>(handle->data); }
 };
+
+/// A timer that is cancelled meanwhile is closing; libuv frees it only at the end of the turn.
+void DueTimers::runTasks(uv_check_t* handle)
+{
+    auto* self = static_cast<DueTimers*>(handle->data);
+    uv_idle_stop(&self->noWait);
+    uv_check_stop(handle);
+    for (auto* each : std::exchange(self->noted, {})) {
+        if (uv_is_closing(reinterpret_cast<uv_handle_t*>(&each->timer)))
+            continue;
+        const auto survivesCancelling = each->task;
+        survivesCancelling();
+    }
+}
 
 struct WatchHandle {
     uv_poll_t poll{};
@@ -150,12 +217,22 @@ void closeOne(uv_handle_t* handle, void*)
 
 } // namespace
 
-UvRunLoop::UvRunLoop() : loop(std::make_shared<Loop>())
+ZNTResult<std::unique_ptr<UvRunLoop>> UvRunLoop::open()
 {
-    uv_loop_init(&loop->loop);
-    uv_async_init(&loop->loop, &loop->wakeUp, &Loop::onWakeUp);
+    if (const auto obstacle = obstacleToALoop())
+        return *obstacle;
+    auto loop = std::make_shared<Loop>();
+    if (const int error = uv_loop_init(&loop->loop); error != 0)
+        return posixError(-error);
+    std::unique_ptr<UvRunLoop> runLoop(new UvRunLoop(loop)); // from here on it closes the loop
+    if (const int error = uv_async_init(&loop->loop, &loop->wakeUp, &Loop::onWakeUp); error != 0)
+        return posixError(-error);
     loop->wakeUp.data = loop.get();
+    loop->dueTimers.init(loop->loop);
+    return runLoop;
 }
+
+UvRunLoop::UvRunLoop(std::shared_ptr<Loop> loop) : loop(std::move(loop)) {}
 
 UvRunLoop::~UvRunLoop()
 {
@@ -182,8 +259,7 @@ void UvRunLoop::post(Task task)
 
 std::unique_ptr<RunLoopTimer> UvRunLoop::startTimer(double seconds, RunLoopRepeat repeat, Task task)
 {
-    auto* handle = new TimerHandle;
-    handle->task = std::move(task);
+    auto* handle = new TimerHandle{{}, std::move(task), loop->dueTimers};
     uv_timer_init(&loop->loop, &handle->timer);
     handle->timer.data = handle;
     if (std::isfinite(seconds)) {
@@ -202,7 +278,7 @@ std::unique_ptr<RunLoopWatch> UvRunLoop::watchDescriptor(int descriptor, RunLoop
                                                          ReadyHandler handler)
 {
     auto* handle = new WatchHandle;
-    if (uv_poll_init(&loop->loop, &handle->poll, descriptor) != 0) { // a regular file: EPERM
+    if (uv_poll_init(&loop->loop, &handle->poll, descriptor) != 0) { // EPERM for a regular file
         delete handle;
         return nullptr;
     }

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "RunLoop.h"
+#include "ZNTResult.h"
 
 /// The run loop of the programs without a window, on libuv.
 class UvRunLoop final : public RunLoop
 {
 public:
-    UvRunLoop();
+    /// Fails if the system lacks what a loop needs; six descriptors must be free.
+    [[nodiscard]] static ZNTResult<std::unique_ptr<UvRunLoop>> open();
     ~UvRunLoop() override;
 
     /// Runs until `stop`. May be called again after it returned.
@@ -23,5 +25,7 @@ public:
 
 private:
     struct Loop;
+    explicit UvRunLoop(std::shared_ptr<Loop> loop);
+
     std::shared_ptr<Loop> loop;
 };

@@ -58,6 +58,17 @@ class ConsoleProgram(unittest.TestCase):
                                       env=dict(os.environ, HOME=self.home), check=False)
                 self.assertEqual(done.returncode, 0)
 
+    def test_too_few_descriptors_end_in_words_and_not_in_a_signal(self):
+        for limit in range(4, 15):
+            for arguments in (), ("--demo",), ("localhost", "1"):
+                with self.subTest(limit=limit, arguments=arguments):
+                    done = subprocess.run(
+                        ["sh", "-c", f'ulimit -n {limit}; exec "$0" "$@"', PROGRAM, *arguments],
+                        input=b"look\n", timeout=30, capture_output=True,
+                        env=dict(os.environ, HOME=self.home), check=False)
+                    self.assertIn(done.returncode, (0, 1), done.stderr)
+                    self.assertTrue(done.returncode == 0 or done.stderr)
+
     def test_an_alert_leaves_the_line_being_typed_whole(self):
         with socket.create_server(("127.0.0.1", 0)) as listener:
             ours, theirs = pty.openpty()

@@ -1,14 +1,21 @@
 #include "RunLoopContract.h"
 #include "UvRunLoop.h"
 #include "VirtualRunLoop.h"
+#include "ZNTFewDescriptors.h"
 
+#include <cerrno>
 #include <stdexcept>
 
 namespace
 {
 
 struct UvDriver {
-    std::unique_ptr<UvRunLoop> runLoop = std::make_unique<UvRunLoop>();
+    std::unique_ptr<UvRunLoop> runLoop = UvRunLoop::open().value();
+    void holdUp(double seconds) const
+    {
+        for (const double end = runLoop->now() + seconds; runLoop->now() < end;)
+            continue;
+    }
     bool turnUntil(const std::function<bool()>& condition, double seconds = 5)
     {
         const double end = runLoop->now() + seconds;
@@ -26,6 +33,7 @@ struct UvDriver {
 /// Its time moves by a millisecond whenever nothing is left to do, or what is left goes on for ever.
 struct VirtualDriver {
     std::unique_ptr<VirtualRunLoop> runLoop = std::make_unique<VirtualRunLoop>();
+    void holdUp(double) const {}
     bool turnUntil(const std::function<bool()>& condition, double seconds = 5)
     {
         const double end = runLoop->now() + seconds;
@@ -45,22 +53,35 @@ INSTANTIATE_TYPED_TEST_SUITE_P(VirtualRunLoop, RunLoopContract, VirtualDriver);
 
 TEST(UvRunLoop, StopsAfterTheTurnAndRunsAgain)
 {
-    UvRunLoop loop;
+    const auto loop = UvRunLoop::open().value();
     std::string order;
-    loop.post([&] {
-        loop.stop();
-        loop.post([&] {
+    loop->post([&] {
+        loop->stop();
+        loop->post([&] {
             order += 'b';
-            loop.stop();
+            loop->stop();
         });
         order += 'a';
     });
-    loop.run();
+    loop->run();
     EXPECT_EQ(order, "a");
-    loop.run();
+    loop->run();
     EXPECT_EQ(order, "ab");
-    const auto kept = loop.startTimer(1, RunLoopRepeat::Once, [] {});
-    loop.stop(); // and is then destroyed without running again
+    const auto kept = loop->startTimer(1, RunLoopRepeat::Once, [] {});
+    loop->stop(); // and is then destroyed without running again
+}
+
+TEST(UvRunLoop, WithoutTheDescriptorsForItThereIsAnErrorAndNoLoop)
+{
+    for (int spare = 0; spare < 6; ++spare) {
+        SCOPED_TRACE(spare);
+        const ZNTFewDescriptors few(spare);
+        const auto opened = UvRunLoop::open();
+        ASSERT_FALSE(opened);
+        EXPECT_EQ(opened.error(), posixError(EMFILE));
+    }
+    const ZNTFewDescriptors enough(6);
+    EXPECT_TRUE(UvRunLoop::open());
 }
 
 TEST(VirtualRunLoop, AdvancesInstantlyInOrderAndSaysWhenItIsStuck)

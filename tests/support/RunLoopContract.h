@@ -21,6 +21,8 @@
 ///         std::unique_ptr<MyRunLoop> runLoop = ...;  // may be reset
 ///         // Turns the loop until `condition` holds; false after `seconds`, as the loop counts them.
 ///         bool turnUntil(const std::function<bool()>& condition, double seconds = 5);
+///         // Called inside a task: the task takes this long. Nothing where the loop's time stands still.
+///         void holdUp(double seconds);
 ///     };
 ///     INSTANTIATE_TYPED_TEST_SUITE_P(MyRunLoop, RunLoopContract, MyDriver);
 template <typename Driver>
@@ -230,6 +232,27 @@ TYPED_TEST_P(RunLoopContract, AFloodHoldsUpNeitherTasksNorTimers)
     EXPECT_TRUE(this->turnUntil([&] { return posted && timed; }));
 }
 
+TYPED_TEST_P(RunLoopContract, AfterAHoldUpReadyDescriptorsComeBeforeDueTimers)
+{
+    typename TestFixture::Pair pair;
+    auto& order = this->order;
+    std::unique_ptr<RunLoopTimer> silence, other;
+    std::unique_ptr<RunLoopWatch> watch =
+        this->loop().watchDescriptor(pair.ends[0], RunLoopInterest::Readable, [&](RunLoopInterest) {
+            order += 'r';
+            watch->setInterest(RunLoopInterest::None);
+            silence.reset(); // due already, and called off by what was received
+        });
+    this->loop().post([&] {
+        silence = this->loop().startTimer(0.01, RunLoopRepeat::Once, [&] { order += 's'; });
+        other = this->loop().startTimer(0.01, RunLoopRepeat::Once, [&] { order += 't'; });
+        pair.send();
+        this->driver.holdUp(0.02);
+    });
+    EXPECT_TRUE(this->turnUntil([&] { return order.size() >= 2; }));
+    EXPECT_EQ(order, "rt");
+}
+
 TYPED_TEST_P(RunLoopContract, ARegularFileCannotBeWatched)
 {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), &std::fclose);
@@ -262,5 +285,6 @@ REGISTER_TYPED_TEST_SUITE_P(RunLoopContract, PostedTasksRunLaterInTheirOrder, An
                             ATimerDestroyedInATaskFiresNoMore,
                             AWatchHearsOfEveryTurnThatItIsReadyAndOfInterest, AHangUpAndAnErrorStayReady,
                             AWatchEndedInAHandlerHearsNoMoreAndItsDescriptorCanBeWatchedAnew,
-                            AFloodHoldsUpNeitherTasksNorTimers, ARegularFileCannotBeWatched,
+                            AFloodHoldsUpNeitherTasksNorTimers,
+                            AfterAHoldUpReadyDescriptorsComeBeforeDueTimers, ARegularFileCannotBeWatched,
                             WhatWasScheduledMayOutliveTheLoop);

@@ -167,7 +167,7 @@ std::unique_ptr<RunLoopWatch> VirtualRunLoop::watchDescriptor(int descriptor, Ru
 {
     struct stat about {
     };
-    if (::fstat(descriptor, &about) != 0 || S_ISREG(about.st_mode))
+    if (!hasRoomForWatches || ::fstat(descriptor, &about) != 0 || S_ISREG(about.st_mode))
         return nullptr; // as epoll has it
     const auto key = ++state->lastKey;
     state->watches.emplace(key, State::Watched{descriptor, interest, std::move(handler)});

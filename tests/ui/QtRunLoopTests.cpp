@@ -14,6 +14,11 @@ struct QtDriver {
     QCoreApplication application{argumentCount, arguments};
     std::unique_ptr<QtRunLoop> runLoop = std::make_unique<QtRunLoop>();
 
+    void holdUp(double seconds) const
+    {
+        for (const double end = runLoop->now() + seconds; runLoop->now() < end;)
+            continue;
+    }
     bool turnUntil(const std::function<bool()>& condition, double seconds = 5)
     {
         const double end = runLoop->now() + seconds;
