@@ -44,6 +44,8 @@ ZNTDemoConnection::ZNTDemoConnection(const Game& game, int descriptor,
                                          [this](RunLoopInterest ready) { onReady(ready); });
     write(telnet::command(telnet::will, telnet::compression) + telnet::command(telnet::will, telnet::sound));
     player = &game.village.enter(*this);
+    if (!watch)
+        finish();
 }
 
 ZNTDemoConnection::~ZNTDemoConnection()
@@ -191,7 +193,7 @@ void ZNTDemoConnection::write(std::string_view bytes)
 
 void ZNTDemoConnection::watchForWhatMatters()
 {
-    if (isOver)
+    if (isOver || !watch)
         return;
     // Text is sent from the loop, so that all of a turn's text travels together.
     auto interest = RunLoopInterest::None;
@@ -267,7 +269,8 @@ void ZNTDemoConnection::finish()
 {
     if (std::exchange(isOver, true))
         return;
-    watch->setInterest(RunLoopInterest::None);
+    if (watch)
+        watch->setInterest(RunLoopInterest::None);
     compressionDelay.reset();
     lastWait.reset();
     whenOver(*this);

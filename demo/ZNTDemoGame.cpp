@@ -102,16 +102,20 @@ void ZNTDemoGame::start(ZNTStringEncoding encoding, StartedHandler whenStarted)
     end();
     started = std::move(whenStarted);
     const auto launched = launch(encoding);
-    if (!launched) {
-        timeLimit =
-            runLoop.startTimer(0, RunLoopRepeat::Once, [this, error = launched.error()] { finish(error); });
-        return;
-    }
+    if (!launched)
+        return failAfter(0, launched.error());
     output = launched.value();
     watch = runLoop.watchDescriptor(output, RunLoopInterest::Readable,
                                     [this](RunLoopInterest) { readAnnouncement(); });
-    timeLimit = runLoop.startTimer(secondsToStart, RunLoopRepeat::Once,
-                                   [this] { finish(startError("it did not answer in time")); });
+    if (!watch)
+        return failAfter(0, startError("its answer cannot be waited for"));
+    failAfter(secondsToStart, startError("it did not answer in time"));
+}
+
+void ZNTDemoGame::failAfter(double seconds, ZNTError error)
+{
+    timeLimit =
+        runLoop.startTimer(seconds, RunLoopRepeat::Once, [this, error = std::move(error)] { finish(error); });
 }
 
 ZNTResult<int> ZNTDemoGame::launch(ZNTStringEncoding encoding)
@@ -126,7 +130,9 @@ ZNTResult<int> ZNTDemoGame::launch(ZNTStringEncoding encoding)
     const std::array<char*, 4> arguments{executable.data(), encodingOption.data(), encodingName.data(),
                                          nullptr};
     const auto parent = getpid();
-    child = fork();
+    // Not fork(), which also runs what libraries registered for it: libuv would make a pipe in the child, and
+    // abort the child if it could not.
+    child = _Fork();
     if (child == 0)
         becomeTheGame(executable.c_str(), arguments.data(), ends[1], parent);
     const int forkError = errno;

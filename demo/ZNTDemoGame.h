@@ -36,6 +36,7 @@ public:
 
 private:
     ZNTResult<int> launch(ZNTStringEncoding encoding);
+    void failAfter(double seconds, ZNTError error);
     void readAnnouncement();
     void finish(ZNTResult<std::uint16_t> outcome);
     void end();

@@ -41,7 +41,10 @@ ZNTResult<std::unique_ptr<ZNTDemoServer>> ZNTDemoServer::onPort(std::uint16_t po
     const auto listener = listeningSocket(port);
     if (!listener)
         return listener.error();
-    return std::unique_ptr<ZNTDemoServer>(new ZNTDemoServer(listener.value(), encoding, runLoop));
+    std::unique_ptr<ZNTDemoServer> server(new ZNTDemoServer(listener.value(), encoding, runLoop));
+    if (!server->watch)
+        return posixError(ENOSPC); // what epoll answers if it has no room for a further watch
+    return server;
 }
 
 ZNTDemoServer::ZNTDemoServer(int listener, ZNTStringEncoding encoding, RunLoop& runLoop)
