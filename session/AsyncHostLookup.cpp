@@ -1,5 +1,6 @@
 #include "AsyncHostLookup.h"
 
+#include "AsyncHostLookupThreads.h"
 #include "AsyncSocketErrors.h"
 
 #include <cerrno>
@@ -8,8 +9,6 @@
 #include <netdb.h>
 #include <netinet/in.h>
 #include <optional>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 namespace
@@ -43,17 +42,30 @@ ZNTResult<Addresses> lookedUp(const std::string& host, std::uint16_t port, int f
 
 } // namespace
 
-struct AsyncHostLookup::Request {
+struct AsyncHostLookup::Request final : AsyncHostLookupThreads::Job,
+                                        std::enable_shared_from_this<AsyncHostLookup::Request> {
+    Request(RunLoop& runLoop, std::string host, std::uint16_t port, Answered answered)
+        : host(std::move(host)),
+          port(port),
+          runLoop(&runLoop),
+          answered(std::move(answered))
+    {
+    }
+
+    const std::string host;
+    const std::uint16_t port;
     std::mutex guard;
     RunLoop* runLoop; // null once nobody wants the answer; posting under the guard keeps it alive meanwhile
     Answered answered;
 
-    static void post(const std::shared_ptr<Request>& request, ZNTResult<Addresses> addresses)
+    void run() override { post(lookedUp(host, port, 0)); }
+
+    void post(ZNTResult<Addresses> addresses)
     {
-        const std::lock_guard hold(request->guard);
-        if (!request->runLoop)
+        const std::lock_guard hold(guard);
+        if (!runLoop)
             return;
-        request->runLoop->post([request, addresses = std::move(addresses)] {
+        runLoop->post([request = shared_from_this(), addresses = std::move(addresses)] {
             // On the loop's thread, which alone calls the look-up off: no lock is needed to look.
             if (!request->runLoop)
                 return;
@@ -66,24 +78,16 @@ struct AsyncHostLookup::Request {
 ZNTResult<std::unique_ptr<AsyncHostLookup>> AsyncHostLookup::start(RunLoop& runLoop, std::string host,
                                                                    std::uint16_t port, Answered answered)
 {
-    auto request = std::make_shared<Request>();
-    request->runLoop = &runLoop;
-    request->answered = std::move(answered);
+    const auto request = std::make_shared<Request>(runLoop, std::move(host), port, std::move(answered));
     std::unique_ptr<AsyncHostLookup> lookup(new AsyncHostLookup(request));
-
-    if (auto numeric = lookedUp(host, port, AI_NUMERICHOST); numeric.succeeded()) {
-        Request::post(request, std::move(numeric));
-        return lookup;
-    }
-    try {
-        std::thread([request, host = std::move(host), port] {
-            Request::post(request, lookedUp(host, port, 0));
-        }).detach();
-    } catch (const std::system_error& refused) {
-        return posixError(refused.code().value());
-    }
+    if (auto numeric = lookedUp(request->host, port, AI_NUMERICHOST); numeric.succeeded())
+        request->post(std::move(numeric));
+    else if (const auto added = AsyncHostLookupThreads::ofThisProcess().add(request); !added)
+        return added.error();
     return lookup;
 }
+
+AsyncHostLookup::AsyncHostLookup(std::shared_ptr<Request> request) : request(std::move(request)) {}
 
 AsyncHostLookup::~AsyncHostLookup()
 {

@@ -15,8 +15,8 @@ struct AsyncSocketAddress {
     socklen_t length = 0;
 };
 
-/// Finds the addresses of a host. The C library's look-up waits, possibly for long, so it runs on a thread of
-/// its own; that thread is never waited for, and where nobody wants its answer any more it is dropped.
+/// Finds the addresses of a host. The C library's look-up waits, possibly for long, so it runs on a thread
+/// (AsyncHostLookupThreads); an answer that nobody wants any more is dropped.
 class AsyncHostLookup
 {
 public:
@@ -34,7 +34,7 @@ public:
 
 private:
     struct Request;
-    explicit AsyncHostLookup(std::shared_ptr<Request> request) : request(std::move(request)) {}
+    explicit AsyncHostLookup(std::shared_ptr<Request> request);
 
-    std::shared_ptr<Request> request; // the thread holds it too
+    std::shared_ptr<Request> request; // its thread holds it, too
 };
