@@ -55,9 +55,11 @@ bool AsyncSocket::moveToRunLoop(RunLoop& runLoop)
 {
     if (theConnector)
         return false;
+    if (&runLoop == theRunLoop)
+        return true;
+    if (theStream && !watchStream(runLoop))
+        return false;
     auto& former = *std::exchange(theRunLoop, &runLoop);
-    if (theStream)
-        watchStream();
     for (auto* timer : {&theConnectTimer, &theReadTimer, &theWriteTimer})
         timer->move(former, runLoop);
     deferred = std::make_shared<char>();
@@ -130,36 +132,33 @@ void AsyncSocket::didOpen(ZNTResult<AsyncSocketDescriptor> connected)
     set(ReadStreamOpened);
     set(WriteStreamOpened);
     set(SocketCanAcceptBytes);
-    watchStream();
-    if (tellDelegate(
-            [&](auto& delegate) { delegate.onSocketDidConnectToHost(*this, peer.host, peer.port); })) {
-        const std::weak_ptr<char> alive = life;
-        const auto connection = theConnection;
-        maybeDequeueRead();
-        if (!alive.expired() && connection == theConnection)
-            maybeDequeueWrite();
+    if (!watchStream(*theRunLoop)) {
+        const auto error = asyncSocketError(AsyncSocketCFSocketError);
+        return closeWithError(&error);
     }
+    if (tellDelegate(
+            [&](auto& delegate) { delegate.onSocketDidConnectToHost(*this, peer.host, peer.port); }) &&
+        outlives([this] { maybeDequeueRead(); }))
+        maybeDequeueWrite();
 }
 
-void AsyncSocket::watchStream()
+bool AsyncSocket::watchStream(RunLoop& runLoop)
 {
-    theStream->schedule(*theRunLoop, [this](RunLoopInterest ready) { streamIsReady(ready); });
+    return theStream->schedule(runLoop, [this](RunLoopInterest ready) { streamIsReady(ready); });
 }
 
 void AsyncSocket::streamIsReady(RunLoopInterest ready)
 {
-    const std::weak_ptr<char> alive = life;
-    const auto connection = theConnection;
-    if (includes(ready, RunLoopInterest::Readable)) {
+    const bool goesOn = outlives([this, ready] {
+        if (!includes(ready, RunLoopInterest::Readable))
+            return;
         set(SocketHasBytesAvailable);
         if (theCurrentRead)
             doBytesAvailable();
         else
             meetBytesWithoutRead();
-    }
-    if (alive.expired() || connection != theConnection)
-        return;
-    if (includes(ready, RunLoopInterest::Writable)) {
+    });
+    if (goesOn && includes(ready, RunLoopInterest::Writable)) {
         set(SocketCanAcceptBytes);
         setInterestIn(RunLoopInterest::Writable, false);
         doSendBytes();

@@ -24,9 +24,9 @@ enum class AsyncReadState;
 
 /// A TCP client connection that serves an ordered queue of reads and one of writes.
 ///
-/// It lives on one run loop and blocks never; a host name is looked up on a thread of its own that the socket
-/// may well not live to see the end of. Requests made before the connection stands wait for it. The object
-/// may connect again once it is disconnected. Times are seconds; a negative timeout means none.
+/// It lives on one run loop and never blocks: a host name is looked up on another thread, for which the
+/// socket does not wait when it is destroyed. Requests made before the connection stands wait for it. The
+/// object may connect again once it is disconnected. Times are seconds; a negative timeout means none.
 class AsyncSocket
 {
 public:
@@ -65,7 +65,8 @@ public:
     bool addRunLoopMode(const std::string& mode);
     bool removeRunLoopMode(const std::string& mode);
     /// Everything scheduled moves along, running timers with the time they have left. Both loops belong to
-    /// this thread. False, and nothing moves, while a connection is being made.
+    /// this thread. False, and nothing moves, while a connection is being made, or if `runLoop` cannot watch
+    /// the socket.
     bool moveToRunLoop(RunLoop& runLoop);
 
     /// Begins to connect. `host` is a name or a numeric address; every address it has is tried. Fails only if
@@ -156,9 +157,11 @@ private:
     void emptyQueues();
     template <typename Call>
     bool tellDelegate(Call call);
+    template <typename Step>
+    bool outlives(Step step);
 
     // The loop
-    void watchStream();
+    [[nodiscard]] bool watchStream(RunLoop& runLoop);
     void runScheduled();
     void runLater(void (AsyncSocket::*step)());
     void streamIsReady(RunLoopInterest ready);

@@ -1,5 +1,8 @@
 #include "AsyncSocketConnector.h"
 
+#include "AsyncSocketErrors.h"
+
+#include <array>
 #include <cerrno>
 #include <utility>
 
@@ -8,7 +11,28 @@ namespace
 
 constexpr double secondsBeforeNextAddress = 0.25; // RFC 8305, section 5
 
+using Addresses = std::vector<AsyncSocketAddress>;
+
+/// The families by turns, beginning with the family of the preferred address (RFC 8305, section 4): if one of
+/// them has no route, the second address tried has one. The order within each family stays.
+Addresses interleaved(const Addresses& addresses)
+{
+    Addresses order;
+    std::array<std::size_t, 2> next{}; // of the preferred family, of the other
+    const auto takeNext = [&](std::size_t which) {
+        auto& at = next[which];
+        while (at < addresses.size() &&
+               (addresses[at].storage.ss_family == addresses.front().storage.ss_family) != (which == 0))
+            ++at;
+        if (at < addresses.size())
+            order.push_back(addresses[at++]);
+    };
+    for (std::size_t turn = 0; order.size() < addresses.size(); ++turn)
+        takeNext(turn % 2);
+    return order;
 }
+
+} // namespace
 
 AsyncSocketConnector::AsyncSocketConnector(RunLoop& runLoop, Finished finished)
     : runLoop(runLoop),
@@ -24,13 +48,18 @@ ZNTResult<void> AsyncSocketConnector::start(const std::string& host, std::uint16
                                           [this](const ZNTResult<std::vector<AsyncSocketAddress>>& found) {
                                               if (!found)
                                                   return finish(found.error());
-                                              addresses = found.value();
-                                              tryNext();
+                                              connectToOneOf(found.value());
                                           });
     if (!started)
         return started.error();
     lookup = std::move(started).value();
     return {};
+}
+
+void AsyncSocketConnector::connectToOneOf(std::vector<AsyncSocketAddress> known)
+{
+    addresses = interleaved(known);
+    tryNext();
 }
 
 void AsyncSocketConnector::tryNext()
@@ -50,6 +79,11 @@ void AsyncSocketConnector::tryNext()
         const auto attempt = attempts.insert(attempts.end(), Attempt{std::move(descriptor), nullptr});
         attempt->watch = runLoop.watchDescriptor(attempt->descriptor.get(), RunLoopInterest::Writable,
                                                  [this, attempt](RunLoopInterest) { concluded(attempt); });
+        if (!attempt->watch) {
+            attempts.erase(attempt);
+            lastError = asyncSocketError(AsyncSocketCFSocketError);
+            continue;
+        }
         if (nextAddress < addresses.size())
             patience =
                 runLoop.startTimer(secondsBeforeNextAddress, RunLoopRepeat::Once, [this] { tryNext(); });

@@ -12,9 +12,10 @@
 #include <string>
 #include <vector>
 
-/// Gets from a host and a port to a connected socket. Each address of the host is tried in turn; one that has
-/// not answered within a quarter of a second is given company by the next (RFC 8305, "Happy Eyeballs"), so
-/// that a route which swallows everything costs a player no minutes. Destroying it ends the attempt.
+/// Gets from a host and a port to a connected socket (RFC 8305, "Happy Eyeballs"). The addresses of the host
+/// are tried in turn, IPv6 and IPv4 by turns; an address that has not answered within a quarter of a second
+/// is given company by the next, and the first that answers wins. So a route which swallows everything costs
+/// a player no minutes. Destroying it ends the attempt.
 class AsyncSocketConnector
 {
 public:
@@ -26,6 +27,8 @@ public:
     ~AsyncSocketConnector();
 
     [[nodiscard]] ZNTResult<void> start(const std::string& host, std::uint16_t port);
+    /// The same for addresses that are known already, the preferred one first. May finish before it returns.
+    void connectToOneOf(std::vector<AsyncSocketAddress> known);
 
 private:
     struct Attempt {

@@ -56,4 +56,8 @@ public:
     virtual void onSocketWillDisconnectWithError(AsyncSocket&, const ZNTError* /*error*/) {}
     /// The connection, or the attempt at one, is torn down. Heard once for each, whoever ended it.
     virtual void onSocketDidDisconnect(AsyncSocket&) {}
+
+    /// Reserved for sockets that listen and for secured connections; a client's socket calls neither.
+    virtual void onSocketDidAcceptNewSocket(AsyncSocket&, AsyncSocket& /*newSocket*/) {}
+    virtual void onSocketDidSecure(AsyncSocket&) {}
 };

@@ -226,6 +226,10 @@ void AsyncSocket::endCurrentRead()
 void AsyncSocket::doReadTimeout()
 {
     const auto read = theCurrentRead;
+    // Bytes may have come since the loop last looked. To take them for silence would cut a text in two.
+    set(SocketHasBytesAvailable);
+    if (!outlives([this] { doBytesAvailable(); }) || theCurrentRead != read)
+        return;
     double extension = 0;
     if (!tellDelegate([&](auto& delegate) {
             extension =

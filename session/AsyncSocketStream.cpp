@@ -74,10 +74,13 @@ std::size_t AsyncSocketStream::bytesAvailable() const
                                                                          : 0;
 }
 
-void AsyncSocketStream::schedule(RunLoop& runLoop, RunLoop::ReadyHandler handler)
+bool AsyncSocketStream::schedule(RunLoop& runLoop, RunLoop::ReadyHandler handler)
 {
-    watch.reset();
-    watch = runLoop.watchDescriptor(descriptor.get(), wanted, std::move(handler));
+    auto newWatch = runLoop.watchDescriptor(descriptor.get(), wanted, std::move(handler));
+    if (!newWatch)
+        return false;
+    watch = std::move(newWatch);
+    return true;
 }
 
 void AsyncSocketStream::setInterest(RunLoopInterest interest)

@@ -56,8 +56,9 @@ public:
     /// How much is there to be read.
     [[nodiscard]] std::size_t bytesAvailable() const;
 
-    /// Begins to watch, or watches on another loop. The handler hears which directions are ready.
-    void schedule(RunLoop& runLoop, RunLoop::ReadyHandler handler);
+    /// Begins to watch, or watches on another loop. The handler is given the directions that are ready. False
+    /// if the loop cannot watch the socket; an earlier watch then goes on.
+    [[nodiscard]] bool schedule(RunLoop& runLoop, RunLoop::ReadyHandler handler);
     void setInterest(RunLoopInterest interest);
     [[nodiscard]] RunLoopInterest interest() const { return wanted; }
 

@@ -100,6 +100,10 @@ void AsyncSocket::endCurrentWrite()
 void AsyncSocket::doWriteTimeout()
 {
     const auto write = theCurrentWrite;
+    // The peer may have made room since the loop last looked.
+    set(SocketCanAcceptBytes);
+    if (!outlives([this] { doSendBytes(); }) || theCurrentWrite != write)
+        return;
     double extension = 0;
     if (!tellDelegate([&](auto& delegate) {
             extension = delegate.onSocketShouldTimeoutWriteWithTag(*this, write->tag, write->timeout,

@@ -219,6 +219,10 @@ private:
     void onSocketDidWriteDataWithTag(AsyncSocket& socket, std::int64_t tag) override;
     void onSocketWillDisconnectWithError(AsyncSocket& socket, const ZNTError* error) override;
     void onSocketDidDisconnect(AsyncSocket& socket) override;
+    // Of no interest to a session.
+    void onSocketDidReadPartialDataOfLength(AsyncSocket&, std::size_t, std::int64_t) override {}
+    void onSocketDidAcceptNewSocket(AsyncSocket&, AsyncSocket&) override {}
+    void onSocketDidSecure(AsyncSocket&) override {}
 
     // What the parser tells
     void setIsGoAhead(bool isGoAhead) override { isGoAhead_ = isGoAhead; }

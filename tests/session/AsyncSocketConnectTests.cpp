@@ -1,10 +1,17 @@
+#include "AsyncHostLookupThreads.h"
+#include "AsyncSocketConnector.h"
 #include "AsyncSocketTestSupport.h"
+#include "ZNTFewDescriptors.h"
 
 #include <arpa/inet.h>
 #include <array>
+#include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <netdb.h>
+#include <semaphore>
 #include <sys/socket.h>
+#include <thread>
 #include <unistd.h>
 
 namespace
@@ -50,6 +57,20 @@ std::string loopbackName()
         return "127.0.0.1";
     ::freeaddrinfo(found);
     return "localhost";
+}
+
+AsyncSocketAddress addressOf(const char* host, std::uint16_t port)
+{
+    addrinfo hints{};
+    hints.ai_flags = AI_NUMERICHOST | AI_NUMERICSERV;
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo* found = nullptr;
+    EXPECT_EQ(::getaddrinfo(host, std::to_string(port).c_str(), &hints, &found), 0);
+    AsyncSocketAddress address;
+    std::memcpy(&address.storage, found->ai_addr, found->ai_addrlen);
+    address.length = found->ai_addrlen;
+    ::freeaddrinfo(found);
+    return address;
 }
 
 } // namespace
@@ -147,6 +168,114 @@ TEST_F(AsyncSocketTest, AnAttemptGivenUpIsNotHeardOfAgain)
         EXPECT_EQ(heard.events, (Events{"disconnected"}));
         EXPECT_LE(peer.clientsAccepted(), 1) << "more than the third connected";
     }
+}
+
+TEST_F(AsyncSocketTest, FamiliesAreTriedByTurnsAQuarterOfASecondApartAndAtOnceAfterARefusal)
+{
+    std::unique_ptr<ZNTScriptedPeer> peer6;
+    try {
+        peer6 = std::make_unique<ZNTScriptedPeer>(loop, ZNTScriptedPeer::Family::IPv6);
+    } catch (const std::exception& lacking) {
+        GTEST_SKIP() << "no IPv6 loopback here: " << lacking.what();
+    }
+    const SilentServer silent, alsoSilent;
+    peer.stopListening();
+    const auto silence = addressOf("127.0.0.1", silent.port());
+    const auto moreSilence = addressOf("127.0.0.1", alsoSilent.port());
+    const auto refusal = addressOf("127.0.0.1", peer.port());
+    const auto open = addressOf("::1", peer6->port());
+
+    struct {
+        std::vector<AsyncSocketAddress> addresses;
+        double seconds; ///< after which the one that is open has been reached
+    } const rows[] = {
+        {{silence, moreSilence, refusal, open}, 0.25},
+        {{refusal, silence, moreSilence, open}, 0},
+        {{open, silence}, 0},
+        {{addressOf("::1", peer.port()), addressOf("::1", peer.port()), refusal, open}, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        const int reached = peer6->clientsAccepted();
+        const double begun = loop.now();
+        bool isConnected = false;
+        double connectedAt = -1;
+        AsyncSocketConnector connector(loop, [&](const ZNTResult<AsyncSocketDescriptor>& connected) {
+            isConnected = connected.succeeded();
+            connectedAt = loop.now();
+        });
+        connector.connectToOneOf(row.addresses);
+        if (row.seconds > 0) {
+            loop.advance(row.seconds - 0.01);
+            EXPECT_EQ(peer6->clientsAccepted(), reached);
+            loop.advance(0.01);
+        }
+        ASSERT_TRUE(loop.runUntil([&] { return connectedAt >= 0; }));
+        EXPECT_TRUE(isConnected);
+        EXPECT_EQ(connectedAt - begun, row.seconds);
+        EXPECT_EQ(loop.pendingTimers(), 0u);
+        loop.advance(0);
+        EXPECT_EQ(peer6->clientsAccepted(), reached + 1);
+    }
+}
+
+TEST_F(AsyncSocketTest, AMachineThatHasNothingLeftFailsTheAttempt)
+{
+    {
+        ASSERT_TRUE(socket->connectToHost(peer.host(), peer.port()));
+        const ZNTFewDescriptors none(0);
+        ASSERT_TRUE(awaitEnd());
+        EXPECT_EQ(heard.lastError, posixError(EMFILE));
+    }
+    for (const bool attemptIsWatched : {false, true}) {
+        SCOPED_TRACE(attemptIsWatched);
+        loop.hasRoomForWatches = true;
+        heard.events.clear();
+        ASSERT_TRUE(socket->connectToHost(peer.host(), peer.port()));
+        if (attemptIsWatched)
+            loop.runPosted();
+        loop.hasRoomForWatches = false;
+        ASSERT_TRUE(awaitEnd());
+        EXPECT_EQ(heard.lastError, (ZNTError{"AsyncSocketErrorDomain", -1, "General CFSocket error"}));
+    }
+}
+
+TEST(AsyncHostLookupThreads, FourLookUpsThatHangMakeTheNextOnesWait)
+{
+    struct HangingJob final : AsyncHostLookupThreads::Job {
+        HangingJob(std::counting_semaphore<>& mayEnd, std::counting_semaphore<>& hasEnded)
+            : mayEnd(mayEnd),
+              hasEnded(hasEnded)
+        {
+        }
+        std::counting_semaphore<>&mayEnd, &hasEnded;
+        void run() override
+        {
+            mayEnd.acquire();
+            hasEnded.release();
+        }
+    };
+    std::counting_semaphore<> mayEnd(0), hasEnded(0);
+    AsyncHostLookupThreads threads;
+    std::vector<std::shared_ptr<HangingJob>> jobs;
+    for (std::size_t count = 0; count < AsyncHostLookupThreads::mostThreads + 3; ++count) {
+        jobs.push_back(std::make_shared<HangingJob>(mayEnd, hasEnded));
+        ASSERT_TRUE(threads.add(jobs.back()));
+    }
+    EXPECT_EQ(threads.running(), AsyncHostLookupThreads::mostThreads);
+    jobs[AsyncHostLookupThreads::mostThreads + 1].reset(); // given up before its turn
+    for (std::size_t count = 0; count + 1 < jobs.size(); ++count) {
+        mayEnd.release();
+        ASSERT_TRUE(hasEnded.try_acquire_for(std::chrono::seconds(20)));
+    }
+    while (threads.running() > 0)
+        std::this_thread::yield();
+    const auto another = std::make_shared<HangingJob>(mayEnd, hasEnded);
+    mayEnd.release();
+    ASSERT_TRUE(threads.add(another));
+    EXPECT_TRUE(hasEnded.try_acquire_for(std::chrono::seconds(20)));
+    while (threads.running() > 0)
+        std::this_thread::yield();
 }
 
 TEST_F(AsyncSocketTest, ADelegateMayCancelTheAttempt)

@@ -1,5 +1,6 @@
 #include "AsyncSocketTestSupport.h"
 
+#include <cerrno>
 #include <cmath>
 
 using AsyncSocketReadTest = AsyncSocketTest;
@@ -192,6 +193,40 @@ TEST_F(AsyncSocketReadTest, SilenceTicksForAsLongAsTheDelegateGrantsTime)
     ASSERT_TRUE(awaitReads(1));
     EXPECT_EQ(heard.reads[0], "awake") << "the read waited on";
     EXPECT_EQ(loop.pendingTimers(), 0u);
+}
+
+TEST_F(AsyncSocketReadTest, BytesThatCameWhileTheLoopWasHeldUpAreNoSilence)
+{
+    VirtualRunLoop elsewhere;
+    ZNTScriptedPeer server(elsewhere);
+    heard.readExtension = 0.5;
+    ASSERT_TRUE(socket->connectToHost(server.host(), server.port()));
+    ASSERT_TRUE(loop.runUntil([&] { return socket->isConnected(); }));
+    elsewhere.advance(0);
+    socket->readDataWithTimeout(0.5, 1);
+    loop.advance(0.1);
+    advancePast(0.4, [&] {
+        server.send("late");
+        elsewhere.advance(0);
+    });
+    EXPECT_EQ(heard.reads, std::vector<std::string>{"late"});
+    EXPECT_TRUE(heard.elapsedReads.empty());
+    EXPECT_EQ(loop.pendingTimers(), 0u);
+
+    socket->readDataToLength(3, 0.5, 2); // which one byte does not complete
+    loop.advance(0.1);
+    advancePast(0.4, [&] {
+        server.send("a");
+        elsewhere.advance(0);
+    });
+    EXPECT_EQ(heard.elapsedReads, std::vector<double>{0.5});
+    heard.whenEnding = [&](AsyncSocket&) { socket.reset(); };
+    advancePast(0.5, [&] {
+        server.reset();
+        elsewhere.advance(0);
+    });
+    EXPECT_EQ(heard.lastError, posixError(ECONNRESET));
+    EXPECT_EQ(heard.elapsedReads, std::vector<double>{0.5}) << "a connection that broke is not silent";
 }
 
 TEST_F(AsyncSocketReadTest, SilenceWithoutAnExtensionEndsTheConnectionAndKeepsWhatCame)

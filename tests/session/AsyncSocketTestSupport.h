@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -108,6 +109,22 @@ struct AsyncSocketTest : testing::Test {
     {
         return loop.runUntil(
             [this] { return !heard.events.empty() && heard.events.back() == "disconnected"; }, 10);
+    }
+    /// Moves the time on by `seconds`. `happening` comes when the loop has looked at the descriptors and has
+    /// not fired the timers that are due, as it may on a loop that was held up.
+    void advancePast(double seconds, const std::function<void()>& happening)
+    {
+        int ends[2]{};
+        ASSERT_EQ(::pipe(ends), 0);
+        std::unique_ptr<RunLoopWatch> watch;
+        watch = loop.watchDescriptor(ends[1], RunLoopInterest::Writable, [&](RunLoopInterest) {
+            watch->setInterest(RunLoopInterest::None);
+            happening();
+        });
+        loop.advanceOneTurn(seconds);
+        watch.reset();
+        ::close(ends[0]);
+        ::close(ends[1]);
     }
     using Events = std::vector<std::string>;
 };

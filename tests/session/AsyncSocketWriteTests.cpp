@@ -47,6 +47,33 @@ TEST_F(AsyncSocketWriteTest, AWriteThatThePeerDoesNotTakeTimesOutOnceItsExtensio
     EXPECT_TRUE(std::isnan(socket->progressOfWriteReturningTag(nullptr, nullptr, nullptr)));
 }
 
+TEST_F(AsyncSocketWriteTest, AWriteForWhichThePeerMadeRoomWhileTheLoopWasHeldUpIsNotGivenUp)
+{
+    VirtualRunLoop elsewhere;
+    ZNTScriptedPeer server(elsewhere);
+    server.makeReceiveBufferSmall();
+    server.stopReading();
+    const auto fill = [&](std::string data) {
+        heard.partlyWritten = 0;
+        socket = std::make_unique<AsyncSocket>(loop, &heard);
+        ASSERT_TRUE(socket->connectToHost(server.host(), server.port()));
+        ASSERT_TRUE(loop.runUntil([&] { return socket->isConnected(); }));
+        elsewhere.advance(0);
+        socket->writeData(std::move(data), 0.1, 1);
+        loop.advance(0.05);
+        ASSERT_GT(heard.partlyWritten, 0u);
+    };
+    fill(more);
+    fill(more.substr(0, heard.partlyWritten * 3 / 2)); // what is left fits where the first part was
+    heard.events.clear();
+    advancePast(0.05, [&] {
+        server.resumeReading();
+        elsewhere.advance(0);
+    });
+    EXPECT_EQ(heard.events, (Events{"wrote 1"}));
+    EXPECT_EQ(loop.pendingTimers(), 0u);
+}
+
 TEST_F(AsyncSocketWriteTest, WritingToAPeerThatIsGoneEndsInAnErrorAndNotInASignal)
 {
     connect();
