@@ -4,6 +4,7 @@
 #include "ZNTText.h"
 #include "ZNTTriggerPatternCache.h"
 
+#include <algorithm>
 #include <limits>
 #include <unordered_map>
 #include <utility>
@@ -19,8 +20,9 @@ constexpr std::uint32_t noLiteral = std::numeric_limits<std::uint32_t>::max();
 
 } // namespace
 
-ZNTTriggerList::ZNTTriggerList(ZNTPlatformLog& log)
+ZNTTriggerList::ZNTTriggerList(ZNTPlatformLog& log, const RunLoop& runLoop)
     : log(log),
+      runLoop(runLoop),
       patterns(std::make_unique<ZNTTriggerPatternCache>()),
       prepared(std::make_shared<ZNTPreparedTriggers>())
 {
@@ -34,7 +36,7 @@ void ZNTTriggerList::setTriggers(std::vector<ZNTTrigger> triggers)
     std::vector<std::u16string> literals;
     std::unordered_map<std::u16string_view, std::uint32_t> numbers; // keys are the patterns' own
     for (auto& trigger : triggers) {
-        ZNTArmedTrigger armed{std::move(trigger), nullptr};
+        ZNTArmedTrigger armed{std::move(trigger), ZNTTriggerPatience(runLoop), nullptr};
         armed.pattern = patterns->patternForCheck(armed.trigger.check);
         armed.usesGroup = znt::contains(armed.trigger.action, placeholder);
         auto problem = armed.pattern->problem();
@@ -78,4 +80,11 @@ bool ZNTTriggerList::passOver(std::u16string_view plainText, ZNTTriggerActions& 
     while (!pass->goOn())
         continue;
     return pass->isGagged();
+}
+
+bool ZNTTriggerList::isResting(std::int64_t oid) const
+{
+    return std::any_of(prepared->triggers.begin(), prepared->triggers.end(), [oid](const auto& armed) {
+        return armed.trigger.oid == oid && armed.patience.isResting();
+    });
 }

@@ -5,10 +5,12 @@
 #include "ZNTTriggerPass.h"
 #include "ZNTWordCharacters.h"
 
+#include <cstdint>
 #include <memory>
 #include <string_view>
 #include <vector>
 
+class RunLoop;
 class ZNTPlatformLog;
 class ZNTTriggerPatternCache;
 
@@ -26,8 +28,9 @@ class ZNTTriggerList
 {
 public:
     /// The log hears once of each check that cannot be used, when the list is set, and of each trigger that a
-    /// chunk proved too costly for. It outlives the list.
-    explicit ZNTTriggerList(ZNTPlatformLog& log);
+    /// chunk proved too costly for. It and the run loop, whose clock times the rests of such triggers,
+    /// outlive the list.
+    ZNTTriggerList(ZNTPlatformLog& log, const RunLoop& runLoop);
     ~ZNTTriggerList();
     ZNTTriggerList(const ZNTTriggerList&) = delete;
     ZNTTriggerList& operator=(const ZNTTriggerList&) = delete;
@@ -42,9 +45,8 @@ public:
     ///
     /// A trigger that cannot be used does nothing: its expression is ill-formed, its action holds "%1" where
     /// there is no group, or the expression takes more processor time than a chunk is worth (about 50 ms,
-    /// more for chunks past 256 Ki characters; a trigger that does so three times running is left out until
-    /// the list is set again). An ill-formed template ends its trigger for the chunk; the matches before it
-    /// are answered.
+    /// more for chunks past 256 Ki characters; after three such chunks in a row the limit is 1 ms for 30 s).
+    /// An ill-formed template ends its trigger for the chunk; the matches before it are answered.
     ///
     /// `plainText`, the actions and this list outlive the pass.
     [[nodiscard]] std::unique_ptr<ZNTTriggerPass> startPass(std::u16string_view plainText,
@@ -52,9 +54,12 @@ public:
 
     /// A whole pass. True when the chunk is gagged.
     bool passOver(std::u16string_view plainText, ZNTTriggerActions& actions);
+    /// Whether the trigger with that key was too slow for three chunks in a row and is given little time now.
+    [[nodiscard]] bool isResting(std::int64_t oid) const;
 
 private:
     ZNTPlatformLog& log;
+    const RunLoop& runLoop;
     const ZNTWordCharacters wordCharacters;
     std::unique_ptr<ZNTTriggerPatternCache> patterns;
     std::shared_ptr<ZNTPreparedTriggers> prepared;

@@ -17,7 +17,6 @@ constexpr double leastAllowanceOfTrigger = 0.001;
 /// Together, for triggers that exceed theirs; past it each of the others is given the least.
 constexpr double allowanceOfPass = 0.2;
 constexpr double charactersPerAllowance = 256 * 1024;
-constexpr int mostFailuresRunning = 3;
 
 bool hasSurrogates(std::u16string_view text)
 {
@@ -92,8 +91,6 @@ void ZNTTriggerPass::findCandidates()
 bool ZNTTriggerPass::tryTrigger(ZNTArmedTrigger& armed)
 {
     for (;;) {
-        if (armed.failuresRunning >= mostFailuresRunning)
-            return true;
         if (!isAnswering && (isGagged_ || !armed.trigger.gag))
             return true; // it can change nothing
         if (isSearching) {
@@ -145,8 +142,8 @@ ZNTTriggerPass::Search ZNTTriggerPass::searchWithWildcards(const ZNTArmedTrigger
 
 ZNTTriggerPass::Search ZNTTriggerPass::searchWithIcu(ZNTArmedTrigger& armed)
 {
-    const auto allowance =
-        std::clamp(allowanceLeft, leastAllowanceOfTrigger * scale, allowanceOfTrigger * scale);
+    const auto most = armed.patience.isResting() ? leastAllowanceOfTrigger : allowanceOfTrigger;
+    const auto allowance = std::clamp(allowanceLeft, leastAllowanceOfTrigger * scale, most * scale);
     if (!icuSearch)
         icuSearch.emplace(ZNTUserExpression::Search{text, allowance});
     const auto outcome = armed.pattern->expression().collectMatches(*icuSearch, mostMatchesAtOnce,
@@ -157,7 +154,7 @@ ZNTTriggerPass::Search ZNTTriggerPass::searchWithIcu(ZNTArmedTrigger& armed)
         return Search::Failed;
     }
     if (icuSearch->isOver) {
-        armed.failuresRunning = 0;
+        armed.patience.noteSuccess();
         return Search::FoundAll;
     }
     return memory->matches.size() >= mostMatchesAtOnce ? Search::FoundMany : Search::IsCut;
@@ -165,9 +162,11 @@ ZNTTriggerPass::Search ZNTTriggerPass::searchWithIcu(ZNTArmedTrigger& armed)
 
 void ZNTTriggerPass::noteFailure(ZNTArmedTrigger& armed, const std::string& reason)
 {
-    const bool isLast = ++armed.failuresRunning == mostFailuresRunning;
+    if (armed.patience.isResting())
+        return; // the log has it
+    const bool isRestToBegin = armed.patience.noteFailure();
     log.log("Trigger \"" + znt::utf8FromText(armed.trigger.name) + "\" skipped: its pattern " + reason +
-            (isLast ? ", and is left out until the triggers are loaded again" : ""));
+            (isRestToBegin ? ", and is given 1 ms a chunk for the next 30 s" : ""));
 }
 
 std::u16string_view ZNTTriggerPass::groupOf(const ZNTTriggerMatch& match) const

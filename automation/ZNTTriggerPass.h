@@ -4,6 +4,7 @@
 #include "ZNTTrigger.h"
 #include "ZNTTriggerActions.h"
 #include "ZNTTriggerMatch.h"
+#include "ZNTTriggerPatience.h"
 #include "ZNTTriggerPattern.h"
 #include "ZNTUserExpression.h"
 #include "ZNTWildcardMatcher.h"
@@ -23,10 +24,10 @@ class ZNTPlatformLog;
 /// A trigger that can be used, and what matching it needs.
 struct ZNTArmedTrigger {
     ZNTTrigger trigger;
+    ZNTTriggerPatience patience;
     std::shared_ptr<ZNTTriggerPattern> pattern;
     bool usesGroup = false; ///< the action holds "%1"
     std::uint32_t literal = 0;
-    int failuresRunning = 0;
 };
 
 /// The usable triggers of one list, in its order.

@@ -11,6 +11,9 @@ namespace
 {
 
 constexpr std::u16string_view paneSeparator = u"~\n";
+constexpr std::u16string_view sentenceOfRest = u"Too slow: the pattern took too long for three texts in a "
+                                               u"row. For half a minute it is tried with little "
+                                               u"time.";
 
 /// Calls `use` with the field of `trigger` that `column` names; no call for any other name.
 template <typename Trigger, typename Use>
@@ -112,7 +115,11 @@ ZNTTriggersDataSource::tableViewObjectValueForTableColumn(std::string_view colum
 std::u16string ZNTTriggersDataSource::tableViewToolTipForRow(long row) const
 {
     const auto* trigger = getObjectAtIndex(row);
-    return trigger ? znt::joinedSentences({znt::unsavedSentence(*trigger)}) : std::u16string();
+    if (trigger == nullptr)
+        return {};
+    const bool isResting = !trigger->isUnsaved && isTriggerResting && isTriggerResting(trigger->oid);
+    return znt::joinedSentences(
+        {znt::unsavedSentence(*trigger), isResting ? sentenceOfRest : std::u16string_view()});
 }
 
 void ZNTTriggersDataSource::tableViewSetObjectValue(const Value& value, std::string_view column, long row)

@@ -4,6 +4,7 @@
 #include "ZNTTrigger.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -24,6 +25,8 @@ public:
 
     /// All of it outlives this.
     ZNTTriggersDataSource(ZNTDatabaseHelper& database, ZNTTableView& tableView, ZNTTextArea& triggerTextView);
+    /// Asked, where it is set, whether the trigger with that key is too slow to be given its full time.
+    std::function<bool(std::int64_t oid)> isTriggerResting;
 
     // The table's questions
     [[nodiscard]] long numberOfRowsInTableView() const { return countOfDataObjects(); }

@@ -58,7 +58,7 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
                             static_cast<void>(_soundProcessor.processSound(tag));
                         }),
       commandInterpreter(*this, *this),
-      triggers(platform.log),
+      triggers(platform.log, platform.runLoop),
       _zntLogger(platform.places, platform.clock)
 {
     ZNTUpdater updater(platform.places, platform.log);

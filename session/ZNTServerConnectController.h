@@ -149,6 +149,8 @@ public:
     void acceptCompressionOffers(bool accept);
     /// Edited triggers are in force from the next block on.
     void reloadTriggers();
+    /// Whether the trigger with that key rests, because its pattern was too slow for several chunks.
+    [[nodiscard]] bool isTriggerResting(std::int64_t oid) const { return triggers.isResting(oid); }
 
     /// Ends all that plays, with the repetitions that are left, and what is still being fetched.
     void stopAllSounds();

@@ -147,6 +147,9 @@ void ZNTPreferencesController::tellProtocols()
 
 void ZNTPreferencesController::wireTriggers()
 {
+    triggers.isTriggerResting = [this](std::int64_t oid) {
+        return serverConnectController.isTriggerResting(oid);
+    };
     triggerRows.setSource({[this] { return triggers.numberOfRowsInTableView(); },
                            [this](std::string_view column, long row) {
                                return triggers.tableViewObjectValueForTableColumn(column, row);

@@ -6,6 +6,7 @@
 #include "ZNTTriggerList.h"
 #include "ZNTTriggerPattern.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace
@@ -55,12 +56,24 @@ private:
     }
 };
 
-void comparePasses(const std::vector<ZNTTrigger>& triggers, ZNTTriggerList& list, const std::u16string& text)
+/// An expression that reaches its limit of time, on a machine that is busy or slow, answers less than the
+/// reference, which has none.
+bool hasReachedLimit(const ZNTRecordedLog& log)
 {
+    return std::any_of(log.lines.begin(), log.lines.end(),
+                       [](const auto& line) { return line.find("took too long") != line.npos; });
+}
+
+void comparePasses(const std::vector<ZNTTrigger>& triggers, ZNTTriggerList& list, ZNTRecordedLog& log,
+                   const std::u16string& text)
+{
+    log.lines.clear();
     Reference reference;
     reference.passOver(triggers, text);
     ZNTRecordedActions actions;
     const bool isGagged = list.passOver(text, actions);
+    if (hasReachedLimit(log))
+        return;
     const auto shown = znt::utf8FromText(std::u16string_view(text).substr(0, 200));
     EXPECT_TRUE(actions.done == reference.commands)
         << testing::PrintToString(actions.done) << "\ninstead of\n"
@@ -73,6 +86,8 @@ void comparePasses(const std::vector<ZNTTrigger>& triggers, ZNTTriggerList& list
     inParts.hasTime = false;
     while (!pass->goOn())
         continue;
+    if (hasReachedLimit(log))
+        return;
     EXPECT_TRUE(inParts.done == actions.done) << shown;
     EXPECT_EQ(pass->isGagged(), isGagged) << shown;
 }
@@ -93,12 +108,13 @@ std::vector<ZNTTrigger> randomTriggers(ZNTRandomText& checks, std::size_t count,
 void compareRandomly(ZNTRandomText checks, ZNTRandomText texts, std::size_t lists, std::size_t mostPieces)
 {
     ZNTRecordedLog log;
-    ZNTTriggerList list(log); // the same for all, so that patterns are found in its cache as well
+    VirtualRunLoop loop;
+    ZNTTriggerList list(log, loop); // the same for all, so that patterns are found in its cache as well
     for (std::size_t run = 0; run < lists; ++run) {
         const auto triggers = randomTriggers(checks, 1 + checks.number(8), mostPieces);
         list.setTriggers(triggers);
         for (int text = 0; text < 6; ++text) {
-            comparePasses(triggers, list, texts.next(text == 0 ? 1500 : 14));
+            comparePasses(triggers, list, log, texts.next(text == 0 ? 1500 : 14));
             std::u16string names;
             if (testing::Test::HasFailure()) {
                 for (const auto& trigger : triggers)
@@ -173,13 +189,14 @@ TEST(TriggerEquivalence, EveryOccurrenceOfManyLiteralsIsFoundWhereverItStands)
             triggers.push_back({0, u"", check, check, std::nullopt, false, true});
     }
     ZNTRecordedLog log;
-    ZNTTriggerList list(log);
+    VirtualRunLoop loop;
+    ZNTTriggerList list(log, loop);
     list.setTriggers(triggers);
     ZNTRandomText fill({u"xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"});
     for (std::size_t shift = 0; shift < 16; ++shift) {
         std::u16string text(15'340 + shift, u'x'); // the parts lie across the end of what is taken at once
         text += parts.next(60);
-        comparePasses(triggers, list, text);
+        comparePasses(triggers, list, log, text);
         ASSERT_FALSE(HasFailure()) << shift;
     }
 }

@@ -41,7 +41,8 @@ protected:
     }
 
     ZNTRecordedLog log;
-    ZNTTriggerList list{log};
+    VirtualRunLoop loop;
+    ZNTTriggerList list{log, loop};
     bool isGagged = false;
 };
 
@@ -138,13 +139,33 @@ TEST_F(TriggerList, ATriggerThatCannotBeUsedDoesNothingAndTheOthersDo)
 
 TEST_F(TriggerList, AnExpressionThatTakesTooLongCostsItsOwnActionsOnly)
 {
-    list.setTriggers({trigger(u"(a+)+$", u"never"), trigger(u"end", u"yes")});
+    auto slow = trigger(u"(a+)+$", u"found");
+    slow.oid = 7;
+    list.setTriggers({slow, trigger(u"end", u"yes")});
     const auto text = std::u16string(40, u'a') + u"! end";
-    for (int chunk = 0; chunk < 4; ++chunk)
+    for (int chunk = 0; chunk < 3; ++chunk) {
+        EXPECT_FALSE(list.isResting(7));
         EXPECT_THAT(doneFor(text), ElementsAre(u"yes"));
+    }
     EXPECT_THAT(log.lines, ElementsAre(HasSubstr("took too long"), HasSubstr("took too long"),
-                                       HasSubstr("left out until the triggers are loaded again")));
-    EXPECT_THAT(doneBy({trigger(u"(a+)+$", u"found")}, u"aaa"), ElementsAre(u"found"));
+                                       HasSubstr("is given 1 ms a chunk for the next 30 s")));
+    EXPECT_TRUE(list.isResting(7));
+    EXPECT_FALSE(list.isResting(0)) << "the key of the other one";
+
+    loop.advance(29.9);
+    for (int chunk = 0; chunk < 5; ++chunk)
+        EXPECT_THAT(doneFor(text), ElementsAre(u"yes"));
+    EXPECT_THAT(doneFor(u"aaa"), ElementsAre(u"found")) << "what it is fast enough for it answers";
+    EXPECT_EQ(log.lines.size(), 3u);
+
+    loop.advance(0.1);
+    EXPECT_FALSE(list.isResting(7));
+    EXPECT_THAT(doneFor(text), ElementsAre(u"yes"));
+    EXPECT_THAT(doneFor(u"aaa"), ElementsAre(u"found"));
+    for (int chunk = 0; chunk < 2; ++chunk)
+        EXPECT_THAT(doneFor(text), ElementsAre(u"yes"));
+    EXPECT_FALSE(list.isResting(7)) << "three, but not in a row";
+    EXPECT_EQ(log.lines.size(), 6u);
 }
 
 TEST_F(TriggerList, ManyExpressionsThatTakeTooLongShareTheTimeOfAChunk)

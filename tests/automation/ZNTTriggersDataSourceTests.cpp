@@ -158,6 +158,18 @@ TEST_F(TriggersDataSource, ARecordThatWasNeverStoredIsInsertedOnSave)
     EXPECT_EQ(stored().size(), before + 1);
 }
 
+TEST_F(TriggersDataSource, ATriggerThatRestsSaysSoInItsToolTip)
+{
+    editor.addEmptyRow();
+    editor.addEmptyRow();
+    EXPECT_EQ(editor.tableViewToolTipForRow(1), u"");
+    const auto resting = editor.getObjectAtIndex(1)->oid;
+    editor.isTriggerResting = [resting](std::int64_t oid) { return oid == resting; };
+    EXPECT_EQ(editor.tableViewToolTipForRow(0), u"");
+    EXPECT_TRUE(editor.tableViewToolTipForRow(1).starts_with(u"Too slow: "));
+    EXPECT_EQ(editor.tableViewToolTipForRow(2), u"");
+}
+
 TEST_F(TriggersDataSource, RemovingTakesTheSelectedTriggerFromTheStoreAndClearingDoesNot)
 {
     const auto before = stored().size();
