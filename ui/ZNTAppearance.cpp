@@ -18,15 +18,19 @@ const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 
 struct Shades {
     QRgb window, base, alternate, text, button, border, highlight, highlighted, link, quiet;
+    QRgb disabledText, disabledBorder, disabledHighlight;
 };
 
 /// Text stands out from what it is on by 4.5 to 1 or more, focus and borders that matter by 3 to 1.
 constexpr Shades lightShades{0xfff3f4f6, 0xffffffff, 0xfff7f8fa, 0xff1c2026, 0xfffafbfc,
-                             0xffb4bac3, 0xff1a5fb4, 0xffffffff, 0xff1a5fb4, 0xff5c6470};
+                             0xff7d8590, 0xff1a5fb4, 0xffffffff, 0xff1a5fb4, 0xff5c6470,
+                             0xff5c6470, 0xff7d8590, 0xffb4bac3};
 constexpr Shades darkShades{0xff23262b, 0xff1a1c20, 0xff202328, 0xffe8eaed, 0xff31353c,
-                            0xff565c66, 0xff62a0ea, 0xff10131a, 0xff8ab8f0, 0xffa4abb6};
+                            0xff99a1ad, 0xff62a0ea, 0xff10131a, 0xff8ab8f0, 0xffa4abb6,
+                            0xffa4abb6, 0xff99a1ad, 0xff565c66};
 constexpr Shades contrastShades{0xff000000, 0xff000000, 0xff101010, 0xffffffff, 0xff000000,
-                                0xffffffff, 0xffffff00, 0xff000000, 0xff66ffff, 0xffffffff};
+                                0xffffffff, 0xffffff00, 0xff000000, 0xff66ffff, 0xffffffff,
+                                0xff9a9a9a, 0xff808080, 0xff4d4d4d};
 
 QPalette paletteOf(const Shades& shades)
 {
@@ -54,9 +58,10 @@ QPalette paletteOf(const Shades& shades)
     palette.setColor(QPalette::Midlight, QColor(shades.button).lighter(104));
     palette.setColor(QPalette::Shadow, QColor(shades.border).darker(150));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor(shades.quiet));
+        palette.setColor(QPalette::Disabled, role, QColor(shades.disabledText));
+    palette.setColor(QPalette::Disabled, QPalette::Mid, QColor(shades.disabledBorder));
     palette.setColor(QPalette::Disabled, QPalette::Base, QColor(shades.window));
-    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(shades.border));
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(shades.disabledHighlight));
     return palette;
 }
 

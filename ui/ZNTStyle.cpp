@@ -1,5 +1,6 @@
 #include "ZNTStyle.h"
 
+#include "ZNTReadableColour.h"
 #include "ZNTWindowFit.h"
 
 #include <QApplication>
@@ -10,20 +11,70 @@
 #include <QStyleOption>
 #include <QTimer>
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
 
 namespace
 {
 constexpr int ringWidth = 2;
 
-bool isOnDark(const QStyleOption& option) { return option.palette.color(QPalette::Window).lightness() < 128; }
+constexpr double leastContrast = 3; // of borders and thumbs with what is around and within (WCAG 2.1, 1.4.11)
+constexpr int mixingSteps = 20;
+constexpr int thumbInset = 3;
+constexpr int fusionGroupMargin = 3; // between the title of a group and its frame
 
-void drawBorder(const QStyleOption& option, QPainter& painter)
+double contrast(const QColor& one, const QColor& other)
+{
+    const auto channels = [](const QColor& colour) {
+        return ZNTColour{static_cast<std::uint8_t>(colour.red()), static_cast<std::uint8_t>(colour.green()),
+                         static_cast<std::uint8_t>(colour.blue())};
+    };
+    return znt::contrastRatio(channels(one), channels(other));
+}
+
+QColor mixed(const QColor& from, const QColor& to, double part)
+{
+    const auto channel = [part](int a, int b) { return static_cast<int>(std::lround(a + (b - a) * part)); };
+    return {channel(from.red(), to.red()), channel(from.green(), to.green()),
+            channel(from.blue(), to.blue())};
+}
+
+/// The palette's colour for borders, nearer to that of the text where it would not stand out: a desktop's own
+/// palette promises nothing.
+QColor edgeColour(const QStyleOption& option)
+{
+    const QPalette& palette = option.palette;
+    const QColor asked = palette.color(QPalette::Mid);
+    const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
+    const auto standsOut = [&](const QColor& edge) {
+        return std::ranges::all_of(
+            std::array{QPalette::Window, QPalette::Base, QPalette::Button}, [&](QPalette::ColorRole role) {
+                return contrast(edge, palette.color(QPalette::Active, role)) >= leastContrast;
+            });
+    };
+    for (int step = 0; step < mixingSteps; ++step)
+        if (const QColor edge = mixed(asked, text, static_cast<double>(step) / mixingSteps); standsOut(edge))
+            return edge;
+    return text;
+}
+
+enum class Shape { Box, Circle };
+
+void drawBorder(const QStyleOption& option, const QRect& place, QPainter& painter, Shape shape = Shape::Box)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(option.palette.color(QPalette::Mid));
+    // Fusion tints the button that Return presses.
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    const bool isDefault = button && button->features & QStyleOptionButton::DefaultButton;
+    painter.setPen(isDefault ? option.palette.color(QPalette::WindowText) : edgeColour(option));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+    const QRectF line = QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5);
+    if (shape == Shape::Circle)
+        painter.drawEllipse(line);
+    else
+        painter.drawRoundedRect(line, 2, 2);
     painter.restore();
 }
 } // namespace
@@ -55,8 +106,19 @@ void ZNTStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
     case PE_Frame:
     case PE_PanelButtonCommand:
     case PE_IndicatorCheckBox:
-        if (isOnDark(*option))
-            drawBorder(*option, *painter);
+    case PE_FrameTabWidget:
+        drawBorder(*option, option->rect, *painter);
+        break;
+    case PE_FrameGroupBox: {
+        // Below the title, where Fusion draws its own.
+        const int title =
+            std::max(QProxyStyle::pixelMetric(PM_ExclusiveIndicatorHeight), option->fontMetrics.height()) +
+            fusionGroupMargin;
+        drawBorder(*option, option->rect.adjusted(0, title, 0, 0), *painter);
+        break;
+    }
+    case PE_IndicatorRadioButton:
+        drawBorder(*option, option->rect, *painter, Shape::Circle);
         break;
     default:
         break;
@@ -66,9 +128,47 @@ void ZNTStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
 void ZNTStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                   QPainter* painter, const QWidget* widget) const
 {
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+        bar && control == CC_ScrollBar) {
+        drawScrollBar(*bar, *painter, widget);
+        return;
+    }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if ((control == CC_ComboBox || control == CC_SpinBox) && isOnDark(*option))
-        drawBorder(*option, *painter);
+    if (control == CC_ComboBox || control == CC_SpinBox)
+        drawBorder(*option, option->rect, *painter);
+    else if (control == CC_Slider)
+        drawBorder(*option, proxy()->subControlRect(control, option, SC_SliderHandle, widget), *painter);
+}
+
+/// Fusion's thumb is the colour of its track but for a shade.
+void ZNTStyle::drawScrollBar(const QStyleOptionSlider& bar, QPainter& painter, const QWidget* widget) const
+{
+    const auto place = [&](SubControl part) {
+        return proxy()->subControlRect(CC_ScrollBar, &bar, part, widget);
+    };
+    const QColor edge = edgeColour(bar);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(bar.rect, bar.palette.color(QPalette::Active, QPalette::Window));
+    painter.setPen(edge);
+    painter.drawRect(QRectF(bar.rect).adjusted(0.5, 0.5, -0.5, -0.5));
+    if (bar.maximum > bar.minimum) {
+        const bool isHeld = bar.activeSubControls == SC_ScrollBarSlider && (bar.state & State_Sunken);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(isHeld ? bar.palette.color(QPalette::WindowText) : edge);
+        painter.drawRoundedRect(
+            QRectF(place(SC_ScrollBarSlider)).adjusted(thumbInset, thumbInset, -thumbInset, -thumbInset), 3,
+            3);
+    }
+    painter.restore();
+    const bool isUpright = bar.orientation == Qt::Vertical;
+    const auto drawArrow = [&](SubControl part, PrimitiveElement arrow) {
+        QStyleOption option = bar;
+        option.rect = place(part).marginsRemoved(QMargins(thumbInset, thumbInset, thumbInset, thumbInset));
+        proxy()->drawPrimitive(arrow, &option, &painter, widget);
+    };
+    drawArrow(SC_ScrollBarSubLine, isUpright ? PE_IndicatorArrowUp : PE_IndicatorArrowLeft);
+    drawArrow(SC_ScrollBarAddLine, isUpright ? PE_IndicatorArrowDown : PE_IndicatorArrowRight);
 }
 
 QSize ZNTStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
