@@ -120,6 +120,7 @@ void ZNTMainMenu::makeGameMenu()
 {
     addMenu("&Game");
     connectToServer = add("connectToServer", "&Connect", {key(Qt::Key_F5)});
+    stopConnecting = add("stopConnecting", "&Stop connecting", {shift(Qt::Key_F5)});
     showZNTMudListController = add("showZNTMudListController", "&Game list...", {ctrl(Qt::Key_G)});
     current->addSeparator();
     resendLastCommand = add("resendLastCommand", "&Resend last command", {ctrl(Qt::Key_R)});
@@ -189,6 +190,7 @@ void ZNTMainMenu::makeSpeechMenu()
     current->addSeparator();
     replayLastText = add("replayLastText", "&Replay what came since my last command", {key(Qt::Key_F7)});
     stopSpeaking = add("stopSpeaking", "S&top speaking", {shift(Qt::Key_F7)});
+    stopAllSounds = add("stopAllSounds", "Stop all s&ounds", {ctrlShift(Qt::Key_S)});
     current->addSeparator();
     previousLine = add("previousLine", "Say the &previous line", {ctrl(Qt::Key_Up)});
     nextLine = add("nextLine", "Say the &next line", {ctrl(Qt::Key_Down)});
@@ -221,6 +223,7 @@ void ZNTMainMenu::makeViewMenu()
     QMenu* view = current;
     makeColoursMenu();
     current = view;
+    readableColours = addSwitch("readableColours", "Re&adable colours in the output");
     current->addSeparator();
     showConnectionRow = addSwitch("showConnectionRow", "Co&nnection fields", {shift(Qt::Key_F9)});
     showConnectionRow->setChecked(true);

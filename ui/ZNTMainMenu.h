@@ -20,21 +20,21 @@ public:
 
     explicit ZNTMainMenu(QMainWindow& window);
 
-    QAction *connectToServer, *showZNTMudListController, *resendLastCommand, *newApp, *showPreferencesView,
-        *quit;
+    QAction *connectToServer, *stopConnecting, *showZNTMudListController, *resendLastCommand, *newApp,
+        *showPreferencesView, *quit;
     QAction *copy, *selectAll, *find, *findNext, *findPrevious, *clearScreen;
     std::array<QAction*, numberOfDirections> go;
     QAction *keypadWalks, *stopWalking;
     QAction *invokeMacro, *addMacro, *editMacro, *removeMacro, *createNewMacroGroup, *deleteMacroGroup,
         *listMacros;
     QAction *startOrPauseRecording, *doneRecording;
-    QAction *speechOnOff, *speechInterruptOnOff, *replayLastText, *stopSpeaking, *previousLine, *nextLine,
-        *sayStatus;
+    QAction *speechOnOff, *speechInterruptOnOff, *replayLastText, *stopSpeaking, *stopAllSounds,
+        *previousLine, *nextLine, *sayStatus;
     std::array<QAction*, numberedLines> lineFromEnd;
     QAction *changeFont, *larger, *smaller, *normalSize, *controlsLarger, *controlsSmaller;
     QAction *showConnectionRow, *showSidePanel, *fullScreen;
     QAction *focusCommandLine, *nextPart, *previousPart, *jumpToEnd;
-    QAction *systemColours, *lightColours, *darkColours, *highContrastColours;
+    QAction *systemColours, *lightColours, *darkColours, *highContrastColours, *readableColours;
     QAction *keyboardMap, *firstSteps, *playDemo, *about;
 
     /// The menus in order, for whoever lists what they hold.

@@ -9,9 +9,9 @@
 #include "ZNTHintedTable.h"
 #include "ZNTKeypadKeys.h"
 #include "ZNTOutputView.h"
+#include "ZNTPlainKeys.h"
 #include "ZNTQtText.h"
 #include "ZNTQuitAnywhere.h"
-#include "ZNTReturnKey.h"
 #include "ZNTWindowFit.h"
 
 #include <QApplication>
@@ -104,6 +104,10 @@ void ZNTMainWiring::wireConnection()
             if (session.state() == ZNTSessionState::Idle)
                 menu.connectToServer->trigger();
         });
+    whenTriggered(menu.stopConnecting, [this] { giveUpConnecting(); });
+    for (QWidget* widget : std::initializer_list<QWidget*>{window.mudName, window.ipAddress, window.port,
+                                                           window.connectionButton})
+        new ZNTPlainKeys(*widget, {Qt::Key_Escape}, [this] { return giveUpConnecting(); });
     // What a newcomer hears first.
     window.ipAddress->setAccessibleDescription(menu.showZNTMudListController->shortcut().toString() +
                                                text(" lists games, ") + menu.playDemo->shortcut().toString() +
@@ -128,6 +132,16 @@ void ZNTMainWiring::connectOrDisconnect()
     refresh();
     if (wasIdle && session.state() == ZNTSessionState::Idle)
         goToWhatIsMissing();
+}
+
+bool ZNTMainWiring::giveUpConnecting()
+{
+    if (session.state() != ZNTSessionState::Connecting)
+        return false;
+    session.stopConnecting();
+    refresh();
+    sayToListeners(u"Not connected");
+    return true;
 }
 
 QString ZNTMainWiring::gameInFields() const
@@ -170,8 +184,7 @@ void ZNTMainWiring::wirePlaying()
         whenTriggered(menu.go[index], [this, direction] { go(direction); });
     }
     keypadKeys = std::make_unique<ZNTKeypadKeys>(window, menu.go);
-    whenTriggered(menu.stopWalking,
-                  [this] { session.sendMessageToServer(u"!stop", /*ignoreSpecials=*/false); });
+    whenTriggered(menu.stopWalking, [this] { session.stopAllWalks(); });
     whenToggled(menu.keypadWalks, [this](bool walks) {
         for (std::size_t index = 0; index < numberOfDirections; ++index) {
             QList<QKeySequence> keys = menu.go[index]->shortcuts();
@@ -287,8 +300,10 @@ void ZNTMainWiring::wireMacros()
     // A double click or Return; some styles would take a single click for it.
     QObject::connect(window.macroTable, &QTableView::doubleClicked, menu.invokeMacro,
                      [this] { session.invokeMacro(); });
-    window.macroTable->installEventFilter(
-        new ZNTReturnKey(window.macroTable, [this] { session.invokeMacro(); }));
+    new ZNTPlainKeys(*window.macroTable, {Qt::Key_Return, Qt::Key_Enter}, [this] {
+        session.invokeMacro();
+        return true;
+    });
 }
 
 void ZNTMainWiring::wireSpeech()
@@ -311,6 +326,7 @@ void ZNTMainWiring::wireSpeech()
     joinButton(window.startStopSpeech, menu.speechOnOff);
     whenTriggered(menu.replayLastText, [this] { session.replayLastText(); });
     whenTriggered(menu.stopSpeaking, [this] { session.stopSpeaking(); });
+    whenTriggered(menu.stopAllSounds, [this] { session.stopAllSounds(); });
     whenTriggered(menu.previousLine, [this] { session.speechReview().previousLine(); });
     whenTriggered(menu.nextLine, [this] { session.speechReview().nextLine(); });
     for (std::size_t index = 0; index < ZNTMainMenu::numberedLines; ++index)
@@ -355,6 +371,7 @@ void ZNTMainWiring::wireColours()
          {menu.highContrastColours, Colours::HighContrast}}};
     for (const auto& [action, colours] : choices)
         whenTriggered(action, [this, colours = colours] { appearance.use(colours); });
+    whenToggled(menu.readableColours, [this](bool on) { window.textFromServer->setReadableColours(on); });
 }
 
 void ZNTMainWiring::wireHelp()
@@ -490,6 +507,7 @@ void ZNTMainWiring::refresh()
     const QString status = znt::statusInWords(now);
     window.statusText->setText(status);
     window.statusText->setAccessibleName(text("Status: ") + status);
+    menu.stopWalking->setEnabled(now.isWalking);
     menu.connectToServer->setText(isConnected ? text("Dis&connect") : text("&Connect"));
     menu.startOrPauseRecording->setText(now.isRecording         ? text("&Pause recording")
                                         : now.isRecordingPaused ? text("Re&sume recording")
@@ -505,6 +523,7 @@ void ZNTMainWiring::enableActions(bool isConnected)
         action->setEnabled(isConnected);
     menu.invokeMacro->setEnabled(isConnected);
     window.runMacro->setEnabled(isConnected);
+    menu.stopConnecting->setEnabled(session.state() == ZNTSessionState::Connecting);
     menu.playDemo->setEnabled(session.state() == ZNTSessionState::Idle);
 }
 

@@ -47,6 +47,8 @@ private:
     void go(ZNTDirection direction);
     /// What the button, the menu and the key do.
     void connectOrDisconnect();
+    /// False unless there was an attempt to connect.
+    bool giveUpConnecting();
     /// The name in the fields where it belongs to their address and port, else the host.
     [[nodiscard]] QString gameInFields() const;
     void rememberNamedGame();

@@ -71,7 +71,7 @@ private:
     int height = 1;
     qreal ascent = 1;
     bool isGrid = true; // a plain character is just one cell wide, in both faces
-    bool isReadable = true;
+    bool isReadable = false;
     QHash<QString, Glyphs> glyphs[2];   // by cluster; regular and bold
     QHash<quint64, Look> readableLooks; // by both colours; working one out takes a while
 };

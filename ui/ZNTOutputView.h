@@ -52,7 +52,7 @@ public:
 
     /// For games in a Chinese encoding: line drawing, stars and their like are two columns wide.
     void setAmbiguousWidth(znt::AmbiguousWidth width);
-    /// Whether colours too dark to be read on their background are made lighter. On until switched off.
+    /// Whether colours too dark to be read on their background are made lighter. Off until switched on.
     void setReadableColours(bool readable);
     /// Text in memory past this many bytes is dropped from the beginning. ZNTOutputStore has the default.
     void setMemoryLimit(std::size_t bytes);

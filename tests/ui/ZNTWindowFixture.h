@@ -8,7 +8,7 @@
 #include "ZNTQtAlert.h"
 #include "ZNTQtText.h"
 #include "ZNTScreenReader.h"
-#include "ZNTSilentSounds.h"
+#include "ZNTSoundFactory.h"
 #include "ZNTSpeechEngine.h"
 #include "ZNTTemporaryFolder.h"
 #include "ZNTTestPlatform.h"
@@ -34,6 +34,21 @@ struct ZNTRememberedSpeech final : ZNTSpeechEngine {
     {
         return std::find(said.begin(), said.end(), text) != said.end();
     }
+};
+
+/// No sound, but a count of what is asked for.
+struct ZNTCountedSounds final : ZNTSoundFactory {
+    int timesAllStopped = 0;
+    bool muted = false;
+    float volume = 1;
+    std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override { return {}; }
+    std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
+    void stopAll() override { ++timesAllStopped; }
+    void setGameIsLocal(bool) override {}
+    void setMasterVolume(float newVolume) override { volume = newVolume; }
+    [[nodiscard]] float masterVolume() const override { return volume; }
+    void setMuted(bool isMuted) override { muted = isMuted; }
+    [[nodiscard]] bool isMuted() const override { return muted; }
 };
 
 /// The whole window over a home of its own, with keys pressed and widgets read as a player would.
@@ -193,7 +208,7 @@ protected:
         runLoop,       clock, log,
         notifications, alert, {home.path(), ZNTFilePlaces::forThisProcess().resources, home.path(".cache")}};
     ZNTDatabaseHelper database{platform.places, log};
-    ZNTSilentSounds sounds;
+    ZNTCountedSounds sounds;
     ZNTRememberedSpeech speech;
     ZNTNoScreenReader screenReader;
     ZNTMainWindow window;

@@ -11,11 +11,45 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
+#include <array>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 using ZNTWindowPlay = ZNTWindowFixture;
 
 namespace
 {
+
+/// On loopback, but neither takes a connection nor refuses it: its queue is full.
+struct SilentHost {
+    SilentHost()
+    {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        auto* generic = reinterpret_cast<sockaddr*>(&address);
+        for (int& each : sockets)
+            each = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+        ::bind(sockets[0], generic, size);
+        ::listen(sockets[0], 0);
+        ::getsockname(sockets[0], generic, &size);
+        port = ntohs(address.sin_port);
+        for (std::size_t client = 1; client < sockets.size(); ++client)
+            ::connect(sockets[client], generic, size);
+    }
+    ~SilentHost()
+    {
+        for (const int each : sockets)
+            ::close(each);
+    }
+    SilentHost(const SilentHost&) = delete;
+    SilentHost& operator=(const SilentHost&) = delete;
+
+    std::array<int, 4> sockets{}; // the listening one, and clients that fill its queue
+    int port = 0;
+};
 
 /// As a key of the keypad arrives on X11, where Qt has looked for its shortcut and found none.
 void typeOnKeypad(QWidget& widget, Qt::Key digit)
@@ -138,6 +172,43 @@ TEST_F(ZNTWindowPlay, TheStatusNamesTheGameBeingPlayedWhateverTheFieldsSay)
     press(*window.connectionButton, Qt::Key_Space);
     EXPECT_TRUE(until([&] { return session().isConnected(); }));
     EXPECT_EQ(window.windowTitle(), QStringLiteral("Another game - Zantor"));
+}
+
+TEST_F(ZNTWindowPlay, AnAttemptToConnectIsGivenUpByKeyAndMenu)
+{
+    const SilentHost host;
+    EXPECT_FALSE(parts->menu.stopConnecting->isEnabled());
+    fill(*window.ipAddress, "127.0.0.1");
+    const std::vector<std::function<void()>> waysOut{
+        [&] { press(*window.port, Qt::Key_Escape); }, [&] { press(*window.mudName, Qt::Key_Escape); },
+        [&] { press(*window.port, Qt::Key_F5, Qt::ShiftModifier); }};
+    for (const auto& leave : waysOut) {
+        fill(*window.port, std::to_string(host.port).c_str());
+        press(*window.port, Qt::Key_Return);
+        QTest::qWait(20);
+        ASSERT_EQ(session().state(), ZNTSessionState::Connecting);
+        EXPECT_TRUE(parts->menu.stopConnecting->isEnabled());
+        leave();
+        EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+        EXPECT_FALSE(parts->menu.stopConnecting->isEnabled());
+        EXPECT_TRUE(window.statusText->text().startsWith(QStringLiteral("Not connected")));
+        EXPECT_EQ(dialog("alert"), nullptr);
+    }
+}
+
+TEST_F(ZNTWindowPlay, WalksAndSoundsAreEndedFromTheMenuAndByKey)
+{
+    playDemo();
+    press(commandLine(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(sounds.timesAllStopped, 1);
+    EXPECT_FALSE(parts->menu.stopWalking->isEnabled());
+    for (const char* walk : {"!20n", "!20s"})
+        send(walk);
+    EXPECT_TRUE(session().isWalking());
+    EXPECT_TRUE(parts->menu.stopWalking->isEnabled());
+    press(commandLine(), Qt::Key_Period, Qt::ControlModifier);
+    EXPECT_FALSE(session().isWalking()) << "both at once";
+    EXPECT_FALSE(parts->menu.stopWalking->isEnabled());
 }
 
 TEST_F(ZNTWindowPlay, ANameThatBelongsToAnotherAddressIsNotTheGames)

@@ -2,6 +2,7 @@
 #include "ZNTWindowFixture.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDateTime>
 #include <QLabel>
 #include <QLineEdit>
@@ -275,6 +276,33 @@ TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)
     EXPECT_EQ(window.port->text(), QStringLiteral("4711"));
     EXPECT_FALSE(session().isConnected());
     EXPECT_TRUE(until([&] { return window.ipAddress->hasFocus(); }));
+}
+
+TEST_F(ZNTWindowSheets, ARowThatCouldNotBeSavedSaysSo)
+{
+    find<QComboBox>("macroComboBoxGroup").setEditText(QStringLiteral("Greetings"));
+    find<QPushButton>("createNewMacroGroup").click();
+    answerAlert();
+    for (const char* table : {"ZNTMacro", "ZNTTrigger", "ZNTMudList"})
+        database.runSQL(std::string("create trigger refuse_") + table + " before insert on " + table +
+                        " begin select raise(abort, ''); end");
+    const auto lastRowSays = [](QTableView& table) {
+        const QModelIndex last = table.model()->index(table.model()->rowCount() - 1, 0);
+        return last.data(Qt::ToolTipRole).toString().contains(QStringLiteral("Not saved")) &&
+               last.data(Qt::AccessibleDescriptionRole).toString().contains(QStringLiteral("Not saved"));
+    };
+    parts->controller.showZNTMudListController();
+    QDialog& games = waitForDialog("ZNTMudListView");
+    find<QPushButton>(games, "addButton").click();
+    EXPECT_TRUE(lastRowSays(find<QTableView>(games, "tableView")));
+    press(games, Qt::Key_Escape);
+    parts->menu.addMacro->trigger();
+    find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
+    EXPECT_TRUE(lastRowSays(find<QTableView>("macroTable")));
+    parts->controller.showPreferencesView();
+    QDialog& preferences = waitForDialog("PreferencesView");
+    find<QPushButton>(preferences, "addTriggerButton").click();
+    EXPECT_TRUE(lastRowSays(find<QTableView>(preferences, "triggerTableView")));
 }
 
 TEST_F(ZNTWindowSheets, WhilePlayingTheListSaysThatTheGameGoesOn)
