@@ -132,9 +132,10 @@ private:
         giveUp();
     }
 
+    /// Quoted text and the character behind "\c" can hold brackets that open or close nothing.
     void skipEscapeInside()
     {
-        if (at == pattern.size() || pattern[at] == u'Q')
+        if (at == pattern.size() || pattern[at] == u'Q' || pattern[at] == u'c')
             return giveUp();
         ++at;
     }

@@ -15,6 +15,30 @@ constexpr std::u16string_view sentenceOfRest = u"Too slow: the pattern took too 
                                                u"row. For half a minute it is tried with little "
                                                u"time.";
 
+std::u16string paneTextOf(const ZNTTrigger& trigger)
+{
+    return trigger.check + std::u16string(paneSeparator) + trigger.action;
+}
+
+struct PaneFields {
+    std::u16string check, action;
+    bool operator==(const PaneFields&) const = default;
+};
+
+PaneFields readPane(const std::u16string& text)
+{
+    PaneFields fields;
+    const auto checkEnd = text.find(paneSeparator);
+    fields.check = text.substr(0, checkEnd);
+    if (fields.check.ends_with(u'~'))
+        fields.check.pop_back();
+    if (checkEnd == std::u16string::npos)
+        return fields;
+    const auto actionStart = checkEnd + paneSeparator.size();
+    fields.action = text.substr(actionStart, text.find(paneSeparator, actionStart) - actionStart);
+    return fields;
+}
+
 /// Calls `use` with the field of `trigger` that `column` names; no call for any other name.
 template <typename Trigger, typename Use>
 void withField(Trigger& trigger, std::string_view column, Use use)
@@ -155,29 +179,20 @@ bool ZNTTriggersDataSource::tableViewShouldSelectTableColumn(std::string_view)
 void ZNTTriggersDataSource::insertTriggerText()
 {
     const auto* trigger = getObjectAtIndex(getCurrentSelectedTriggerIndex());
-    triggerTextView.setText(trigger ? trigger->check + std::u16string(paneSeparator) + trigger->action
-                                    : std::u16string());
+    triggerTextView.setText(trigger ? paneTextOf(*trigger) : std::u16string());
 }
 
 void ZNTTriggersDataSource::fillDataObjectFromScreen(ZNTTrigger& trigger) const
 {
-    const auto text = triggerTextView.text();
-    const auto checkEnd = text.find(paneSeparator);
-    trigger.check = text.substr(0, checkEnd);
-    if (!trigger.check.empty() && trigger.check.back() == u'~')
-        trigger.check.pop_back();
-    trigger.action.clear();
-    if (checkEnd == std::u16string::npos)
-        return;
-    const auto actionStart = checkEnd + paneSeparator.size();
-    trigger.action = text.substr(actionStart, text.find(paneSeparator, actionStart) - actionStart);
+    const auto fields = readPane(triggerTextView.text());
+    trigger.check = fields.check;
+    trigger.action = fields.action;
 }
 
 bool ZNTTriggersDataSource::isPaneEdited(const ZNTTrigger& trigger) const
 {
-    ZNTTrigger read;
-    fillDataObjectFromScreen(read);
-    return read.check != trigger.check || read.action != trigger.action;
+    // A "~" at the check's end, or a separator inside, is read back as less than was shown.
+    return readPane(triggerTextView.text()) != readPane(paneTextOf(trigger));
 }
 
 // The buttons

@@ -67,7 +67,7 @@ public:
 
 private:
     [[nodiscard]] ZNTTrigger* rowAt(long index);
-    /// Whether saving the pane would change `trigger`.
+    /// Whether the pane holds something other than `insertTriggerText` put there for `trigger`.
     [[nodiscard]] bool isPaneEdited(const ZNTTrigger& trigger) const;
 
     ZNTDatabaseHelper& database;

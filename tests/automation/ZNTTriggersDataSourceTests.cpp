@@ -136,6 +136,11 @@ TEST_F(TriggersDataSource, ThePaneFollowsACellEditedBesideItUnlessItHoldsUnsaved
     editor.saveToDatabase();
     EXPECT_EQ(stored().front().action, u"bow") << "saving the pane does not undo the edit";
 
+    editor.tableViewSetObjectValue(u"look~", "check", 0);
+    editor.tableViewSetObjectValue(u"sit", "action", 0);
+    EXPECT_EQ(pane.content, u"look~~\nsit")
+        << "a pane that shows what would be read back in part is not edited";
+
     pane.content = u"a long pattern~\nbeing written";
     editor.tableViewSetObjectValue(true, "active", 0);
     editor.tableViewSetObjectValue(u"kneel", "action", 0);
