@@ -128,7 +128,7 @@ void ZNTServerConnectController::stopConnecting()
 void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const std::string& host,
                                                           std::uint16_t)
 {
-    services.sounds.setGameIsLocal(!znt::isPublicAddress(host));
+    services.sounds.setGameAddress(host);
     farewellTimer.reset(); // what is held back from before shows with this game's first words
     mccp2.startStream();
     screen.myProgressIndicator->stopAnimation();

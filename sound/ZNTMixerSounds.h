@@ -30,7 +30,7 @@ public:
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view url) override;
     void stopAll() override;
     [[nodiscard]] bool isPlaying() const override;
-    void setGameIsLocal(bool isLocal) override;
+    void setGameAddress(std::string_view address) override;
     void setMasterVolume(float volume) override;
     [[nodiscard]] float masterVolume() const override;
     void setMuted(bool isMuted) override;

@@ -10,7 +10,7 @@ public:
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
     void stopAll() override {}
     [[nodiscard]] bool isPlaying() const override { return false; }
-    void setGameIsLocal(bool) override {}
+    void setGameAddress(std::string_view) override {}
     void setMasterVolume(float volume) override { masterVolume_ = volume; }
     [[nodiscard]] float masterVolume() const override { return masterVolume_; }
     void setMuted(bool isMuted) override { isMuted_ = isMuted; }

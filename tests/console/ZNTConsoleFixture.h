@@ -22,7 +22,7 @@ struct ZNTNotedSounds final : ZNTSoundFactory {
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
     void stopAll() override { playsNow = false; }
     [[nodiscard]] bool isPlaying() const override { return playsNow; }
-    void setGameIsLocal(bool) override {}
+    void setGameAddress(std::string_view) override {}
     void setMasterVolume(float newVolume) override { volume = newVolume; }
     [[nodiscard]] float masterVolume() const override { return volume; }
     void setMuted(bool muted) override { isMutedNow = muted; }
