@@ -85,8 +85,12 @@ ZNTSessionServices ZNTConsoleClient::services()
 
 void ZNTConsoleClient::start()
 {
-    surroundings.input.start(
-        {.line = [this](const std::string& line) { handleLine(line); }, .end = [this] { inputEnded(); }});
+    if (!surroundings.input.start({.line = [this](const std::string& line) { handleLine(line); },
+                                   .end = [this] { inputEnded(); }})) {
+        complain(u"Standard input cannot be read: the system has no room for waiting for it.");
+        finish(exitBroken);
+        return;
+    }
     if (options.demo)
         startDemo();
     else if (!options.host.empty())

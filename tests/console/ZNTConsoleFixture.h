@@ -10,10 +10,14 @@
 
 /// Lines that a test types.
 struct ZNTTypedInput final : ZNTConsoleInput {
-    void start(Handlers given) override { handlers = std::move(given); }
+    bool start(Handlers given) override
+    {
+        handlers = std::move(given);
+        return canBeRead;
+    }
     void setPaused(bool paused) override { isPaused = paused; }
     Handlers handlers;
-    bool isPaused = false;
+    bool isPaused = false, canBeRead = true;
 };
 
 /// Sounds of which a test says whether one plays.
