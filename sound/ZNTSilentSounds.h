@@ -3,7 +3,7 @@
 #include "ZNTSoundFactory.h"
 
 /// For who wants no sound: makes none.
-class ZNTSilentSounds final : public ZNTSoundFactory
+class ZNTSilentSounds : public ZNTSoundFactory
 {
 public:
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override { return {}; }

@@ -33,7 +33,8 @@ private:
 };
 
 /// One SQLite connection. Statements are compiled once each and kept by their text. A call that meets a file
-/// locked by another process is repeated until it is free.
+/// locked by another process is repeated until it is free. A statement that takes SQLite about a second of
+/// work fails: only a damaged or foreign file makes one so long.
 class ZNTDatabase
 {
 public:
@@ -76,5 +77,6 @@ private:
     static void finish(sqlite3_stmt* statement);
 
     sqlite3* connection = nullptr;
+    int looks = 0; ///< at the present statement, to see whether it takes too long
     std::unordered_map<std::string, sqlite3_stmt*> statements; ///< by their text; there are some two dozen
 };
