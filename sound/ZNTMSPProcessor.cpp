@@ -193,7 +193,10 @@ std::shared_ptr<ZNTSoundObject> ZNTMSPProcessor::soundForRequest(const Request& 
         });
         if (found != entries.end()) {
             auto opened = folder.openFile(directory + "/" + *found);
-            return opened ? sounds.soundFromFile(std::move(*opened)) : nullptr;
+            if (!opened)
+                return {};
+            return request.isSound ? sounds.soundFromFile(std::move(*opened))
+                                   : sounds.musicFromFile(std::move(*opened));
         }
     }
     if (request.sound->_uParam())

@@ -1,6 +1,7 @@
 #include "ZNTMixerSounds.h"
 
 #include "ZNTMixer.h"
+#include "ZNTQuietLibraries.h"
 
 #include <algorithm>
 #include <map>
@@ -36,6 +37,7 @@ public:
 
 private:
     void ended(std::uint64_t play, ZNTMixer::Ending ending);
+    void noteDevice(bool isThere);
     ZNTMixer& mixer();
     ZNTSoundDownloads& downloads();
 
@@ -43,7 +45,8 @@ private:
     const std::string cacheFolder;
     const Settings settings;
     std::uint64_t lastNumber = 0;
-    std::optional<double> deviceWasMissing; ///< when, on the run loop's clock
+    double deviceRest = 0;         ///< seconds; 0 while there is a device, as far as is known
+    double deviceIsAskedForAt = 0; ///< on the run loop's clock
     std::map<std::uint64_t, std::shared_ptr<Sound>> playing, beingFetched;
     // Last, so that their threads end before anything else does.
     std::unique_ptr<ZNTSoundDownloads> downloads_;
@@ -133,6 +136,7 @@ public:
     double startTime = 0;
     bool loops = false;
     bool isUnplayable = false;
+    bool isStreamed = false;
 
 private:
     std::weak_ptr<Playback> playback;
@@ -143,13 +147,13 @@ private:
 
 std::uint64_t ZNTMixerSounds::Playback::begin(const std::shared_ptr<Sound>& sound)
 {
-    if (deviceWasMissing && runLoop.now() - *deviceWasMissing < settings.missingDeviceSeconds)
+    if (runLoop.now() < deviceIsAskedForAt)
         return 0;
     if (playing.size() >= ZNTMixer::mostAtOnce)
         return 0;
     const auto play = ++lastNumber;
     playing[play] = sound;
-    mixer().play({play, sound->source, sound->volume, sound->loops, sound->startTime});
+    mixer().play({play, sound->source, sound->volume, sound->loops, sound->startTime, sound->isStreamed});
     return play;
 }
 
@@ -218,11 +222,19 @@ void ZNTMixerSounds::Playback::ended(std::uint64_t play, ZNTMixer::Ending ending
     sound->end();
     if (ending == ZNTMixer::Ending::Damaged)
         sound->isUnplayable = true;
-    if (ending == ZNTMixer::Ending::NoDevice)
-        deviceWasMissing = runLoop.now();
-    else
-        deviceWasMissing.reset();
+    noteDevice(ending != ZNTMixer::Ending::NoDevice);
     sound->notice(ending == ZNTMixer::Ending::Natural);
+}
+
+void ZNTMixerSounds::Playback::noteDevice(bool isThere)
+{
+    if (isThere) {
+        deviceRest = deviceIsAskedForAt = 0;
+    } else if (runLoop.now() >= deviceIsAskedForAt) { // else a play that met the same attempt
+        deviceRest = deviceRest == 0 ? settings.missingDeviceSeconds
+                                     : std::min(2 * deviceRest, settings.longestMissingDeviceSeconds);
+        deviceIsAskedForAt = runLoop.now() + deviceRest;
+    }
 }
 
 ZNTMixer& ZNTMixerSounds::Playback::mixer()
@@ -251,6 +263,7 @@ ZNTSoundDownloads& ZNTMixerSounds::Playback::downloads()
 ZNTMixerSounds::ZNTMixerSounds(RunLoop& runLoop, const ZNTFilePlaces& places, Settings settings)
     : playback(std::make_shared<Playback>(runLoop, places, settings))
 {
+    znt::keepSoundLibrariesQuiet();
 }
 
 ZNTMixerSounds::ZNTMixerSounds(RunLoop& runLoop, const ZNTFilePlaces& places)
@@ -260,12 +273,25 @@ ZNTMixerSounds::ZNTMixerSounds(RunLoop& runLoop, const ZNTFilePlaces& places)
 
 ZNTMixerSounds::~ZNTMixerSounds() = default;
 
-std::shared_ptr<ZNTSoundObject> ZNTMixerSounds::soundFromFile(ZNTSoundFile file)
+std::shared_ptr<ZNTMixerSounds::Sound> ZNTMixerSounds::makeSound(ZNTSoundFile file)
 {
     auto source = std::make_shared<ZNTFileSoundSource>(std::move(file));
     if (!znt::startsLikeSound(source->start()))
         return {};
     return std::make_shared<Sound>(playback, std::move(source), "");
+}
+
+std::shared_ptr<ZNTSoundObject> ZNTMixerSounds::soundFromFile(ZNTSoundFile file)
+{
+    return makeSound(std::move(file));
+}
+
+std::shared_ptr<ZNTSoundObject> ZNTMixerSounds::musicFromFile(ZNTSoundFile file)
+{
+    auto music = makeSound(std::move(file));
+    if (music)
+        music->isStreamed = true;
+    return music;
 }
 
 std::shared_ptr<ZNTSoundObject> ZNTMixerSounds::soundFromUrl(std::string_view url)

@@ -14,6 +14,11 @@ public:
 
     /// Null where no sound can be made of it.
     [[nodiscard]] virtual std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile file) = 0;
+    /// The same for music, which may be of any length: one such sound at a time is decoded only as it plays.
+    [[nodiscard]] virtual std::shared_ptr<ZNTSoundObject> musicFromFile(ZNTSoundFile file)
+    {
+        return soundFromFile(std::move(file));
+    }
     /// `url` is UTF-8. The sound is to be loaded before it can be played. Null where it cannot be fetched for
     /// sure.
     [[nodiscard]] virtual std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view url) = 0;
