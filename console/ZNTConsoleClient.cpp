@@ -259,8 +259,7 @@ void ZNTConsoleClient::finish(int exitCode)
         return;
     // On a later turn: what is held back is shown first, and nobody's callback is cut short.
     platform.runLoop.post([this, exitCode] {
-        if (controller.hasTextHeldBack())
-            controller.timeUp();
+        controller.showAllThatCame();
         alerts.showWaiting();
         if (controller.isConnected())
             controller.connectToServer();

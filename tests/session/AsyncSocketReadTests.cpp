@@ -243,3 +243,22 @@ TEST_F(AsyncSocketReadTest, SilenceWithoutAnExtensionEndsTheConnectionAndKeepsWh
     EXPECT_EQ(heard.lastError.code, 4);
     EXPECT_EQ(unread, "half");
 }
+
+TEST_F(AsyncSocketReadTest, AHeldReadKeepsItsTicksAndTakesNothingFromTheNetwork)
+{
+    connect();
+    heard.readExtension = 0.5;
+    socket->readDataWithTimeout(0.5, 1);
+    socket->holdReading(true);
+    peer.send("text");
+    peer.closeWhenSent();
+    ASSERT_TRUE(loop.runUntil([this] { return peer.hasSentAll(); }));
+    loop.advance(1);
+    EXPECT_EQ(heard.elapsedReads, (std::vector<double>{0.5, 1.0}));
+    EXPECT_TRUE(heard.events.empty()) << "neither bytes nor the end are seen";
+
+    socket->holdReading(false);
+    ASSERT_TRUE(awaitEnd());
+    EXPECT_EQ(heard.events, (Events{"read 1", "ending", "disconnected"}));
+    EXPECT_EQ(heard.reads, std::vector<std::string>{"text"});
+}
