@@ -1,3 +1,4 @@
+#include "AsyncSocketPackets.h"
 #include "AsyncSocketTestSupport.h"
 
 #include <cerrno>
@@ -68,6 +69,25 @@ TEST_F(AsyncSocketReadTest, ATerminatorIsFoundWhereverTheBytesAreCut)
             peer.sendInSlices({all.substr(0, cut), all.substr(cut)});
             ASSERT_TRUE(awaitReads(3));
             EXPECT_EQ(heard.reads, (std::vector<std::string>{first, second, "rest"}));
+        }
+    }
+}
+
+TEST(AsyncReadPacket, ATerminatorCutBetweenWhatWasReadAndWhatIsKeptEndsTheReadRightBehindIt)
+{
+    for (const std::string term : {"\r\n", "<->", "!"}) {
+        const std::string line = "<-\r" + term;
+        for (std::size_t cut = 0; cut < line.size(); ++cut) {
+            SCOPED_TRACE(term + " cut at " + std::to_string(cut));
+            AsyncReadPacket read;
+            read.buffer = std::make_shared<std::string>(line.substr(0, cut));
+            read.bytesDone = cut;
+            read.term = term;
+            AsyncSocketPreBuffer kept;
+            kept.append(line.substr(cut) + "next" + term);
+            EXPECT_EQ(read.takeFromPreBuffer(kept), AsyncReadState::Done);
+            EXPECT_EQ(read.data(), line);
+            EXPECT_EQ(kept.view(), "next" + term);
         }
     }
 }
