@@ -1,5 +1,6 @@
 #include "FuzzInput.h"
 #include "FuzzRequire.h"
+#include "VirtualRunLoop.h"
 #include "ZNTIcuReference.h"
 #include "ZNTLiteralFilter.h"
 #include "ZNTPlatformLog.h"
@@ -114,7 +115,8 @@ struct Reference {
 void checkPass(const std::vector<ZNTTrigger>& triggers, const std::u16string& text)
 {
     static SilentLog log;
-    static ZNTTriggerList list(log); // it prepares ICU's classes of characters when it is made
+    static VirtualRunLoop loop;
+    static ZNTTriggerList list(log, loop); // it prepares ICU's classes of characters when it is made
     log.namesSlowTrigger = false;
     list.setTriggers(triggers);
     Commands commands;
