@@ -1,7 +1,11 @@
 #include "ZNTFilePlaces.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <pwd.h>
+#include <unistd.h>
+#include <vector>
 
 namespace
 {
@@ -10,6 +14,17 @@ std::string environment(const char* name)
 {
     const char* value = std::getenv(name);
     return value ? value : "";
+}
+
+/// Empty where the user database does not know the user.
+std::string homeInUserDatabase()
+{
+    std::vector<char> buffer(16 * 1024); // grows for a database whose entries are larger
+    passwd entry{};
+    passwd* found = nullptr;
+    while (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == ERANGE)
+        buffer.resize(buffer.size() * 2);
+    return found && found->pw_dir ? found->pw_dir : "";
 }
 
 std::string resourceFolder()
@@ -28,6 +43,8 @@ ZNTFilePlaces ZNTFilePlaces::forThisProcess()
 {
     ZNTFilePlaces places;
     places.home = environment("HOME");
+    if (!places.home.starts_with('/'))
+        places.home = homeInUserDatabase();
     while (places.home.size() > 1 && places.home.ends_with('/'))
         places.home.pop_back();
     places.resources = resourceFolder();
