@@ -8,11 +8,6 @@
 #include <iterator>
 #include <utility>
 
-namespace
-{
-constexpr std::string_view macroAddedName = "MACRO_ADDED", macroRemovedName = "MACRO_REMOVED";
-} // namespace
-
 ZNTMudMacroTableViewController::ZNTMudMacroTableViewController(
     const ZNTPlatform& platform, ZNTDatabaseHelper& database,
     ZNTMacroGroupDropDownController& dropDownController, ZNTTableView& macroTable)
@@ -21,9 +16,9 @@ ZNTMudMacroTableViewController::ZNTMudMacroTableViewController(
       dropDownController(dropDownController),
       macroTable(macroTable)
 {
-    const auto reload = [this](std::string_view name, const void*) { loadAllMacros(name); };
-    macroAdded = platform.notifications.observe(std::string(macroAddedName), reload);
-    macroRemoved = platform.notifications.observe(std::string(macroRemovedName), reload);
+    const auto reload = [this](std::string_view, const void*) { loadMacrosForMacroGroup(); };
+    macroAdded = platform.notifications.observe("MACRO_ADDED", reload);
+    macroRemoved = platform.notifications.observe("MACRO_REMOVED", reload);
     groupChanged = dropDownController.observeCurrentValueInComboBox([this] {
         macros.clear();
         loadMacrosForMacroGroup();
@@ -77,12 +72,6 @@ void ZNTMudMacroTableViewController::loadMacrosForMacroGroup()
     setNewList(std::move(read));
 }
 
-void ZNTMudMacroTableViewController::loadAllMacros(std::string_view notification)
-{
-    if (notification == macroAddedName || notification == macroRemovedName)
-        loadMacrosForMacroGroup();
-}
-
 void ZNTMudMacroTableViewController::removeItem()
 {
     const long row = macroTable.selectedRow();
@@ -92,7 +81,7 @@ void ZNTMudMacroTableViewController::removeItem()
         return;
     znt::deleteShownRow(database, *macro);
     macros.erase(macros.begin() + row);
-    platform.notifications.post(macroRemovedName, this);
+    platform.notifications.post("MACRO_REMOVED", this);
     macroTable.reloadData();
 }
 

@@ -85,12 +85,8 @@ ZNTSessionServices ZNTConsoleClient::services()
 
 void ZNTConsoleClient::start()
 {
-    if (!surroundings.input.start({.line = [this](const std::string& line) { handleLine(line); },
-                                   .end = [this] { inputEnded(); }})) {
-        complain(u"Standard input cannot be read: the system has no room for waiting for it.");
-        finish(exitBroken);
-        return;
-    }
+    surroundings.input.start(
+        {.line = [this](const std::string& line) { handleLine(line); }, .end = [this] { inputEnded(); }});
     if (options.demo)
         startDemo();
     else if (!options.host.empty())
@@ -259,7 +255,8 @@ void ZNTConsoleClient::finish(int exitCode)
         return;
     // On a later turn: what is held back is shown first, and nobody's callback is cut short.
     platform.runLoop.post([this, exitCode] {
-        controller.showAllThatCame();
+        if (controller.hasTextHeldBack())
+            controller.timeUp();
         alerts.showWaiting();
         if (controller.isConnected())
             controller.connectToServer();

@@ -30,6 +30,7 @@ std::variant<ZNTConsoleOptions, int> ZNTConsoleOptions::fromArguments(int count,
     app.add_flag("--msp", options.msp, "accept sounds (MSP) when the game offers them");
     app.add_flag("--speech", options.speech, "speak what the game says");
     auto* demo = app.add_flag("--demo", options.demo, "play the demo game");
+    app.add_flag("--mend-home", options.mendHome, "put a broken database aside, make a new one, and end");
     auto* host = app.add_option("HOST", options.host, "the game's host name or address")->excludes(demo);
     auto* port = app.add_option("PORT", options.port, "its port")->check(CLI::Range(1, 65535));
     host->needs(port);

@@ -20,6 +20,7 @@ struct ZNTConsoleOptions {
     bool msp = false;
     bool speech = false;
     bool demo = false;
+    bool mendHome = false; ///< put a broken store aside, then end
 
     /// The options, or the exit code of a program that has said all it has to: 0 after the help, 2 after a
     /// mistake, which stderr then explains.

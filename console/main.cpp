@@ -4,9 +4,12 @@
 #include "ZNTConsoleLog.h"
 #include "ZNTMixerSounds.h"
 #include "ZNTSpeechDispatcher.h"
+#include "ZNTStoreMaker.h"
+#include "ZNTStoreWait.h"
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <iostream>
@@ -41,6 +44,18 @@ void writeToStandardOutput(std::string_view text)
     }
 }
 
+/// Says what was done on stdout, why nothing could be done on stderr.
+int mendHome()
+{
+    ZNTSystemClock clock;
+    ZNTStandardErrorLog log;
+    const auto places = ZNTFilePlaces::forThisProcess();
+    ZNTStoreWait wait(clock, log);
+    const auto mended = ZNTStoreMaker(places, log, wait).mend();
+    std::fputs((mended.sentence + "\n").c_str(), mended.succeeded ? stdout : stderr);
+    return mended.succeeded ? ZNTConsoleClient::exitFine : ZNTConsoleClient::exitBroken;
+}
+
 } // namespace
 
 int main(int count, char** arguments)
@@ -50,6 +65,8 @@ int main(int count, char** arguments)
     if (const int* exitCode = std::get_if<int>(&parsed))
         return *exitCode;
     auto options = std::get<ZNTConsoleOptions>(parsed);
+    if (options.mendHome)
+        return mendHome();
     if (options.colour == ZNTConsoleOptions::Colour::Auto)
         options.colour =
             ::isatty(STDOUT_FILENO) ? ZNTConsoleOptions::Colour::Always : ZNTConsoleOptions::Colour::Never;

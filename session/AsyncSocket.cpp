@@ -153,9 +153,7 @@ void AsyncSocket::streamIsReady(RunLoopInterest ready)
         if (!includes(ready, RunLoopInterest::Readable))
             return;
         set(SocketHasBytesAvailable);
-        if (readingIsHeld)
-            setInterestIn(RunLoopInterest::Readable, false);
-        else if (theCurrentRead)
+        if (theCurrentRead)
             doBytesAvailable();
         else
             meetBytesWithoutRead();
@@ -239,7 +237,6 @@ void AsyncSocket::emptyQueues()
 void AsyncSocket::close()
 {
     disconnectScheduled = false;
-    readingIsHeld = false;
     emptyQueues();
     partialReadBuffer.clear();
     theConnectTimer.stop();

@@ -1,16 +1,16 @@
 #include "ZNTDatabase.h"
 
-#include <chrono>
+#include "ZNTStoreWait.h"
+
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 
 namespace
 {
 
-constexpr auto pauseWhenBusy = std::chrono::microseconds(20);
+constexpr double pauseWhenBusy = 20e-6; // seconds
 
 bool isBusy(int result)
 {
@@ -23,23 +23,6 @@ void makeFileForOwnerAlone(const std::string& path)
     const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (descriptor >= 0)
         ::close(descriptor);
-}
-
-// Steps of SQLite's machine that a statement may take: a second's worth, and many times what tens of
-// thousands of rows need.
-constexpr int stepsBetweenLooks = 100'000;
-constexpr int mostLooks = 100;
-
-/// A file may come from anywhere: damage, a view in place of a table, or a trigger on one can make the
-/// simplest statement endless. Our tables are plain and need no views; what takes too long otherwise is
-/// interrupted.
-void limitStatements(sqlite3* connection, int& looks)
-{
-    sqlite3_db_config(connection, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
-    sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    sqlite3_progress_handler(
-        connection, stepsBetweenLooks,
-        [](void* count) { return ++*static_cast<int*>(count) > mostLooks ? 1 : 0; }, &looks);
 }
 
 } // namespace
@@ -68,16 +51,16 @@ int ZNTDatabaseRow::indexOf(std::string_view column) const
     return -1;
 }
 
-ZNTDatabase::ZNTDatabase(const std::string& path)
+ZNTDatabase::ZNTDatabase(const std::string& path, ZNTStoreWait& wait) : wait(wait)
 {
-    makeFileForOwnerAlone(path);
+    if (path != inMemory)
+        makeFileForOwnerAlone(path);
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
     if (sqlite3_open_v2(path.c_str(), &connection, flags, nullptr) != SQLITE_OK) {
+        noteError(sqlite3_errcode(connection));
         sqlite3_close(connection);
         connection = nullptr;
-        return;
     }
-    limitStatements(connection, looks);
 }
 
 ZNTDatabase::~ZNTDatabase()
@@ -103,10 +86,13 @@ sqlite3_stmt* ZNTDatabase::statementFor(std::string_view sql)
         return known->second;
     sqlite3_stmt* statement = nullptr;
     int result;
-    while (isBusy(result = sqlite3_prepare_v2(connection, key.c_str(), -1, &statement, nullptr)))
-        std::this_thread::sleep_for(pauseWhenBusy);
-    if (result != SQLITE_OK || !statement)
+    do
+        result = sqlite3_prepare_v2(connection, key.c_str(), -1, &statement, nullptr);
+    while (mustTryAgain(result));
+    if (result != SQLITE_OK || !statement) {
+        noteError(result);
         return nullptr;
+    }
     statements.emplace(key, statement);
     return statement;
 }
@@ -117,7 +103,6 @@ sqlite3_stmt* ZNTDatabase::boundStatement(std::string_view sql,
     sqlite3_stmt* statement = statementFor(sql);
     if (!statement)
         return nullptr;
-    looks = 0;
     for (std::size_t at = 0; at < parameters.size(); ++at) {
         const int index = static_cast<int>(at) + 1;
         if (const auto* number = std::get_if<std::int64_t>(&parameters[at]))
@@ -134,16 +119,28 @@ ZNTDatabase::StepResult ZNTDatabase::step(sqlite3_stmt* statement)
 {
     for (;;) {
         const int result = sqlite3_step(statement);
-        if (result == SQLITE_ROW)
-            return StepResult::Row;
-        if (result == SQLITE_DONE)
-            return StepResult::Done;
-        if (!isBusy(result))
-            return StepResult::Failed;
+        if (result == SQLITE_ROW || result == SQLITE_DONE) {
+            wait.end();
+            return result == SQLITE_ROW ? StepResult::Row : StepResult::Done;
+        }
+        const bool isToRepeat = mustTryAgain(result);
+        if (!isToRepeat)
+            noteError(result);
         sqlite3_reset(statement);
-        std::this_thread::sleep_for(pauseWhenBusy);
+        if (!isToRepeat)
+            return StepResult::Failed;
     }
 }
+
+bool ZNTDatabase::mustTryAgain(int result)
+{
+    if (isBusy(result) && wait.pause(pauseWhenBusy))
+        return true;
+    wait.end();
+    return false;
+}
+
+void ZNTDatabase::noteError(int result) { error = {"SQLite", result, sqlite3_errmsg(connection)}; }
 
 void ZNTDatabase::finish(sqlite3_stmt* statement)
 {

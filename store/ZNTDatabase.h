@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZNTResult.h"
+
 #include <cstdint>
 #include <list>
 #include <optional>
@@ -11,6 +13,7 @@
 
 struct sqlite3;
 struct sqlite3_stmt;
+class ZNTStoreWait;
 
 /// A value bound to a "?": NULL, an integer or a text.
 using ZNTDatabaseValue = std::variant<std::monostate, std::int64_t, std::u16string>;
@@ -33,17 +36,19 @@ private:
 };
 
 /// One SQLite connection. Statements are compiled once each and kept by their text. A call that meets a file
-/// locked by another process is repeated until it is free. A statement that takes SQLite about a second of
-/// work fails: only a damaged or foreign file makes one so long.
+/// locked by another program is repeated after 20 microseconds, for as long as the wait has patience.
 class ZNTDatabase
 {
 public:
     /// Opens the file, making it (for its owner alone) if it is missing. Where that fails every statement
     /// fails.
-    explicit ZNTDatabase(const std::string& path);
+    /// `inMemory` as the path makes a database without a file. `wait` outlives this.
+    ZNTDatabase(const std::string& path, ZNTStoreWait& wait);
     ~ZNTDatabase();
     ZNTDatabase(const ZNTDatabase&) = delete;
     ZNTDatabase& operator=(const ZNTDatabase&) = delete;
+
+    static constexpr const char* inMemory = ":memory:";
 
     [[nodiscard]] bool isOpen() const { return connection != nullptr; }
 
@@ -68,15 +73,20 @@ public:
     [[nodiscard]] std::int64_t lastInsertRowId() const;
     /// The rows that the last insert, update or delete touched; one that failed does not count.
     [[nodiscard]] std::int64_t lastChangedRows() const;
+    /// Why the last opening or statement that failed did so; the code is SQLite's.
+    [[nodiscard]] const ZNTError& lastError() const { return error; }
 
 private:
     enum class StepResult { Row, Done, Failed };
+    bool mustTryAgain(int result);
+    void noteError(int result);
     sqlite3_stmt* statementFor(std::string_view sql);
     sqlite3_stmt* boundStatement(std::string_view sql, const std::vector<ZNTDatabaseValue>& parameters);
     StepResult step(sqlite3_stmt* statement);
     static void finish(sqlite3_stmt* statement);
 
     sqlite3* connection = nullptr;
-    int looks = 0; ///< at the present statement, to see whether it takes too long
+    ZNTStoreWait& wait;
+    ZNTError error;
     std::unordered_map<std::string, sqlite3_stmt*> statements; ///< by their text; there are some two dozen
 };

@@ -1,8 +1,10 @@
 #include "ZNTDatabaseAndPropertyUpdater.h"
 
+#include "ZNTDatabase.h"
 #include "ZNTDatabaseLocation.h"
 #include "ZNTPrivateFiles.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -33,13 +35,21 @@ constexpr std::string_view seedMuds[] = {
 constexpr std::string_view createAliases =
     R"(CREATE TABLE "ZNTAlias" ("oid" integer NOT NULL PRIMARY KEY AUTOINCREMENT,"name" text NOT NULL,"dataToExecute" text NOT NULL);)";
 
-/// The number under the key, 0 where the text is no property list or has no such number.
-std::int32_t counterFrom(const std::string& propertyList)
+/// The dictionary of a property list, XML or binary; null where the file holds none.
+Plist dictionaryIn(const std::string& path)
 {
+    const auto content = znt::contentOfFile(path);
     plist_t read = nullptr;
-    plist_from_xml(propertyList.data(), static_cast<std::uint32_t>(propertyList.size()), &read);
-    const Plist root(read);
-    if (!root || plist_get_node_type(root.get()) != PLIST_DICT)
+    plist_from_memory(content.data(), static_cast<std::uint32_t>(content.size()), &read);
+    Plist root(read);
+    return root && plist_get_node_type(root.get()) == PLIST_DICT ? std::move(root) : nullptr;
+}
+
+/// The number under the key, 0 where there is none.
+std::int32_t counterIn(const std::string& path)
+{
+    const auto root = dictionaryIn(path);
+    if (!root)
         return 0;
     auto* node = plist_dict_get_item(root.get(), counterKey);
     if (!node || plist_get_node_type(node) != PLIST_UINT)
@@ -49,10 +59,13 @@ std::int32_t counterFrom(const std::string& propertyList)
     return static_cast<std::int32_t>(number);
 }
 
-/// Empty where it could not be made.
-std::string propertyListWith(std::int32_t counter)
+/// The list in the file with another counter, as XML; what else is in it stays. Empty where it could not be
+/// made.
+std::string propertyListWith(std::int32_t counter, const std::string& path)
 {
-    const Plist root(plist_new_dict());
+    auto root = dictionaryIn(path);
+    if (!root)
+        root.reset(plist_new_dict());
     plist_dict_set_item(root.get(), counterKey, plist_new_uint(static_cast<std::uint64_t>(counter)));
     char* text = nullptr;
     std::uint32_t length = 0;
@@ -62,16 +75,41 @@ std::string propertyListWith(std::int32_t counter)
     return propertyList;
 }
 
+std::int64_t laterStepsDone(ZNTDatabase& database)
+{
+    std::int64_t done = -1;
+    database.query("pragma user_version", {},
+                   [&](const ZNTDatabaseRow& row) { done = row.longValue("user_version"); });
+    return done;
+}
+
+bool runFrom(ZNTDatabase& database, ZNTDatabaseAndPropertyUpdater::LaterSteps steps, std::size_t first)
+{
+    for (const auto& step : steps.subspan(first))
+        for (const auto statement : step)
+            if (!database.execute(statement))
+                return false;
+    return database.execute("pragma user_version = " + std::to_string(steps.size())) &&
+           database.execute("commit");
+}
+
 } // namespace
 
 ZNTDatabaseAndPropertyUpdater::ZNTDatabaseAndPropertyUpdater(const ZNTFilePlaces& places, ZNTPlatformLog& log)
-    : path(ZNTDatabaseLocation(places, log).propertiesPath()),
+    : ZNTDatabaseAndPropertyUpdater(places, log, ZNTDatabaseLocation::folderBelow(places.home))
+{
+}
+
+ZNTDatabaseAndPropertyUpdater::ZNTDatabaseAndPropertyUpdater(const ZNTFilePlaces& places, ZNTPlatformLog& log,
+                                                             const std::string& folder)
+    : path(ZNTDatabaseLocation::propertiesIn(folder)),
+      pathInUse(ZNTDatabaseLocation::propertiesIn(ZNTDatabaseLocation::folderBelow(places.home))),
       log(log)
 {
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored))
         static_cast<void>(znt::copyToPrivateFile(places.resource("database_properties.plist"), path));
-    update_db_ = counterFrom(znt::contentOfFile(path));
+    update_db_ = counterIn(path);
 }
 
 bool ZNTDatabaseAndPropertyUpdater::runDatabaseUpdates(const std::function<void(std::string_view)>& runSQL)
@@ -87,7 +125,7 @@ bool ZNTDatabaseAndPropertyUpdater::runDatabaseUpdates(const std::function<void(
     }
     if (update_db_ == 2) {
         runSQL(createAliases);
-        update_db_ = 3;
+        update_db_ = lastCounter;
     }
     // A database that came with 2 keeps it: the table is then tried again at each start, which does no harm.
     if (hasRunFirstStep)
@@ -97,11 +135,29 @@ bool ZNTDatabaseAndPropertyUpdater::runDatabaseUpdates(const std::function<void(
 
 void ZNTDatabaseAndPropertyUpdater::saveOutThePropertiesFile()
 {
-    log.log("Root ZNTDatabaseAndPropertyUpdater: " + path);
-    const auto propertyList = propertyListWith(update_db_);
+    log.log("Root ZNTDatabaseAndPropertyUpdater: " + pathInUse);
+    const auto propertyList = propertyListWith(update_db_, path);
     if (propertyList.empty()) {
         log.log("The property list could not be written as XML.");
         return;
     }
-    static_cast<void>(znt::replacePrivateFile(path, propertyList));
+    saving = znt::replacePrivateFile(path, propertyList);
+}
+
+void ZNTDatabaseAndPropertyUpdater::runLaterSteps(ZNTDatabase& database, LaterSteps steps)
+{
+    const auto count = static_cast<std::int64_t>(steps.size());
+    if (update_db_ < lastCounter)
+        return;
+    if (const auto done = laterStepsDone(database); done < 0 || done >= count)
+        return;
+    if (!database.execute("begin immediate"))
+        return;
+    // Read again: another program may have run them since.
+    const auto done = std::max<std::int64_t>(laterStepsDone(database), 0);
+    if (done < count && runFrom(database, steps, static_cast<std::size_t>(done)))
+        return;
+    if (done < count)
+        log.log("The database could not be brought up to date: " + database.lastError().description);
+    database.execute("rollback");
 }

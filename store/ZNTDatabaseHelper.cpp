@@ -2,7 +2,8 @@
 
 #include "ZNTDatabase.h"
 #include "ZNTDatabaseAndPropertyUpdater.h"
-#include "ZNTDatabaseLocation.h"
+#include "ZNTStoreHealth.h"
+#include "ZNTStoreMaker.h"
 
 #include <utility>
 
@@ -70,8 +71,16 @@ auto recordsFrom(ZNTDatabase& database, std::string_view sql, const std::vector<
 } // namespace
 
 ZNTDatabaseHelper::ZNTDatabaseHelper(ZNTFilePlaces places, ZNTPlatformLog& log)
+    : ZNTDatabaseHelper(std::move(places), log, std::make_unique<ZNTSystemClock>())
+{
+}
+
+ZNTDatabaseHelper::ZNTDatabaseHelper(ZNTFilePlaces places, ZNTPlatformLog& log,
+                                     std::unique_ptr<ZNTClock> ownClock)
     : places(std::move(places)),
-      log(log)
+      log(log),
+      ownClock(std::move(ownClock)),
+      wait(*this->ownClock, log)
 {
 }
 
@@ -86,13 +95,26 @@ ZNTDatabase& ZNTDatabaseHelper::database()
 
 void ZNTDatabaseHelper::openDatabase()
 {
-    const auto path = ZNTDatabaseLocation(places, log).preparedDatabasePath();
+    const auto path = ZNTStoreMaker(places, log, wait).preparedDatabasePath();
     ZNTDatabaseAndPropertyUpdater updater(places, log);
-    opened = std::make_unique<ZNTDatabase>(path);
-    if (opened->isOpen())
-        updater.runDatabaseUpdates([this](std::string_view statement) { runSQL(statement); });
-    else
+    opened = std::make_unique<ZNTDatabase>(path, wait);
+    if (!opened->isOpen()) {
         log.log("Could not open db.");
+        return;
+    }
+    updater.runDatabaseUpdates([this](std::string_view statement) { runSQL(statement); });
+    updater.runLaterSteps(*opened);
+    if (path != ZNTDatabase::inMemory)
+        nameBrokenStore(path);
+}
+
+void ZNTDatabaseHelper::nameBrokenStore(const std::string& path)
+{
+    const auto health = ZNTStoreHealth::of(*opened, ZNTStoreHealth::Look::AtTheTables);
+    if (health.state == ZNTStoreHealth::State::Broken)
+        log.log("The database " + path +
+                " is missing or damaged, so nothing can be stored. The command zantor-console --mend-home "
+                "puts it aside and makes a new one.");
 }
 
 std::optional<ZNTMacro> ZNTDatabaseHelper::getMacroFromDatabaseByName(std::u16string_view name)

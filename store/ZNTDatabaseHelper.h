@@ -6,6 +6,7 @@
 #include "ZNTMacroGroup.h"
 #include "ZNTMudList.h"
 #include "ZNTPlatformLog.h"
+#include "ZNTStoreWait.h"
 #include "ZNTTrigger.h"
 
 #include <memory>
@@ -19,15 +20,23 @@
 ///
 /// The database is found, made on a first run and brought up to date when the first operation needs it, and
 /// stays open from then on. No operation reports a failure: a query that fails yields nothing, an update that
-/// fails changes nothing. While another process holds the file, an operation waits for it.
+/// fails changes nothing. While another program holds the file, an operation waits for it; after a second the
+/// platform log and the front end's notice say so.
 class ZNTDatabaseHelper
 {
 public:
     /// `log` outlives this.
     ZNTDatabaseHelper(ZNTFilePlaces places, ZNTPlatformLog& log);
+    /// The same with a clock to wait by.
+    ZNTDatabaseHelper(ZNTFilePlaces places, ZNTPlatformLog& log, std::unique_ptr<ZNTClock> ownClock);
     ~ZNTDatabaseHelper();
     ZNTDatabaseHelper(const ZNTDatabaseHelper&) = delete;
     ZNTDatabaseHelper& operator=(const ZNTDatabaseHelper&) = delete;
+
+    /// Opens the database now. A front end calls this before it makes anything else, so that a wait for
+    /// another program comes at a moment at which it can show that.
+    void open() { static_cast<void>(database()); }
+    void setWaitNotice(ZNTStoreWait::Notice notice) { wait.setNotice(std::move(notice)); }
 
     /// Of several macros with that name, the one that the database reads last.
     std::optional<ZNTMacro> getMacroFromDatabaseByName(std::u16string_view name);
@@ -75,9 +84,12 @@ private:
     ZNTDatabase& database();
     void change(std::string_view sql, const std::vector<ZNTDatabaseValue>& parameters);
     void openDatabase();
+    void nameBrokenStore(const std::string& path);
 
     ZNTFilePlaces places;
     ZNTPlatformLog& log;
+    std::unique_ptr<ZNTClock> ownClock;
+    ZNTStoreWait wait;
     std::unique_ptr<ZNTDatabase> opened;
     bool hasLastChangeSucceeded = false;
 };

@@ -6,18 +6,6 @@
 #include <cstdio>
 #include <filesystem>
 
-std::string ZNTDatabaseLocation::preparedDatabasePath()
-{
-    std::error_code ignored;
-    if (!std::filesystem::exists(folder(), ignored)) {
-        znt::makePrivateFolder(folder());
-        if (const auto copied = znt::copyToPrivateFile(places.resource("zantorDB.db"), databasePath());
-            !copied)
-            log.log("File copy issue " + copied.error().description);
-    }
-    return databasePath();
-}
-
 void ZNTDatabaseLocation::checkIfContainersExist()
 {
     const auto container = places.home + "/Library/Containers/com.quellith.Zantor/";
@@ -26,8 +14,8 @@ void ZNTDatabaseLocation::checkIfContainersExist()
     if (!std::filesystem::exists(left, ignored))
         return;
     std::filesystem::remove_all(folder(), ignored);
-    znt::makePrivateFolder(folder());
-    if (std::rename(left.c_str(), databasePath().c_str()) != 0)
+    static_cast<void>(znt::makePrivateFolder(folder())); // the move fails then, too
+    if (std::rename(left.c_str(), databaseIn(folder()).c_str()) != 0)
         log.log("File copy issue " + posixError(errno).description);
     std::filesystem::remove_all(container, ignored);
 }

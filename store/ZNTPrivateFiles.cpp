@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -12,12 +13,9 @@
 namespace
 {
 
-/// Writes a new file in one go, or removes what there is of it.
-ZNTResult<void> writeNewFile(const std::string& path, std::string_view content)
+/// Writes and closes a new file in one go, or removes what there is of it.
+ZNTResult<void> writeNewFile(int descriptor, const std::string& path, std::string_view content)
 {
-    const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (descriptor < 0)
-        return posixError(errno);
     int failure = 0;
     while (!content.empty() && failure == 0) {
         const auto count = ::write(descriptor, content.data(), content.size());
@@ -38,8 +36,13 @@ ZNTResult<void> writeNewFile(const std::string& path, std::string_view content)
 
 ZNTResult<void> writeAndRename(const std::string& path, std::string_view content)
 {
-    const std::string temporary = path + ".new";
-    if (auto written = writeNewFile(temporary, content); !written)
+    // A name of its own, for its owner alone: several programs may write the same file at once.
+    const std::filesystem::path target(path);
+    std::string temporary = (target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string();
+    const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
+    if (descriptor < 0)
+        return posixError(errno);
+    if (auto written = writeNewFile(descriptor, temporary, content); !written)
         return written;
     if (std::rename(temporary.c_str(), path.c_str()) != 0) {
         const int failure = errno;
@@ -54,13 +57,19 @@ ZNTResult<void> writeAndRename(const std::string& path, std::string_view content
 namespace znt
 {
 
-void makePrivateFolder(const std::string& folder)
+ZNTResult<void> makePrivateFolder(const std::string& folder)
 {
     std::filesystem::path made;
+    int failure = 0;
     for (const auto& part : std::filesystem::path(folder)) {
         made /= part;
-        ::mkdir(made.c_str(), S_IRWXU);
+        if (::mkdir(made.c_str(), S_IRWXU) == 0 || failure != 0)
+            continue;
+        const int refusal = errno; // also of a folder that is there, on a read-only file system for example
+        if (::access(made.c_str(), F_OK) != 0)
+            failure = refusal;
     }
+    return failure == 0 ? ZNTResult<void>() : posixError(failure);
 }
 
 ZNTResult<void> copyToPrivateFile(const std::string& source, const std::string& target)

@@ -9,9 +9,8 @@
 namespace znt
 {
 
-/// Makes `folder` and the folders on the way to it; those that exist keep their mode. Failures show when the
-/// folder is used.
-void makePrivateFolder(const std::string& folder);
+/// Makes `folder` and the folders on the way to it; those that exist keep their mode.
+ZNTResult<void> makePrivateFolder(const std::string& folder);
 
 /// Copies `source` to the new file `target`; a failure leaves no half of it behind.
 ZNTResult<void> copyToPrivateFile(const std::string& source, const std::string& target);

@@ -10,7 +10,7 @@ void ZNTUpdater::createSoundFolder()
     std::error_code ignored;
     if (std::filesystem::exists(sample, ignored))
         return;
-    znt::makePrivateFolder(soundPath);
+    static_cast<void>(znt::makePrivateFolder(soundPath)); // the copy fails then, too
     if (const auto copied = znt::copyToPrivateFile(places.resource("dying_groan.wav"), sample); !copied)
         log.log("File copy issue " + copied.error().description);
 }

@@ -3,6 +3,7 @@
 #include "ZNTFilePlaces.h"
 #include "ZNTPlatformLog.h"
 
+#include <cstdint>
 #include <string>
 
 /// Puts the folder of sound files in place, with a sample in it.
@@ -26,4 +27,5 @@ private:
     const ZNTFilePlaces& places;
     ZNTPlatformLog& log;
     std::string soundPath;
+    [[maybe_unused]] std::int32_t dataVersion = 0; ///< of the shipped data; there is one version so far
 };

@@ -10,14 +10,10 @@
 
 /// Lines that a test types.
 struct ZNTTypedInput final : ZNTConsoleInput {
-    bool start(Handlers given) override
-    {
-        handlers = std::move(given);
-        return canBeRead;
-    }
+    void start(Handlers given) override { handlers = std::move(given); }
     void setPaused(bool paused) override { isPaused = paused; }
     Handlers handlers;
-    bool isPaused = false, canBeRead = true;
+    bool isPaused = false;
 };
 
 /// Sounds of which a test says whether one plays.
@@ -26,7 +22,7 @@ struct ZNTNotedSounds final : ZNTSoundFactory {
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
     void stopAll() override { playsNow = false; }
     [[nodiscard]] bool isPlaying() const override { return playsNow; }
-    void setGameAddress(std::string_view) override {}
+    void setGameIsLocal(bool) override {}
     void setMasterVolume(float newVolume) override { volume = newVolume; }
     [[nodiscard]] float masterVolume() const override { return volume; }
     void setMuted(bool muted) override { isMutedNow = muted; }

@@ -77,11 +77,7 @@ protected:
                                                whenSessionChanges();
                                        },
                                    .textShown = {},
-                                   .silencePassed =
-                                       [this] {
-                                           if (whenSilencePasses)
-                                               whenSilencePasses();
-                                       }});
+                                   .silencePassed = {}});
             controller->awakeFromNib();
         }
         return *controller;
@@ -136,7 +132,7 @@ protected:
     ZNTRecordedSpeech speech;
     ZNTPretendedReader reader;
     int timesRecorderSheetShown = 0;
-    std::function<void()> whenSessionChanges, whenSilencePasses;
+    std::function<void()> whenSessionChanges;
     ZNTDatabaseHelper database{machine.platform.places, machine.log};
     ZNTMacroGroupDropDownController groups{machine.platform, database, macroGroupBox};
     ZNTMudMacroTableViewController macros{machine.platform, database, groups, macroTable};

@@ -1,7 +1,6 @@
 #include "ZNTSoundServer.h"
 
 #include <algorithm>
-#include <arpa/inet.h>
 #include <array>
 #include <netinet/in.h>
 #include <poll.h>
@@ -52,14 +51,12 @@ void ZNTSoundServer::Reply::waitForRelease()
             return;
 }
 
-ZNTSoundServer::ZNTSoundServer(std::map<std::string, Answer> answers, std::string givenHost)
-    : answers(std::move(answers)),
-      host(std::move(givenHost))
+ZNTSoundServer::ZNTSoundServer(std::map<std::string, Answer> answers) : answers(std::move(answers))
 {
     listening = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
-    inet_pton(AF_INET, host.c_str(), &address.sin_addr);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t length = sizeof address;
     auto* plain = reinterpret_cast<sockaddr*>(&address);
     if (bind(listening, plain, length) != 0 || listen(listening, 64) != 0 ||
@@ -76,9 +73,9 @@ ZNTSoundServer::~ZNTSoundServer()
     close(listening);
 }
 
-std::string ZNTSoundServer::url(const std::string& path, const std::string& otherHost) const
+std::string ZNTSoundServer::url(const std::string& path, const std::string& host) const
 {
-    return "http://" + otherHost + ":" + std::to_string(port) + path;
+    return "http://" + host + ":" + std::to_string(port) + path;
 }
 
 void ZNTSoundServer::acceptClients()

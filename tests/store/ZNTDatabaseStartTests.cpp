@@ -1,5 +1,8 @@
+#include "ZNTDatabase.h"
+#include "ZNTDatabaseAndPropertyUpdater.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDatabaseLocation.h"
+#include "ZNTStoreWait.h"
 #include "ZNTStoredFiles.h"
 #include "ZNTTestPlatform.h"
 #include "ZNTUpdater.h"
@@ -11,6 +14,7 @@ namespace
 {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
@@ -87,7 +91,8 @@ TEST_F(ZNTDatabaseStart, AnEmptyFolderGetsAnEmptyDatabase)
     EXPECT_THAT(files.rows("select name from sqlite_master where type = 'table' and name like 'ZNT%'"),
                 ElementsAre("ZNTAlias"));
     EXPECT_EQ(files.readProperties(), files.counter(3));
-    EXPECT_THAT(machine.log.lines, ElementsAre(savedCounterLine()));
+    EXPECT_THAT(machine.log.lines, ElementsAre(savedCounterLine(), HasSubstr("zantor-console --mend-home")))
+        << "the store is named as broken, and used as it is";
 }
 
 TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRun)
@@ -130,6 +135,59 @@ TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRun)
             EXPECT_EQ(files.readProperties(), row.propertiesAfter);
         }
         EXPECT_EQ(machine.log.lines.size(), row.addsColumns ? 1u : 0u);
+    }
+}
+
+TEST_F(ZNTDatabaseStart, ALaterStepRunsOnceWhateverTheCounterSays)
+{
+    const std::vector<std::string_view> step{"create table later (at integer)",
+                                             "insert into later values (1)"};
+    const std::vector<std::string_view> failing{"insert into later values (2)",
+                                                "insert into nowhere values (2)"};
+    const auto startWith = [&](std::vector<std::vector<std::string_view>> steps) {
+        ZNTDatabaseAndPropertyUpdater updater(places, machine.log);
+        ZNTStoreWait wait(machine.loop, machine.log);
+        ZNTDatabase database(machine.home.path(files.database), wait);
+        updater.runDatabaseUpdates([&](std::string_view statement) { database.execute(statement); });
+        updater.runLaterSteps(database, steps);
+    };
+    for (const int counter : {0, 1, 2, 3, 4}) {
+        SCOPED_TRACE(counter);
+        std::filesystem::remove_all(machine.home.path("Library"));
+        putTemplateInPlace();
+        files.writeProperties(files.counter(counter));
+        const auto rows = [&] { return files.rows("select at from later"); };
+        startWith({step});
+        startWith({step});
+        if (counter == 0) {
+            EXPECT_FALSE(files.hasTable("later")) << "without a number no step runs";
+            continue;
+        }
+        EXPECT_THAT(rows(), ElementsAre("1"));
+        startWith({step, failing});
+        EXPECT_THAT(rows(), ElementsAre("1")) << "a step that fails leaves nothing of itself";
+        startWith({step, {"insert into later values (3)"}});
+        EXPECT_THAT(rows(), ElementsAre("1", "3")) << "and is tried again";
+        EXPECT_EQ(files.readProperties(), files.counter(counter == 1 ? 3 : counter));
+    }
+}
+
+TEST_F(ZNTDatabaseStart, ThePropertyListMayBeBinaryAndKeepsWhatElseItHolds)
+{
+    // {"update_db": 1, "other": "kept"}, as other programs write it
+    constexpr char binary[] =
+        "bplist00\xD2\1\2\3\4Yupdate_dbUother\x10\1Tkept\x08\x0D\x17\x1D\x1F\0\0\0\0\0\0\1\1\0\0\0\0"
+        "\0\0\0\5\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0$";
+    for (const auto& content :
+         {std::string(binary, sizeof binary - 1),
+          files.propertiesWith("<integer>1</integer><key>other</key><string>kept</string>")}) {
+        std::filesystem::remove_all(machine.home.path("Library"));
+        putTemplateInPlace();
+        files.writeProperties(content);
+        start();
+        EXPECT_TRUE(hasTriggerColumns());
+        EXPECT_THAT(files.readProperties(), HasSubstr("<integer>3</integer>"));
+        EXPECT_THAT(files.readProperties(), HasSubstr("<string>kept</string>"));
     }
 }
 

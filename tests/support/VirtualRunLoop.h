@@ -40,12 +40,7 @@ public:
 
     [[nodiscard]] std::chrono::system_clock::time_point timeOfDay() const override;
     /// Only notes the pause: nothing fires during it and the loop's time does not move.
-    void sleepFor(double seconds) override
-    {
-        slept.push_back(seconds);
-        if (whenSlept)
-            whenSlept();
-    }
+    void sleepFor(double seconds) override { slept.push_back(seconds); }
 
     /// What `timeOfDay` answers when `now` is 0.
     std::chrono::system_clock::time_point startOfTime{};
@@ -53,8 +48,6 @@ public:
     bool hasRoomForWatches = true;
     /// Every pause asked for, in seconds.
     std::vector<double> slept;
-    /// Called at each.
-    std::function<void()> whenSlept;
 
 private:
     struct State;

@@ -1,0 +1,150 @@
+#!/usr/bin/env python3
+"""Starts the terminal client in new and in broken homes, as a player's shell would.
+
+usage: first_run_test.py ZANTOR_CONSOLE [DOUBLE_STARTS] [KILLS]
+"""
+import os
+import plistlib
+import random
+import resource
+import signal
+import sqlite3
+import stat
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+PROGRAM = sys.argv.pop(1)
+DOUBLE_STARTS = int(sys.argv.pop(1)) if len(sys.argv) > 1 else 5
+KILLS = int(sys.argv.pop(1)) if len(sys.argv) > 1 else 10
+COLUMNS = {"ZNTMacroGroup": "groupName", "ZNTMacro": "zntMacroGroupFK", "ZNTMudList": "telnetURL",
+           "ZNTTrigger": "sound_file_to_play, gag", "ZNTAlias": "dataToExecute"}
+
+
+class Home:
+    def __init__(self, test):
+        folder = tempfile.TemporaryDirectory()
+        test.addCleanup(folder.cleanup)
+        self.path = folder.name
+        self.zantor = folder.name + "/Library/Zantor"
+        self.folder = self.zantor + "/database"
+        self.database = self.folder + "/.zantorDB.db"
+        self.properties = self.folder + "/database_properties.plist"
+
+    def start(self, *arguments, **options):
+        return subprocess.Popen([PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                stderr=subprocess.PIPE, env=dict(os.environ, HOME=self.path), text=True,
+                                **options)
+
+    def run(self, *arguments, **options):
+        """Standard output, standard error and the exit code."""
+        program = self.start(*arguments, **options)
+        out, err = program.communicate(timeout=60)
+        return out, err, program.returncode
+
+
+class FirstRun(unittest.TestCase):
+    def setUp(self):
+        self.random = random.Random(20)
+
+    def assert_whole(self, home):
+        connection = sqlite3.connect(home.database)
+        self.addCleanup(connection.close)
+        for table, columns in COLUMNS.items():
+            connection.execute(f"select {columns} from {table}")
+        seeds = connection.execute("select count(*) from ZNTMudList where name = 'QuestMud'").fetchone()
+        self.assertEqual(seeds, (1,))
+        self.assertEqual(connection.execute("pragma integrity_check").fetchone(), ("ok",))
+        with open(home.properties, "rb") as properties:
+            self.assertEqual(plistlib.load(properties), {"update_db": 3})
+        for path in (home.zantor, home.folder, home.database, home.properties):
+            self.assertEqual(stat.S_IMODE(os.stat(path).st_mode) & 0o077, 0, path)
+
+    def assert_nothing_or_whole(self, home):
+        if os.path.exists(home.folder):
+            self.assert_whole(home)
+
+    def assert_next_start_is_whole(self, home):
+        home.run()
+        self.assert_whole(home)
+        self.assertEqual(sorted(os.listdir(home.folder)), [".zantorDB.db", "database_properties.plist"])
+        self.assertEqual([name for name in os.listdir(home.zantor) if name.startswith("database.")],
+                         ["database.lock"], "nothing else is left behind")
+
+    def test_two_programs_that_start_together_make_one_store(self):
+        for _ in range(DOUBLE_STARTS):
+            home = Home(self)
+            both = [home.start(), home.start()]
+            said = "".join(program.communicate(timeout=60)[1] for program in both)
+            self.assertEqual([program.returncode for program in both], [0, 0])
+            self.assertEqual(said, f"Root ZNTDatabaseAndPropertyUpdater: {home.properties}\n")
+            self.assert_whole(home)
+
+    def test_a_first_run_that_is_killed_leaves_nothing_or_a_whole_store(self):
+        began = time.monotonic()
+        Home(self).run()
+        seconds = time.monotonic() - began
+        for _ in range(KILLS):
+            home = Home(self)
+            program = home.start()
+            time.sleep(self.random.uniform(0, seconds))
+            program.kill()
+            program.communicate()
+            self.assert_nothing_or_whole(home)
+            self.assert_next_start_is_whole(home)
+
+    def test_a_full_disk_leaves_nothing_or_a_whole_store(self):
+        # The signal of a file that grows too large is ignored, as Python does, or kills.
+        for room, is_killed_by_it in ((0, False), (5_000, True), (20_000, False)):
+            with self.subTest(room=room, is_killed_by_it=is_killed_by_it):
+                home = Home(self)
+                limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (room, room))
+                _, err, _ = home.run(preexec_fn=limit, restore_signals=is_killed_by_it)
+                self.assertFalse(os.path.exists(home.folder))
+                self.assertEqual("File copy issue" in err, not is_killed_by_it)
+                self.assert_next_start_is_whole(home)
+
+    def test_a_locked_database_is_named_and_waited_for(self):
+        home = Home(self)
+        home.run()
+        other = sqlite3.connect(home.database, isolation_level=None)
+        other.execute("begin exclusive")
+        program = home.start()
+        self.assertIn("locked", program.stderr.readline())
+        self.assertIsNone(program.poll(), "it waits")
+        self.assertEqual(home.run("--mend-home")[2], 1, "in use is not broken")
+        other.execute("insert into ZNTMudList (name, telnetURL, port, defaultConnection) "
+                      "values ('kept', 'kept.example', 4000, 1)")
+        other.execute("commit")
+        other.close()
+        out, _ = program.communicate(timeout=60)
+        self.assertIn("kept.example", out, "the game offered is read after the wait")
+        self.assert_whole(home)
+
+    def test_a_broken_home_is_named_and_mended_when_asked(self):
+        home = Home(self)
+        self.assertEqual(home.run("--mend-home")[2], 0)
+        self.assertFalse(os.path.exists(home.folder), "there is nothing to mend")
+        home.run()
+        with open(home.database, "wb") as database:
+            database.write(b"no database" * 100)
+        _, err, code = home.run()
+        self.assertIn("zantor-console --mend-home", err)
+        for number in (1, 2):
+            out, err, code = home.run("--mend-home")
+            aside = home.folder + f".broken-{number}"
+            self.assertEqual(code, 0, err)
+            self.assertIn(aside, out)
+            self.assert_whole(home)
+            before = os.stat(home.database)
+            self.assertEqual(home.run("--mend-home")[2], 0)
+            self.assertEqual(os.stat(home.database), before, "a sound store is left alone")
+            os.remove(home.database)
+        with open(home.folder + ".broken-1/.zantorDB.db", "rb") as database:
+            self.assertEqual(database.read(), b"no database" * 100)
+
+
+if __name__ == "__main__":
+    unittest.main()
