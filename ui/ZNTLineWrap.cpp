@@ -18,18 +18,19 @@ void walk(std::u16string_view line, GridWidth grid, StartRow startRow)
     std::size_t rowStart = 0;
     std::size_t lastBreak = nowhere; // the last place in this row where the next may start
     int columnAtBreak = 0;
+    znt::CellWidths widths(grid);
     for (std::size_t offset = 0; offset < line.size();) {
         const char16_t unit = line[offset];
+        const int cell = widths.at(offset);
         std::size_t length = 1;
-        int width = 1;
+        int cells = 1;
         const bool isAlone = offset + 1 == line.size() || line[offset + 1] < 0x300;
-        if (unit == u'\t')
-            width = znt::tabStop - column % znt::tabStop;
-        else if (!znt::isPlainUnit(unit) || !isAlone) {
+        if (unit != u'\t' && (!znt::isPlainUnit(unit) || !isAlone)) {
             const auto cluster = znt::clusterAt(line, offset, grid.ambiguous);
             length = cluster.length;
-            width = cluster.width;
+            cells = cluster.width;
         }
+        const int width = unit == u'\t' ? znt::tabStop * cell - column % (znt::tabStop * cell) : cells * cell;
         if (isBlank(unit)) {
             column = std::min(column + width, grid.columns);
             offset += length;
@@ -37,7 +38,7 @@ void walk(std::u16string_view line, GridWidth grid, StartRow startRow)
             columnAtBreak = column;
             continue;
         }
-        if (width == 2 && offset > rowStart) {
+        if (cells == 2 && offset > rowStart) {
             lastBreak = offset;
             columnAtBreak = column;
         }
@@ -50,7 +51,7 @@ void walk(std::u16string_view line, GridWidth grid, StartRow startRow)
         }
         column += width;
         offset += length;
-        if (width == 2) {
+        if (cells == 2) {
             lastBreak = offset;
             columnAtBreak = column;
         }

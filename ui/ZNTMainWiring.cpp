@@ -341,12 +341,9 @@ void ZNTMainWiring::wireView()
     whenTriggered(menu.larger, [output] { output->zoomIn(); });
     whenTriggered(menu.smaller, [output] { output->zoomOut(); });
     whenTriggered(menu.normalSize, [output] { output->resetZoom(); });
-    // Whoever needs the game's text large needs what they type large.
-    QObject::connect(output, &ZNTOutputView::pointSizeChanged, window.textToServer, [this](double points) {
-        QFont font = window.textToServer->font();
-        font.setPointSizeF(points);
-        window.textToServer->setFont(font);
-    });
+    // A player who needs the game's text large needs the typed text large, too.
+    window.textToServer->setFont(output->shownFont());
+    QObject::connect(output, &ZNTOutputView::shownFontChanged, window.textToServer, &QLineEdit::setFont);
     whenTriggered(menu.changeFont, [this] { chooseFont(); });
     whenTriggered(menu.controlsLarger, [this] { zoomControls(controlsStep); });
     whenTriggered(menu.controlsSmaller, [this] { zoomControls(-controlsStep); });
@@ -494,6 +491,8 @@ void ZNTMainWiring::refresh()
     const bool isConnected = now.connection == ZNTStatusFacts::Connection::Connected;
     if (!shownFacts || shownFacts->connection != now.connection) {
         enableActions(isConnected);
+        if (isConnected)
+            window.textFromServer->beginSession();
         if (shownFacts && shownFacts->connection == ZNTStatusFacts::Connection::Connected)
             sayToListeners(u"Disconnected");
         window.textFromServer->setEmptyHint(

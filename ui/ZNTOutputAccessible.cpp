@@ -209,9 +209,10 @@ QString ZNTOutputAccessible::attributes(int offset, int* startOffset, int* endOf
     });
     *startOffset = offsetOf(range.first);
     *endOffset = offsetOf(range.second);
+    const QFont font = view.shownFontOf(style);
     QString described = QStringLiteral("font-family:\"%1\";font-size:%2pt;color:%3;background-color:%4;")
-                            .arg(QFontInfo(view.textFont()).family())
-                            .arg(view.pointSize())
+                            .arg(QFontInfo(font).family())
+                            .arg(font.pointSizeF())
                             .arg(cssColour(style.foreground), cssColour(style.background));
     described += style.isBold ? QStringLiteral("font-weight:bold;") : QStringLiteral("font-weight:normal;");
     if (style.isUnderlined)

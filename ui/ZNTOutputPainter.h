@@ -1,23 +1,21 @@
 #pragma once
 
 #include "ZNTLineWrap.h"
+#include "ZNTOutputFonts.h"
 #include "ZNTOutputStore.h"
 
 #include <QColor>
-#include <QFont>
-#include <QGlyphRun>
 #include <QHash>
-#include <QList>
 #include <QPointF>
-#include <QString>
 
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <vector>
 
 class QPainter;
 
-/// Draws rows of text into a grid of equal cells, and holds the fonts and colours to do so.
+/// Draws rows of text into their columns, and holds the colours to do so.
 ///
 /// Every character stands exactly in its columns, whatever font it came from: a Chinese one is seldom just
 /// twice as wide as a Latin one.
@@ -34,44 +32,37 @@ public:
         Mark mark = Mark::None;
     };
 
-    ZNTOutputPainter();
+    /// Where a row stands, and how large it and its columns are, in pixels.
+    struct Place {
+        QPointF corner; ///< left upper
+        int height;
+        int ascent;
+        qreal column;
+    };
 
-    void setFont(const QFont& font);
-    [[nodiscard]] const QFont& font() const { return regular; }
-    [[nodiscard]] qreal cellWidth() const { return width; }
-    [[nodiscard]] int cellHeight() const { return height; }
+    /// `fonts` outlives this.
+    explicit ZNTOutputPainter(const ZNTOutputFonts& fonts) : fonts(fonts) {}
 
     void setReadableColours(bool readable) { isReadable = readable; }
 
-    /// `stretches` cover the row in order. The row's left upper corner is at `corner`.
-    void drawRow(QPainter& painter, QPointF corner, std::u16string_view row, znt::GridWidth grid,
+    /// `stretches` cover the row in order.
+    void drawRow(QPainter& painter, const Place& place, std::u16string_view row, znt::GridWidth grid,
                  std::span<const Stretch> stretches);
 
 private:
-    struct Glyphs {
-        QList<QGlyphRun> runs;
-        qreal advance = 0;
-        bool isStretched = false; ///< to the width of its columns, as lines that have to meet are
-    };
     struct Look {
         QColor foreground, background;
     };
 
     [[nodiscard]] Look lookOf(const Stretch& stretch);
-    void drawStretch(QPainter& painter, QPointF corner, std::u16string_view text, int column, int endColumn,
-                     znt::GridWidth grid, const Stretch& stretch);
-    static void drawGlyphs(QPainter& painter, const Glyphs& drawn, QPointF origin, qreal room);
-    const Glyphs& glyphsOf(std::u16string_view cluster, int columns, bool isBold);
-    [[nodiscard]] Glyphs shaped(const QString& cluster, const QFont& font) const;
-    void drawClusters(QPainter& painter, QPointF corner, std::u16string_view text, int column,
-                      znt::GridWidth grid, bool isBold);
+    /// `clusters` are those of the stretch; their offsets count from the row's beginning.
+    void drawStretch(QPainter& painter, const Place& place, std::u16string_view row,
+                     std::span<const znt::PlacedCluster> clusters, const Stretch& stretch);
+    static void drawClusters(QPainter& painter, const Place& place, std::u16string_view row,
+                             std::span<const znt::PlacedCluster> clusters, ZNTOutputFace& face, bool isBold);
 
-    QFont regular, bold;
-    qreal width = 1;
-    int height = 1;
-    qreal ascent = 1;
-    bool isGrid = true; // a plain character is just one cell wide, in both faces
+    const ZNTOutputFonts& fonts;
     bool isReadable = false;
-    QHash<QString, Glyphs> glyphs[2];   // by cluster; regular and bold
-    QHash<quint64, Look> readableLooks; // by both colours; working one out takes a while
+    QHash<quint64, Look> readableLooks;     // by both colours; working one out takes a while
+    std::vector<znt::PlacedCluster> placed; // of the row being drawn
 };

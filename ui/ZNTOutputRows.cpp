@@ -1,14 +1,63 @@
 #include "ZNTOutputRows.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
-void ZNTOutputRows::setColumns(int newColumns)
+namespace
 {
-    newColumns = std::max(newColumns, 2);
-    if (newColumns == columns)
-        return;
-    columns = newColumns;
-    reset();
+constexpr int leastCells = 2;
+constexpr int finerColumns = 64; // of a pixel, where fonts meet in a line
+} // namespace
+
+void ZNTOutputRows::setColumns(int columns)
+{
+    setRoom(std::max(columns, leastCells), [](auto) { return 1.0; });
+}
+
+void ZNTOutputRows::setRoom(double newRoom, std::function<double(ZNTOutputStore::FontNumber)> newCellWidth)
+{
+    const auto before = std::exchange(columnsByFont, {});
+    const bool hasOneFont = store.fonts().size() == 1;
+    room = newRoom;
+    cellWidth = std::move(newCellWidth);
+    // A few pixels more that make no column change nothing.
+    if (!hasOneFont || before.empty() || before.front() != columnsOfFont(0))
+        reset();
+}
+
+int ZNTOutputRows::columnsOfFont(ZNTOutputStore::FontNumber font) const
+{
+    if (font >= columnsByFont.size())
+        columnsByFont.resize(font + std::size_t{1});
+    int& columns = columnsByFont[font];
+    if (columns == 0)
+        columns = std::max(static_cast<int>(std::floor(room / cellWidth(font) + 0.001)), leastCells);
+    return columns;
+}
+
+ZNTLineGrid ZNTOutputRows::gridOf(const ZNTOutputStore::Line& line) const
+{
+    const auto ambiguous = store.ambiguousWidth();
+    const auto inOneFont = [&](ZNTOutputStore::FontNumber font) {
+        return ZNTLineGrid({columnsOfFont(font), ambiguous}, cellWidth(font));
+    };
+    if (line.font != ZNTOutputStore::severalFonts)
+        return inOneFont(line.font);
+    std::vector<znt::CellRun> cells;
+    const auto fonts = store.fontsIn(line.start, line.end());
+    for (const auto& [start, font] : fonts) {
+        const int width = static_cast<int>(std::lround(cellWidth(font) * finerColumns));
+        if (cells.empty() || cells.back().width != width)
+            cells.push_back({static_cast<std::size_t>(start - line.start), width});
+    }
+    if (cells.size() == 1)
+        return inOneFont(fonts.front().second);
+    int widest = 0;
+    for (const auto& run : cells)
+        widest = std::max(widest, run.width);
+    const int columns = std::max(static_cast<int>(room * finerColumns), leastCells * widest);
+    return {{columns, ambiguous}, 1.0 / finerColumns, std::move(cells)};
 }
 
 void ZNTOutputRows::reset()
@@ -43,6 +92,8 @@ void ZNTOutputRows::countNewLines(std::int64_t block)
     const bool isLast = block + 1 == store.endBlock();
     const auto lines = extent.lineCount - (isLast ? 1 : 0);
     auto& count = counted(block);
+    const int columns = columnsOfFont(store.firstFontOfBlock(block));
+    const bool isMixed = store.line(extent.firstLine).font == ZNTOutputStore::severalFonts;
     std::int64_t added = 0;
     for (; count.lines < lines; ++count.lines) {
         if (!estimates) {
@@ -50,7 +101,7 @@ void ZNTOutputRows::countNewLines(std::int64_t block)
             continue;
         }
         const int width = store.columnsInBlock(block, count.lines);
-        if (width > columns)
+        if (width > columns || isMixed)
             count.isExact = false;
         added += width > columns ? (width + columns - 1) / columns : 1;
     }
@@ -71,7 +122,9 @@ void ZNTOutputRows::makeExact(std::int64_t block)
 int ZNTOutputRows::rowsOfLine(std::int64_t line) const
 {
     const auto content = store.line(line);
-    return content.columns <= columns ? 1 : znt::countRows(content.text, grid());
+    if (content.font != ZNTOutputStore::severalFonts && content.columns <= columnsOfFont(content.font))
+        return 1;
+    return content.text.empty() ? 1 : znt::countRows(content.text, gridOf(content).width);
 }
 
 std::int64_t ZNTOutputRows::rowsOfBlock(std::int64_t block)

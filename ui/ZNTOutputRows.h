@@ -5,12 +5,31 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
+#include <vector>
 
 /// Where in the text the view stands: a line and a row of it, 0 being its first.
 struct ZNTRowPlace {
     std::int64_t line = 0;
     int row = 0;
     friend auto operator<=>(const ZNTRowPlace&, const ZNTRowPlace&) = default; // NOLINT: takes it for a 0
+};
+
+/// The columns of one line. Movable; `width` refers to `cells`.
+struct ZNTLineGrid {
+    znt::GridWidth width;
+    double column; ///< how much of the room one takes
+    std::vector<znt::CellRun> cells;
+
+    ZNTLineGrid(znt::GridWidth width, double column, std::vector<znt::CellRun> cells = {})
+        : width(width),
+          column(column),
+          cells(std::move(cells))
+    {
+        this->width.cells = this->cells;
+    }
+    ZNTLineGrid(ZNTLineGrid&&) = default;
+    ZNTLineGrid& operator=(ZNTLineGrid&&) = default;
 };
 
 /// The rows that the lines of a store fall into at the width of the view.
@@ -24,9 +43,16 @@ public:
     /// The store outlives this.
     explicit ZNTOutputRows(const ZNTOutputStore& store) : store(store) {}
 
+    /// For text of one font.
     void setColumns(int columns);
-    [[nodiscard]] znt::GridWidth grid() const { return {columns, store.ambiguousWidth()}; }
-    /// Forgets all counts: the widths of characters changed.
+    /// `room` and the answers of `cellWidth` are in the same unit, pixels for instance.
+    void setRoom(double room, std::function<double(ZNTOutputStore::FontNumber)> cellWidth);
+    /// The columns of a line, and what one of them takes of the room.
+    [[nodiscard]] ZNTLineGrid gridOfLine(std::int64_t line) const { return gridOf(store.line(line)); }
+    [[nodiscard]] ZNTLineGrid gridOf(const ZNTOutputStore::Line& line) const;
+    /// Of a line in this font alone.
+    [[nodiscard]] int columnsOfFont(ZNTOutputStore::FontNumber font) const;
+    /// Forgets all counts: the widths of characters or cells changed.
     void reset();
     /// Takes in what the store has gained or lost since. Before any of the questions below.
     void update();
@@ -56,7 +82,9 @@ private:
     [[nodiscard]] std::int64_t rowsOfBlock(std::int64_t block);
 
     const ZNTOutputStore& store;
-    int columns = 80;
+    double room = 80;
+    std::function<double(ZNTOutputStore::FontNumber)> cellWidth = [](auto) { return 1.0; };
+    mutable std::vector<int> columnsByFont; ///< 0 where not asked for yet
     std::deque<Counted> blocks;
     std::int64_t firstBlock = 0;
     std::int64_t closedRows = 0;

@@ -1,6 +1,7 @@
 #include "ZNTOutputStore.h"
 
 #include <algorithm>
+#include <optional>
 #include <unicode/utf16.h>
 
 namespace
@@ -36,8 +37,9 @@ std::uint64_t keyOf(const ZNTOutputStyle& style)
     const auto packed = [](ZNTColour colour) {
         return static_cast<std::uint64_t>(colour.red << 16 | colour.green << 8 | colour.blue);
     };
-    return packed(style.foreground) << 26 | packed(style.background) << 2 |
-           static_cast<std::uint64_t>(style.isBold) << 1 | static_cast<std::uint64_t>(style.isUnderlined);
+    return static_cast<std::uint64_t>(style.font) << 50 | packed(style.foreground) << 26 |
+           packed(style.background) << 2 | static_cast<std::uint64_t>(style.isBold) << 1 |
+           static_cast<std::uint64_t>(style.isUnderlined);
 }
 
 } // namespace
@@ -48,6 +50,8 @@ struct ZNTOutputStore::Block {
     std::u16string text;
     std::vector<LineStart> lines;
     std::vector<Run> runs;
+    std::optional<FontNumber> firstFont; ///< of its text
+    bool hasSeveralFonts = false;
 
     [[nodiscard]] Position end() const { return start + static_cast<Position>(text.size()); }
     [[nodiscard]] std::int64_t endLine() const { return firstLine + static_cast<std::int64_t>(lines.size()); }
@@ -78,7 +82,7 @@ void ZNTOutputStore::append(const ZNTAttributedText& text)
     std::vector<StyleNumber> numbers(text.sets.size(), unknown);
     const std::u16string_view all = text.text;
     std::size_t from = 0;
-    StyleNumber style = 0;
+    StyleNumber style = plainStyle;
     for (const auto& run : text.runs) {
         const auto to = std::min<std::size_t>(run.offset, all.size());
         if (to > from)
@@ -91,6 +95,23 @@ void ZNTOutputStore::append(const ZNTAttributedText& text)
     }
     appendPlain(all.substr(from), style);
     dropOldBlocks();
+}
+
+void ZNTOutputStore::setDefaultFont(const ZNTFont& font)
+{
+    defaultFont_ = numberOfFont(font);
+    plainStyle = styleFor(ZNTAttributeSet{});
+}
+
+std::int64_t ZNTOutputStore::startFreshLine()
+{
+    auto& open = blocks.back()->lines.back();
+    breakJustMade = 0;
+    if (blocks.back()->text.size() > open.offset) {
+        open.columns |= goesOn;
+        startLine();
+    }
+    return endLine() - 1;
 }
 
 void ZNTOutputStore::clear()
@@ -146,8 +167,12 @@ void ZNTOutputStore::appendPiece(std::u16string_view text, StyleNumber style)
             continue;
         }
         const auto taken = std::min(text.size(), length < longestLine ? longestLine - length : 1);
-        if (block->runs.empty() || block->runs.back().style != style)
+        if (block->runs.empty() || block->runs.back().style != style) {
             block->runs.push_back({static_cast<std::uint16_t>(block->text.size()), style});
+            const auto font = styles[style].font;
+            block->hasSeveralFonts |= block->firstFont.value_or(font) != font;
+            block->firstFont = block->firstFont.value_or(font);
+        }
         const auto piece = text.substr(0, taken);
         auto& columns = block->lines.back().columns;
         columns = static_cast<std::uint16_t>(columnsAfter(piece, columns, ambiguous));
@@ -245,7 +270,8 @@ ZNTOutputStore::Line ZNTOutputStore::lineOf(const Block& block, std::size_t inde
     const bool endsInBreak = text.ends_with(u'\n');
     if (endsInBreak)
         text.remove_suffix(1);
-    return {text, block.start + entry.offset, entry.columns & ~goesOn, endsInBreak};
+    const auto font = block.hasSeveralFonts ? severalFonts : block.firstFont.value_or(defaultFont_);
+    return {text, block.start + entry.offset, entry.columns & ~goesOn, endsInBreak, font};
 }
 
 ZNTOutputStore::Line ZNTOutputStore::line(std::int64_t number) const
@@ -296,11 +322,48 @@ ZNTOutputStore::runAt(Position position) const
     return {end, after == block.runs.begin() ? StyleNumber{0} : std::prev(after)->style};
 }
 
+std::vector<std::pair<ZNTOutputStore::Position, ZNTOutputStore::FontNumber>>
+ZNTOutputStore::fontsIn(Position from, Position to) const
+{
+    std::vector<std::pair<Position, FontNumber>> found;
+    forEachRun(from, to, [&](Position begin, Position, StyleNumber number) {
+        if (found.empty() || found.back().second != styles[number].font)
+            found.emplace_back(begin, styles[number].font);
+    });
+    if (found.empty()) {
+        const auto& block = blockNumbered(blockAt(from));
+        found.emplace_back(from, block.runs.empty() ? defaultFont_ : styles[runAt(from).second].font);
+    }
+    return found;
+}
+
+ZNTOutputStore::FontNumber ZNTOutputStore::firstFontOfBlock(std::int64_t number) const
+{
+    return blockNumbered(number).firstFont.value_or(defaultFont_);
+}
+
+ZNTOutputStore::FontNumber ZNTOutputStore::numberOfFont(const ZNTFont& font)
+{
+    constexpr std::u16string_view boldEnding = u"-Bold";
+    ZNTFont plain = font;
+    if (plain.name.ends_with(boldEnding))
+        plain.name.resize(plain.name.size() - boldEnding.size());
+    const auto known = std::find(fonts_.begin(), fonts_.end(), plain);
+    if (known == fonts_.end() && fonts_.size() >= mostFonts)
+        return 0;
+    const auto number = static_cast<FontNumber>(known - fonts_.begin());
+    if (known == fonts_.end())
+        fonts_.push_back(std::move(plain));
+    return number;
+}
+
 /// Games use a handful of styles. Were one to use more than can be numbered, the rest look like plain text.
 ZNTOutputStore::StyleNumber ZNTOutputStore::styleFor(const ZNTAttributeSet& attributes)
 {
+    const auto* font = std::get_if<ZNTFont>(&attributes.font);
     const ZNTOutputStyle shown{attributes.shownForeground(), attributes.shownBackground(),
-                               attributes.isShownBold(), attributes.isShownUnderlined()};
+                               attributes.isShownBold(), attributes.isShownUnderlined(),
+                               font ? numberOfFont(*font) : defaultFont_};
     const auto key = keyOf(shown);
     const auto found = styleNumbers.find(key);
     if (found != styleNumbers.end())

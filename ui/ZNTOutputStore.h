@@ -13,13 +13,13 @@
 #include <utility>
 #include <vector>
 
-/// How a stretch of text is shown. Of a font only its boldness counts: family and size are the view's, for
-/// the whole of its text, since a grid has one cell size.
+/// How a stretch of text is shown. `font` is the number that the store gave to its family and size.
 struct ZNTOutputStyle {
     ZNTColour foreground = znt::colours::white;
     ZNTColour background = znt::colours::black;
     bool isBold = false;
     bool isUnderlined = false;
+    std::uint16_t font = 0;
     friend bool operator==(const ZNTOutputStyle&, const ZNTOutputStyle&) = default;
 };
 
@@ -37,6 +37,11 @@ class ZNTOutputStore
 public:
     using Position = std::int64_t;
     using StyleNumber = std::uint16_t;
+    using FontNumber = std::uint16_t;
+
+    static constexpr FontNumber severalFonts = std::numeric_limits<FontNumber>::max();
+    static constexpr std::size_t mostFonts =
+        1000; ///< a player's; text in any further one looks like the first
 
     static constexpr std::size_t longestLine = 16384; ///< UTF-16 units; one more where a pair would be cut
     static constexpr std::size_t defaultMemoryLimit = std::size_t{512} << 20; ///< some four million lines
@@ -47,6 +52,7 @@ public:
         Position start;
         int columns; ///< its width unwrapped; very wide lines count as `columnsOfVeryWide`
         bool endsInBreak;
+        FontNumber font; ///< of all its block; `severalFonts` where the runs have to be asked
         [[nodiscard]] Position end() const { return start + static_cast<Position>(text.size()); }
     };
     static constexpr int columnsOfVeryWide = 0x7FFF;
@@ -65,6 +71,15 @@ public:
     ZNTOutputStore& operator=(const ZNTOutputStore&) = delete;
 
     void append(const ZNTAttributedText& text);
+    /// What comes next begins a line of its own, without a line break in the text. The number of that line.
+    std::int64_t startFreshLine();
+    /// Of text that comes without a font. 12 points of Menlo until set.
+    void setDefaultFont(const ZNTFont& font);
+    [[nodiscard]] FontNumber defaultFont() const { return defaultFont_; }
+    /// By number; families without "-Bold".
+    [[nodiscard]] const std::vector<ZNTFont>& fonts() const { return fonts_; }
+    /// The fonts from `from` to `to` with where each begins; that of the text before where there is none.
+    [[nodiscard]] std::vector<std::pair<Position, FontNumber>> fontsIn(Position from, Position to) const;
     /// Drops everything; positions and line numbers go on from where they were.
     void clear();
 
@@ -91,6 +106,8 @@ public:
     [[nodiscard]] BlockExtent block(std::int64_t number) const;
     /// The columns of a line, as `Line` has them, without looking for its block first.
     [[nodiscard]] int columnsInBlock(std::int64_t number, std::int64_t lineOfBlock) const;
+    /// Of its first text; the default of an empty one.
+    [[nodiscard]] FontNumber firstFontOfBlock(std::int64_t number) const;
     [[nodiscard]] std::int64_t blockOfLine(std::int64_t line) const;
     [[nodiscard]] std::int64_t blockAt(Position position) const;
 
@@ -114,6 +131,7 @@ private:
     };
     struct Block;
 
+    FontNumber numberOfFont(const ZNTFont& font);
     StyleNumber styleFor(const ZNTAttributeSet& attributes);
     void appendPlain(std::u16string_view text, StyleNumber style);
     void appendPiece(std::u16string_view text, StyleNumber style);
@@ -129,6 +147,9 @@ private:
     std::size_t closedMemory = 0; // of every block but the last
     std::size_t memoryLimit = defaultMemoryLimit;
 
+    std::vector<ZNTFont> fonts_{{u"Menlo", 12}};
+    FontNumber defaultFont_ = 0;
+    StyleNumber plainStyle = 0; ///< of text without attributes
     std::vector<ZNTOutputStyle> styles;
     std::map<std::uint64_t, StyleNumber> styleNumbers;
 

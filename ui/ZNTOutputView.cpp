@@ -23,6 +23,10 @@ constexpr int leastPaintInterval = 16; // milliseconds
 constexpr int countingSlice = 6;       // milliseconds of counting matches per turn
 constexpr QColor focusFrame(0x6C, 0xB4, 0xFF);
 constexpr QColor hintColour(0xA8, 0xAE, 0xB8);
+constexpr QColor ruleColour(0x8A, 0x92, 0x9E); // 3 to 1 and more on black
+constexpr QColor stripColour(0x26, 0x2A, 0x31);
+constexpr int ruleRoom = 9; // above the row that the rule stands over
+constexpr int ruleWidth = 2;
 
 using Stretch = ZNTOutputPainter::Stretch;
 
@@ -107,6 +111,7 @@ void ZNTOutputView::noteDropped(Position oldStart)
     announcedEnd = std::max(announcedEnd, start);
     anchor = std::max(anchor, start);
     caret_ = std::max(caret_, start);
+    std::erase_if(ruledLines, [this](std::int64_t line) { return line < store_.firstLine(); });
     announceRemoved(start - oldStart);
 }
 
@@ -121,6 +126,7 @@ void ZNTOutputView::clear()
     const auto length = store_.end() - store_.start();
     const bool hadSelection = hasSelection();
     store_.clear();
+    ruledLines.clear();
     anchor = caret_ = announcedEnd = store_.end();
     caretStaysAtEnd = true;
     isDragging = false;
@@ -136,21 +142,35 @@ void ZNTOutputView::clear()
 
 void ZNTOutputView::setTextFont(const QFont& font)
 {
-    const double before = pointSize();
-    QFont bounded = font;
-    const double points = font.pointSizeF() > 0 ? font.pointSizeF() : before;
-    bounded.setPointSizeF(std::clamp(points, smallestPointSize, largestPointSize));
-    painter.setFont(bounded);
-    layoutChanged();
-    if (pointSize() != before)
-        Q_EMIT pointSizeChanged(pointSize());
+    const double points = font.pointSizeF() > 0 ? font.pointSizeF() : base().size;
+    const QStringList families = font.families();
+    store_.setDefaultFont({(families.isEmpty() ? font.family() : families.first()).toStdU16String(),
+                           std::clamp(points, smallestPointSize, largestPointSize)});
+    changeZoom(fonts.zoom());
 }
 
-void ZNTOutputView::setPointSize(double points)
+void ZNTOutputView::setPointSize(double points) { changeZoom(points / base().size); }
+
+void ZNTOutputView::changeZoom(double factor)
 {
-    QFont font = textFont();
-    font.setPointSizeF(std::clamp(points, smallestPointSize, largestPointSize));
-    setTextFont(font);
+    fonts.setZoom(std::clamp(factor, smallestPointSize / base().size, largestPointSize / base().size));
+    layoutChanged();
+    Q_EMIT shownFontChanged(shownFont());
+}
+
+void ZNTOutputView::beginSession()
+{
+    if (isEmpty())
+        return;
+    const auto line = store_.startFreshLine();
+    if (!hasRule(line))
+        ruledLines.push_back(line);
+    scheduleRefresh();
+}
+
+bool ZNTOutputView::hasRule(std::int64_t line) const
+{
+    return std::binary_search(ruledLines.begin(), ruledLines.end(), line);
 }
 
 void ZNTOutputView::setAmbiguousWidth(znt::AmbiguousWidth width)
@@ -223,31 +243,92 @@ void ZNTOutputView::refresh()
 void ZNTOutputView::layoutChanged()
 {
     const auto room = viewport()->width() - 2 * margin;
-    rows.setColumns(static_cast<int>(std::floor(room / painter.cellWidth() + 0.001)));
+    rows.setRoom(room, [this](ZNTOutputStore::FontNumber font) { return fonts.face(font).cellWidth(); });
     const auto inLine = rows.rowsOfLine(std::clamp(top.line, store_.firstLine(), store_.endLine() - 1));
     top.row = std::min(top.row, inLine - 1);
     refresh();
 }
 
-int ZNTOutputView::visibleRows() const
+int ZNTOutputView::textHeight() const
 {
-    return std::max(1, (viewport()->height() - 2 * margin) / painter.cellHeight());
+    return std::max(viewport()->height() - 2 * margin, baseFace().cellHeight());
 }
 
-ZNTRowPlace ZNTOutputView::topForEnd() const
+/// Few where there is little room: what is read comes first.
+int ZNTOutputView::lastRowsShown() const
+{
+    constexpr int fewRows = 6, enoughRows = 12, share = 5, most = 5;
+    const int all = textHeight() / baseFace().cellHeight();
+    return all >= enoughRows ? std::min(all / share, most) : all >= fewRows ? 1 : 0;
+}
+
+int ZNTOutputView::stripHeight() const { return mark->sizeHint().height() + 2; }
+
+int ZNTOutputView::readingHeight(Split split) const
+{
+    const int row = baseFace().cellHeight();
+    return split == Split::No ? textHeight()
+                              : std::max(textHeight() - stripHeight() - lastRowsShown() * row, row);
+}
+
+std::vector<ZNTOutputView::Pane> ZNTOutputView::panes() const
+{
+    std::vector<Pane> found{{top, margin, readingHeight()}};
+    const int height = lastRowsShown() * baseFace().cellHeight();
+    if (!isFollowing && height > 0)
+        found.push_back({highestAbove(lastRow(), height), viewport()->height() - margin - height, height});
+    return found;
+}
+
+int ZNTOutputView::visibleRows() const { return rowsThatFit(top, readingHeight()); }
+
+ZNTRowPlace ZNTOutputView::lastRow() const
 {
     const auto last = store_.endLine() - 1;
-    return rows.moved({last, rows.rowsOfLine(last) - 1}, 1 - visibleRows());
+    return {last, rows.rowsOfLine(last) - 1};
+}
+
+ZNTRowPlace ZNTOutputView::topForEnd() const { return highestAbove(lastRow(), textHeight()); }
+
+ZNTRowPlace ZNTOutputView::highestAbove(ZNTRowPlace last, int room) const
+{
+    room -= heightOfRow(last);
+    for (;;) {
+        const auto above = rows.moved(last, -1);
+        if (above == last)
+            return last;
+        room -= heightOfRow(above);
+        if (room < 0)
+            return last;
+        last = above;
+    }
+}
+
+int ZNTOutputView::rowsThatFit(ZNTRowPlace from, int room) const
+{
+    for (int count = 0;; ++count) {
+        const int height = heightOfRow(from);
+        if (height > room)
+            return std::max(count, 1);
+        room -= height;
+        const auto below = rows.moved(from, 1);
+        if (below == from)
+            return count + 1 + room / baseFace().cellHeight();
+        from = below;
+    }
 }
 
 void ZNTOutputView::updateScrollBar()
 {
     auto* bar = verticalScrollBar();
-    const auto visible = visibleRows();
     const auto before = rows.rowsBefore(top);
-    const auto range = std::max<std::int64_t>(0, rows.totalRows() - visible);
+    std::int64_t lastPage = 1;
+    const auto last = lastRow();
+    for (auto place = topForEnd(); place < last; place = rows.moved(place, 1))
+        ++lastPage;
+    const auto range = std::max<std::int64_t>(0, rows.totalRows() - lastPage);
     settingScrollBar = true;
-    bar->setPageStep(visible);
+    bar->setPageStep(visibleRows());
     bar->setRange(0, static_cast<int>(std::min<std::int64_t>(range, std::numeric_limits<int>::max())));
     bar->setValue(isFollowing && !isDragging ? bar->maximum() : static_cast<int>(before));
     settingScrollBar = false;
@@ -304,8 +385,7 @@ void ZNTOutputView::updateMark()
         mark->setAccessibleName(tr("%1, go to the end").arg(text));
         mark->adjustSize();
     }
-    mark->move(viewport()->width() - mark->width() - 2 * margin,
-               viewport()->height() - mark->height() - 2 * margin);
+    mark->move(viewport()->width() - mark->width() - 2 * margin, margin + readingHeight() + 1);
     mark->show();
 }
 
@@ -321,13 +401,20 @@ void ZNTOutputView::jumpToStart()
     placeTop({store_.firstLine(), 0});
 }
 
-void ZNTOutputView::pageUp() { scrollByRows(1 - visibleRows()); }
+void ZNTOutputView::pageUp()
+{
+    rows.update();
+    // What was the first row is the last one then.
+    const auto page = highestAbove(top, readingHeight(Split::Yes));
+    placeTop(page == top ? rows.moved(top, -1) : page);
+}
+
 void ZNTOutputView::pageDown() { scrollByRows(std::max(1, visibleRows() - 1)); }
 void ZNTOutputView::lineUp() { scrollByRows(-1); }
 void ZNTOutputView::lineDown() { scrollByRows(1); }
 void ZNTOutputView::zoomIn() { setPointSize(pointSize() + 1); }
 void ZNTOutputView::zoomOut() { setPointSize(pointSize() - 1); }
-void ZNTOutputView::resetZoom() { setPointSize(12); }
+void ZNTOutputView::resetZoom() { changeZoom(1); }
 
 void ZNTOutputView::resizeEvent(QResizeEvent* event)
 {
@@ -337,9 +424,9 @@ void ZNTOutputView::resizeEvent(QResizeEvent* event)
 
 QSize ZNTOutputView::sizeForGrid(int columnCount, int rowCount) const
 {
-    const int width = static_cast<int>(std::ceil(columnCount * painter.cellWidth())) + 2 * margin;
+    const int width = static_cast<int>(std::ceil(columnCount * baseFace().cellWidth())) + 2 * margin;
     return {width + verticalScrollBar()->sizeHint().width() + 2 * frameWidth(),
-            rowCount * painter.cellHeight() + 2 * margin + 2 * frameWidth()};
+            rowCount * baseFace().cellHeight() + 2 * margin + 2 * frameWidth()};
 }
 
 QSize ZNTOutputView::sizeHint() const { return sizeForGrid(80, 24); }
@@ -359,50 +446,10 @@ void ZNTOutputView::paintEvent(QPaintEvent* event)
     }
     rows.update();
 
-    std::vector<std::uint32_t> starts;
-    std::vector<Stretch> stretches;
-    std::vector<std::pair<std::size_t, std::size_t>> matches;
-    const auto grid = rows.grid();
-    const int visible = visibleRows();
-    int shown = 0, row = top.row;
-    for (auto number = std::max(top.line, store_.firstLine()); number < store_.endLine() && shown < visible;
-         ++number, row = 0) {
-        const auto line = store_.line(number);
-        znt::wrapLine(line.text, grid, starts);
-        finder.matchesIn(line.text, matches);
-        for (; row < static_cast<int>(starts.size()) && shown < visible; ++row, ++shown) {
-            const auto index = static_cast<std::size_t>(row);
-            const bool isLastRow = index + 1 == starts.size();
-            const std::size_t from = starts[index], to = isLastRow ? line.text.size() : starts[index + 1];
-            const QPointF corner(margin, margin + shown * painter.cellHeight());
-            if (!event->rect().intersects(
-                    QRect(0, static_cast<int>(corner.y()), viewport()->width(), painter.cellHeight())))
-                continue;
-            const auto start = line.start + static_cast<Position>(from);
-            const auto end = line.start + static_cast<Position>(to);
-            stretches.clear();
-            store_.forEachRun(start, end,
-                              [&](Position begin, Position until, ZNTOutputStore::StyleNumber style) {
-                                  stretches.push_back({static_cast<std::size_t>(begin - start),
-                                                       static_cast<std::size_t>(until - start),
-                                                       store_.style(style), ZNTOutputPainter::Mark::None});
-                              });
-            const auto layOver = [&](ZNTOutputPainter::Mark look, Position begin, Position until) {
-                if (begin < end && until > start)
-                    lay(look, static_cast<std::size_t>(std::max(begin, start) - start),
-                        static_cast<std::size_t>(std::min(until, end) - start), stretches);
-            };
-            for (const auto& [matchStart, matchEnd] : matches)
-                layOver(ZNTOutputPainter::Mark::Match, line.start + static_cast<Position>(matchStart),
-                        line.start + static_cast<Position>(matchEnd));
-            if (hasSelection())
-                layOver(ZNTOutputPainter::Mark::Selected, selectionStart(), selectionEnd());
-            if (const auto& match = finder.currentMatch())
-                layOver(ZNTOutputPainter::Mark::CurrentMatch, match->start, match->end);
-            const auto text = line.text.substr(from, to - from);
-            painter.drawRow(canvas, corner, text, grid, stretches);
-        }
-    }
+    for (const auto& pane : panes())
+        paintPane(canvas, pane, event->rect());
+    if (!isFollowing)
+        paintStrip(canvas);
 
     if (hasFocus()) {
         const auto area = characterRect(caret_);
@@ -413,20 +460,115 @@ void ZNTOutputView::paintEvent(QPaintEvent* event)
     }
 }
 
+void ZNTOutputView::paintPane(QPainter& canvas, const Pane& pane, const QRect& damaged)
+{
+    std::vector<std::uint32_t> starts;
+    std::vector<Stretch> stretches;
+    std::vector<std::pair<std::size_t, std::size_t>> matches;
+    const int bottom = pane.y + pane.height;
+    int y = pane.y, index = pane.top.row;
+    for (auto number = std::max(pane.top.line, store_.firstLine()); number < store_.endLine();
+         ++number, index = 0) {
+        const auto line = store_.line(number);
+        const auto grid = rows.gridOf(line);
+        znt::wrapLine(line.text, grid.width, starts);
+        finder.matchesIn(line.text, matches);
+        for (; index < static_cast<int>(starts.size()); ++index) {
+            const auto row = rowOfLine(line, number, starts, static_cast<std::size_t>(index));
+            const auto size = sizeOf(row);
+            if (y + size.height > bottom && y > pane.y)
+                return;
+            const QRect area(0, y, viewport()->width(), size.height);
+            y += size.height;
+            if (!damaged.intersects(area))
+                continue;
+            if (index == 0 && hasRule(number))
+                canvas.fillRect(margin, area.top() + (ruleRoom - ruleWidth) / 2,
+                                viewport()->width() - 2 * margin, ruleWidth, ruleColour);
+            stretches.clear();
+            store_.forEachRun(row.start, row.end(),
+                              [&](Position begin, Position until, ZNTOutputStore::StyleNumber style) {
+                                  stretches.push_back({static_cast<std::size_t>(begin - row.start),
+                                                       static_cast<std::size_t>(until - row.start),
+                                                       store_.style(style), ZNTOutputPainter::Mark::None});
+                              });
+            const auto layOver = [&](ZNTOutputPainter::Mark look, Position begin, Position until) {
+                if (begin < row.end() && until > row.start)
+                    lay(look, static_cast<std::size_t>(std::max(begin, row.start) - row.start),
+                        static_cast<std::size_t>(std::min(until, row.end()) - row.start), stretches);
+            };
+            for (const auto& [matchStart, matchEnd] : matches)
+                layOver(ZNTOutputPainter::Mark::Match, line.start + static_cast<Position>(matchStart),
+                        line.start + static_cast<Position>(matchEnd));
+            if (hasSelection())
+                layOver(ZNTOutputPainter::Mark::Selected, selectionStart(), selectionEnd());
+            if (const auto& match = finder.currentMatch())
+                layOver(ZNTOutputPainter::Mark::CurrentMatch, match->start, match->end);
+            const int rule = area.height() - size.textHeight;
+            painter.drawRow(canvas,
+                            {.corner = QPointF(margin, area.top() + rule),
+                             .height = size.textHeight,
+                             .ascent = size.ascent,
+                             .column = grid.column},
+                            row.text, grid.width.fromOffset(starts[static_cast<std::size_t>(index)]),
+                            stretches);
+        }
+    }
+}
+
+/// Between what is read and the last rows; the mark stands in it.
+void ZNTOutputView::paintStrip(QPainter& canvas) const
+{
+    canvas.fillRect(0, margin + readingHeight(), viewport()->width(), stripHeight(), stripColour);
+}
+
 // Places on the screen
+
+ZNTOutputView::RowOfText ZNTOutputView::rowOfLine(const ZNTOutputStore::Line& line, std::int64_t number,
+                                                  const std::vector<std::uint32_t>& starts, std::size_t index)
+{
+    const bool isLast = index + 1 == starts.size();
+    const std::size_t from = starts[index], to = isLast ? line.text.size() : starts[index + 1];
+    return {{number, static_cast<int>(index)},
+            line.start + static_cast<Position>(from),
+            line.text.substr(from, to - from),
+            from,
+            isLast,
+            line.font};
+}
 
 ZNTOutputView::RowOfText ZNTOutputView::rowAtPlace(ZNTRowPlace place) const
 {
     const auto line = store_.line(place.line);
     std::vector<std::uint32_t> starts;
-    znt::wrapLine(line.text, rows.grid(), starts);
+    znt::wrapLine(line.text, rows.gridOf(line).width, starts);
     const auto index = std::min(static_cast<std::size_t>(std::max(place.row, 0)), starts.size() - 1);
-    const bool isLast = index + 1 == starts.size();
-    const std::size_t from = starts[index], to = isLast ? line.text.size() : starts[index + 1];
-    return {{place.line, static_cast<int>(index)},
-            line.start + static_cast<Position>(from),
-            line.text.substr(from, to - from),
-            isLast};
+    return rowOfLine(line, place.line, starts, index);
+}
+
+ZNTOutputView::RowSize ZNTOutputView::sizeOf(const RowOfText& row) const
+{
+    RowSize size{0, 0, 0};
+    const auto include = [&](ZNTOutputStore::FontNumber font) {
+        const auto& face = fonts.face(font);
+        size.textHeight = std::max(size.textHeight, face.cellHeight());
+        size.ascent = std::max(size.ascent, face.ascent());
+    };
+    if (row.font != ZNTOutputStore::severalFonts)
+        include(row.font);
+    else
+        for (const auto& [start, font] : store_.fontsIn(row.start, row.end()))
+            include(font);
+    size.height = size.textHeight + (row.place.row == 0 && hasRule(row.place.line) ? ruleRoom : 0);
+    return size;
+}
+
+int ZNTOutputView::heightOfRow(ZNTRowPlace place) const
+{
+    // Where one font is all there is, a row need not be looked for.
+    if (store_.fonts().size() == 1)
+        return fonts.face(0).cellHeight() + (place.row == 0 && hasRule(place.line) ? ruleRoom : 0);
+    return sizeOf(rowAtPlace(place)).height;
 }
 
 ZNTOutputView::RowOfText ZNTOutputView::rowOf(Position position) const
@@ -434,18 +576,19 @@ ZNTOutputView::RowOfText ZNTOutputView::rowOf(Position position) const
     const auto number = store_.lineAt(position);
     const auto line = store_.line(number);
     std::vector<std::uint32_t> starts;
-    znt::wrapLine(line.text, rows.grid(), starts);
+    znt::wrapLine(line.text, rows.gridOf(line).width, starts);
     const auto offset =
         std::clamp<Position>(position - line.start, 0, static_cast<Position>(line.text.size()));
     const auto after = std::upper_bound(starts.begin(), starts.end(), static_cast<std::uint32_t>(offset));
     return rowAtPlace({number, static_cast<int>(after - starts.begin()) - 1});
 }
 
-ZNTOutputView::Position ZNTOutputView::positionInRow(const RowOfText& row, int column) const
+ZNTOutputView::Position ZNTOutputView::positionInRow(const RowOfText& row, qreal x) const
 {
+    const auto grid = rows.gridOfLine(row.place.line);
     auto offset = row.text.size();
-    znt::placeRow(row.text, rows.grid(), [&](const znt::PlacedCluster& cluster) {
-        if (column >= cluster.column + cluster.width)
+    znt::placeRow(row.text, grid.width.fromOffset(row.offset), [&](const znt::PlacedCluster& cluster) {
+        if (x >= (cluster.column + cluster.width) * grid.column)
             return true;
         offset = cluster.offset;
         return false;
@@ -453,16 +596,17 @@ ZNTOutputView::Position ZNTOutputView::positionInRow(const RowOfText& row, int c
     return row.start + static_cast<Position>(offset);
 }
 
-int ZNTOutputView::columnInRow(const RowOfText& row, Position position) const
+qreal ZNTOutputView::xInRow(const RowOfText& row, Position position) const
 {
+    const auto grid = rows.gridOfLine(row.place.line);
     int column = 0;
-    znt::placeRow(row.text, rows.grid(), [&](const znt::PlacedCluster& cluster) {
+    znt::placeRow(row.text, grid.width.fromOffset(row.offset), [&](const znt::PlacedCluster& cluster) {
         if (row.start + static_cast<Position>(cluster.offset) >= position)
             return false;
         column = cluster.column + cluster.width;
         return true;
     });
-    return column;
+    return column * grid.column;
 }
 
 QRect ZNTOutputView::characterRect(Position position) const
@@ -470,45 +614,63 @@ QRect ZNTOutputView::characterRect(Position position) const
     if (position < store_.start() || position > store_.end())
         return {};
     const auto row = rowOf(position);
-    if (row.place < top)
-        return {};
-    auto at = top;
-    int shown = -top.row; // rows from the top of the view down to the line's first
-    for (; at.line < row.place.line && shown < visibleRows(); ++at.line)
-        shown += rows.rowsOfLine(at.line);
-    shown += row.place.row;
-    if (at.line != row.place.line || shown >= visibleRows())
-        return {};
-    const int column = columnInRow(row, position);
-    const int width = std::max(1, columnInRow(row, nextCluster(position)) - column);
-    const int left = margin + static_cast<int>(std::floor(column * painter.cellWidth()));
-    return {left, margin + shown * painter.cellHeight(),
-            static_cast<int>(std::ceil(width * painter.cellWidth())), painter.cellHeight()};
+    const auto size = sizeOf(row);
+    for (const auto& pane : panes()) {
+        if (row.place < pane.top)
+            continue;
+        int y = pane.y;
+        for (auto place = pane.top; place < row.place && y < pane.y + pane.height;
+             place = rows.moved(place, 1))
+            y += heightOfRow(place);
+        if (y + size.height > pane.y + pane.height && y > pane.y)
+            continue;
+        const qreal x = xInRow(row, position);
+        const qreal advance = xInRow(row, nextCluster(position)) - x;
+        const qreal width = advance > 0 ? advance : baseFace().cellWidth();
+        return {margin + static_cast<int>(std::floor(x)), y + size.height - size.textHeight,
+                static_cast<int>(std::ceil(width)), size.textHeight};
+    }
+    return {};
 }
 
 ZNTOutputView::Position ZNTOutputView::positionAt(QPoint point) const
 {
-    const int row = std::clamp((point.y() - margin) / painter.cellHeight(), 0, visibleRows() - 1);
-    const int column = static_cast<int>(std::floor((point.x() - margin) / painter.cellWidth()));
-    return positionInRow(rowAtPlace(rows.moved(top, row)), std::max(column, 0));
+    const auto all = panes();
+    const auto& pane = point.y() >= all.back().y ? all.back() : all.front();
+    auto place = pane.top;
+    for (int y = pane.y + heightOfRow(place);; place = rows.moved(place, 1)) {
+        const auto below = rows.moved(place, 1);
+        if (point.y() < y || below == place)
+            break;
+        y += heightOfRow(below);
+        if (y > pane.y + pane.height)
+            break;
+    }
+    return positionInRow(rowAtPlace(place), std::max(point.x() - margin, 0));
 }
 
 std::pair<ZNTOutputView::Position, ZNTOutputView::Position> ZNTOutputView::rowAround(Position position) const
 {
     const auto row = rowOf(position);
-    return {row.start, row.start + static_cast<Position>(row.text.size())};
+    return {row.start, row.end()};
 }
 
 void ZNTOutputView::scrollToPosition(Position position)
 {
     rows.update();
     const auto place = rowOf(std::clamp(position, store_.start(), store_.end())).place;
-    const auto visible = visibleRows();
-    if (place < top || rows.moved(top, visible - 1) < place) {
-        const bool isNear = rows.moved(top, visible) == place || rows.moved(top, -1) == place;
-        const int above = isNear ? (place < top ? 0 : visible - 1) : visible / 2;
-        placeTop(rows.moved(place, -above));
+    if (const auto end = topForEnd(); place >= end) {
+        placeTop(end);
+        return;
     }
+    const auto last = rows.moved(top, visibleRows() - 1);
+    if (place >= top && place <= last)
+        return;
+    const int room = readingHeight(Split::Yes);
+    if (place == rows.moved(top, -1))
+        placeTop(place);
+    else
+        placeTop(highestAbove(place, place == rows.moved(last, 1) ? room : room / 2));
 }
 
 // Finding

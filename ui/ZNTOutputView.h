@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZNTOutputFind.h"
+#include "ZNTOutputFonts.h"
 #include "ZNTOutputPainter.h"
 #include "ZNTOutputRows.h"
 #include "ZNTOutputStore.h"
@@ -12,14 +13,20 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
+class QPainter;
 class QPushButton;
 
 /// The output view: what the game has said, in a grid of its own colours, whatever the desktop's.
 ///
 /// An append only stores; the view is painted on a later turn, at most every 16 ms, and paints no more than
-/// what is visible. It follows the end unless the player has scrolled back; then a mark with the number of
-/// new lines shows in the corner, and Ctrl+End or a click on it goes back to the end.
+/// what is visible. It follows the end unless the player has scrolled back; then the last rows stay in sight
+/// below what is read, with a mark between that says the number of new lines, and Ctrl+End or a click on the
+/// mark goes back to the end.
+///
+/// Text keeps the family and the size that it came with, so rows differ in height. Zoom makes all of it
+/// larger or smaller by one factor.
 ///
 /// Its keys: arrows, Home, End, Page Up and Page Down move a caret (Ctrl by words and to the ends of the
 /// text, Shift selects), Ctrl+A, Ctrl+C, Ctrl+Insert. What a player would type goes on to the command line.
@@ -42,13 +49,20 @@ public:
     /// Only noted: the player cannot write here, and programmatic appends need no permission.
     void setEditable(bool editable) override { editable_ = editable; }
 
-    /// The family and size of everything shown, bold where the text is. 12 points of Menlo, or of the
-    /// system's fixed-width font, until set. The size is brought into its bounds. A family that is not of
-    /// fixed width is still laid out in columns.
+    /// The family and size, without zoom, of later text that names none, and the measure of the grid. 12
+    /// points of Menlo, or of the system's fixed-width font, until set. The size is brought into its bounds.
+    /// A family that is not of fixed width is still laid out in columns.
     void setTextFont(const QFont& font);
-    [[nodiscard]] QFont textFont() const { return painter.font(); }
+    [[nodiscard]] QFont textFont() const { return ZNTOutputFonts::fontOf(base()); }
+    /// Zooms so that this font shows at so many points, within bounds.
     void setPointSize(double points);
-    [[nodiscard]] double pointSize() const { return painter.font().pointSizeF(); }
+    [[nodiscard]] double pointSize() const { return base().size * fonts.zoom(); }
+    /// What text of this font shows in, with the zoom.
+    [[nodiscard]] QFont shownFont() const { return ZNTOutputFonts::fontOf(base(), fonts.zoom()); }
+    [[nodiscard]] QFont shownFontOf(const ZNTOutputStyle& style) const
+    {
+        return fonts.face(style.font).font(style.isBold);
+    }
 
     /// For games in a Chinese encoding: line drawing, stars and their like are two columns wide.
     void setAmbiguousWidth(znt::AmbiguousWidth width);
@@ -56,6 +70,10 @@ public:
     void setReadableColours(bool readable);
     /// Text in memory past this many bytes is dropped from the beginning. ZNTOutputStore has the default.
     void setMemoryLimit(std::size_t bytes);
+
+    /// What comes next begins on a row of its own below a drawn rule, if there is text yet. Neither is in the
+    /// text.
+    void beginSession();
 
     /// What stands in the view, and describes it to a screen reader, while there is no text. It is no text of
     /// the view's. Empty for none.
@@ -91,7 +109,8 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     /// The size of the widget that shows so many columns and rows.
     [[nodiscard]] QSize sizeForGrid(int columnCount, int rowCount) const;
-    [[nodiscard]] int columns() const { return rows.grid().columns; }
+    [[nodiscard]] int columns() const { return rows.columnsOfFont(store_.defaultFont()); }
+    /// That can be read at once, besides the last ones.
     [[nodiscard]] int visibleRows() const;
 
 public Q_SLOTS:
@@ -118,7 +137,7 @@ Q_SIGNALS:
     void keyForCommandLine(QKeyEvent* event);
     /// Something was selected, or nothing any more.
     void copyAvailable(bool available);
-    void pointSizeChanged(double points);
+    void shownFontChanged(const QFont& font);
     void followsEndChanged(bool follows);
     void findStatusChanged(const ZNTOutputFind::Status& status);
 
@@ -147,6 +166,10 @@ private:
     [[nodiscard]] bool isEmpty() const { return store_.start() == store_.end(); }
     void describeWhileEmpty();
 
+    [[nodiscard]] const ZNTFont& base() const { return store_.fonts()[store_.defaultFont()]; }
+    [[nodiscard]] const ZNTOutputFace& baseFace() const { return fonts.face(store_.defaultFont()); }
+    void changeZoom(double factor);
+
     // Painting and scrolling
     void scheduleRefresh();
     void refresh();
@@ -156,18 +179,55 @@ private:
     void updateScrollBar();
     void updateMark();
     void setFollowing(bool follows);
+    [[nodiscard]] ZNTRowPlace lastRow() const;
     [[nodiscard]] ZNTRowPlace topForEnd() const;
+    /// The highest row from which all down to `last` fit into `room` pixels.
+    [[nodiscard]] ZNTRowPlace highestAbove(ZNTRowPlace last, int room) const;
+    /// At least 1. Below the end of the text, room is counted in rows of the present font.
+    [[nodiscard]] int rowsThatFit(ZNTRowPlace from, int room) const;
+    [[nodiscard]] bool hasRule(std::int64_t line) const;
+
+    /// A part of the viewport with text: what is read, and below it the last rows.
+    struct Pane {
+        ZNTRowPlace top;
+        int y;
+        int height;
+    };
+    enum class Split { No, Yes };
+    [[nodiscard]] std::vector<Pane> panes() const;
+    [[nodiscard]] int textHeight() const;
+    /// Of what is read, while the last rows stand below it or not.
+    [[nodiscard]] int readingHeight(Split split) const;
+    [[nodiscard]] int readingHeight() const { return readingHeight(isFollowing ? Split::No : Split::Yes); }
+    [[nodiscard]] int lastRowsShown() const;
+    [[nodiscard]] int stripHeight() const;
+    void paintPane(QPainter& canvas, const Pane& pane, const QRect& damaged);
+    void paintStrip(QPainter& canvas) const;
     /// The place of the row that `position` is in, and that row's text.
     struct RowOfText {
         ZNTRowPlace place;
         Position start;
         std::u16string_view text;
+        std::size_t offset; ///< in the line
         bool isLastOfLine;
+        ZNTOutputStore::FontNumber font; ///< as of a line
+
+        [[nodiscard]] Position end() const { return start + static_cast<Position>(text.size()); }
     };
+    struct RowSize {
+        int height; ///< with the room of a rule above
+        int textHeight;
+        int ascent; ///< of the text
+    };
+    [[nodiscard]] static RowOfText rowOfLine(const ZNTOutputStore::Line& line, std::int64_t number,
+                                             const std::vector<std::uint32_t>& starts, std::size_t index);
+    [[nodiscard]] RowSize sizeOf(const RowOfText& row) const;
+    [[nodiscard]] int heightOfRow(ZNTRowPlace place) const;
     [[nodiscard]] RowOfText rowOf(Position position) const;
     [[nodiscard]] RowOfText rowAtPlace(ZNTRowPlace place) const;
-    [[nodiscard]] Position positionInRow(const RowOfText& row, int column) const;
-    [[nodiscard]] int columnInRow(const RowOfText& row, Position position) const;
+    /// Pixels from the beginning of the row.
+    [[nodiscard]] Position positionInRow(const RowOfText& row, qreal x) const;
+    [[nodiscard]] qreal xInRow(const RowOfText& row, Position position) const;
 
     // Caret and selection
     bool moveCaretByKey(QKeyEvent* event);
@@ -191,9 +251,11 @@ private:
     void showMatch(const std::optional<ZNTOutputFind::Match>& match);
 
     ZNTOutputStore store_;
+    ZNTOutputFonts fonts{store_.fonts()};
     ZNTOutputRows rows{store_};
     ZNTOutputFind finder{store_};
-    ZNTOutputPainter painter;
+    ZNTOutputPainter painter{fonts};
+    std::vector<std::int64_t> ruledLines; ///< before which a session began; sorted
     QPushButton* mark;
     QString emptyHint;
 
@@ -206,7 +268,7 @@ private:
 
     Position anchor = 0, caret_ = 0;
     bool caretStaysAtEnd = true;
-    int caretColumn = -1; // that Up and Down try to keep; -1: the caret's own
+    qreal caretX = -1; // in its row, that Up and Down try to keep; -1: the caret's own
     SelectBy selectBy = SelectBy::Character;
     bool isDragging = false;
     std::pair<Position, Position> dragOrigin;

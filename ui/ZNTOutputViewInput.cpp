@@ -120,7 +120,7 @@ bool ZNTOutputView::moveCaretByKey(QKeyEvent* event)
 
 void ZNTOutputView::moveCaret(Position to, Selecting selecting)
 {
-    caretColumn = -1;
+    caretX = -1;
     setSelection(selecting == Selecting::Yes ? anchor : to, to);
     scrollToPosition(caret_);
 }
@@ -129,15 +129,15 @@ void ZNTOutputView::moveCaretByRows(std::int64_t count, Selecting selecting)
 {
     rows.update();
     const auto row = rowOf(caret_);
-    if (caretColumn < 0)
-        caretColumn = columnInRow(row, caret_);
-    const int column = caretColumn;
+    if (caretX < 0)
+        caretX = xInRow(row, caret_);
+    const qreal x = caretX;
     const auto next = rowAtPlace(rows.moved(row.place, count));
-    auto to = positionInRow(next, column);
-    if (!next.isLastOfLine && to == next.start + static_cast<Position>(next.text.size()))
+    auto to = positionInRow(next, x);
+    if (!next.isLastOfLine && to == next.end())
         to = previousCluster(to); // the end of a wrapped row is the beginning of the next
     moveCaret(to, selecting);
-    caretColumn = column;
+    caretX = x;
 }
 
 void ZNTOutputView::select(Position from, Position to)
@@ -201,7 +201,8 @@ ZNTOutputView::Position ZNTOutputView::previousCluster(Position position) const
     if (position > row.start + static_cast<Position>(row.text.size()))
         return position - 1; // over the line break
     auto found = row.start;
-    znt::placeRow(row.text, rows.grid(), [&](const znt::PlacedCluster& cluster) {
+    const auto grid = rows.gridOfLine(row.place.line);
+    znt::placeRow(row.text, grid.width.fromOffset(row.offset), [&](const znt::PlacedCluster& cluster) {
         const auto start = row.start + static_cast<Position>(cluster.offset);
         if (start >= position)
             return false;
@@ -258,7 +259,7 @@ void ZNTOutputView::mousePressEvent(QMouseEvent* event)
     selectBy = isThirdClick ? SelectBy::Line : SelectBy::Character;
     isDragging = true;
     dragPoint = point;
-    caretColumn = -1;
+    caretX = -1;
     const auto position = positionAt(point);
     if (event->modifiers() & Qt::ShiftModifier) {
         dragOrigin = {anchor, anchor};
@@ -293,7 +294,7 @@ void ZNTOutputView::mouseMoveEvent(QMouseEvent* event)
     else if (!dragTimer.isActive())
         dragTimer.start(dragScrollInterval);
     // Half a cell to the right, so that the boundary nearest to the pointer is meant.
-    const auto nearest = QPoint(static_cast<int>(std::lround(painter.cellWidth() / 2)), 0);
+    const auto nearest = QPoint(static_cast<int>(std::lround(baseFace().cellWidth() / 2)), 0);
     extendTo(positionAt(selectBy == SelectBy::Character ? dragPoint + nearest : dragPoint));
 }
 

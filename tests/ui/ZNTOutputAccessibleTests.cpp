@@ -127,7 +127,7 @@ TEST_F(OutputAccessible, CaretSelectionAndPlacesCanBeReadAndSet)
 
     const auto area = text()->characterRect(9);
     EXPECT_EQ(text()->offsetAtPoint(area.center()), 9);
-    EXPECT_TRUE(text()->characterRect(text()->characterCount()).isEmpty()); // out of sight
+    EXPECT_TRUE(text()->characterRect(text()->characterCount() / 2).isEmpty()); // out of sight
     text()->scrollToSubstring(400, 404);
     EXPECT_FALSE(text()->characterRect(400).isEmpty());
 }

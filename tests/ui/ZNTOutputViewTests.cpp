@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QWheelEvent>
 
+#include <set>
+
 namespace
 {
 
@@ -21,7 +23,8 @@ TEST_F(OutputView, FollowsTheEndUntilThePlayerScrollsBackAndAgainAfterwards)
 
     view.pageUp();
     const auto read = topLine();
-    EXPECT_EQ(read, u"line 82");
+    EXPECT_FALSE(view.characterRect(view.store().line(91).start).isEmpty()) << "the last one of the page";
+    EXPECT_TRUE(view.characterRect(view.store().line(92).start).isEmpty());
     addLines(100, 400);
     EXPECT_EQ(topLine(), read);
     EXPECT_FALSE(view.followsEnd());
@@ -49,6 +52,131 @@ TEST_F(OutputView, FollowsTheEndUntilThePlayerScrollsBackAndAgainAfterwards)
     EXPECT_TRUE(view.followsEnd());
     addLines(0, 2);
     EXPECT_EQ(topLine(), u"line 0");
+}
+
+TEST_F(OutputView, WhileOneReadsFurtherUpTheLastRowsStandBelowAndTheMarkCoversNone)
+{
+    view.resize(view.sizeForGrid(40, 30));
+    addLines(0, 200);
+    view.pageUp();
+    addLines(200, 300);
+    const auto* mark = view.findChild<QPushButton*>(QStringLiteral("newLinesBelow"));
+    const auto rectOf = [&](std::int64_t line) { return view.characterRect(view.store().line(line).start); };
+    int bottom = 0, inSight = 0;
+    for (auto line = view.store().firstLine(); line < view.store().endLine(); ++line) {
+        const auto area = rectOf(line);
+        if (area.isEmpty())
+            continue;
+        ++inSight;
+        EXPECT_GE(area.top(), bottom) << "rows one below the other";
+        bottom = area.bottom();
+        const QRect row(0, area.top(), view.viewport()->width(), area.height());
+        EXPECT_FALSE(row.intersects(mark->geometry())) << line;
+        EXPECT_EQ(view.store().lineAt(view.positionAt(area.center())), line);
+    }
+    EXPECT_GT(inSight, 20);
+    for (int fromEnd = 1; fromEnd <= 4; ++fromEnd)
+        EXPECT_FALSE(rectOf(view.store().endLine() - fromEnd).isEmpty());
+
+    // Page by page nothing is left out.
+    std::set<std::int64_t> seen;
+    for (int page = 0; page < 20; ++page) {
+        const auto top = view.store().lineAt(view.positionAt({8, 8}));
+        for (auto line = top; line < view.store().endLine() && !rectOf(line).isEmpty(); ++line)
+            seen.insert(line);
+        view.pageUp();
+    }
+    EXPECT_EQ(*seen.begin(), 0);
+    const auto read = static_cast<std::int64_t>(seen.size());
+    EXPECT_EQ(*std::prev(seen.lower_bound(read)), read - 1) << "without a gap";
+    EXPECT_GT(read, 160);
+}
+
+TEST_F(OutputView, ASessionBeginsBelowARuleThatIsInNoText)
+{
+    view.beginSession();
+    settle();
+    const auto brightIn = [&](const QRect& row) {
+        const auto image = view.viewport()->grab().toImage();
+        int bright = 0;
+        for (int y = std::max(row.top(), 0); y <= row.bottom(); ++y)
+            bright += image.pixelColor(row.center().x(), y).lightness() > 100;
+        return bright;
+    };
+    view.clearFocus();
+    const auto rowAbove = [&](std::int64_t line) {
+        const auto area = view.characterRect(view.store().line(line).start);
+        return QRect(0, area.top() - 10, view.viewport()->width(), 10);
+    };
+    view.append(coloured(u"Goodbye.\n> "));
+    settle();
+    EXPECT_EQ(brightIn(rowAbove(0)), 0) << "before the first there is nothing to set apart";
+    view.beginSession();
+    view.append(coloured(u"Welcome.\n"));
+    view.beginSession(); // on a line of its own already
+    view.append(coloured(u"Again.\n"));
+    settle();
+    EXPECT_EQ(everything(view.store()), u"Goodbye.\n> Welcome.\nAgain.\n");
+    view.selectAll();
+    EXPECT_EQ(view.selectedText(), QStringLiteral("Goodbye.\n> Welcome.\nAgain.\n"));
+    view.select(0, 0);
+    settle();
+    ASSERT_EQ(view.store().line(2).text, u"Welcome.");
+    EXPECT_GT(view.characterRect(view.store().line(2).start).top(),
+              view.characterRect(view.store().line(1).start).bottom());
+    EXPECT_EQ(brightIn(rowAbove(1)), 0);
+    EXPECT_GT(brightIn(rowAbove(2)), 0);
+    EXPECT_GT(brightIn(rowAbove(3)), 0);
+    EXPECT_EQ(view.positionAt(view.characterRect(view.store().line(3).start).center()),
+              view.store().line(3).start);
+}
+
+TEST_F(OutputView, TextKeepsItsFontAndSizeAndZoomScalesAll)
+{
+    const auto inSize = [](std::u16string_view text, double points) {
+        auto made = coloured(text);
+        made.sets.front().font = ZNTFont{u"Menlo", points};
+        return made;
+    };
+    view.resize(view.sizeForGrid(60, 20));
+    view.append(inSize(u"first\nboth ", 12));
+    QFont larger = view.textFont();
+    larger.setPointSizeF(24);
+    view.setTextFont(larger);
+    view.append(inSize(u"large\nlarge\n", 24));
+    settle();
+    const auto rectOf = [&](std::int64_t line, int offset = 0) {
+        return view.characterRect(view.store().line(line).start + offset);
+    };
+    const auto small = rectOf(0), large = rectOf(2);
+    EXPECT_NEAR(large.height(), 2 * small.height(), 3);
+    EXPECT_NEAR(large.width(), 2 * small.width(), 2);
+    EXPECT_EQ(rectOf(1).height(), large.height()) << "as high as the larger of the two";
+    EXPECT_EQ(rectOf(1).width(), small.width());
+    EXPECT_EQ(rectOf(1, 5).width(), large.width());
+    EXPECT_NEAR(rectOf(1, 5).left() - rectOf(1).left(), 5 * small.width(), 5);
+    for (std::int64_t line = 0; line < 3; ++line)
+        for (int offset = 0; offset < 5; ++offset) {
+            const auto at = view.store().line(line).start + offset;
+            EXPECT_EQ(view.positionAt(view.characterRect(at).center()), at);
+        }
+    EXPECT_EQ(view.pointSize(), 24);
+    view.setPointSize(36);
+    settle();
+    EXPECT_NEAR(rectOf(0).height(), small.height() * 1.5, 2);
+    EXPECT_NEAR(rectOf(2).height(), large.height() * 1.5, 2);
+    view.resetZoom();
+    EXPECT_EQ(view.pointSize(), 24) << "the size that was picked";
+    EXPECT_EQ(rectOf(0), small);
+
+    // Text in two sizes wraps by what its cells really take.
+    view.append(inSize(std::u16string(40, u'x'), 12));
+    view.append(inSize(u" " + std::u16string(15, u'y') + u" end\n", 24));
+    settle();
+    const auto word = static_cast<int>(view.store().line(3).text.find(u'y'));
+    EXPECT_GT(rectOf(3, word).top(), rectOf(3).top());
+    EXPECT_EQ(rectOf(3, word).left(), rectOf(0).left());
+    EXPECT_LE(rectOf(3, word + 18).right(), view.viewport()->width());
 }
 
 TEST_F(OutputView, AFloodIsPaintedSeldomAndTheEndOfItShows)

@@ -227,6 +227,57 @@ TEST_F(ZNTWindowPlay, ANameThatBelongsToAnotherAddressIsNotTheGames)
         << window.statusText->text().toStdString();
 }
 
+TEST_F(ZNTWindowPlay, TheFontPanelIsForLaterTextAndTheUsualSizeIsThePickedOne)
+{
+    ZNTOutputView& view = *window.textFromServer;
+    const auto shownInBoth = [&] {
+        EXPECT_EQ(QFontInfo(commandLine().font()).family(), QFontInfo(view.shownFont()).family());
+        EXPECT_EQ(commandLine().font().pointSizeF(), view.pointSize());
+        return view.pointSize();
+    };
+    EXPECT_EQ(shownInBoth(), 12);
+    playDemo();
+    EXPECT_TRUE(gameIsReady());
+    const QRect before = view.characterRect(view.store().line(view.store().endLine() - 2).start);
+    parts->menu.changeFont->trigger();
+    auto& panel = static_cast<QFontDialog&>(waitForDialog("fontPanel"));
+    QFont picked = panel.currentFont();
+    picked.setPointSizeF(18);
+    panel.setCurrentFont(picked);
+    press(panel, Qt::Key_Return);
+    EXPECT_TRUE(until([] { return dialog("fontPanel") == nullptr; }));
+    EXPECT_EQ(shownInBoth(), 18);
+    const auto earlier = view.store().endLine() - 2;
+    EXPECT_EQ(view.characterRect(view.store().line(earlier).start).height(), before.height());
+    send("look");
+    EXPECT_TRUE(until([&] { return view.store().endLine() > earlier + 4; }));
+    EXPECT_TRUE(gameIsReady());
+    QTest::qWait(50);
+    EXPECT_GT(view.characterRect(view.store().line(view.store().endLine() - 2).start).height(),
+              before.height());
+    for (int times = 0; times < 2; ++times)
+        press(commandLine(), Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(shownInBoth(), 16);
+    press(commandLine(), Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(shownInBoth(), 18);
+}
+
+TEST_F(ZNTWindowPlay, ASecondSessionBeginsOnALineOfItsOwn)
+{
+    playDemo();
+    EXPECT_TRUE(gameIsReady());
+    press(commandLine(), Qt::Key_F5);
+    EXPECT_TRUE(until([&] { return !session().isConnected(); }));
+    const QString first = output();
+    parts->menu.connectToServer->trigger();
+    EXPECT_TRUE(until([&] { return session().isConnected() && output().size() > first.size() + 20; }));
+    const auto& store = window.textFromServer->store();
+    const auto at = static_cast<ZNTOutputStore::Position>(first.size());
+    EXPECT_EQ(store.line(store.lineAt(at)).start, at);
+    EXPECT_TRUE(output().startsWith(first));
+    EXPECT_FALSE(first.endsWith(QLatin1Char('\n'))) << "the old one ended in a prompt";
+}
+
 TEST_F(ZNTWindowPlay, WhatIsDoneWithoutAConnectionSaysSo)
 {
     playDemo();

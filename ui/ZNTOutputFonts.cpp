@@ -1,0 +1,120 @@
+#include "ZNTOutputFonts.h"
+
+#include <QFontMetricsF>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr qsizetype mostGlyphs = 8192; // clusters kept per weight; more than any game's daily Chinese
+
+constexpr qreal largestGrowth = 1.15; // of a glyph that is narrower than its columns
+
+/// Line drawing and block elements.
+constexpr bool isDrawing(char16_t unit) { return unit >= 0x2500 && unit <= 0x259F; }
+
+bool fillsOneCell(const QFontMetricsF& metrics, qreal width)
+{
+    for (const char16_t* letter = u"iW.m"; *letter; ++letter)
+        if (std::abs(metrics.horizontalAdvance(QChar(*letter)) - width) > 0.01)
+            return false;
+    return true;
+}
+
+} // namespace
+
+ZNTOutputFace::ZNTOutputFace(const QFont& font) : regular(font)
+{
+    regular.setStyleHint(QFont::Monospace);
+    regular.setBold(false);
+    regular.setKerning(false);
+    bold = regular;
+    bold.setBold(true);
+    const QFontMetricsF metrics(regular), boldMetrics(bold);
+    width = std::max<qreal>(metrics.horizontalAdvance(u'0'), 1);
+    // A line's worth of rounding would leave gaps between the backgrounds of rows.
+    height = std::max(static_cast<int>(std::ceil(std::max(metrics.height(), boldMetrics.height()))), 1);
+    ascent_ = static_cast<int>(std::ceil(std::max(metrics.ascent(), boldMetrics.ascent())));
+    isGrid_ = fillsOneCell(metrics, width) && fillsOneCell(boldMetrics, width);
+}
+
+/// Shaping a character that the font lacks takes longer than drawing it, so what was shaped is kept.
+const ZNTOutputFace::Glyphs& ZNTOutputFace::glyphsOf(std::u16string_view cluster, int cells, bool isBold)
+{
+    auto& kept = glyphs[isBold ? 1 : 0];
+    const auto key = QString::fromUtf16(cluster.data(), static_cast<qsizetype>(cluster.size()));
+    const auto found = kept.constFind(key);
+    if (found != kept.constEnd())
+        return *found;
+    if (kept.size() >= mostGlyphs)
+        kept.clear();
+    const auto& font = isBold ? bold : regular;
+    auto made = shaped(key, font);
+    const qreal room = cells * width;
+    made.isStretched = cells == 2 && isDrawing(cluster.front()) && made.advance > 0;
+    if (made.isStretched)
+        return *kept.insert(key, made);
+    // Chinese fonts are narrower than two columns: set a little larger, their text does not fall apart.
+    // A single character that is wider than its columns is made to fit.
+    const qreal factor = made.advance > 0 ? std::min(room / made.advance, largestGrowth) : 1;
+    const bool isTooWide = factor < 1 && key.toUcs4().size() == 1;
+    if (isTooWide || (cells == 2 && factor > 1.02)) {
+        QFont fitting = font;
+        fitting.setPointSizeF(font.pointSizeF() * factor);
+        made = shaped(key, fitting);
+    }
+    return *kept.insert(key, made);
+}
+
+/// The positions count from the baseline.
+ZNTOutputFace::Glyphs ZNTOutputFace::shaped(const QString& cluster, const QFont& font)
+{
+    QTextLayout layout(cluster, font);
+    QTextOption option;
+    option.setTextDirection(Qt::LeftToRight);
+    option.setWrapMode(QTextOption::NoWrap);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    auto line = layout.createLine();
+    line.setPosition({0, 0});
+    layout.endLayout();
+
+    Glyphs made;
+    made.advance = line.naturalTextWidth();
+    for (auto& run : line.glyphRuns()) {
+        auto positions = run.positions();
+        for (auto& position : positions)
+            position.ry() -= line.ascent();
+        run.setPositions(positions);
+        made.runs.push_back(run);
+    }
+    return made;
+}
+
+void ZNTOutputFonts::setZoom(double newFactor)
+{
+    factor = newFactor;
+    faces.clear();
+}
+
+ZNTOutputFace& ZNTOutputFonts::face(std::size_t number) const
+{
+    if (number >= faces.size())
+        faces.resize(number + 1);
+    auto& face = faces[number];
+    if (!face)
+        face = std::make_unique<ZNTOutputFace>(fontOf(fonts[number], factor));
+    return *face;
+}
+
+QFont ZNTOutputFonts::fontOf(const ZNTFont& font, double factor)
+{
+    const auto name = QString::fromUtf16(font.name.data(), static_cast<qsizetype>(font.name.size()));
+    QFont found(QStringList{name, QStringLiteral("DejaVu Sans Mono")});
+    found.setStyleHint(QFont::Monospace);
+    found.setPointSizeF(std::max(font.size * factor, 1.0));
+    return found;
+}
