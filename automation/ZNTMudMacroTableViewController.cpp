@@ -8,6 +8,11 @@
 #include <iterator>
 #include <utility>
 
+namespace
+{
+constexpr std::string_view macroAddedName = "MACRO_ADDED", macroRemovedName = "MACRO_REMOVED";
+} // namespace
+
 ZNTMudMacroTableViewController::ZNTMudMacroTableViewController(
     const ZNTPlatform& platform, ZNTDatabaseHelper& database,
     ZNTMacroGroupDropDownController& dropDownController, ZNTTableView& macroTable)
@@ -16,9 +21,9 @@ ZNTMudMacroTableViewController::ZNTMudMacroTableViewController(
       dropDownController(dropDownController),
       macroTable(macroTable)
 {
-    const auto reload = [this](std::string_view, const void*) { loadMacrosForMacroGroup(); };
-    macroAdded = platform.notifications.observe("MACRO_ADDED", reload);
-    macroRemoved = platform.notifications.observe("MACRO_REMOVED", reload);
+    const auto reload = [this](std::string_view name, const void*) { loadAllMacros(name); };
+    macroAdded = platform.notifications.observe(std::string(macroAddedName), reload);
+    macroRemoved = platform.notifications.observe(std::string(macroRemovedName), reload);
     groupChanged = dropDownController.observeCurrentValueInComboBox([this] {
         macros.clear();
         loadMacrosForMacroGroup();
@@ -72,6 +77,12 @@ void ZNTMudMacroTableViewController::loadMacrosForMacroGroup()
     setNewList(std::move(read));
 }
 
+void ZNTMudMacroTableViewController::loadAllMacros(std::string_view notification)
+{
+    if (notification == macroAddedName || notification == macroRemovedName)
+        loadMacrosForMacroGroup();
+}
+
 void ZNTMudMacroTableViewController::removeItem()
 {
     const long row = macroTable.selectedRow();
@@ -81,7 +92,7 @@ void ZNTMudMacroTableViewController::removeItem()
         return;
     znt::deleteShownRow(database, *macro);
     macros.erase(macros.begin() + row);
-    platform.notifications.post("MACRO_REMOVED", this);
+    platform.notifications.post(macroRemovedName, this);
     macroTable.reloadData();
 }
 

@@ -47,6 +47,9 @@ public:
     [[nodiscard]] std::vector<std::u16string> getAllMacroNames();
 
 private:
+    /// Called for each notification about a macro, with its name.
+    void loadAllMacros(std::string_view notification);
+
     ZNTPlatform platform;
     ZNTDatabaseHelper& database;
     ZNTMacroGroupDropDownController& dropDownController;

@@ -133,8 +133,8 @@ void forEachChunk(std::u16string_view text, std::size_t chunkSize, Use use)
 void passOver(benchmark::State& state)
 {
     NoLog log;
-    UvRunLoop loop;
-    ZNTTriggerList list(log, loop);
+    const auto loop = UvRunLoop::open().value();
+    ZNTTriggerList list(log, *loop);
     list.setTriggers(triggersFor(state.range(0), state.range(1)));
     // Where many act in every chunk, a part of the text tells the rate.
     const auto size = state.range(1) != None && state.range(0) >= 1000 ? wholeText / 32 : wholeText;
@@ -206,8 +206,8 @@ void answer(benchmark::State& state)
         void playTriggerSound(std::u16string_view) override {}
     };
     NoLog log;
-    UvRunLoop loop;
-    ZNTTriggerList list(log, loop);
+    const auto loop = UvRunLoop::open().value();
+    ZNTTriggerList list(log, *loop);
     auto triggers = triggersFor(state.range(0), None);
     ZNTTrigger kick;
     kick.check = u"A %1 kicks you hard!";
@@ -227,10 +227,10 @@ BENCHMARK(answer)->ArgName("triggers")->Arg(0)->Arg(1000)->Arg(10'000)->UseManua
 void setTriggers(benchmark::State& state)
 {
     NoLog log;
-    UvRunLoop loop;
+    const auto loop = UvRunLoop::open().value();
     const auto triggers = triggersFor(state.range(0), None);
     for (auto _ : state) {
-        ZNTTriggerList list(log, loop);
+        ZNTTriggerList list(log, *loop);
         list.setTriggers(triggers);
     }
 }
@@ -239,9 +239,9 @@ BENCHMARK(setTriggers)->ArgName("triggers")->Arg(1000)->Arg(10'000)->Unit(benchm
 void setTriggersAgain(benchmark::State& state)
 {
     NoLog log;
-    UvRunLoop loop;
+    const auto loop = UvRunLoop::open().value();
     const auto triggers = triggersFor(state.range(0), None);
-    ZNTTriggerList list(log, loop);
+    ZNTTriggerList list(log, *loop);
     list.setTriggers(triggers);
     for (auto _ : state)
         list.setTriggers(triggers);

@@ -34,6 +34,11 @@ if(ZANTOR_SANITIZE)
         -fsanitize=${ZANTOR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(zantor_options INTERFACE -fsanitize=${ZANTOR_SANITIZE})
 endif()
+if(ZANTOR_FUZZ)
+    # The fuzzer looks for inputs that reach something new in the libraries, not only in its own target.
+    target_compile_options(zantor_options INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(zantor_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # zantor_library(NAME SOURCES...): a static library that shows its own directory and no other. What it may
 # include is exactly what its target_link_libraries names, so a missing arrow fails to compile.

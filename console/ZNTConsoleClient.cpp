@@ -85,8 +85,12 @@ ZNTSessionServices ZNTConsoleClient::services()
 
 void ZNTConsoleClient::start()
 {
-    surroundings.input.start(
-        {.line = [this](const std::string& line) { handleLine(line); }, .end = [this] { inputEnded(); }});
+    if (!surroundings.input.start({.line = [this](const std::string& line) { handleLine(line); },
+                                   .end = [this] { inputEnded(); }})) {
+        complain(u"Standard input cannot be read: the system has no room for waiting for it.");
+        finish(exitBroken);
+        return;
+    }
     if (options.demo)
         startDemo();
     else if (!options.host.empty())
@@ -255,8 +259,7 @@ void ZNTConsoleClient::finish(int exitCode)
         return;
     // On a later turn: what is held back is shown first, and nobody's callback is cut short.
     platform.runLoop.post([this, exitCode] {
-        if (controller.hasTextHeldBack())
-            controller.timeUp();
+        controller.showAllThatCame();
         alerts.showWaiting();
         if (controller.isConnected())
             controller.connectToServer();

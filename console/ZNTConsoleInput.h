@@ -20,8 +20,9 @@ public:
 
     virtual ~ZNTConsoleInput() = default;
     [[nodiscard]] virtual bool isTerminal() const { return false; }
-    /// Begins to deliver, never from inside this call.
-    virtual void start(Handlers handlers) = 0;
+    /// Begins to deliver, never from inside this call. False if the system has no room for waiting for input;
+    /// nothing is delivered then.
+    [[nodiscard]] virtual bool start(Handlers handlers) = 0;
     /// Whether to read no further for now. A few lines may still come; a person at a terminal is never kept
     /// waiting.
     virtual void setPaused(bool isPaused) { static_cast<void>(isPaused); }

@@ -2,16 +2,35 @@
 
 #include <array>
 #include <cerrno>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
-void ZNTPlainInput::start(Handlers given)
+namespace
+{
+
+/// A file or a device such as /dev/null, which need not be watched, since a read of it never waits.
+bool isAlwaysReady(int descriptor)
+{
+    struct stat about {
+    };
+    return ::fstat(descriptor, &about) == 0 && !S_ISFIFO(about.st_mode) && !S_ISSOCK(about.st_mode) &&
+           ::isatty(descriptor) == 0;
+}
+
+} // namespace
+
+bool ZNTPlainInput::start(Handlers given)
 {
     handlers = std::move(given);
     watch = runLoop.watchDescriptor(descriptor, RunLoopInterest::Readable,
                                     [this](RunLoopInterest) { readSome(); });
-    if (!watch)
-        readOnNextTurn();
+    if (watch)
+        return true;
+    if (!isAlwaysReady(descriptor))
+        return false;
+    readOnNextTurn();
+    return true;
 }
 
 void ZNTPlainInput::setPaused(bool paused)

@@ -8,7 +8,7 @@ class ZNTPlainInput final : public ZNTConsoleInput
 public:
     /// Reads from `descriptor`, which stays the caller's.
     ZNTPlainInput(RunLoop& runLoop, int descriptor) : runLoop(runLoop), descriptor(descriptor) {}
-    void start(Handlers given) override;
+    [[nodiscard]] bool start(Handlers given) override;
     void setPaused(bool isPaused) override;
 
     /// Bytes of one line; a longer one is delivered in pieces of about this size, none of which cuts a

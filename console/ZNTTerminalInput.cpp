@@ -73,7 +73,7 @@ ZNTTerminalInput::~ZNTTerminalInput()
     theOne = nullptr;
 }
 
-void ZNTTerminalInput::start(Handlers given)
+bool ZNTTerminalInput::start(Handlers given)
 {
     handlers = std::move(given);
     using_history();
@@ -84,6 +84,7 @@ void ZNTTerminalInput::start(Handlers given)
         rl_parse_and_bind(binding);
     watch = runLoop.watchDescriptor(STDIN_FILENO, RunLoopInterest::Readable,
                                     [this](RunLoopInterest) { readCharacters(); });
+    return watch != nullptr;
 }
 
 void ZNTTerminalInput::readCharacters()

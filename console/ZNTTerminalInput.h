@@ -11,7 +11,7 @@ public:
     ~ZNTTerminalInput() override;
 
     [[nodiscard]] bool isTerminal() const override { return true; }
-    void start(Handlers given) override;
+    [[nodiscard]] bool start(Handlers given) override;
     void hideLine() override;
     void showLine(std::string_view unfinishedLine) override;
     void writeAside(std::string_view line) override;

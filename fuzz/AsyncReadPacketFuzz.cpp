@@ -1,19 +1,13 @@
 #include "AsyncSocketPackets.h"
 #include "FuzzInput.h"
+#include "FuzzRequire.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
 #include <string>
 
 namespace
 {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 /// One read up to a terminator, its bytes arriving in slices of the fuzzer's choice.
 AsyncReadPacket lineRead(std::string term, std::size_t maxLength)
@@ -34,7 +28,7 @@ AsyncReadState step(AsyncReadPacket& read, AsyncSocketPreBuffer& ahead, FuzzInpu
         return read.takeFromPreBuffer(ahead);
     const auto available = std::min<std::size_t>(slices.byte() % 16 + 1, stream.size());
     const auto count = std::min(read.bytesToAskFor(available, isPreBuffering), stream.size());
-    require(count > 0);
+    require(count > 0, "a read asks for at least one byte");
     std::copy_n(stream.begin(), count, read.roomFor(count));
     stream.remove_prefix(count);
     return read.tookFromNetwork(count, ahead, isPreBuffering);
@@ -62,8 +56,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             state = step(read, ahead, slices, stream, isPreBuffering);
         const auto found = all.find(term, consumed);
         const auto end = found == std::string_view::npos ? all.size() : found + term.size();
-        require((state == AsyncReadState::Done) == (found != std::string_view::npos));
-        require(read.data() == all.substr(consumed, end - consumed));
+        require((state == AsyncReadState::Done) == (found != std::string_view::npos),
+                "a read ends where a terminator has come, and only there");
+        require(read.data() == all.substr(consumed, end - consumed), "no byte is lost or doubled");
         if (state != AsyncReadState::Done)
             return 0;
         consumed = end;

@@ -26,6 +26,13 @@ public:
         bytes.remove_prefix(taken.size());
         return taken;
     }
+    /// What stands before the next `end`, which is taken too; all that is left where there is none.
+    std::string_view field(char end)
+    {
+        const auto taken = bytes.substr(0, bytes.find(end));
+        bytes.remove_prefix(taken.size() + (taken.size() < bytes.size() ? 1 : 0));
+        return taken;
+    }
     [[nodiscard]] bool empty() const { return bytes.empty(); }
     [[nodiscard]] std::string_view rest() const { return bytes; }
 

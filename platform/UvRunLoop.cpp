@@ -1,13 +1,10 @@
 #include "UvRunLoop.h"
 
+#include "ZNTDescriptors.h"
+
 #include <algorithm>
-#include <array>
-#include <cerrno>
 #include <cmath>
-#include <fcntl.h>
 #include <mutex>
-#include <optional>
-#include <unistd.h>
 #include <utility>
 #include <uv.h>
 #include <vector>
@@ -44,24 +41,8 @@ struct DueTimers {
     static void runTasks(uv_check_t* handle);
 };
 
-/// What keeps libuv from making a loop. It is found out beforehand because libuv ends the whole program if it
-/// lacks the descriptors for its first pipe; two pipes and two single descriptors are what a loop takes.
-std::optional<ZNTError> obstacleToALoop()
-{
-    std::array<std::array<int, 2>, 3> pipes{};
-    std::optional<ZNTError> obstacle;
-    std::size_t made = 0;
-    while (made < pipes.size() && !obstacle) {
-        if (::pipe2(pipes[made].data(), O_CLOEXEC) == 0)
-            ++made;
-        else
-            obstacle = posixError(errno);
-    }
-    for (std::size_t at = 0; at < made; ++at)
-        for (const int each : pipes[at])
-            ::close(each);
-    return obstacle;
-}
+/// libuv ends the program if it lacks these: two pipes, an epoll and an eventfd.
+constexpr int descriptorsOfALoop = 6;
 
 } // namespace
 
@@ -219,8 +200,8 @@ void closeOne(uv_handle_t* handle, void*)
 
 ZNTResult<std::unique_ptr<UvRunLoop>> UvRunLoop::open()
 {
-    if (const auto obstacle = obstacleToALoop())
-        return *obstacle;
+    if (const auto tried = znt::tryDescriptors(descriptorsOfALoop); !tried)
+        return tried.error();
     auto loop = std::make_shared<Loop>();
     if (const int error = uv_loop_init(&loop->loop); error != 0)
         return posixError(-error);

@@ -153,7 +153,9 @@ void AsyncSocket::streamIsReady(RunLoopInterest ready)
         if (!includes(ready, RunLoopInterest::Readable))
             return;
         set(SocketHasBytesAvailable);
-        if (theCurrentRead)
+        if (readingIsHeld)
+            setInterestIn(RunLoopInterest::Readable, false);
+        else if (theCurrentRead)
             doBytesAvailable();
         else
             meetBytesWithoutRead();
@@ -237,6 +239,7 @@ void AsyncSocket::emptyQueues()
 void AsyncSocket::close()
 {
     disconnectScheduled = false;
+    readingIsHeld = false;
     emptyQueues();
     partialReadBuffer.clear();
     theConnectTimer.stop();

@@ -98,8 +98,17 @@ public:
     void readDataToData(std::string_view data, double timeout, std::shared_ptr<std::string> buffer,
                         std::size_t bufferOffset, std::size_t maxLength, std::int64_t tag);
 
+    /// While held, nothing is taken from the network, and an end of the stream is not seen. The current read
+    /// stays, with its timer. Ends with the connection.
+    void holdReading(bool isHeld);
+    [[nodiscard]] bool isReadingHeld() const { return readingIsHeld; }
+
     /// Empty data is dropped without a word.
     void writeData(std::string data, double timeout, std::int64_t tag);
+    /// Writes at once as much of what is queued as the network takes, for a caller that is about to hold the
+    /// loop up. The delegate hears of finished writes, and of an error, from the loop as ever; of a part
+    /// written here it does not.
+    void flushQueuedWrites();
 
     /// Closes at once; the delegate hears of it before this returns, and of no error.
     void disconnect();
@@ -182,6 +191,7 @@ private:
     void scheduleDequeueWrite();
     void maybeDequeueWrite();
     void doSendBytes();
+    int sendBytesOf(AsyncWritePacket& write);
     bool completeCurrentWrite();
     void endCurrentWrite();
     void doWriteTimeout();
@@ -196,6 +206,7 @@ private:
     std::uint16_t theFlags = PreBufferingEnabled;
     bool _mccp_ = false;
     bool disconnectScheduled = false;
+    bool readingIsHeld = false;
 
     RunLoop* theRunLoop;
     std::vector<std::string> theRunLoopModes{std::string(DefaultRunLoopMode)};

@@ -7,6 +7,7 @@
 #include <cassert>
 #include <cerrno>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -141,10 +142,17 @@ void AsyncSocket::meetBytesWithoutRead()
     closeWithError(there.errorNumber == 0 ? nullptr : &error);
 }
 
+void AsyncSocket::holdReading(bool isHeld)
+{
+    if (!theStream || std::exchange(readingIsHeld, isHeld) == isHeld)
+        return;
+    setInterestIn(RunLoopInterest::Readable, !isHeld); // the loop says again what is there
+}
+
 /// One pass of the current read: what was kept from earlier first, then what the network has.
 void AsyncSocket::doBytesAvailable()
 {
-    if (!theCurrentRead || !theStream)
+    if (!theCurrentRead || !theStream || readingIsHeld)
         return;
     const auto read = theCurrentRead; // a callback may end it
     const auto before = read->bytesDone;

@@ -52,18 +52,7 @@ void AsyncSocket::doSendBytes()
         return;
     const auto write = theCurrentWrite; // a callback may end it
     const auto before = write->bytesDone;
-    int errorNumber = 0;
-    while (write->bytesDone < write->buffer.size() && has(SocketCanAcceptBytes)) {
-        const auto slice = std::min(write->buffer.size() - write->bytesDone, longestSlice);
-        const auto moved = theStream->write(write->buffer.data() + write->bytesDone, slice);
-        write->bytesDone += moved.count;
-        if (moved.count < slice)
-            clear(SocketCanAcceptBytes);
-        if (moved.count == 0 && moved.errorNumber != EAGAIN) {
-            errorNumber = moved.errorNumber;
-            break;
-        }
-    }
+    const int errorNumber = sendBytesOf(*write);
     if (!has(SocketCanAcceptBytes))
         setInterestIn(RunLoopInterest::Writable, true);
 
@@ -77,6 +66,34 @@ void AsyncSocket::doSendBytes()
         tellDelegate(
             [&](auto& delegate) { delegate.onSocketDidWritePartialDataOfLength(*this, length, write->tag); });
     }
+}
+
+/// What ended it, an errno, or 0.
+int AsyncSocket::sendBytesOf(AsyncWritePacket& write)
+{
+    while (write.bytesDone < write.buffer.size() && has(SocketCanAcceptBytes)) {
+        const auto slice = std::min(write.buffer.size() - write.bytesDone, longestSlice);
+        const auto moved = theStream->write(write.buffer.data() + write.bytesDone, slice);
+        write.bytesDone += moved.count;
+        if (moved.count < slice)
+            clear(SocketCanAcceptBytes);
+        if (moved.count == 0 && moved.errorNumber != EAGAIN)
+            return moved.errorNumber;
+    }
+    return 0;
+}
+
+/// An error is left to the loop's next attempt, which meets it as well.
+void AsyncSocket::flushQueuedWrites()
+{
+    if (!theStream)
+        return;
+    set(SocketCanAcceptBytes); // perhaps again since the loop last looked
+    if (theCurrentWrite)
+        sendBytesOf(*theCurrentWrite);
+    for (auto write = theWriteQueue.begin(); write != theWriteQueue.end() && has(SocketCanAcceptBytes);
+         ++write)
+        sendBytesOf(**write);
 }
 
 /// False where the delegate ended the connection.

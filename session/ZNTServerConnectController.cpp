@@ -1,6 +1,5 @@
 #include "ZNTServerConnectController.h"
 
-#include "ZNTBlockDecoder.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTNetworkAddress.h"
 #include "ZNTTelnetScanner.h"
@@ -14,11 +13,9 @@ namespace
 
 using namespace znt::telnet;
 
-constexpr double readTimeoutSeconds = 0.5;
-constexpr long readTag = 0;
 constexpr double noPause = 0;
 
-constexpr char16_t optionCompressionV1 = 85, optionCompressionV2 = 86, optionSound = 90;
+constexpr char16_t optionCompressionV2 = 86, optionSound = 90;
 
 struct EncodingTitle {
     std::u16string_view title;
@@ -29,15 +26,6 @@ constexpr std::array encodingTitles{
     EncodingTitle{u"EUC_CN - Chinese", ZNTStringEncoding::EucCn},
     EncodingTitle{u"BIG5 - Chinese", ZNTStringEncoding::Big5Hkscs},
 };
-
-/// Whether a block shows what was held back before it: at IAC WONT, sent before a password, and at IAC GA.
-bool releasesHeldBackText(std::u16string_view text)
-{
-    for (std::size_t at = 0; (at = znt::findUnit(text, IAC, at)) != text.npos; ++at)
-        if (at + 1 < text.size() && (text[at + 1] == WONT || text[at + 1] == GA))
-            return true;
-    return false;
-}
 
 } // namespace
 
@@ -50,7 +38,7 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
       zntSpeechSynth_(platform.runLoop, services.speechEngine, services.screenReader),
       speechHandOver(zntSpeechSynth_),
       speechReview_(zntSpeechSynth_),
-      _zntSpeedwalking(platform.runLoop, *this, platform.log),
+      _zntSpeedwalking(platform.runLoop, linesOfWalks, platform.log),
       _soundProcessor(platform.places, services.sounds),
       _zntParserUtility(*this,
                         [this](std::u16string_view tag) {
@@ -72,6 +60,8 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
 ZNTServerConnectController::~ZNTServerConnectController()
 {
     services.speechEngine.setAvailabilityListener({});
+    if (chunkInHand) // never to be shown
+        _zntLogger.loggerText(chunkInHand->result.text);
 }
 
 void ZNTServerConnectController::awakeFromNib()
@@ -109,8 +99,7 @@ void ZNTServerConnectController::connectToServer()
     screen.myProgressIndicator->setHidden(false);
     screen.myProgressIndicator->startAnimation();
     lastEnding_ = ZNTSessionEnding::None;
-    repliesOnTheirWay = 0;
-    isReadPutOff = false;
+    forgetWrites();
     mudServer = std::make_unique<AsyncSocket>(platform.runLoop, this);
     if (!mudServer->connectToHost(host, static_cast<std::uint16_t>(port))) {
         lastEnding_ = ZNTSessionEnding::Broken;
@@ -128,7 +117,7 @@ void ZNTServerConnectController::stopConnecting()
 void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const std::string& host,
                                                           std::uint16_t)
 {
-    services.sounds.setGameIsLocal(!znt::isPublicAddress(host));
+    services.sounds.setGameAddress(host);
     farewellTimer.reset(); // what is held back from before shows with this game's first words
     mccp2.startStream();
     screen.myProgressIndicator->stopAnimation();
@@ -139,6 +128,7 @@ void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const st
     screen.port->setEnabled(false);
     enableAlmostAllWidgets();
     screen.textToServer->placeCaretAtEnd();
+    giveUpAnswers(); // those of another game, or of the time between
     readNextBlock();
     changed();
 }
@@ -146,6 +136,7 @@ void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const st
 void ZNTServerConnectController::onSocketWillDisconnectWithError(AsyncSocket& socket, const ZNTError* error)
 {
     lastEnding_ = error ? ZNTSessionEnding::Broken : ZNTSessionEnding::ByServer;
+    takeWhatWasHeldUp(socket);
     _mccp_ = false;
     screen.myProgressIndicator->stopAnimation();
     screen.myProgressIndicator->setHidden(true);
@@ -164,9 +155,9 @@ void ZNTServerConnectController::onSocketDidDisconnect(AsyncSocket&)
     disableAlmostAllWidgets();
     isConnected_ = false;
     screen.myProgressIndicator->stopAnimation();
-    if (!mudServerTextSentBuffer.empty())
-        farewellTimer =
-            platform.runLoop.startTimer(readTimeoutSeconds, RunLoopRepeat::Once, [this] { timeUp(); });
+    forgetWrites();
+    giveUpAnswers();
+    showFarewellInAWhile();
     changed();
 }
 
@@ -188,142 +179,6 @@ void ZNTServerConnectController::setAlmostAllWidgetsEnabled(bool enabled)
                               screen.northEastButton, screen.northWestButton, screen.southEastButton,
                               screen.southWestButton, screen.upButton, screen.downButton})
         button->setEnabled(enabled);
-}
-
-// Receiving
-
-void ZNTServerConnectController::readNextBlock()
-{
-    mudServer->readDataWithTimeout(readTimeoutSeconds, std::make_shared<std::string>(), 0, readTag);
-}
-
-void ZNTServerConnectController::onSocketDidReadData(AsyncSocket& socket, std::string_view data, std::int64_t)
-{
-    if (_mccp_ && isToBeInflated(data)) {
-        const auto block = inflated(data);
-        processMessage(znt::textOfBlock(block, cfStringEncoding_));
-    } else {
-        processMessage(znt::textOfBlock(data, cfStringEncoding_));
-    }
-    // What was told of the block may have ended the connection, or replaced it by another.
-    if (mudServer.get() == &socket && !socket.isDisconnected())
-        readOn();
-}
-
-/// A server that offers without end and takes no answers gets no more of our memory.
-void ZNTServerConnectController::readOn()
-{
-    isReadPutOff = repliesOnTheirWay > mostRepliesOnTheirWay;
-    if (!isReadPutOff)
-        readNextBlock();
-}
-
-void ZNTServerConnectController::onSocketDidWriteDataWithTag(AsyncSocket&, std::int64_t tag)
-{
-    if (tag != ZNTParserUtility::replyTag)
-        return;
-    --repliesOnTheirWay;
-    if (isReadPutOff)
-        readOn();
-}
-
-bool ZNTServerConnectController::isToBeInflated(std::string_view block) const
-{
-    // Servers announce compression with commands that are not compressed themselves. A block that cannot
-    // even be decoded is no such block.
-    if (block.empty() || static_cast<unsigned char>(block.front()) != IAC)
-        return !block.empty();
-    const auto text = znt::decodedText(block, cfStringEncoding_);
-    return !text || !holdsOnlyCommands(*text);
-}
-
-std::string ZNTServerConnectController::inflated(std::string_view block)
-{
-    auto result = mccp2.anotherInflate(block);
-    if (result.outcome != ZNTInflater::Outcome::GoesOn)
-        refuseCompression();
-    return std::move(result.bytes);
-}
-
-void ZNTServerConnectController::refuseCompression()
-{
-    set_mccp(false);
-    _zntParserUtility.sendCommand(Refusal, optionCompressionV2);
-    _zntParserUtility.sendCommand(Refusal, optionCompressionV1);
-}
-
-double ZNTServerConnectController::onSocketShouldTimeoutReadWithTag(AsyncSocket&, std::int64_t, double,
-                                                                    std::size_t)
-{
-    timeUp();
-    if (services.silencePassed)
-        services.silencePassed();
-    return readTimeoutSeconds;
-}
-
-void ZNTServerConnectController::timeUp()
-{
-    readTimeout_ = true;
-    processMessage(_emptyString);
-}
-
-void ZNTServerConnectController::processMessage(std::optional<std::u16string_view> text)
-{
-    if (!text) {
-        isGoAhead_ = readTimeout_ = false;
-        ZNTAttributedText notice;
-        notice.text = u"Data not readable!";
-        screen.textFromServer->append(notice);
-        return;
-    }
-    _zntParserUtility.processServerCommands(*text);
-
-    const bool isHeldBack = !releasesHeldBackText(*text) && !readTimeout_;
-    if (isHeldBack) {
-        mudServerTextSentBuffer.add(*text);
-        if (mudServerTextSentBuffer.size() <= mostHeldBack)
-            return;
-        text = _emptyString;
-    }
-    isGoAhead_ = readTimeout_ = false;
-    if (text->empty() && mudServerTextSentBuffer.empty())
-        return; // a silence that releases nothing is no chunk, which triggers could match
-    auto result = _zntParserUtility.processIncomingStream(mudServerTextSentBuffer.releasedWith(*text));
-    pausesLeft = mostPauses;
-    const bool isGagged = triggers.passOver(result.text, *this);
-    pausesLeft.reset();
-    if (!result.empty())
-        show(result, isGagged);
-    if (isHeldBack) // a flood: what comes next will need as much room
-        mudServerTextSentBuffer.reuse(std::move(result.text));
-}
-
-void ZNTServerConnectController::show(const ZNTAttributedText& result, bool isGagged)
-{
-    _replayLastTextFromMUD += znt::lastUnits(result.text, mostReplayed);
-    if (_replayLastTextFromMUD.size() > 2 * mostReplayed) // seldom, since it moves what stays
-        _replayLastTextFromMUD.erase(0, _replayLastTextFromMUD.size() - mostReplayed);
-    speechReview_.addReceivedText(result.text);
-    if (!isGagged)
-        speakOrStop(result.text);
-    screen.textFromServer->append(result);
-    screen.scrollView()->scrollToEnd();
-    _zntLogger.loggerText(result.text);
-    if (services.textShown)
-        services.textShown();
-}
-
-void ZNTServerConnectController::speakOrStop(const std::u16string& plainText)
-{
-    const bool isOff = zntSpeechSynth_.isSpeachOn(); // its name has it the wrong way round
-    if (speechOnOffBindingState_ != 1) {
-        if (!isOff) // else only a line that the player asked to hear again can be sounding
-            zntSpeechSynth_.stopIt();
-        return;
-    }
-    if (isOff)
-        zntSpeechSynth_.speechOn();
-    speechHandOver.speakOnNewThread(plainText);
 }
 
 // Settings
@@ -372,16 +227,6 @@ void ZNTServerConnectController::set_mccp(bool isCompressed)
 void ZNTServerConnectController::reloadTriggers() { triggers.setTriggers(services.database.loadTriggers()); }
 
 // Speech
-
-void ZNTServerConnectController::interruptSpeech(double pause)
-{
-    if (speechInterruptOnOffBindingState_ != 1)
-        return;
-    zntSpeechSynth_.stopIt();
-    if (pause > 0 && (!pausesLeft || (*pausesLeft)-- > 0))
-        platform.clock.sleepFor(pause);
-    zntSpeechSynth_.speechOn();
-}
 
 void ZNTServerConnectController::speakForScreenReader()
 {

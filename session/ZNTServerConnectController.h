@@ -20,6 +20,8 @@
 #include "ZNTTriggerList.h"
 
 #include <chrono>
+#include <cstddef>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -124,10 +126,14 @@ public:
     void clearScreen();
 
     // Receiving
-    /// The receive pipeline for one decoded block; a missing text is one that no decoding could make.
+    /// The receive pipeline for one decoded block; a missing text is one that no decoding could make. While
+    /// triggers still answer the chunk before, on several turns of the loop, it waits for the last of them.
     void processMessage(std::optional<std::u16string_view> text);
     /// Flushes what is held back, as half a second of silence does.
     void timeUp();
+    /// For a front end that quits: shows at once all that came in. Of a chunk whose triggers have much to
+    /// answer the rest is not answered.
+    void showAllThatCame();
 
     // Settings of the running session
     /// `title` as the encoding buttons bear it; any other title changes nothing.
@@ -191,7 +197,8 @@ public:
     [[nodiscard]] bool isGoAhead() const { return isGoAhead_; }
     [[nodiscard]] bool _mccp() const { return _mccp_; }
     [[nodiscard]] bool isWalking() const;
-    [[nodiscard]] bool hasTextHeldBack() const { return !mudServerTextSentBuffer.empty(); }
+    /// Whether something that came in is not shown yet.
+    [[nodiscard]] bool hasTextHeldBack() const { return chunkInHand || !mudServerTextSentBuffer.empty(); }
     [[nodiscard]] ZNTStringEncoding cfStringEncoding() const { return cfStringEncoding_; }
     /// The folder that the sounds of triggers are played from; ends with a slash.
     [[nodiscard]] const std::string& rootPath() const { return rootPath_; }
@@ -206,11 +213,14 @@ public:
     static constexpr std::size_t mostHeldBack = std::size_t{8} << 20;
     /// UTF-16 units kept for `replayLastText`, the newest; hours more could not be listened to.
     static constexpr std::size_t mostReplayed = std::size_t{1} << 20;
-    /// Writes of telnet replies that may wait for the server to take them before nothing further is read.
-    static constexpr int mostRepliesOnTheirWay = 8;
-    /// Times that the triggers of one block may pause to interrupt speech; a block that matches thousands of
-    /// times would otherwise hold up everything for as many pauses.
-    static constexpr int mostPauses = 10;
+    /// Bytes of telnet replies that may wait for the server to take them before nothing further is read.
+    static constexpr std::size_t mostReplyBytes = std::size_t{64} << 10;
+    /// Bytes that may wait likewise before triggers answer no further for the time being.
+    static constexpr std::size_t mostAnswerBytes = std::size_t{64} << 10;
+    /// What triggers may do in one turn of the loop: answers, and seconds. What the player types meanwhile
+    /// leaves before the next turn's.
+    static constexpr int mostAnswersInATurn = 2'000;
+    static constexpr double secondsForAnswers = 0.05;
 
 private:
     // The socket's delegate
@@ -241,15 +251,29 @@ private:
     // What a trigger does
     void sendCommand(std::u16string_view command) override;
     void playTriggerSound(std::u16string_view fileName) override;
+    bool hasTimeForMore() override;
 
     void readNextBlock();
-    void readOn();
+    void holdReadingWhileBusy();
+    void processBlock(std::string_view data);
+    void takeWhatWasHeldUp(AsyncSocket& socket);
+    void showFarewellInAWhile();
     [[nodiscard]] bool isToBeInflated(std::string_view block) const;
     std::string inflated(std::string_view block);
     void refuseCompression();
+    void goOnWithChunk();
+    void goOnWithChunkNextTurn();
+    [[nodiscard]] bool hasRoomForAnswers() const;
+    void giveUpAnswers();
+    void forgetWrites();
+    void finishChunk();
+    void processWhatWaits();
     void show(const ZNTAttributedText& result, bool isGagged);
     void speakOrStop(const std::u16string& plainText);
     void interruptSpeech(double pause);
+    bool mayPause();
+    void allowPauseNextTurn();
+    void sendGatheredLines();
     void forgetReplay() { _replayLastTextFromMUD.clear(); }
     void showMudNotResponding();
     /// The command line and the ten direction buttons: what needs a connection.
@@ -258,6 +282,24 @@ private:
     void setAlmostAllWidgetsEnabled(bool enabled);
     void fillFromDefaultMud();
     void changed();
+
+    /// A released chunk, from its trigger pass until it is shown.
+    struct Chunk {
+        ZNTAttributedText result;
+        bool isFlood = false; ///< it was released because of its length
+        std::unique_ptr<ZNTTriggerPass> pass;
+    };
+    class AutomaticLines;
+    /// Where speed walks send their steps.
+    class LinesOfWalks final : public ZNTLineSender
+    {
+    public:
+        explicit LinesOfWalks(ZNTServerConnectController& session) : session(session) {}
+        void sendMessageToServer(std::u16string_view line, bool ignoreSpecials) override;
+
+    private:
+        ZNTServerConnectController& session;
+    };
 
     ZNTPlatform platform;
     ZNTSessionScreen screen;
@@ -274,9 +316,11 @@ private:
     ZNTStringEncoding cfStringEncoding_ = ZNTStringEncoding::Ascii;
     std::string rootPath_;
     std::u16string lastCommand_;
-    int repliesOnTheirWay = 0;
-    bool isReadPutOff = false;     ///< until the server has taken more of its replies
-    std::optional<int> pausesLeft; ///< for triggers, while they act; else there is no limit
+    /// The sizes of the writes that the socket has not finished, in its order, and what they come to.
+    std::deque<std::size_t> writesOnTheirWay;
+    std::size_t bytesOnTheirWay = 0, repliesOnTheirWay = 0;
+    bool isAutomatic = false;         ///< the line at hand comes from a trigger or a walk
+    bool hasPausedForTheGame = false; ///< such a line has interrupted speech in this turn of the loop
     std::u16string _replayLastTextFromMUD;
     ZNTHeldBackText mudServerTextSentBuffer;
     ZNTSessionEnding lastEnding_ = ZNTSessionEnding::None;
@@ -286,6 +330,7 @@ private:
     ZNTSpeechHandOver speechHandOver;
     ZNTSpeechReview speechReview_;
     ZNTRecorder _zntRecorder;
+    LinesOfWalks linesOfWalks{*this};
     ZNTSpeedWalking _zntSpeedwalking;
     ZNTMSPProcessor _soundProcessor;
     ZNTParserUtility _zntParserUtility;
@@ -293,7 +338,19 @@ private:
     ZNTTriggerList triggers;
     ZNTInflater mccp2;
     ZNTLogger _zntLogger;
-    /// Shows what a server said just before it closed, unless the next connection stands first.
+    /// After `triggers`, to which a pass gives its memory back.
+    std::optional<Chunk> chunkInHand;
+    bool isBusyWithChunk = false;  ///< its triggers are answering, or it is being shown
+    bool areLinesGathered = false; ///< its triggers are answering
+    bool isWaitingForRoom = false; ///< until the server has taken more of the answers
+    int answersOfTurn = 0;
+    double endOfTurn = 0; ///< of the part of a turn that is for answers; by the run loop's clock
+    std::string gatheredLines;
+    std::unique_ptr<RunLoopTimer> nextPart;
+    /// What came, from elsewhere than the network, while a chunk was in hand.
+    std::deque<std::function<void()>> waitingForChunk;
+    bool isProcessingWhatWaits = false;
     std::unique_ptr<RunLoopTimer> farewellTimer;
     std::unique_ptr<AsyncSocket> mudServer; ///< made anew at each connect
+    std::shared_ptr<char> life = std::make_shared<char>();
 };

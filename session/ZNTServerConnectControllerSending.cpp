@@ -2,6 +2,8 @@
 #include "ZNTMudMacroTableViewController.h"
 #include "ZNTServerConnectController.h"
 
+#include <utility>
+
 namespace
 {
 
@@ -26,11 +28,89 @@ void ZNTServerConnectController::sendMessageToServer(std::u16string_view line, b
 
 void ZNTServerConnectController::writeData(std::string_view data, double timeout, long tag)
 {
-    if (!mudServer || mudServer->isDisconnected())
+    if (!mudServer || mudServer->isDisconnected() || data.empty())
         return;
+    if (areLinesGathered && tag == lineTag) {
+        gatheredLines += data;
+        return;
+    }
+    sendGatheredLines();
+    writesOnTheirWay.push_back(data.size());
+    bytesOnTheirWay += data.size();
     if (tag == ZNTParserUtility::replyTag)
-        ++repliesOnTheirWay;
+        repliesOnTheirWay += data.size();
     mudServer->writeData(std::string(data), timeout, tag);
+}
+
+/// The answers of one part leave in one write: thousands of writes would each wait for a turn of the loop.
+void ZNTServerConnectController::sendGatheredLines()
+{
+    if (gatheredLines.empty())
+        return;
+    const auto lines = std::exchange(gatheredLines, {});
+    const bool wereGathered = std::exchange(areLinesGathered, false);
+    writeData(lines, noTimeout, lineTag);
+    areLinesGathered = wereGathered;
+}
+
+void ZNTServerConnectController::interruptSpeech(double pause)
+{
+    if (speechInterruptOnOffBindingState_ != 1)
+        return;
+    zntSpeechSynth_.stopIt();
+    if (pause > 0 && mayPause()) {
+        sendGatheredLines();
+        if (mudServer)
+            mudServer->flushQueuedWrites();
+        platform.clock.sleepFor(pause);
+    }
+    zntSpeechSynth_.speechOn();
+}
+
+/// A line of the player's always may. Those that triggers and walks send share one pause a turn of the loop,
+/// or else a game could hold the client up for as long as it likes; the turns in which one chunk is answered
+/// count as one.
+bool ZNTServerConnectController::mayPause()
+{
+    if (!isAutomatic)
+        return true;
+    if (std::exchange(hasPausedForTheGame, true))
+        return false;
+    allowPauseNextTurn();
+    return true;
+}
+
+void ZNTServerConnectController::allowPauseNextTurn()
+{
+    platform.runLoop.post([this, alive = std::weak_ptr<char>(life)] {
+        if (!alive.expired() && !chunkInHand)
+            hasPausedForTheGame = false;
+    });
+}
+
+/// While it lives, lines are not the player's own.
+class ZNTServerConnectController::AutomaticLines
+{
+public:
+    explicit AutomaticLines(ZNTServerConnectController& session)
+        : session(session),
+          wasAutomatic(std::exchange(session.isAutomatic, true))
+    {
+    }
+    ~AutomaticLines() { session.isAutomatic = wasAutomatic; }
+    AutomaticLines(const AutomaticLines&) = delete;
+    AutomaticLines& operator=(const AutomaticLines&) = delete;
+
+private:
+    ZNTServerConnectController& session;
+    const bool wasAutomatic;
+};
+
+void ZNTServerConnectController::LinesOfWalks::sendMessageToServer(std::u16string_view line,
+                                                                   bool ignoreSpecials)
+{
+    const AutomaticLines automatic(session);
+    session.sendMessageToServer(line, ignoreSpecials);
 }
 
 void ZNTServerConnectController::sendTextToServer()
@@ -131,6 +211,8 @@ std::optional<std::u16string> ZNTServerConnectController::getMacroByName(std::u1
 
 void ZNTServerConnectController::sendCommand(std::u16string_view command)
 {
+    const AutomaticLines automatic(*this);
+    ++answersOfTurn;
     sendMessageToServer(command, /*ignoreSpecials=*/false);
 }
 

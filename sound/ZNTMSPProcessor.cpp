@@ -7,6 +7,7 @@
 #include <limits>
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
+#include <utility>
 
 namespace
 {
@@ -25,6 +26,9 @@ std::u16string withExtension(std::u16string name)
         name += extension;
     return name;
 }
+
+/// UTF-16 units. No file system has a longer name, nor the system a longer path; a game's may be megabytes.
+constexpr std::size_t longestFileName = 255, longestPath = 4'096;
 
 /// What is absent, or no number, counts as 0.
 std::int32_t number(const ZNTSound::Parameter& parameter)
@@ -50,6 +54,7 @@ public:
     {
         processor.soundDidFinishPlaying(sound, finished);
     }
+    void soundWasFetched(bool isSound, bool isLoaded) { processor.fetched(isSound, isLoaded); }
 
 private:
     ZNTMSPProcessor& processor;
@@ -57,6 +62,7 @@ private:
 
 ZNTMSPProcessor::ZNTMSPProcessor(const ZNTFilePlaces& places, ZNTSoundFactory& sounds)
     : folder(places),
+      folderPath(znt::textFromUtf8(folder.path())),
       sounds(sounds),
       delegate(std::make_shared<Delegate>(*this))
 {
@@ -66,29 +72,68 @@ ZNTMSPProcessor::~ZNTMSPProcessor() = default;
 
 ZNTResult<void> ZNTMSPProcessor::processSound(std::u16string_view tag)
 {
-    const auto asked = requestFromTag(tag);
+    auto asked = requestFromTag(tag);
     if (!asked)
         return asked.error();
-    const auto& request = asked.value();
+    auto request = std::move(asked).value();
     auto& channel = request.isSound ? _sounds_ : _music_;
     if (request.isStop) {
+        giveUpFetch(request.isSound);
         if (channel)
             channel->stop();
         return {};
     }
 
-    auto sound = soundForRequest(request);
+    const auto sound = soundForRequest(request);
     if (!channel)
         channel = sound;
     if (sound && request.sound->_vParam())
         sound->setVolume(znt::floatValue(*request.sound->_vParam()) / 100);
-    if (!makeWayFor(request))
-        return {};
-
-    _zntSound_ = request.sound;
-    channel = sound;
-    startPlaying(request, sound.get());
+    if (sound && !sound->isLoaded())
+        fetch(std::move(request), sound);
+    else
+        begin(request, sound);
     return {};
+}
+
+void ZNTMSPProcessor::fetch(Request request, const std::shared_ptr<ZNTSoundObject>& sound)
+{
+    const bool isSound = request.isSound;
+    auto& underWay = isSound ? soundFetch : musicFetch;
+    const auto rank = number(request.sound->_pParam());
+    if (isOutranked(request) || (underWay && rank <= number(underWay->request.sound->_pParam())))
+        return;
+    giveUpFetch(isSound);
+    underWay = {std::move(request), sound};
+    sound->load([weak = std::weak_ptr(delegate), isSound](bool isLoaded) {
+        if (const auto listener = weak.lock())
+            listener->soundWasFetched(isSound, isLoaded);
+    });
+}
+
+void ZNTMSPProcessor::fetched(bool isSound, bool isLoaded)
+{
+    // Its turn comes now, as if the tag had: what has begun to play meanwhile counts.
+    const auto arrived = *std::exchange(isSound ? soundFetch : musicFetch, {});
+    begin(arrived.request, isLoaded ? arrived.sound : nullptr);
+}
+
+void ZNTMSPProcessor::giveUpFetch(bool isSound)
+{
+    if (const auto given = std::exchange(isSound ? soundFetch : musicFetch, {}))
+        given->sound->stop();
+}
+
+void ZNTMSPProcessor::begin(const Request& request, const std::shared_ptr<ZNTSoundObject>& sound)
+{
+    if (!makeWayFor(request))
+        return;
+    const auto& underWay = request.isSound ? soundFetch : musicFetch;
+    if (underWay && number(underWay->request.sound->_pParam()) <= number(request.sound->_pParam()))
+        giveUpFetch(request.isSound);
+    _zntSound_ = request.sound;
+    (request.isSound ? _sounds_ : _music_) = sound;
+    startPlaying(request, sound.get());
 }
 
 ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16string_view tag)
@@ -96,7 +141,7 @@ ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16stri
     Request request;
     request.isSound = isSound(tag);
     request.sound = std::make_shared<ZNTSound>();
-    const auto file = removeCrapData(processCommand(tag, filePattern, 1));
+    auto file = removeCrapData(processCommand(tag, filePattern, 1));
     if (!file)
         return file.error();
 
@@ -121,7 +166,7 @@ ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16stri
 
     if (!file.value())
         return tagError("The tag names no file.");
-    request.file = *file.value();
+    request.file = std::move(*std::move(file).value());
     request.isStop = znt::contains(request.file, u"Off)") || znt::contains(request.file, u"Off ");
     if (request.isStop)
         return request;
@@ -129,36 +174,52 @@ ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16stri
         return tagError("The tag names no category before the file.");
     if (address)
         request.sound->set_uParam(withExtension(std::move(*address)));
-    request.sound->set_fName(znt::textFromUtf8(
-        folder.tildeExpanded(folder.path() + znt::utf8FromText(withExtension(request.file)))));
+    request.sound->set_fName(folderPath + withExtension(request.file));
     return request;
 }
 
 std::shared_ptr<ZNTSoundObject> ZNTMSPProcessor::soundForRequest(const Request& request)
 {
-    const auto slash = request.file.rfind(u'/');
-    const auto directory = folder.path() + znt::utf8FromText(request.file.substr(0, slash));
-    const auto name = request.file.substr(slash + 1);
-    const bool hasWildcard = request.file.find_first_of(u"*?") != request.file.npos;
-    const auto found =
-        hasWildcard ? findFilesWithAWildcard(name, directory) : findMatchingFile(name, directory);
-    if (!found.empty()) {
-        auto file = folder.openFile(directory + "/" + found.front());
-        return file ? sounds.soundFromFile(std::move(*file)) : nullptr;
+    const std::u16string_view file = request.file;
+    const auto slash = file.rfind(u'/');
+    if (slash <= longestPath && file.size() - slash - 1 <= longestFileName) {
+        const auto name = file.substr(slash + 1);
+        const auto directory = folder.path() + znt::utf8FromText(file.substr(0, slash));
+        const bool hasWildcard = file.find_first_of(u"*?") != file.npos;
+        const auto entries =
+            hasWildcard ? findFilesWithAWildcard(name, directory) : findMatchingFile(name, directory);
+        const auto found = std::find_if(entries.begin(), entries.end(), [&](const std::string& entry) {
+            return folder.isInside(directory + "/" + entry);
+        });
+        if (found != entries.end()) {
+            auto opened = folder.openFile(directory + "/" + *found);
+            if (!opened)
+                return {};
+            return request.isSound ? sounds.soundFromFile(std::move(*opened))
+                                   : sounds.musicFromFile(std::move(*opened));
+        }
     }
     if (request.sound->_uParam())
         return sounds.soundFromUrl(znt::utf8FromText(*request.sound->_uParam()));
     return {};
 }
 
+bool ZNTMSPProcessor::isOutranked(const Request& request) const
+{
+    const auto& playing = request.isSound ? _sounds_ : _music_;
+    const auto& older = request.isSound ? _zntSound_ : _zntMusic_;
+    return playing && playing->isPlaying() &&
+           number(request.sound->_pParam()) <= (older ? number(older->_pParam()) : 0);
+}
+
 bool ZNTMSPProcessor::makeWayFor(const Request& request)
 {
+    if (isOutranked(request))
+        return false;
     const auto& playing = request.isSound ? _sounds_ : _music_;
     const auto& older = request.isSound ? _zntSound_ : _zntMusic_;
     if (!playing || !playing->isPlaying())
         return true;
-    if (number(request.sound->_pParam()) <= (older ? number(older->_pParam()) : 0))
-        return false;
     (request.isSound ? _soundStopped : _musicStopped) = true;
     playing->stop();
     if (request.isSound && older)
@@ -236,6 +297,7 @@ void ZNTMSPProcessor::stopAllSounds()
     // later notice then clears the flags of stops by priority.
     delegate = std::make_shared<Delegate>(*this);
     _soundStopped = _musicStopped = false;
+    soundFetch = musicFetch = {};
     sounds.stopAll();
 }
 

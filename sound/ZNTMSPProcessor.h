@@ -50,7 +50,8 @@ public:
     /// one between quotes, is an error.
     [[nodiscard]] static ZNTResult<std::optional<std::u16string>>
     removeCrapData(std::optional<std::u16string> text);
-    /// The entries of `path`, a folder, that are called `name`, in the folder's own order.
+    /// The entries of `path`, a folder, that are called `name`, in the folder's own order. Links that lead
+    /// out of the sound folder are among them; nothing plays those.
     [[nodiscard]] std::vector<std::string> findMatchingFile(std::u16string_view name,
                                                             const std::string& path) const;
     /// The same for a name in which "*" stands for any characters and "?" for one.
@@ -77,22 +78,37 @@ private:
         std::u16string file; ///< as in the tag: folder/name
         std::shared_ptr<ZNTSound> sound;
     };
+    /// An accepted request whose sound is on its way. It has no say on its channel until then.
+    struct Fetch {
+        Request request;
+        std::shared_ptr<ZNTSoundObject> sound;
+    };
     class Delegate;
 
     ZNTResult<Request> requestFromTag(std::u16string_view tag);
     ZNTResult<std::optional<std::u16string>> parameter(std::u16string_view tag,
                                                        const std::u16string& pattern);
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundForRequest(const Request& request);
-    /// False where what plays on the channel has at least the priority of `request`.
+    void fetch(Request request, const std::shared_ptr<ZNTSoundObject>& sound);
+    void fetched(bool isSound, bool isLoaded);
+    /// Gives up what is being fetched for the channel.
+    void giveUpFetch(bool isSound);
+    void begin(const Request& request, const std::shared_ptr<ZNTSoundObject>& sound);
+    /// What plays on the channel of `request` has at least its priority.
+    [[nodiscard]] bool isOutranked(const Request& request) const;
+    /// False where `request` is outranked.
     bool makeWayFor(const Request& request);
     void startPlaying(const Request& request, ZNTSoundObject* sound);
     void playRepeatedly(ZNTSoundObject& sound, std::u16string name);
 
     ZNTSoundFolder folder;
+    const std::u16string folderPath; ///< the same for the records of requests
     ZNTSoundFactory& sounds;
     ZNTTagPatterns patterns;
     std::mt19937 random{std::random_device{}()};
     std::shared_ptr<Delegate> delegate;
+
+    std::optional<Fetch> musicFetch, soundFetch;
 
     std::shared_ptr<ZNTSoundObject> _music_, _sounds_;
     std::int32_t _currentSoundCounter = 0, _currentMusicCounter = 0;

@@ -1,6 +1,8 @@
 #include "ZNTMixer.h"
 
+#include "ZNTQuietLibraries.h"
 #include "ZNTSoundDecoder.h"
+#include "ZNTSoundStream.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -18,6 +20,8 @@ namespace
 {
 
 constexpr int frequency = 44'100, channels = 2, framesPerBuffer = 1'024;
+/// Stands for the library's one place for music beside its channels.
+constexpr int streamChannel = ZNTMixer::mostAtOnce;
 
 int mixerVolume(float volume)
 {
@@ -26,11 +30,20 @@ int mixerVolume(float volume)
     return static_cast<int>(std::lround(std::min(volume, 1.0F) * MIX_MAX_VOLUME));
 }
 
+void halt(int channel)
+{
+    if (channel == streamChannel)
+        Mix_HaltMusic();
+    else
+        Mix_HaltChannel(channel);
+}
+
 bool openDevice()
 {
     // The program's own handlers stay, and the library's start-up is not that of a game.
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Zantor");
+    znt::keepDeviceSearchQuiet();
     if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
         return false;
     if (Mix_OpenAudio(frequency, AUDIO_S16SYS, channels, framesPerBuffer) != 0) {
@@ -87,9 +100,13 @@ private:
     bool open();
     void closeIfOpen();
     bool startOnChannel(const Request& request, const ZNTSoundDecoder::Samples& samples);
+    /// False where the sound has to be decoded whole.
+    bool startAsStream(const Request& request);
+    void setChannelVolume(int channel, float volume);
     [[nodiscard]] int freeChannel() const;
     void dropEndedSamples();
     static void channelFinished(int channel);
+    static void streamFinished() { channelFinished(streamChannel); }
 
     /// The library's callback carries no word of whose it is.
     static std::atomic<State*> current;
@@ -102,15 +119,17 @@ private:
     std::mutex mutex;
     std::condition_variable changed;
     bool isEnding = false, isOpen = false;
-    float masterVolume = 1;
+    float masterVolume = 1, streamVolume = 1;
     std::deque<Request> waiting;
     std::map<std::uint64_t, Play> plays;
     std::array<ZNTSoundDecoder::Samples, mostAtOnce> samplesOnChannel;
 
     /// The play that each channel has to report the end of, or 0.
-    std::array<std::atomic<std::uint64_t>, mostAtOnce> playOnChannel{};
+    std::array<std::atomic<std::uint64_t>, mostAtOnce + 1> playOnChannel{};
 
-    ZNTSoundDecoder decoder; // of our thread only
+    // Of our thread only.
+    ZNTSoundDecoder decoder;
+    std::unique_ptr<ZNTSoundStream> stream;
     std::thread thread;
 };
 
@@ -135,7 +154,7 @@ void ZNTMixer::State::stop(std::uint64_t play)
     const int channel = found->second.channel;
     plays.erase(found);
     if (channel >= 0 && playOnChannel.at(static_cast<std::size_t>(channel)).compare_exchange_strong(play, 0))
-        Mix_HaltChannel(channel);
+        halt(channel);
 }
 
 void ZNTMixer::State::setVolume(std::uint64_t play, float volume)
@@ -147,15 +166,28 @@ void ZNTMixer::State::setVolume(std::uint64_t play, float volume)
     found->second.volume = volume;
     const int channel = found->second.channel;
     if (channel >= 0 && playOnChannel.at(static_cast<std::size_t>(channel)) == play)
-        Mix_Volume(channel, mixerVolume(volume));
+        setChannelVolume(channel, volume);
 }
 
 void ZNTMixer::State::setMasterVolume(float volume)
 {
     const std::lock_guard hold(mutex);
     masterVolume = volume;
-    if (isOpen)
-        Mix_MasterVolume(mixerVolume(volume));
+    if (!isOpen)
+        return;
+    Mix_MasterVolume(mixerVolume(volume));
+    setChannelVolume(streamChannel, streamVolume);
+}
+
+void ZNTMixer::State::setChannelVolume(int channel, float volume)
+{
+    if (channel != streamChannel) {
+        Mix_Volume(channel, mixerVolume(volume));
+        return;
+    }
+    // The library's master volume is for the channels alone.
+    streamVolume = volume;
+    Mix_VolumeMusic(mixerVolume(volume * masterVolume));
 }
 
 void ZNTMixer::State::run()
@@ -170,7 +202,7 @@ void ZNTMixer::State::run()
             changed.wait(hold, hasNews);
         } else if (!changed.wait_for(hold, idleTime, hasNews)) {
             dropEndedSamples();
-            const bool isIdle = Mix_Playing(-1) == 0;
+            const bool isIdle = Mix_Playing(-1) == 0 && Mix_PlayingMusic() == 0;
             if (isIdle && wasIdle) {
                 hold.unlock();
                 closeIfOpen();
@@ -202,6 +234,8 @@ void ZNTMixer::State::carryOut(const Request& request)
         finished(request.play, Ending::NoDevice);
         return;
     }
+    if (request.isStreamed && startAsStream(request))
+        return;
     auto samples = decoder.samplesOf(*request.source);
     if (samples && !request.loops)
         samples = ZNTSoundDecoder::samplesFrom(samples, request.start);
@@ -218,6 +252,7 @@ bool ZNTMixer::State::open()
         return false;
     current = this;
     Mix_ChannelFinished(channelFinished);
+    Mix_HookMusicFinished(streamFinished);
     const std::lock_guard hold(mutex);
     isOpen = true;
     Mix_MasterVolume(mixerVolume(masterVolume));
@@ -237,6 +272,7 @@ void ZNTMixer::State::closeIfOpen()
             play.channel = -1;
     }
     Mix_HaltChannel(-1);
+    stream.reset();
     decoder.forgetAll();
     samplesOnChannel = {};
     closeDevice();
@@ -265,9 +301,35 @@ bool ZNTMixer::State::startOnChannel(const Request& request, const ZNTSoundDecod
     return false;
 }
 
+bool ZNTMixer::State::startAsStream(const Request& request)
+{
+    auto& playing = playOnChannel.at(streamChannel);
+    if (playing != 0)
+        return false;
+    stream.reset();
+    auto opened = ZNTSoundStream::open(request.source); // waits for the disk
+    if (!opened)
+        return false;
+    stream = std::move(opened);
+    const std::lock_guard hold(mutex);
+    const auto found = plays.find(request.play);
+    if (found == plays.end())
+        return true; // stopped meanwhile
+    setChannelVolume(streamChannel, found->second.volume);
+    found->second.channel = streamChannel;
+    playing = request.play;
+    constexpr int once = 1, forEver = -1;
+    if (Mix_FadeInMusicPos(stream->music(), request.loops ? forEver : once, 0,
+                           request.loops ? 0 : request.start) == 0)
+        return true;
+    playing = 0;
+    found->second.channel = -1;
+    return false;
+}
+
 int ZNTMixer::State::freeChannel() const
 {
-    for (std::size_t at = 0; at < playOnChannel.size(); ++at)
+    for (std::size_t at = 0; at < samplesOnChannel.size(); ++at)
         if (playOnChannel.at(at) == 0)
             return static_cast<int>(at);
     return -1;
@@ -275,15 +337,17 @@ int ZNTMixer::State::freeChannel() const
 
 void ZNTMixer::State::dropEndedSamples()
 {
-    for (std::size_t at = 0; at < playOnChannel.size(); ++at)
+    for (std::size_t at = 0; at < samplesOnChannel.size(); ++at)
         if (playOnChannel.at(at) == 0)
             samplesOnChannel.at(at) = nullptr;
+    if (playOnChannel.at(streamChannel) == 0)
+        stream.reset();
 }
 
 void ZNTMixer::State::channelFinished(int channel)
 {
     auto* mixer = current.load();
-    if (mixer == nullptr || channel < 0 || channel >= mostAtOnce)
+    if (mixer == nullptr || channel < 0 || channel > streamChannel)
         return;
     if (const auto play = mixer->playOnChannel.at(static_cast<std::size_t>(channel)).exchange(0))
         mixer->finished(play, Ending::Natural);

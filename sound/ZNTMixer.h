@@ -31,6 +31,8 @@ public:
         float volume; ///< 0 to 1
         bool loops;
         double start; ///< seconds that are left out at the beginning; a sound that loops starts at 0
+        /// A long one is decoded only as it plays, if no other such sound plays.
+        bool isStreamed = false;
     };
 
     explicit ZNTMixer(Finished finished, double idleSeconds = 5);

@@ -1,10 +1,12 @@
 #include "ZNTMixerSounds.h"
 
 #include "ZNTMixer.h"
+#include "ZNTQuietLibraries.h"
 
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <utility>
 
 /// Keeps book of what plays, on the run loop's thread, for as long as the factory lives.
 class ZNTMixerSounds::Playback : public std::enable_shared_from_this<Playback>
@@ -21,27 +23,31 @@ public:
     std::uint64_t begin(const std::shared_ptr<Sound>& sound);
     /// Stops the play; the notice follows.
     void stop(std::uint64_t play);
+    /// The number of the fetch.
+    std::uint64_t fetch(const std::shared_ptr<Sound>& sound);
+    void giveUp(std::uint64_t fetch);
     void stopAll();
-    [[nodiscard]] bool isPlaying() const { return !playing.empty(); }
+    [[nodiscard]] bool isPlaying() const { return !playing.empty() || !beingFetched.empty(); }
     void setVolume(std::uint64_t play, float volume);
     void updateLoudness();
 
-    bool gameIsLocal = false, isMuted = false;
+    std::string gameAddress;
+    bool isMuted = false;
     float masterVolume = 1;
 
 private:
-    void startWhenFetched(std::uint64_t play, const std::string& url);
-    void start(std::uint64_t play, const Sound& sound);
     void ended(std::uint64_t play, ZNTMixer::Ending ending);
+    void noteDevice(bool isThere);
     ZNTMixer& mixer();
     ZNTSoundDownloads& downloads();
 
     RunLoop& runLoop;
     const std::string cacheFolder;
     const Settings settings;
-    std::uint64_t lastPlay = 0;
-    std::optional<double> deviceWasMissing; ///< when, on the run loop's clock
-    std::map<std::uint64_t, std::shared_ptr<Sound>> playing;
+    std::uint64_t lastNumber = 0;
+    double deviceRest = 0;         ///< seconds; 0 while there is a device, as far as is known
+    double deviceIsAskedForAt = 0; ///< on the run loop's clock
+    std::map<std::uint64_t, std::shared_ptr<Sound>> playing, beingFetched;
     // Last, so that their threads end before anything else does.
     std::unique_ptr<ZNTSoundDownloads> downloads_;
     std::unique_ptr<ZNTMixer> mixer_;
@@ -58,11 +64,21 @@ public:
     {
     }
 
+    [[nodiscard]] bool isLoaded() const override { return source != nullptr; }
+    void load(std::function<void(bool isLoaded)> loaded) override
+    {
+        const auto player = playback.lock();
+        if (isLoaded() || currentFetch != 0 || player == nullptr)
+            return;
+        whenLoaded = std::move(loaded);
+        currentFetch = player->fetch(shared_from_this());
+    }
+
     [[nodiscard]] bool isPlaying() const override { return currentPlay != 0; }
     bool play() override
     {
         const auto player = playback.lock();
-        if (isPlaying() || isUnplayable || player == nullptr)
+        if (!isLoaded() || isPlaying() || isUnplayable || player == nullptr)
             return false;
         currentPlay = player->begin(shared_from_this());
         return isPlaying();
@@ -70,7 +86,10 @@ public:
     bool stop() override
     {
         const auto player = playback.lock();
-        if (!isPlaying() || player == nullptr)
+        if (player == nullptr)
+            return false;
+        player->giveUp(std::exchange(currentFetch, 0));
+        if (!isPlaying())
             return false;
         const auto stopped = currentPlay;
         end();
@@ -91,6 +110,14 @@ public:
         delegate = std::move(newDelegate);
     }
 
+    void wasFetched(const ZNTSoundDownloads::Content& content)
+    {
+        currentFetch = 0;
+        if (content)
+            source = std::make_shared<ZNTFetchedSoundSource>(url, content);
+        if (const auto loaded = std::exchange(whenLoaded, {}))
+            loaded(isLoaded());
+    }
     void end()
     {
         currentPlay = 0;
@@ -109,47 +136,43 @@ public:
     double startTime = 0;
     bool loops = false;
     bool isUnplayable = false;
+    bool isStreamed = false;
 
 private:
     std::weak_ptr<Playback> playback;
     std::weak_ptr<ZNTSoundDelegate> delegate;
-    std::uint64_t currentPlay = 0;
+    std::function<void(bool isLoaded)> whenLoaded;
+    std::uint64_t currentPlay = 0, currentFetch = 0;
 };
 
 std::uint64_t ZNTMixerSounds::Playback::begin(const std::shared_ptr<Sound>& sound)
 {
-    if (deviceWasMissing && runLoop.now() - *deviceWasMissing < settings.missingDeviceSeconds)
+    if (runLoop.now() < deviceIsAskedForAt)
         return 0;
     if (playing.size() >= ZNTMixer::mostAtOnce)
         return 0;
-    const auto play = ++lastPlay;
+    const auto play = ++lastNumber;
     playing[play] = sound;
-    if (sound->source)
-        start(play, *sound);
-    else
-        startWhenFetched(play, sound->url);
+    mixer().play({play, sound->source, sound->volume, sound->loops, sound->startTime, sound->isStreamed});
     return play;
 }
 
-void ZNTMixerSounds::Playback::start(std::uint64_t play, const Sound& sound)
+std::uint64_t ZNTMixerSounds::Playback::fetch(const std::shared_ptr<Sound>& sound)
 {
-    mixer().play({play, sound.source, sound.volume, sound.loops, sound.startTime});
+    const auto number = ++lastNumber;
+    beingFetched[number] = sound;
+    downloads().fetch(number, sound->url, gameAddress,
+                      [this, number](const ZNTSoundDownloads::Content& content) {
+                          if (const auto found = beingFetched.extract(number))
+                              found.mapped()->wasFetched(content);
+                      });
+    return number;
 }
 
-void ZNTMixerSounds::Playback::startWhenFetched(std::uint64_t play, const std::string& url)
+void ZNTMixerSounds::Playback::giveUp(std::uint64_t fetch)
 {
-    const auto hosts = gameIsLocal ? ZNTSoundHosts::Any : ZNTSoundHosts::Public;
-    downloads().fetch(play, url, hosts, [this, play, url](const ZNTSoundDownloads::Content& content) {
-        const auto found = playing.find(play);
-        if (found == playing.end())
-            return;
-        if (content == nullptr) {
-            ended(play, ZNTMixer::Ending::Damaged);
-            return;
-        }
-        found->second->source = std::make_shared<ZNTFetchedSoundSource>(url, content);
-        start(play, *found->second);
-    });
+    if (beingFetched.erase(fetch) > 0)
+        downloads().cancel(fetch);
 }
 
 void ZNTMixerSounds::Playback::stop(std::uint64_t play)
@@ -159,8 +182,6 @@ void ZNTMixerSounds::Playback::stop(std::uint64_t play)
         return;
     const auto sound = std::move(found->second);
     playing.erase(found);
-    if (downloads_)
-        downloads_->cancel(play);
     if (mixer_)
         mixer_->stop(play);
     runLoop.post([weak = weak_from_this(), sound] {
@@ -171,9 +192,10 @@ void ZNTMixerSounds::Playback::stop(std::uint64_t play)
 
 void ZNTMixerSounds::Playback::stopAll()
 {
-    // Each stop takes its play out of the book.
-    for (const auto& [play, sound] : std::map(playing))
-        sound->stop();
+    // Each stop takes its entry out of the book.
+    for (const auto& book : {playing, beingFetched})
+        for (const auto& [number, sound] : book)
+            sound->stop();
 }
 
 void ZNTMixerSounds::Playback::setVolume(std::uint64_t play, float volume)
@@ -200,11 +222,19 @@ void ZNTMixerSounds::Playback::ended(std::uint64_t play, ZNTMixer::Ending ending
     sound->end();
     if (ending == ZNTMixer::Ending::Damaged)
         sound->isUnplayable = true;
-    if (ending == ZNTMixer::Ending::NoDevice)
-        deviceWasMissing = runLoop.now();
-    else
-        deviceWasMissing.reset();
+    noteDevice(ending != ZNTMixer::Ending::NoDevice);
     sound->notice(ending == ZNTMixer::Ending::Natural);
+}
+
+void ZNTMixerSounds::Playback::noteDevice(bool isThere)
+{
+    if (isThere) {
+        deviceRest = deviceIsAskedForAt = 0;
+    } else if (runLoop.now() >= deviceIsAskedForAt) { // else a play that met the same attempt
+        deviceRest = deviceRest == 0 ? settings.missingDeviceSeconds
+                                     : std::min(2 * deviceRest, settings.longestMissingDeviceSeconds);
+        deviceIsAskedForAt = runLoop.now() + deviceRest;
+    }
 }
 
 ZNTMixer& ZNTMixerSounds::Playback::mixer()
@@ -233,6 +263,7 @@ ZNTSoundDownloads& ZNTMixerSounds::Playback::downloads()
 ZNTMixerSounds::ZNTMixerSounds(RunLoop& runLoop, const ZNTFilePlaces& places, Settings settings)
     : playback(std::make_shared<Playback>(runLoop, places, settings))
 {
+    znt::keepSoundLibrariesQuiet();
 }
 
 ZNTMixerSounds::ZNTMixerSounds(RunLoop& runLoop, const ZNTFilePlaces& places)
@@ -242,12 +273,25 @@ ZNTMixerSounds::ZNTMixerSounds(RunLoop& runLoop, const ZNTFilePlaces& places)
 
 ZNTMixerSounds::~ZNTMixerSounds() = default;
 
-std::shared_ptr<ZNTSoundObject> ZNTMixerSounds::soundFromFile(ZNTSoundFile file)
+std::shared_ptr<ZNTMixerSounds::Sound> ZNTMixerSounds::makeSound(ZNTSoundFile file)
 {
     auto source = std::make_shared<ZNTFileSoundSource>(std::move(file));
     if (!znt::startsLikeSound(source->start()))
         return {};
     return std::make_shared<Sound>(playback, std::move(source), "");
+}
+
+std::shared_ptr<ZNTSoundObject> ZNTMixerSounds::soundFromFile(ZNTSoundFile file)
+{
+    return makeSound(std::move(file));
+}
+
+std::shared_ptr<ZNTSoundObject> ZNTMixerSounds::musicFromFile(ZNTSoundFile file)
+{
+    auto music = makeSound(std::move(file));
+    if (music)
+        music->isStreamed = true;
+    return music;
 }
 
 std::shared_ptr<ZNTSoundObject> ZNTMixerSounds::soundFromUrl(std::string_view url)
@@ -261,7 +305,7 @@ void ZNTMixerSounds::stopAll() { playback->stopAll(); }
 
 bool ZNTMixerSounds::isPlaying() const { return playback->isPlaying(); }
 
-void ZNTMixerSounds::setGameIsLocal(bool isLocal) { playback->gameIsLocal = isLocal; }
+void ZNTMixerSounds::setGameAddress(std::string_view address) { playback->gameAddress = address; }
 
 void ZNTMixerSounds::setMasterVolume(float volume)
 {

@@ -9,15 +9,16 @@
 
 /// The sounds of the running programs: WAV, Ogg, FLAC and MP3 through ZNTMixer, from files and from URLs.
 ///
-/// Without a sound device there is silence: `play` is refused while none is found, and asked again some
-/// seconds later. Threads are started with the first sound that needs them, and none outlives this object.
-/// Sounds may; they play no more.
+/// Without a sound device there is silence: `play` is refused while none is found, and the device asked for
+/// again later, each time after twice as long. Threads are started with the first sound that needs them, and
+/// none outlives this object. Sounds may; they play no more.
 class ZNTMixerSounds final : public ZNTSoundFactory
 {
 public:
     struct Settings {
         double idleSeconds = 5;          ///< until the device is closed, up to twice that
-        double missingDeviceSeconds = 5; ///< until a device that was not there is asked for again
+        double missingDeviceSeconds = 5; ///< until a device that was not there is asked for again at first
+        double longestMissingDeviceSeconds = 300;
         ZNTSoundDownloadLimits downloads = {};
     };
 
@@ -27,10 +28,11 @@ public:
     ~ZNTMixerSounds() override;
 
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile file) override;
+    [[nodiscard]] std::shared_ptr<ZNTSoundObject> musicFromFile(ZNTSoundFile file) override;
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view url) override;
     void stopAll() override;
     [[nodiscard]] bool isPlaying() const override;
-    void setGameIsLocal(bool isLocal) override;
+    void setGameAddress(std::string_view address) override;
     void setMasterVolume(float volume) override;
     [[nodiscard]] float masterVolume() const override;
     void setMuted(bool isMuted) override;
@@ -39,5 +41,6 @@ public:
 private:
     class Playback;
     class Sound;
+    [[nodiscard]] std::shared_ptr<Sound> makeSound(ZNTSoundFile file);
     std::shared_ptr<Playback> playback;
 };

@@ -1,119 +1,157 @@
 #include "ZNTNetworkAddress.h"
 
 #include <algorithm>
-#include <arpa/inet.h>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
+#include <memory>
+#include <netdb.h>
 #include <netinet/in.h>
+#include <optional>
 #include <string>
 #include <sys/socket.h>
 
 namespace
 {
 
-struct Range4 {
-    std::uint32_t start;
+/// An IPv6 address; an IPv4 one is mapped into it (RFC 4291, 2.5.5.2).
+using Bytes = std::array<std::uint8_t, 16>;
+
+constexpr Bytes mapped(std::uint8_t a, std::uint8_t b = 0, std::uint8_t c = 0, std::uint8_t d = 0)
+{
+    return {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xff, 0xff, a, b, c, d};
+}
+
+constexpr Bytes address6(unsigned a, unsigned b = 0, unsigned c = 0)
+{
+    const auto high = [](unsigned word) { return static_cast<std::uint8_t>(word >> 8U); };
+    const auto low = [](unsigned word) { return static_cast<std::uint8_t>(word); };
+    return {high(a), low(a), high(b), low(b), high(c), low(c)};
+}
+
+constexpr unsigned ipv4 = 96; ///< bits before those of a mapped address
+constexpr int notPublic = -1;
+
+struct Block {
+    Bytes start;
     unsigned bits;
+    /// Where the IPv4 address stands whose place in the network decides.
+    int embeddedAt = notPublic;
 };
 
-constexpr std::uint32_t address4(unsigned a, unsigned b = 0, unsigned c = 0, unsigned d = 0)
+/// The blocks that are not of the public network: those of IANA's special-purpose address registries
+/// (https://www.iana.org/assignments/iana-ipv4-special-registry and iana-ipv6-special-registry; RFC 6890)
+/// that are not globally reachable as a whole, multicast, and addresses that carry an IPv4 one. Beside each
+/// the document that sets it apart.
+constexpr Block blocks[] = {
+    {mapped(0), ipv4 + 8},             // this network (RFC 791)
+    {mapped(10), ipv4 + 8},            // private (RFC 1918)
+    {mapped(100, 64), ipv4 + 10},      // behind a carrier's translation (RFC 6598)
+    {mapped(127), ipv4 + 8},           // loopback (RFC 1122)
+    {mapped(169, 254), ipv4 + 16},     // link-local (RFC 3927)
+    {mapped(172, 16), ipv4 + 12},      // private (RFC 1918)
+    {mapped(192, 0, 0), ipv4 + 24},    // protocol assignments (RFC 6890)
+    {mapped(192, 0, 2), ipv4 + 24},    // documentation (RFC 5737)
+    {mapped(192, 88, 99), ipv4 + 24},  // relays to 6to4, given up (RFC 7526)
+    {mapped(192, 168), ipv4 + 16},     // private (RFC 1918)
+    {mapped(198, 18), ipv4 + 15},      // benchmarks (RFC 2544)
+    {mapped(198, 51, 100), ipv4 + 24}, // documentation (RFC 5737)
+    {mapped(203, 0, 113), ipv4 + 24},  // documentation (RFC 5737)
+    {mapped(224), ipv4 + 3},           // multicast (RFC 5771), reserved (RFC 1112), broadcast (RFC 919)
+    {address6(0), 96, 12},             // compatible with IPv4, unspecified and loopback (RFC 4291)
+    {address6(0x64, 0xff9b), 96, 12},  // translated (RFC 6052)
+    {address6(0x64, 0xff9b, 1), 48},   // translated within a network (RFC 8215)
+    {address6(0x100), 16},             // discard-only (RFC 6666), dummy prefix (RFC 9780)
+    {address6(0x2001), 23},            // protocol assignments, Teredo among them (RFC 2928)
+    {address6(0x2001, 0xdb8), 32},     // documentation (RFC 3849)
+    {address6(0x2002), 16, 2},         // 6to4 (RFC 3056)
+    {address6(0x3fff), 20},            // documentation (RFC 9637)
+    {address6(0x5f00), 16},            // segment routing (RFC 9602)
+    {address6(0xfc00), 7},             // unique local (RFC 4193)
+    {address6(0xfe80), 10},            // link-local (RFC 4291)
+    {address6(0xfec0), 10},            // site-local (RFC 3879)
+    {address6(0xff00), 8},             // multicast (RFC 4291)
+};
+
+bool covers(const Block& block, const Bytes& address)
 {
-    return a << 24U | b << 16U | c << 8U | d;
+    const auto wholeBytes = block.bits / 8, restOfBits = block.bits % 8;
+    const auto isSame = [&](unsigned at, unsigned unusedBits) {
+        return block.start.at(at) >> unusedBits == address.at(at) >> unusedBits;
+    };
+    return std::equal(address.begin(), address.begin() + wholeBytes, block.start.begin()) &&
+           (restOfBits == 0 || isSame(wholeBytes, 8 - restOfBits));
 }
 
-constexpr Range4 notPublic4[] = {
-    {address4(0), 8},             // this network (RFC 791)
-    {address4(10), 8},            // private (RFC 1918)
-    {address4(100, 64), 10},      // behind a carrier's translation (RFC 6598)
-    {address4(127), 8},           // loopback (RFC 1122)
-    {address4(169, 254), 16},     // link-local (RFC 3927)
-    {address4(172, 16), 12},      // private (RFC 1918)
-    {address4(192, 0, 0), 24},    // protocol assignments (RFC 6890)
-    {address4(192, 0, 2), 24},    // documentation (RFC 5737)
-    {address4(192, 168), 16},     // private (RFC 1918)
-    {address4(198, 18), 15},      // benchmarks (RFC 2544)
-    {address4(198, 51, 100), 24}, // documentation (RFC 5737)
-    {address4(203, 0, 113), 24},  // documentation (RFC 5737)
-    {address4(224), 3},           // multicast (RFC 5771), reserved (RFC 1112), broadcast
-};
-
-struct Range6 {
-    std::array<std::uint8_t, 4> start;
-    unsigned bits;
-};
-
-constexpr Range6 notPublic6[] = {
-    {{0xfc}, 7},                    // unique local (RFC 4193)
-    {{0xfe, 0x80}, 10},             // link-local (RFC 4291)
-    {{0xfe, 0xc0}, 10},             // site-local (RFC 3879)
-    {{0xff}, 8},                    // multicast (RFC 4291)
-    {{0x01, 0x00}, 16},             // discard-only (RFC 6666)
-    {{0x20, 0x01, 0x00, 0x00}, 23}, // protocol assignments, Teredo among them (RFC 2928)
-    {{0x20, 0x01, 0x0d, 0xb8}, 32}, // documentation (RFC 3849)
-};
-
-/// Leading bytes of the IPv6 addresses that carry an IPv4 one, and where it stands.
-struct Embedding {
-    std::array<std::uint8_t, 12> start;
-    std::size_t length, offset;
-};
-
-constexpr Embedding embeddings[] = {
-    {{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xff, 0xff}, 12, 12}, // mapped (RFC 4291)
-    {{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, 12, 12},       // compatible, unspecified and loopback (RFC 4291)
-    {{0x00, 0x64, 0xff, 0x9b}, 12, 12},                   // translated (RFC 6052)
-    {{0x20, 0x02}, 2, 2},                                 // 6to4 (RFC 3056)
-};
-
-bool isPublic4(std::uint32_t address)
+bool isPublic(const Bytes& address)
 {
-    return std::none_of(std::begin(notPublic4), std::end(notPublic4), [&](const Range4& range) {
-        return (address ^ range.start) >> (32U - range.bits) == 0;
+    const auto* const block = std::find_if(std::begin(blocks), std::end(blocks), [&](const Block& candidate) {
+        return covers(candidate, address);
     });
+    if (block == std::end(blocks))
+        return true;
+    if (block->embeddedAt == notPublic)
+        return false;
+    const auto at = static_cast<std::size_t>(block->embeddedAt);
+    return isPublic(mapped(address.at(at), address.at(at + 1), address.at(at + 2), address.at(at + 3)));
 }
 
-std::uint32_t bigEndian(const std::uint8_t* bytes)
+struct HostAddress {
+    Bytes bytes{};
+    std::uint32_t interface = 0; ///< of a link-local address, which is another host's on each network
+    friend bool operator==(const HostAddress&, const HostAddress&) = default;
+};
+
+std::optional<HostAddress> hostAddress(const sockaddr& address)
 {
-    return address4(bytes[0], bytes[1], bytes[2], bytes[3]);
+    HostAddress host;
+    if (address.sa_family == AF_INET) {
+        sockaddr_in plain;
+        std::memcpy(&plain, &address, sizeof plain);
+        host.bytes = mapped(0);
+        std::memcpy(&host.bytes[12], &plain.sin_addr, sizeof plain.sin_addr);
+        return host;
+    }
+    if (address.sa_family == AF_INET6) {
+        sockaddr_in6 plain;
+        std::memcpy(&plain, &address, sizeof plain);
+        std::memcpy(host.bytes.data(), &plain.sin6_addr, sizeof plain.sin6_addr);
+        host.interface = plain.sin6_scope_id;
+        return host;
+    }
+    return {};
 }
 
-bool isPublic6(const std::uint8_t* address)
+std::optional<HostAddress> hostAddress(std::string_view numericAddress)
 {
-    for (const auto& embedding : embeddings)
-        if (std::equal(embedding.start.begin(),
-                       embedding.start.begin() + static_cast<std::ptrdiff_t>(embedding.length), address))
-            return isPublic4(bigEndian(address + embedding.offset));
-    return std::none_of(std::begin(notPublic6), std::end(notPublic6), [&](const Range6& range) {
-        return (bigEndian(address) ^ bigEndian(range.start.data())) >> (32U - range.bits) == 0;
-    });
+    addrinfo wanted{};
+    wanted.ai_flags = AI_NUMERICHOST;
+    wanted.ai_socktype = SOCK_STREAM;
+    addrinfo* found = nullptr;
+    if (getaddrinfo(std::string(numericAddress).c_str(), nullptr, &wanted, &found) != 0)
+        return {};
+    const std::unique_ptr<addrinfo, void (*)(addrinfo*)> owned(found, freeaddrinfo);
+    return hostAddress(*found->ai_addr);
 }
 
 } // namespace
 
 bool znt::isPublicAddress(const sockaddr& address)
 {
-    if (address.sa_family == AF_INET) {
-        sockaddr_in ipv4;
-        std::memcpy(&ipv4, &address, sizeof ipv4);
-        return isPublic4(ntohl(ipv4.sin_addr.s_addr));
-    }
-    if (address.sa_family == AF_INET6) {
-        sockaddr_in6 ipv6;
-        std::memcpy(&ipv6, &address, sizeof ipv6);
-        return isPublic6(ipv6.sin6_addr.s6_addr);
-    }
-    return false;
+    const auto host = hostAddress(address);
+    return host && isPublic(host->bytes);
 }
 
 bool znt::isPublicAddress(std::string_view numericAddress)
 {
-    const std::string text(numericAddress.substr(0, numericAddress.find('%')));
-    in_addr ipv4{};
-    if (inet_pton(AF_INET, text.c_str(), &ipv4) == 1)
-        return isPublic4(ntohl(ipv4.s_addr));
-    in6_addr ipv6{};
-    if (inet_pton(AF_INET6, text.c_str(), &ipv6) == 1)
-        return isPublic6(ipv6.s6_addr);
-    return true;
+    const auto host = hostAddress(numericAddress);
+    return !host || isPublic(host->bytes);
+}
+
+bool znt::isSameAddress(const sockaddr& address, std::string_view numericAddress)
+{
+    const auto host = hostAddress(address);
+    return host && host == hostAddress(numericAddress);
 }

@@ -3,14 +3,14 @@
 #include "ZNTSoundFactory.h"
 
 /// For who wants no sound: makes none.
-class ZNTSilentSounds final : public ZNTSoundFactory
+class ZNTSilentSounds : public ZNTSoundFactory
 {
 public:
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override { return {}; }
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
     void stopAll() override {}
     [[nodiscard]] bool isPlaying() const override { return false; }
-    void setGameIsLocal(bool) override {}
+    void setGameAddress(std::string_view) override {}
     void setMasterVolume(float volume) override { masterVolume_ = volume; }
     [[nodiscard]] float masterVolume() const override { return masterVolume_; }
     void setMuted(bool isMuted) override { isMuted_ = isMuted; }

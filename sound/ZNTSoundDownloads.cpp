@@ -31,12 +31,12 @@ struct CloseMulti {
 struct Download {
     std::uint64_t number;
     std::string url;
-    ZNTSoundHosts hosts;
+    std::string gameAddress; ///< empty for a game of the public network
 
-    /// A public game must not learn by way of the cache what a local one could fetch.
+    /// A game must not learn by way of the cache what one on another host could fetch.
     [[nodiscard]] std::string key() const
     {
-        return (hosts == ZNTSoundHosts::Public ? "public " : "any ") + url;
+        return (gameAddress.empty() ? "public" : gameAddress) + " " + url;
     }
 };
 
@@ -61,7 +61,8 @@ std::size_t receive(char* bytes, std::size_t /*one*/, std::size_t length, void* 
 curl_socket_t openSocket(void* context, curlsocktype /*purpose*/, curl_sockaddr* address)
 {
     const auto& transfer = *static_cast<const Transfer*>(context);
-    if (transfer.download.hosts == ZNTSoundHosts::Public && !transfer.isPublicAddress(address->addr))
+    if (!transfer.isPublicAddress(address->addr) &&
+        !znt::isSameAddress(address->addr, transfer.download.gameAddress))
         return CURL_SOCKET_BAD;
     return socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
 }
@@ -88,7 +89,7 @@ bool prepare(Transfer& transfer, const ZNTSoundDownloadLimits& limits)
     set(CURLOPT_QUICK_EXIT, 1L); // an end does not wait for a name server
     set(CURLOPT_TIMEOUT_MS, static_cast<long>(limits.seconds * 1'000));
     set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits.mostBytes));
-    // A connection made for a local game must not serve a public one.
+    // A connection made for one game must not serve another.
     set(CURLOPT_FRESH_CONNECT, 1L);
     set(CURLOPT_FORBID_REUSE, 1L);
     set(CURLOPT_OPENSOCKETFUNCTION, openSocket);
@@ -292,9 +293,11 @@ bool ZNTSoundDownloads::canFetch(std::string_view url)
            std::none_of(url.begin(), url.end(), isControl);
 }
 
-void ZNTSoundDownloads::fetch(std::uint64_t number, std::string url, ZNTSoundHosts hosts, Done done)
+void ZNTSoundDownloads::fetch(std::uint64_t number, std::string url, std::string gameAddress, Done done)
 {
-    worker->fetch({number, std::move(url), hosts}, std::move(done));
+    if (znt::isPublicAddress(gameAddress))
+        gameAddress.clear();
+    worker->fetch({number, std::move(url), std::move(gameAddress)}, std::move(done));
 }
 
 void ZNTSoundDownloads::cancel(std::uint64_t number) { worker->cancel(number); }

@@ -9,12 +9,6 @@
 #include <memory>
 #include <string>
 
-/// From where a sound may be fetched.
-enum class ZNTSoundHosts {
-    Public, ///< not from this machine nor from private networks, not through a redirect either
-    Any
-};
-
 struct ZNTSoundDownloadLimits {
     std::size_t mostBytes = 16 << 20;
     double seconds = 20; ///< from the start of a download to its end
@@ -45,8 +39,9 @@ public:
     /// Whether `url` is one that may be fetched at all.
     [[nodiscard]] static bool canFetch(std::string_view url);
 
-    /// `number` names the download from now on.
-    void fetch(std::uint64_t number, std::string url, ZNTSoundHosts hosts, Done done);
+    /// `number` names the download from now on. `gameAddress`, in numbers, is the only address of this
+    /// machine and of private networks that may be asked, by the URL or by a redirect; empty for none.
+    void fetch(std::uint64_t number, std::string url, std::string gameAddress, Done done);
     /// `done` will not be called, if it has not been.
     void cancel(std::uint64_t number);
 

@@ -14,8 +14,13 @@ public:
 
     /// Null where no sound can be made of it.
     [[nodiscard]] virtual std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile file) = 0;
-    /// `url` is UTF-8. It is fetched when the sound is first played, off the run loop's thread. Null where it
-    /// cannot be fetched for sure.
+    /// The same for music, which may be of any length: one such sound at a time is decoded only as it plays.
+    [[nodiscard]] virtual std::shared_ptr<ZNTSoundObject> musicFromFile(ZNTSoundFile file)
+    {
+        return soundFromFile(std::move(file));
+    }
+    /// `url` is UTF-8. The sound is to be loaded before it can be played. Null where it cannot be fetched for
+    /// sure.
     [[nodiscard]] virtual std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view url) = 0;
 
     /// Stops every sound that it made and that plays or is being fetched.
@@ -23,9 +28,9 @@ public:
     /// Whether any of them plays or is being fetched.
     [[nodiscard]] virtual bool isPlaying() const = 0;
 
-    /// Whether the game is on this machine or on its network. Only such a game may have sounds fetched from
-    /// there. False until told otherwise.
-    virtual void setGameIsLocal(bool isLocal) = 0;
+    /// The address, in numbers, of the host that the game is on. Of this machine and of its network nothing
+    /// but that host may be asked for sounds. Empty, as at first, for none.
+    virtual void setGameAddress(std::string_view address) = 0;
 
     /// For all sounds together, those that play too: 0 to 1, 1 at first.
     virtual void setMasterVolume(float volume) = 0;

@@ -22,7 +22,7 @@ std::optional<std::string> realPath(const std::string& path)
     return std::string(real.get());
 }
 
-bool isInside(const std::string& path, const std::string& folder)
+bool isBelow(const std::string& path, const std::string& folder)
 {
     return path == folder || (path.starts_with(folder) && (folder == "/" || path[folder.size()] == '/'));
 }
@@ -70,8 +70,7 @@ ZNTSoundFolder::entries(const std::string& directory,
     }
     while (const auto* entry = readdir(listing.get())) {
         const std::string name = entry->d_name;
-        if (name != "." && name != ".." && isWanted(name) &&
-            realPathInside(std::string(directory).append("/").append(name)))
+        if (name != "." && name != ".." && isWanted(name))
             names.push_back(name);
     }
     return names;
@@ -81,7 +80,7 @@ std::optional<std::string> ZNTSoundFolder::realPathInside(const std::string& pat
 {
     const auto realRoot = realPath(root);
     auto real = realPath(path);
-    if (!realRoot || !real || !isInside(*real, *realRoot))
+    if (!realRoot || !real || !isBelow(*real, *realRoot))
         return {};
     return real;
 }
@@ -99,7 +98,7 @@ int ZNTSoundFolder::openInside(const std::string& path, int flags) const
     const auto opened =
         std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(descriptor), unreadable);
     const auto realRoot = realPath(root);
-    if (!unreadable && realRoot && isInside(opened.string(), *realRoot))
+    if (!unreadable && realRoot && isBelow(opened.string(), *realRoot))
         return descriptor;
     close(descriptor);
     return -1;

@@ -23,7 +23,10 @@ public:
 
     /// A regular file below the folder.
     [[nodiscard]] std::optional<ZNTSoundFile> openFile(const std::string& path) const;
-    /// The names in `directory` that `isWanted`, in the order in which the file system has them.
+    /// Whether `path` exists and really lies in the folder.
+    [[nodiscard]] bool isInside(const std::string& path) const { return realPathInside(path).has_value(); }
+    /// The names in `directory` that `isWanted`, in the order in which the file system has them. Where each
+    /// of them leads is not looked at: that takes a walk along its path.
     [[nodiscard]] std::vector<std::string>
     entries(const std::string& directory, const std::function<bool(std::string_view name)>& isWanted) const;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -24,12 +25,18 @@ class ZNTSoundObject
 public:
     virtual ~ZNTSoundObject() = default;
 
-    /// True from `play` until the end was noticed or `stop`, while the sound is still being fetched too.
+    /// False for the sound of a URL until `load` has fetched it. Only a loaded sound can be played.
+    [[nodiscard]] virtual bool isLoaded() const = 0;
+    /// Fetches a sound that is not loaded. `loaded` is called once, on a later turn of the run loop, with
+    /// false where there is no such sound; after a `stop` it is not called.
+    virtual void load(std::function<void(bool isLoaded)> loaded) = 0;
+
+    /// True from `play` until the end was noticed or `stop`.
     [[nodiscard]] virtual bool isPlaying() const = 0;
-    /// False, and no notice follows, where the sound plays already or cannot be played: no sound device, a
-    /// damaged file, too many sounds at once.
+    /// False, and no notice follows, where the sound plays already or cannot be played: not loaded, no sound
+    /// device, a damaged file, too many sounds at once.
     virtual bool play() = 0;
-    /// False where it did not play.
+    /// False where it did not play. A sound that is being fetched is given up.
     virtual bool stop() = 0;
     /// 1 is the sound as recorded; what lies outside 0 to 1 counts as the nearer of the two.
     virtual void setVolume(float volume) = 0;

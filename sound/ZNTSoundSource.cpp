@@ -6,7 +6,7 @@
 
 namespace
 {
-/// A longer file is cut; 256 MiB are hours of Ogg and 25 minutes of WAV.
+/// A longer file is cut where it is read whole; 256 MiB are hours of Ogg and 25 minutes of WAV.
 constexpr std::size_t longestFile = 256 << 20;
 constexpr std::size_t startLength = 16;
 } // namespace
@@ -31,21 +31,29 @@ std::string ZNTFileSoundSource::start() const { return bytes(startLength); }
 
 std::string ZNTFileSoundSource::bytes(std::size_t most) const
 {
+    std::string content(std::min(most, static_cast<std::size_t>(size())), '\0');
+    content.resize(read(0, content.data(), content.size()));
+    return content;
+}
+
+std::int64_t ZNTFileSoundSource::size() const
+{
     struct stat status {
     };
-    if (fstat(file.descriptor(), &status) != 0 || status.st_size <= 0)
-        return {};
-    std::string content(std::min(most, static_cast<std::size_t>(status.st_size)), '\0');
+    return fstat(file.descriptor(), &status) == 0 ? std::max<std::int64_t>(0, status.st_size) : 0;
+}
+
+std::size_t ZNTFileSoundSource::read(std::int64_t offset, char* to, std::size_t most) const
+{
     std::size_t read = 0;
-    while (read < content.size()) {
+    while (read < most) {
         const auto piece =
-            pread(file.descriptor(), content.data() + read, content.size() - read, static_cast<off_t>(read));
+            pread(file.descriptor(), to + read, most - read, offset + static_cast<std::int64_t>(read));
         if (piece <= 0)
             break;
         read += static_cast<std::size_t>(piece);
     }
-    content.resize(read);
-    return content;
+    return read;
 }
 
 bool znt::startsLikeSound(std::string_view bytes)

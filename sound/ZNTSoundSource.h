@@ -2,6 +2,8 @@
 
 #include "ZNTSoundFile.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,6 +17,10 @@ public:
     [[nodiscard]] virtual std::string identity() const = 0;
     /// Empty where they cannot be read.
     [[nodiscard]] virtual std::string bytes() const = 0;
+    /// In bytes.
+    [[nodiscard]] virtual std::int64_t size() const = 0;
+    /// Fills `to` from `offset` on with at most `most` bytes; fewer only at the end. Returns their number.
+    virtual std::size_t read(std::int64_t offset, char* to, std::size_t most) const = 0;
 };
 
 /// A file as it is when it is read.
@@ -24,6 +30,8 @@ public:
     explicit ZNTFileSoundSource(ZNTSoundFile file) : file(std::move(file)) {}
     [[nodiscard]] std::string identity() const override;
     [[nodiscard]] std::string bytes() const override;
+    [[nodiscard]] std::int64_t size() const override;
+    std::size_t read(std::int64_t offset, char* to, std::size_t most) const override;
     /// The first bytes, enough to tell a format.
     [[nodiscard]] std::string start() const;
 
@@ -43,6 +51,11 @@ public:
     }
     [[nodiscard]] std::string identity() const override { return url; }
     [[nodiscard]] std::string bytes() const override { return *content; }
+    [[nodiscard]] std::int64_t size() const override { return static_cast<std::int64_t>(content->size()); }
+    std::size_t read(std::int64_t offset, char* to, std::size_t most) const override
+    {
+        return offset < size() ? content->copy(to, most, static_cast<std::size_t>(offset)) : 0;
+    }
 
 private:
     std::string url;

@@ -1,6 +1,7 @@
 #include "ZNTSpeechDispatcher.h"
 
 #include "ZNTSpeechConnection.h"
+#include "ZNTSpeechMessages.h"
 #include "ZNTText.h"
 
 #include <algorithm>
@@ -9,7 +10,6 @@
 #include <cstdint>
 #include <deque>
 #include <iterator>
-#include <map>
 #include <mutex>
 #include <poll.h>
 #include <set>
@@ -40,10 +40,6 @@ constexpr std::string_view unavailableText =
     "Speech is unavailable: no speech service answers. Please install the Debian package "
     "\"speech-dispatcher\" and a voice for it, such as \"speech-dispatcher-espeak-ng\".";
 
-/// When a message whose end was never told counts as said. No voice is that slow, and messages of other
-/// programs may come first; but a service that loses an end must not silence the game for ever.
-Clock::time_point latestEnd(const std::string& utf8) { return Clock::now() + 30s + utf8.size() * 400ms; }
-
 } // namespace
 
 /// What the run loop's thread and the worker thread share; the latter owns the connection.
@@ -73,12 +69,6 @@ public:
 
 private:
     using Lock = std::unique_lock<std::mutex>;
-    struct Message {
-        std::string utf8;
-        int timesLost = 0;
-        Clock::time_point latestEnd{};
-    };
-
     void run();
     /// Until there is something to do, or `time` has passed.
     void wait(Lock& lock, std::chrono::milliseconds time);
@@ -90,9 +80,8 @@ private:
     void passOn(bool isFound);
     void setAvailable(bool isFound);
     void sayFirst(Lock& lock);
-    void takeBack(Message message);
+    void takeBack(ZNTSpeechMessage message);
     void takeBackFromLostService(Lock& lock);
-    void forgetOverdue();
     void heard(std::size_t message, ZNTSpeechEvent event);
 
     RunLoop& runLoop;
@@ -105,9 +94,8 @@ private:
     /// Readable when the thread has something new to look at.
     const int wakeUpDescriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     /// What the service does not have yet.
-    std::deque<Message> waiting;
-    /// What it has, by its numbers, which grow.
-    std::map<std::size_t, Message> unfinished;
+    std::deque<ZNTSpeechMessage> waiting;
+    ZNTSpeechMessages unfinished;
     /// Messages that ended before the call that queued them returned.
     std::set<std::size_t> endedEarly;
     bool isHandingOver = false;
@@ -126,7 +114,7 @@ private:
 bool ZNTSpeechDispatcher::Worker::isSpeaking() const
 {
     const std::lock_guard lock(mutex);
-    return isHandingOver || !waiting.empty() || !unfinished.empty();
+    return isHandingOver || !waiting.empty() || !unfinished.isEmpty();
 }
 
 void ZNTSpeechDispatcher::Worker::say(std::string utf8)
@@ -183,9 +171,9 @@ void ZNTSpeechDispatcher::Worker::run()
         if (connection && connection->isLost())
             takeBackFromLostService(lock);
         cancelIfDue(lock);
-        forgetOverdue();
+        unfinished.forgetOverdue(Clock::now());
         if (waiting.empty())
-            wait(lock, unfinished.empty() ? forEver : lookInterval);
+            wait(lock, unfinished.isEmpty() ? forEver : lookInterval);
         else if (connection)
             sayFirst(lock);
         else
@@ -301,14 +289,13 @@ void ZNTSpeechDispatcher::Worker::sayFirst(Lock& lock)
         if (connection->isLost()) {
             takeBack(std::move(text));
         } else if (message && endedEarly.count(*message) == 0) {
-            text.latestEnd = latestEnd(text.utf8);
-            unfinished[*message] = std::move(text);
+            unfinished.add(*message, std::move(text), Clock::now());
         }
     }
     endedEarly.clear();
 }
 
-void ZNTSpeechDispatcher::Worker::takeBack(Message message)
+void ZNTSpeechDispatcher::Worker::takeBack(ZNTSpeechMessage message)
 {
     // The text may be what the service dies of.
     if (++message.timesLost < timesLostAtMost)
@@ -317,30 +304,21 @@ void ZNTSpeechDispatcher::Worker::takeBack(Message message)
 
 void ZNTSpeechDispatcher::Worker::takeBackFromLostService(Lock& lock)
 {
-    std::for_each(unfinished.rbegin(), unfinished.rend(),
-                  [this](auto& message) { takeBack(std::move(message.second)); });
-    unfinished.clear();
+    auto owed = unfinished.takeAll();
+    std::for_each(owed.rbegin(), owed.rend(), [this](auto& message) { takeBack(std::move(message)); });
     patientUntil = Clock::now() + patienceWithLostService;
     connection = nullptr;
-    // One that dies as soon as it is spoken to is not to keep the machine busy.
+    // Do not keep the machine busy with a service that dies of its first command.
     wait(lock, lookInterval);
-}
-
-void ZNTSpeechDispatcher::Worker::forgetOverdue()
-{
-    const auto now = Clock::now();
-    std::erase_if(unfinished, [now](const auto& message) { return message.second.latestEnd < now; });
 }
 
 void ZNTSpeechDispatcher::Worker::heard(std::size_t message, ZNTSpeechEvent event)
 {
     const std::lock_guard lock(mutex);
-    if (event == ZNTSpeechEvent::Begin) {
-        if (const auto found = unfinished.find(message); found != unfinished.end())
-            found->second.latestEnd = latestEnd(found->second.utf8);
-    } else if (unfinished.erase(message) == 0 && isHandingOver) {
+    if (event == ZNTSpeechEvent::Begin)
+        unfinished.noteBegin(message, Clock::now());
+    else if (!unfinished.noteEnd(message) && isHandingOver)
         endedEarly.insert(message);
-    }
 }
 
 ZNTSpeechDispatcher::ZNTSpeechDispatcher(RunLoop& runLoop, ZNTPlatformLog& log,

@@ -1,5 +1,7 @@
 #include "ZNTSpeechSynth.h"
 
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace
@@ -11,7 +13,7 @@ constexpr double correctedRate = 0.5;
 ZNTSpeechSynth::ZNTSpeechSynth(RunLoop& runLoop, ZNTSpeechEngine& speechSynth, ZNTScreenReader& screenReader)
     : runLoop(runLoop),
       speechSynth(speechSynth),
-      screenReader(screenReader)
+      _voiceOverScriptFile(screenReader)
 {
     turnOnSpeach();
 }
@@ -45,7 +47,7 @@ void ZNTSpeechSynth::turnOnSpeach() { startTimer(pollingInterval); }
 void ZNTSpeechSynth::stopIt()
 {
     speechSynth.stopSpeaking();
-    screenReader.forgetWhatWaits();
+    _voiceOverScriptFile.forgetWhatWaits();
     theTimer.reset();
     const std::lock_guard lock(queueMutex);
     stackText.clear();
@@ -62,7 +64,7 @@ bool ZNTSpeechSynth::isSpeachOn() const
 void ZNTSpeechSynth::speakAtOnce(std::u16string_view text)
 {
     speechSynth.stopSpeaking();
-    screenReader.forgetWhatWaits();
+    _voiceOverScriptFile.forgetWhatWaits();
     speakNext(text);
 }
 
@@ -75,6 +77,8 @@ void ZNTSpeechSynth::speakNext(std::u16string_view text)
             speechSynth.startSpeaking(znt::speakableText(utterance));
     }
 }
+
+void ZNTSpeechSynth::pause() { std::this_thread::sleep_for(std::chrono::milliseconds(100)); }
 
 std::optional<std::u16string> ZNTSpeechSynth::nextUtterance()
 {
@@ -114,8 +118,8 @@ void ZNTSpeechSynth::speakVoiceOverText(std::u16string_view text)
 
 bool ZNTSpeechSynth::speakVoiceOver(std::u16string_view text)
 {
-    return !useSystemVoiceNotVO_ && screenReader.isRunning() &&
-           screenReader.sayThis(znt::speakableText(text));
+    return !useSystemVoiceNotVO_ && _voiceOverScriptFile.isRunning() &&
+           _voiceOverScriptFile.sayThis(znt::speakableText(text));
 }
 
 void ZNTSpeechSynth::startTimer(double seconds)

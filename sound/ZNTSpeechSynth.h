@@ -56,6 +56,9 @@ public:
     /// Hands one line to the reader. False where it does not run, is not to be used or finds no way.
     bool speakVoiceOver(std::u16string_view text);
 
+    /// Kept as part of the interface: holds the calling thread for 0.1 seconds; nothing calls it.
+    static void pause();
+
     [[nodiscard]] static std::size_t wordCount(std::u16string_view text) { return znt::wordCount(text); }
 
     /// Whether a line's words decide when the next is looked at; else that is every half second.
@@ -75,12 +78,14 @@ private:
 
     RunLoop& runLoop;
     ZNTSpeechEngine& speechSynth;
-    ZNTScreenReader& screenReader;
+    ZNTScreenReader& _voiceOverScriptFile;
 
     /// Guards what the threads that hand lines over share with the run loop.
     mutable std::mutex queueMutex;
     ZNTSpeechQueue stackText;
     bool DO_NOT_SPEAK = true;
+    /// Kept as part of the interface: nothing sets it; the engine knows whether it speaks.
+    [[maybe_unused]] bool isSpeaking = false;
     std::uint64_t stops = 0;
 
     bool useTimer_ = true;

@@ -25,6 +25,23 @@ void makeFileForOwnerAlone(const std::string& path)
         ::close(descriptor);
 }
 
+// Steps of SQLite's machine that a statement may take: a second's worth, and many times what tens of
+// thousands of rows need.
+constexpr int stepsBetweenLooks = 100'000;
+constexpr int mostLooks = 100;
+
+/// A file may come from anywhere: damage, a view in place of a table, or a trigger on one can make the
+/// simplest statement endless. Our tables are plain and need no views; what takes too long otherwise is
+/// interrupted.
+void limitStatements(sqlite3* connection, int& looks)
+{
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_progress_handler(
+        connection, stepsBetweenLooks,
+        [](void* count) { return ++*static_cast<int*>(count) > mostLooks ? 1 : 0; }, &looks);
+}
+
 } // namespace
 
 std::int64_t ZNTDatabaseRow::longValue(std::string_view column) const
@@ -60,7 +77,9 @@ ZNTDatabase::ZNTDatabase(const std::string& path, ZNTStoreWait& wait) : wait(wai
         noteError(sqlite3_errcode(connection));
         sqlite3_close(connection);
         connection = nullptr;
+        return;
     }
+    limitStatements(connection, looks);
 }
 
 ZNTDatabase::~ZNTDatabase()
@@ -103,6 +122,7 @@ sqlite3_stmt* ZNTDatabase::boundStatement(std::string_view sql,
     sqlite3_stmt* statement = statementFor(sql);
     if (!statement)
         return nullptr;
+    looks = 0;
     for (std::size_t at = 0; at < parameters.size(); ++at) {
         const int index = static_cast<int>(at) + 1;
         if (const auto* number = std::get_if<std::int64_t>(&parameters[at]))

@@ -36,7 +36,8 @@ private:
 };
 
 /// One SQLite connection. Statements are compiled once each and kept by their text. A call that meets a file
-/// locked by another program is repeated after 20 microseconds, for as long as the wait has patience.
+/// locked by another program is repeated after 20 microseconds, for as long as the wait has patience. A
+/// statement that takes SQLite about a second of work fails: only a damaged or foreign file makes one so long.
 class ZNTDatabase
 {
 public:
@@ -86,6 +87,7 @@ private:
     static void finish(sqlite3_stmt* statement);
 
     sqlite3* connection = nullptr;
+    int looks = 0; ///< at the present statement, to see whether it takes too long
     ZNTStoreWait& wait;
     ZNTError error;
     std::unordered_map<std::string, sqlite3_stmt*> statements; ///< by their text; there are some two dozen

@@ -1,6 +1,7 @@
 #include "QtRunLoop.h"
 #include "ZNTApplicationWindow.h"
 #include "ZNTDatabaseHelper.h"
+#include "ZNTDescriptors.h"
 #include "ZNTDesktopScreenReader.h"
 #include "ZNTFocusFirst.h"
 #include "ZNTMixerSounds.h"
@@ -13,11 +14,16 @@
 #include <QIcon>
 #include <QTimer>
 #include <chrono>
+#include <iostream>
 
 namespace
 {
 
 constexpr std::chrono::seconds longestStart{10};
+
+/// More than the display, both buses and the first connection take together. GLib aborts the program when it
+/// gets no pipe.
+constexpr int descriptorsToStartWith = 32;
 
 void prepareApplication()
 {
@@ -48,6 +54,10 @@ int main(int count, char** arguments)
     if (ZNTWindowOptions::isHelpAsked(count, arguments)) {
         const char* const helpOnly[] = {arguments[0], "--help"};
         return std::get<int>(ZNTWindowOptions::fromArguments(2, helpOnly));
+    }
+    if (const auto tried = znt::tryDescriptors(descriptorsToStartWith); !tried) {
+        std::cerr << "zantor: cannot run: " << tried.error().description << '\n';
+        return 1;
     }
     // Qt decides once, at its start, whether screen readers can see the program.
     qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");

@@ -70,6 +70,7 @@ TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
         {u"<(\\d+)hp", u"say %1", u"<17hp 3mp>", {u"say 17"}},
         {u"(x)|y", u"say %1", u"y", {u"say "}},
         {u"one\r\ntwo", u"yes", u"one\r\ntwo", {u"yes"}},
+        {u"\\0141b", u"yes", u"ab", {u"yes"}},
         // The character behind "\c" opens or closes nothing.
         {u"[\\c]abc]x", u"yes", u"ax", {u"yes"}},
         {u"(\\c()a|b(\\c)c)goblin", u"yes", u"\ba", {u"yes"}},

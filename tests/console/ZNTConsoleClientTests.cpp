@@ -109,6 +109,15 @@ TEST_F(ZNTConsoleClientTest, AConnectionThatFailsOrBreaksEndsAScriptWithOneAndLe
     }
 }
 
+TEST_F(ZNTConsoleClientTest, AnInputThatCannotBeReadEndsTheClientWithOne)
+{
+    input.canBeRead = false;
+    start(From::Terminal);
+    settle();
+    EXPECT_THAT(machine.log.lines.back(), EndsWith("no room for waiting for it."));
+    EXPECT_THAT(exitCodes, ElementsAre(1));
+}
+
 TEST_F(ZNTConsoleClientTest, AServerThatClosesEndsAScriptAndLinesLeftOverAreNamed)
 {
     startConnected();

@@ -10,10 +10,14 @@
 
 /// Lines that a test types.
 struct ZNTTypedInput final : ZNTConsoleInput {
-    void start(Handlers given) override { handlers = std::move(given); }
+    bool start(Handlers given) override
+    {
+        handlers = std::move(given);
+        return canBeRead;
+    }
     void setPaused(bool paused) override { isPaused = paused; }
     Handlers handlers;
-    bool isPaused = false;
+    bool isPaused = false, canBeRead = true;
 };
 
 /// Sounds of which a test says whether one plays.
@@ -22,7 +26,7 @@ struct ZNTNotedSounds final : ZNTSoundFactory {
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
     void stopAll() override { playsNow = false; }
     [[nodiscard]] bool isPlaying() const override { return playsNow; }
-    void setGameIsLocal(bool) override {}
+    void setGameAddress(std::string_view) override {}
     void setMasterVolume(float newVolume) override { volume = newVolume; }
     [[nodiscard]] float masterVolume() const override { return volume; }
     void setMuted(bool muted) override { isMutedNow = muted; }

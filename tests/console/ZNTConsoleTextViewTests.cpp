@@ -9,7 +9,7 @@ namespace
 
 /// Notes what the view asks of the line being typed.
 struct NotedInput final : ZNTConsoleInput {
-    void start(Handlers) override {}
+    bool start(Handlers) override { return true; }
     void hideLine() override { isHidden = true; }
     void showLine(std::string_view unfinishedLine) override
     {

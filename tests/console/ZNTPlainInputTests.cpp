@@ -26,8 +26,8 @@ protected:
     void start()
     {
         input.emplace(loop, ends[0]);
-        input->start({.line = [this](std::string line) { lines.push_back(std::move(line)); },
-                      .end = [this] { ++timesEnded; }});
+        EXPECT_TRUE(input->start({.line = [this](std::string line) { lines.push_back(std::move(line)); },
+                                  .end = [this] { ++timesEnded; }}));
         EXPECT_TRUE(lines.empty() && timesEnded == 0) << "nothing comes from inside start";
     }
     void write(std::string_view bytes)
@@ -52,6 +52,14 @@ protected:
     Lines lines;
     int timesEnded = 0;
 };
+
+TEST_F(ZNTPlainInputTest, APipeThatCannotBeWatchedIsNotReadWithoutWaiting)
+{
+    openPipe();
+    loop.hasRoomForWatches = false;
+    EXPECT_FALSE(ZNTPlainInput(loop, ends[0]).start({}));
+    EXPECT_EQ(loop.pendingTimers(), 0u);
+}
 
 TEST_F(ZNTPlainInputTest, APipesLinesComeWholeHoweverTheyAreCut)
 {

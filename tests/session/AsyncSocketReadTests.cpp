@@ -1,3 +1,4 @@
+#include "AsyncSocketPackets.h"
 #include "AsyncSocketTestSupport.h"
 
 #include <cerrno>
@@ -68,6 +69,25 @@ TEST_F(AsyncSocketReadTest, ATerminatorIsFoundWhereverTheBytesAreCut)
             peer.sendInSlices({all.substr(0, cut), all.substr(cut)});
             ASSERT_TRUE(awaitReads(3));
             EXPECT_EQ(heard.reads, (std::vector<std::string>{first, second, "rest"}));
+        }
+    }
+}
+
+TEST(AsyncReadPacket, ATerminatorCutBetweenWhatWasReadAndWhatIsKeptEndsTheReadRightBehindIt)
+{
+    for (const std::string term : {"\r\n", "<->", "!"}) {
+        const std::string line = "<-\r" + term;
+        for (std::size_t cut = 0; cut < line.size(); ++cut) {
+            SCOPED_TRACE(term + " cut at " + std::to_string(cut));
+            AsyncReadPacket read;
+            read.buffer = std::make_shared<std::string>(line.substr(0, cut));
+            read.bytesDone = cut;
+            read.term = term;
+            AsyncSocketPreBuffer kept;
+            kept.append(line.substr(cut) + "next" + term);
+            EXPECT_EQ(read.takeFromPreBuffer(kept), AsyncReadState::Done);
+            EXPECT_EQ(read.data(), line);
+            EXPECT_EQ(kept.view(), "next" + term);
         }
     }
 }
@@ -242,4 +262,23 @@ TEST_F(AsyncSocketReadTest, SilenceWithoutAnExtensionEndsTheConnectionAndKeepsWh
               (Events{"partial read 0 of 4", "ending: Read operation timed out", "disconnected"}));
     EXPECT_EQ(heard.lastError.code, 4);
     EXPECT_EQ(unread, "half");
+}
+
+TEST_F(AsyncSocketReadTest, AHeldReadKeepsItsTicksAndTakesNothingFromTheNetwork)
+{
+    connect();
+    heard.readExtension = 0.5;
+    socket->readDataWithTimeout(0.5, 1);
+    socket->holdReading(true);
+    peer.send("text");
+    peer.closeWhenSent();
+    ASSERT_TRUE(loop.runUntil([this] { return peer.hasSentAll(); }));
+    loop.advance(1);
+    EXPECT_EQ(heard.elapsedReads, (std::vector<double>{0.5, 1.0}));
+    EXPECT_TRUE(heard.events.empty()) << "neither bytes nor the end are seen";
+
+    socket->holdReading(false);
+    ASSERT_TRUE(awaitEnd());
+    EXPECT_EQ(heard.events, (Events{"read 1", "ending", "disconnected"}));
+    EXPECT_EQ(heard.reads, std::vector<std::string>{"text"});
 }

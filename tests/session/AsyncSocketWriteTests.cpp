@@ -26,6 +26,27 @@ TEST_F(AsyncSocketWriteTest, WritesArriveInOrderAndWhole)
     EXPECT_GT(heard.partlyWritten, 0u);
 }
 
+TEST_F(AsyncSocketWriteTest, FlushedWritesLeaveBeforeTheLoopTurnsAndAreToldFromTheLoop)
+{
+    connect();
+    socket->writeData("look\r\n", -1, 1);
+    socket->writeData("north\r\n", -1, 2);
+    socket->flushQueuedWrites();
+    peer.takeWhatArrived();
+    EXPECT_EQ(peer.received(), "look\r\nnorth\r\n");
+    EXPECT_TRUE(heard.events.empty());
+    loop.runPosted();
+    EXPECT_EQ(heard.events, (Events{"wrote 1", "wrote 2"}));
+
+    socket->writeData(more, -1, 3);
+    socket->writeData("quit\r\n", -1, 4);
+    socket->flushQueuedWrites();
+    socket->disconnectAfterWriting();
+    ASSERT_TRUE(loop.runUntil([this] { return peer.clientHasClosed(); }));
+    EXPECT_TRUE(peer.received() == "look\r\nnorth\r\n" + more + "quit\r\n");
+    EXPECT_EQ(heard.events, (Events{"wrote 1", "wrote 2", "wrote 3", "wrote 4", "disconnected"}));
+}
+
 TEST_F(AsyncSocketWriteTest, AWriteThatThePeerDoesNotTakeTimesOutOnceItsExtensionIsUsed)
 {
     peer.makeReceiveBufferSmall();

@@ -544,30 +544,6 @@ TEST_F(Session, TextThatComesWhileSpeechIsOffStopsTheSpeaking)
     EXPECT_TRUE(session().zntSpeechSynth().isSpeachOn()) << "which means that it is off";
 }
 
-TEST_F(Session, TriggersThatInterruptSpeechDoNotHoldUpTheSessionForLong)
-{
-    ZNTTrigger trigger;
-    trigger.name = u"bell";
-    trigger.check = u"ring";
-    trigger.action = u"answer";
-    trigger.active = true;
-    database.insertTrigger(trigger);
-    connect();
-    session().setSpeechInterruptOnOffBindingState(1);
-    std::string rings, answers;
-    for (int count = 0; count < 500; ++count) {
-        rings += "ring ";
-        answers += "answer\r\n";
-    }
-    receive(rings + goAhead);
-    machine.loop.runUntil([&] { return server.received().size() >= answers.size(); });
-    EXPECT_EQ(server.received(), answers);
-    EXPECT_EQ(machine.loop.slept, std::vector<double>(ZNTServerConnectController::mostPauses, 0.3));
-
-    session().sendMessageToServer(u"look", false);
-    EXPECT_EQ(machine.loop.slept.size(), ZNTServerConnectController::mostPauses + 1U);
-}
-
 TEST_F(Session, ReplaysWhatCameSinceTheLastLine)
 {
     connect();

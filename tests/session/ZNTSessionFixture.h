@@ -77,7 +77,11 @@ protected:
                                                whenSessionChanges();
                                        },
                                    .textShown = {},
-                                   .silencePassed = {}});
+                                   .silencePassed =
+                                       [this] {
+                                           if (whenSilencePasses)
+                                               whenSilencePasses();
+                                       }});
             controller->awakeFromNib();
         }
         return *controller;
@@ -132,7 +136,7 @@ protected:
     ZNTRecordedSpeech speech;
     ZNTPretendedReader reader;
     int timesRecorderSheetShown = 0;
-    std::function<void()> whenSessionChanges;
+    std::function<void()> whenSessionChanges, whenSilencePasses;
     ZNTDatabaseHelper database{machine.platform.places, machine.log};
     ZNTMacroGroupDropDownController groups{machine.platform, database, macroGroupBox};
     ZNTMudMacroTableViewController macros{machine.platform, database, groups, macroTable};

@@ -308,6 +308,50 @@ TEST_F(Processor, ASoundThatWasCutOffStaysSilentAndOneThatNobodyCanPlayStillCuts
     EXPECT_EQ(processor._sounds(), nullptr);
 }
 
+TEST_F(Processor, AUrlIsMeasuredWhenItsSoundHasComeAndWhatOutranksItMeanwhileKeepsTheChannel)
+{
+    add("a/b.wav");
+    sounds.urlsTakeTime = true;
+    const auto ask = [&](const char16_t* rank) {
+        process(u"!!SOUND(a/missing.wav L=1 P=" + std::u16string(rank) + u" U=http://a.example/c.wav)");
+        return sounds.made.back();
+    };
+    const auto playFile = [&](const char16_t* rank) {
+        process(u"!!SOUND(a/b.wav L=1 P=" + std::u16string(rank) + u")");
+        sounds.deliverNotices();
+        return sounds.made.back();
+    };
+    const auto first = ask(u"50");
+    EXPECT_TRUE(playFile(u"50")->playsNow) << "a sound on its way held the channel";
+    EXPECT_FALSE(first->arrive());
+    EXPECT_FALSE(ask(u"50")->arrive()) << "fetched although it could not win";
+
+    // Of two on their way the higher one comes, and of equals the older: a game that repeats itself is heard.
+    const auto second = ask(u"60"), third = ask(u"60"), fourth = ask(u"70");
+    EXPECT_FALSE(second->arrive() || third->arrive());
+    const auto playing = playFile(u"65");
+    EXPECT_TRUE(fourth->arrive());
+    EXPECT_TRUE(fourth->playsNow && !playing->playsNow);
+    sounds.deliverNotices();
+    fourth->finish();
+    EXPECT_EQ(fourth->timesPlayed, 2);
+    fourth->finish();
+
+    // One that cannot be fetched is as a file that is not there: it still cuts in.
+    const auto last = playFile(u"1");
+    EXPECT_TRUE(ask(u"2")->arrive(/*isFound=*/false));
+    EXPECT_FALSE(last->playsNow);
+    EXPECT_EQ(processor._sounds(), nullptr);
+
+    process(u"!!MUSIC(a/missing.wav U=http://a.example/c.wav)");
+    const auto music = sounds.made.back(), sound = ask(u"1");
+    process(u"!!MUSIC(Off)");
+    EXPECT_FALSE(music->arrive());
+    processor.stopAllSounds();
+    EXPECT_FALSE(sound->arrive());
+    EXPECT_TRUE(ask(u"1")->arrive());
+}
+
 TEST_F(Processor, AStopByPriorityOfASoundWithoutNoticesSwallowsTheNextOne)
 {
     add("a/b.wav");

@@ -15,19 +15,24 @@ struct ZNTRecordedSound final : ZNTSoundObject, std::enable_shared_from_this<ZNT
     bool loops = false;
     int timesPlayed = 0, timesSoughtToStart = 0;
     bool playsNow = false;
+    bool isHere = true;
+    std::function<void(bool isLoaded)> whenLoaded;
     std::weak_ptr<ZNTSoundDelegate> delegate;
     std::vector<std::shared_ptr<ZNTRecordedSound>>* stopped = nullptr;
 
+    [[nodiscard]] bool isLoaded() const override { return isHere; }
+    void load(std::function<void(bool isLoaded)> loaded) override { whenLoaded = std::move(loaded); }
     [[nodiscard]] bool isPlaying() const override { return playsNow; }
     bool play() override
     {
-        if (playsNow)
+        if (playsNow || !isHere)
             return false;
         ++timesPlayed;
         return playsNow = true;
     }
     bool stop() override
     {
+        whenLoaded = {};
         if (!playsNow)
             return false;
         playsNow = false;
@@ -47,6 +52,15 @@ struct ZNTRecordedSound final : ZNTSoundObject, std::enable_shared_from_this<ZNT
         if (const auto listener = delegate.lock())
             listener->soundDidFinishPlaying(*this, finished);
     }
+    /// Has been fetched, or cannot be; false where nobody waits for it any more.
+    bool arrive(bool isFound = true)
+    {
+        const auto loaded = std::exchange(whenLoaded, {});
+        isHere = isFound && loaded;
+        if (loaded)
+            loaded(isFound);
+        return loaded != nullptr;
+    }
     /// Comes to the end of this play.
     void finish()
     {
@@ -59,6 +73,7 @@ struct ZNTRecordedSound final : ZNTSoundObject, std::enable_shared_from_this<ZNT
 struct ZNTRecordedSounds final : ZNTSoundFactory {
     std::vector<std::shared_ptr<ZNTRecordedSound>> made;
     std::vector<std::shared_ptr<ZNTRecordedSound>> stopped;
+    bool urlsTakeTime = false;
 
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile file) override
     {
@@ -66,7 +81,9 @@ struct ZNTRecordedSounds final : ZNTSoundFactory {
     }
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view url) override
     {
-        return add(std::string(url));
+        add(std::string(url));
+        made.back()->isHere = !urlsTakeTime;
+        return made.back();
     }
     void stopAll() override
     {
@@ -77,7 +94,7 @@ struct ZNTRecordedSounds final : ZNTSoundFactory {
     {
         return std::any_of(made.begin(), made.end(), [](const auto& sound) { return sound->playsNow; });
     }
-    void setGameIsLocal(bool) override {}
+    void setGameAddress(std::string_view) override {}
     void setMasterVolume(float) override {}
     [[nodiscard]] float masterVolume() const override { return 1; }
     void setMuted(bool) override {}

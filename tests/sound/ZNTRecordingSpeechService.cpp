@@ -184,6 +184,9 @@ void ZNTRecordingSpeechService::speakOn()
             isSpeaking = true;
             record.push_back({queue.front().text, now, {}, false});
             sendEvent(queue.front(), "701", "BEGIN");
+            // Neither of them is an end.
+            sendEvent(queue.front(), "700", "INDEX MARK");
+            sendEvent(queue.front(), "705", "RESUMED");
         }
         if (now < record.back().begin + speakingTime)
             return;
@@ -205,6 +208,13 @@ void ZNTRecordingSpeechService::cancel(Client& client)
         if (message.client == &client)
             sendEvent(message, "703", "CANCELED");
     std::erase_if(queue, [&client](const auto& message) { return message.client == &client; });
+}
+
+void ZNTRecordingSpeechService::cancelAll()
+{
+    const std::lock_guard lock(mutex);
+    for (auto& client : clients)
+        cancel(client);
 }
 
 void ZNTRecordingSpeechService::forget(Client& client)

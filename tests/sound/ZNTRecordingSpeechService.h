@@ -31,6 +31,9 @@ public:
     /// As a service that is killed: every connection breaks, what it was saying is never finished.
     void kill();
 
+    /// Silences all its clients, as another program or a key of the desktop may.
+    void cancelAll();
+
     /// What every message takes, for those that begin from now on.
     void setSpeakingTime(std::chrono::milliseconds time);
     /// Takes connections and commands but answers nothing.

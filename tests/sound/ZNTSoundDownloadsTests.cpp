@@ -21,6 +21,8 @@ namespace
 {
 
 const std::string rain = wavFile(1'000, 8'000);
+/// What a game is on: the server's address, or one of the public network.
+const std::string ownHost = "127.0.0.1", noHost = "8.8.8.8";
 
 /// 127.0.0.1 stands for the public network here, the rest of loopback for a private one.
 bool isFirstOfLoopback(const sockaddr& address)
@@ -71,10 +73,11 @@ struct SoundDownloads : testing::Test {
         bool hasCome = false;
         ZNTSoundDownloads::Content content;
     };
-    std::shared_ptr<Outcome> start(ZNTSoundDownloads& downloads, const std::string& url, ZNTSoundHosts hosts)
+    std::shared_ptr<Outcome> start(ZNTSoundDownloads& downloads, const std::string& url,
+                                   const std::string& gameAddress)
     {
         auto outcome = std::make_shared<Outcome>();
-        downloads.fetch(++lastNumber, url, hosts, [outcome](const ZNTSoundDownloads::Content& content) {
+        downloads.fetch(++lastNumber, url, gameAddress, [outcome](const ZNTSoundDownloads::Content& content) {
             EXPECT_FALSE(outcome->hasCome);
             *outcome = {true, content};
         });
@@ -82,9 +85,9 @@ struct SoundDownloads : testing::Test {
     }
     /// Empty where it cannot be fetched.
     std::string fetch(ZNTSoundDownloads& downloads, const std::string& url,
-                      ZNTSoundHosts hosts = ZNTSoundHosts::Any)
+                      const std::string& gameAddress = ownHost)
     {
-        const auto outcome = start(downloads, url, hosts);
+        const auto outcome = start(downloads, url, gameAddress);
         EXPECT_TRUE(loop.runUntil([&] { return outcome->hasCome; }));
         return outcome->content ? *outcome->content : "";
     }
@@ -97,16 +100,33 @@ TEST_F(SoundDownloads, AreForTheGamesOwnSideOfTheNetwork)
     const auto connections = server.connections();
     for (const auto* host : {"127.0.0.1", "localhost", "2130706433", "0x7f.1", "0", "[::ffff:127.0.0.1]"}) {
         SCOPED_TRACE(host);
-        EXPECT_EQ(fetch(downloads, server.url("/rain.wav", host), ZNTSoundHosts::Public), "");
+        EXPECT_EQ(fetch(downloads, server.url("/rain.wav", host), noHost), "");
     }
     EXPECT_EQ(server.connections(), connections);
+}
+
+TEST_F(SoundDownloads, AGameOnALocalAddressMayNameItsOwnHostAndNoOtherOfItsNetwork)
+{
+    ZNTSoundServer neighbour(answers(), "127.0.0.2");
+    ZNTSoundServer redirecting({{"/away", [&](auto& reply) { reply.redirectTo(neighbour.url("/a.wav")); }}});
+    ZNTSoundDownloads downloads(loop, cache);
+    for (const auto* game : {"127.0.0.1", "::ffff:127.0.0.1"}) {
+        SCOPED_TRACE(game);
+        EXPECT_EQ(fetch(downloads, server.url("/rain.wav"), game), rain);
+        EXPECT_EQ(fetch(downloads, server.url("/rain.wav", "localhost"), game), rain);
+        EXPECT_EQ(fetch(downloads, neighbour.url("/rain.wav"), game), "");
+        EXPECT_EQ(fetch(downloads, redirecting.url("/away"), game), "");
+    }
+    EXPECT_EQ(neighbour.connections(), 0);
+    EXPECT_EQ(fetch(downloads, neighbour.url("/rain.wav"), "127.0.0.2"), rain);
+    EXPECT_EQ(fetch(downloads, neighbour.url("/rain.wav"), "127.0.0.1"), "") << "kept for another game";
 }
 
 TEST_F(SoundDownloads, AProxyOfTheEnvironmentIsNotAsked)
 {
     setenv("http_proxy", server.url("").c_str(), /*replace=*/1);
     ZNTSoundDownloads downloads(loop, cache);
-    EXPECT_EQ(fetch(downloads, "http://192.0.2.1/rain.wav", ZNTSoundHosts::Public), "");
+    EXPECT_EQ(fetch(downloads, "http://192.0.2.1/rain.wav", noHost), "");
     unsetenv("http_proxy");
     EXPECT_EQ(server.connections(), 0);
 }
@@ -114,26 +134,25 @@ TEST_F(SoundDownloads, AProxyOfTheEnvironmentIsNotAsked)
 TEST_F(SoundDownloads, ARedirectLeadsNowhereThatTheGameMayNotGo)
 {
     home.write("private.wav", rain);
-    std::string otherHost;
+    ZNTSoundServer neighbour(answers(), "127.0.0.2");
     ZNTSoundServer redirecting({
         {"/away", [&](auto& reply) { reply.redirectTo(server.url("/rain.wav")); }},
-        {"/private", [&](auto& reply) { reply.redirectTo(otherHost); }},
+        {"/private", [&](auto& reply) { reply.redirectTo(neighbour.url("/rain.wav")); }},
         {"/file", [&](auto& reply) { reply.redirectTo("file://" + home.path("private.wav")); }},
         {"/ftp", [&](auto& reply) { reply.redirectTo("ftp" + server.url("/rain.wav").substr(4)); }},
         {"/round", [](auto& reply) { reply.redirectTo("/round"); }},
     });
-    otherHost = server.url("/rain.wav", "127.0.0.2");
     ZNTSoundDownloads downloads(loop, cache, {.isPublicAddress = isFirstOfLoopback});
-    EXPECT_EQ(fetch(downloads, redirecting.url("/away"), ZNTSoundHosts::Public), rain);
+    EXPECT_EQ(fetch(downloads, redirecting.url("/away"), noHost), rain);
     const auto connections = server.connections();
     for (const auto* path : {"/private", "/file", "/ftp", "/round"}) {
         SCOPED_TRACE(path);
-        EXPECT_EQ(fetch(downloads, redirecting.url(path), ZNTSoundHosts::Public), "");
+        EXPECT_EQ(fetch(downloads, redirecting.url(path), noHost), "");
         if (path != std::string_view("/private")) {
-            EXPECT_EQ(fetch(downloads, redirecting.url(path), ZNTSoundHosts::Any), "");
+            EXPECT_EQ(fetch(downloads, redirecting.url(path), ownHost), "");
         }
     }
-    EXPECT_EQ(server.connections(), connections);
+    EXPECT_EQ(server.connections() + neighbour.connections(), connections);
     EXPECT_LE(redirecting.requests(), 20);
 }
 
@@ -173,7 +192,7 @@ TEST_F(SoundDownloads, FourRunAtOnceAndTheRestWaitForThem)
     ZNTSoundDownloads downloads(loop, cache);
     std::vector<std::shared_ptr<Outcome>> outcomes(8);
     for (std::size_t number = 0; number < outcomes.size(); ++number)
-        outcomes[number] = start(downloads, server.url("/slow" + std::to_string(number)), ZNTSoundHosts::Any);
+        outcomes[number] = start(downloads, server.url("/slow" + std::to_string(number)), ownHost);
     ASSERT_TRUE(loop.runUntil([&] { return server.requests() == 4; }));
     downloads.cancel(1);
     ASSERT_TRUE(loop.runUntil([&] { return server.requests() == 5; }));
@@ -193,7 +212,7 @@ TEST_F(SoundDownloads, AFloodOfRequestsFailsInsteadOfPilingUp)
     ZNTSoundDownloads downloads(loop, cache, {.mostWaiting = 5});
     std::vector<std::shared_ptr<Outcome>> outcomes(500);
     for (auto& outcome : outcomes)
-        outcome = start(downloads, server.url("/slow0"), ZNTSoundHosts::Any);
+        outcome = start(downloads, server.url("/slow0"), ownHost);
     const auto stillWaiting = [&] {
         return std::count_if(outcomes.begin(), outcomes.end(),
                              [](const auto& outcome) { return !outcome->hasCome; });
@@ -206,7 +225,7 @@ TEST_F(SoundDownloads, AnEndWaitsForNoServer)
     const auto start = std::chrono::steady_clock::now();
     for (int round = 0; round < 5; ++round) {
         ZNTSoundDownloads downloads(loop, cache);
-        this->start(downloads, server.url("/slow0"), ZNTSoundHosts::Any);
+        this->start(downloads, server.url("/slow0"), ownHost);
         ASSERT_TRUE(loop.runUntil([&] { return round % 2 == 0 || server.openNow() > 0; }));
     }
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
@@ -222,7 +241,7 @@ TEST_F(SoundDownloads, AreKeptByUrlForThePlayerAloneUpToASize)
         EXPECT_EQ(fetch(downloads, url), rain);
         EXPECT_EQ(fetch(downloads, url), rain);
         EXPECT_EQ(server.requests(), 1);
-        EXPECT_EQ(fetch(downloads, url, ZNTSoundHosts::Public), "") << "kept for a local game only";
+        EXPECT_EQ(fetch(downloads, url, noHost), "") << "kept for a local game only";
     }
     const auto permissions = [](const fs::path& path) {
         return fs::status(path).permissions() & fs::perms(0777);
@@ -232,7 +251,7 @@ TEST_F(SoundDownloads, AreKeptByUrlForThePlayerAloneUpToASize)
     EXPECT_EQ(permissions(kept), fs::perms(0600));
 
     // Another URL of the same hash, then a folder in which nothing can be kept.
-    std::ofstream(kept) << "any http://other.example/\nOggS of another";
+    std::ofstream(kept) << "127.0.0.1 http://other.example/\nOggS of another";
     ZNTSoundDownloads downloads(loop, cache, {.cacheBytes = rain.size() * 5 / 2});
     EXPECT_EQ(fetch(downloads, url), rain);
     EXPECT_EQ(server.requests(), 2);
@@ -252,9 +271,11 @@ TEST_F(SoundDownloads, AreKeptByUrlForThePlayerAloneUpToASize)
 TEST(NetworkAddress, TellsThePublicNetworkFromAllOthers)
 {
     for (const auto* address :
-         {"8.8.8.8", "1.1.1.1", "100.63.255.255", "100.128.0.0", "172.15.255.255", "172.32.0.0", "11.0.0.0",
-          "126.255.255.255", "128.0.0.0", "169.253.0.1", "192.167.1.1", "223.255.255.255", "2606:4700::1111",
-          "2001:4860::8888", "2a00::1", "::ffff:8.8.8.8", "64:ff9b::8.8.8.8", "2002:808:808::1"})
+         {"8.8.8.8",        "1.1.1.1",          "100.63.255.255",  "100.128.0.0",     "172.15.255.255",
+          "172.32.0.0",     "11.0.0.0",         "126.255.255.255", "128.0.0.0",       "169.253.0.1",
+          "192.167.1.1",    "223.255.255.255",  "2606:4700::1111", "2001:4860::8888", "2a00::1",
+          "::ffff:8.8.8.8", "64:ff9b::8.8.8.8", "2002:808:808::1", "64:ff9b:2::1",    "3fff:1000::1",
+          "5eff::1",        "5f01::1",          "192.88.98.1"})
         EXPECT_TRUE(znt::isPublicAddress(address)) << address;
     for (const auto* address : {"0.0.0.0",
                                 "0.1.2.3",
@@ -289,7 +310,12 @@ TEST(NetworkAddress, TellsThePublicNetworkFromAllOthers)
                                 "64:ff9b::192.168.0.1",
                                 "2002:7f00:1::1",
                                 "2001:db8::1",
-                                "2001::1"})
+                                "2001::1",
+                                "64:ff9b:1::8.8.8.8",
+                                "3fff::1",
+                                "3fff:fff::1",
+                                "5f00::1",
+                                "192.88.99.1"})
         EXPECT_FALSE(znt::isPublicAddress(address)) << address;
 }
 

@@ -1,6 +1,7 @@
 #include "ZNTSoundServer.h"
 
 #include <algorithm>
+#include <arpa/inet.h>
 #include <array>
 #include <netinet/in.h>
 #include <poll.h>
@@ -51,12 +52,14 @@ void ZNTSoundServer::Reply::waitForRelease()
             return;
 }
 
-ZNTSoundServer::ZNTSoundServer(std::map<std::string, Answer> answers) : answers(std::move(answers))
+ZNTSoundServer::ZNTSoundServer(std::map<std::string, Answer> answers, std::string givenHost)
+    : answers(std::move(answers)),
+      host(std::move(givenHost))
 {
     listening = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    inet_pton(AF_INET, host.c_str(), &address.sin_addr);
     socklen_t length = sizeof address;
     auto* plain = reinterpret_cast<sockaddr*>(&address);
     if (bind(listening, plain, length) != 0 || listen(listening, 64) != 0 ||
@@ -73,9 +76,9 @@ ZNTSoundServer::~ZNTSoundServer()
     close(listening);
 }
 
-std::string ZNTSoundServer::url(const std::string& path, const std::string& host) const
+std::string ZNTSoundServer::url(const std::string& path, const std::string& otherHost) const
 {
-    return "http://" + host + ":" + std::to_string(port) + path;
+    return "http://" + otherHost + ":" + std::to_string(port) + path;
 }
 
 void ZNTSoundServer::acceptClients()

@@ -32,13 +32,14 @@ public:
     };
     using Answer = std::function<void(Reply& reply)>;
 
-    /// Answers by path ("/rain.wav"); every other path is not found.
-    explicit ZNTSoundServer(std::map<std::string, Answer> answers);
+    /// Answers by path ("/rain.wav"); every other path is not found. `host` is an address of loopback.
+    explicit ZNTSoundServer(std::map<std::string, Answer> answers, std::string host = "127.0.0.1");
     ~ZNTSoundServer();
     ZNTSoundServer(const ZNTSoundServer&) = delete;
     ZNTSoundServer& operator=(const ZNTSoundServer&) = delete;
 
-    [[nodiscard]] std::string url(const std::string& path, const std::string& host = "127.0.0.1") const;
+    [[nodiscard]] std::string url(const std::string& path) const { return url(path, host); }
+    [[nodiscard]] std::string url(const std::string& path, const std::string& otherHost) const;
     [[nodiscard]] int requests() const { return requestCount; }
     [[nodiscard]] int connections() const { return connectionCount; }
     [[nodiscard]] int mostAtOnce() const { return mostOpen; }
@@ -51,6 +52,7 @@ private:
     void serve(int client);
 
     const std::map<std::string, Answer> answers;
+    const std::string host;
     int listening = -1;
     std::uint16_t port = 0;
     std::atomic<bool> isEnding = false, isReleased = false;

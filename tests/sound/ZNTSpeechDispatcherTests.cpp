@@ -3,6 +3,7 @@
 #include "ZNTRecordingSpeechService.h"
 #include "ZNTSpeechDispatcher.h"
 #include "ZNTSpeechHandOver.h"
+#include "ZNTSpeechMessages.h"
 #include "ZNTSpeechSynth.h"
 #include "ZNTTestPlatform.h"
 #include "ZNTThreadCount.h"
@@ -115,6 +116,41 @@ TEST_F(SpeechService, AStopSilencesWithinFiftyMillisecondsAndDropsTheRest)
     EXPECT_EQ(service.commandsHeard(), commandsBefore + 1) << "silence was asked of a silent service";
     EXPECT_THAT(service.finishedTexts(), ElementsAre("next"));
     EXPECT_EQ(service.said().size(), 2u);
+}
+
+TEST_F(SpeechService, WhatTheDesktopSilencesIsOver)
+{
+    service.start();
+    service.setSpeakingTime(10s);
+    engine->startSpeaking(u"long");
+    engine->startSpeaking(u"queued");
+    ASSERT_TRUE(hasBegun(1));
+    ASSERT_TRUE(loop.runUntil([this] {
+        service.cancelAll();
+        return !engine->isSpeaking();
+    }));
+    EXPECT_THAT(service.finishedTexts(), IsEmpty());
+}
+
+TEST(SpeechMessages, OneWhoseEndIsLostIsGivenUpAndOneThatWaitedIsGivenItsTimeAfresh)
+{
+    ZNTSpeechMessages messages;
+    const ZNTSpeechMessages::Time start{};
+    messages.add(7, {"lost", 0}, start);
+    messages.add(9, {"long after others", 1}, start);
+    messages.noteBegin(9, start + 30s);
+    messages.noteBegin(8, start + 30s);
+    messages.forgetOverdue(start + 31s);
+    EXPECT_TRUE(messages.noteEnd(7));
+    messages.forgetOverdue(start + 60s);
+    EXPECT_FALSE(messages.noteEnd(8));
+    const auto owed = messages.takeAll();
+    ASSERT_EQ(owed.size(), 1u);
+    EXPECT_EQ(owed[0].utf8, "long after others");
+    EXPECT_EQ(owed[0].timesLost, 1);
+    messages.add(10, {"lost", 0}, start);
+    messages.forgetOverdue(start + 32s);
+    EXPECT_TRUE(messages.isEmpty());
 }
 
 TEST_F(SpeechService, AStopReachesEvenATextThatIsJustOnItsWay)

@@ -276,6 +276,26 @@ TEST_F(ZNTDatabaseFaults, TheOldCounterStandsWhereTheNewOneCannotBeWritten)
     EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
 }
 
+TEST_F(ZNTDatabaseFaults, AForeignFileMakesNoStatementEndless)
+{
+    // With a limit, so that the test ends without the client's own.
+    const std::string counting =
+        "with recursive c(oid) as (select 1 union all select oid + 1 from c limit 2000000) ";
+    for (const auto& statement :
+         {"create trigger slow after insert on ZNTMacroGroup begin select count(*) from (" + counting +
+              "select oid from c); end",
+          std::string("drop table ZNTMacro"),
+          "create view ZNTMacro as " + counting +
+              "select oid, 'x' name, 'y' dataToExecute, 1 zntMacroGroupFK from c limit 3"})
+        EXPECT_TRUE(files.rows(statement).empty());
+    ZNTDatabaseHelper store(places, machine.log);
+    EXPECT_TRUE(store.getAllMacroNames().empty());
+    ZNTMacroGroup group{.oid = 0, .groupName = u"friends", .macrosList = {}};
+    store.insertMacroGroup(group);
+    EXPECT_TRUE(store.getAllMacroGroupsFromDatabase().empty());
+    EXPECT_EQ(store.getAllMudsFromMudList().size(), 16u) << "other statements have their own time";
+}
+
 TEST_F(ZNTDatabaseFaults, AReadOnlyDatabaseIsReadAndNotChanged)
 {
     ::chmod(machine.home.path(files.database).c_str(), 0400);

@@ -40,7 +40,12 @@ public:
 
     [[nodiscard]] std::chrono::system_clock::time_point timeOfDay() const override;
     /// Only notes the pause: nothing fires during it and the loop's time does not move.
-    void sleepFor(double seconds) override { slept.push_back(seconds); }
+    void sleepFor(double seconds) override
+    {
+        slept.push_back(seconds);
+        if (whenSlept)
+            whenSlept();
+    }
 
     /// What `timeOfDay` answers when `now` is 0.
     std::chrono::system_clock::time_point startOfTime{};
@@ -48,6 +53,8 @@ public:
     bool hasRoomForWatches = true;
     /// Every pause asked for, in seconds.
     std::vector<double> slept;
+    /// Called at each.
+    std::function<void()> whenSlept;
 
 private:
     struct State;

@@ -45,6 +45,8 @@ public:
     /// Leaves what the client sends in the network, so that its writes come to a halt.
     void stopReading();
     void resumeReading();
+    /// Reads what has arrived at this moment, without a turn of the loop.
+    void takeWhatArrived() { receive(); }
     /// Keeps little room for what is not read yet. For connections accepted from now on.
     void makeReceiveBufferSmall();
 

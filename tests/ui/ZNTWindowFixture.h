@@ -44,7 +44,8 @@ struct ZNTCountedSounds final : ZNTSoundFactory {
     std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override { return {}; }
     std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
     void stopAll() override { ++timesAllStopped; }
-    void setGameIsLocal(bool) override {}
+    [[nodiscard]] bool isPlaying() const override { return false; }
+    void setGameAddress(std::string_view) override {}
     void setMasterVolume(float newVolume) override { volume = newVolume; }
     [[nodiscard]] float masterVolume() const override { return volume; }
     void setMuted(bool isMuted) override { muted = isMuted; }

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+
+/// Ends the process where a promise does not hold: the fuzzer then keeps the input, and a replay names it.
+inline void require(bool holds, const char* promise)
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "Broken promise: %s\n", promise);
+    std::abort();
+}

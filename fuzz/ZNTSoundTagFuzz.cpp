@@ -1,0 +1,133 @@
+#include "FuzzInput.h"
+#include "FuzzRequire.h"
+#include "ZNTIcuReference.h"
+#include "ZNTMSPProcessor.h"
+#include "ZNTSilentSounds.h"
+#include "ZNTSoundTagScanner.h"
+#include "ZNTTemporaryFolder.h"
+#include "ZNTText.h"
+
+#include <cmath>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+constexpr std::size_t longestText = 300; ///< UTF-16 units: ICU takes the cube of it for "!!(" repeated
+
+struct IdleSound final : ZNTSoundObject {
+    [[nodiscard]] bool isPlaying() const override { return plays; }
+    bool play() override { return plays = true; }
+    bool stop() override { return std::exchange(plays, false); }
+    void setVolume(float volume) override { require(std::isfinite(volume), "a volume is a number"); }
+    void setCurrentTime(double) override {}
+    void setLoops(bool) override {}
+    void setDelegate(std::weak_ptr<ZNTSoundDelegate>) override {}
+    bool plays = false;
+};
+
+/// Hands out sounds that do nothing and looks at each file that was opened for one.
+struct CheckedSounds final : ZNTSilentSounds {
+    explicit CheckedSounds(const std::string& folder) : folder(fs::canonical(folder).string() + "/") {}
+    std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile file) override
+    {
+        struct stat status {
+        };
+        require(fstat(file.descriptor(), &status) == 0 && S_ISREG(status.st_mode),
+                "a sound is a regular file");
+        const auto opened = fs::read_symlink("/proc/self/fd/" + std::to_string(file.descriptor())).string();
+        require(opened.starts_with(folder), "no file outside the sound folder is opened");
+        return std::make_shared<IdleSound>();
+    }
+    std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override
+    {
+        return std::make_shared<IdleSound>();
+    }
+    std::string folder;
+};
+
+/// A player's home with sounds, and with ways out of the sound folder for those who look for them.
+struct Home {
+    ZNTTemporaryFolder folder;
+    ZNTFilePlaces places{folder.path(), "", folder.path("cache")};
+    CheckedSounds sounds;
+
+    Home() : sounds(prepare(places, folder)) {}
+
+private:
+    static std::string prepare(const ZNTFilePlaces& places, const ZNTTemporaryFolder& folder)
+    {
+        const auto sounds = places.soundFolder();
+        for (const auto* name : {"weather/rain.wav", "battle/hit", "dying_groan.wav", "a/b.wav)",
+                                 "weather/Donner \xC3\x9C.wav", "weather/re\xCC\x81gen.WAV"})
+            folder.write(std::string("Music/Zantor/sounds/").append(name), "sound");
+        folder.write("secret.wav", "not for games");
+        folder.write("Music/Zantor/sounds2/secret.wav", "a folder whose name begins like ours");
+        fs::create_symlink(folder.path("secret.wav"), sounds + "weather/link.wav");
+        fs::create_symlink("../../..", sounds + "out");
+        fs::create_symlink("loop", sounds + "loop");
+        fs::create_symlink("weather/rain.wav", sounds + "inside.wav");
+        mkfifo((sounds + "pipe.wav").c_str(), S_IRWXU);
+        return sounds;
+    }
+};
+
+/// A parameter as the last match of `pattern` gives it, without its letter and "=".
+ZNTSound::Parameter parameter(std::u16string_view tag, const char16_t* pattern)
+{
+    const auto found = znt::icu::matches(tag, pattern);
+    if (found.empty())
+        return std::nullopt;
+    auto value = found.back().whole.substr(2);
+    if (value.starts_with(u'"') || value.starts_with(u'\''))
+        value = value.substr(1, value.size() - 2);
+    return value;
+}
+
+void processTag(Home& home, std::u16string_view tag)
+{
+    ZNTMSPProcessor processor(home.places, home.sounds);
+    if (processor.processSound(tag) && processor._zntSound()) {
+        const auto& request = *processor._zntSound();
+        require(request._vParam() == parameter(tag, uR"(V=[^\s]+)"), "V is read as ICU reads it");
+        require(request._lParam() == parameter(tag, uR"(L=[^\s]+)"), "L is read as ICU reads it");
+        require(request._pParam() == parameter(tag, uR"(P=[^\s]+)"), "P is read as ICU reads it");
+        require(request._cParam() == parameter(tag, uR"(C=[^\s]+)"), "C is read as ICU reads it");
+        require(request._tParam() == parameter(tag, uR"(T=[^\s]+)"), "T is read as ICU reads it");
+    }
+    static_cast<void>(processor.processSound(tag)); // it meets itself on its channel
+    processor.playTriggerSound(tag);
+    const auto bracket = tag.find(u'(');
+    if (bracket != tag.npos)
+        processor.playTriggerSound(tag.substr(bracket + 1, tag.find(u' ') - bracket - 1));
+}
+
+} // namespace
+
+/// One text of a game's, in UTF-8, with sound tags in it or without.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static Home home;
+    const auto text = znt::textFromUtf8(FuzzInput(data, size).rest()).substr(0, longestText);
+    const char16_t* const pattern = uR"(!!\w*\([^ ]+.*\))";
+    const auto expected = znt::icu::matches(text, pattern);
+
+    const auto tag = znt::nextSoundTag(text);
+    require(tag.has_value() == !expected.empty(), "a tag is found where ICU finds one");
+    if (tag)
+        require(*tag == expected.front().whole && tag->data() - text.data() == expected.front().start,
+                "the first tag is the one that ICU finds");
+    auto stripped = text;
+    znt::stripSoundTags(stripped);
+    require(stripped == znt::icu::replacedAll(text, pattern, u""), "the tags that ICU finds are taken out");
+
+    for (const auto& match : expected)
+        processTag(home, match.whole);
+    processTag(home, text);
+    return 0;
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ZNTSoundSource.h"
+
+#include <memory>
+
+typedef struct _Mix_Music Mix_Music; // SDL2_mixer's
+
+/// A long sound that is decoded while it plays, a few kilobytes ahead, so that its length costs no memory.
+/// Made and destroyed while the device is open.
+class ZNTSoundStream
+{
+public:
+    /// Null where the sound is too short to need this, of unknown length, or damaged: then it has to be
+    /// decoded whole, which finds out more.
+    static std::unique_ptr<ZNTSoundStream> open(const std::shared_ptr<const ZNTSoundSource>& source);
+    ~ZNTSoundStream();
+    ZNTSoundStream(const ZNTSoundStream&) = delete;
+    ZNTSoundStream& operator=(const ZNTSoundStream&) = delete;
+
+    /// The library plays one of them at a time.
+    [[nodiscard]] Mix_Music* music() const { return music_; }
+
+private:
+    explicit ZNTSoundStream(Mix_Music* music) : music_(music) {}
+    Mix_Music* music_;
+};

@@ -1,0 +1,236 @@
+#include "ZNTDeflated.h"
+#include "ZNTSessionFixture.h"
+
+#include <utility>
+
+namespace
+{
+
+const std::string goAhead = "\xFF\xF9";
+
+/// A session whose triggers have so much to answer in one chunk that it takes many turns of the loop.
+class Answers : public ZNTSessionFixture
+{
+protected:
+    static constexpr int matches = 10 * ZNTServerConnectController::mostAnswersInATurn;
+
+    void addTrigger(std::u16string check, std::u16string action, bool gag = false)
+    {
+        ZNTTrigger trigger;
+        trigger.name = check;
+        trigger.check = std::move(check);
+        trigger.action = std::move(action);
+        trigger.active = true;
+        trigger.gag = gag;
+        database.insertTrigger(trigger);
+    }
+    static std::string manyMatches() { return std::string(matches, 'a') + "end" + goAhead; }
+    static std::string repeated(const std::string& text, int times)
+    {
+        std::string all;
+        for (int count = 0; count < times; ++count)
+            all += text;
+        return all;
+    }
+    /// Sends them, and turns the loop until the first answers are there.
+    void startAnswering()
+    {
+        server.send(manyMatches());
+        ASSERT_TRUE(machine.loop.runUntil([this] { return !server.received().empty(); }));
+    }
+    /// The same, with answers of which the network does not take all until the server reads.
+    void startAnsweringInVain()
+    {
+        addTrigger(u"a", std::u16string(1'000, u'x'));
+        server.makeReceiveBufferSmall();
+        connect();
+        server.stopReading();
+        server.send(manyMatches());
+        settle();
+        ASSERT_TRUE(session().hasTextHeldBack());
+    }
+    void type(std::u16string_view line)
+    {
+        commandLine.setText(line);
+        session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+    }
+    void finish()
+    {
+        ASSERT_TRUE(machine.loop.runUntil([this] { return !session().hasTextHeldBack(); }));
+        settle();
+    }
+    static std::u16string chunk() { return znt::textFromUtf8(std::string(matches, 'a')) + u"end"; }
+};
+
+} // namespace
+
+TEST_F(Answers, OfOneChunkLeaveInOrderOverSeveralTurnsAndATypedLineGoesBetweenThem)
+{
+    addTrigger(u"a", u"x");
+    addTrigger(u"end", u"last", /*gag=*/true);
+    connect();
+    startAnswering();
+    EXPECT_LT(server.received().size(), 3U * matches / 2);
+    type(u"look");
+    session().reloadTriggers();
+    session().setSpeechOnOffBindingState(1);
+    session().setSpeechInterruptOnOffBindingState(1);
+    server.send("next" + goAhead);
+    EXPECT_EQ(shown().find(u"end"), std::u16string::npos);
+    finish();
+
+    auto received = server.received();
+    const auto typed = received.find("look\r\n");
+    EXPECT_LT(typed, 3U * matches / 2);
+    received.erase(typed, 6);
+    EXPECT_EQ(received, repeated("x\r\n", matches) + "last\r\n");
+    EXPECT_TRUE(shown().ends_with(u"last\r" + chunk() + u"next"));
+    EXPECT_TRUE(logged().ends_with("last\r" + std::string(matches, 'a') + "endnext"));
+    machine.loop.runUntil([this] {
+        machine.loop.advance(0.5);
+        return speech.spoken.size() == 2;
+    });
+    EXPECT_EQ(speech.spoken, (std::vector<std::u16string>{u"last", u"next"})) << "the last match gags it";
+}
+
+TEST_F(Answers, WaitForAServerThatDoesNotTakeThemAndAllElseThatItSentWaitsWithThem)
+{
+    int silences = 0;
+    whenSilencePasses = [&] { ++silences; };
+    startAnsweringInVain();
+    server.send("\xFF\xFA\x56\xFF\xF0");
+    settle();
+    EXPECT_FALSE(session()._mccp()) << "the next chunk is not looked at";
+    machine.loop.advance(2);
+    EXPECT_EQ(silences, 0) << "nobody listened";
+    EXPECT_TRUE(session().isConnected());
+    type(u"look");
+    EXPECT_TRUE(shown().ends_with(u"look\r"));
+
+    server.resumeReading();
+    ASSERT_TRUE(machine.loop.runUntil([this] { return session()._mccp(); }));
+    server.send(deflated("\nHello." + goAhead, Z_SYNC_FLUSH));
+    settle();
+    finish();
+    auto afterChunk = shown().substr(shown().rfind(u"end"));
+    std::erase(afterChunk, u'\0');
+    EXPECT_EQ(afterChunk, u"endHello.");
+    const std::string answer = std::string(1'000, 'x') + "\r\n";
+    ASSERT_TRUE(
+        machine.loop.runUntil([&] { return server.received().size() >= matches * answer.size() + 6; }));
+    auto received = server.received();
+    received.erase(received.find("look\r\n"), 6);
+    EXPECT_TRUE(received == repeated(answer, matches));
+    machine.loop.advance(0.5);
+    EXPECT_EQ(silences, 1);
+}
+
+TEST_F(Answers, ThatCannotReachTheirGameAnyMoreAreDroppedAndItsTextIsShown)
+{
+    addTrigger(u"a", u"x");
+    connect();
+    startAnswering();
+    session().connectToServer();
+    EXPECT_FALSE(session().isConnected());
+    connect();
+    finish();
+    EXPECT_EQ(server.received(), "") << "the next game gets none of them";
+    EXPECT_TRUE(shown().ends_with(u"x\r" + chunk()));
+
+    startAnswering();
+    server.send("So long.");
+    ASSERT_TRUE(machine.loop.runUntil([this] { return server.hasSentAll(); }));
+    server.reset();
+    ASSERT_TRUE(machine.loop.runUntil([this] { return !session().isConnected(); }));
+    settle();
+    EXPECT_TRUE(shown().ends_with(chunk()));
+    silence();
+    EXPECT_TRUE(shown().ends_with(chunk() + u"So long.")) << "what came before the end is not lost";
+}
+
+TEST_F(Answers, AreGivenUpAtTheEndOfTheProgramButNoTextIsLost)
+{
+    startAnsweringInVain();
+    session().showAllThatCame();
+    EXPECT_FALSE(session().hasTextHeldBack());
+    EXPECT_TRUE(shown().ends_with(chunk()));
+
+    server.send(manyMatches());
+    server.resumeReading();
+    ASSERT_TRUE(machine.loop.runUntil([this] { return session().hasTextHeldBack(); }));
+    controller.reset();
+    EXPECT_TRUE(logged().ends_with(std::string(matches, 'a') + "end"));
+}
+
+TEST_F(Answers, InterruptSpeechOnceATurnAndChunkAndTypedLinesEachTime)
+{
+    addTrigger(u"ring", u"answer");
+    addTrigger(u"a", u"x");
+    ZNTMacroGroup group;
+    database.insertMacroGroup(group);
+    for (auto macro : {ZNTMacro{.groupOid = group.oid, .name = u"two", .dataToExecute = u"~hop ~hop"},
+                       ZNTMacro{.groupOid = group.oid, .name = u"hop", .dataToExecute = u"jump"}})
+        database.insertMacroSetWithMacroGroup(macro);
+    connect();
+    session().setSpeechInterruptOnOffBindingState(1);
+    receive(repeated("ring ", 500) + goAhead);
+    EXPECT_EQ(server.received(), repeated("answer\r\n", 500));
+    EXPECT_EQ(machine.loop.slept, std::vector<double>{0.3});
+    receive("ring" + goAhead);
+    EXPECT_EQ(machine.loop.slept.size(), 2U) << "on the next turn";
+    receive(manyMatches());
+    finish();
+    EXPECT_EQ(machine.loop.slept.size(), 3U) << "the turns in which one chunk is answered count as one";
+
+    machine.loop.slept.clear();
+    session().sendMessageToServer(u"look", false);
+    session().sendMessageToServer(u"look", false);
+    type(u"look");
+    EXPECT_EQ(machine.loop.slept, (std::vector<double>{0.3, 0.3, 0.2, 0.3}));
+
+    machine.loop.slept.clear();
+    session().sendMessageToServer(u"~two", false);
+    EXPECT_EQ(machine.loop.slept.size(), 2U);
+    machine.loop.whenSlept = [this] { session().processMessage(u"ring\u00FF\u00F9"); };
+    session().sendMessageToServer(u"!n", false);
+    machine.loop.advance(1);
+    EXPECT_EQ(machine.loop.slept.size(), 3U) << "a walk's step and an answer share the pause of a turn";
+}
+
+TEST_F(Answers, ThatLeadBackIntoTheSessionStillPauseOnceAndTheInnerTextComesAfter)
+{
+    addTrigger(u"ring", u"!n");
+    addTrigger(u"rin", u"answer");
+    connect();
+    session().setSpeechInterruptOnOffBindingState(1);
+    bool isFirst = true;
+    whenSessionChanges = [&] { // the walk begins
+        if (std::exchange(isFirst, false)) {
+            session().processMessage(u"a rin in between\u00FF\u00F9");
+            session().timeUp();
+        }
+    };
+    receive("ring ring rin" + goAhead);
+    EXPECT_EQ(shown(), u"answer\ranswer\ranswer\rring ring rinanswer\ra rin in between");
+    EXPECT_EQ(machine.loop.slept, std::vector<double>{0.3});
+}
+
+TEST_F(Answers, AndRepliesLeaveBeforeAPause)
+{
+    addTrigger(u"ring", u"answer");
+    connect();
+    session().setSpeechInterruptOnOffBindingState(1);
+    std::string atPause;
+    machine.loop.whenSlept = [&] {
+        server.takeWhatArrived();
+        atPause = server.received();
+    };
+    session().sendMessageToServer(u"one", false);
+    EXPECT_EQ(atPause, "");
+    session().sendMessageToServer(u"two", false);
+    EXPECT_EQ(atPause, "one\r\n");
+    settle();
+    receive("\xFF\xFB\x03 ring" + goAhead);
+    EXPECT_EQ(atPause, "one\r\ntwo\r\n\xFF\x19\x03");
+    EXPECT_EQ(server.received(), atPause + "answer\r\n");
+}
