@@ -37,7 +37,8 @@ private:
 
 /// One SQLite connection. Statements are compiled once each and kept by their text. A call that meets a file
 /// locked by another program is repeated after 20 microseconds, for as long as the wait has patience. A
-/// statement that takes SQLite about a second of work fails: only a damaged or foreign file makes one so long.
+/// statement that takes SQLite about a second of work fails: only a damaged or foreign file makes one so
+/// long.
 class ZNTDatabase
 {
 public:

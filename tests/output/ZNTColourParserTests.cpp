@@ -105,6 +105,10 @@ TEST(ColourParser, LaysColourAndFontOverTheTextThatIsLeft)
     EXPECT_EQ(shownAt(accumulated, 2), bold(red));
     EXPECT_EQ(shownAt(accumulated, 3), (Shown{red, true, true}));
     EXPECT_EQ(shownAt(accumulated, 4), plain(white));
+
+    const auto endsInColour = parsed(u"a\x1b[1;31mb\x1b[1;32m");
+    EXPECT_EQ(endsInColour.runs.size(), 2U);
+    EXPECT_EQ(endsInColour.runs.back().offset, 1U) << "no run stands where no text is";
 }
 
 TEST(ColourParser, KnowsTheSequencesThatServersSend)
