@@ -41,7 +41,7 @@ void checkPlain(std::string_view utf8)
 
 /// The line being typed, which shows the game's unfinished line before it.
 struct CheckedInput final : ZNTConsoleInput {
-    void start(Handlers) override {}
+    bool start(Handlers) override { return true; }
     void showLine(std::string_view unfinishedLine) override
     {
         require(unfinishedLine.find('\n') == unfinishedLine.npos, "a prompt is one line");
