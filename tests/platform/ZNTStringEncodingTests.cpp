@@ -110,8 +110,13 @@ TEST(StringEncoding, ATelnetCommandEndsACharacterAndOnlyItsOwnBytesAreExempt)
 {
     EXPECT_FALSE(decodedText("\xB1\xFF\xF9\xB1", EucCn)) << "IAC inside a character";
     EXPECT_FALSE(decodedText("\xA5\xFF\xF9\x5F", Big5Hkscs));
-    EXPECT_FALSE(decodedText("\xFF\xF9\xB1", EucCn)) << "GA has no option byte";
-    EXPECT_TRUE(decodedText("\xFF\xFC\xB1", EucCn)) << "WONT has one";
+    for (int command = 240; command < 256; ++command) {
+        SCOPED_TRACE(command);
+        const bool hasOption = command >= 250 && command <= 254; // SB, WILL, WONT, DO, DONT
+        const auto bytes = std::string("\xFF") + static_cast<char>(command) + "\xB1";
+        EXPECT_EQ(decodedText(bytes, EucCn).has_value(), hasOption);
+        EXPECT_EQ(decodedText(bytes, Big5Hkscs).has_value(), hasOption);
+    }
     EXPECT_FALSE(decodedText("\xFB\x56", EucCn));
     EXPECT_TRUE(decodedText("\xFB\x56", Big5Hkscs));
     EXPECT_FALSE(decodedText("ab\x80\x80", Big5Hkscs));
