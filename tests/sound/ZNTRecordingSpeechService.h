@@ -2,6 +2,7 @@
 
 #include "ZNTTemporaryFolder.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <deque>
@@ -75,7 +76,7 @@ private:
     int listener = -1;
     int wakeUp[2] = {-1, -1};
     bool answers = true;
-    bool isSpeaking = false;
+    std::atomic<bool> isSpeaking = false; ///< the serving thread looks at it without the mutex
     std::size_t numbersGiven = 0;
     std::size_t commands = 0;
     std::chrono::milliseconds speakingTime{0};
