@@ -28,9 +28,12 @@ std::string listWith(std::string_view number)
            std::string(number) + "</integer></dict></plist>\n";
 }
 
-/// The number that all of `bytes` is.
+/// The number that all of `bytes` is. The library reads one with a leading zero as an octal number.
 std::optional<std::int32_t> numberOf(std::string_view bytes)
 {
+    const auto digits = bytes.substr(bytes.starts_with('-') ? 1 : 0);
+    if (digits.size() > 1 && digits.starts_with('0'))
+        return std::nullopt;
     std::int32_t number = 0;
     const auto [end, error] = std::from_chars(bytes.data(), bytes.data() + bytes.size(), number);
     if (error != std::errc() || end != bytes.data() + bytes.size())

@@ -9,9 +9,13 @@
 
 #include <cmath>
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <sys/stat.h>
+#include <utility>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -21,6 +25,15 @@ namespace
 constexpr std::size_t longestText = 300; ///< UTF-16 units: ICU takes the cube of it for "!!(" repeated
 
 struct IdleSound final : ZNTSoundObject {
+    explicit IdleSound(bool isThere) : isThere(isThere) {}
+    [[nodiscard]] bool isLoaded() const override { return isThere; }
+    void load(std::function<void(bool)> loaded) override { whenFetched = std::move(loaded); }
+    void beFetched()
+    {
+        isThere = true;
+        if (const auto fetched = std::exchange(whenFetched, {}))
+            fetched(true);
+    }
     [[nodiscard]] bool isPlaying() const override { return plays; }
     bool play() override { return plays = true; }
     bool stop() override { return std::exchange(plays, false); }
@@ -28,7 +41,9 @@ struct IdleSound final : ZNTSoundObject {
     void setCurrentTime(double) override {}
     void setLoops(bool) override {}
     void setDelegate(std::weak_ptr<ZNTSoundDelegate>) override {}
-    bool plays = false;
+
+    std::function<void(bool)> whenFetched;
+    bool isThere, plays = false;
 };
 
 /// Hands out sounds that do nothing and looks at each file that was opened for one.
@@ -42,13 +57,20 @@ struct CheckedSounds final : ZNTSilentSounds {
                 "a sound is a regular file");
         const auto opened = fs::read_symlink("/proc/self/fd/" + std::to_string(file.descriptor())).string();
         require(opened.starts_with(folder), "no file outside the sound folder is opened");
-        return std::make_shared<IdleSound>();
+        return std::make_shared<IdleSound>(true);
     }
     std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override
     {
-        return std::make_shared<IdleSound>();
+        fetched.push_back(std::make_shared<IdleSound>(false));
+        return fetched.back();
+    }
+    void fetchAll()
+    {
+        for (const auto& sound : std::exchange(fetched, {}))
+            sound->beFetched();
     }
     std::string folder;
+    std::vector<std::shared_ptr<IdleSound>> fetched;
 };
 
 /// A player's home with sounds, and with ways out of the sound folder for those who look for them.
@@ -101,6 +123,7 @@ void processTag(Home& home, std::u16string_view tag)
         require(request._tParam() == parameter(tag, uR"(T=[^\s]+)"), "T is read as ICU reads it");
     }
     static_cast<void>(processor.processSound(tag)); // it meets itself on its channel
+    home.sounds.fetchAll();
     processor.playTriggerSound(tag);
     const auto bracket = tag.find(u'(');
     if (bracket != tag.npos)
