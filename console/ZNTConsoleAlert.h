@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZNTAlert.h"
-#include "ZNTConsoleInput.h"
+#include "ZNTConsoleOutput.h"
 #include "ZNTText.h"
 
 /// Alerts of the terminal client: one line each on stderr, "TITLE: TEXT". A question is taken as confirmed,
@@ -9,12 +9,12 @@
 class ZNTConsoleAlert final : public ZNTAlert
 {
 public:
-    /// `input`, which outlives this, steps aside for each alert.
-    explicit ZNTConsoleAlert(ZNTConsoleInput& input) : input(input) {}
+    /// `output` outlives this.
+    explicit ZNTConsoleAlert(ZNTConsoleOutput& output) : output(output) {}
 
     void showMessage(std::u16string_view title, std::u16string_view text) override
     {
-        input.writeAside(znt::utf8FromText(title) + ": " + znt::utf8FromText(text) + "\n");
+        output.writeAside(znt::utf8FromText(title) + ": " + znt::utf8FromText(text) + "\n");
     }
     void askForConfirmation(std::u16string_view, std::u16string_view,
                             std::function<void(bool)> answered) override
@@ -23,5 +23,5 @@ public:
     }
 
 private:
-    ZNTConsoleInput& input;
+    ZNTConsoleOutput& output;
 };

@@ -20,9 +20,9 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
                surroundings.platform.notifications,
                alerts,
                surroundings.platform.places},
-      outputView(options.colour == ZNTConsoleOptions::Colour::Always ? ZNTConsoleColour::Always
-                                                                     : ZNTConsoleColour::Never,
-                 surroundings.input, surroundings.writeOutput),
+      outputView(options.isInColour(surroundings.outputIsTerminal) ? ZNTConsoleColour::Always
+                                                                   : ZNTConsoleColour::Never,
+                 surroundings.output),
       store(platform.places, platform.log),
       groups(platform, store, macroGroupBox),
       macroList(platform, store, groups, macroTable),
@@ -30,6 +30,7 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
       _zntCommandRecorderView({recorderTable, recordingName, recordingSeconds, recorderSheet}, platform.log),
       commands(std::make_unique<ZNTConsoleCommands>(*this))
 {
+    surroundings.output.aboutToWrite = [this] { controller.writeQueuedLines(); };
     controller.awakeFromNib();
     if (options.encoding != ZNTStringEncoding::Ascii)
         controller.changeEncoding(znt::encodingTitle(options.encoding));
@@ -43,7 +44,7 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
     }
 }
 
-ZNTConsoleClient::~ZNTConsoleClient() = default;
+ZNTConsoleClient::~ZNTConsoleClient() { surroundings.output.aboutToWrite = nullptr; }
 
 ZNTSessionScreen ZNTConsoleClient::screen()
 {
@@ -86,7 +87,8 @@ ZNTSessionServices ZNTConsoleClient::services()
 void ZNTConsoleClient::start()
 {
     if (!surroundings.input.start({.line = [this](const std::string& line) { handleLine(line); },
-                                   .end = [this] { inputEnded(); }})) {
+                                   .end = [this] { inputEnded(); },
+                                   .catchUp = [this] { surroundings.output.catchUp(); }})) {
         complain(u"Standard input cannot be read: the system has no room for waiting for it.");
         finish(exitBroken);
         return;
@@ -263,6 +265,7 @@ void ZNTConsoleClient::finish(int exitCode)
         alerts.showWaiting();
         if (controller.isConnected())
             controller.connectToServer();
+        surroundings.output.catchUp();
         surroundings.exit(exitCode);
     });
 }
@@ -305,7 +308,7 @@ void ZNTConsoleClient::finishRecording(std::u16string_view name, std::u16string_
 
 void ZNTConsoleClient::say(std::u16string_view line)
 {
-    surroundings.writeOutput(znt::utf8FromText(line) + "\n");
+    surroundings.output.write(znt::utf8FromText(line) + "\n");
 }
 
 void ZNTConsoleClient::complainIfNotConnected()

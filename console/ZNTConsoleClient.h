@@ -2,6 +2,7 @@
 
 #include "ZNTConsoleInput.h"
 #include "ZNTConsoleOptions.h"
+#include "ZNTConsoleOutput.h"
 #include "ZNTConsoleTextView.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDemoGame.h"
@@ -39,8 +40,8 @@ public:
         bool inputIsTerminal;
         ZNTSoundFactory& sounds;
         ZNTSpeechEngine& speechEngine;
-        /// Takes UTF-8 for stdout.
-        std::function<void(std::string_view)> writeOutput;
+        ZNTConsoleOutput& output;
+        bool outputIsTerminal;
         /// Ends the program with an exit code. Called once.
         std::function<void(int)> exit;
         /// The program that the option --demo starts.

@@ -16,6 +16,8 @@ public:
         std::function<void(std::string line)> line;
         /// No more lines will come. Called once, after the last line.
         std::function<void()> end;
+        /// For an input that draws: returns when the text that passes has been written.
+        std::function<void()> catchUp = {};
     };
 
     virtual ~ZNTConsoleInput() = default;
@@ -26,9 +28,10 @@ public:
     /// Whether to read no further for now. A few lines may still come; a person at a terminal is never kept
     /// waiting.
     virtual void setPaused(bool isPaused) { static_cast<void>(isPaused); }
-    /// To be called around every output, which would otherwise break into the line being typed.
+    /// To be called before text is written, which would otherwise break into the line being typed.
     virtual void hideLine() {}
-    /// `unfinishedLine` (UTF-8) is what stands before the line being typed: a prompt of the game's.
+    /// To be called when it is written. `unfinishedLine` (UTF-8) is what stands before the line being typed:
+    /// a prompt of the game's.
     virtual void showLine(std::string_view unfinishedLine) { static_cast<void>(unfinishedLine); }
     /// Writes `line` (UTF-8, with its line end) to stderr, above the line being typed if both are shown on
     /// one terminal.

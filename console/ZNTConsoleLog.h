@@ -1,7 +1,7 @@
 #pragma once
 
 #include "RunLoop.h"
-#include "ZNTConsoleInput.h"
+#include "ZNTConsoleOutput.h"
 #include "ZNTPlatformLog.h"
 
 #include <string>
@@ -13,19 +13,19 @@ class ZNTConsoleLog final : public ZNTPlatformLog
 {
 public:
     /// Both outlive this.
-    ZNTConsoleLog(RunLoop& runLoop, ZNTConsoleInput& input) : runLoop(runLoop), input(input) {}
+    ZNTConsoleLog(RunLoop& runLoop, ZNTConsoleOutput& output) : runLoop(runLoop), output(output) {}
 
     void log(std::string_view text) override
     {
         auto line = ZNTStandardErrorLog::lineOf(text);
         if (std::this_thread::get_id() == loopThread)
-            input.writeAside(line);
+            output.writeAside(line);
         else
-            runLoop.post([&input = input, line = std::move(line)] { input.writeAside(line); });
+            runLoop.post([&output = output, line = std::move(line)] { output.writeAside(line); });
     }
 
 private:
     RunLoop& runLoop;
-    ZNTConsoleInput& input;
+    ZNTConsoleOutput& output;
     std::thread::id loopThread = std::this_thread::get_id();
 };

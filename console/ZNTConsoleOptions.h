@@ -22,6 +22,12 @@ struct ZNTConsoleOptions {
     bool demo = false;
     bool mendHome = false; ///< put a broken store aside, then end
 
+    /// Whether text is coloured on an output that is, or is not, a terminal.
+    [[nodiscard]] bool isInColour(bool outputIsTerminal) const
+    {
+        return colour == Colour::Always || (colour == Colour::Auto && outputIsTerminal);
+    }
+
     /// The options, or the exit code of a program that has said all it has to: 0 after the help, 2 after a
     /// mistake, which stderr then explains.
     static std::variant<ZNTConsoleOptions, int> fromArguments(int count, const char* const* arguments);

@@ -9,8 +9,6 @@
 namespace
 {
 
-constexpr std::size_t largestPiece = std::size_t{64} << 10;
-
 /// A prompt is at most a few lines; no more of an endless line needs to be known.
 constexpr std::size_t longestLastLine = 1024;
 
@@ -42,7 +40,6 @@ std::string sgrParameters(const ZNTAttributeSet& set)
 
 void ZNTConsoleTextView::append(const ZNTAttributedText& text)
 {
-    input.hideLine();
     const std::u16string_view all = text.text;
     if (colour == ZNTConsoleColour::Never || text.runs.empty()) {
         appendCharacters(all);
@@ -60,7 +57,7 @@ void ZNTConsoleTextView::append(const ZNTAttributedText& text)
         appendSgr("0");
     }
     flush();
-    input.showLine(znt::utf8FromText(lastLine));
+    output.setUnfinishedLine(znt::utf8FromText(lastLine));
 }
 
 void ZNTConsoleTextView::appendCharacters(std::u16string_view characters)
@@ -120,15 +117,12 @@ void ZNTConsoleTextView::appendSgr(std::string_view parameters)
 
 void ZNTConsoleTextView::flushIfLarge()
 {
-    if (pending.size() >= largestPiece)
+    if (pending.size() >= ZNTConsoleOutput::largestPiece)
         flush();
 }
 
 void ZNTConsoleTextView::flush()
 {
-    for (std::string_view rest = pending; !rest.empty();) {
-        write(rest.substr(0, largestPiece));
-        rest.remove_prefix(std::min(rest.size(), largestPiece));
-    }
+    output.write(pending);
     pending.clear();
 }

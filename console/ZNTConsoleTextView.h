@@ -1,11 +1,10 @@
 #pragma once
 
 #include "ZNTAttributedText.h"
-#include "ZNTConsoleInput.h"
+#include "ZNTConsoleOutput.h"
 #include "ZNTLineEnds.h"
 #include "ZNTScreenElements.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -17,14 +16,8 @@ enum class ZNTConsoleColour { Never, Always };
 class ZNTConsoleTextView final : public ZNTTextView
 {
 public:
-    /// `write` takes text of up to 64 KiB at a time; `input` steps aside while text passes.
-    ZNTConsoleTextView(ZNTConsoleColour colour, ZNTConsoleInput& input,
-                       std::function<void(std::string_view utf8)> write)
-        : colour(colour),
-          input(input),
-          write(std::move(write))
-    {
-    }
+    /// `output` outlives this.
+    ZNTConsoleTextView(ZNTConsoleColour colour, ZNTConsoleOutput& output) : colour(colour), output(output) {}
 
     void append(const ZNTAttributedText& text) override;
     void scrollToEnd() override {}
@@ -39,8 +32,7 @@ private:
     void flush();
 
     ZNTConsoleColour colour;
-    ZNTConsoleInput& input;
-    std::function<void(std::string_view)> write;
+    ZNTConsoleOutput& output;
     ZNTLineEnds lineEnds;
     std::string pending;
     std::u16string lastLine;    ///< what no line break has ended yet: a prompt, as a rule

@@ -89,6 +89,7 @@ bool ZNTTerminalInput::start(Handlers given)
 
 void ZNTTerminalInput::readCharacters()
 {
+    handlers.catchUp(); // the library draws what is typed where the cursor stands
     rl_callback_read_char();
     if (!std::exchange(hasDelivered, false) || !isInstalled)
         return;
@@ -117,6 +118,7 @@ void ZNTTerminalInput::deliver(char* line)
         add_history(line);
     isDelivering = true;
     handlers.line(typedLine);
+    handlers.catchUp();
     isDelivering = false;
     hasDelivered = true;
 }

@@ -2,18 +2,17 @@
 #include "ZNTConsoleAlert.h"
 #include "ZNTConsoleClient.h"
 #include "ZNTConsoleLog.h"
+#include "ZNTConsoleWriter.h"
 #include "ZNTMixerSounds.h"
 #include "ZNTSpeechDispatcher.h"
 #include "ZNTStoreMaker.h"
 #include "ZNTStoreWait.h"
 
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <iostream>
-#include <poll.h>
 #include <unistd.h>
 
 namespace
@@ -28,21 +27,9 @@ void openMissingStandardDescriptors()
             ::open("/dev/null", O_RDWR); // takes the lowest free one
 }
 
-/// Writes all of it, waiting where stdout is full: what the terminal cannot take yet, the game may not send.
-void writeToStandardOutput(std::string_view text)
-{
-    while (!text.empty()) {
-        const auto count = ::write(STDOUT_FILENO, text.data(), text.size());
-        if (count >= 0) {
-            text.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno == EAGAIN) {
-            pollfd output{STDOUT_FILENO, POLLOUT, 0};
-            ::poll(&output, 1, -1);
-        } else if (errno != EINTR) {
-            std::_Exit(ZNTConsoleClient::exitBroken); // nobody reads any more
-        }
-    }
-}
+/// Bytes that may wait for stdout. A person at the terminal types behind what waits, and so less does; with a
+/// script the room lets the session take a flood while the terminal shows what came before.
+constexpr std::size_t mostWaitingForTerminal = std::size_t{1} << 20, mostWaiting = std::size_t{16} << 20;
 
 /// Says what was done on stdout, why nothing could be done on stderr.
 int mendHome()
@@ -64,12 +51,9 @@ int main(int count, char** arguments)
     auto parsed = ZNTConsoleOptions::fromArguments(count, arguments);
     if (const int* exitCode = std::get_if<int>(&parsed))
         return *exitCode;
-    auto options = std::get<ZNTConsoleOptions>(parsed);
+    const auto options = std::get<ZNTConsoleOptions>(parsed);
     if (options.mendHome)
         return mendHome();
-    if (options.colour == ZNTConsoleOptions::Colour::Auto)
-        options.colour =
-            ::isatty(STDOUT_FILENO) ? ZNTConsoleOptions::Colour::Always : ZNTConsoleOptions::Colour::Never;
     std::signal(SIGPIPE, SIG_IGN);
 
     auto opened = UvRunLoop::open();
@@ -80,9 +64,13 @@ int main(int count, char** arguments)
     auto& runLoop = *opened.value();
     ZNTSystemClock clock;
     const auto input = ZNTConsoleInput::forStandardInput(runLoop);
-    ZNTConsoleLog log(runLoop, *input);
+    ZNTConsoleWriter writer(runLoop, {STDOUT_FILENO, STDERR_FILENO},
+                            input->isTerminal() ? mostWaitingForTerminal : mostWaiting,
+                            [] { std::_Exit(ZNTConsoleClient::exitBroken); });
+    ZNTConsoleOutput output(runLoop, *input, writer);
+    ZNTConsoleLog log(runLoop, output);
     ZNTNotificationCenter notifications;
-    ZNTConsoleAlert alert(*input);
+    ZNTConsoleAlert alert(output);
     const ZNTPlatform platform{runLoop, clock, log, notifications, alert, ZNTFilePlaces::forThisProcess()};
     ZNTMixerSounds sounds(runLoop, platform.places);
     ZNTSpeechDispatcher speech(runLoop, log);
@@ -93,7 +81,8 @@ int main(int count, char** arguments)
                              .inputIsTerminal = input->isTerminal(),
                              .sounds = sounds,
                              .speechEngine = speech,
-                             .writeOutput = writeToStandardOutput,
+                             .output = output,
+                             .outputIsTerminal = ::isatty(STDOUT_FILENO) != 0,
                              .exit =
                                  [&](int code) {
                                      exitCode = code;

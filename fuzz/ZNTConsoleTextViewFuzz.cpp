@@ -1,5 +1,6 @@
 #include "FuzzInput.h"
 #include "FuzzRequire.h"
+#include "VirtualRunLoop.h"
 #include "ZNTBlockDecoder.h"
 #include "ZNTColourParser.h"
 #include "ZNTConsoleTextView.h"
@@ -49,21 +50,32 @@ struct CheckedInput final : ZNTConsoleInput {
     }
 };
 
+struct KeptOutput final : ZNTTextSink {
+    void write(std::string_view utf8, To) override { written += utf8; }
+    [[nodiscard]] bool hasWrittenAll() const override { return true; }
+    void waitUntilWritten() override {}
+    std::string written;
+};
+
 struct Terminal {
-    explicit Terminal(ZNTConsoleColour colour)
-        : view(colour, input, [this](std::string_view piece) { written += piece; })
+    explicit Terminal(ZNTConsoleColour colour) : view(colour, output) {}
+    void show(const ZNTAttributedText& text)
     {
+        view.append(text);
+        output.catchUp();
     }
-    void show(const ZNTAttributedText& text) { view.append(text); }
     void show(std::u16string_view text)
     {
         ZNTAttributedText plain;
         plain.text = text;
-        view.append(plain);
+        show(plain);
     }
 
+    VirtualRunLoop runLoop;
     CheckedInput input;
-    std::string written;
+    KeptOutput sink;
+    std::string& written = sink.written;
+    ZNTConsoleOutput output{runLoop, input, sink};
     ZNTConsoleTextView view;
 };
 

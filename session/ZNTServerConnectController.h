@@ -96,6 +96,9 @@ public:
     /// A line as if typed, past the command line.
     void sendTextToServerNoWidget(std::u16string_view line);
     void resendLastCommand();
+    /// Hands the lines and replies that are queued to the network before this returns, as far as it takes
+    /// them; else they leave on the next turns of the run loop.
+    void writeQueuedLines();
     /// A key of the command line. True when it is dealt with and the field must not act on it.
     bool controlTextViewDoCommandBySelector(ZNTCommandLineKey key);
     /// Double click on the macro table: sends the selected macro's text as it stands.

@@ -113,6 +113,12 @@ void ZNTServerConnectController::LinesOfWalks::sendMessageToServer(std::u16strin
     session.sendMessageToServer(line, ignoreSpecials);
 }
 
+void ZNTServerConnectController::writeQueuedLines()
+{
+    if (mudServer)
+        mudServer->flushQueuedWrites();
+}
+
 void ZNTServerConnectController::sendTextToServer()
 {
     const auto line = screen.textToServer->text();

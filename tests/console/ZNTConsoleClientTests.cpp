@@ -37,6 +37,38 @@ TEST_F(ZNTConsoleClientTest, AScriptWaitsForTheConnectionAndThenForEachAnswer)
     EXPECT_FALSE(client->session().isConnected());
 }
 
+TEST_F(ZNTConsoleClientTest, WhatGoesToTheGameLeavesBeforeAnythingIsShownOfIt)
+{
+    VirtualRunLoop gamesLoop; // turns while the client stands still
+    ZNTScriptedPeer game(gamesLoop);
+    ZNTConsoleOptions options;
+    options.host = game.host();
+    options.port = game.port();
+    start(From::Terminal, options);
+    const auto turnUntil = [&](const std::function<bool()>& condition) {
+        return machine.loop.runUntil([&] {
+            gamesLoop.runUntil([turns = 0]() mutable { return ++turns > 2; });
+            return condition();
+        });
+    };
+    ASSERT_TRUE(turnUntil([&] { return client->session().isConnected() && game.hasClient(); }));
+    type("/trigger add Kick: A %1 kicks you => kick %1");
+    consoleOutput.catchUp();
+
+    const std::string answers = "kick goblin\r\nkick troll\r\n";
+    sink.beforeWriting = [&](std::string_view) {
+        EXPECT_TRUE(gamesLoop.runUntil([&] { return game.received() == answers; }, 2));
+    };
+    game.send("A goblin kicks you. A troll kicks you.\xFF\xF9");
+    EXPECT_TRUE(turnUntil([&] { return output.ends_with("A troll kicks you."); }));
+    sink.beforeWriting = [&](std::string_view) {
+        EXPECT_TRUE(gamesLoop.runUntil([&] { return game.received() == answers + "look\r\n"; }, 2));
+    };
+    type("look");
+    consoleOutput.catchUp();
+    EXPECT_TRUE(output.ends_with("look\n"));
+}
+
 TEST_F(ZNTConsoleClientTest, AWalkIsFinishedBeforeAScriptEnds)
 {
     startConnected();
@@ -328,6 +360,29 @@ TEST_F(ZNTConsoleClientTest, CompressionAndSoundAreAskedForAndTextComesInTheChos
     type("/encoding big5");
     receive("\xA7\x41\xA6\x6E\r\n");
     EXPECT_THAT(output, EndsWith("\u4F60\u597D\n\u4F60\u597D\n"));
+}
+
+TEST_F(ZNTConsoleClientTest, ColoursAreForTerminalsUnlessThePlayerSaysOtherwise)
+{
+    using Colour = ZNTConsoleOptions::Colour;
+    const struct {
+        Colour colour;
+        bool onTerminal, elsewhere;
+    } cases[] = {{Colour::Auto, true, false}, {Colour::Always, true, true}, {Colour::Never, false, false}};
+    for (const auto& [colour, onTerminal, elsewhere] : cases) {
+        for (const bool isTerminal : {true, false}) {
+            SCOPED_TRACE(isTerminal);
+            outputIsTerminal = isTerminal;
+            output.clear();
+            ZNTConsoleOptions options;
+            options.colour = colour;
+            start(From::Terminal, options);
+            client->session().insertTextIntoTheWindow(u"look"); // in cyan, as each line sent
+            consoleOutput.catchUp();
+            EXPECT_EQ(output.find("\x1b[0;1;36m") != output.npos, isTerminal ? onTerminal : elsewhere);
+            client.reset();
+        }
+    }
 }
 
 TEST_F(ZNTConsoleClientTest, TheRecorderShowsItsLinesAndNamesThem)

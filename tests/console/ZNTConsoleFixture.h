@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZNTConsoleClient.h"
+#include "ZNTNotedOutput.h"
 #include "ZNTScriptedPeer.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTTestPlatform.h"
@@ -10,13 +11,16 @@
 
 /// Lines that a test types.
 struct ZNTTypedInput final : ZNTConsoleInput {
+    explicit ZNTTypedInput(std::string& transcript) : transcript(transcript) {}
     bool start(Handlers given) override
     {
         handlers = std::move(given);
         return canBeRead;
     }
     void setPaused(bool paused) override { isPaused = paused; }
+    void writeAside(std::string_view line) override { transcript += line; }
     Handlers handlers;
+    std::string& transcript;
     bool isPaused = false, canBeRead = true;
 };
 
@@ -35,16 +39,16 @@ struct ZNTNotedSounds final : ZNTSoundFactory {
     float volume = 1;
 };
 
-/// Alerts as the machine remembers them, and in their place among the output.
+/// Alerts as the machine remembers them, and in their place among what is written.
 struct ZNTAlertInTranscript final : ZNTAlert {
-    ZNTAlertInTranscript(ZNTAlert& remembered, std::string& transcript)
+    ZNTAlertInTranscript(ZNTAlert& remembered, ZNTConsoleOutput& output)
         : remembered(remembered),
-          transcript(transcript)
+          output(output)
     {
     }
     void showMessage(std::u16string_view title, std::u16string_view text) override
     {
-        transcript += "[" + znt::utf8FromText(title) + "]";
+        output.writeAside("[" + znt::utf8FromText(title) + "]");
         remembered.showMessage(title, text);
     }
     void askForConfirmation(std::u16string_view title, std::u16string_view text,
@@ -53,7 +57,7 @@ struct ZNTAlertInTranscript final : ZNTAlert {
         remembered.askForConfirmation(title, text, std::move(answered));
     }
     ZNTAlert& remembered;
-    std::string& transcript;
+    ZNTConsoleOutput& output;
 };
 
 /// Speech that only remembers.
@@ -77,11 +81,8 @@ protected:
                                                       .inputIsTerminal = from == From::Terminal,
                                                       .sounds = sounds,
                                                       .speechEngine = speech,
-                                                      .writeOutput =
-                                                          [this](std::string_view text) {
-                                                              output += text;
-                                                              transcript += text;
-                                                          },
+                                                      .output = consoleOutput,
+                                                      .outputIsTerminal = outputIsTerminal,
                                                       .exit = [this](int code) { exitCodes.push_back(code); },
                                                       .demoProgram = ZANTOR_DEMO_PROGRAM},
                        options);
@@ -126,10 +127,12 @@ protected:
     /// What a command of the client's own answers: on stdout, in the log and as alerts, in that order.
     std::vector<std::string> answerTo(const std::string& command)
     {
+        consoleOutput.catchUp();
         output.clear();
         machine.log.lines.clear();
         machine.alert.shown.clear();
         type(command);
+        consoleOutput.catchUp();
         std::vector<std::string> answer;
         for (std::size_t at = 0; at < output.size();) {
             const auto end = std::min(output.find('\n', at), output.size());
@@ -145,14 +148,17 @@ protected:
 
     ZNTTestPlatform machine;
     ZNTScriptedPeer server{machine.loop};
-    ZNTTypedInput input;
-    ZNTNotedSounds sounds;
-    ZNTNotedSpeech speech;
-    std::string output;
-    std::string transcript; ///< the output, with the title of each alert in its place
-    ZNTAlertInTranscript alertInTranscript{machine.alert, transcript};
+    ZNTNotedSink sink;
+    std::string& output = sink.output;
+    std::string& transcript = sink.transcript;
+    ZNTTypedInput input{sink.transcript};
+    ZNTConsoleOutput consoleOutput{machine.loop, input, sink};
+    ZNTAlertInTranscript alertInTranscript{machine.alert, consoleOutput};
     ZNTPlatform platform{machine.loop,          machine.loop,      machine.log,
                          machine.notifications, alertInTranscript, machine.platform.places};
+    ZNTNotedSounds sounds;
+    ZNTNotedSpeech speech;
+    bool outputIsTerminal = false;
     std::vector<int> exitCodes;
     std::optional<ZNTConsoleClient> client;
 };

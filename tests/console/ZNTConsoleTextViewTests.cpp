@@ -1,5 +1,7 @@
 #include "ZNTConsoleTextView.h"
 
+#include "VirtualRunLoop.h"
+#include "ZNTNotedOutput.h"
 #include "ZNTText.h"
 
 #include <gtest/gtest.h>
@@ -7,38 +9,25 @@
 namespace
 {
 
-/// Notes what the view asks of the line being typed.
-struct NotedInput final : ZNTConsoleInput {
-    bool start(Handlers) override { return true; }
-    void hideLine() override { isHidden = true; }
-    void showLine(std::string_view unfinishedLine) override
-    {
-        isHidden = false;
-        prompt = unfinishedLine;
-    }
-    bool isHidden = false;
-    std::string prompt;
-};
-
 struct View {
-    explicit View(ZNTConsoleColour colour = ZNTConsoleColour::Never)
-        : view(colour, input, [this](std::string_view piece) {
-              EXPECT_TRUE(input.isHidden);
-              EXPECT_LE(piece.size(), std::size_t{64} << 10);
-              written += piece;
-          })
-    {
-    }
+    explicit View(ZNTConsoleColour colour = ZNTConsoleColour::Never) : view(colour, output) {}
     View& operator<<(std::u16string_view text)
     {
         ZNTAttributedText plain;
         plain.text = text;
-        view.append(plain);
-        EXPECT_FALSE(input.isHidden);
+        append(plain);
         return *this;
     }
-    NotedInput input;
-    std::string written;
+    void append(const ZNTAttributedText& text)
+    {
+        view.append(text);
+        loop.runPosted();
+    }
+    VirtualRunLoop loop;
+    ZNTNotedInput input;
+    ZNTNotedSink sink;
+    std::string& written = sink.output;
+    ZNTConsoleOutput output{loop, input, sink};
     ZNTConsoleTextView view;
 };
 
@@ -90,8 +79,8 @@ TEST(ZNTConsoleTextView, ColoursAreSequencesOfOurOwnAndEndWithTheText)
     text.sets[2].font = ZNTFont{u"Menlo-Bold"};
     text.runs = {{0, 0}, {6, 1}, {11, 2}};
     View never(ZNTConsoleColour::Never), always(ZNTConsoleColour::Always);
-    never.view.append(text);
-    always.view.append(text);
+    never.append(text);
+    always.append(text);
     EXPECT_EQ(never.written, "plain red\nbold");
     EXPECT_EQ(always.written, "plain \x1b[0;31;44mred\n\x1b[0;1mbold\x1b[0m");
 }

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "RunLoop.h"
+#include "ZNTConsoleInput.h"
+#include "ZNTTextSink.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+/// Everything that the terminal client writes. Text is gathered during a turn of the run loop and handed to
+/// the sink once, on the next turn; a flood is handed over in pieces of 64 KiB. While text passes, the line
+/// being typed is hidden; it is shown again when everything is written. Belongs to the run loop's thread.
+class ZNTConsoleOutput
+{
+public:
+    /// All outlive this.
+    ZNTConsoleOutput(RunLoop& runLoop, ZNTConsoleInput& input, ZNTTextSink& sink);
+
+    /// Takes text for stdout, in UTF-8.
+    void write(std::string_view utf8);
+    /// `utf8` is what no line break has ended yet of the text written last: a prompt, as a rule. The line
+    /// being typed stands behind it.
+    void setUnfinishedLine(std::string_view utf8) { unfinishedLine = utf8; }
+    /// Takes a line (with its line end) for stderr. It stands behind the text written before it.
+    void writeAside(std::string_view line);
+    /// Returns when everything is written and the line being typed stands again.
+    void catchUp();
+
+    /// Called before the text of a turn is handed over: what goes to the game leaves first. Optional.
+    std::function<void()> aboutToWrite;
+
+    static constexpr std::size_t largestPiece = std::size_t{64} << 10;
+
+private:
+    void writeOnNextTurn();
+    void finishTurn();
+    void handOver();
+    void showLineAgain();
+
+    RunLoop& runLoop;
+    ZNTConsoleInput& input;
+    ZNTTextSink& sink;
+    std::string gathered;
+    std::string unfinishedLine;
+    bool isTurnToBeFinished = false;
+    bool isLineHidden = false; ///< as long as text is on its way
+};

@@ -1,0 +1,145 @@
+#include "ZNTConsoleOutput.h"
+#include "ZNTConsoleWriter.h"
+
+#include "VirtualRunLoop.h"
+#include "ZNTNotedOutput.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <csignal>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+using testing::ElementsAre;
+
+namespace
+{
+
+struct ZNTConsoleOutputTest : testing::Test {
+    VirtualRunLoop loop;
+    ZNTNotedInput input;
+    ZNTNotedSink sink;
+    ZNTConsoleOutput output{loop, input, sink};
+};
+
+TEST_F(ZNTConsoleOutputTest, ATurnsTextIsWrittenOnceAndAfterWhatGoesToTheGame)
+{
+    std::vector<std::string> happened;
+    output.aboutToWrite = [&] { happened.emplace_back("sends"); };
+    sink.beforeWriting = [&](std::string_view text) {
+        EXPECT_TRUE(input.isHidden);
+        happened.emplace_back(text);
+    };
+    output.write("a troll\n");
+    output.write("> ");
+    output.setUnfinishedLine("> ");
+    EXPECT_THAT(happened, ElementsAre());
+    loop.runPosted();
+    EXPECT_THAT(happened, ElementsAre("sends", "a troll\n> "));
+    EXPECT_FALSE(input.isHidden);
+    EXPECT_EQ(input.prompt, "> ");
+
+    output.write("once");
+    output.catchUp();
+    EXPECT_THAT(happened, ElementsAre("sends", "a troll\n> ", "sends", "once"));
+    loop.runPosted();
+    EXPECT_EQ(sink.output, "a troll\n> once");
+}
+
+TEST_F(ZNTConsoleOutputTest, AFloodIsHandedOverInPieces)
+{
+    std::size_t pieces = 0;
+    sink.beforeWriting = [&](std::string_view) { ++pieces; };
+    const std::string line(1000, 'x');
+    for (int count = 0; count < 1000; ++count)
+        output.write(line);
+    EXPECT_EQ(pieces, 1000u / 66);
+    loop.runPosted();
+    EXPECT_EQ(sink.output.size(), 1000u * 1000);
+}
+
+TEST_F(ZNTConsoleOutputTest, WhileTheTerminalTakesNothingTheTypedLineStaysHiddenAndTheOrderIsKept)
+{
+    output.writeAside("Title: text\n");
+    EXPECT_EQ(input.aside, "Title: text\n") << "nothing to wait for";
+    sink.isStopped = true;
+    output.write("text\n");
+    loop.runPosted();
+    EXPECT_TRUE(input.isHidden);
+    output.writeAside("Title: after\n");
+    EXPECT_EQ(sink.transcript, "text\nTitle: after\n");
+    sink.goOn();
+    EXPECT_FALSE(input.isHidden);
+
+    sink.isStopped = true;
+    output.write("more\n");
+    output.catchUp();
+    EXPECT_FALSE(input.isHidden) << "before a key is drawn";
+    EXPECT_EQ(sink.output, "text\nmore\n");
+}
+
+/// A writer whose output is a pipe that is read only when a test says so.
+class ZNTConsoleWriterTest : public testing::Test
+{
+protected:
+    ZNTConsoleWriterTest() { EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0); }
+    ~ZNTConsoleWriterTest() override
+    {
+        closeReader();
+        ::close(ends[1]);
+    }
+    void closeReader()
+    {
+        if (const int reader = std::exchange(ends[0], -1); reader >= 0)
+            ::close(reader);
+    }
+    std::string read(std::size_t count)
+    {
+        std::string text(count, '\0');
+        for (std::size_t done = 0; done < count;) {
+            const auto part = ::read(ends[0], text.data() + done, count - done);
+            if (part <= 0)
+                return "the pipe has ended";
+            done += static_cast<std::size_t>(part);
+        }
+        return text;
+    }
+
+    VirtualRunLoop loop;
+    std::array<int, 2> ends{-1, -1};
+};
+
+TEST_F(ZNTConsoleWriterTest, AFullPipeHoldsNobodyUpAndLosesNothing)
+{
+    ZNTConsoleWriter writer(loop, {ends[1], ends[1]}, std::size_t{16} << 20, [] { FAIL(); });
+    int timesWritten = 0;
+    writer.writtenAll = [&] { ++timesWritten; };
+    std::string expected;
+    for (int line = 0; line < 20000; ++line) {
+        const auto text = "line " + std::to_string(line) + "\n";
+        const bool isAside = line % 1000 == 0;
+        writer.write(text, isAside ? ZNTTextSink::To::Errors : ZNTTextSink::To::Output);
+        expected += text;
+    }
+    EXPECT_FALSE(writer.hasWrittenAll()) << "the pipe is smaller than that";
+    EXPECT_TRUE(read(expected.size()) == expected);
+    writer.waitUntilWritten();
+    loop.runPosted();
+    EXPECT_GE(timesWritten, 1) << "each time that nothing waits any more";
+}
+
+TEST_F(ZNTConsoleWriterTest, WithoutAReaderTextIsDroppedAndThatIsSaidOnce)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    closeReader();
+    std::atomic<int> timesLeft = 0;
+    ZNTConsoleWriter writer(loop, {ends[1], ends[1]}, 10, [&] { ++timesLeft; });
+    for (int count = 0; count < 100; ++count)
+        writer.write("more than ten bytes", ZNTTextSink::To::Output);
+    writer.waitUntilWritten();
+    EXPECT_EQ(timesLeft, 1);
+}
+
+} // namespace

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "ZNTConsoleInput.h"
+#include "ZNTTextSink.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+/// Keeps what is written.
+struct ZNTNotedSink final : ZNTTextSink {
+    void write(std::string_view utf8, To to) override
+    {
+        if (beforeWriting)
+            beforeWriting(utf8);
+        (to == To::Output ? output : errors) += utf8;
+        transcript += utf8;
+    }
+    [[nodiscard]] bool hasWrittenAll() const override { return !isStopped; }
+    void waitUntilWritten() override { goOn(); }
+    void goOn()
+    {
+        isStopped = false;
+        if (writtenAll)
+            writtenAll();
+    }
+    bool isStopped = false; ///< the terminal takes nothing for now
+    std::function<void(std::string_view)> beforeWriting;
+    std::string output, errors;
+    std::string transcript; ///< both, in their order
+};
+
+/// Notes what is asked of the line being typed on a terminal.
+struct ZNTNotedInput final : ZNTConsoleInput {
+    [[nodiscard]] bool isTerminal() const override { return true; }
+    bool start(Handlers) override { return true; }
+    void hideLine() override { isHidden = true; }
+    void showLine(std::string_view unfinishedLine) override
+    {
+        isHidden = false;
+        prompt = unfinishedLine;
+    }
+    void writeAside(std::string_view line) override { aside += line; }
+    bool isHidden = false;
+    std::string prompt, aside;
+};
