@@ -7,13 +7,16 @@
 #include "ZNTMixerSounds.h"
 #include "ZNTQtAlert.h"
 #include "ZNTSpeechDispatcher.h"
+#include "ZNTStoreWaitSign.h"
 #include "ZNTStyle.h"
 #include "ZNTWindowOptions.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QLabel>
 #include <QTimer>
 #include <chrono>
+#include <cstdlib>
 #include <iostream>
 
 namespace
@@ -47,6 +50,15 @@ void speakForReaderFoundWhileStarting(ZNTDesktopScreenReader& reader, ZNTServerC
     });
 }
 
+/// Opens the store before anything else is made, so that a wait for another program can be shown.
+void openShowingTheWait(ZNTDatabaseHelper& database)
+{
+    ZNTStoreWaitWindow waitWindow([] { std::_Exit(EXIT_SUCCESS); }); // from the middle of an operation
+    database.setWaitNotice({.waiting = [&waitWindow] { waitWindow.keepAlive(); }, .over = {}});
+    database.open();
+    database.setWaitNotice({});
+}
+
 } // namespace
 
 int main(int count, char** arguments)
@@ -78,6 +90,7 @@ int main(int count, char** arguments)
     ZNTQtAlert alert;
     const ZNTPlatform platform{runLoop, clock, log, notifications, alert, ZNTFilePlaces::forThisProcess()};
     ZNTDatabaseHelper database(platform.places, log);
+    openShowingTheWait(database);
     ZNTMixerSounds sounds(runLoop, platform.places);
     ZNTSpeechDispatcher speech(runLoop, log);
     ZNTDesktopScreenReader screenReader;
@@ -85,6 +98,9 @@ int main(int count, char** arguments)
     ZNTMainWindow window;
     alert.setMainWindow(&window);
     screenReader.setWindow(&window);
+    ZNTStoreWaitStatus waitStatus(*window.statusText);
+    database.setWaitNotice(
+        {.waiting = [&waitStatus] { waitStatus.show(); }, .over = [&waitStatus] { waitStatus.clear(); }});
     ZNTApplicationWindow parts(window, {platform, database, sounds, speech, screenReader});
     speakForReaderFoundWhileStarting(screenReader, parts.controller.serverConnectController());
     window.show();
