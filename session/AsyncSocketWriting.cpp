@@ -12,8 +12,11 @@ namespace
 {
 
 constexpr std::size_t longestSlice = 4096;
+/// Timers that are due can queue a hundred writes in one turn of the loop. With one write a turn they would
+/// pile up, and a line that is typed would wait behind all of them.
+constexpr int mostWritesATurn = 256;
 
-}
+} // namespace
 
 void AsyncSocket::writeData(std::string data, double timeout, std::int64_t tag)
 {
@@ -35,15 +38,18 @@ void AsyncSocket::scheduleDequeueWrite()
 void AsyncSocket::maybeDequeueWrite()
 {
     clear(DequeueWriteScheduled);
-    if (theCurrentWrite || !theStream)
-        return;
-    if (theWriteQueue.empty())
-        return maybeDisconnect();
-    theCurrentWrite = std::move(theWriteQueue.front());
-    theWriteQueue.pop_front();
-    if (theCurrentWrite->timeout >= 0)
-        theWriteTimer.start(*theRunLoop, theCurrentWrite->timeout, [this] { doWriteTimeout(); });
-    doSendBytes();
+    for (int writes = 0; writes < mostWritesATurn; ++writes) {
+        if (theCurrentWrite || !theStream)
+            return;
+        if (theWriteQueue.empty())
+            return maybeDisconnect();
+        theCurrentWrite = std::move(theWriteQueue.front());
+        theWriteQueue.pop_front();
+        if (theCurrentWrite->timeout >= 0)
+            theWriteTimer.start(*theRunLoop, theCurrentWrite->timeout, [this] { doWriteTimeout(); });
+        if (!outlives([this] { doSendBytes(); }))
+            return;
+    }
 }
 
 void AsyncSocket::doSendBytes()

@@ -26,6 +26,23 @@ TEST_F(AsyncSocketWriteTest, WritesArriveInOrderAndWhole)
     EXPECT_GT(heard.partlyWritten, 0u);
 }
 
+TEST_F(AsyncSocketWriteTest, WritesThatComeFasterThanTheLoopTurnsDoNotPileUp)
+{
+    connect();
+    for (int write = 0; write < 200; ++write)
+        socket->writeData("n\r\n", -1, write);
+    int turns = 0;
+    std::function<void()> countTurn = [&] {
+        ++turns;
+        if (heard.events.size() < 200)
+            loop.post(countTurn);
+    };
+    loop.post(countTurn);
+    EXPECT_TRUE(loop.runUntil([&] { return heard.events.size() == 200; }));
+    EXPECT_EQ(heard.events.back(), "wrote 199");
+    EXPECT_LE(turns, 10);
+}
+
 TEST_F(AsyncSocketWriteTest, FlushedWritesLeaveBeforeTheLoopTurnsAndAreToldFromTheLoop)
 {
     connect();
