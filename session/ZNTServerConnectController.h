@@ -220,6 +220,9 @@ public:
     static constexpr std::size_t mostReplyBytes = std::size_t{64} << 10;
     /// Bytes that may wait likewise before triggers answer no further for the time being.
     static constexpr std::size_t mostAnswerBytes = std::size_t{64} << 10;
+    /// Bytes of any kind that may wait likewise before nothing further is read: chunk after chunk can cause
+    /// answers.
+    static constexpr std::size_t mostBytesOnTheirWay = std::size_t{1} << 20;
     /// What triggers may do in one turn of the loop: answers, and seconds. What the player types meanwhile
     /// leaves before the next turn's.
     static constexpr int mostAnswersInATurn = 2'000;

@@ -1,6 +1,7 @@
 #include "ZNTDeflated.h"
 #include "ZNTSessionFixture.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace
@@ -123,6 +124,25 @@ TEST_F(Answers, WaitForAServerThatDoesNotTakeThemAndAllElseThatItSentWaitsWithTh
     EXPECT_TRUE(received == repeated(answer, matches));
     machine.loop.advance(0.5);
     EXPECT_EQ(silences, 1);
+}
+
+TEST_F(Answers, ToManyChunksDoNotPileUpForAServerThatDoesNotTakeThem)
+{
+    addTrigger(u"a", std::u16string(1'000, u'x'));
+    server.makeReceiveBufferSmall();
+    connect();
+    server.stopReading();
+    constexpr int chunks = 150; // with 60 kB of answers each, and loopback takes some 3 MB
+    for (int count = 0; count < chunks; ++count) {
+        server.send(std::string(60, 'a') + "." + goAhead + "\n"); // which goes with the command
+        machine.loop.runUntil([turns = 0]() mutable { return ++turns > 4; });
+    }
+    const auto text = shown();
+    EXPECT_LT(std::count(text.begin(), text.end(), u'.'), chunks);
+    server.resumeReading();
+    EXPECT_TRUE(machine.loop.runUntil([&] { return server.received().size() == chunks * 60 * 1'002; }));
+    settle();
+    EXPECT_TRUE(shown().ends_with(u"."));
 }
 
 TEST_F(Answers, ThatCannotReachTheirGameAnyMoreAreDroppedAndItsTextIsShown)
