@@ -292,7 +292,7 @@ private:
     /// A released chunk, from its trigger pass until it is shown.
     struct Chunk {
         ZNTAttributedText result;
-        bool isFlood = false; ///< it was released because of its length
+        bool isFlood; ///< it was released because of its length
         std::unique_ptr<ZNTTriggerPass> pass;
     };
     class AutomaticLines;
