@@ -31,6 +31,7 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
       commands(std::make_unique<ZNTConsoleCommands>(*this))
 {
     surroundings.output.aboutToWrite = [this] { controller.writeQueuedLines(); };
+    surroundings.output.holdGame = [this](bool isToWait) { controller.setScreenFull(isToWait); };
     controller.awakeFromNib();
     if (options.encoding != ZNTStringEncoding::Ascii)
         controller.changeEncoding(znt::encodingTitle(options.encoding));
@@ -44,7 +45,11 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
     }
 }
 
-ZNTConsoleClient::~ZNTConsoleClient() { surroundings.output.aboutToWrite = nullptr; }
+ZNTConsoleClient::~ZNTConsoleClient()
+{
+    surroundings.output.aboutToWrite = nullptr;
+    surroundings.output.holdGame = nullptr;
+}
 
 ZNTSessionScreen ZNTConsoleClient::screen()
 {

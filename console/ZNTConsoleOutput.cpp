@@ -7,6 +7,7 @@ ZNTConsoleOutput::ZNTConsoleOutput(RunLoop& runLoop, ZNTConsoleInput& input, ZNT
       input(input),
       sink(sink)
 {
+    sink.roomAgain = [this] { setGameHeld(false); };
     if (input.isTerminal())
         sink.writtenAll = [this] { showLineAgain(); };
 }
@@ -34,6 +35,7 @@ void ZNTConsoleOutput::catchUp()
 {
     finishTurn();
     sink.waitUntilWritten();
+    setGameHeld(false);
     showLineAgain();
 }
 
@@ -60,6 +62,14 @@ void ZNTConsoleOutput::handOver()
         input.hideLine();
     sink.write(gathered, ZNTTextSink::To::Output);
     gathered.clear();
+    if (sink.isFull())
+        setGameHeld(true);
+}
+
+void ZNTConsoleOutput::setGameHeld(bool isToWait)
+{
+    if (std::exchange(isGameHeld, isToWait) != isToWait && holdGame)
+        holdGame(isToWait);
 }
 
 void ZNTConsoleOutput::showLineAgain()

@@ -31,6 +31,10 @@ public:
     /// Called before the text of a turn is handed over: what goes to the game leaves first. Optional.
     std::function<void()> aboutToWrite;
 
+    /// Called with true when so much text waits that the game's should wait for now, and with false when it
+    /// may go on. Optional.
+    std::function<void(bool isToWait)> holdGame;
+
     static constexpr std::size_t largestPiece = std::size_t{64} << 10;
 
 private:
@@ -38,6 +42,7 @@ private:
     void finishTurn();
     void handOver();
     void showLineAgain();
+    void setGameHeld(bool isToWait);
 
     RunLoop& runLoop;
     ZNTConsoleInput& input;
@@ -46,4 +51,5 @@ private:
     std::string unfinishedLine;
     bool isTurnToBeFinished = false;
     bool isLineHidden = false; ///< as long as text is on its way
+    bool isGameHeld = false;
 };

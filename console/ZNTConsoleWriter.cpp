@@ -36,7 +36,6 @@ ZNTConsoleWriter::~ZNTConsoleWriter()
 void ZNTConsoleWriter::write(std::string_view utf8, To to)
 {
     std::unique_lock hold(guard);
-    room.wait(hold, [this] { return bytesWaiting < mostWaiting || hasReaderLeft; });
     if (hasReaderLeft)
         return;
     while (!utf8.empty()) {
@@ -49,6 +48,7 @@ void ZNTConsoleWriter::write(std::string_view utf8, To to)
         bytesWaiting += part.size();
         utf8.remove_prefix(part.size());
     }
+    wasFull = wasFull || bytesWaiting >= mostWaiting;
     hold.unlock();
     something.notify_one();
 }
@@ -73,7 +73,13 @@ bool ZNTConsoleWriter::hasWrittenAll() const
 void ZNTConsoleWriter::waitUntilWritten()
 {
     std::unique_lock hold(guard);
-    room.wait(hold, [this] { return waiting.empty(); });
+    nothing.wait(hold, [this] { return waiting.empty(); });
+}
+
+bool ZNTConsoleWriter::isFull() const
+{
+    const std::lock_guard hold(guard);
+    return bytesWaiting >= mostWaiting;
 }
 
 void ZNTConsoleWriter::run()
@@ -97,10 +103,13 @@ void ZNTConsoleWriter::run()
         if (used.size() < mostKept)
             used.push_back(std::move(waiting.front().text));
         waiting.pop_front();
-        if (waiting.empty() && writtenAll)
-            runLoop.post([this] { writtenAll(); });
-        if (waiting.empty() || bytesWaiting < mostWaiting)
-            room.notify_one();
+        if (bytesWaiting < mostWaiting / 4 && std::exchange(wasFull, false) && roomAgain)
+            runLoop.post([this] { roomAgain(); });
+        if (waiting.empty()) {
+            if (writtenAll)
+                runLoop.post([this] { writtenAll(); });
+            nothing.notify_one();
+        }
     }
 }
 

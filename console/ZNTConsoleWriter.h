@@ -19,9 +19,9 @@ public:
     struct Descriptors {
         int output, errors; ///< stay the caller's
     };
-    /// `runLoop` outlives this. `write` waits when more than `mostWaiting` bytes wait, so that a terminal
-    /// which takes nothing does not fill the memory. `readerLeft` is called once, on the writer's thread, if
-    /// nobody reads the output any more; what comes then is dropped.
+    /// `runLoop` outlives this. It is full when `mostWaiting` bytes wait; what comes then is taken all the
+    /// same. `readerLeft` is called once, on the writer's thread, if nobody reads the output any more; what
+    /// comes then is dropped.
     ZNTConsoleWriter(RunLoop& runLoop, Descriptors descriptors, std::size_t mostWaiting,
                      std::function<void()> readerLeft);
     /// Waits until everything is written.
@@ -30,6 +30,7 @@ public:
     void write(std::string_view utf8, To to) override;
     [[nodiscard]] bool hasWrittenAll() const override;
     void waitUntilWritten() override;
+    [[nodiscard]] bool isFull() const override;
 
 private:
     struct Piece {
@@ -46,11 +47,12 @@ private:
     const std::size_t mostWaiting;
     const std::function<void()> readerLeft;
 
-    mutable std::mutex guard; ///< of everything below
-    std::condition_variable something, room;
-    std::deque<Piece> waiting;    ///< the first one is being written
-    std::deque<std::string> used; ///< memory of written pieces, for the next ones
+    mutable std::mutex guard;                   ///< of everything below
+    std::condition_variable something, nothing; ///< waits to be written
+    std::deque<Piece> waiting;                  ///< the first one is being written
+    std::deque<std::string> used;               ///< memory of written pieces, for the next ones
     std::size_t bytesWaiting = 0;
+    bool wasFull = false;
     bool hasReaderLeft = false;
     bool isToEnd = false;
     std::thread thread;

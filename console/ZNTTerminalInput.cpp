@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cwchar>
 #include <editline/readline.h>
+#include <langinfo.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 #include <utility>
@@ -50,6 +51,18 @@ int columnsOf(std::string_view text)
     return columns;
 }
 
+/// `text` as the line editor can show it. It reads through a null pointer at a prompt that is ill-formed in
+/// the locale, and a game may send any character.
+std::string decodable(std::string_view text)
+{
+    std::string prompt(text);
+    if (std::mbstowcs(nullptr, prompt.c_str(), 0) == static_cast<std::size_t>(-1))
+        for (auto& byte : prompt)
+            if (static_cast<unsigned char>(byte) >= 0x80)
+                byte = '?';
+    return prompt;
+}
+
 int terminalColumns()
 {
     winsize size{};
@@ -62,7 +75,10 @@ ZNTTerminalInput* ZNTTerminalInput::theOne = nullptr;
 
 ZNTTerminalInput::ZNTTerminalInput(RunLoop& runLoop) : runLoop(runLoop)
 {
+    // What is written is UTF-8 whatever the locale says, and so is what is read.
     std::setlocale(LC_CTYPE, "");
+    if (std::string_view(::nl_langinfo(CODESET)) != "UTF-8")
+        std::setlocale(LC_CTYPE, "C.UTF-8");
     theOne = this;
 }
 
@@ -144,7 +160,7 @@ void ZNTTerminalInput::hideLine()
 
 void ZNTTerminalInput::showLine(std::string_view unfinishedLine)
 {
-    prompt = unfinishedLine;
+    prompt = decodable(unfinishedLine);
     if (!isDelivering)
         redraw();
 }

@@ -17,6 +17,10 @@ public:
     /// Returns when everything is written, however long the terminal takes.
     virtual void waitUntilWritten() = 0;
 
-    /// Called on a later turn of the run loop, when all that was given has been written. Optional.
-    std::function<void()> writtenAll;
+    /// Whether so much waits that no more should be made for now.
+    [[nodiscard]] virtual bool isFull() const = 0;
+
+    // Called on a later turn of the run loop. Optional.
+    std::function<void()> writtenAll; ///< all that was given has been written
+    std::function<void()> roomAgain;  ///< it was full, and most of it has been written
 };

@@ -54,6 +54,7 @@ struct KeptOutput final : ZNTTextSink {
     void write(std::string_view utf8, To) override { written += utf8; }
     [[nodiscard]] bool hasWrittenAll() const override { return true; }
     void waitUntilWritten() override {}
+    [[nodiscard]] bool isFull() const override { return false; }
     std::string written;
 };
 

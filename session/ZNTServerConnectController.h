@@ -132,6 +132,8 @@ public:
     /// The receive pipeline for one decoded block; a missing text is one that no decoding could make. While
     /// triggers still answer the chunk before, on several turns of the loop, it waits for the last of them.
     void processMessage(std::optional<std::u16string_view> text);
+    /// For a screen that takes its time: while it is full, nothing further is taken from the network.
+    void setScreenFull(bool isFull);
     /// Flushes what is held back, as half a second of silence does.
     void timeUp();
     /// For a front end that quits: shows at once all that came in. Of a chunk whose triggers have much to
@@ -315,6 +317,7 @@ private:
     bool readTimeout_ = false;
     bool endOfNegotiations_ = false;
     bool isGoAhead_ = false;
+    bool isScreenFull = false;
     bool _mccp_ = false;
     bool _isMspOnOff_ = false; ///< shared by the switches for sound and compression
     int speechOnOffBindingState_ = 0;

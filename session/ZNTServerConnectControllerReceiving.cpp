@@ -34,13 +34,19 @@ void ZNTServerConnectController::readNextBlock()
 }
 
 /// The read stays pending, with its idle ticks. The network keeps what comes in, so a flood takes none of our
-/// memory: neither behind a chunk that is still being answered, nor in replies and lines that the server does
-/// not take.
+/// memory: neither behind a chunk that is still being answered, nor before a terminal that shows nothing, nor
+/// in replies and lines that the server does not take.
 void ZNTServerConnectController::holdReadingWhileBusy()
 {
     if (mudServer)
-        mudServer->holdReading(chunkInHand || repliesOnTheirWay > mostReplyBytes ||
+        mudServer->holdReading(chunkInHand || isScreenFull || repliesOnTheirWay > mostReplyBytes ||
                                bytesOnTheirWay > mostBytesOnTheirWay);
+}
+
+void ZNTServerConnectController::setScreenFull(bool isFull)
+{
+    isScreenFull = isFull;
+    holdReadingWhileBusy();
 }
 
 void ZNTServerConnectController::onSocketDidReadData(AsyncSocket& socket, std::string_view data, std::int64_t)

@@ -69,6 +69,24 @@ TEST_F(ZNTConsoleClientTest, WhatGoesToTheGameLeavesBeforeAnythingIsShownOfIt)
     EXPECT_TRUE(output.ends_with("look\n"));
 }
 
+TEST_F(ZNTConsoleClientTest, WhileTheTerminalIsFullTheGameWaitsAndTypedLinesLeave)
+{
+    startConnected(From::Terminal);
+    sink.isFullNow = true;
+    receive("One.");
+    EXPECT_THAT(output, EndsWith("One."));
+    receive("Two.");
+    silence();
+    EXPECT_THAT(output, EndsWith("One.")) << "left to the network";
+    type("look");
+    settle();
+    EXPECT_EQ(server.received(), "look\r\n");
+    sink.isFullNow = false;
+    sink.roomAgain();
+    settle();
+    EXPECT_THAT(output, EndsWith("look\nTwo."));
+}
+
 TEST_F(ZNTConsoleClientTest, AWalkIsFinishedBeforeAScriptEnds)
 {
     startConnected();

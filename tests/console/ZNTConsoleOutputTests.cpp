@@ -113,9 +113,10 @@ protected:
 
 TEST_F(ZNTConsoleWriterTest, AFullPipeHoldsNobodyUpAndLosesNothing)
 {
-    ZNTConsoleWriter writer(loop, {ends[1], ends[1]}, std::size_t{16} << 20, [] { FAIL(); });
-    int timesWritten = 0;
+    ZNTConsoleWriter writer(loop, {ends[1], ends[1]}, /*mostWaiting=*/100'000, [] { FAIL(); });
+    int timesWritten = 0, timesRoomCame = 0;
     writer.writtenAll = [&] { ++timesWritten; };
+    writer.roomAgain = [&] { ++timesRoomCame; };
     std::string expected;
     for (int line = 0; line < 20000; ++line) {
         const auto text = "line " + std::to_string(line) + "\n";
@@ -124,9 +125,12 @@ TEST_F(ZNTConsoleWriterTest, AFullPipeHoldsNobodyUpAndLosesNothing)
         expected += text;
     }
     EXPECT_FALSE(writer.hasWrittenAll()) << "the pipe is smaller than that";
+    EXPECT_TRUE(writer.isFull());
     EXPECT_TRUE(read(expected.size()) == expected);
     writer.waitUntilWritten();
     loop.runPosted();
+    EXPECT_EQ(timesRoomCame, 1);
+    EXPECT_FALSE(writer.isFull());
     EXPECT_GE(timesWritten, 1) << "each time that nothing waits any more";
 }
 

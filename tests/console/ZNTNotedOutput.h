@@ -18,12 +18,14 @@ struct ZNTNotedSink final : ZNTTextSink {
     }
     [[nodiscard]] bool hasWrittenAll() const override { return !isStopped; }
     void waitUntilWritten() override { goOn(); }
+    [[nodiscard]] bool isFull() const override { return isFullNow; }
     void goOn()
     {
         isStopped = false;
         if (writtenAll)
             writtenAll();
     }
+    bool isFullNow = false;
     bool isStopped = false; ///< the terminal takes nothing for now
     std::function<void(std::string_view)> beforeWriting;
     std::string output, errors;
