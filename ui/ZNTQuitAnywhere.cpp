@@ -38,10 +38,12 @@ ZNTQuitAnywhere::ZNTQuitAnywhere(QWidget& window, QKeySequence key) : window(win
 {
     QCoreApplication::instance()->installEventFilter(this);
     const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11)
+    // Built with X11, Qt gives the interface on its offscreen platform, too: there it has no connection.
+    auto* connection = x11 ? x11->connection() : nullptr;
+    if (!connection)
         return;
-    protocols = atomOf(x11->connection(), "WM_PROTOCOLS");
-    deleteWindow = atomOf(x11->connection(), "WM_DELETE_WINDOW");
+    protocols = atomOf(connection, "WM_PROTOCOLS");
+    deleteWindow = atomOf(connection, "WM_DELETE_WINDOW");
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
