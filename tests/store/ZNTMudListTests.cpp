@@ -76,6 +76,8 @@ TEST_F(ZNTMudListTest, AnEditedCellIsStoredAtOnce)
         EXPECT_EQ(list->tableViewObjectValueForTableColumn("name", row), Value(std::u16string()));
     }
     list->tableViewSetObjectValue(u"lost", "no such column", 1);
+    EXPECT_EQ(list->tableViewObjectValueForTableColumn("no such column", 1), Value(std::u16string()));
+    EXPECT_EQ(list->tableViewObjectValueForTableColumn("displayToUser", 1), Value(true));
     EXPECT_EQ(files.value("select count(*) from ZNTMudList where name = 'lost'"), "0");
 }
 
