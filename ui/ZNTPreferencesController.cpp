@@ -126,8 +126,10 @@ void ZNTPreferencesController::tellEncoding()
         if (encoding == serverConnectController.cfStringEncoding())
             now = QStringLiteral("Text: ") + button->text();
     layout.encodingNow->setText(now);
+    // A reader speaks the name before the description: the name is not said twice.
     for (const auto& [encoding, button] : choices)
-        button->setAccessibleDescription(now);
+        button->setAccessibleDescription(
+            encoding == serverConnectController.cfStringEncoding() ? QStringLiteral("In force now") : now);
 }
 
 void ZNTPreferencesController::tellProtocols()
