@@ -6,6 +6,15 @@
 #include <unistd.h>
 #include <vector>
 
+/// The undefined-behaviour sanitizer opens a pipe to look at an object that it checks, and reports the object
+/// if it cannot. So tests that take the descriptors away skip where it runs, which is together with the
+/// address sanitizer. The release build runs them.
+#ifdef __SANITIZE_ADDRESS__
+inline constexpr bool sanitizerNeedsDescriptors = true;
+#else
+inline constexpr bool sanitizerNeedsDescriptors = false;
+#endif
+
 /// While it lives, this process may open `spare` further descriptors.
 class ZNTFewDescriptors
 {
