@@ -32,7 +32,7 @@ std::u16string withoutNuls(std::u16string text)
 std::string floodOfOffers()
 {
     std::string offers;
-    for (int count = 0; count < 10'000'000; ++count)
+    for (int count = 0; count < 5'000'000; ++count)
         offers += "\xFF\xFB\x03";
     return offers;
 }
