@@ -251,9 +251,9 @@ TEST_F(Processor, OffStopsAChannelButARepetitionWithRoundsLeftComesBack)
 TEST_F(Processor, AStopOfAllSoundsEndsRepetitionsTooAndTheNextTagPlaysAsEver)
 {
     add("a/b.wav");
-    process(u"!!SOUND(a/b.wav L=5 P=1)");
-    process(u"!!SOUND(a/b.wav L=5 P=2)"); // its predecessor's notice is on its way
     process(u"!!MUSIC(a/b.wav L=-1)");
+    process(u"!!SOUND(a/b.wav L=5 P=1)");
+    process(u"!!SOUND(a/b.wav L=7 P=2)"); // its predecessor's notice is on its way
     processor.playTriggerSound(u"a/b.wav");
     processor.stopAllSounds();
     sounds.deliverNotices();

@@ -21,15 +21,25 @@
 #include <QTableView>
 #include <QTest>
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 
 /// A voice that is only remembered.
 struct ZNTRememberedSpeech final : ZNTSpeechEngine {
     std::vector<std::u16string> said;
+    bool available = true;
+    std::function<void()> listener;
     [[nodiscard]] bool isSpeaking() const override { return false; }
     void startSpeaking(std::u16string_view text) override { said.emplace_back(text); }
     void stopSpeaking() override {}
+    [[nodiscard]] bool isAvailable() const override { return available; }
+    void setAvailabilityListener(std::function<void()> changed) override { listener = std::move(changed); }
+    void setAvailable(bool isAvailable)
+    {
+        available = isAvailable;
+        listener();
+    }
     [[nodiscard]] bool hasSaid(std::u16string_view text) const
     {
         return std::find(said.begin(), said.end(), text) != said.end();

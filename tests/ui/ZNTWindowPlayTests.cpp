@@ -174,6 +174,20 @@ TEST_F(ZNTWindowPlay, TheStatusNamesTheGameBeingPlayedWhateverTheFieldsSay)
     EXPECT_EQ(window.windowTitle(), QStringLiteral("Another game - Zantor"));
 }
 
+TEST_F(ZNTWindowPlay, SpeechThatNothingCanSpeakIsNamedInTheStatusAndInNoAlert)
+{
+    press(window, Qt::Key_F8);
+    EXPECT_EQ(find<QLabel>("statusText").text(), QStringLiteral("Not connected, speech on"));
+    speech.setAvailable(false);
+    EXPECT_TRUE(until([&] {
+        return find<QLabel>("statusText").text() == QStringLiteral("Not connected, speech unavailable");
+    }));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    speech.setAvailable(true);
+    EXPECT_TRUE(until(
+        [&] { return find<QLabel>("statusText").text() == QStringLiteral("Not connected, speech on"); }));
+}
+
 TEST_F(ZNTWindowPlay, AnAttemptToConnectIsGivenUpByKeyAndMenu)
 {
     const SilentHost host;
