@@ -45,7 +45,7 @@ struct ZNTTriggerPassMemory {
     std::vector<ZNTTriggerMatch> matches;
 };
 
-/// One walk through a list of triggers for one chunk, as `ZNTTriggerList::passOver` tells of it, in as many
+/// One walk through a list of triggers for one chunk, as `ZNTTriggerList::passOver` describes it, in as many
 /// parts as the time of its owner allows.
 ///
 /// Matches are answered `mostMatchesAtOnce` at a time. Only an expression that has found as many and then

@@ -13,7 +13,9 @@ constexpr double silenceSeconds = 0.5; // as long as the session waits before it
 ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTConsoleOptions& options)
     : surroundings(std::move(givenSurroundings)),
       options(options),
-      alerts(surroundings.platform.alert, [this] { return isFarewellHeldBack(); }),
+      alerts(
+          surroundings.platform.alert, [this] { return isFarewellHeldBack(); },
+          [this] { platform.runLoop.post([this] { showAlertsAfterFarewell(); }); }),
       platform{surroundings.platform.runLoop,
                surroundings.platform.clock,
                surroundings.platform.log,
@@ -277,21 +279,21 @@ void ZNTConsoleClient::finish(int exitCode)
 
 /// What the game said last is held back until half a second of silence, also when it closed the connection.
 /// The alert about that stands below it.
-bool ZNTConsoleClient::isFarewellHeldBack()
+bool ZNTConsoleClient::isFarewellHeldBack() const
 {
-    const bool isToWait = controller.lastEnding() != ZNTSessionEnding::None && controller.hasTextHeldBack();
-    if (isToWait)
-        platform.runLoop.post([this] { showAlertsAfterFarewell(); });
-    return isToWait;
+    return controller.lastEnding() != ZNTSessionEnding::None && controller.hasTextHeldBack();
 }
 
 void ZNTConsoleClient::showAlertsAfterFarewell()
 {
-    if (!alerts.isWaiting())
-        return;
-    // The session's own wait has begun before this one, which is as long, and so ends before it.
-    alertTimer =
-        platform.runLoop.startTimer(silenceSeconds, RunLoopRepeat::Once, [this] { alerts.showWaiting(); });
+    // The session's own wait has begun before this one, which is as long, and so ends before it. It begins
+    // again where triggers had a long chunk to answer first.
+    alertTimer = platform.runLoop.startTimer(silenceSeconds, RunLoopRepeat::Once, [this] {
+        if (isFarewellHeldBack())
+            showAlertsAfterFarewell();
+        else
+            alerts.showWaiting();
+    });
 }
 
 void ZNTConsoleClient::rereadMacroGroups()

@@ -70,7 +70,7 @@ public:
     void releaseAlerts(bool areShown) { alerts.release(areShown); }
     /// For after a change that the store refused.
     void rereadMacroGroups();
-    /// Tells the player that what was just done had nobody to go to.
+    /// Says on stderr, if there is no connection, that what was just done reached no game.
     void complainIfNotConnected();
     void connect(std::u16string_view host, int port);
     /// Ends the connection, or gives up the attempt to make one.
@@ -94,7 +94,7 @@ private:
     void textShown();
     void silencePassed();
     void finishAfterLastLine();
-    [[nodiscard]] bool isFarewellHeldBack();
+    [[nodiscard]] bool isFarewellHeldBack() const;
     void showAlertsAfterFarewell();
     void startDemo();
     void finish(int exitCode);

@@ -11,20 +11,24 @@
 class ZNTHeldAlert final : public ZNTAlert
 {
 public:
-    /// `shown`, which outlives this, shows the alerts in the end. `isToWait` decides for each; it may be
-    /// asked before anything waits.
-    ZNTHeldAlert(ZNTAlert& shown, std::function<bool()> isToWait)
+    /// `shown`, which outlives this, shows the alerts in the end. `mustWait` decides for each.
+    /// `beginsToWait` is called when the first of them waits; its owner calls `showWaiting` some time later.
+    ZNTHeldAlert(ZNTAlert& shown, std::function<bool()> mustWait, std::function<void()> beginsToWait)
         : shown(shown),
-          isToWait(std::move(isToWait))
+          mustWait(std::move(mustWait)),
+          beginsToWait(std::move(beginsToWait))
     {
     }
 
     void showMessage(std::u16string_view title, std::u16string_view text) override
     {
-        if (isHeld || !waiting.empty() || isToWait())
-            waiting.emplace_back(title, text);
-        else
+        if (!isHeld && waiting.empty() && !mustWait()) {
             shown.showMessage(title, text);
+            return;
+        }
+        waiting.emplace_back(title, text);
+        if (!isHeld && waiting.size() == 1)
+            beginsToWait();
     }
     void askForConfirmation(std::u16string_view title, std::u16string_view text,
                             std::function<void(bool)> answered) override
@@ -56,7 +60,8 @@ public:
 
 private:
     ZNTAlert& shown;
-    std::function<bool()> isToWait;
+    std::function<bool()> mustWait;
+    std::function<void()> beginsToWait;
     std::vector<std::pair<std::u16string, std::u16string>> waiting;
     std::size_t firstHeld = 0;
     bool isHeld = false;

@@ -106,8 +106,8 @@ public:
     /// Empty data is dropped without a word.
     void writeData(std::string data, double timeout, std::int64_t tag);
     /// Writes at once as much of what is queued as the network takes, for a caller that is about to hold the
-    /// loop up. The delegate hears of finished writes, and of an error, from the loop as ever; of a part
-    /// written here it does not.
+    /// loop up. Finished writes, and an error, are reported to the delegate on the next turn as ever; a part
+    /// written here is not reported.
     void flushQueuedWrites();
 
     /// Closes at once; the delegate hears of it before this returns, and of no error.

@@ -9,6 +9,7 @@
 #include "ZNTLogger.h"
 #include "ZNTMSPProcessor.h"
 #include "ZNTParserUtility.h"
+#include "ZNTPendingWrites.h"
 #include "ZNTPlatform.h"
 #include "ZNTRecorder.h"
 #include "ZNTSessionScreen.h"
@@ -325,9 +326,7 @@ private:
     ZNTStringEncoding cfStringEncoding_ = ZNTStringEncoding::Ascii;
     std::string rootPath_;
     std::u16string lastCommand_;
-    /// The sizes of the writes that the socket has not finished, in its order, and what they come to.
-    std::deque<std::size_t> writesOnTheirWay;
-    std::size_t bytesOnTheirWay = 0, repliesOnTheirWay = 0;
+    ZNTPendingWrites pendingWrites;
     bool isAutomatic = false;         ///< the line at hand comes from a trigger or a walk
     bool hasPausedForTheGame = false; ///< such a line has interrupted speech in this turn of the loop
     std::u16string _replayLastTextFromMUD;

@@ -39,8 +39,8 @@ void ZNTServerConnectController::readNextBlock()
 void ZNTServerConnectController::holdReadingWhileBusy()
 {
     if (mudServer)
-        mudServer->holdReading(chunkInHand || isScreenFull || repliesOnTheirWay > mostReplyBytes ||
-                               bytesOnTheirWay > mostBytesOnTheirWay);
+        mudServer->holdReading(chunkInHand || isScreenFull || pendingWrites.replyBytes() > mostReplyBytes ||
+                               pendingWrites.bytes() > mostBytesOnTheirWay);
 }
 
 void ZNTServerConnectController::setScreenFull(bool isFull)
@@ -76,15 +76,9 @@ void ZNTServerConnectController::takeWhatWasHeldUp(AsyncSocket& socket)
         processBlock(*rest);
 }
 
-void ZNTServerConnectController::onSocketDidWriteDataWithTag(AsyncSocket&, std::int64_t tag)
+void ZNTServerConnectController::onSocketDidWriteDataWithTag(AsyncSocket&, std::int64_t)
 {
-    if (writesOnTheirWay.empty())
-        return;
-    const auto size = writesOnTheirWay.front();
-    writesOnTheirWay.pop_front();
-    bytesOnTheirWay -= size;
-    if (tag == ZNTParserUtility::replyTag)
-        repliesOnTheirWay -= size;
+    pendingWrites.finishOldest();
     holdReadingWhileBusy();
     if (isWaitingForRoom && hasRoomForAnswers())
         goOnWithChunkNextTurn();
@@ -203,9 +197,7 @@ void ZNTServerConnectController::goOnWithChunk()
     isBusyWithChunk = areLinesGathered = true;
     const bool isAnswered = chunkInHand->pass->goOn();
     areLinesGathered = false;
-    sendGatheredLines();
-    if (mudServer)
-        mudServer->flushQueuedWrites(); // the answers leave before anything is drawn
+    writeQueuedLines(); // the answers leave before anything is drawn
     if (isAnswered)
         finishChunk();
     else
@@ -224,7 +216,10 @@ void ZNTServerConnectController::goOnWithChunkNextTurn()
 }
 
 /// Answers that the server does not take would fill the memory.
-bool ZNTServerConnectController::hasRoomForAnswers() const { return bytesOnTheirWay <= mostAnswerBytes; }
+bool ZNTServerConnectController::hasRoomForAnswers() const
+{
+    return pendingWrites.bytes() <= mostAnswerBytes;
+}
 
 bool ZNTServerConnectController::hasTimeForMore()
 {
@@ -242,11 +237,10 @@ void ZNTServerConnectController::giveUpAnswers()
         goOnWithChunkNextTurn();
 }
 
-/// The socket does not tell of writes that an end of the connection cut off.
+/// Those of a connection that has ended.
 void ZNTServerConnectController::forgetWrites()
 {
-    writesOnTheirWay.clear();
-    bytesOnTheirWay = repliesOnTheirWay = 0;
+    pendingWrites.clear();
     gatheredLines.clear();
 }
 

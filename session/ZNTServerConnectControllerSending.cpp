@@ -35,10 +35,8 @@ void ZNTServerConnectController::writeData(std::string_view data, double timeout
         return;
     }
     sendGatheredLines();
-    writesOnTheirWay.push_back(data.size());
-    bytesOnTheirWay += data.size();
-    if (tag == ZNTParserUtility::replyTag)
-        repliesOnTheirWay += data.size();
+    pendingWrites.add(data.size(), tag == ZNTParserUtility::replyTag ? ZNTPendingWrites::Kind::Reply
+                                                                     : ZNTPendingWrites::Kind::Line);
     mudServer->writeData(std::string(data), timeout, tag);
 }
 
@@ -59,9 +57,7 @@ void ZNTServerConnectController::interruptSpeech(double pause)
         return;
     zntSpeechSynth_.stopIt();
     if (pause > 0 && mayPause()) {
-        sendGatheredLines();
-        if (mudServer)
-            mudServer->flushQueuedWrites();
+        writeQueuedLines();
         platform.clock.sleepFor(pause);
     }
     zntSpeechSynth_.speechOn();
@@ -115,6 +111,7 @@ void ZNTServerConnectController::LinesOfWalks::sendMessageToServer(std::u16strin
 
 void ZNTServerConnectController::writeQueuedLines()
 {
+    sendGatheredLines();
     if (mudServer)
         mudServer->flushQueuedWrites();
 }
