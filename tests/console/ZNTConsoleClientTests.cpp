@@ -47,7 +47,7 @@ TEST_F(ZNTConsoleClientTest, WhatGoesToTheGameLeavesBeforeAnythingIsShownOfIt)
     start(From::Terminal, options);
     const auto turnUntil = [&](const std::function<bool()>& condition) {
         return machine.loop.runUntil([&] {
-            gamesLoop.runUntil([turns = 0]() mutable { return ++turns > 2; });
+            gamesLoop.turn(2);
             return condition();
         });
     };

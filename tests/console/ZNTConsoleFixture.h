@@ -3,7 +3,8 @@
 #include "ZNTConsoleClient.h"
 #include "ZNTNotedOutput.h"
 #include "ZNTScriptedPeer.h"
-#include "ZNTSoundFactory.h"
+#include "ZNTSilentSounds.h"
+#include "ZNTSpeechEngine.h"
 #include "ZNTTestPlatform.h"
 
 #include <gmock/gmock.h>
@@ -25,18 +26,10 @@ struct ZNTTypedInput final : ZNTConsoleInput {
 };
 
 /// Sounds of which a test says whether one plays.
-struct ZNTNotedSounds final : ZNTSoundFactory {
-    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override { return {}; }
-    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
+struct ZNTNotedSounds final : ZNTSilentSounds {
     void stopAll() override { playsNow = false; }
     [[nodiscard]] bool isPlaying() const override { return playsNow; }
-    void setGameAddress(std::string_view) override {}
-    void setMasterVolume(float newVolume) override { volume = newVolume; }
-    [[nodiscard]] float masterVolume() const override { return volume; }
-    void setMuted(bool muted) override { isMutedNow = muted; }
-    [[nodiscard]] bool isMuted() const override { return isMutedNow; }
-    bool playsNow = false, isMutedNow = false;
-    float volume = 1;
+    bool playsNow = false;
 };
 
 /// Alerts as the machine remembers them, and in their place among what is written.
@@ -58,14 +51,6 @@ struct ZNTAlertInTranscript final : ZNTAlert {
     }
     ZNTAlert& remembered;
     ZNTConsoleOutput& output;
-};
-
-/// Speech that only remembers.
-struct ZNTNotedSpeech final : ZNTSpeechEngine {
-    [[nodiscard]] bool isSpeaking() const override { return false; }
-    void startSpeaking(std::u16string_view text) override { spoken.push_back(znt::utf8FromText(text)); }
-    void stopSpeaking() override {}
-    std::vector<std::string> spoken; ///< UTF-8
 };
 
 /// The terminal client on a machine of its own, with a server at the other end of loopback. Time is virtual.
@@ -110,7 +95,7 @@ protected:
     {
         machine.loop.runUntil([this] { return server.hasSentAll(); });
         for (int quietTurns = 0; quietTurns < 5; ++quietTurns)
-            machine.loop.runUntil([turns = 0]() mutable { return ++turns > 2; });
+            machine.loop.turn(2);
         machine.loop.runPosted();
     }
     void silence()
@@ -157,7 +142,7 @@ protected:
     ZNTPlatform platform{machine.loop,          machine.loop,      machine.log,
                          machine.notifications, alertInTranscript, machine.platform.places};
     ZNTNotedSounds sounds;
-    ZNTNotedSpeech speech;
+    ZNTSilentSpeech speech;
     bool outputIsTerminal = false;
     std::vector<int> exitCodes;
     std::optional<ZNTConsoleClient> client;

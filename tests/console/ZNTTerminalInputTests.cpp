@@ -74,7 +74,7 @@ protected:
     {
         std::string text;
         for (int quietTurns = 0; quietTurns < 20; ++quietTurns) {
-            loop.runUntil([turns = 0]() mutable { return ++turns > 2; });
+            loop.turn(2);
             std::array<char, 4096> piece;
             if (const auto count = ::read(ours, piece.data(), piece.size()); count > 0) {
                 text.append(piece.data(), static_cast<std::size_t>(count));

@@ -48,6 +48,12 @@ protected:
         EXPECT_TRUE(seat.player.send(line + "\r\n"));
         return seat.player.readUntil(prompt);
     }
+    void startCompression(Seat& seat)
+    {
+        seat.player.send(doCompress);
+        seat.player.readUntil(startOfCompression);
+        loop.advance(0.2);
+    }
     /// Inflates what has come, once it holds a prompt or the stream's end.
     std::string inflatedAnswer(Seat& seat)
     {
@@ -153,11 +159,8 @@ TEST_F(DemoConnection, AFloodWaitsForItsReaderAndComesWhole)
     for (const bool compressed : {false, true}) {
         Seat slow(*this);
         Seat other(*this);
-        if (compressed) {
-            slow.player.send(doCompress);
-            slow.player.readUntil(startOfCompression);
-            loop.advance(0.2);
-        }
+        if (compressed)
+            startCompression(slow);
         slow.player.received.clear();
         slow.player.send("flood 100000\r\nsay done\r\n");
         for (int i = 0; i < 50; ++i)
@@ -196,11 +199,8 @@ TEST_F(DemoConnection, QuitSaysFarewellToTheLastByteAndHangsUp)
 {
     for (const bool compressed : {false, true}) {
         Seat seat(*this);
-        if (compressed) {
-            seat.player.send(doCompress);
-            seat.player.readUntil(startOfCompression);
-            loop.advance(0.2);
-        }
+        if (compressed)
+            startCompression(seat);
         seat.player.send("quit\r\nlook\r\nsay more\r\n");
         ASSERT_TRUE(seat.player.waitForEnd());
         auto bytes = seat.player.received;

@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <netinet/in.h>
 #include <optional>
 
 namespace
@@ -17,19 +16,6 @@ ZNTResult<std::uint16_t> started(VirtualRunLoop& loop, ZNTDemoGame& game, ZNTStr
     EXPECT_FALSE(outcome) << "the answer comes from the loop";
     EXPECT_TRUE(loop.runUntil([&] { return outcome.has_value(); }));
     return outcome.value_or(ZNTError{"test", 0, "no answer"});
-}
-
-int connectionTo(std::uint16_t port)
-{
-    const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
-        return descriptor;
-    close(descriptor);
-    return -1;
 }
 
 } // namespace

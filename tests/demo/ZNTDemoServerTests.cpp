@@ -4,25 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <netinet/in.h>
-
 using testing::HasSubstr;
-
-namespace
-{
-
-int connectedTo(std::uint16_t port)
-{
-    const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    EXPECT_EQ(connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    return descriptor;
-}
-
-} // namespace
 
 TEST(DemoServer, SeatsManyAtOnceTurnsOneTooManyAwayAndFreesASeatThatIsLeft)
 {
@@ -33,7 +15,7 @@ TEST(DemoServer, SeatsManyAtOnceTurnsOneTooManyAwayAndFreesASeatThatIsLeft)
     server.value()->whenPlayerLeft = [&] { ++left; };
     std::vector<std::unique_ptr<ZNTDemoSocketPlayer>> players;
     const auto join = [&] {
-        players.push_back(std::make_unique<ZNTDemoSocketPlayer>(loop, connectedTo(server.value()->port())));
+        players.push_back(std::make_unique<ZNTDemoSocketPlayer>(loop, connectionTo(server.value()->port())));
     };
     for (std::size_t i = 0; i < ZNTDemoServer::mostPlayers; ++i) {
         join();

@@ -3,11 +3,27 @@
 #include "VirtualRunLoop.h"
 
 #include <cerrno>
+#include <cstdint>
+#include <netinet/in.h>
 #include <string>
 #include <string_view>
 #include <sys/socket.h>
 #include <unistd.h>
 #include <zlib.h>
+
+/// A socket that is connected to `port` on loopback; -1 where nobody listens.
+inline int connectionTo(std::uint16_t port)
+{
+    const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+        return descriptor;
+    close(descriptor);
+    return -1;
+}
 
 /// A player's end of a connection. It reads when asked to wait, never by itself.
 class ZNTDemoSocketPlayer

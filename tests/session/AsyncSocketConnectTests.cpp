@@ -11,6 +11,7 @@
 #include <netdb.h>
 #include <semaphore>
 #include <sys/socket.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -59,6 +60,16 @@ std::string loopbackName()
     return "localhost";
 }
 
+/// None on a machine without it.
+std::unique_ptr<ZNTScriptedPeer> peerOverIPv6(RunLoop& loop)
+{
+    try {
+        return std::make_unique<ZNTScriptedPeer>(loop, ZNTScriptedPeer::Family::IPv6);
+    } catch (const std::system_error&) {
+        return {};
+    }
+}
+
 AsyncSocketAddress addressOf(const char* host, std::uint16_t port)
 {
     addrinfo hints{};
@@ -99,12 +110,9 @@ TEST_F(AsyncSocketTest, ConnectsByAddressAndByNameAndTellsBothEnds)
 
 TEST_F(AsyncSocketTest, ConnectsOverIPv6WhereTheMachineHasIt)
 {
-    std::unique_ptr<ZNTScriptedPeer> peer6;
-    try {
-        peer6 = std::make_unique<ZNTScriptedPeer>(loop, ZNTScriptedPeer::Family::IPv6);
-    } catch (const std::exception& lacking) {
-        GTEST_SKIP() << "no IPv6 loopback here: " << lacking.what();
-    }
+    const auto peer6 = peerOverIPv6(loop);
+    if (!peer6)
+        GTEST_SKIP() << "no IPv6 loopback here";
     ASSERT_TRUE(socket->connectToHost(peer6->host(), peer6->port()));
     ASSERT_TRUE(loop.runUntil([this] { return socket->isConnected(); }));
     EXPECT_TRUE(socket->isIPv6());
@@ -172,12 +180,9 @@ TEST_F(AsyncSocketTest, AnAttemptGivenUpIsNotHeardOfAgain)
 
 TEST_F(AsyncSocketTest, FamiliesAreTriedByTurnsAQuarterOfASecondApartAndAtOnceAfterARefusal)
 {
-    std::unique_ptr<ZNTScriptedPeer> peer6;
-    try {
-        peer6 = std::make_unique<ZNTScriptedPeer>(loop, ZNTScriptedPeer::Family::IPv6);
-    } catch (const std::exception& lacking) {
-        GTEST_SKIP() << "no IPv6 loopback here: " << lacking.what();
-    }
+    const auto peer6 = peerOverIPv6(loop);
+    if (!peer6)
+        GTEST_SKIP() << "no IPv6 loopback here";
     const SilentServer silent, alsoSilent;
     peer.stopListening();
     const auto silence = addressOf("127.0.0.1", silent.port());

@@ -194,11 +194,9 @@ TEST_F(CommandLine, ReturnSendsUpBringsBackAndResendInterpretsAgain)
     EXPECT_TRUE(commandLine.caretIsAtEnd);
     session().resendLastCommand();
 
-    commandLine.setText(u"");
-    session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+    type(u"");
     EXPECT_EQ(session().lastCommand(), u"kill orc") << "an empty line is sent but not remembered";
-    commandLine.setText(u"#note");
-    session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+    type(u"#note");
     session().resendLastCommand();
     session().sendTextToServerNoWidget(u"@raw");
     settle();

@@ -12,16 +12,6 @@ const std::pair<std::u16string, std::u16string> mudNotResponding{
     u"MUD Not Responding",
     u"Please select a new MUD or try again later. The MUD address entered is unavailable."};
 
-std::string telnet(std::initializer_list<int> bytes)
-{
-    std::string text;
-    for (const int byte : bytes)
-        text += static_cast<char>(byte);
-    return text;
-}
-
-const std::string goAhead = telnet({255, 249});
-
 std::u16string withoutNuls(std::u16string text)
 {
     std::erase(text, u'\0');
@@ -87,12 +77,7 @@ TEST_F(Session, ShowsAnEndlessFloodBeforeItFillsTheMemory)
 
 TEST_F(Session, OnlyAChunkIsHeldAgainstTheTriggersAndASilenceWithNothingHeldBackIsNone)
 {
-    ZNTTrigger trigger;
-    trigger.name = u"empty";
-    trigger.check = u"^$";
-    trigger.action = u"quiet";
-    trigger.active = true;
-    database.insertTrigger(trigger);
+    addTrigger(u"^$", u"quiet");
     connect();
     silence();
     silence();
@@ -139,12 +124,7 @@ TEST_F(Session, FlushesOnDemandAndSaysWhereNoDecodingMadeAText)
 
 TEST_F(Session, AGaggedChunkIsAnsweredShownAndLoggedButNotSpoken)
 {
-    ZNTTrigger trigger;
-    trigger.name = u"rats";
-    trigger.check = u"a rat";
-    trigger.action = u"kill rat";
-    trigger.gag = trigger.active = true;
-    database.insertTrigger(trigger);
+    addTrigger(u"a rat", u"kill rat", /*gag=*/true);
     connect();
     session().setSpeechOnOffBindingState(1);
     session().textToSpeechOnAndOff();
@@ -205,8 +185,7 @@ TEST_F(Session, ReadsNoFurtherOffersWhileTheServerTakesNoAnswers)
     server.stopReading();
     const auto offers = floodOfOffers();
     server.send(offers);
-    for (int turns = 0; turns < 2'000; ++turns)
-        machine.loop.runUntil([passed = 0]() mutable { return ++passed > 1; });
+    machine.loop.turn(2'000);
     EXPECT_FALSE(server.hasSentAll()) << "all offers were read, so their answers wait in memory";
     EXPECT_TRUE(session().isConnected());
 
@@ -224,7 +203,7 @@ TEST_F(Session, AServerThatTakesNoAnswersLosesTheConnection)
     server.stopReading();
     const auto offers = floodOfOffers();
     server.send(offers);
-    machine.loop.runUntil([passed = 0]() mutable { return ++passed > 200; });
+    machine.loop.turn(200);
     EXPECT_TRUE(session().isConnected());
     machine.loop.advance(0.2);
     EXPECT_FALSE(session().isConnected());
@@ -549,8 +528,7 @@ TEST_F(Session, ReplaysWhatCameSinceTheLastLine)
     connect();
     session().setSpeechOnOffBindingState(1);
     receive("One. " + goAhead);
-    commandLine.setText(u"go");
-    session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+    type(u"go");
     receive("Two. " + goAhead);
     receive("Three." + goAhead);
     speech.spoken.clear();

@@ -7,24 +7,12 @@
 namespace
 {
 
-const std::string goAhead = "\xFF\xF9";
-
 /// A session whose triggers have so much to answer in one chunk that it takes many turns of the loop.
 class Answers : public ZNTSessionFixture
 {
 protected:
     static constexpr int matches = 10 * ZNTServerConnectController::mostAnswersInATurn;
 
-    void addTrigger(std::u16string check, std::u16string action, bool gag = false)
-    {
-        ZNTTrigger trigger;
-        trigger.name = check;
-        trigger.check = std::move(check);
-        trigger.action = std::move(action);
-        trigger.active = true;
-        trigger.gag = gag;
-        database.insertTrigger(trigger);
-    }
     static std::string manyMatches() { return std::string(matches, 'a') + "end" + goAhead; }
     static std::string repeated(const std::string& text, int times)
     {
@@ -49,11 +37,6 @@ protected:
         server.send(manyMatches());
         settle();
         ASSERT_TRUE(session().hasTextHeldBack());
-    }
-    void type(std::u16string_view line)
-    {
-        commandLine.setText(line);
-        session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
     }
     void finish()
     {
@@ -135,7 +118,7 @@ TEST_F(Answers, ToManyChunksDoNotPileUpForAServerThatDoesNotTakeThem)
     constexpr int chunks = 150; // with 60 kB of answers each, and loopback takes some 3 MB
     for (int count = 0; count < chunks; ++count) {
         server.send(std::string(60, 'a') + "." + goAhead + "\n"); // which goes with the command
-        machine.loop.runUntil([turns = 0]() mutable { return ++turns > 4; });
+        machine.loop.turn(4);
     }
     const auto text = shown();
     EXPECT_LT(std::count(text.begin(), text.end(), u'.'), chunks);

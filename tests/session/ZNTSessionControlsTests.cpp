@@ -89,10 +89,6 @@ TEST_F(SessionControls, UnavailableSpeechIsAChangeOfTheSessionAndNoAlert)
 TEST_F(SessionControls, TheRecorderNotesTypedAndResentLinesAndOpensItsSheetWhenDone)
 {
     connect();
-    const auto type = [this](std::u16string_view line) {
-        commandLine.setText(line);
-        session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
-    };
     type(u"before");
     session().startOrPauseRecording();
     type(u"north");

@@ -36,6 +36,16 @@ struct ZNTPretendedReader final : ZNTScreenReader {
     bool sayThis(std::u16string_view) override { return false; }
 };
 
+inline std::string telnet(std::initializer_list<int> bytes)
+{
+    std::string text;
+    for (const int byte : bytes)
+        text += static_cast<char>(byte);
+    return text;
+}
+
+inline const std::string goAhead = telnet({255, 249});
+
 /// A whole session on a machine of its own, and a server at the other end of loopback. Time is virtual.
 class ZNTSessionFixture : public testing::Test
 {
@@ -107,9 +117,24 @@ protected:
     {
         machine.loop.runUntil([this] { return server.hasSentAll(); });
         for (int quietTurns = 0; quietTurns < 5; ++quietTurns)
-            machine.loop.runUntil([turns = 0]() mutable { return ++turns > 2; });
+            machine.loop.turn(2);
     }
     void silence() { machine.loop.advance(0.5); }
+    void type(std::u16string_view line)
+    {
+        commandLine.setText(line);
+        session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+    }
+    void addTrigger(std::u16string check, std::u16string action, bool gag = false)
+    {
+        ZNTTrigger trigger;
+        trigger.name = check;
+        trigger.check = std::move(check);
+        trigger.action = std::move(action);
+        trigger.active = true;
+        trigger.gag = gag;
+        database.insertTrigger(trigger);
+    }
 
     [[nodiscard]] std::u16string shown() const { return view.text(); }
     /// The transcript of this run.

@@ -27,6 +27,11 @@ public:
     /// For a test of real descriptors or threads: turns the loop in real time, its own time standing still,
     /// until `condition` holds. False after `seconds` of real time.
     bool runUntil(const std::function<bool()>& condition, double seconds = 20);
+    /// So many of those turns.
+    void turn(int times)
+    {
+        runUntil([&times] { return times-- <= 0; });
+    }
 
     /// Timers that will still fire.
     [[nodiscard]] std::size_t pendingTimers() const;
