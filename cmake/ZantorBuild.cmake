@@ -48,10 +48,14 @@ function(zantor_library name)
     target_link_libraries(${name} PRIVATE zantor_options)
 endfunction()
 
+# A test's own code runs once. Optimising it would take longer than running it.
+set(zantor_test_optimisation -O0)
+
 # zantor_test(NAME LIBRARIES... SOURCES...): one GoogleTest program, each of its cases a test of ctest.
 function(zantor_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES;SOURCES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
+    target_compile_options(${name} PRIVATE ${zantor_test_optimisation})
     target_link_libraries(${name} PRIVATE zantor_options zantor_test_support ${ARG_LIBRARIES}
         GTest::gmock GTest::gtest_main)
     target_precompile_headers(${name} REUSE_FROM zantor_test_precompiled)
@@ -63,6 +67,7 @@ endfunction()
 function(zantor_window_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES;SOURCES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
+    target_compile_options(${name} PRIVATE ${zantor_test_optimisation})
     target_link_libraries(${name} PRIVATE zantor_options zantor_test_support ${ARG_LIBRARIES} GTest::gmock)
     add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/scripts/with-display $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT 600)
