@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZNTCommandRecorderView.h"
 #include "ZNTConsoleInput.h"
 #include "ZNTConsoleOptions.h"
 #include "ZNTConsoleOutput.h"

@@ -2,7 +2,6 @@
 
 #include "AsyncSocket.h"
 #include "ZNTCommandInterpreter.h"
-#include "ZNTCommandRecorderView.h"
 #include "ZNTHeldBackText.h"
 #include "ZNTInflater.h"
 #include "ZNTLineSender.h"
@@ -30,13 +29,14 @@
 #include <string_view>
 
 class ZNTDatabaseHelper;
-class ZNTMudMacroTableViewController;
+class ZNTCommandRecorderDataSource;
+class ZNTMacroSource;
 class ZNTSoundFactory;
 
 /// What a session uses that its front end makes. All of it outlives the session.
 struct ZNTSessionServices {
     ZNTDatabaseHelper& database;
-    ZNTMudMacroTableViewController& macros;
+    ZNTMacroSource& macros;
     ZNTSoundFactory& sounds;
     ZNTSpeechEngine& speechEngine;
     ZNTScreenReader& screenReader;

@@ -1,5 +1,5 @@
 // The way out: lines to the game, and what is shown of them.
-#include "ZNTMudMacroTableViewController.h"
+#include "ZNTMacroSource.h"
 #include "ZNTServerConnectController.h"
 
 #include <utility>
@@ -174,8 +174,8 @@ void ZNTServerConnectController::invokeMacro()
     if (!isConnected_)
         return;
     const long row = screen.macroTable->selectedRow();
-    if (const auto macro = services.macros.getMacroAtIndex(row))
-        sendMessageToServer(macro->dataToExecute, /*ignoreSpecials=*/false);
+    if (const auto macro = services.macros.textOfMacroAtIndex(row))
+        sendMessageToServer(*macro, /*ignoreSpecials=*/false);
 }
 
 void ZNTServerConnectController::sendNorthToServer() { sendMessageToServer(u"north", false); }
@@ -208,8 +208,7 @@ std::vector<std::u16string> ZNTServerConnectController::getAllMacroNames()
 
 std::optional<std::u16string> ZNTServerConnectController::getMacroByName(std::u16string_view name)
 {
-    const auto macro = services.macros.getMacroByName(name);
-    return macro ? std::optional(macro->dataToExecute) : std::nullopt;
+    return services.macros.textOfMacroNamed(name);
 }
 
 void ZNTServerConnectController::sendCommand(std::u16string_view command)

@@ -105,3 +105,15 @@ std::vector<std::u16string> ZNTMudMacroTableViewController::getAllMacroNames()
 {
     return database.getAllMacroNames();
 }
+
+std::optional<std::u16string> ZNTMudMacroTableViewController::textOfMacroNamed(std::u16string_view name)
+{
+    const auto macro = getMacroByName(name);
+    return macro ? std::optional(macro->dataToExecute) : std::nullopt;
+}
+
+std::optional<std::u16string> ZNTMudMacroTableViewController::textOfMacroAtIndex(long index) const
+{
+    const auto macro = getMacroAtIndex(index);
+    return macro ? std::optional(macro->dataToExecute) : std::nullopt;
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZNTMacro.h"
+#include "ZNTMacroSource.h"
 #include "ZNTPlatform.h"
 #include "ZNTScreenElements.h"
 
@@ -15,7 +16,7 @@ class ZNTMacroGroupDropDownController;
 
 /// The macros of the selected group, one row each in a table. Serves the command line too, which finds macros
 /// by name in all groups.
-class ZNTMudMacroTableViewController
+class ZNTMudMacroTableViewController final : public ZNTMacroSource
 {
 public:
     /// All of it outlives this.
@@ -44,7 +45,9 @@ public:
     void removeItem();
 
     [[nodiscard]] std::optional<ZNTMacro> getMacroByName(std::u16string_view name);
-    [[nodiscard]] std::vector<std::u16string> getAllMacroNames();
+    [[nodiscard]] std::vector<std::u16string> getAllMacroNames() override;
+    [[nodiscard]] std::optional<std::u16string> textOfMacroNamed(std::u16string_view name) override;
+    [[nodiscard]] std::optional<std::u16string> textOfMacroAtIndex(long index) const override;
 
 private:
     /// Called for each notification about a macro, with its name.
