@@ -99,6 +99,9 @@ void ZNTSpeedWalking::endWalk(WalkNumber walk)
 
 void ZNTSpeedWalking::takeAStep(WalkNumber walk)
 {
+    // A server that reads nothing would otherwise make the queue of an endless walk grow without bound.
+    if (!zntServerConnectController.hasRoom())
+        return;
     const auto route = walks.at(walk).route; // a step may stop the walk
     const auto& path = route->path;
     std::u16string step;

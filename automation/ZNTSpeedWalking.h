@@ -20,6 +20,8 @@ class ZNTPlatformLog;
 /// walk while another goes on leaves both ticking, and they share one set of counters; a walk that was
 /// stopped leaves its place behind, where the next walk begins to read its own path.
 ///
+/// While too much waits to leave, a tick does nothing, and its step is sent at the next one.
+///
 /// A game's text can start walks through a trigger, as many as it has room for, so there are limits: walks
 /// past `mostWalks`, or past `mostPathText` of paths, are refused, and the platform log gets a line of it, at
 /// most one a minute.

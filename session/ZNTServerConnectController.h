@@ -305,6 +305,7 @@ private:
     public:
         explicit LinesOfWalks(ZNTServerConnectController& session) : session(session) {}
         void sendMessageToServer(std::u16string_view line, bool ignoreSpecials) override;
+        [[nodiscard]] bool hasRoom() const override { return session.hasRoomForAnswers(); }
 
     private:
         ZNTServerConnectController& session;

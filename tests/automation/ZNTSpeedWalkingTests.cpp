@@ -12,6 +12,7 @@ using testing::IsEmpty;
 struct RecordedLines final : ZNTLineSender {
     std::vector<std::u16string> lines;
     std::function<void(std::u16string_view)> onLine;
+    bool isRoom = true;
 
     void sendMessageToServer(std::u16string_view line, bool ignoreSpecials) override
     {
@@ -20,6 +21,7 @@ struct RecordedLines final : ZNTLineSender {
         if (onLine)
             onLine(line);
     }
+    [[nodiscard]] bool hasRoom() const override { return isRoom; }
 };
 
 class ZNTSpeedWalk : public testing::Test
@@ -181,6 +183,22 @@ TEST_F(ZNTSpeedWalk, FurtherWalksAreRefusedAtAFixedNumberAndAllEndAtOnce)
     loop.advance(60);
     walker.speedwalk(std::u16string(ZNTSpeedWalking::mostPathText, u'n'));
     EXPECT_EQ(log.lines.size(), 2u);
+}
+
+TEST_F(ZNTSpeedWalk, AStepWaitsWhileTheServerTakesNothing)
+{
+    walker.speedwalk(u"!2ns");
+    EXPECT_THAT(linesAfter(1), ElementsAre(u"n"));
+    sent.isRoom = false;
+    EXPECT_THAT(linesAfter(60), IsEmpty());
+    sent.isRoom = true;
+    EXPECT_THAT(linesAfter(2), ElementsAre(u"n", u"s")) << "no step is lost";
+    EXPECT_TRUE(walker.isWalking());
+    sent.isRoom = false;
+    loop.advance(5);
+    EXPECT_TRUE(walker.isWalking()) << "the end waits as a step does";
+    walker.stop();
+    EXPECT_FALSE(walker.isWalking());
 }
 
 TEST_F(ZNTSpeedWalk, AStepMayStopTheWalkOrStartAnother)
