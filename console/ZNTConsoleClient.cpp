@@ -86,7 +86,7 @@ ZNTSessionServices ZNTConsoleClient::services()
                 [this](ZNTCommandRecorderDataSource& commands) {
                     _zntCommandRecorderView.set_theDataSource(commands);
                 },
-            .sessionChanged = [this] { sessionChanged(); },
+            .sessionChanged = [this](ZNTSessionChange) { sessionChanged(); },
             .textShown = [this] { textShown(); },
             .silencePassed = [this] { silencePassed(); }};
 }

@@ -52,8 +52,8 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
     ZNTUpdater updater(platform.places, platform.log);
     updater.createSoundFolder();
     rootPath_ = updater.getSoundPath();
-    _zntSpeedwalking.walkingChanged = [this] { changed(); };
-    services.speechEngine.setAvailabilityListener([this] { changed(); });
+    _zntSpeedwalking.walkingChanged = [this] { changed(ZNTSessionChange::Walking); };
+    services.speechEngine.setAvailabilityListener([this] { changed(ZNTSessionChange::Speech); });
     reloadTriggers();
 }
 
@@ -71,7 +71,7 @@ void ZNTServerConnectController::awakeFromNib()
     fillFromDefaultMud();
     if (services.screenReader.isRunning())
         speakForScreenReader();
-    changed();
+    changed(ZNTSessionChange::State);
 }
 
 void ZNTServerConnectController::fillFromDefaultMud()
@@ -82,6 +82,7 @@ void ZNTServerConnectController::fillFromDefaultMud()
         screen.ipAddress->setText(mud.telnetURL);
         screen.port->setText(znt::decimalText(mud.port));
         screen.mudName->setText(mud.name);
+        changed(ZNTSessionChange::Title);
     }
 }
 
@@ -105,7 +106,7 @@ void ZNTServerConnectController::connectToServer()
         lastEnding_ = ZNTSessionEnding::Broken;
         showMudNotResponding();
     }
-    changed();
+    changed(ZNTSessionChange::State);
 }
 
 void ZNTServerConnectController::stopConnecting()
@@ -130,7 +131,7 @@ void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const st
     screen.textToServer->placeCaretAtEnd();
     giveUpAnswers(); // those of another game, or of the time between
     readNextBlock();
-    changed();
+    changed(ZNTSessionChange::State);
 }
 
 void ZNTServerConnectController::onSocketWillDisconnectWithError(AsyncSocket& socket, const ZNTError* error)
@@ -158,7 +159,8 @@ void ZNTServerConnectController::onSocketDidDisconnect(AsyncSocket&)
     forgetWrites();
     giveUpAnswers();
     showFarewellInAWhile();
-    changed();
+    changed(ZNTSessionChange::State);
+    changed(ZNTSessionChange::Compression); // last, since what is called may connect again
 }
 
 void ZNTServerConnectController::showMudNotResponding()
@@ -188,7 +190,7 @@ void ZNTServerConnectController::changeEncoding(std::u16string_view title)
     for (const auto& known : encodingTitles)
         if (known.title == title)
             cfStringEncoding_ = known.encoding;
-    changed();
+    changed(ZNTSessionChange::Encoding);
 }
 
 void ZNTServerConnectController::changeFont(const ZNTFont& font)
@@ -201,7 +203,8 @@ void ZNTServerConnectController::set_isMccpOnOff(bool on)
     _isMspOnOff_ = on;
     _zntParserUtility.set_isMccpOnOff(on);
     _zntParserUtility.sendCommand(on ? DO : Refusal, optionCompressionV2);
-    set_mccp(on);
+    _mccp_ = on;
+    changed(ZNTSessionChange::Compression); // the switch, also if the stream stays as it is
 }
 
 void ZNTServerConnectController::set_isMspOnOff(bool on)
@@ -209,19 +212,20 @@ void ZNTServerConnectController::set_isMspOnOff(bool on)
     _isMspOnOff_ = on;
     _zntParserUtility.set_isMspOnOff(on);
     _zntParserUtility.sendCommand(on ? DO : Refusal, optionSound);
-    changed();
+    changed(ZNTSessionChange::Sounds);
 }
 
 void ZNTServerConnectController::acceptCompressionOffers(bool accept)
 {
     _isMspOnOff_ = accept;
     _zntParserUtility.set_isMccpOnOff(accept);
+    changed(ZNTSessionChange::Compression);
 }
 
 void ZNTServerConnectController::set_mccp(bool isCompressed)
 {
-    _mccp_ = isCompressed;
-    changed();
+    if (std::exchange(_mccp_, isCompressed) != isCompressed)
+        changed(ZNTSessionChange::Compression);
 }
 
 void ZNTServerConnectController::reloadTriggers() { triggers.setTriggers(services.database.loadTriggers()); }
@@ -232,7 +236,7 @@ void ZNTServerConnectController::speakForScreenReader()
 {
     zntSpeechSynth_.speechOn();
     speechOnOffBindingState_ = speechInterruptOnOffBindingState_ = 1;
-    changed();
+    changed(ZNTSessionChange::Speech);
 }
 
 void ZNTServerConnectController::shortcutKeySpeechOnAndOff()
@@ -270,13 +274,13 @@ void ZNTServerConnectController::stopSpeaking()
 void ZNTServerConnectController::setSpeechOnOffBindingState(int state)
 {
     speechOnOffBindingState_ = state;
-    changed();
+    changed(ZNTSessionChange::Speech);
 }
 
 void ZNTServerConnectController::setSpeechInterruptOnOffBindingState(int state)
 {
     speechInterruptOnOffBindingState_ = state;
-    changed();
+    changed(ZNTSessionChange::Speech);
 }
 
 // Recorder
@@ -284,14 +288,14 @@ void ZNTServerConnectController::setSpeechInterruptOnOffBindingState(int state)
 void ZNTServerConnectController::startOrPauseRecording()
 {
     _zntRecorder.startOrPauseRecording();
-    changed();
+    changed(ZNTSessionChange::Recording);
 }
 
 void ZNTServerConnectController::doneRecording()
 {
     _zntRecorder.startOrPauseRecording();
     _zntRecorder.doneRecording();
-    changed();
+    changed(ZNTSessionChange::Recording);
     services.showZNTCommandRecorderView(_zntRecorder._textRecorderBean());
 }
 
@@ -306,8 +310,8 @@ ZNTSessionState ZNTServerConnectController::state() const
 
 bool ZNTServerConnectController::isWalking() const { return _zntSpeedwalking.isWalking(); }
 
-void ZNTServerConnectController::changed()
+void ZNTServerConnectController::changed(ZNTSessionChange what)
 {
     if (services.sessionChanged)
-        services.sessionChanged();
+        services.sessionChanged(what);
 }

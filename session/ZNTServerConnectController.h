@@ -11,6 +11,7 @@
 #include "ZNTPendingWrites.h"
 #include "ZNTPlatform.h"
 #include "ZNTRecorder.h"
+#include "ZNTSessionChange.h"
 #include "ZNTSessionScreen.h"
 #include "ZNTSpeechHandOver.h"
 #include "ZNTSpeechReview.h"
@@ -42,12 +43,11 @@ struct ZNTSessionServices {
     ZNTScreenReader& screenReader;
     /// Opens the recorder's sheet on the given list; the front end makes the sheet on first use.
     std::function<void(ZNTCommandRecorderDataSource& commands)> showZNTCommandRecorderView;
-    /// Hears, on the run loop's thread, that something of what the queries below answer has changed.
-    /// Optional.
-    std::function<void()> sessionChanged;
-    /// Hears that received text has been put into the output view. Optional.
+    /// Called on the run loop's thread after a change of what the queries below answer. Optional.
+    std::function<void(ZNTSessionChange what)> sessionChanged;
+    /// Called after received text was put into the output view. Optional.
     std::function<void()> textShown = {};
-    /// Hears, while connected, that half a second has passed without a byte, and each further one. Optional.
+    /// Called, while connected, after each half second without a byte. Optional.
     std::function<void()> silencePassed = {};
 };
 
@@ -290,7 +290,7 @@ private:
     void disableAlmostAllWidgets();
     void setAlmostAllWidgetsEnabled(bool enabled);
     void fillFromDefaultMud();
-    void changed();
+    void changed(ZNTSessionChange what);
 
     /// A released chunk, from its trigger pass until it is shown.
     struct Chunk {

@@ -25,7 +25,7 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
            .screenReader = services.screenReader,
            .showZNTCommandRecorderView =
                [this](ZNTCommandRecorderDataSource& commands) { showZNTCommandRecorderView(commands); },
-           .sessionChanged = [this] { changed(); }})
+           .sessionChanged = [this](ZNTSessionChange) { changed(); }})
 {
     ZNTMacroGroupDropDownController& groups = zntMacroGroupDropDownController;
     mainScreen.macroComboBoxGroup.setSource(

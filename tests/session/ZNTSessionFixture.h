@@ -82,7 +82,7 @@ protected:
                                    .screenReader = reader,
                                    .showZNTCommandRecorderView = [this](auto&) { ++timesRecorderSheetShown; },
                                    .sessionChanged =
-                                       [this] {
+                                       [this](ZNTSessionChange) {
                                            if (whenSessionChanges)
                                                whenSessionChanges();
                                        },
