@@ -82,6 +82,7 @@ ZNTSessionServices ZNTConsoleClient::services()
             .sounds = surroundings.sounds,
             .speechEngine = surroundings.speechEngine,
             .screenReader = screenReader,
+            .streams = surroundings.streams,
             .showZNTCommandRecorderView =
                 [this](ZNTCommandRecorderDataSource& commands) {
                     _zntCommandRecorderView.set_theDataSource(commands);

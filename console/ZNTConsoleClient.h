@@ -41,6 +41,7 @@ public:
         bool inputIsTerminal;
         ZNTSoundFactory& sounds;
         ZNTSpeechEngine& speechEngine;
+        ZNTStreamFactory streams;
         ZNTConsoleOutput& output;
         bool outputIsTerminal;
         /// Ends the program with an exit code. Called once.

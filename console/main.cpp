@@ -4,6 +4,7 @@
 #include "ZNTConsoleLog.h"
 #include "ZNTConsoleWriter.h"
 #include "ZNTMixerSounds.h"
+#include "ZNTSocketStream.h"
 #include "ZNTSpeechDispatcher.h"
 #include "ZNTStoreMaker.h"
 #include "ZNTStoreWait.h"
@@ -81,6 +82,7 @@ int main(int count, char** arguments)
                              .inputIsTerminal = input->isTerminal(),
                              .sounds = sounds,
                              .speechEngine = speech,
+                             .streams = socketStreams(runLoop),
                              .output = output,
                              .outputIsTerminal = ::isatty(STDOUT_FILENO) != 0,
                              .exit =

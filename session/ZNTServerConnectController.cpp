@@ -101,7 +101,7 @@ void ZNTServerConnectController::connectToServer()
     screen.myProgressIndicator->startAnimation();
     lastEnding_ = ZNTSessionEnding::None;
     forgetWrites();
-    mudServer = std::make_unique<AsyncSocket>(platform.runLoop, this);
+    mudServer = services.streams(*this);
     if (!mudServer->connectToHost(host, static_cast<std::uint16_t>(port))) {
         lastEnding_ = ZNTSessionEnding::Broken;
         showMudNotResponding();
@@ -115,8 +115,7 @@ void ZNTServerConnectController::stopConnecting()
         mudServer->disconnect();
 }
 
-void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const std::string& host,
-                                                          std::uint16_t)
+void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std::string& host, std::uint16_t)
 {
     services.sounds.setGameAddress(host);
     farewellTimer.reset(); // what is held back from before shows with this game's first words
@@ -134,7 +133,7 @@ void ZNTServerConnectController::onSocketDidConnectToHost(AsyncSocket&, const st
     changed(ZNTSessionChange::State);
 }
 
-void ZNTServerConnectController::onSocketWillDisconnectWithError(AsyncSocket& socket, const ZNTError* error)
+void ZNTServerConnectController::onSocketWillDisconnectWithError(ZNTStream& socket, const ZNTError* error)
 {
     lastEnding_ = error ? ZNTSessionEnding::Broken : ZNTSessionEnding::ByServer;
     takeWhatWasHeldUp(socket);
@@ -145,7 +144,7 @@ void ZNTServerConnectController::onSocketWillDisconnectWithError(AsyncSocket& so
     socket.disconnect();
 }
 
-void ZNTServerConnectController::onSocketDidDisconnect(AsyncSocket&)
+void ZNTServerConnectController::onSocketDidDisconnect(ZNTStream&)
 {
     if (lastEnding_ == ZNTSessionEnding::None)
         lastEnding_ = ZNTSessionEnding::ByPlayer;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "AsyncSocket.h"
 #include "ZNTCommandInterpreter.h"
 #include "ZNTHeldBackText.h"
 #include "ZNTInflater.h"
@@ -17,6 +16,7 @@
 #include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
 #include "ZNTSpeedWalking.h"
+#include "ZNTStream.h"
 #include "ZNTStringEncoding.h"
 #include "ZNTTriggerList.h"
 
@@ -41,6 +41,8 @@ struct ZNTSessionServices {
     ZNTSoundFactory& sounds;
     ZNTSpeechEngine& speechEngine;
     ZNTScreenReader& screenReader;
+    /// Makes the connection to a game.
+    ZNTStreamFactory streams;
     /// Opens the recorder's sheet on the given list; the front end makes the sheet on first use.
     std::function<void(ZNTCommandRecorderDataSource& commands)> showZNTCommandRecorderView;
     /// Called on the run loop's thread after a change of what the queries below answer. Optional.
@@ -66,7 +68,7 @@ enum class ZNTSessionEnding { None, ByPlayer, ByServer, Broken };
 /// A block on its way in: inflate, decode, answer telnet, hold back until IAC GA, IAC WONT or half a second
 /// of silence, join, colour, triggers, speech, output view, log. No step of it copies or scans more than a
 /// constant number of times what came in.
-class ZNTServerConnectController final : public AsyncSocketDelegate,
+class ZNTServerConnectController final : public ZNTStreamDelegate,
                                          public ZNTLineSender,
                                          private ZNTTelnetListener,
                                          private ZNTCommandActions,
@@ -233,17 +235,17 @@ public:
 
 private:
     // The socket's delegate
-    void onSocketDidConnectToHost(AsyncSocket& socket, const std::string& host, std::uint16_t port) override;
-    void onSocketDidReadData(AsyncSocket& socket, std::string_view data, std::int64_t tag) override;
-    double onSocketShouldTimeoutReadWithTag(AsyncSocket& socket, std::int64_t tag, double elapsed,
+    void onSocketDidConnectToHost(ZNTStream& socket, const std::string& host, std::uint16_t port) override;
+    void onSocketDidReadData(ZNTStream& socket, std::string_view data, std::int64_t tag) override;
+    double onSocketShouldTimeoutReadWithTag(ZNTStream& socket, std::int64_t tag, double elapsed,
                                             std::size_t bytesDone) override;
-    void onSocketDidWriteDataWithTag(AsyncSocket& socket, std::int64_t tag) override;
-    void onSocketWillDisconnectWithError(AsyncSocket& socket, const ZNTError* error) override;
-    void onSocketDidDisconnect(AsyncSocket& socket) override;
+    void onSocketDidWriteDataWithTag(ZNTStream& socket, std::int64_t tag) override;
+    void onSocketWillDisconnectWithError(ZNTStream& socket, const ZNTError* error) override;
+    void onSocketDidDisconnect(ZNTStream& socket) override;
     // Of no interest to a session.
-    void onSocketDidReadPartialDataOfLength(AsyncSocket&, std::size_t, std::int64_t) override {}
-    void onSocketDidAcceptNewSocket(AsyncSocket&, AsyncSocket&) override {}
-    void onSocketDidSecure(AsyncSocket&) override {}
+    void onSocketDidReadPartialDataOfLength(ZNTStream&, std::size_t, std::int64_t) override {}
+    void onSocketDidAcceptNewSocket(ZNTStream&, ZNTStream&) override {}
+    void onSocketDidSecure(ZNTStream&) override {}
 
     // What the parser tells
     void setIsGoAhead(bool isGoAhead) override { isGoAhead_ = isGoAhead; }
@@ -265,7 +267,7 @@ private:
     void readNextBlock();
     void holdReadingWhileBusy();
     void processBlock(std::string_view data);
-    void takeWhatWasHeldUp(AsyncSocket& socket);
+    void takeWhatWasHeldUp(ZNTStream& socket);
     void showFarewellInAWhile();
     [[nodiscard]] bool isToBeInflated(std::string_view block) const;
     std::string inflated(std::string_view block);
@@ -360,6 +362,6 @@ private:
     std::deque<std::function<void()>> waitingForChunk;
     bool isProcessingWhatWaits = false;
     std::unique_ptr<RunLoopTimer> farewellTimer;
-    std::unique_ptr<AsyncSocket> mudServer; ///< made anew at each connect
+    std::unique_ptr<ZNTStream> mudServer; ///< made anew at each connect
     std::shared_ptr<char> life = std::make_shared<char>();
 };

@@ -49,7 +49,7 @@ void ZNTServerConnectController::setScreenFull(bool isFull)
     holdReadingWhileBusy();
 }
 
-void ZNTServerConnectController::onSocketDidReadData(AsyncSocket& socket, std::string_view data, std::int64_t)
+void ZNTServerConnectController::onSocketDidReadData(ZNTStream& socket, std::string_view data, std::int64_t)
 {
     processBlock(data);
     // What was told of the block may have ended the connection, or replaced it by another.
@@ -68,7 +68,7 @@ void ZNTServerConnectController::processBlock(std::string_view data)
 }
 
 /// What was kept from being read would be lost with a connection that breaks.
-void ZNTServerConnectController::takeWhatWasHeldUp(AsyncSocket& socket)
+void ZNTServerConnectController::takeWhatWasHeldUp(ZNTStream& socket)
 {
     if (!socket.isReadingHeld())
         return;
@@ -76,7 +76,7 @@ void ZNTServerConnectController::takeWhatWasHeldUp(AsyncSocket& socket)
         processBlock(*rest);
 }
 
-void ZNTServerConnectController::onSocketDidWriteDataWithTag(AsyncSocket&, std::int64_t)
+void ZNTServerConnectController::onSocketDidWriteDataWithTag(ZNTStream&, std::int64_t)
 {
     pendingWrites.finishOldest();
     holdReadingWhileBusy();
@@ -109,7 +109,7 @@ void ZNTServerConnectController::refuseCompression()
     _zntParserUtility.sendCommand(Refusal, optionCompressionV1);
 }
 
-double ZNTServerConnectController::onSocketShouldTimeoutReadWithTag(AsyncSocket& socket, std::int64_t, double,
+double ZNTServerConnectController::onSocketShouldTimeoutReadWithTag(ZNTStream& socket, std::int64_t, double,
                                                                     std::size_t)
 {
     if (socket.isReadingHeld())

@@ -23,6 +23,7 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
            .sounds = services.sounds,
            .speechEngine = services.speechEngine,
            .screenReader = services.screenReader,
+           .streams = services.streams,
            .showZNTCommandRecorderView =
                [this](ZNTCommandRecorderDataSource& commands) { showZNTCommandRecorderView(commands); },
            .sessionChanged = [this](ZNTSessionChange) { changed(); }})

@@ -22,6 +22,7 @@ struct ZNTWindowServices {
     ZNTSoundFactory& sounds;
     ZNTSpeechEngine& speechEngine;
     ZNTScreenReader& screenReader;
+    ZNTStreamFactory streams;
 };
 
 /// The main window's controller: it holds the session, the macro group selector and the macro list, and opens

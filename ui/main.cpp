@@ -6,6 +6,7 @@
 #include "ZNTFocusFirst.h"
 #include "ZNTMixerSounds.h"
 #include "ZNTQtAlert.h"
+#include "ZNTSocketStream.h"
 #include "ZNTSpeechDispatcher.h"
 #include "ZNTStoreWaitSign.h"
 #include "ZNTStyle.h"
@@ -101,7 +102,8 @@ int main(int count, char** arguments)
     ZNTStoreWaitStatus waitStatus(*window.statusText);
     database.setWaitNotice(
         {.waiting = [&waitStatus] { waitStatus.show(); }, .over = [&waitStatus] { waitStatus.clear(); }});
-    ZNTApplicationWindow parts(window, {platform, database, sounds, speech, screenReader});
+    ZNTApplicationWindow parts(window,
+                               {platform, database, sounds, speech, screenReader, socketStreams(runLoop)});
     speakForReaderFoundWhileStarting(screenReader, parts.controller.serverConnectController());
     window.show();
     window.activateWindow();

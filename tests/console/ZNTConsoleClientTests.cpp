@@ -39,34 +39,18 @@ TEST_F(ZNTConsoleClientTest, AScriptWaitsForTheConnectionAndThenForEachAnswer)
 
 TEST_F(ZNTConsoleClientTest, WhatGoesToTheGameLeavesBeforeAnythingIsShownOfIt)
 {
-    VirtualRunLoop gamesLoop; // turns while the client stands still
-    ZNTScriptedPeer game(gamesLoop);
-    ZNTConsoleOptions options;
-    options.host = game.host();
-    options.port = game.port();
-    start(From::Terminal, options);
-    const auto turnUntil = [&](const std::function<bool()>& condition) {
-        return machine.loop.runUntil([&] {
-            gamesLoop.turn(2);
-            return condition();
-        });
-    };
-    ASSERT_TRUE(turnUntil([&] { return client->session().isConnected() && game.hasClient(); }));
+    startConnected(From::Terminal);
     type("/trigger add Kick: A %1 kicks you => kick %1");
     consoleOutput.catchUp();
 
     const std::string answers = "kick goblin\r\nkick troll\r\n";
-    sink.beforeWriting = [&](std::string_view) {
-        EXPECT_TRUE(gamesLoop.runUntil([&] { return game.received() == answers; }, 2));
-    };
-    game.send("A goblin kicks you. A troll kicks you.\xFF\xF9");
-    EXPECT_TRUE(turnUntil([&] { return output.ends_with("A troll kicks you."); }));
-    sink.beforeWriting = [&](std::string_view) {
-        EXPECT_TRUE(gamesLoop.runUntil([&] { return game.received() == answers + "look\r\n"; }, 2));
-    };
+    sink.beforeWriting = [&](std::string_view) { EXPECT_EQ(server.received(), answers); };
+    receive("A goblin kicks you. A troll kicks you.");
+    EXPECT_THAT(output, EndsWith("A troll kicks you."));
+    sink.beforeWriting = [&](std::string_view) { EXPECT_EQ(server.received(), answers + "look\r\n"); };
     type("look");
     consoleOutput.catchUp();
-    EXPECT_TRUE(output.ends_with("look\n"));
+    EXPECT_THAT(output, EndsWith("look\n"));
 }
 
 TEST_F(ZNTConsoleClientTest, WhileTheTerminalIsFullTheGameWaitsAndTypedLinesLeave)
@@ -136,21 +120,14 @@ TEST_F(ZNTConsoleClientTest, AConnectionThatFailsOrBreaksEndsAScriptWithOneAndLe
             exitCodes.clear();
             machine.alert.shown.clear();
             ZNTConsoleOptions options;
-            options.host = "127.0.0.1";
-            {
-                ZNTScriptedPeer peer(machine.loop);
-                options.port = peer.port();
-                if (isRefused)
-                    peer.stopListening();
-                start(from, options);
-                if (!isRefused) {
-                    ASSERT_TRUE(machine.loop.runUntil([&] { return peer.hasClient(); }));
-                    settle();
-                    peer.reset();
-                }
-                machine.loop.runUntil([&] { return !machine.alert.shown.empty(); });
+            options.host = server.host();
+            options.port = isRefused ? server.port() + 1 : server.port();
+            start(from, options);
+            if (!isRefused) {
                 settle();
+                server.reset();
             }
+            settle();
             ASSERT_EQ(machine.alert.shown.size(), 1u);
             EXPECT_EQ(machine.alert.shown[0].first, u"MUD Not Responding");
             EXPECT_EQ(exitCodes, from == From::Script ? std::vector{1} : std::vector<int>{});
@@ -296,6 +273,7 @@ TEST_F(ZNTConsoleClientTest, TheDemoGameIsStartedAndPlayed)
 {
     ZNTConsoleOptions options;
     options.demo = true;
+    streams = socketStreams(machine.loop);
     start(From::Script, options);
     type("look");
     EXPECT_EQ(server.received(), "") << "nor is it named as lost";

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "ZNTConsoleClient.h"
+#include "ZNTMemoryStream.h"
 #include "ZNTNotedOutput.h"
-#include "ZNTScriptedPeer.h"
 #include "ZNTSilentSounds.h"
+#include "ZNTSocketStream.h"
 #include "ZNTSpeechEngine.h"
 #include "ZNTTestPlatform.h"
 
@@ -53,7 +54,7 @@ struct ZNTAlertInTranscript final : ZNTAlert {
     ZNTConsoleOutput& output;
 };
 
-/// The terminal client on a machine of its own, with a server at the other end of loopback. Time is virtual.
+/// The terminal client on a machine of its own, with a game in memory at the far end. Time is virtual.
 class ZNTConsoleFixture : public testing::Test
 {
 protected:
@@ -66,6 +67,7 @@ protected:
                                                       .inputIsTerminal = from == From::Terminal,
                                                       .sounds = sounds,
                                                       .speechEngine = speech,
+                                                      .streams = streams,
                                                       .output = consoleOutput,
                                                       .outputIsTerminal = outputIsTerminal,
                                                       .exit = [this](int code) { exitCodes.push_back(code); },
@@ -132,7 +134,7 @@ protected:
     }
 
     ZNTTestPlatform machine;
-    ZNTScriptedPeer server{machine.loop};
+    ZNTMemoryGame server{machine.loop};
     ZNTNotedSink sink;
     std::string& output = sink.output;
     std::string& transcript = sink.transcript;
@@ -143,6 +145,7 @@ protected:
                          machine.notifications, alertInTranscript, machine.platform.places};
     ZNTNotedSounds sounds;
     ZNTSilentSpeech speech;
+    ZNTStreamFactory streams = server.streams();
     bool outputIsTerminal = false;
     std::vector<int> exitCodes;
     std::optional<ZNTConsoleClient> client;

@@ -198,7 +198,6 @@ TEST_F(Session, ReadsNoFurtherOffersWhileTheServerTakesNoAnswers)
 
 TEST_F(Session, AServerThatTakesNoAnswersLosesTheConnection)
 {
-    server.makeReceiveBufferSmall();
     connect();
     server.stopReading();
     const auto offers = floodOfOffers();

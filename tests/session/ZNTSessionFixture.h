@@ -2,9 +2,9 @@
 
 #include "ZNTDatabaseHelper.h"
 #include "ZNTMacroGroupDropDownController.h"
+#include "ZNTMemoryStream.h"
 #include "ZNTMudMacroTableViewController.h"
 #include "ZNTPlainElements.h"
-#include "ZNTScriptedPeer.h"
 #include "ZNTServerConnectController.h"
 #include "ZNTSilentSounds.h"
 #include "ZNTTestPlatform.h"
@@ -46,7 +46,7 @@ inline std::string telnet(std::initializer_list<int> bytes)
 
 inline const std::string goAhead = telnet({255, 249});
 
-/// A whole session on a machine of its own, and a server at the other end of loopback. Time is virtual.
+/// A whole session on a machine of its own, and a game in memory at the far end. Time is virtual.
 class ZNTSessionFixture : public testing::Test
 {
 protected:
@@ -80,6 +80,7 @@ protected:
                                    .sounds = sounds,
                                    .speechEngine = speech,
                                    .screenReader = reader,
+                                   .streams = server.streams(),
                                    .showZNTCommandRecorderView = [this](auto&) { ++timesRecorderSheetShown; },
                                    .sessionChanged =
                                        [this](ZNTSessionChange) {
@@ -147,7 +148,7 @@ protected:
     }
 
     ZNTTestPlatform machine;
-    ZNTScriptedPeer server{machine.loop};
+    ZNTMemoryGame server{machine.loop};
     ZNTPlainTextField commandLine, host, port, mudName;
     ZNTPlainTextView view;
     ZNTPlainButton button;

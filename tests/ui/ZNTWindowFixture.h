@@ -8,6 +8,7 @@
 #include "ZNTQtAlert.h"
 #include "ZNTQtText.h"
 #include "ZNTScreenReader.h"
+#include "ZNTSocketStream.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTSpeechEngine.h"
 #include "ZNTTemporaryFolder.h"
@@ -224,6 +225,6 @@ protected:
     ZNTNoScreenReader screenReader;
     ZNTMainWindow window;
     std::unique_ptr<ZNTApplicationWindow> parts = std::make_unique<ZNTApplicationWindow>(
-        window, ZNTWindowServices{platform, database, sounds, speech, screenReader});
+        window, ZNTWindowServices{platform, database, sounds, speech, screenReader, socketStreams(runLoop)});
     std::unique_ptr<ZNTDemoGame> game;
 };
