@@ -36,7 +36,7 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
     surroundings.output.holdGame = [this](bool isToWait) { controller.setScreenFull(isToWait); };
     controller.awakeFromNib();
     if (options.encoding != ZNTStringEncoding::Ascii)
-        controller.changeEncoding(znt::encodingTitle(options.encoding));
+        controller.changeEncoding(znt::rowOf(options.encoding).title);
     if (options.mccp)
         controller.acceptCompressionOffers(true);
     if (options.msp)

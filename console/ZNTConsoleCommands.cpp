@@ -7,6 +7,23 @@
 
 using namespace znt::words;
 
+namespace
+{
+
+std::u16string_view encodingChoices()
+{
+    static const auto choices = znt::textFromUtf8(znt::encodingNames("|", "|"));
+    return choices;
+}
+
+std::u16string_view countWord(std::size_t count)
+{
+    constexpr std::u16string_view words[] = {u"no", u"one", u"two", u"three", u"four", u"five", u"six"};
+    return count < std::size(words) ? words[count] : u"many";
+}
+
+} // namespace
+
 ZNTConsoleCommands::ZNTConsoleCommands(ZNTConsoleClient& client) : client(client)
 {
     addSessionCommands();
@@ -63,7 +80,7 @@ void ZNTConsoleCommands::addSessionCommands()
          [this](auto) { stopSounds(); }},
         {u"replay", u"", u"Speaks once more what came since your last line.",
          [&session](auto) { session.replayLastText(); }},
-        {u"encoding", u"ascii|euc-cn|big5", u"Reads and writes the game's text in this encoding.",
+        {u"encoding", encodingChoices(), u"Reads and writes the game's text in this encoding.",
          [this](auto name) { changeEncoding(name); }},
         {u"reload", u"", u"Puts changes to the triggers into force.",
          [&session](auto) { session.reloadTriggers(); }},
@@ -163,9 +180,10 @@ void ZNTConsoleCommands::stopSounds()
 void ZNTConsoleCommands::changeEncoding(std::u16string_view name)
 {
     if (const auto encoding = znt::encodingNamed(znt::utf8FromText(name)))
-        client.session().changeEncoding(znt::encodingTitle(*encoding));
+        client.session().changeEncoding(znt::rowOf(*encoding).title);
     else
-        client.complain(u"There are three encodings: /encoding ascii|euc-cn|big5");
+        client.complain(joined({u"There are ", countWord(ZNTStringEncodings.size()),
+                                u" encodings: /encoding ", encodingChoices()}));
 }
 
 void ZNTConsoleCommands::record(std::u16string_view words)

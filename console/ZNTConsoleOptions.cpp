@@ -8,12 +8,17 @@ namespace
 
 constexpr int usageError = 2;
 
-const std::map<std::string, ZNTStringEncoding> encodings{{"ascii", ZNTStringEncoding::Ascii},
-                                                         {"euc-cn", ZNTStringEncoding::EucCn},
-                                                         {"big5", ZNTStringEncoding::Big5Hkscs}};
 using Colour = ZNTConsoleOptions::Colour;
 const std::map<std::string, Colour> colours{
     {"auto", Colour::Auto}, {"always", Colour::Always}, {"never", Colour::Never}};
+
+std::map<std::string, ZNTStringEncoding> encodingsByName()
+{
+    std::map<std::string, ZNTStringEncoding> encodings;
+    for (const auto& row : ZNTStringEncodings)
+        encodings.emplace(row.name, row.encoding);
+    return encodings;
+}
 
 } // namespace
 
@@ -22,8 +27,8 @@ std::variant<ZNTConsoleOptions, int> ZNTConsoleOptions::fromArguments(int count,
     ZNTConsoleOptions options;
     CLI::App app("Plays MUDs in the terminal. Type /help there for the client's own commands.",
                  "zantor-console");
-    app.add_option("--encoding", options.encoding, "the game's encoding: ascii, euc-cn or big5")
-        ->transform(CLI::CheckedTransformer(encodings, CLI::ignore_case).description(""));
+    app.add_option("--encoding", options.encoding, "the game's encoding: " + znt::encodingNames(", ", " or "))
+        ->transform(CLI::CheckedTransformer(encodingsByName(), CLI::ignore_case).description(""));
     app.add_option("--colour", options.colour, "auto (colours on a terminal), always or never")
         ->transform(CLI::CheckedTransformer(colours, CLI::ignore_case).description(""));
     app.add_flag("--mccp", options.mccp, "accept compression (MCCP2) when the game offers it");
@@ -44,27 +49,3 @@ std::variant<ZNTConsoleOptions, int> ZNTConsoleOptions::fromArguments(int count,
     }
     return options;
 }
-
-namespace znt
-{
-
-std::optional<ZNTStringEncoding> encodingNamed(std::string_view name)
-{
-    const auto found = encodings.find(std::string(name));
-    return found == encodings.end() ? std::nullopt : std::optional(found->second);
-}
-
-std::u16string_view encodingTitle(ZNTStringEncoding encoding)
-{
-    switch (encoding) {
-    case ZNTStringEncoding::EucCn:
-        return u"EUC_CN - Chinese";
-    case ZNTStringEncoding::Big5Hkscs:
-        return u"BIG5 - Chinese";
-    case ZNTStringEncoding::Ascii:
-        break;
-    }
-    return u"ASCII";
-}
-
-} // namespace znt

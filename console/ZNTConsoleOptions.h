@@ -3,9 +3,7 @@
 #include "ZNTStringEncoding.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
 
 /// What the command line of the terminal client says.
@@ -32,11 +30,3 @@ struct ZNTConsoleOptions {
     /// mistake, which stderr then explains.
     static std::variant<ZNTConsoleOptions, int> fromArguments(int count, const char* const* arguments);
 };
-
-/// The names under which players choose an encoding: "ascii", "euc-cn", "big5".
-namespace znt
-{
-std::optional<ZNTStringEncoding> encodingNamed(std::string_view name);
-/// The title by which the session knows an encoding.
-std::u16string_view encodingTitle(ZNTStringEncoding encoding);
-} // namespace znt

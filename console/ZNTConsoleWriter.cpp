@@ -1,9 +1,8 @@
 #include "ZNTConsoleWriter.h"
 
+#include "ZNTDescriptors.h"
+
 #include <algorithm>
-#include <cerrno>
-#include <poll.h>
-#include <unistd.h>
 #include <utility>
 
 namespace
@@ -116,16 +115,6 @@ void ZNTConsoleWriter::run()
 bool ZNTConsoleWriter::writePiece(const Piece& piece)
 {
     const int descriptor = piece.to == To::Output ? descriptors.output : descriptors.errors;
-    for (std::string_view rest = piece.text; !rest.empty();) {
-        const auto count = ::write(descriptor, rest.data(), rest.size());
-        if (count >= 0) {
-            rest.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno == EAGAIN) {
-            pollfd output{descriptor, POLLOUT, 0};
-            ::poll(&output, 1, -1);
-        } else if (errno != EINTR) {
-            return piece.to == To::Errors; // messages that nobody reads end nothing
-        }
-    }
-    return true;
+    // Messages that nobody reads end nothing.
+    return znt::writeAll(descriptor, piece.text).succeeded() || piece.to == To::Errors;
 }

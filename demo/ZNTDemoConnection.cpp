@@ -42,7 +42,8 @@ ZNTDemoConnection::ZNTDemoConnection(const Game& game, int descriptor,
     setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     watch = game.runLoop.watchDescriptor(descriptor, RunLoopInterest::Readable,
                                          [this](RunLoopInterest ready) { onReady(ready); });
-    write(telnet::command(telnet::will, telnet::compression) + telnet::command(telnet::will, telnet::sound));
+    write(telnet::command(telnet::WILL, telnet::option::CompressionV2) +
+          telnet::command(telnet::WILL, telnet::option::Sound));
     player = &game.village.enter(*this);
     if (!watch)
         finish();
@@ -122,17 +123,17 @@ void ZNTDemoConnection::onLineTooLong() { game.village.tell(*player, ZNTDemoPhra
 
 void ZNTDemoConnection::onOption(unsigned char verb, unsigned char option)
 {
-    const bool isRefusal = verb == telnet::dont || verb == telnet::oddRefusal;
-    if (option == telnet::sound && (verb == telnet::doOption || isRefusal))
-        soundsAreOn = verb == telnet::doOption;
-    else if (option == telnet::compression && verb == telnet::doOption)
+    const bool isRefusal = verb == telnet::DONT || verb == telnet::Refusal;
+    if (option == telnet::option::Sound && (verb == telnet::DO || isRefusal))
+        soundsAreOn = verb == telnet::DO;
+    else if (option == telnet::option::CompressionV2 && verb == telnet::DO)
         announceCompression();
-    else if (option == telnet::compression && isRefusal)
+    else if (option == telnet::option::CompressionV2 && isRefusal)
         refuseCompression(verb);
-    else if (verb == telnet::doOption)
-        write(telnet::command(telnet::wont, option));
-    else if (verb == telnet::will)
-        write(telnet::command(telnet::dont, option));
+    else if (verb == telnet::DO)
+        write(telnet::command(telnet::WONT, option));
+    else if (verb == telnet::WILL)
+        write(telnet::command(telnet::DONT, option));
 }
 
 void ZNTDemoConnection::announceCompression()
@@ -154,10 +155,10 @@ void ZNTDemoConnection::beginCompression()
 void ZNTDemoConnection::refuseCompression(unsigned char verb)
 {
     // DONT is said by one who inflates until the stream ends; the odd refusal by one who has stopped.
-    if (verb == telnet::dont && compressionDelay)
+    if (verb == telnet::DONT && compressionDelay)
         beginCompression();
     compressionDelay.reset();
-    if (verb == telnet::dont)
+    if (verb == telnet::DONT)
         output.endCompression();
     else
         output.dropCompression();

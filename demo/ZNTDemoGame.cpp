@@ -40,19 +40,6 @@ ZNTError unusableError(const std::string& executable)
     return startError(executable + ": " + posixError(why).description + ". " + help);
 }
 
-const char* optionValue(ZNTStringEncoding encoding)
-{
-    switch (encoding) {
-    case ZNTStringEncoding::EucCn:
-        return "euc-cn";
-    case ZNTStringEncoding::Big5Hkscs:
-        return "big5";
-    case ZNTStringEncoding::Ascii:
-        break;
-    }
-    return "ascii";
-}
-
 std::optional<std::uint16_t> portFromAnnouncement(std::string_view line)
 {
     if (!line.starts_with(announcementStart))
@@ -125,7 +112,7 @@ ZNTResult<int> ZNTDemoGame::launch(ZNTStringEncoding encoding)
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         return startErrorFromErrno();
-    std::string encodingName = optionValue(encoding);
+    std::string encodingName(znt::rowOf(encoding).name);
     std::string encodingOption = "--encoding";
     const std::array<char*, 4> arguments{executable.data(), encodingOption.data(), encodingName.data(),
                                          nullptr};

@@ -7,15 +7,15 @@ namespace znt::demo::telnet
 
 std::string command(unsigned char verb, unsigned char option)
 {
-    return {static_cast<char>(iac), static_cast<char>(verb), static_cast<char>(option)};
+    return {static_cast<char>(IAC), static_cast<char>(verb), static_cast<char>(option)};
 }
 
 std::string startOfCompression()
 {
-    return command(sb, compression) + static_cast<char>(iac) + static_cast<char>(se);
+    return command(SB, option::CompressionV2) + static_cast<char>(IAC) + static_cast<char>(SE);
 }
 
-std::string endOfPrompt() { return {static_cast<char>(iac), static_cast<char>(goAhead)}; }
+std::string endOfPrompt() { return {static_cast<char>(IAC), static_cast<char>(GA)}; }
 
 } // namespace znt::demo::telnet
 
@@ -39,11 +39,11 @@ std::size_t ZNTDemoTelnetInput::receive(std::string_view bytes)
             listener.onOption(verb, byte);
             break;
         case State::Subnegotiation:
-            if (byte == telnet::iac)
+            if (byte == telnet::IAC)
                 state = State::SubnegotiationCommand;
             break;
         case State::SubnegotiationCommand:
-            state = byte == telnet::se ? State::Text : State::Subnegotiation;
+            state = byte == telnet::SE ? State::Text : State::Subnegotiation;
             break;
         }
     }
@@ -68,7 +68,7 @@ bool ZNTDemoTelnetInput::takeLineEnd(unsigned char byte)
 
 void ZNTDemoTelnetInput::takeText(unsigned char byte)
 {
-    if (byte == telnet::iac) {
+    if (byte == telnet::IAC) {
         state = State::Command;
         return;
     }
@@ -85,15 +85,15 @@ void ZNTDemoTelnetInput::takeText(unsigned char byte)
 void ZNTDemoTelnetInput::takeCommand(unsigned char byte)
 {
     switch (byte) {
-    case telnet::will:
-    case telnet::wont:
-    case telnet::doOption:
-    case telnet::dont:
-    case telnet::oddRefusal:
+    case telnet::WILL:
+    case telnet::WONT:
+    case telnet::DO:
+    case telnet::DONT:
+    case telnet::Refusal:
         verb = byte;
         state = State::Option;
         break;
-    case telnet::sb:
+    case telnet::SB:
         state = State::Subnegotiation;
         break;
     default: // commands of two bytes, and the escaped 255, which is no letter in any of our languages

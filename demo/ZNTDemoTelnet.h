@@ -1,20 +1,14 @@
 #pragma once
 
-#include <cstdint>
+#include "ZNTTelnetCodes.h"
+
 #include <string>
 #include <string_view>
 
-/// Telnet's bytes as the game uses them (RFC 854), and the two options it offers.
 namespace znt::demo::telnet
 {
 
-inline constexpr unsigned char iac = 255, dont = 254, doOption = 253, wont = 252, will = 251, sb = 250,
-                               goAhead = 249, se = 240;
-/// Some clients refuse an option with this byte instead of DONT or WONT. It is followed by the option, too.
-inline constexpr unsigned char oddRefusal = 25;
-
-inline constexpr unsigned char compression = 86; // MCCP2
-inline constexpr unsigned char sound = 90;       // MSP
+using namespace znt::telnet;
 
 std::string command(unsigned char verb, unsigned char option);
 std::string startOfCompression();
@@ -31,7 +25,8 @@ public:
     virtual void onLine(std::string_view bytes) = 0;
     /// A line past `ZNTDemoTelnetInput::longestLine` has ended; nothing of it was kept.
     virtual void onLineTooLong() = 0;
-    /// `verb` is one of WILL, WONT, DO, DONT and the odd refusal.
+    /// `verb` is one of WILL, WONT, DO, DONT, and the byte with which some clients refuse an option in place
+    /// of DONT or WONT.
     virtual void onOption(unsigned char verb, unsigned char option) = 0;
 };
 

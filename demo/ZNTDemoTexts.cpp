@@ -6,14 +6,10 @@
 
 const ZNTDemoTexts& ZNTDemoTexts::forEncoding(ZNTStringEncoding encoding)
 {
-    switch (encoding) {
-    case ZNTStringEncoding::EucCn:
+    if (encoding == ZNTStringEncoding::EucCn)
         return znt::demo::simplifiedChinese();
-    case ZNTStringEncoding::Big5Hkscs:
+    if (encoding == ZNTStringEncoding::Big5Hkscs)
         return znt::demo::traditionalChinese();
-    case ZNTStringEncoding::Ascii:
-        break;
-    }
     return znt::demo::english();
 }
 

@@ -32,7 +32,7 @@ int play(const Options& options)
     }
     if (options.endsAfterFirstPlayer)
         server.value()->whenPlayerLeft = [&runLoop] { runLoop.stop(); };
-    // Whoever started the game reads its port here.
+    // The program that started the game reads the port here.
     std::cout << "listening on 127.0.0.1 " << server.value()->port() << std::endl;
     runLoop.run();
     return 0;
@@ -45,13 +45,13 @@ int main(int argc, char** argv)
     Options options;
     CLI::App program("A small game on this machine, to learn and to try a MUD client with.", "zantor-demo");
     program.add_option("--port", options.port, "Port of 127.0.0.1 to listen on; 0 takes any free one");
-    const std::map<std::string, ZNTStringEncoding> encodings{{"ascii", ZNTStringEncoding::Ascii},
-                                                             {"euc-cn", ZNTStringEncoding::EucCn},
-                                                             {"big5", ZNTStringEncoding::Big5Hkscs}};
+    std::map<std::string, ZNTStringEncoding> encodings;
+    for (const auto& row : ZNTStringEncodings)
+        encodings.emplace(row.name, row.encoding);
     program
         .add_option("--encoding", options.encoding, "ascii: English; euc-cn, big5: the two kinds of Chinese")
         ->transform(CLI::CheckedTransformer(encodings, CLI::ignore_case))
-        ->option_text("ascii|euc-cn|big5");
+        ->option_text(znt::encodingNames("|", "|"));
     program.add_flag("--once", options.endsAfterFirstPlayer, "End when the first player has left");
     try {
         program.parse(argc, argv);

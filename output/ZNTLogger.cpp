@@ -1,9 +1,10 @@
 #include "ZNTLogger.h"
 
+#include "ZNTDescriptors.h"
+#include "ZNTPrivateFiles.h"
 #include "ZNTText.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
@@ -52,29 +53,6 @@ std::u16string_view nextPiece(std::u16string_view text)
     return piece.substr(0, piece.size() - (isCut ? 1 : 0));
 }
 
-bool writeAll(int output, std::string_view bytes)
-{
-    while (!bytes.empty()) { // O_APPEND seeks to the end before each write
-        const auto count = ::write(output, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
-}
-
-/// Makes the folders that are missing, for the player alone; what is there keeps its mode.
-void makeFolders(const std::filesystem::path& folder)
-{
-    std::filesystem::path made;
-    for (const auto& part : folder) {
-        made /= part;
-        ::mkdir(made.c_str(), S_IRWXU);
-    }
-}
-
 } // namespace
 
 ZNTLogger::ZNTLogger(const ZNTFilePlaces& places, const ZNTClock& clock)
@@ -82,7 +60,7 @@ ZNTLogger::ZNTLogger(const ZNTFilePlaces& places, const ZNTClock& clock)
     const auto folder = std::filesystem::path(places.home) / "Library" / "Zantor" / "logs";
     std::error_code ignored;
     if (!std::filesystem::exists(folder, ignored))
-        makeFolders(folder);
+        static_cast<void>(znt::makePrivateFolder(folder)); // the file cannot be opened then, either
     output = ::open((folder / fileName(clock.timeOfDay())).c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC,
                     S_IRUSR | S_IWUSR);
 }
@@ -99,7 +77,7 @@ void ZNTLogger::loggerText(std::u16string_view text)
         return;
     while (!text.empty()) {
         const auto piece = nextPiece(text);
-        if (!writeAll(output, znt::utf8FromText(piece)))
+        if (!znt::writeAll(output, znt::utf8FromText(piece)))
             return;
         text.remove_prefix(piece.size());
     }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 #include <vector>
 
@@ -24,4 +25,20 @@ ZNTResult<void> znt::tryDescriptors(int count)
     for (const int each : opened)
         ::close(each);
     return result;
+}
+
+ZNTResult<void> znt::writeAll(int descriptor, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const auto count = ::write(descriptor, bytes.data(), bytes.size());
+        if (count >= 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        } else if (errno == EAGAIN) {
+            pollfd room{descriptor, POLLOUT, 0};
+            ::poll(&room, 1, -1);
+        } else if (errno != EINTR) {
+            return posixError(errno);
+        }
+    }
+    return {};
 }

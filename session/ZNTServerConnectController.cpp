@@ -5,7 +5,6 @@
 #include "ZNTTelnetScanner.h"
 #include "ZNTUpdater.h"
 
-#include <array>
 #include <utility>
 
 namespace
@@ -14,18 +13,6 @@ namespace
 using namespace znt::telnet;
 
 constexpr double noPause = 0;
-
-constexpr char16_t optionCompressionV2 = 86, optionSound = 90;
-
-struct EncodingTitle {
-    std::u16string_view title;
-    ZNTStringEncoding encoding;
-};
-constexpr std::array encodingTitles{
-    EncodingTitle{u"ASCII", ZNTStringEncoding::Ascii},
-    EncodingTitle{u"EUC_CN - Chinese", ZNTStringEncoding::EucCn},
-    EncodingTitle{u"BIG5 - Chinese", ZNTStringEncoding::Big5Hkscs},
-};
 
 } // namespace
 
@@ -186,9 +173,7 @@ void ZNTServerConnectController::setAlmostAllWidgetsEnabled(bool enabled)
 
 void ZNTServerConnectController::changeEncoding(std::u16string_view title)
 {
-    for (const auto& known : encodingTitles)
-        if (known.title == title)
-            cfStringEncoding_ = known.encoding;
+    cfStringEncoding_ = znt::encodingTitled(title).value_or(cfStringEncoding_);
     changed(ZNTSessionChange::Encoding);
 }
 
@@ -201,7 +186,7 @@ void ZNTServerConnectController::set_isMccpOnOff(bool on)
 {
     _isMspOnOff_ = on;
     _zntParserUtility.set_isMccpOnOff(on);
-    _zntParserUtility.sendCommand(on ? DO : Refusal, optionCompressionV2);
+    _zntParserUtility.sendCommand(on ? DO : Refusal, option::CompressionV2);
     _mccp_ = on;
     changed(ZNTSessionChange::Compression); // the switch, also if the stream stays as it is
 }
@@ -210,7 +195,7 @@ void ZNTServerConnectController::set_isMspOnOff(bool on)
 {
     _isMspOnOff_ = on;
     _zntParserUtility.set_isMspOnOff(on);
-    _zntParserUtility.sendCommand(on ? DO : Refusal, optionSound);
+    _zntParserUtility.sendCommand(on ? DO : Refusal, option::Sound);
     changed(ZNTSessionChange::Sounds);
 }
 

@@ -1,5 +1,7 @@
 #include "ZNTGbCharacters.h"
 
+#include "ZNTStringEncoding.h"
+
 #include <algorithm>
 #include <optional>
 #include <unicode/ucnv.h>
@@ -44,7 +46,7 @@ UConverter* openStrict(const char* name)
 Tables compared()
 {
     Tables tables;
-    UConverter* converter = openStrict("ibm-1383_P110-1999");
+    UConverter* converter = openStrict(znt::rowOf(ZNTStringEncoding::EucCn).converter);
     UConverter* standard = openStrict("gb18030");
     if (converter && standard) {
         for (int row = firstByte; row <= lastRowOfSigns; ++row) {

@@ -1,9 +1,10 @@
 #include "ZNTStringEncoding.h"
 
 #include "ZNTGbCharacters.h"
+#include "ZNTTelnetCodes.h"
 
 #include <algorithm>
-#include <cstring>
+#include <map>
 #include <memory>
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
@@ -12,15 +13,14 @@
 namespace
 {
 
-constexpr char iac = '\xFF';
-constexpr unsigned char firstWithOption = 250, lastWithOption = 254; // SB, WILL, WONT, DO, DONT: RFC 854
+constexpr char iac = static_cast<char>(znt::telnet::IAC);
 
 struct ConverterCloser {
     void operator()(UConverter* converter) const { ucnv_close(converter); }
 };
 using Converter = std::unique_ptr<UConverter, ConverterCloser>;
 
-/// ICU's own substitution drops characters that are merely invisible; the line is to show that one was lost.
+/// ICU's own substitution drops characters that are merely invisible. A "?" shows that one was lost.
 void writeQuestionMark(const void*, UConverterFromUnicodeArgs* arguments, const UChar*, int32_t, UChar32,
                        UConverterCallbackReason reason, UErrorCode* error)
 {
@@ -39,26 +39,24 @@ Converter openConverter(const char* name)
     return U_SUCCESS(error) ? std::move(converter) : nullptr;
 }
 
-/// Opening one reads tables from disk, so each thread keeps its own: a converter must not be shared. Null
-/// where ICU lacks the table.
-UConverter* converterFor(ZNTStringEncoding encoding)
+/// Opening a converter reads tables from disk, and two threads must not share one: each thread keeps its own.
+/// Null if ICU lacks the table.
+UConverter* converterNamed(const char* name)
 {
-    if (encoding == ZNTStringEncoding::EucCn) {
-        thread_local const Converter eucCn = openConverter("ibm-1383_P110-1999");
-        return eucCn.get();
-    }
-    thread_local const Converter big5 = openConverter("ibm-1375_P100-2008");
-    return big5.get();
+    thread_local std::map<std::string_view, Converter> opened;
+    auto known = opened.find(name);
+    if (known == opened.end())
+        known = opened.emplace(name, openConverter(name)).first;
+    return known->second.get();
 }
 
-/// How many bytes from the IAC at `at` on are telnet's and no part of the text.
+/// The length in bytes of the telnet command that starts with the IAC at `at`.
 std::size_t telnetLength(std::string_view bytes, std::size_t at)
 {
     const std::size_t left = bytes.size() - at;
     if (left < 2)
         return left;
-    const auto command = static_cast<unsigned char>(bytes[at + 1]);
-    const bool hasOption = command >= firstWithOption && command <= lastWithOption;
+    const bool hasOption = znt::telnet::isFollowedByOption(static_cast<unsigned char>(bytes[at + 1]));
     return std::min<std::size_t>(left, hasOption ? 3 : 2);
 }
 
@@ -68,8 +66,8 @@ void widen(const char* __restrict from, std::size_t count, char16_t* __restrict 
         to[at] = static_cast<unsigned char>(from[at]);
 }
 
-/// IAC is no byte of any character in either encoding, so the text between two of them is converted in one
-/// go, and a character that is cut off by one is ill-formed.
+/// No character of these encodings contains the byte IAC. So the text between two of them is converted in one
+/// call, and a character that one cuts off is ill-formed.
 std::optional<std::u16string> decodedByConverter(std::string_view bytes, UConverter* converter,
                                                  ZNTStringEncoding encoding)
 {
@@ -142,18 +140,47 @@ namespace znt
 
 std::optional<std::u16string> decodedText(std::string_view bytes, ZNTStringEncoding encoding)
 {
-    if (encoding == ZNTStringEncoding::Ascii)
+    const char* name = rowOf(encoding).converter;
+    if (!name)
         return decodedAscii(bytes);
-    auto* converter = converterFor(encoding);
+    auto* converter = converterNamed(name);
     return converter ? decodedByConverter(bytes, converter, encoding) : std::nullopt;
 }
 
 std::string encodedText(std::u16string_view text, ZNTStringEncoding encoding)
 {
-    if (encoding == ZNTStringEncoding::Ascii)
-        return encodedAscii(text);
-    auto* converter = converterFor(encoding);
+    const char* name = rowOf(encoding).converter;
+    auto* converter = name ? converterNamed(name) : nullptr;
     return converter ? encodedByConverter(std::u16string(text), converter, encoding) : encodedAscii(text);
+}
+
+const ZNTStringEncodingRow& rowOf(ZNTStringEncoding encoding)
+{
+    const auto* found = std::ranges::find(ZNTStringEncodings, encoding, &ZNTStringEncodingRow::encoding);
+    return found == ZNTStringEncodings.end() ? ZNTStringEncodings.front() : *found;
+}
+
+std::optional<ZNTStringEncoding> encodingNamed(std::string_view name)
+{
+    const auto* found = std::ranges::find(ZNTStringEncodings, name, &ZNTStringEncodingRow::name);
+    return found == ZNTStringEncodings.end() ? std::nullopt : std::optional(found->encoding);
+}
+
+std::optional<ZNTStringEncoding> encodingTitled(std::u16string_view title)
+{
+    const auto* found = std::ranges::find(ZNTStringEncodings, title, &ZNTStringEncodingRow::title);
+    return found == ZNTStringEncodings.end() ? std::nullopt : std::optional(found->encoding);
+}
+
+std::string encodingNames(std::string_view between, std::string_view beforeLast)
+{
+    std::string names;
+    for (const auto& row : ZNTStringEncodings) {
+        if (!names.empty())
+            names += &row == &ZNTStringEncodings.back() ? beforeLast : between;
+        names += row.name;
+    }
+    return names;
 }
 
 } // namespace znt

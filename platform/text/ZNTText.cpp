@@ -1,5 +1,7 @@
 #include "ZNTText.h"
 
+#include "ZNTTextScan.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -33,11 +35,6 @@ Number leadingInteger(std::u16string_view text)
 }
 
 bool isBlank(char16_t unit) { return unit == u'\t' || u_charType(unit) == U_SPACE_SEPARATOR; }
-
-bool isNewline(char16_t unit)
-{
-    return (unit >= 0x0A && unit <= 0x0D) || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
-}
 
 template <typename Predicate>
 std::u16string_view trimmed(std::u16string_view text, Predicate isDropped)
@@ -133,11 +130,11 @@ std::u16string_view trimmedOfSpacesAndTabs(std::u16string_view text)
     return trimmed(text, [](char16_t unit) { return unit == u' ' || unit == u'\t'; });
 }
 
-std::u16string_view trimmedOfNewlines(std::u16string_view text) { return trimmed(text, isNewline); }
+std::u16string_view trimmedOfNewlines(std::u16string_view text) { return trimmed(text, isLineTerminator); }
 
 std::u16string_view trimmedOfWhitespace(std::u16string_view text)
 {
-    return trimmed(text, [](char16_t unit) { return isBlank(unit) || isNewline(unit); });
+    return trimmed(text, [](char16_t unit) { return isBlank(unit) || isLineTerminator(unit); });
 }
 
 std::u16string joinedSentences(std::initializer_list<std::u16string_view> sentences)

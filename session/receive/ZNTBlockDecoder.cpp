@@ -1,5 +1,6 @@
 #include "ZNTBlockDecoder.h"
 
+#include "ZNTTelnetCodes.h"
 #include "ZNTText.h"
 
 #include <algorithm>
@@ -13,7 +14,6 @@ namespace
 
 using std::string_view;
 
-constexpr unsigned char IAC = 255, firstWithOption = 250, lastWithOption = 254;
 constexpr std::size_t frontStep = 4;
 constexpr std::size_t leastForFrontCuts = 9, leastForThreeOff = 15;
 
@@ -50,9 +50,9 @@ std::vector<bool> decodableSuffixes(string_view bytes, CharacterShapes& shapes)
     };
     for (std::size_t at = bytes.size(); at-- > 0;) {
         const auto byte = static_cast<unsigned char>(bytes[at]);
-        if (byte == IAC) {
-            const auto next = at + 1 < bytes.size() ? static_cast<unsigned char>(bytes[at + 1]) : 0;
-            const bool hasOption = next >= firstWithOption && next <= lastWithOption;
+        if (byte == znt::telnet::IAC) {
+            const bool hasOption = at + 1 < bytes.size() &&
+                                   znt::telnet::isFollowedByOption(static_cast<unsigned char>(bytes[at + 1]));
             decodable[at] = endsWellAfter(at, hasOption ? 3 : 2);
         } else if (shapes.isCharacter(bytes.substr(at, 1))) {
             decodable[at] = endsWellAfter(at, 1);

@@ -14,21 +14,19 @@ using namespace znt::telnet;
 
 constexpr double replyTimeout = 0.1; // seconds
 
-constexpr char16_t optionEndOfRecord = 25, optionCompressionV2 = 86, optionSound = 90;
-
 /// How an offer is answered.
 enum class Answer : std::uint8_t { None, Refuse, Wont, EndOfRecord, CompressionV2, Sound };
 
 constexpr std::array<Answer, 256> answersToOffers = [] {
     std::array<Answer, 256> answers{};
-    // Suppress go-ahead, window size, MSDP, MSSP, compression v1, MXP, ZMP, ATCP, GMCP.
-    for (const int option : {3, 31, 69, 70, 85, 91, 93, 200, 201})
-        answers[static_cast<std::size_t>(option)] = Answer::Refuse;
-    for (const int option : {24, 42, 102}) // terminal type, charset
-        answers[static_cast<std::size_t>(option)] = Answer::Wont;
-    answers[optionEndOfRecord] = Answer::EndOfRecord;
-    answers[optionCompressionV2] = Answer::CompressionV2;
-    answers[optionSound] = Answer::Sound;
+    using namespace option;
+    for (const auto refused : {SuppressGoAhead, WindowSize, Msdp, Mssp, CompressionV1, Mxp, Zmp, Atcp, Gmcp})
+        answers[refused] = Answer::Refuse;
+    for (const auto declined : {TerminalType, Charset, OwnChannel})
+        answers[declined] = Answer::Wont;
+    answers[EndOfRecord] = Answer::EndOfRecord;
+    answers[CompressionV2] = Answer::CompressionV2;
+    answers[Sound] = Answer::Sound;
     return answers;
 }();
 

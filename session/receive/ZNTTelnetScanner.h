@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZNTTelnetCodes.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -7,11 +9,6 @@
 /// Telnet bytes in decoded text (RFC 854 and the options built on it): each is the character of its value.
 namespace znt::telnet
 {
-inline constexpr char16_t EOR = 239, SE = 240, GA = 249, SB = 250, WILL = 251, WONT = 252, DO = 253,
-                          DONT = 254, IAC = 255;
-/// What is sent in place of DONT: servers take IAC 25 for a command they do not know.
-inline constexpr char16_t Refusal = 25;
-
 /// The command that starts at the IAC at `start`, as the expression "\xFF(..?)" finds it with dots that
 /// match any one character, line ends too: IAC and the one or two characters that follow. Empty where nothing
 /// follows.

@@ -1,5 +1,8 @@
 #include "ZNTSoundCache.h"
 
+#include "ZNTDescriptors.h"
+#include "ZNTPrivateFiles.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -9,7 +12,6 @@
 #include <fstream>
 #include <iterator>
 #include <string_view>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -27,17 +29,6 @@ std::uint64_t hashOf(std::string_view text)
     for (const char character : text)
         hash = (hash ^ static_cast<unsigned char>(character)) * 0x100000001b3U;
     return hash;
-}
-
-bool writeAll(int descriptor, std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const auto written = write(descriptor, bytes.data(), bytes.size());
-        if (written <= 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
 }
 
 } // namespace
@@ -68,12 +59,12 @@ void ZNTSoundCache::keep(const std::string& key, const std::string& content) con
         return;
     std::error_code failure;
     fs::create_directories(fs::path(folder).parent_path(), failure);
-    mkdir(folder.c_str(), S_IRWXU);
+    static_cast<void>(znt::makePrivateFolder(folder)); // the file cannot be made then, either
     auto unfinished = folder + "/unfinished-XXXXXX";
     const int descriptor = mkostemp(unfinished.data(), O_CLOEXEC);
     if (descriptor < 0)
         return;
-    const bool isWritten = writeAll(descriptor, key + "\n") && writeAll(descriptor, content);
+    const bool isWritten = znt::writeAll(descriptor, key + "\n") && znt::writeAll(descriptor, content);
     if (close(descriptor) != 0 || !isWritten || std::rename(unfinished.c_str(), pathFor(key).c_str()) != 0)
         unlink(unfinished.c_str());
     makeRoom();

@@ -1,5 +1,7 @@
 #include "ZNTPrivateFiles.h"
 
+#include "ZNTDescriptors.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -13,30 +15,23 @@
 namespace
 {
 
-/// Writes and closes a new file in one go, or removes what there is of it.
+/// Writes and closes a new file. Removes it if that fails.
 ZNTResult<void> writeNewFile(int descriptor, const std::string& path, std::string_view content)
 {
-    int failure = 0;
-    while (!content.empty() && failure == 0) {
-        const auto count = ::write(descriptor, content.data(), content.size());
-        if (count >= 0)
-            content.remove_prefix(static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            failure = errno;
-    }
-    if (failure == 0 && ::fsync(descriptor) != 0)
-        failure = errno;
-    if (::close(descriptor) != 0 && failure == 0)
-        failure = errno;
-    if (failure == 0)
-        return {};
-    ::unlink(path.c_str());
-    return posixError(failure);
+    auto written = znt::writeAll(descriptor, content);
+    if (written && ::fsync(descriptor) != 0)
+        written = posixError(errno);
+    if (::close(descriptor) != 0 && written)
+        written = posixError(errno);
+    if (!written)
+        ::unlink(path.c_str());
+    return written;
 }
 
 ZNTResult<void> writeAndRename(const std::string& path, std::string_view content)
 {
-    // A name of its own, for its owner alone: several programs may write the same file at once.
+    // Each writer has a temporary file of its own, because two programs may write the same file at once.
+    // mkostemp makes it readable by the user alone.
     const std::filesystem::path target(path);
     std::string temporary = (target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string();
     const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
@@ -65,7 +60,7 @@ ZNTResult<void> makePrivateFolder(const std::string& folder)
         made /= part;
         if (::mkdir(made.c_str(), S_IRWXU) == 0 || failure != 0)
             continue;
-        const int refusal = errno; // also of a folder that is there, on a read-only file system for example
+        const int refusal = errno; // of a folder that exists, too, for example on a read-only file system
         if (::access(made.c_str(), F_OK) != 0)
             failure = refusal;
     }
