@@ -1,11 +1,11 @@
 #pragma once
 
-#include "ZNTMudAppController.h"
 #include "ZNTMudListArrayController.h"
 #include "ZNTMudListController.h"
 #include "ZNTQtElements.h"
 #include "ZNTQtTableView.h"
 #include "ZNTSheetDialog.h"
+#include "ZNTWindowServices.h"
 #include "ui_ZNTMudListView.h"
 
 /// The address book as a sheet: add, edit in place, hide, restore, and pick the game for the connection
@@ -13,9 +13,16 @@
 class ZNTMudListSheet
 {
 public:
-    /// A child of `window`; `screen` has the connection fields. All of it outlives the sheet.
-    /// `whenPicked` is called when a game has filled the fields.
-    ZNTMudListSheet(QWidget& window, const ZNTWindowServices& services, ZNTMainScreen& screen,
+    /// The main window's fields, which the picked game fills.
+    struct GameFields {
+        ZNTTextField& ipAddress;
+        ZNTTextField& port;
+        ZNTTextField& mudName;
+    };
+
+    /// A child of `window`; all else outlives the sheet. `whenPicked` is called when a game has filled the
+    /// fields.
+    ZNTMudListSheet(QWidget& window, const ZNTWindowServices& services, GameFields fields,
                     std::function<void()> whenPicked);
 
     void showWindow();

@@ -3,7 +3,9 @@
 #include "ZNTMacroGroupDropDownController.h"
 #include "ZNTMainScreen.h"
 #include "ZNTMudMacroTableViewController.h"
+#include "ZNTPreferencesHost.h"
 #include "ZNTServerConnectController.h"
+#include "ZNTWindowServices.h"
 
 #include <QDateTime>
 #include <memory>
@@ -15,30 +17,20 @@ class ZNTEditMacroSheet;
 class ZNTMudListSheet;
 class ZNTPreferencesController;
 
-/// What the window needs of the rest of the program, made at start-up; all of it outlives the window.
-struct ZNTWindowServices {
-    const ZNTPlatform& platform;
-    ZNTDatabaseHelper& database;
-    ZNTSoundFactory& sounds;
-    ZNTSpeechEngine& speechEngine;
-    ZNTScreenReader& screenReader;
-    ZNTStreamFactory streams;
-};
-
 /// The main window's controller: it holds the session, the macro group selector and the macro list, and opens
 /// the sheets and the preferences, which it makes when they are first asked for and keeps.
-class ZNTMudAppController
+class ZNTMudAppController final : public ZNTPreferencesHost
 {
 public:
     ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowServices& services);
-    ~ZNTMudAppController();
+    ~ZNTMudAppController() override;
 
     /// To be called once, when everything is wired.
     void awakeFromNib();
 
     void showZNTMudListController();
-    void showZNTAddMacroViewController();
-    void showZNTEditMacroViewController();
+    void showZNTAddMacroViewController() override;
+    void showZNTEditMacroViewController() override;
     void showPreferencesView();
     /// Starts a further, independent instance of the program.
     void newApp();
@@ -46,25 +38,29 @@ public:
     void windowClosing() {}
     void appTerminated() {}
 
-    [[nodiscard]] ZNTServerConnectController& serverConnectController() { return zntServerConnectController; }
-    [[nodiscard]] ZNTMacroGroupDropDownController& macroGroupDropDownController()
+    [[nodiscard]] ZNTServerConnectController& serverConnectController() override
+    {
+        return zntServerConnectController;
+    }
+    [[nodiscard]] ZNTMacroGroupDropDownController& macroGroupDropDownController() override
     {
         return zntMacroGroupDropDownController;
     }
-    [[nodiscard]] ZNTMudMacroTableViewController& mudMacroTableViewController()
+    [[nodiscard]] ZNTMudMacroTableViewController& mudMacroTableViewController() override
     {
         return zntMudMacroTableViewController;
     }
-    [[nodiscard]] ZNTMainScreen& screen() { return mainScreen; }
-    [[nodiscard]] const ZNTWindowServices& services() const { return windowServices; }
+    [[nodiscard]] MacroElements macroElements() override;
+    [[nodiscard]] const ZNTWindowServices& services() const override { return windowServices; }
     /// The name under which the player connects or connected last, whatever has been put into the fields
     /// since.
     void setPlayedGame(const QString& name) { playedGame_ = name; }
     [[nodiscard]] const QString& playedGame() const { return playedGame_; }
-    /// When the text from the game began to come compressed; none while it does not.
-    [[nodiscard]] const std::optional<QDateTime>& compressedSince() const { return compressedSince_; }
-    /// Silences all sounds, or lets them be heard again.
-    void setSoundsMuted(bool muted);
+    [[nodiscard]] const std::optional<QDateTime>& compressedSince() const override
+    {
+        return compressedSince_;
+    }
+    void setSoundsMuted(bool muted) override;
 
     /// Hears that something which the session or the sounds answer has changed.
     std::function<void()> whenSessionChanges;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZNTMudAppController.h"
+#include "ZNTPreferencesHost.h"
 #include "ZNTQtElements.h"
 #include "ZNTQtTableView.h"
 #include "ZNTTriggersDataSource.h"
@@ -18,7 +18,7 @@ class ZNTPreferencesController
 {
 public:
     /// A child of `window`; all else outlives this.
-    ZNTPreferencesController(QWidget& window, ZNTMudAppController& mudAppController);
+    ZNTPreferencesController(QWidget& window, ZNTPreferencesHost& mudAppController);
 
     /// Selects the triggers tab and brings the window to the front.
     void showWindow();
@@ -50,7 +50,7 @@ private:
 
     QDialog* dialog;
     Ui::PreferencesView layout;
-    ZNTMudAppController& mudAppController;
+    ZNTPreferencesHost& mudAppController;
     ZNTServerConnectController& serverConnectController;
     ZNTQtTabView tabView;
     ZNTRowModel triggerRows;

@@ -1,5 +1,7 @@
 #include "ZNTCommandRecorderSheet.h"
 
+#include "ZNTPlatform.h"
+
 #include <QHeaderView>
 
 ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindowServices& services)

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "ZNTCommandRecorderView.h"
-#include "ZNTMudAppController.h"
 #include "ZNTQtElements.h"
 #include "ZNTQtTableView.h"
 #include "ZNTSheetDialog.h"
+#include "ZNTWindowServices.h"
 #include "ui_ZNTCommandRecorderView2.h"
 
 /// The recorded commands as a sheet.

@@ -1,7 +1,14 @@
 #include "ZNTPreferencesController.h"
 
+#include "ZNTHintedTable.h"
+#include "ZNTMacroGroupDropDownController.h"
+#include "ZNTMudMacroTableViewController.h"
+#include "ZNTQtComboBox.h"
 #include "ZNTQtText.h"
+#include "ZNTServerConnectController.h"
+#include "ZNTSoundFactory.h"
 #include "ZNTWindowFit.h"
+#include "ZNTWindowServices.h"
 
 #include <QAccessibleWidget>
 #include <QButtonGroup>
@@ -72,7 +79,7 @@ enum Tab { TriggerTab, MacroTab, EncodingTab, SpeechTab, ProtocolTab };
 
 } // namespace
 
-ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTMudAppController& mudAppController)
+ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTPreferencesHost& mudAppController)
     : dialog(new QDialog(&window)),
       mudAppController(mudAppController),
       serverConnectController(mudAppController.serverConnectController()),
@@ -178,14 +185,14 @@ void ZNTPreferencesController::wireTriggers()
 
 void ZNTPreferencesController::wireMacros()
 {
-    ZNTMainScreen& screen = mudAppController.screen();
+    const auto elements = mudAppController.macroElements();
     auto& groups = mudAppController.macroGroupDropDownController();
     auto& macros = mudAppController.mudMacroTableViewController();
-    screen.macroComboBoxGroup.addBox(layout.preferencesMacroGroupComboBox);
-    ZNTQtTableView::furnish(*layout.preferencesMacroTable, screen.macroRows);
-    layout.preferencesMacroTable->setSelectionModel(screen.macroTable.selectionModel());
-    layout.preferencesMacroTable->setEmptyHint(screen.macroList().emptyHint());
-    QObject::connect(&screen.macroList(), &ZNTHintedTable::emptyHintChanged, layout.preferencesMacroTable,
+    elements.groupSelector.addBox(layout.preferencesMacroGroupComboBox);
+    ZNTQtTableView::furnish(*layout.preferencesMacroTable, elements.rows);
+    layout.preferencesMacroTable->setSelectionModel(elements.table.selectionModel());
+    layout.preferencesMacroTable->setEmptyHint(elements.list.emptyHint());
+    QObject::connect(&elements.list, &ZNTHintedTable::emptyHintChanged, layout.preferencesMacroTable,
                      &ZNTHintedTable::setEmptyHint);
     layout.preferencesMacroTable->horizontalHeader()->hide();
     layout.preferencesMacroTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);

@@ -53,6 +53,12 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
 
 ZNTMudAppController::~ZNTMudAppController() = default;
 
+ZNTPreferencesHost::MacroElements ZNTMudAppController::macroElements()
+{
+    return {mainScreen.macroComboBoxGroup, mainScreen.macroRows, mainScreen.macroTable,
+            mainScreen.macroList()};
+}
+
 void ZNTMudAppController::explainNoMacros()
 {
     const QString words =
@@ -67,8 +73,9 @@ void ZNTMudAppController::awakeFromNib() { zntServerConnectController.awakeFromN
 void ZNTMudAppController::showZNTMudListController()
 {
     if (!zntMudListController)
-        zntMudListController =
-            std::make_unique<ZNTMudListSheet>(mainWindow, windowServices, mainScreen, [this] {
+        zntMudListController = std::make_unique<ZNTMudListSheet>(
+            mainWindow, windowServices,
+            ZNTMudListSheet::GameFields{mainScreen.ipAddress, mainScreen.port, mainScreen.mudName}, [this] {
                 if (whenGamePicked)
                     whenGamePicked();
             });

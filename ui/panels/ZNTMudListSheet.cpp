@@ -18,7 +18,7 @@ std::vector<ZNTColumn> columns()
 
 } // namespace
 
-ZNTMudListSheet::ZNTMudListSheet(QWidget& window, const ZNTWindowServices& services, ZNTMainScreen& screen,
+ZNTMudListSheet::ZNTMudListSheet(QWidget& window, const ZNTWindowServices& services, GameFields fields,
                                  std::function<void()> whenPicked)
     : whenPicked(std::move(whenPicked)),
       dialog(new ZNTSheetDialog(&window)),
@@ -28,9 +28,9 @@ ZNTMudListSheet::ZNTMudListSheet(QWidget& window, const ZNTWindowServices& servi
       arrayController(services.database),
       controller(arrayController, {.tableView = tableView,
                                    .theSheet = theSheet,
-                                   .ipAddress = screen.ipAddress,
-                                   .portNumber = screen.port,
-                                   .mudName = screen.mudName})
+                                   .ipAddress = fields.ipAddress,
+                                   .portNumber = fields.port,
+                                   .mudName = fields.mudName})
 {
     wire();
 }

@@ -2,9 +2,9 @@
 
 #include "ZNTAddMacroViewController.h"
 #include "ZNTEditMacroViewController.h"
-#include "ZNTMudAppController.h"
 #include "ZNTQtElements.h"
 #include "ZNTSheetDialog.h"
+#include "ZNTWindowServices.h"
 #include "ui_ZNTAddMacroView.h"
 #include "ui_ZNTEditMacroView.h"
 

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QDateTime>
+#include <optional>
+
+class ZNTHintedTable;
+class ZNTMacroGroupDropDownController;
+class ZNTMudMacroTableViewController;
+class ZNTQtComboBox;
+class ZNTQtTableView;
+class ZNTRowModel;
+class ZNTServerConnectController;
+struct ZNTWindowServices;
+
+/// What the preferences ask of the main window's controller, which makes them.
+class ZNTPreferencesHost
+{
+public:
+    /// The main window's elements for macros. The preferences show the same selector and the same rows.
+    struct MacroElements {
+        ZNTQtComboBox& groupSelector;
+        ZNTRowModel& rows;
+        ZNTQtTableView& table;
+        ZNTHintedTable& list;
+    };
+
+    virtual ~ZNTPreferencesHost() = default;
+
+    [[nodiscard]] virtual const ZNTWindowServices& services() const = 0;
+    [[nodiscard]] virtual ZNTServerConnectController& serverConnectController() = 0;
+    [[nodiscard]] virtual ZNTMacroGroupDropDownController& macroGroupDropDownController() = 0;
+    [[nodiscard]] virtual ZNTMudMacroTableViewController& mudMacroTableViewController() = 0;
+    [[nodiscard]] virtual MacroElements macroElements() = 0;
+    virtual void showZNTAddMacroViewController() = 0;
+    virtual void showZNTEditMacroViewController() = 0;
+    /// Silences all sounds, or plays them again.
+    virtual void setSoundsMuted(bool muted) = 0;
+    /// When the game's text began to come compressed. Empty while it is not compressed.
+    [[nodiscard]] virtual const std::optional<QDateTime>& compressedSince() const = 0;
+};
