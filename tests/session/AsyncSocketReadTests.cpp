@@ -52,27 +52,6 @@ TEST_F(AsyncSocketReadTest, ALineGoesOutWhileAFloodComesIn)
     EXPECT_LT(gotWhenSent, 3'000'000u);
 }
 
-TEST_F(AsyncSocketReadTest, ATerminatorIsFoundWhereverTheBytesAreCut)
-{
-    const std::string first = "one\r\r\n", second = "two\r\n", all = first + second + "rest";
-    for (const bool preBuffers : {true, false}) {
-        for (std::size_t cut = 1; cut < all.size(); ++cut) {
-            SCOPED_TRACE(cut);
-            socket = std::make_unique<AsyncSocket>(loop, &heard);
-            heard.reads.clear();
-            if (!preBuffers)
-                socket->disablePreBuffering();
-            connect();
-            socket->readDataToData(AsyncSocket::CRLFData, -1, 1);
-            socket->readDataToData(AsyncSocket::CRLFData, -1, 2);
-            socket->readDataToLength(4, -1, 3);
-            peer.sendInSlices({all.substr(0, cut), all.substr(cut)});
-            ASSERT_TRUE(awaitReads(3));
-            EXPECT_EQ(heard.reads, (std::vector<std::string>{first, second, "rest"}));
-        }
-    }
-}
-
 TEST(AsyncReadPacket, ATerminatorCutBetweenWhatWasReadAndWhatIsKeptEndsTheReadRightBehindIt)
 {
     for (const std::string term : {"\r\n", "<->", "!"}) {
@@ -180,6 +159,7 @@ TEST_F(AsyncSocketReadTest, ACallersBufferIsFilledFromItsOffsetAndKeepsTheRest)
     socket->readDataToLength(3, -1, roomy, 2, 1);
     socket->readDataToLength(6, -1, tight, 4, 2);
     socket->readDataToData("\n", -1, roomy, 1, 3);
+    EXPECT_FALSE(socket->canSafelySetDelegate());
     peer.send("abcdefghixy\n");
     ASSERT_TRUE(awaitReads(3));
     EXPECT_EQ(heard.reads, (std::vector<std::string>{"abc", "defghi", "xy\n"}));
@@ -200,19 +180,6 @@ TEST_F(AsyncSocketReadTest, RequestsThatMakeNoSenseAreDroppedInSilence)
     loop.advance(1);
     EXPECT_TRUE(heard.events.empty());
     EXPECT_TRUE(socket->isConnected());
-}
-
-TEST_F(AsyncSocketReadTest, SilenceTicksForAsLongAsTheDelegateGrantsTime)
-{
-    connect();
-    heard.readExtension = 0.5;
-    socket->readDataWithTimeout(0.5, 0);
-    loop.advance(2.25);
-    EXPECT_EQ(heard.elapsedReads, (std::vector<double>{0.5, 1.0, 1.5, 2.0}));
-    peer.send("awake");
-    ASSERT_TRUE(awaitReads(1));
-    EXPECT_EQ(heard.reads[0], "awake") << "the read waited on";
-    EXPECT_EQ(loop.pendingTimers(), 0u);
 }
 
 TEST_F(AsyncSocketReadTest, BytesThatCameWhileTheLoopWasHeldUpAreNoSilence)
@@ -262,23 +229,4 @@ TEST_F(AsyncSocketReadTest, SilenceWithoutAnExtensionEndsTheConnectionAndKeepsWh
               (Events{"partial read 0 of 4", "ending: Read operation timed out", "disconnected"}));
     EXPECT_EQ(heard.lastError.code, 4);
     EXPECT_EQ(unread, "half");
-}
-
-TEST_F(AsyncSocketReadTest, AHeldReadKeepsItsTicksAndTakesNothingFromTheNetwork)
-{
-    connect();
-    heard.readExtension = 0.5;
-    socket->readDataWithTimeout(0.5, 1);
-    socket->holdReading(true);
-    peer.send("text");
-    peer.closeWhenSent();
-    ASSERT_TRUE(loop.runUntil([this] { return peer.hasSentAll(); }));
-    loop.advance(1);
-    EXPECT_EQ(heard.elapsedReads, (std::vector<double>{0.5, 1.0}));
-    EXPECT_TRUE(heard.events.empty()) << "neither bytes nor the end are seen";
-
-    socket->holdReading(false);
-    ASSERT_TRUE(awaitEnd());
-    EXPECT_EQ(heard.events, (Events{"read 1", "ending", "disconnected"}));
-    EXPECT_EQ(heard.reads, std::vector<std::string>{"text"});
 }

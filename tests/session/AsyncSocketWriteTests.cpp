@@ -43,25 +43,17 @@ TEST_F(AsyncSocketWriteTest, WritesThatComeFasterThanTheLoopTurnsDoNotPileUp)
     EXPECT_LE(turns, 10);
 }
 
-TEST_F(AsyncSocketWriteTest, FlushedWritesLeaveBeforeTheLoopTurnsAndAreToldFromTheLoop)
+TEST_F(AsyncSocketWriteTest, FlushedWritesAreToldFromTheLoopInOrder)
 {
     connect();
-    socket->writeData("look\r\n", -1, 1);
-    socket->writeData("north\r\n", -1, 2);
+    socket->writeData(more, -1, 1);
+    socket->writeData("quit\r\n", -1, 2);
     socket->flushQueuedWrites();
-    peer.takeWhatArrived();
-    EXPECT_EQ(peer.received(), "look\r\nnorth\r\n");
     EXPECT_TRUE(heard.events.empty());
-    loop.runPosted();
-    EXPECT_EQ(heard.events, (Events{"wrote 1", "wrote 2"}));
-
-    socket->writeData(more, -1, 3);
-    socket->writeData("quit\r\n", -1, 4);
-    socket->flushQueuedWrites();
     socket->disconnectAfterWriting();
     ASSERT_TRUE(loop.runUntil([this] { return peer.clientHasClosed(); }));
-    EXPECT_TRUE(peer.received() == "look\r\nnorth\r\n" + more + "quit\r\n");
-    EXPECT_EQ(heard.events, (Events{"wrote 1", "wrote 2", "wrote 3", "wrote 4", "disconnected"}));
+    EXPECT_TRUE(peer.received() == more + "quit\r\n");
+    EXPECT_EQ(heard.events, (Events{"wrote 1", "wrote 2", "disconnected"}));
 }
 
 TEST_F(AsyncSocketWriteTest, AWriteThatThePeerDoesNotTakeTimesOutOnceItsExtensionIsUsed)
@@ -141,32 +133,24 @@ TEST_F(AsyncSocketWriteTest, DisconnectAfterWritingSendsEverythingFirstAndTakesN
         << "the waiting read is no reason";
 }
 
-TEST_F(AsyncSocketWriteTest, DisconnectAfterReadingWaitsForTheReadsOnly)
+TEST_F(AsyncSocketWriteTest, DisconnectAfterReadingWaitsForTheReadsAndWhereAskedForTheWrites)
 {
-    connect();
-    socket->readDataToLength(2, -1, 1);
-    socket->readDataToLength(2, -1, 2);
-    socket->disconnectAfterReading();
-    socket->readDataToLength(2, -1, 3);
-    loop.advance(10);
-    EXPECT_TRUE(socket->isConnected());
-    peer.send("abcdef");
-    ASSERT_TRUE(awaitEnd());
-    EXPECT_EQ(heard.events, (Events{"read 1", "read 2", "disconnected"}));
-}
-
-TEST_F(AsyncSocketWriteTest, DisconnectAfterBothWaitsForTheLaterOfThem)
-{
-    connect();
-    socket->writeData("quit\r\n", -1, 1);
-    socket->readDataToData("\n", -1, 2);
-    socket->disconnectAfterReadingAndWriting();
-    ASSERT_TRUE(loop.runUntil([this] { return peer.received() == "quit\r\n"; }));
-    loop.advance(10);
-    EXPECT_TRUE(socket->isConnected());
-    peer.send("Farewell.\n");
-    ASSERT_TRUE(awaitEnd());
-    EXPECT_EQ(heard.events, (Events{"wrote 1", "read 2", "disconnected"}));
+    using Disconnect = void (AsyncSocket::*)();
+    for (const Disconnect disconnect :
+         {&AsyncSocket::disconnectAfterReading, &AsyncSocket::disconnectAfterReadingAndWriting}) {
+        connect();
+        socket->writeData("quit\r\n", -1, 1);
+        socket->readDataToLength(2, -1, 2);
+        socket->readDataToData("\n", -1, 3);
+        (*socket.*disconnect)();
+        socket->readDataToLength(2, -1, 4);
+        ASSERT_TRUE(loop.runUntil([this] { return peer.received() == "quit\r\n"; }));
+        loop.advance(10);
+        EXPECT_TRUE(socket->isConnected());
+        peer.send("abFarewell.\n");
+        ASSERT_TRUE(awaitEnd());
+        EXPECT_EQ(heard.events, (Events{"wrote 1", "read 2", "read 3", "disconnected"}));
+    }
 }
 
 TEST_F(AsyncSocketWriteTest, WithNothingToServeADeferredCloseComesOnALaterTurn)

@@ -7,43 +7,12 @@ using SessionControls = ZNTSessionFixture;
 namespace
 {
 
-ZNTMudList defaultGame(std::u16string name, std::int64_t port)
-{
-    ZNTMudList game;
-    game.telnetURL = name + u".example";
-    game.name = std::move(name);
-    game.port = port;
-    game.defaultConnection = true;
-    return game;
-}
-
 const ZNTFont& fontOf(const ZNTAttributedText& piece)
 {
     return std::get<ZNTFont>(piece.attributesAt(0)->font);
 }
 
 } // namespace
-
-TEST_F(SessionControls, TheFieldsStartWithTheDefaultGameTheLastOfSeveral)
-{
-    for (auto game : {defaultGame(u"Zeta", 4001), defaultGame(u"Alpha", 23)}) {
-        database.addNewRowMudList(game);
-        database.updateMudListObject(game); // a new entry is never the default
-    }
-    session();
-    EXPECT_EQ(mudName.text(), u"Zeta") << "the book is read by name";
-    EXPECT_EQ(host.text(), u"Zeta.example");
-    EXPECT_EQ(port.text(), u"4001");
-    EXPECT_EQ(host.timesFocused, 1);
-}
-
-TEST_F(SessionControls, APortIsCutToSixteenBits)
-{
-    host.setText(znt::textFromUtf8(server.host()));
-    port.setText(znt::decimalText(65536 + server.port()));
-    session().connectToServer();
-    EXPECT_TRUE(machine.loop.runUntil([this] { return session().isConnected(); }));
-}
 
 TEST_F(SessionControls, ANewFontIsForLaterTextAndAClearedViewIsEmpty)
 {

@@ -29,6 +29,16 @@ struct ZNTRecordedSpeech final : ZNTSpeechEngine {
     }
 };
 
+/// Sounds that count how often one is asked for.
+struct ZNTCountedSounds final : ZNTSilentSounds {
+    int timesAsked = 0;
+    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override
+    {
+        ++timesAsked;
+        return {};
+    }
+};
+
 /// A screen reader that runs, or not, as the test says, and has no way to speak.
 struct ZNTPretendedReader final : ZNTScreenReader {
     bool runs = false;
@@ -82,17 +92,9 @@ protected:
                                    .screenReader = reader,
                                    .streams = server.streams(),
                                    .showZNTCommandRecorderView = [this](auto&) { ++timesRecorderSheetShown; },
-                                   .sessionChanged =
-                                       [this](ZNTSessionChange) {
-                                           if (whenSessionChanges)
-                                               whenSessionChanges();
-                                       },
+                                   .sessionChanged = [this](ZNTSessionChange) { whenSessionChanges(); },
                                    .textShown = {},
-                                   .silencePassed =
-                                       [this] {
-                                           if (whenSilencePasses)
-                                               whenSilencePasses();
-                                       }});
+                                   .silencePassed = [this] { ++silences; }});
             controller->awakeFromNib();
         }
         return *controller;
@@ -103,23 +105,17 @@ protected:
         host.setText(znt::textFromUtf8(server.host()));
         port.setText(znt::decimalText(server.port()));
         session().connectToServer();
-        ASSERT_TRUE(machine.loop.runUntil([this] { return session().isConnected() && server.hasClient(); }));
+        settle();
+        ASSERT_TRUE(session().isConnected());
     }
 
-    /// Sends `bytes` and turns the loop until the session has read them, in real time but within one moment
-    /// of the session's.
     void receive(std::string bytes)
     {
         server.send(std::move(bytes));
         settle();
     }
-    /// Turns the loop until both ends have nothing more to say.
-    void settle()
-    {
-        machine.loop.runUntil([this] { return server.hasSentAll(); });
-        for (int quietTurns = 0; quietTurns < 5; ++quietTurns)
-            machine.loop.turn(2);
-    }
+    /// Turns the loop within one moment, until both ends have nothing more to say.
+    void settle() { machine.loop.advance(0); }
     void silence() { machine.loop.advance(0.5); }
     void type(std::u16string_view line)
     {
@@ -138,6 +134,22 @@ protected:
     }
 
     [[nodiscard]] std::u16string shown() const { return view.text(); }
+    /// Without the zero bytes that an inflated block ends with.
+    [[nodiscard]] std::u16string shownWithoutNuls() const
+    {
+        auto text = shown();
+        std::erase(text, u'\0');
+        return text;
+    }
+    /// What was spoken once `count` texts were: each is handed over on a thread of its own.
+    std::vector<std::u16string> spoken(std::size_t count)
+    {
+        EXPECT_TRUE(machine.loop.runUntil([this, count] {
+            machine.loop.advance(0.5);
+            return speech.spoken.size() >= count;
+        }));
+        return speech.spoken;
+    }
     /// The transcript of this run.
     [[nodiscard]] std::string logged() const
     {
@@ -158,11 +170,11 @@ protected:
     ZNTPlainTextArea voiceOver;
     ZNTPlainComboBox macroGroupBox;
     ZNTSessionScreen screen;
-    ZNTSilentSounds sounds;
+    ZNTCountedSounds sounds;
     ZNTRecordedSpeech speech;
     ZNTPretendedReader reader;
-    int timesRecorderSheetShown = 0;
-    std::function<void()> whenSessionChanges, whenSilencePasses;
+    int timesRecorderSheetShown = 0, silences = 0;
+    std::function<void()> whenSessionChanges = [] {};
     ZNTDatabaseHelper database{machine.platform.places, machine.log};
     ZNTMacroGroupDropDownController groups{machine.platform, database, macroGroupBox};
     ZNTMudMacroTableViewController macros{machine.platform, database, groups, macroTable};

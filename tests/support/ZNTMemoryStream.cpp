@@ -2,7 +2,6 @@
 
 #include "AsyncSocketErrors.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -10,6 +9,120 @@ namespace
 {
 constexpr std::size_t mostInOneBlock = 256 * 1024;
 } // namespace
+
+/// The client's end. It keeps the socket's order of events; a test holds both to the same contract.
+class ZNTMemoryStream final : public ZNTStream
+{
+public:
+    ZNTMemoryStream(ZNTMemoryGame& game, ZNTStreamDelegate& delegate) : game(game), delegate(delegate) {}
+    ~ZNTMemoryStream() override { tearDown(); }
+
+    ZNTResult<void> connectToHost(const std::string&, std::uint16_t port) override
+    {
+        state = State::Connecting;
+        isPortRight = port == game.port();
+        later(&ZNTMemoryStream::open);
+        return {};
+    }
+    void disconnect() override
+    {
+        if (isDisconnected())
+            return;
+        tearDown();
+        delegate.onSocketDidDisconnect(*this);
+    }
+    [[nodiscard]] bool isDisconnected() const override { return state == State::Idle; }
+
+    void readDataWithTimeout(double timeout, std::shared_ptr<std::string> buffer, std::size_t bufferOffset,
+                             std::int64_t tag) override
+    {
+        queuedReads.push_back({timeout, std::move(buffer), bufferOffset, tag});
+        later(&ZNTMemoryStream::readOn);
+    }
+    void holdReading(bool isToBeHeld) override
+    {
+        if (state == State::Connected && std::exchange(isHeld, isToBeHeld) != isToBeHeld)
+            later(&ZNTMemoryStream::readOn);
+    }
+    [[nodiscard]] bool isReadingHeld() const override { return isHeld; }
+    [[nodiscard]] std::optional<std::string> unreadData() override
+    {
+        if (state != State::Ending)
+            return std::nullopt;
+        std::string all;
+        for (const auto& block : std::exchange(game.blocks, {}))
+            all += block;
+        return all;
+    }
+
+    void writeData(std::string data, double timeout, std::int64_t tag) override
+    {
+        if (data.empty())
+            return;
+        writes.push_back({std::move(data), timeout, tag});
+        later(&ZNTMemoryStream::writeOn);
+    }
+    void flushQueuedWrites() override
+    {
+        for (auto& write : writes)
+            give(write);
+    }
+
+    /// Runs `step` on a turn of the loop, unless the connection ends before.
+    void later(void (ZNTMemoryStream::*step)())
+    {
+        game.runLoop.post([this, step, wanted = std::weak_ptr<char>(connection)] {
+            if (!wanted.expired())
+                (this->*step)();
+        });
+    }
+    void readOn();
+    void writeOn();
+
+private:
+    enum class State { Idle, Connecting, Connected, Ending };
+    struct Read {
+        double secondsGranted; ///< negative: no limit
+        std::shared_ptr<std::string> buffer;
+        std::size_t bufferOffset;
+        std::int64_t tag;
+    };
+    struct Write {
+        std::string data; ///< what the network has not taken
+        double timeout;
+        std::int64_t tag;
+    };
+
+    /// False if the delegate ended the connection or destroyed the stream.
+    template <typename Call>
+    bool tellDelegate(Call call)
+    {
+        const std::weak_ptr<char> alive = connection;
+        call();
+        return !alive.expired();
+    }
+    void open();
+    void takeBlock();
+    void readTimedOut();
+    void writeTimedOut();
+    void give(Write& write);
+    void startTimer(std::unique_ptr<RunLoopTimer>& timer, double seconds, void (ZNTMemoryStream::*step)());
+    void closeWithError(const ZNTError* error);
+    void closeWithError(const ZNTError& error) { closeWithError(&error); }
+    void forgetRequests();
+    void tearDown();
+
+    ZNTMemoryGame& game;
+    ZNTStreamDelegate& delegate;
+    State state = State::Idle;
+    bool isPortRight = true, isHeld = false;
+    std::deque<Read> queuedReads;
+    std::optional<Read> currentRead;
+    std::deque<Write> writes;
+    std::unique_ptr<RunLoopTimer> readTimer, writeTimer;
+    /// Renewed at each end, so that what was posted for a connection, or waits for a callback, sees its end.
+    std::shared_ptr<char> connection = std::make_shared<char>();
+};
 
 ZNTStreamFactory ZNTMemoryGame::streams()
 {
@@ -23,9 +136,6 @@ void ZNTMemoryGame::send(std::string bytes)
     tellClient();
 }
 
-void ZNTMemoryGame::closeWhenSent() { setEnd(End::Closed); }
-void ZNTMemoryGame::reset() { setEnd(End::Broken); }
-
 void ZNTMemoryGame::setEnd(End newEnd)
 {
     end = newEnd;
@@ -34,7 +144,7 @@ void ZNTMemoryGame::setEnd(End newEnd)
 
 void ZNTMemoryGame::resumeReading()
 {
-    room = std::numeric_limits<std::size_t>::max();
+    isReading = true;
     if (client)
         client->later(&ZNTMemoryStream::writeOn);
 }
@@ -45,25 +155,12 @@ void ZNTMemoryGame::tellClient()
         client->later(&ZNTMemoryStream::readOn);
 }
 
-// The client's end
-
-ZNTResult<void> ZNTMemoryStream::connectToHost(const std::string&, std::uint16_t port)
-{
-    portAskedFor = port;
-    state = State::Connecting;
-    later(&ZNTMemoryStream::open);
-    return {};
-}
-
 void ZNTMemoryStream::open()
 {
-    if (!game.isListening || portAskedFor != game.port()) {
-        const auto refused = posixError(ECONNREFUSED);
-        return closeWithError(&refused);
-    }
+    if (!game.isListening || !isPortRight)
+        return closeWithError(posixError(ECONNREFUSED));
     state = State::Connected;
     game.client = this;
-    game.clientClosed = false;
     game.receivedBytes.clear();
     ++game.accepted;
     if (!tellDelegate([this] { delegate.onSocketDidConnectToHost(*this, game.host(), game.port()); }))
@@ -72,109 +169,60 @@ void ZNTMemoryStream::open()
     later(&ZNTMemoryStream::writeOn);
 }
 
-void ZNTMemoryStream::later(void (ZNTMemoryStream::*step)())
+void ZNTMemoryStream::startTimer(std::unique_ptr<RunLoopTimer>& timer, double seconds,
+                                 void (ZNTMemoryStream::*step)())
 {
-    game.runLoop.post([this, step, wanted = std::weak_ptr<char>(connection)] {
-        if (!wanted.expired())
-            (this->*step)();
-    });
+    if (seconds >= 0)
+        timer = game.runLoop.startTimer(seconds, RunLoopRepeat::Once, [this, step] { (this->*step)(); });
 }
 
-/// False if the delegate ended the connection or destroyed the stream.
-template <typename Call>
-bool ZNTMemoryStream::tellDelegate(Call call)
+void ZNTMemoryStream::closeWithError(const ZNTError* error)
 {
-    const std::weak_ptr<char> alive = connection;
-    call();
-    return !alive.expired();
+    forgetRequests();
+    state = state == State::Connected ? State::Ending : state;
+    if (tellDelegate([&] { delegate.onSocketWillDisconnectWithError(*this, error); }))
+        disconnect();
 }
 
-void ZNTMemoryStream::disconnect()
+void ZNTMemoryStream::forgetRequests()
 {
-    if (isDisconnected())
-        return;
-    tearDown();
-    delegate.onSocketDidDisconnect(*this);
+    queuedReads.clear();
+    currentRead.reset();
+    writes.clear();
+    readTimer.reset();
+    writeTimer.reset();
 }
 
 void ZNTMemoryStream::tearDown()
 {
     if (game.client == this) {
         game.client = nullptr;
-        game.clientClosed = true;
         game.end = ZNTMemoryGame::End::None;
         game.blocks.clear();
     }
+    forgetRequests();
     state = State::Idle;
-    isHeld = isEnding = false;
-    queuedReads.clear();
-    currentRead.reset();
-    writes.clear();
-    readTimer.reset();
-    writeTimer.reset();
+    isHeld = false;
     connection = std::make_shared<char>();
-}
-
-void ZNTMemoryStream::closeWithError(const ZNTError* error)
-{
-    readTimer.reset();
-    writeTimer.reset();
-    currentRead.reset();
-    queuedReads.clear();
-    writes.clear();
-    isEnding = true;
-    if (tellDelegate([&] { delegate.onSocketWillDisconnectWithError(*this, error); }))
-        disconnect();
-}
-
-std::optional<std::string> ZNTMemoryStream::unreadData()
-{
-    if (!isEnding || state != State::Connected)
-        return std::nullopt;
-    std::string all;
-    for (const auto& block : std::exchange(game.blocks, {}))
-        all += block;
-    return all;
-}
-
-// Reading
-
-void ZNTMemoryStream::readDataWithTimeout(double timeout, std::shared_ptr<std::string> buffer,
-                                          std::size_t bufferOffset, std::int64_t tag)
-{
-    queuedReads.push_back({timeout, std::move(buffer), bufferOffset, tag});
-    later(&ZNTMemoryStream::readOn);
-}
-
-void ZNTMemoryStream::holdReading(bool isToBeHeld)
-{
-    if (state == State::Connected && std::exchange(isHeld, isToBeHeld) != isToBeHeld)
-        later(&ZNTMemoryStream::readOn);
 }
 
 void ZNTMemoryStream::readOn()
 {
-    if (state != State::Connected || isEnding)
+    if (state != State::Connected)
         return;
-    if (!currentRead && !queuedReads.empty())
-        beginRead();
+    if (!currentRead && !queuedReads.empty()) {
+        currentRead = std::move(queuedReads.front());
+        queuedReads.pop_front();
+        startTimer(readTimer, currentRead->secondsGranted, &ZNTMemoryStream::readTimedOut);
+    }
     if (isHeld)
         return;
     if (!game.blocks.empty())
-        return takeBlock();
-    const auto error = posixError(ECONNRESET);
-    if (game.end != ZNTMemoryGame::End::None)
-        closeWithError(game.end == ZNTMemoryGame::End::Broken ? &error : nullptr);
-}
-
-void ZNTMemoryStream::beginRead()
-{
-    currentRead = std::move(queuedReads.front());
-    queuedReads.pop_front();
-    grantedSeconds = currentRead->timeout;
-    if (currentRead->timeout >= 0)
-        readTimer =
-            game.runLoop.startTimer(currentRead->timeout, RunLoopRepeat::Once, [this] { readTimedOut(); });
+        takeBlock();
+    else if (game.end == ZNTMemoryGame::End::Broken)
+        closeWithError(posixError(ECONNRESET));
+    else if (game.end == ZNTMemoryGame::End::Closed)
+        closeWithError(nullptr);
 }
 
 /// One block a turn, so that a flood lets other steps in between.
@@ -182,14 +230,12 @@ void ZNTMemoryStream::takeBlock()
 {
     if (!currentRead)
         return;
-    auto& buffer = *currentRead->buffer;
-    buffer.resize(currentRead->bufferOffset);
-    buffer += game.blocks.front();
+    const auto read = *currentRead; // a callback may end it
+    read.buffer->resize(read.bufferOffset);
+    *read.buffer += game.blocks.front();
     game.blocks.pop_front();
-    const auto read = *currentRead;
-    if (!tellDelegate([&] {
-            delegate.onSocketDidReadData(*this, std::string_view(buffer).substr(read.bufferOffset), read.tag);
-        }))
+    const auto data = std::string_view(*read.buffer).substr(read.bufferOffset);
+    if (!tellDelegate([&] { delegate.onSocketDidReadData(*this, data, read.tag); }))
         return;
     readTimer.reset();
     currentRead.reset();
@@ -199,62 +245,37 @@ void ZNTMemoryStream::takeBlock()
 void ZNTMemoryStream::readTimedOut()
 {
     if (!isHeld && !game.blocks.empty())
-        return takeBlock(); // they came since the loop last looked, so this is no silence
+        return takeBlock(); // bytes came since the loop last looked, so this is no silence
     const auto tag = currentRead->tag;
+    const auto elapsed = currentRead->secondsGranted;
     double extension = 0;
-    if (!tellDelegate(
-            [&] { extension = delegate.onSocketShouldTimeoutReadWithTag(*this, tag, grantedSeconds, 0); }))
+    if (!tellDelegate([&] { extension = delegate.onSocketShouldTimeoutReadWithTag(*this, tag, elapsed, 0); }))
         return;
-    if (extension > 0) {
-        grantedSeconds += extension;
-        readTimer = game.runLoop.startTimer(extension, RunLoopRepeat::Once, [this] { readTimedOut(); });
-        return;
-    }
-    const auto error = asyncSocketError(AsyncSocketReadTimeoutError);
-    closeWithError(&error);
+    if (extension <= 0)
+        return closeWithError(asyncSocketError(AsyncSocketReadTimeoutError));
+    currentRead->secondsGranted += extension;
+    startTimer(readTimer, extension, &ZNTMemoryStream::readTimedOut);
 }
 
-// Writing
-
-void ZNTMemoryStream::writeData(std::string data, double timeout, std::int64_t tag)
+void ZNTMemoryStream::give(Write& write)
 {
-    if (data.empty())
-        return;
-    writes.push_back({std::move(data), timeout, tag});
-    later(&ZNTMemoryStream::writeOn);
+    if (game.client == this && game.isReading && game.end != ZNTMemoryGame::End::Broken)
+        game.receivedBytes += std::exchange(write.data, {});
 }
 
-void ZNTMemoryStream::flushQueuedWrites()
-{
-    for (auto& write : writes)
-        moveBytesOf(write);
-}
-
-void ZNTMemoryStream::moveBytesOf(Write& write)
-{
-    if (state != State::Connected || game.end == ZNTMemoryGame::End::Broken)
-        return;
-    const auto count = std::min(write.data.size() - write.done, game.room);
-    game.receivedBytes += write.data.substr(write.done, count);
-    game.room -= count;
-    write.done += count;
-}
-
+/// The timeout of the oldest write runs until the network has taken all of it.
 void ZNTMemoryStream::writeOn()
 {
-    while (state == State::Connected && !isEnding && !writes.empty()) {
-        auto& write = writes.front();
-        if (!writeTimer && write.timeout >= 0)
-            writeTimer =
-                game.runLoop.startTimer(write.timeout, RunLoopRepeat::Once, [this] { writeTimedOut(); });
-        moveBytesOf(write);
-        if (game.end == ZNTMemoryGame::End::Broken) {
-            const auto error = posixError(EPIPE);
-            return closeWithError(&error);
-        }
-        if (write.done < write.data.size())
+    while (state == State::Connected && !writes.empty()) {
+        if (game.end == ZNTMemoryGame::End::Broken)
+            return closeWithError(posixError(EPIPE));
+        give(writes.front());
+        if (!writes.front().data.empty()) {
+            if (!writeTimer)
+                startTimer(writeTimer, writes.front().timeout, &ZNTMemoryStream::writeTimedOut);
             return;
-        const auto tag = write.tag;
+        }
+        const auto tag = writes.front().tag;
         writes.pop_front();
         writeTimer.reset();
         if (!tellDelegate([&] { delegate.onSocketDidWriteDataWithTag(*this, tag); }))
@@ -262,8 +283,4 @@ void ZNTMemoryStream::writeOn()
     }
 }
 
-void ZNTMemoryStream::writeTimedOut()
-{
-    const auto error = asyncSocketError(AsyncSocketWriteTimeoutError);
-    closeWithError(&error);
-}
+void ZNTMemoryStream::writeTimedOut() { closeWithError(asyncSocketError(AsyncSocketWriteTimeoutError)); }

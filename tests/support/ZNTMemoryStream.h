@@ -5,8 +5,6 @@
 
 #include <deque>
 #include <limits>
-#include <memory>
-#include <optional>
 #include <string>
 
 class ZNTMemoryStream;
@@ -23,28 +21,26 @@ public:
 
     /// For the session's services.
     ZNTStreamFactory streams();
-    /// What a client may connect to, and is told that it is connected to.
+    /// What a client may connect to.
     [[nodiscard]] static std::string host() { return "127.0.0.1"; }
     [[nodiscard]] static std::uint16_t port() { return 4000; }
 
     /// Arrives as one block, or as several of 256 KiB.
     void send(std::string bytes);
     /// Says that nothing more comes after what was sent; goes on taking bytes.
-    void closeWhenSent();
-    /// Breaks the connection off: the client meets an error after what was sent.
-    void reset();
+    void closeWhenSent() { setEnd(End::Closed); }
+    /// Breaks the connection off: the client meets an error after what was sent, or when it writes.
+    void reset() { setEnd(End::Broken); }
     /// From now on, attempts to connect are refused.
     void stopListening() { isListening = false; }
 
-    /// From now on the network takes `bytes` more from the client, and then none.
-    void stopReading(std::size_t bytes = 0) { room = bytes; }
+    /// From now on the network takes nothing from the client.
+    void stopReading() { isReading = false; }
     void resumeReading();
 
     /// What the present client, or the last one, sent.
     [[nodiscard]] const std::string& received() const { return receivedBytes; }
     [[nodiscard]] bool hasClient() const { return client != nullptr; }
-    /// Whether the client ended the connection.
-    [[nodiscard]] bool clientHasClosed() const { return clientClosed; }
     [[nodiscard]] int clientsAccepted() const { return accepted; }
     /// Whether the client has read everything.
     [[nodiscard]] bool hasSentAll() const { return blocks.empty(); }
@@ -57,73 +53,9 @@ private:
 
     RunLoop& runLoop;
     ZNTMemoryStream* client = nullptr;
-    bool isListening = true;
-    bool clientClosed = false;
+    bool isListening = true, isReading = true;
     int accepted = 0;
     std::deque<std::string> blocks; ///< sent and not read
     End end = End::None;            ///< what comes after them
-    std::size_t room = std::numeric_limits<std::size_t>::max();
     std::string receivedBytes;
-};
-
-/// The client's end.
-class ZNTMemoryStream final : public ZNTStream
-{
-public:
-    ZNTMemoryStream(ZNTMemoryGame& game, ZNTStreamDelegate& delegate) : game(game), delegate(delegate) {}
-    ~ZNTMemoryStream() override { tearDown(); }
-
-    ZNTResult<void> connectToHost(const std::string& host, std::uint16_t port) override;
-    void disconnect() override;
-    [[nodiscard]] bool isDisconnected() const override { return state == State::Idle; }
-    void readDataWithTimeout(double timeout, std::shared_ptr<std::string> buffer, std::size_t bufferOffset,
-                             std::int64_t tag) override;
-    void holdReading(bool isHeld) override;
-    [[nodiscard]] bool isReadingHeld() const override { return isHeld; }
-    [[nodiscard]] std::optional<std::string> unreadData() override;
-    void writeData(std::string data, double timeout, std::int64_t tag) override;
-    void flushQueuedWrites() override;
-
-private:
-    friend class ZNTMemoryGame;
-    enum class State { Idle, Connecting, Connected };
-    struct Read {
-        double timeout;
-        std::shared_ptr<std::string> buffer;
-        std::size_t bufferOffset;
-        std::int64_t tag;
-    };
-    struct Write {
-        std::string data;
-        double timeout;
-        std::int64_t tag;
-        std::size_t done = 0;
-    };
-
-    void later(void (ZNTMemoryStream::*step)());
-    template <typename Call>
-    bool tellDelegate(Call call);
-    void open();
-    void readOn();
-    void beginRead();
-    void takeBlock();
-    void readTimedOut();
-    void writeOn();
-    void writeTimedOut();
-    void moveBytesOf(Write& write);
-    void closeWithError(const ZNTError* error);
-    void tearDown();
-
-    ZNTMemoryGame& game;
-    ZNTStreamDelegate& delegate;
-    State state = State::Idle;
-    bool isHeld = false, isEnding = false;
-    std::deque<Read> queuedReads;
-    std::optional<Read> currentRead;
-    double grantedSeconds = 0;
-    std::uint16_t portAskedFor = 0;
-    std::deque<Write> writes;
-    std::unique_ptr<RunLoopTimer> readTimer, writeTimer;
-    /// Renewed at each end, so that what was posted for a connection, or waits for a callback, sees its end.
-    std::shared_ptr<char> connection = std::make_shared<char>();
 };
