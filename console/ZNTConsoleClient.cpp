@@ -25,6 +25,7 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
       outputView(options.isInColour(surroundings.outputIsTerminal) ? ZNTConsoleColour::Always
                                                                    : ZNTConsoleColour::Never,
                  surroundings.output),
+      keeper(platform.places, platform.log, options.settings),
       store(platform.places, platform.log),
       groups(platform, store, macroGroupBox),
       macroList(platform, store, groups, macroTable),
@@ -35,16 +36,6 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
     surroundings.output.aboutToWrite = [this] { controller.writeQueuedLines(); };
     surroundings.output.holdGame = [this](bool isToWait) { controller.setScreenFull(isToWait); };
     controller.awakeFromNib();
-    if (options.encoding != ZNTStringEncoding::Ascii)
-        controller.changeEncoding(znt::rowOf(options.encoding).title);
-    if (options.mccp)
-        controller.acceptCompressionOffers(true);
-    if (options.msp)
-        controller.set_isMspOnOff(true);
-    if (options.speech) {
-        controller.setSpeechOnOffBindingState(1);
-        controller.textToSpeechOnAndOff();
-    }
 }
 
 ZNTConsoleClient::~ZNTConsoleClient()
@@ -89,7 +80,8 @@ ZNTSessionServices ZNTConsoleClient::services()
                 },
             .sessionChanged = [this](ZNTSessionChange) { sessionChanged(); },
             .textShown = [this] { textShown(); },
-            .silencePassed = [this] { silencePassed(); }};
+            .silencePassed = [this] { silencePassed(); },
+            .settings = keeper.settings()};
 }
 
 void ZNTConsoleClient::start()
@@ -116,7 +108,7 @@ void ZNTConsoleClient::startDemo()
 {
     isStartingDemo = true;
     demoGame = std::make_unique<ZNTDemoGame>(platform.runLoop, surroundings.demoProgram);
-    demoGame->start(options.encoding, [this](const ZNTResult<std::uint16_t>& started) {
+    demoGame->start(controller.cfStringEncoding(), [this](const ZNTResult<std::uint16_t>& started) {
         isStartingDemo = false;
         if (started) {
             connect(u"127.0.0.1", started.value());
@@ -195,6 +187,7 @@ void ZNTConsoleClient::carryOut(const std::string& utf8)
 {
     if (utf8.starts_with('/') && !utf8.starts_with("//")) {
         commands->carryOut(znt::textFromUtf8(std::string_view(utf8).substr(1)));
+        keeper.noteChoices(controller.settings());
         return;
     }
     if (!controller.isConnected()) {
@@ -243,6 +236,7 @@ void ZNTConsoleClient::sessionChanged()
     const auto state = controller.state();
     if (state == std::exchange(knownState, state))
         return;
+    useSettingsOfGame(state);
     if (state == ZNTSessionState::Connected) {
         alerts.showWaiting();                            // of the connection before
         isAnswerAwaited = !surroundings.inputIsTerminal; // a script reads the greeting first
@@ -259,6 +253,16 @@ void ZNTConsoleClient::sessionChanged()
         sendWaitingLines();
         finishAfterLastLine();
     });
+}
+
+/// A game may have settings of its own. They end with the connection.
+void ZNTConsoleClient::useSettingsOfGame(ZNTSessionState state)
+{
+    if (state == ZNTSessionState::Connecting)
+        keeper.beginGame(znt::utf8FromText(host.text()), znt::utf8FromText(port.text()));
+    else if (state == ZNTSessionState::Idle)
+        keeper.endGame();
+    controller.setSettings(keeper.settings());
 }
 
 void ZNTConsoleClient::quit() { finish(exitFine); }

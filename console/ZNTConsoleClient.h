@@ -14,6 +14,7 @@
 #include "ZNTPlatform.h"
 #include "ZNTScreenReader.h"
 #include "ZNTServerConnectController.h"
+#include "ZNTSettingsKeeper.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTSpeechEngine.h"
 
@@ -62,6 +63,7 @@ public:
     [[nodiscard]] ZNTMacroGroupDropDownController& macroGroups() { return groups; }
     [[nodiscard]] ZNTMudMacroTableViewController& macros() { return macroList; }
     [[nodiscard]] ZNTSoundFactory& sounds() { return surroundings.sounds; }
+    [[nodiscard]] ZNTSettingsKeeper& settings() { return keeper; }
     [[nodiscard]] ZNTPlainComboBox& groupBox() { return macroGroupBox; }
     /// Shows a line of the client's own on stdout; it is not part of the game's text and not logged.
     void say(std::u16string_view line);
@@ -93,6 +95,7 @@ private:
     void carryOut(const std::string& utf8);
     void inputEnded();
     void sessionChanged();
+    void useSettingsOfGame(ZNTSessionState state);
     void textShown();
     void silencePassed();
     void finishAfterLastLine();
@@ -121,6 +124,7 @@ private:
     ZNTPlainPanel recorderSheet;
 
     ZNTNoScreenReader screenReader; ///< the reader reads the terminal by itself
+    ZNTSettingsKeeper keeper;
     ZNTDatabaseHelper store;
     ZNTMacroGroupDropDownController groups;
     ZNTMudMacroTableViewController macroList;

@@ -2,6 +2,7 @@
 
 #include "ZNTConsoleClient.h"
 #include "ZNTConsoleEditing.h"
+#include "ZNTConsoleSettings.h"
 #include "ZNTConsoleWords.h"
 #include "ZNTText.h"
 
@@ -92,6 +93,9 @@ void ZNTConsoleCommands::addSessionCommands()
         {u"record", u"[done [NAME SECONDS]]",
          u"Starts or pauses recording what you type; with done ends it, shows the lines and names them.",
          [this](auto words) { record(words); }},
+        {u"set", u"[NAME [VALUE]]",
+         u"Shows the settings, or changes one; /set remember on keeps them for the next start.",
+         [this](auto words) { ZNTConsoleSettings(client).carryOut(words); }},
         {u"help", u"[COMMAND]", u"Lists the commands, or explains one.",
          [this](auto name) { showHelp(name); }},
         {u"quit", u"", u"Ends the connection and the program.", [this](auto) { client.quit(); }},

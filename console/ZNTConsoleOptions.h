@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZNTStringEncoding.h"
+#include "ZNTSettings.h"
 
 #include <cstdint>
 #include <string>
@@ -12,11 +12,8 @@ struct ZNTConsoleOptions {
 
     std::string host; ///< empty where none was given
     std::uint16_t port = 0;
-    ZNTStringEncoding encoding = ZNTStringEncoding::Ascii;
+    ZNTSettingValues settings; ///< of --set, --encoding, --mccp, --msp and --speech
     Colour colour = Colour::Auto;
-    bool mccp = false;
-    bool msp = false;
-    bool speech = false;
     bool demo = false;
     bool mendHome = false; ///< put a broken store aside, then end
 

@@ -22,6 +22,7 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
     : platform(platform),
       screen(screen),
       services(std::move(givenServices)),
+      settings_(services.settings),
       zntSpeechSynth_(platform.runLoop, services.speechEngine, services.screenReader),
       speechHandOver(zntSpeechSynth_),
       speechReview_(zntSpeechSynth_),
@@ -59,6 +60,7 @@ void ZNTServerConnectController::awakeFromNib()
     if (services.screenReader.isRunning())
         speakForScreenReader();
     changed(ZNTSessionChange::State);
+    putIntoForce({}); // a new session has the defaults
 }
 
 void ZNTServerConnectController::fillFromDefaultMud()
@@ -174,6 +176,7 @@ void ZNTServerConnectController::setAlmostAllWidgetsEnabled(bool enabled)
 void ZNTServerConnectController::changeEncoding(std::u16string_view title)
 {
     cfStringEncoding_ = znt::encodingTitled(title).value_or(cfStringEncoding_);
+    settings_.encoding = cfStringEncoding_;
     changed(ZNTSessionChange::Encoding);
 }
 
@@ -184,7 +187,7 @@ void ZNTServerConnectController::changeFont(const ZNTFont& font)
 
 void ZNTServerConnectController::set_isMccpOnOff(bool on)
 {
-    _isMspOnOff_ = on;
+    settings_.compression = _isMspOnOff_ = on;
     _zntParserUtility.set_isMccpOnOff(on);
     _zntParserUtility.sendCommand(on ? DO : Refusal, option::CompressionV2);
     _mccp_ = on;
@@ -193,7 +196,7 @@ void ZNTServerConnectController::set_isMccpOnOff(bool on)
 
 void ZNTServerConnectController::set_isMspOnOff(bool on)
 {
-    _isMspOnOff_ = on;
+    settings_.sounds = _isMspOnOff_ = on;
     _zntParserUtility.set_isMspOnOff(on);
     _zntParserUtility.sendCommand(on ? DO : Refusal, option::Sound);
     changed(ZNTSessionChange::Sounds);
@@ -201,7 +204,7 @@ void ZNTServerConnectController::set_isMspOnOff(bool on)
 
 void ZNTServerConnectController::acceptCompressionOffers(bool accept)
 {
-    _isMspOnOff_ = accept;
+    settings_.compression = _isMspOnOff_ = accept;
     _zntParserUtility.set_isMccpOnOff(accept);
     changed(ZNTSessionChange::Compression);
 }
@@ -258,12 +261,14 @@ void ZNTServerConnectController::stopSpeaking()
 void ZNTServerConnectController::setSpeechOnOffBindingState(int state)
 {
     speechOnOffBindingState_ = state;
+    settings_.speech = state == 1;
     changed(ZNTSessionChange::Speech);
 }
 
 void ZNTServerConnectController::setSpeechInterruptOnOffBindingState(int state)
 {
     speechInterruptOnOffBindingState_ = state;
+    settings_.interruption = state == 1;
     changed(ZNTSessionChange::Speech);
 }
 

@@ -12,6 +12,7 @@
 #include "ZNTRecorder.h"
 #include "ZNTSessionChange.h"
 #include "ZNTSessionScreen.h"
+#include "ZNTSettings.h"
 #include "ZNTSpeechHandOver.h"
 #include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
@@ -51,6 +52,8 @@ struct ZNTSessionServices {
     std::function<void()> textShown = {};
     /// Called, while connected, after each half second without a byte. Optional.
     std::function<void()> silencePassed = {};
+    /// What the player has set; later changes come through `setSettings`.
+    ZNTSettings settings = {};
 };
 
 /// Keys of the command line that mean something to the session.
@@ -161,6 +164,11 @@ public:
     /// Answers a later offer of compression with yes (or no), without asking for it now: what a player wants
     /// who decides before there is a connection.
     void acceptCompressionOffers(bool accept);
+    /// Puts what differs from the settings before into force.
+    void setSettings(const ZNTSettings& wanted);
+    /// What was handed in, with what the player has switched on the session since. Speech that was turned on
+    /// for a screen reader is no choice of the player's and is not in it.
+    [[nodiscard]] const ZNTSettings& settings() const { return settings_; }
     /// Edited triggers are in force from the next block on.
     void reloadTriggers();
     /// Whether the trigger with that key rests, because its pattern was too slow for several chunks.
@@ -292,6 +300,7 @@ private:
     void disableAlmostAllWidgets();
     void setAlmostAllWidgetsEnabled(bool enabled);
     void fillFromDefaultMud();
+    void putIntoForce(const ZNTSettings& before);
     void changed(ZNTSessionChange what);
 
     /// A released chunk, from its trigger pass until it is shown.
@@ -316,6 +325,7 @@ private:
     ZNTPlatform platform;
     ZNTSessionScreen screen;
     ZNTSessionServices services;
+    ZNTSettings settings_;
 
     bool isConnected_ = false;
     bool readTimeout_ = false;

@@ -14,8 +14,6 @@ using namespace znt::telnet;
 constexpr double readTimeoutSeconds = 0.5;
 constexpr long readTag = 0;
 
-constexpr char16_t optionCompressionV1 = 85, optionCompressionV2 = 86;
-
 /// Whether a block shows what was held back before it: at IAC WONT, sent before a password, and at IAC GA.
 bool releasesHeldBackText(std::u16string_view text)
 {
@@ -105,8 +103,8 @@ std::string ZNTServerConnectController::inflated(std::string_view block)
 void ZNTServerConnectController::refuseCompression()
 {
     set_mccp(false);
-    _zntParserUtility.sendCommand(Refusal, optionCompressionV2);
-    _zntParserUtility.sendCommand(Refusal, optionCompressionV1);
+    _zntParserUtility.sendCommand(Refusal, option::CompressionV2);
+    _zntParserUtility.sendCommand(Refusal, option::CompressionV1);
 }
 
 double ZNTServerConnectController::onSocketShouldTimeoutReadWithTag(ZNTStream& socket, std::int64_t, double,

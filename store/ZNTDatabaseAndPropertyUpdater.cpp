@@ -3,22 +3,16 @@
 #include "ZNTDatabase.h"
 #include "ZNTDatabaseLocation.h"
 #include "ZNTPrivateFiles.h"
+#include "ZNTPropertyList.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <plist/plist.h>
 
 namespace
 {
 
 constexpr const char* counterKey = "update_db";
-
-struct FreePlist {
-    void operator()(void* node) const { plist_free(node); }
-};
-using Plist = std::unique_ptr<void, FreePlist>;
 
 constexpr std::string_view addColumns[] = {"ALTER TABLE ZNTTrigger ADD sound_file_to_play text",
                                            "ALTER TABLE ZNTTrigger ADD gag integer"};
@@ -35,20 +29,10 @@ constexpr std::string_view seedMuds[] = {
 constexpr std::string_view createAliases =
     R"(CREATE TABLE "ZNTAlias" ("oid" integer NOT NULL PRIMARY KEY AUTOINCREMENT,"name" text NOT NULL,"dataToExecute" text NOT NULL);)";
 
-/// The dictionary of a property list, XML or binary; null where the file holds none.
-Plist dictionaryIn(const std::string& path)
-{
-    const auto content = znt::contentOfFile(path);
-    plist_t read = nullptr;
-    plist_from_memory(content.data(), static_cast<std::uint32_t>(content.size()), &read);
-    Plist root(read);
-    return root && plist_get_node_type(root.get()) == PLIST_DICT ? std::move(root) : nullptr;
-}
-
 /// The number under the key, 0 where there is none.
 std::int32_t counterIn(const std::string& path)
 {
-    const auto root = dictionaryIn(path);
+    const auto root = znt::dictionaryIn(path);
     if (!root)
         return 0;
     auto* node = plist_dict_get_item(root.get(), counterKey);
@@ -59,20 +43,14 @@ std::int32_t counterIn(const std::string& path)
     return static_cast<std::int32_t>(number);
 }
 
-/// The list in the file with another counter, as XML; what else is in it stays. Empty where it could not be
-/// made.
+/// The list in the file with another counter, as XML. Its other entries stay. Empty if it could not be made.
 std::string propertyListWith(std::int32_t counter, const std::string& path)
 {
-    auto root = dictionaryIn(path);
+    auto root = znt::dictionaryIn(path);
     if (!root)
-        root.reset(plist_new_dict());
+        root = znt::emptyDictionary();
     plist_dict_set_item(root.get(), counterKey, plist_new_uint(static_cast<std::uint64_t>(counter)));
-    char* text = nullptr;
-    std::uint32_t length = 0;
-    plist_to_xml(root.get(), &text, &length);
-    std::string propertyList(text ? text : "", length);
-    std::free(text);
-    return propertyList;
+    return znt::xmlOf(root);
 }
 
 std::int64_t laterStepsDone(ZNTDatabase& database)

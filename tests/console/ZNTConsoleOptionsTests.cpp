@@ -25,6 +25,9 @@ TEST(ZNTConsoleOptions, MistakesEndWithTwoAndHelpWithNought)
         {{"--encoding", "utf-8"}, 2},
         {{"--encoding"}, 2},
         {{"--colour", "red"}, 2},
+        {{"--set", "rate=fast"}, 2},
+        {{"--set", "loudness=3"}, 2},
+        {{"--set", "speech"}, 2},
         {{"--unknown"}, 2},
     };
     for (const auto& [arguments, exitCode] : cases) {

@@ -1,0 +1,59 @@
+#include "ZNTConsoleSettings.h"
+
+#include "ZNTConsoleClient.h"
+#include "ZNTConsoleWords.h"
+#include "ZNTText.h"
+
+using namespace znt::words;
+
+namespace
+{
+
+constexpr std::u16string_view remember = u"remember";
+
+} // namespace
+
+void ZNTConsoleSettings::carryOut(std::u16string_view words)
+{
+    const auto name = firstWord(words);
+    if (words.empty())
+        show(name);
+    else
+        change(name, words);
+}
+
+void ZNTConsoleSettings::show(std::u16string_view name)
+{
+    const auto asked = znt::utf8FromText(name);
+    const auto& keeper = client.settings();
+    const auto say = [this](std::string_view setting, std::string_view value, std::string_view sentence) {
+        client.say(znt::textFromUtf8(std::string(setting) + " = " + std::string(value) + "  " +
+                                     std::string(sentence)));
+    };
+    if (!asked.empty() && name != remember && !znt::settingNamed(asked)) {
+        change(name, u"");
+        return;
+    }
+    for (const auto& row : ZNTSettingsTable)
+        if (asked.empty() || row.name == asked)
+            say(row.name, znt::settingText(keeper.settings(), row), row.sentence);
+    if (name.empty() || name == remember)
+        say("remember", keeper.isRemembering() ? "on" : "off", "Keeps the settings for the next start.");
+}
+
+void ZNTConsoleSettings::change(std::u16string_view name, std::u16string_view value)
+{
+    auto& keeper = client.settings();
+    if (name == remember) {
+        if (value == u"on" || value == u"off")
+            keeper.setRemembering(value == u"on");
+        else
+            client.complain(u"Say on or off: /set remember on|off");
+        return;
+    }
+    const auto chosen = keeper.choose(znt::utf8FromText(name), znt::utf8FromText(value));
+    if (chosen)
+        client.session().setSettings(keeper.settings());
+    else
+        client.complain(znt::textFromUtf8(chosen.error().description));
+}

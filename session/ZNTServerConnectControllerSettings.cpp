@@ -1,0 +1,44 @@
+#include "ZNTServerConnectController.h"
+
+#include <utility>
+
+void ZNTServerConnectController::setSettings(const ZNTSettings& wanted)
+{
+    putIntoForce(std::exchange(settings_, wanted));
+}
+
+/// `settings_` holds the wanted values already, so that a front end which looks during one change does not
+/// take the values that are still to come for a player's choice.
+void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
+{
+    const auto wanted = settings_;
+    if (wanted.encoding != before.encoding) {
+        cfStringEncoding_ = wanted.encoding;
+        changed(ZNTSessionChange::Encoding);
+    }
+    if (wanted.compression != before.compression) {
+        // Without a connection nobody can be asked, and what a game sends first is never compressed.
+        if (isConnected_)
+            set_isMccpOnOff(wanted.compression);
+        else
+            acceptCompressionOffers(wanted.compression);
+    }
+    if (wanted.sounds != before.sounds) {
+        if (isConnected_) {
+            set_isMspOnOff(wanted.sounds);
+        } else { // the game is not asked, its offer is answered
+            _isMspOnOff_ = wanted.sounds;
+            _zntParserUtility.set_isMspOnOff(wanted.sounds);
+            changed(ZNTSessionChange::Sounds);
+        }
+    }
+    if (wanted.speech != before.speech) {
+        setSpeechOnOffBindingState(wanted.speech ? 1 : 0);
+        textToSpeechOnAndOff();
+    }
+    if (wanted.interruption != before.interruption)
+        setSpeechInterruptOnOffBindingState(wanted.interruption ? 1 : 0);
+    zntSpeechSynth_.setUseSystemVoiceNotVO(wanted.systemVoice);
+    zntSpeechSynth_.setUseTimer(wanted.pacing);
+    zntSpeechSynth_.setSpeechRate(wanted.rate);
+}

@@ -1,0 +1,125 @@
+#pragma once
+
+#include "ZNTResult.h"
+#include "ZNTStringEncoding.h"
+
+#include <array>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+
+/// What a player may set. A session is given this value when it is made and on each change. A new value holds
+/// the defaults, which are the program's usual behaviour.
+struct ZNTSettings {
+    ZNTStringEncoding encoding = ZNTStringEncoding::Ascii;
+    bool compression = false;
+    bool sounds = false;
+    bool speech = false;
+    bool interruption = false;
+    bool systemVoice = false;
+    bool pacing = true;
+    int rate = 120;
+
+    friend bool operator==(const ZNTSettings&, const ZNTSettings&) = default;
+};
+
+/// The type of a setting is that of its field: on or off, a number, or an encoding.
+using ZNTSettingField =
+    std::variant<bool ZNTSettings::*, int ZNTSettings::*, ZNTStringEncoding ZNTSettings::*>;
+
+/// Where the window shows a setting.
+enum class ZNTSettingTab { Triggers, Macros, Encoding, Speech, Protocols };
+
+/// For whom a choice is remembered: the game that is played, or all games. A choice that is made while no
+/// game is played counts for all games.
+enum class ZNTSettingScope { Player, Game };
+
+struct ZNTSettingRow {
+    std::string_view name; ///< for --set, /set and the file
+    ZNTSettingField field;
+    std::string_view sentence; ///< what it does, for people
+    ZNTSettingTab tab;
+    ZNTSettingScope scope;
+    bool hasOwnControl =
+        false;               ///< the window shows it already; the preferences make a control for all others
+    int least = 0, most = 0; ///< of a number
+};
+
+/// Every setting. The command lines, /set, the preferences and the file are made from this table, so a
+/// further setting is a field above, one row here, and the one class that reads it.
+inline constexpr std::array ZNTSettingsTable{
+    ZNTSettingRow{.name = "encoding",
+                  .field = &ZNTSettings::encoding,
+                  .sentence = "The encoding of the game's text.",
+                  .tab = ZNTSettingTab::Encoding,
+                  .scope = ZNTSettingScope::Game,
+                  .hasOwnControl = true},
+    ZNTSettingRow{.name = "compression",
+                  .field = &ZNTSettings::compression,
+                  .sentence = "Accepts compression (MCCP2) when the game offers it.",
+                  .tab = ZNTSettingTab::Protocols,
+                  .scope = ZNTSettingScope::Game,
+                  .hasOwnControl = true},
+    ZNTSettingRow{.name = "sounds",
+                  .field = &ZNTSettings::sounds,
+                  .sentence = "Accepts sounds (MSP) when the game offers them.",
+                  .tab = ZNTSettingTab::Protocols,
+                  .scope = ZNTSettingScope::Game,
+                  .hasOwnControl = true},
+    ZNTSettingRow{.name = "speech",
+                  .field = &ZNTSettings::speech,
+                  .sentence = "Speaks what the game sends.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .hasOwnControl = true},
+    ZNTSettingRow{.name = "interruption",
+                  .field = &ZNTSettings::interruption,
+                  .sentence = "Lets each line you send cut off what is being spoken.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .hasOwnControl = true},
+    ZNTSettingRow{.name = "system-voice",
+                  .field = &ZNTSettings::systemVoice,
+                  .sentence = "Uses the system voice even while the screen reader runs.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .hasOwnControl = true},
+    ZNTSettingRow{.name = "pacing",
+                  .field = &ZNTSettings::pacing,
+                  .sentence = "Paces spoken lines by their number of words.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .hasOwnControl = true},
+    ZNTSettingRow{.name = "rate",
+                  .field = &ZNTSettings::rate,
+                  .sentence = "Words a minute, for the pacing of spoken lines.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .hasOwnControl = true,
+                  .least = 10,
+                  .most = 600},
+};
+
+/// Values by the names of their settings, as text: "on" or "off", a number, the name of an encoding.
+using ZNTSettingValues = std::map<std::string, std::string, std::less<>>;
+
+namespace znt
+{
+
+/// Null if there is no such setting.
+const ZNTSettingRow* settingNamed(std::string_view name);
+
+std::string settingText(const ZNTSettings& settings, const ZNTSettingRow& row);
+
+/// Changes one setting. The error is a sentence that says what is wrong with the name or the value; then
+/// nothing is changed.
+ZNTResult<void> changeSetting(ZNTSettings& settings, std::string_view name, std::string_view text);
+
+/// Adds what "NAME=VALUE" says to `values`. The error is a sentence, as above.
+ZNTResult<void> addAssignment(ZNTSettingValues& values, std::string_view assignment);
+
+/// What is wrong with an assignment; empty if nothing is. For the check of a command line.
+std::string complaintAboutAssignment(const std::string& assignment);
+
+} // namespace znt

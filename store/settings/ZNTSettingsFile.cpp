@@ -1,0 +1,168 @@
+#include "ZNTSettingsFile.h"
+
+#include "ZNTPrivateFiles.h"
+#include "ZNTPropertyList.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <plist/plist.h>
+
+namespace
+{
+
+constexpr const char *playerKey = "player", *gamesKey = "games";
+
+bool isDictionary(plist_t node) { return node && plist_get_node_type(node) == PLIST_DICT; }
+
+/// A node as the text of a setting; empty if no setting is kept in such a node.
+std::string textOf(plist_t node)
+{
+    switch (plist_get_node_type(node)) {
+    case PLIST_BOOLEAN: {
+        std::uint8_t isOn = 0;
+        plist_get_bool_val(node, &isOn);
+        return isOn != 0 ? "on" : "off";
+    }
+    case PLIST_UINT: {
+        std::uint64_t number = 0;
+        plist_get_uint_val(node, &number);
+        return std::to_string(number);
+    }
+    case PLIST_STRING: {
+        std::uint64_t length = 0;
+        const char* text = plist_get_string_ptr(node, &length);
+        return text ? std::string(text, length) : "";
+    }
+    default:
+        return "";
+    }
+}
+
+plist_t nodeOf(const std::string& text)
+{
+    if (text == "on" || text == "off")
+        return plist_new_bool(text == "on" ? 1 : 0);
+    const bool isNumber =
+        !text.empty() && std::ranges::all_of(text, [](char unit) { return unit >= '0' && unit <= '9'; });
+    return isNumber ? plist_new_uint(std::strtoull(text.c_str(), nullptr, 10))
+                    : plist_new_string(text.c_str());
+}
+
+/// Calls `use` with the key and the node of each entry of a dictionary.
+template <typename Use>
+void forEachEntry(plist_t dictionary, Use use)
+{
+    if (!isDictionary(dictionary))
+        return;
+    plist_dict_iter entries = nullptr;
+    plist_dict_new_iter(dictionary, &entries);
+    for (;;) {
+        char* key = nullptr;
+        plist_t node = nullptr;
+        plist_dict_next_item(dictionary, entries, &key, &node);
+        if (!node)
+            break;
+        use(std::string(key), node);
+        std::free(key);
+    }
+    std::free(entries);
+}
+
+ZNTSettingValues valuesIn(plist_t dictionary)
+{
+    ZNTSettingValues values;
+    forEachEntry(dictionary, [&](const std::string& name, plist_t node) { values[name] = textOf(node); });
+    return values;
+}
+
+/// The dictionary under `key`, which is made if there is none.
+plist_t dictionaryUnder(plist_t parent, const std::string& key)
+{
+    if (auto* known = plist_dict_get_item(parent, key.c_str()); isDictionary(known))
+        return known;
+    auto* made = plist_new_dict();
+    plist_dict_set_item(parent, key.c_str(), made);
+    return made;
+}
+
+} // namespace
+
+ZNTSettingsFile::ZNTSettingsFile(const ZNTFilePlaces& places, ZNTPlatformLog& log)
+    : path(places.home + "/Library/Zantor/settings.plist"),
+      log(log)
+{
+}
+
+bool ZNTSettingsFile::exists() const
+{
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored);
+}
+
+void ZNTSettingsFile::begin()
+{
+    if (exists())
+        return;
+    static_cast<void>(
+        znt::makePrivateFolder(std::filesystem::path(path).parent_path())); // the write fails then
+    write(znt::xmlOf(znt::emptyDictionary()));
+}
+
+void ZNTSettingsFile::remove()
+{
+    std::error_code failure;
+    std::filesystem::remove(path, failure);
+    if (failure)
+        log.log("The settings could not be removed: " + failure.message());
+}
+
+ZNTSettingsFile::Content ZNTSettingsFile::read()
+{
+    Content content;
+    if (!exists())
+        return content;
+    const auto root = znt::dictionaryIn(path);
+    if (!root) {
+        putAside();
+        return content;
+    }
+    content.player = valuesIn(plist_dict_get_item(root.get(), playerKey));
+    forEachEntry(plist_dict_get_item(root.get(), gamesKey),
+                 [&](const std::string& game, plist_t node) { content.games[game] = valuesIn(node); });
+    return content;
+}
+
+void ZNTSettingsFile::store(std::string_view game, std::string_view name, std::string_view text)
+{
+    if (!exists())
+        return;
+    auto root = znt::dictionaryIn(path);
+    if (!root) {
+        putAside();
+        root = znt::emptyDictionary();
+    }
+    auto* values = game.empty() ? dictionaryUnder(root.get(), playerKey)
+                                : dictionaryUnder(dictionaryUnder(root.get(), gamesKey), std::string(game));
+    plist_dict_set_item(values, std::string(name).c_str(), nodeOf(std::string(text)));
+    write(znt::xmlOf(root));
+}
+
+void ZNTSettingsFile::putAside()
+{
+    std::string aside;
+    std::error_code ignored;
+    for (int number = 1; aside.empty() || std::filesystem::exists(aside, ignored); ++number)
+        aside = path + ".broken-" + std::to_string(number);
+    std::filesystem::rename(path, aside, ignored);
+    log.log("The settings were damaged; they were put aside as " + aside + ", and new ones are begun.");
+    write(znt::xmlOf(znt::emptyDictionary()));
+}
+
+void ZNTSettingsFile::write(const std::string& content)
+{
+    if (const auto written = znt::replacePrivateFile(path, content); !written)
+        log.log("The settings could not be written: " + written.error().description);
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "ZNTFilePlaces.h"
+#include "ZNTPlatformLog.h"
+#include "ZNTSettings.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+
+/// What a player has asked to remember: a property list beside the folder of logs, readable by the user
+/// alone. That the file exists is the player's wish to remember; without the file nothing is read or written.
+///
+/// The dictionary "player" holds values for all games, "games" one dictionary for each game. Names that this
+/// version does not know stay in the file. Every change is written in one step. Before it, the file is read
+/// again, because another window may have changed it.
+class ZNTSettingsFile
+{
+public:
+    /// `log` outlives this.
+    ZNTSettingsFile(const ZNTFilePlaces& places, ZNTPlatformLog& log);
+
+    [[nodiscard]] bool exists() const;
+    /// Makes a file without values, unless there is a file.
+    void begin();
+    void remove();
+
+    struct Content {
+        ZNTSettingValues player;
+        std::map<std::string, ZNTSettingValues, std::less<>> games;
+    };
+    /// Puts a damaged file aside, with a line in the log, and begins a new one. Nothing if there is no file.
+    Content read();
+    /// Stores one value: for `game`, or for all games if that is empty. Does nothing if there is no file.
+    void store(std::string_view game, std::string_view name, std::string_view text);
+
+private:
+    void putAside();
+    void write(const std::string& content);
+
+    std::string path;
+    ZNTPlatformLog& log;
+};
