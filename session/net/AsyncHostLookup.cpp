@@ -55,7 +55,8 @@ struct AsyncHostLookup::Request final : AsyncHostLookupThreads::Job,
     const std::string host;
     const std::uint16_t port;
     std::mutex guard;
-    RunLoop* runLoop; // null once nobody wants the answer; posting under the guard keeps it alive meanwhile
+    RunLoop* runLoop; // null once the look-up is called off; under the guard, so that it lives while it is
+                      // posted to
     Answered answered;
 
     void run() override { post(lookedUp(host, port, 0)); }
@@ -66,7 +67,7 @@ struct AsyncHostLookup::Request final : AsyncHostLookupThreads::Job,
         if (!runLoop)
             return;
         runLoop->post([request = shared_from_this(), addresses = std::move(addresses)] {
-            // On the loop's thread, which alone calls the look-up off: no lock is needed to look.
+            // Only this thread, the loop's, calls the look-up off, so it may look without the lock.
             if (!request->runLoop)
                 return;
             const auto answered = request->answered; // the call may end the look-up

@@ -10,8 +10,8 @@ struct AsyncHostLookupThreads::State {
     std::deque<std::weak_ptr<Job>> waiting;
     std::size_t running = 0;
 
-    /// Null if nothing waits; the thread that asks must then end. It no longer counts as running, under the
-    /// same lock, so that a job added afterwards gets a thread of its own.
+    /// Null if no job waits; the thread that asks must then end. Count it out under the same lock as the
+    /// empty check; otherwise a job added in between gets no thread.
     std::shared_ptr<Job> nextJobOrEnd()
     {
         const std::lock_guard hold(guard);

@@ -7,9 +7,9 @@
 
 /// Runs look-ups, which may hang for as long as a name server does not answer, on a few threads of their own.
 /// If all of these are busy, the next look-up waits for one of them; so a player who tries again and again
-/// does not fill the process with threads. A thread ends when nothing waits.
+/// does not fill the process with threads. A thread ends when no look-up waits.
 ///
-/// Nobody waits for a thread, neither this object's destructor nor the end of the program.
+/// Neither this object's destructor nor the end of the program waits for a thread.
 class AsyncHostLookupThreads
 {
 public:
@@ -26,8 +26,8 @@ public:
     AsyncHostLookupThreads();
     static AsyncHostLookupThreads& ofThisProcess();
 
-    /// A job that has been destroyed by its turn is left out. Fails if no thread can be had, and none runs
-    /// that would take the job later.
+    /// A job that is destroyed before its turn is left out. Fails if the system has no thread to spare and
+    /// none runs that would take the job later.
     [[nodiscard]] ZNTResult<void> add(const std::shared_ptr<Job>& job);
     [[nodiscard]] std::size_t running() const;
 

@@ -67,7 +67,7 @@ bool AsyncSocket::moveToRunLoop(RunLoop& runLoop)
     return true;
 }
 
-/// Hands to the loop the steps whose flags say that they are due.
+/// Posts to the loop again the steps whose flags say that they are due.
 void AsyncSocket::runScheduled()
 {
     if (has(DequeueReadScheduled))
@@ -153,6 +153,7 @@ void AsyncSocket::streamIsReady(RunLoopInterest ready)
         if (!includes(ready, RunLoopInterest::Readable))
             return;
         set(SocketHasBytesAvailable);
+        // A descriptor that stays ready and is not read would keep the loop from sleeping.
         if (readingIsHeld)
             setInterestIn(RunLoopInterest::Readable, false);
         else if (theCurrentRead)
@@ -196,7 +197,7 @@ void AsyncSocket::scheduleDisconnect(Flag when)
         runLater(&AsyncSocket::maybeDisconnect);
 }
 
-/// Closes where the queues that were to be served first are idle. A dequeue asks again later.
+/// Closes if the queues that were to be served first are idle. Otherwise the next dequeue asks again.
 void AsyncSocket::maybeDisconnect()
 {
     disconnectScheduled = false;
@@ -212,12 +213,12 @@ void AsyncSocket::closeWithError(const ZNTError* error)
     if (has(DelegateStarted)) {
         recoverUnreadData();
         if (!tellDelegate([&](auto& delegate) { delegate.onSocketWillDisconnectWithError(*this, error); }))
-            return; // the delegate disconnected, was told of that, and may have connected again
+            return; // the delegate disconnected, and may have connected again
     }
     close();
 }
 
-/// What the unfinished read has got so far goes back to where unreadData finds it.
+/// Puts what the unfinished read has got so far back to where unreadData finds it.
 void AsyncSocket::recoverUnreadData()
 {
     if (theCurrentRead)
@@ -231,7 +232,7 @@ void AsyncSocket::emptyQueues()
     endCurrentWrite();
     theReadQueue.clear();
     theWriteQueue.clear();
-    deferred = std::make_shared<char>();
+    deferred = std::make_shared<char>(); // steps that were posted for this connection do nothing any more
     clear(DequeueReadScheduled);
     clear(DequeueWriteScheduled);
 }
@@ -246,6 +247,7 @@ void AsyncSocket::close()
     theConnector.reset();
     theStream.reset();
     ++theConnection;
+    // All state is as new before the delegate is called: it may connect again, or destroy the socket.
     const bool wasStarted = has(DelegateStarted);
     theFlags = static_cast<std::uint16_t>(theFlags & PreBufferingEnabled);
     if (wasStarted)

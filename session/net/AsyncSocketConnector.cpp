@@ -13,8 +13,8 @@ constexpr double secondsBeforeNextAddress = 0.25; // RFC 8305, section 5
 
 using Addresses = std::vector<AsyncSocketAddress>;
 
-/// The families by turns, beginning with the family of the preferred address (RFC 8305, section 4): if one of
-/// them has no route, the second address tried has one. The order within each family stays.
+/// The families in alternation, the preferred address's first (RFC 8305, section 4): if one family has no
+/// route, the second address tried is of the other. The order within each family stays.
 Addresses interleaved(const Addresses& addresses)
 {
     Addresses order;
@@ -65,6 +65,7 @@ void AsyncSocketConnector::connectToOneOf(std::vector<AsyncSocketAddress> known)
 void AsyncSocketConnector::tryNext()
 {
     patience.reset();
+    // An address that fails at once (no route, no descriptor left) makes room for the next in the same turn.
     while (nextAddress < addresses.size()) {
         const auto& address = addresses[nextAddress++];
         AsyncSocketDescriptor descriptor(

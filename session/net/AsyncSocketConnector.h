@@ -12,14 +12,14 @@
 #include <string>
 #include <vector>
 
-/// Gets from a host and a port to a connected socket (RFC 8305, "Happy Eyeballs"). The addresses of the host
-/// are tried in turn, IPv6 and IPv4 by turns; an address that has not answered within a quarter of a second
-/// is given company by the next, and the first that answers wins. So a route which swallows everything costs
-/// a player no minutes. Destroying it ends the attempt.
+/// Makes a connected socket of a host and a port (RFC 8305, "Happy Eyeballs"). The addresses of the host are
+/// tried in order, IPv6 and IPv4 in alternation. If an address has not answered within a quarter of a second,
+/// the next one is tried as well, and the first that answers is taken. So a route that loses every packet
+/// costs the player a quarter of a second and not minutes. Destroying the connector ends the attempt.
 class AsyncSocketConnector
 {
 public:
-    /// Called once, on a later turn of the loop; with the last address's error where none could be reached.
+    /// Called once, on a later turn of the loop. If no address could be reached, with the error of the last.
     /// May destroy the connector.
     using Finished = std::function<void(ZNTResult<AsyncSocketDescriptor> connected)>;
 

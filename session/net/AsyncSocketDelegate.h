@@ -9,8 +9,8 @@
 
 class AsyncSocket;
 
-/// What a socket's owner hears of it, always on the run loop's thread and never from inside a request to
-/// read or write. Every callback may queue requests, disconnect, connect again or destroy the socket.
+/// Receives the events of a socket, always on the run loop's thread and never from inside a request to read
+/// or write. Every callback may queue requests, disconnect, connect again or destroy the socket.
 class AsyncSocketDelegate
 {
 public:
@@ -51,13 +51,14 @@ public:
         return 0;
     }
 
-    /// The peer or the network ends the connection; nothing is torn down yet. `error` is null where the peer
+    /// The peer or the network ends the connection; nothing is torn down yet. `error` is null if the peer
     /// closed in good order.
     virtual void onSocketWillDisconnectWithError(AsyncSocket&, const ZNTError* /*error*/) {}
-    /// The connection, or the attempt at one, is torn down. Heard once for each, whoever ended it.
+    /// The connection, or the attempt at one, is torn down. Called once for each, also after `disconnect`.
     virtual void onSocketDidDisconnect(AsyncSocket&) {}
 
-    /// Reserved for sockets that listen and for secured connections; a client's socket calls neither.
+    /// Kept as part of the interface: for sockets that listen and for secured connections. A client's socket
+    /// calls neither.
     virtual void onSocketDidAcceptNewSocket(AsyncSocket&, AsyncSocket& /*newSocket*/) {}
     virtual void onSocketDidSecure(AsyncSocket&) {}
 };

@@ -18,7 +18,7 @@ enum AsyncSocketErrorCode : long {
 };
 
 ZNTError asyncSocketError(AsyncSocketErrorCode code);
-/// `result` is what getaddrinfo returned; `errorNumber` its errno, which tells more where it is EAI_SYSTEM.
+/// `result` is what getaddrinfo returned. `errorNumber` is its errno, which counts if `result` is EAI_SYSTEM.
 ZNTError nameResolutionError(int result, int errorNumber);
 
 /// The socket was used in a way that only a mistake in our own code explains.

@@ -32,7 +32,8 @@ std::size_t AsyncReadPacket::shareOfPreBuffer(std::string_view preBuffered, bool
 
     const auto searched = preBuffered.substr(0, limitedToMaxLength(preBuffered.size()));
     const auto before = data().substr(bytesDone - std::min(bytesDone, term->size() - 1));
-    std::string joint(before); // a terminator that began in an earlier piece ends in here
+    // A terminator may begin at the end of what is read and end in the pre-buffer: search where they meet.
+    std::string joint(before);
     joint += searched.substr(0, term->size() - 1);
     std::size_t end = std::string_view::npos;
     if (const auto at = joint.find(*term); at != std::string::npos)
@@ -56,6 +57,7 @@ std::size_t AsyncReadPacket::bytesThatCannotPassTerm() const
 {
     assert(term && "This method does not apply to non-term reads");
     const std::string_view wanted(*term);
+    // If the data ends with the first n bytes of the terminator, the rest of it may be all that comes.
     for (auto begun = std::min(bytesDone, wanted.size() - 1); begun > 0; --begun)
         if (data().ends_with(wanted.substr(0, begun)))
             return wanted.size() - begun;
@@ -80,6 +82,7 @@ AsyncReadState AsyncReadPacket::tookFromNetwork(std::size_t count, AsyncSocketPr
     if (!isPreBuffering)
         return data().ends_with(*term) ? AsyncReadState::Done : stateWithoutTerm();
 
+    // The terminator may have begun in an earlier piece.
     const auto at = data().find(*term, before - std::min(before, term->size() - 1));
     if (at == std::string_view::npos)
         return stateWithoutTerm();

@@ -15,8 +15,8 @@ enum class AsyncReadState {
     Overflow ///< as long as allowed, without the terminator
 };
 
-/// A queued read, and how far it has come. It decides how much to take and when it is complete; whose bytes
-/// they are and who is told is the socket's business.
+/// A queued read, and how far it has come. It decides how much to take and when it is complete. The socket
+/// moves the bytes and calls the delegate.
 struct AsyncReadPacket {
     std::shared_ptr<std::string> buffer;
     std::size_t startOffset = 0; ///< where in `buffer` the read begins
@@ -36,15 +36,15 @@ struct AsyncReadPacket {
 
     AsyncReadState takeFromPreBuffer(AsyncSocketPreBuffer& preBuffer);
 
-    /// How many bytes to ask the network for when `available` are known to be there (at least 1): never so
-    /// many that any would belong to the next read, unless `isPreBuffering`.
+    /// How many bytes to ask the network for if `available` are known to be there (at least 1). Unless
+    /// `isPreBuffering`, none of them can belong to the next read.
     [[nodiscard]] std::size_t bytesToAskFor(std::size_t available, bool isPreBuffering) const;
     /// Room for `count` bytes after those that are done. Valid until the next call.
     char* roomFor(std::size_t count);
-    /// `count` bytes were put there. What belongs to the next read goes to the pre-buffer.
+    /// Takes note that `count` bytes were put there. What belongs to the next read goes to the pre-buffer.
     AsyncReadState tookFromNetwork(std::size_t count, AsyncSocketPreBuffer& preBuffer, bool isPreBuffering);
 
-    /// Gives up the room that the finished read did not need.
+    /// Cuts off the room that the finished read did not need.
     void cutBuffer();
 
 private:

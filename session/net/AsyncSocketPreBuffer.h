@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-/// Bytes taken from the network that no read has been given yet. Taking from its front costs only what is
-/// taken, so that a block of many lines is dealt out in time proportional to its length.
+/// Bytes taken from the network that were given to no read yet. Removing from the front does not move the
+/// rest, so that the lines of a block are dealt out in time linear in its length.
 class AsyncSocketPreBuffer
 {
 public:

@@ -12,11 +12,11 @@
 namespace
 {
 
-/// What one pass takes before the loop turns, so that a flood leaves room for a typed line.
+/// The most bytes that one pass takes before the loop turns, so that a typed line leaves during a flood.
 constexpr std::size_t mostInOnePass = 256 * 1024;
-/// Asked for where it is not known how much is there.
+/// Bytes to ask for if it is not known how many are there.
 constexpr std::size_t smallestStep = 256;
-/// What the network is drained of for the delegate of a connection that breaks.
+/// The most bytes that unreadData takes from the network.
 constexpr std::size_t mostUnread = 16 * 1024 * 1024;
 
 std::shared_ptr<AsyncReadPacket> readInto(std::shared_ptr<std::string> buffer, std::size_t bufferOffset,
@@ -129,7 +129,7 @@ void AsyncSocket::maybeDequeueRead()
     doBytesAvailable();
 }
 
-/// Bytes wait, or the peer is gone, while nobody reads. Bytes keep; an end is told at once.
+/// The descriptor is readable and no read is queued. Bytes stay where they are; an end closes at once.
 void AsyncSocket::meetBytesWithoutRead()
 {
     const auto there = theStream->peek();
@@ -146,7 +146,7 @@ void AsyncSocket::holdReading(bool isHeld)
 {
     if (!theStream || std::exchange(readingIsHeld, isHeld) == isHeld)
         return;
-    setInterestIn(RunLoopInterest::Readable, !isHeld); // the loop says again what is there
+    setInterestIn(RunLoopInterest::Readable, !isHeld); // the loop reports again what is there
 }
 
 /// One pass of the current read: what was kept from earlier first, then what the network has.
@@ -185,8 +185,8 @@ void AsyncSocket::doBytesAvailable()
     }
 }
 
-/// Reads for `read` until `state` says that it is finished, a pass is full or nothing more is there. EAGAIN
-/// where the stream goes on; else what ended it, an errno or 0 for a peer that closed.
+/// Reads for `read` until `state` says that it is finished, a pass is full or nothing more is there. Answers
+/// EAGAIN if the stream goes on; otherwise what ended it: an errno, or 0 if the peer closed.
 int AsyncSocket::takeFromNetwork(AsyncReadPacket& read, AsyncReadState& state)
 {
     int ending = EAGAIN;
@@ -206,13 +206,13 @@ int AsyncSocket::takeFromNetwork(AsyncReadPacket& read, AsyncReadState& state)
         total += moved.count;
         state = read.tookFromNetwork(moved.count, partialReadBuffer, isPreBuffering);
     }
-    // The loop says when there is more: asking again before it turned would let a flood keep it from turning.
+    // Wait for the loop to report more. Reading on before it turned would let a flood keep it from turning.
     clear(SocketHasBytesAvailable);
     setInterestIn(RunLoopInterest::Readable, true);
     return ending;
 }
 
-/// False where the delegate ended the connection.
+/// False if the delegate ended the connection.
 bool AsyncSocket::completeCurrentRead()
 {
     assert(theCurrentRead && "Trying to complete current read when there is no current read.");
@@ -234,7 +234,7 @@ void AsyncSocket::endCurrentRead()
 void AsyncSocket::doReadTimeout()
 {
     const auto read = theCurrentRead;
-    // Bytes may have come since the loop last looked. To take them for silence would cut a text in two.
+    // Bytes may have come since the loop last looked. Taking them for silence would cut a text in two.
     set(SocketHasBytesAvailable);
     if (!outlives([this] { doBytesAvailable(); }) || theCurrentRead != read)
         return;

@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-/// An open descriptor with one owner; -1 for none.
+/// Owns an open descriptor; -1 means none.
 class AsyncSocketDescriptor
 {
 public:
@@ -43,17 +43,16 @@ public:
     /// Takes a non-blocking connected socket and turns Nagle's algorithm off, so that a line leaves at once.
     explicit AsyncSocketStream(AsyncSocketDescriptor connected);
 
-    /// What a read or a write came to: `count` bytes; or with 0, `errorNumber` (0 on a read: the peer has
-    /// closed). EAGAIN means that it is not the time.
+    /// The result of a read or a write: `count` bytes; or if that is 0, `errorNumber`, where 0 says that the
+    /// peer has closed. EAGAIN means that the network has no bytes, or no room, now.
     struct Moved {
         std::size_t count = 0;
         int errorNumber = 0;
     };
     Moved read(char* into, std::size_t count);
     Moved write(const char* from, std::size_t count);
-    /// What `read` would come to, taking nothing.
+    /// The result that `read` would have, for one byte that is left where it is.
     Moved peek();
-    /// How much is there to be read.
     [[nodiscard]] std::size_t bytesAvailable() const;
 
     /// Begins to watch, or watches on another loop. The handler is given the directions that are ready. False
@@ -62,7 +61,7 @@ public:
     void setInterest(RunLoopInterest interest);
     [[nodiscard]] RunLoopInterest interest() const { return wanted; }
 
-    /// False, with errno, where the other end is gone already.
+    /// False, with errno, if the other end is gone already.
     bool readPeer(AsyncSocketEndpoint& peer) const;
     bool readLocal(AsyncSocketEndpoint& local) const;
 

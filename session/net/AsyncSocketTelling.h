@@ -2,8 +2,8 @@
 
 #include "AsyncSocket.h"
 
-/// For the socket's own sources. Carries out `step`, which may call the delegate. False if the delegate then
-/// destroyed the socket or ended the connection, so that nothing further may be done for it.
+/// For the socket's own sources. Carries out `step`, which may call the delegate. False if the delegate
+/// destroyed the socket or ended the connection; the caller must then return without touching the socket.
 template <typename Step>
 bool AsyncSocket::outlives(Step step)
 {

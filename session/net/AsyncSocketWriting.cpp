@@ -12,8 +12,8 @@ namespace
 {
 
 constexpr std::size_t longestSlice = 4096;
-/// Timers that are due can queue a hundred writes in one turn of the loop. With one write a turn they would
-/// pile up, and a line that is typed would wait behind all of them.
+/// Timers that are due can queue a hundred writes in one turn of the loop. With one write a turn the queue
+/// would grow, and a typed line would wait behind all of it.
 constexpr int mostWritesATurn = 256;
 
 } // namespace
@@ -74,7 +74,7 @@ void AsyncSocket::doSendBytes()
     }
 }
 
-/// What ended it, an errno, or 0.
+/// Answers the errno that ended the connection, or 0.
 int AsyncSocket::sendBytesOf(AsyncWritePacket& write)
 {
     while (write.bytesDone < write.buffer.size() && has(SocketCanAcceptBytes)) {
@@ -89,7 +89,7 @@ int AsyncSocket::sendBytesOf(AsyncWritePacket& write)
     return 0;
 }
 
-/// An error is left to the loop's next attempt, which meets it as well.
+/// An error here is left alone: the next attempt, on the loop, meets it again and reports it.
 void AsyncSocket::flushQueuedWrites()
 {
     if (!theStream)
@@ -102,7 +102,7 @@ void AsyncSocket::flushQueuedWrites()
         sendBytesOf(**write);
 }
 
-/// False where the delegate ended the connection.
+/// False if the delegate ended the connection.
 bool AsyncSocket::completeCurrentWrite()
 {
     assert(theCurrentWrite && "Trying to complete current write when there is no current write.");

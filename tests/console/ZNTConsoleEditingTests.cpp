@@ -149,18 +149,4 @@ TEST_F(ZNTConsoleEditingTest, ATriggerAnswersTheGameUntilItIsSwitchedOff)
     EXPECT_EQ(server.received(), "kick goblin\r\nkick bat\r\n");
 }
 
-TEST_F(ZNTConsoleEditingTest, WhatCannotBeStoredIsNotSaidToBe)
-{
-    start(From::Terminal);
-    type("/group add mine");
-    const auto before = allLists();
-    machine.home.write("Library/Zantor/database/.zantorDB.db",
-                       "no database any more, whatever the reason is");
-    client.reset();
-    start(From::Terminal);
-    for (const auto* line : {"/trigger add Kick: A %1 kicks => kick %1", "/mud add Name mud.example 4000"})
-        EXPECT_THAT(answerTo(line), testing::Contains("! This could not be stored; nothing has changed."))
-            << line;
-}
-
 } // namespace

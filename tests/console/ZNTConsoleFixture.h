@@ -4,7 +4,6 @@
 #include "ZNTMemoryStream.h"
 #include "ZNTNotedOutput.h"
 #include "ZNTSilentSounds.h"
-#include "ZNTSocketStream.h"
 #include "ZNTSpeechEngine.h"
 #include "ZNTTestPlatform.h"
 
@@ -62,17 +61,17 @@ protected:
 
     void start(From from = From::Script, ZNTConsoleOptions options = {})
     {
-        client.emplace(ZNTConsoleClient::Surroundings{.platform = platform,
-                                                      .input = input,
-                                                      .inputIsTerminal = from == From::Terminal,
-                                                      .sounds = sounds,
-                                                      .speechEngine = speech,
-                                                      .streams = streams,
-                                                      .output = consoleOutput,
-                                                      .outputIsTerminal = outputIsTerminal,
-                                                      .exit = [this](int code) { exitCodes.push_back(code); },
-                                                      .demoProgram = ZANTOR_DEMO_PROGRAM},
-                       options);
+        client.emplace(
+            ZNTConsoleClient::Surroundings{.platform = platform,
+                                           .input = input,
+                                           .inputIsTerminal = from == From::Terminal,
+                                           .sounds = sounds,
+                                           .speechEngine = speech,
+                                           .streams = server.streams(),
+                                           .output = consoleOutput,
+                                           .outputIsTerminal = outputIsTerminal,
+                                           .exit = [this](int code) { exitCodes.push_back(code); }},
+            options);
         client->start();
     }
     void startConnected(From from = From::Script)
@@ -85,26 +84,15 @@ protected:
     }
     void waitForConnection()
     {
-        ASSERT_TRUE(
-            machine.loop.runUntil([this] { return client->session().isConnected() && server.hasClient(); }));
         settle();
+        ASSERT_TRUE(client->session().isConnected());
     }
 
     void type(std::string line) { input.handlers.line(std::move(line)); }
     void endInput() { input.handlers.end(); }
-    /// Turns the loop until both ends have nothing more to say; its time stands still.
-    void settle()
-    {
-        machine.loop.runUntil([this] { return server.hasSentAll(); });
-        for (int quietTurns = 0; quietTurns < 5; ++quietTurns)
-            machine.loop.turn(2);
-        machine.loop.runPosted();
-    }
-    void silence()
-    {
-        machine.loop.advance(0.5);
-        settle();
-    }
+    /// Turns the loop within one moment, until both ends have nothing more to say.
+    void settle() { machine.loop.advance(0); }
+    void silence() { machine.loop.advance(0.5); }
     /// What the game says, up to a prompt's go-ahead.
     void receive(std::string text)
     {
@@ -145,7 +133,6 @@ protected:
                          machine.notifications, alertInTranscript, machine.platform.places};
     ZNTNotedSounds sounds;
     ZNTSilentSpeech speech;
-    ZNTStreamFactory streams = server.streams();
     bool outputIsTerminal = false;
     std::vector<int> exitCodes;
     std::optional<ZNTConsoleClient> client;

@@ -11,7 +11,7 @@ std::variant<ZNTConsoleOptions, int> parse(std::vector<const char*> arguments)
     return ZNTConsoleOptions::fromArguments(static_cast<int>(arguments.size()), arguments.data());
 }
 
-TEST(ZNTConsoleOptions, MistakesEndWithTwoAndHelpWithNought)
+TEST(ZNTConsoleOptions, UsageErrorsExitWith2AndHelpWith0)
 {
     const std::vector<std::pair<std::vector<const char*>, int>> cases{
         {{"--help"}, 0},

@@ -134,7 +134,9 @@ TEST_F(AsyncSocketReadTest, AReadOfALengthReportsItsProgress)
     EXPECT_EQ(tag + static_cast<std::int64_t>(done + total), 0);
 
     socket->readDataToLength(8, -1, 5);
-    peer.sendInSlices({"ab", "cdef"});
+    peer.send("ab");
+    ASSERT_TRUE(loop.runUntil([this] { return heard.events.size() == 1; }));
+    peer.send("cdef");
     ASSERT_TRUE(loop.runUntil([&] {
         const float fraction = socket->progressOfReadReturningTag(&tag, &done, &total);
         return fraction == 0.75F;

@@ -2,7 +2,7 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
+#include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
@@ -12,50 +12,28 @@
 
 namespace
 {
-
 constexpr std::size_t longestPiece = 1 << 16;
-constexpr int smallBuffer = 4096;
-
-[[noreturn]] void fail(const char* what) { throw std::system_error(errno, std::generic_category(), what); }
-
-template <typename Address>
-void bindTo(int descriptor, const Address& address)
-{
-    if (::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-        fail("bind");
-}
-
-std::uint16_t portOf(int descriptor)
-{
-    sockaddr_in6 address{}; // the port stands at the same place in both families
-    socklen_t length = sizeof address;
-    if (::getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &length) != 0)
-        fail("getsockname");
-    return ntohs(address.sin6_port);
-}
-
+constexpr int smallBuffer = 4096, on = 1;
 } // namespace
 
-ZNTScriptedPeer::ZNTScriptedPeer(RunLoop& runLoop, Family family) : runLoop(runLoop), family(family)
+ZNTScriptedPeer::ZNTScriptedPeer(RunLoop& runLoop, std::string host)
+    : runLoop(runLoop),
+      address(std::move(host))
 {
-    const int domain = family == Family::IPv4 ? AF_INET : AF_INET6;
-    listening = ::socket(domain, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    if (listening < 0)
-        fail("socket");
-    if (family == Family::IPv4) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        bindTo(listening, address);
-    } else {
-        sockaddr_in6 address{};
-        address.sin6_family = AF_INET6;
-        address.sin6_addr = in6addr_loopback;
-        bindTo(listening, address);
-    }
-    if (::listen(listening, 8) != 0)
-        fail("listen");
-    listeningPort = portOf(listening);
+    addrinfo hints{};
+    hints.ai_flags = AI_NUMERICHOST;
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo* found = nullptr;
+    sockaddr_in6 bound{}; // the port stands at the same place in both families
+    socklen_t length = sizeof bound;
+    if (::getaddrinfo(address.c_str(), "0", &hints, &found) == 0)
+        listening = ::socket(found->ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+    if (listening < 0 || ::bind(listening, found->ai_addr, found->ai_addrlen) != 0 ||
+        ::listen(listening, 8) != 0 ||
+        ::getsockname(listening, reinterpret_cast<sockaddr*>(&bound), &length) != 0)
+        throw std::system_error(errno, std::generic_category(), "listening on " + address);
+    ::freeaddrinfo(found);
+    listeningPort = ntohs(bound.sin6_port);
     listeningWatch = runLoop.watchDescriptor(listening, RunLoopInterest::Readable,
                                              [this](RunLoopInterest) { acceptClient(); });
 }
@@ -68,23 +46,8 @@ ZNTScriptedPeer::~ZNTScriptedPeer()
 
 void ZNTScriptedPeer::send(std::string bytes)
 {
-    outgoing.push_back({std::move(bytes), 0, 0});
+    outgoing += bytes;
     updateInterest();
-}
-
-void ZNTScriptedPeer::sendInSlices(std::vector<std::string> slices)
-{
-    for (auto& slice : slices)
-        outgoing.push_back({std::move(slice), 0, 2});
-    updateInterest();
-}
-
-void ZNTScriptedPeer::sendInSlices(std::string_view bytes, std::size_t sliceLength)
-{
-    std::vector<std::string> slices;
-    for (std::size_t at = 0; at < bytes.size(); at += sliceLength)
-        slices.emplace_back(bytes.substr(at, sliceLength));
-    sendInSlices(std::move(slices));
 }
 
 void ZNTScriptedPeer::closeWhenSent()
@@ -93,11 +56,16 @@ void ZNTScriptedPeer::closeWhenSent()
     updateInterest();
 }
 
+void ZNTScriptedPeer::setReading(bool reading)
+{
+    isReading = reading;
+    updateInterest();
+}
+
 void ZNTScriptedPeer::reset()
 {
     const linger breakOff{1, 0};
-    if (client >= 0)
-        ::setsockopt(client, SOL_SOCKET, SO_LINGER, &breakOff, sizeof breakOff);
+    ::setsockopt(client, SOL_SOCKET, SO_LINGER, &breakOff, sizeof breakOff);
     dropClient();
 }
 
@@ -106,18 +74,6 @@ void ZNTScriptedPeer::stopListening()
     listeningWatch.reset();
     if (listening >= 0)
         ::close(std::exchange(listening, -1));
-}
-
-void ZNTScriptedPeer::stopReading()
-{
-    isReading = false;
-    updateInterest();
-}
-
-void ZNTScriptedPeer::resumeReading()
-{
-    isReading = true;
-    updateInterest();
 }
 
 void ZNTScriptedPeer::makeReceiveBufferSmall()
@@ -132,7 +88,6 @@ void ZNTScriptedPeer::acceptClient()
         return;
     dropClient();
     client = descriptor;
-    const int on = 1;
     ::setsockopt(client, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     ++accepted;
     clientClosed = false;
@@ -151,50 +106,21 @@ void ZNTScriptedPeer::dropClient()
 
 void ZNTScriptedPeer::serve(RunLoopInterest ready)
 {
-    if (includes(ready, RunLoopInterest::Readable) && isReading && !clientClosed)
-        receive();
-    if (client >= 0 && includes(ready, RunLoopInterest::Writable))
-        sendMore();
+    if (includes(ready, RunLoopInterest::Readable) && isReading && !clientClosed) {
+        std::array<char, longestPiece> piece;
+        const ssize_t count = ::recv(client, piece.data(), piece.size(), 0);
+        receivedBytes.append(piece.data(), static_cast<std::size_t>(count > 0 ? count : 0));
+        clientClosed = count == 0 || (count < 0 && errno != EAGAIN);
+    }
+    if (includes(ready, RunLoopInterest::Writable)) {
+        const ssize_t count = ::send(client, outgoing.data(), outgoing.size(), MSG_NOSIGNAL);
+        if (count < 0 && errno != EAGAIN)
+            outgoing.clear(); // the client is gone
+        outgoing.erase(0, static_cast<std::size_t>(count > 0 ? count : 0));
+        if (outgoing.empty() && std::exchange(closesWhenSent, false))
+            ::shutdown(client, SHUT_WR); // a close with bytes still unread would break the connection off
+    }
     updateInterest();
-}
-
-void ZNTScriptedPeer::receive()
-{
-    std::array<char, longestPiece> piece;
-    const ssize_t count = ::recv(client, piece.data(), piece.size(), 0);
-    if (count > 0) {
-        const std::string_view got(piece.data(), static_cast<std::size_t>(count));
-        receivedBytes += got;
-        if (pieceReceived)
-            pieceReceived(got);
-    } else if (count == 0 || errno != EAGAIN) {
-        clientClosed = true;
-    }
-}
-
-void ZNTScriptedPeer::sendMore()
-{
-    while (!outgoing.empty()) {
-        auto& next = outgoing.front();
-        if (next.restTurns-- > 0)
-            return;
-        next.restTurns = 0;
-        const ssize_t count =
-            ::send(client, next.bytes.data() + next.sent, next.bytes.size() - next.sent, MSG_NOSIGNAL);
-        if (count < 0) {
-            if (errno != EAGAIN)
-                outgoing.clear(); // the client is gone, and with it whoever could miss them
-            return;
-        }
-        next.sent += static_cast<std::size_t>(count);
-        if (next.sent < next.bytes.size())
-            return;
-        outgoing.pop_front();
-    }
-    if (closesWhenSent) {
-        closesWhenSent = false;
-        ::shutdown(client, SHUT_WR); // a close with bytes still unread would break the connection off
-    }
 }
 
 void ZNTScriptedPeer::updateInterest()
