@@ -26,19 +26,10 @@ void ZNTCommandRecorderDataSource::clearCommandsList()
     redisplay();
 }
 
-void ZNTCommandRecorderDataSource::addEmptyRow()
-{
-    addCommand(u"New Command");
-    if (_tableView)
-        _tableView->scrollToEndOfTable();
-}
+void ZNTCommandRecorderDataSource::addEmptyRow() { addCommand(u"New Command"); }
 
-void ZNTCommandRecorderDataSource::removeItem()
+void ZNTCommandRecorderDataSource::removeItem(long row)
 {
-    if (!_tableView)
-        return;
-    const long row = _tableView->selectedRow();
-    _tableView->abortEditing();
     if (!hasRow(row))
         return;
     _dataObjects_->erase(_dataObjects_->begin() + row);
@@ -58,6 +49,6 @@ void ZNTCommandRecorderDataSource::tableViewSetObjectValue(std::u16string_view v
 
 void ZNTCommandRecorderDataSource::redisplay()
 {
-    if (_tableView)
-        _tableView->reloadData();
+    if (listChanged)
+        listChanged();
 }

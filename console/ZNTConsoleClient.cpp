@@ -1,21 +1,16 @@
 #include "ZNTConsoleClient.h"
 
+#include "ZNTCommandRecorderView.h"
 #include "ZNTConsoleCommands.h"
 #include "ZNTText.h"
 
 #include <utility>
 
-namespace
-{
-constexpr double silenceSeconds = 0.5; // as long as the session waits before it takes a pause for one
-}
-
 ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTConsoleOptions& options)
     : surroundings(std::move(givenSurroundings)),
       options(options),
-      alerts(
-          surroundings.platform.alert, [this] { return isFarewellHeldBack(); },
-          [this] { platform.runLoop.post([this] { showAlertsAfterFarewell(); }); }),
+      alerts(surroundings.platform.runLoop, surroundings.platform.alert, ZNTConsoleScript::secondsOfSilence,
+             [this] { return isFarewellHeldBack(); }),
       platform{surroundings.platform.runLoop,
                surroundings.platform.clock,
                surroundings.platform.log,
@@ -25,12 +20,17 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
       outputView(options.isInColour(surroundings.outputIsTerminal) ? ZNTConsoleColour::Always
                                                                    : ZNTConsoleColour::Never,
                  surroundings.output),
+      screen(outputView),
       keeper(platform.places, platform.log, options.settings),
       store(platform.places, platform.log),
-      groups(platform, store, macroGroupBox),
-      macroList(platform, store, groups, macroTable),
-      controller(platform, screen(), services()),
-      _zntCommandRecorderView({recorderTable, recordingName, recordingSeconds, recorderSheet}, platform.log),
+      macros(store),
+      controller(platform, screen.elements(), services()),
+      script(
+          platform.runLoop, surroundings.input, controller,
+          surroundings.inputIsTerminal ? ZNTConsoleScript::Pace::AtOnce
+                                       : ZNTConsoleScript::Pace::AnswerByAnswer,
+          {.carryOut = [this](const std::string& line) { carryOut(line); },
+           .done = [this] { finish(hasLostLine && !surroundings.inputIsTerminal ? exitBroken : exitFine); }}),
       commands(std::make_unique<ZNTConsoleCommands>(*this))
 {
     surroundings.output.aboutToWrite = [this] { controller.writeQueuedLines(); };
@@ -44,50 +44,30 @@ ZNTConsoleClient::~ZNTConsoleClient()
     surroundings.output.holdGame = nullptr;
 }
 
-ZNTSessionScreen ZNTConsoleClient::screen()
-{
-    ZNTSessionScreen elements;
-    elements.textToServer = &commandLine;
-    elements.textFromServer = &outputView;
-    elements.ipAddress = &host;
-    elements.port = &port;
-    elements.mudName = &mudName;
-    elements.connectionButton = &connectionButton;
-    elements.myProgressIndicator = &spinner;
-    elements.macroTable = &macroTable;
-    elements._voiceOver = &voiceOver;
-    ZNTButton** directions[] = {&elements.northButton,     &elements.southButton,
-                                &elements.eastButton,      &elements.westButton,
-                                &elements.northEastButton, &elements.northWestButton,
-                                &elements.southEastButton, &elements.southWestButton,
-                                &elements.upButton,        &elements.downButton};
-    for (std::size_t at = 0; at < std::size(directions); ++at)
-        *directions[at] = &directionButtons[at];
-    return elements;
-}
-
 ZNTSessionServices ZNTConsoleClient::services()
 {
     return {.database = store,
-            .macros = macroList,
+            .macros = macros,
             .sounds = surroundings.sounds,
             .speechEngine = surroundings.speechEngine,
             .screenReader = screenReader,
             .streams = surroundings.streams,
-            .showZNTCommandRecorderView =
-                [this](ZNTCommandRecorderDataSource& commands) {
-                    _zntCommandRecorderView.set_theDataSource(commands);
+            // There is no sheet; `finishRecording` shows the commands.
+            .showZNTCommandRecorderView = [](ZNTCommandRecorderDataSource&) {},
+            .sessionChanged =
+                [this](ZNTSessionChange what) {
+                    if (what == ZNTSessionChange::State)
+                        stateChanged();
                 },
-            .sessionChanged = [this](ZNTSessionChange) { sessionChanged(); },
-            .textShown = [this] { textShown(); },
-            .silencePassed = [this] { silencePassed(); },
+            .textShown = [this] { script.textShown(); },
+            .silencePassed = [this] { script.silencePassed(); },
             .settings = keeper.settings()};
 }
 
 void ZNTConsoleClient::start()
 {
     if (!surroundings.input.start({.line = [this](const std::string& line) { handleLine(line); },
-                                   .end = [this] { inputEnded(); },
+                                   .end = [this] { script.inputEnded(); },
                                    .catchUp = [this] { surroundings.output.catchUp(); }})) {
         complain(u"Standard input cannot be read: the system has no room for waiting for it.");
         finish(exitBroken);
@@ -97,8 +77,8 @@ void ZNTConsoleClient::start()
         startDemo();
     else if (!options.host.empty())
         connect(znt::textFromUtf8(options.host), options.port);
-    else if (const auto offered = host.text(); !offered.empty())
-        say(u"Type /connect to play " + mudName.text() + u" (" + offered + u" " + port.text() +
+    else if (const auto offered = screen.host.text(); !offered.empty())
+        say(u"Type /connect to play " + screen.mudName.text() + u" (" + offered + u" " + screen.port.text() +
             u"), or /help.");
     else
         say(u"Type /connect HOST PORT to play, /muds for a list of games, or /help.");
@@ -106,10 +86,10 @@ void ZNTConsoleClient::start()
 
 void ZNTConsoleClient::startDemo()
 {
-    isStartingDemo = true;
+    script.setHeld(true);
     demoGame = std::make_unique<ZNTDemoGame>(platform.runLoop, surroundings.demoProgram);
     demoGame->start(controller.cfStringEncoding(), [this](const ZNTResult<std::uint16_t>& started) {
-        isStartingDemo = false;
+        script.setHeld(false);
         if (started) {
             connect(u"127.0.0.1", started.value());
             return;
@@ -126,16 +106,14 @@ void ZNTConsoleClient::connect(std::u16string_view newHost, int newPort)
         return;
     }
     if (!newHost.empty()) {
-        host.setText(newHost);
-        port.setText(znt::decimalText(newPort));
+        screen.host.setText(newHost);
+        screen.port.setText(znt::decimalText(newPort));
     }
-    if (host.text().empty() || znt::integerValue(port.text()) <= 0) {
+    if (screen.host.text().empty() || znt::integerValue(screen.port.text()) <= 0) {
         complain(u"Name a game: /connect HOST PORT, or make one of /muds the default.");
         return;
     }
     controller.connectToServer();
-    if (controller.lastEnding() == ZNTSessionEnding::Broken && !surroundings.inputIsTerminal)
-        finish(exitBroken); // refused before an attempt could begin
 }
 
 void ZNTConsoleClient::disconnect()
@@ -150,12 +128,6 @@ void ZNTConsoleClient::disconnect()
     }
 }
 
-bool ZNTConsoleClient::mustWait() const
-{
-    return isStartingDemo || controller.state() == ZNTSessionState::Connecting ||
-           (isAnswerAwaited && controller.isConnected());
-}
-
 void ZNTConsoleClient::handleLine(const std::string& utf8)
 {
     // On a terminal the client's own commands work at once, also to give up an attempt to connect.
@@ -164,23 +136,7 @@ void ZNTConsoleClient::handleLine(const std::string& utf8)
         carryOut(utf8);
         return;
     }
-    waitingLines.push_back(utf8);
-    sendWaitingLines();
-}
-
-void ZNTConsoleClient::readOnOrPause()
-{
-    surroundings.input.setPaused(waitingLines.size() >= mostWaitingLines);
-}
-
-void ZNTConsoleClient::sendWaitingLines()
-{
-    while (!waitingLines.empty() && !mustWait() && !hasFinished) {
-        const auto line = std::move(waitingLines.front());
-        waitingLines.pop_front();
-        carryOut(line);
-    }
-    readOnOrPause();
+    script.add(utf8);
 }
 
 void ZNTConsoleClient::carryOut(const std::string& utf8)
@@ -196,70 +152,33 @@ void ZNTConsoleClient::carryOut(const std::string& utf8)
         return;
     }
     surroundings.input.replaceTypedLine();
-    commandLine.setText(znt::textFromUtf8(std::string_view(utf8).substr(utf8.starts_with("//") ? 1 : 0)));
-    isAnswerAwaited = !surroundings.inputIsTerminal;
-    lastSent = platform.runLoop.now();
+    screen.commandLine.setText(
+        znt::textFromUtf8(std::string_view(utf8).substr(utf8.starts_with("//") ? 1 : 0)));
+    script.lineSent();
     controller.controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
 }
 
-void ZNTConsoleClient::textShown()
-{
-    isAnswerAwaited = false;
-    platform.runLoop.post([this] { sendWaitingLines(); });
-}
-
-void ZNTConsoleClient::silencePassed()
-{
-    if (platform.runLoop.now() - lastSent < silenceSeconds)
-        return; // it began before the last line was sent
-    isAnswerAwaited = false;
-    sendWaitingLines();
-    finishAfterLastLine();
-}
-
-void ZNTConsoleClient::finishAfterLastLine()
-{
-    const bool isOnItsWay = controller.isConnected() && controller.isWalking();
-    if (hasInputEnded && waitingLines.empty() && !mustWait() && !isOnItsWay)
-        finish(hasLostLine && !surroundings.inputIsTerminal ? exitBroken : exitFine);
-}
-
-void ZNTConsoleClient::inputEnded()
-{
-    hasInputEnded = true;
-    if (!isStartingDemo && controller.state() == ZNTSessionState::Idle)
-        finishAfterLastLine();
-}
-
-void ZNTConsoleClient::sessionChanged()
+void ZNTConsoleClient::stateChanged()
 {
     const auto state = controller.state();
-    if (state == std::exchange(knownState, state))
-        return;
     useSettingsOfGame(state);
     if (state == ZNTSessionState::Connected) {
-        alerts.showWaiting();                            // of the connection before
-        isAnswerAwaited = !surroundings.inputIsTerminal; // a script reads the greeting first
-        platform.runLoop.post([this] { sendWaitingLines(); });
+        alerts.showWaiting(); // of the connection before
+        script.connected();
     }
     if (state != ZNTSessionState::Idle || surroundings.inputIsTerminal)
         return;
-    if (controller.lastEnding() == ZNTSessionEnding::Broken) {
+    if (controller.lastEnding() == ZNTSessionEnding::Broken)
         finish(exitBroken);
-        return;
-    }
-    isAnswerAwaited = false;
-    platform.runLoop.post([this] {
-        sendWaitingLines();
-        finishAfterLastLine();
-    });
+    else
+        script.disconnected();
 }
 
 /// A game may have settings of its own. They end with the connection.
 void ZNTConsoleClient::useSettingsOfGame(ZNTSessionState state)
 {
     if (state == ZNTSessionState::Connecting)
-        keeper.beginGame(znt::utf8FromText(host.text()), znt::utf8FromText(port.text()));
+        keeper.beginGame(znt::utf8FromText(screen.host.text()), znt::utf8FromText(screen.port.text()));
     else if (state == ZNTSessionState::Idle)
         keeper.endGame();
     controller.setSettings(keeper.settings());
@@ -271,7 +190,9 @@ void ZNTConsoleClient::finish(int exitCode)
 {
     if (std::exchange(hasFinished, true))
         return;
-    // On a later turn: what is held back is shown first, and nobody's callback is cut short.
+    script.stop();
+    // On a later turn, because the caller may be in the middle of the session's work. What is held back is
+    // shown first.
     platform.runLoop.post([this, exitCode] {
         controller.showAllThatCame();
         alerts.showWaiting();
@@ -289,23 +210,6 @@ bool ZNTConsoleClient::isFarewellHeldBack() const
     return controller.lastEnding() != ZNTSessionEnding::None && controller.hasTextHeldBack();
 }
 
-void ZNTConsoleClient::showAlertsAfterFarewell()
-{
-    // The session's own wait has begun before this one, which is as long, and so ends before it. It begins
-    // again where triggers had a long chunk to answer first.
-    alertTimer = platform.runLoop.startTimer(silenceSeconds, RunLoopRepeat::Once, [this] {
-        if (isFarewellHeldBack())
-            showAlertsAfterFarewell();
-        else
-            alerts.showWaiting();
-    });
-}
-
-void ZNTConsoleClient::rereadMacroGroups()
-{
-    platform.notifications.post(ZNTMacroGroupDropDownController::comboBoxChangedName, &groups);
-}
-
 void ZNTConsoleClient::finishRecording(std::u16string_view name, std::u16string_view seconds)
 {
     controller.doneRecording();
@@ -313,9 +217,9 @@ void ZNTConsoleClient::finishRecording(std::u16string_view name, std::u16string_
         say(u"  " + command);
     if (name.empty())
         return;
-    recordingName.setText(name);
-    recordingSeconds.setText(seconds);
-    _zntCommandRecorderView.saveToDatabase();
+    ZNTAutoCommands record;
+    ZNTCommandRecorderView::save(record, controller.recorder()._textRecorderBean(), name, seconds,
+                                 platform.log);
 }
 
 void ZNTConsoleClient::say(std::u16string_view line)

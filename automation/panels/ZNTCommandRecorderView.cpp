@@ -7,7 +7,7 @@
 ZNTCommandRecorderView::~ZNTCommandRecorderView()
 {
     if (_theDataSource_)
-        _theDataSource_->set_tableView(nullptr);
+        _theDataSource_->listChanged = nullptr;
 }
 
 void ZNTCommandRecorderView::set_theDataSource(ZNTCommandRecorderDataSource& dataSource)
@@ -27,20 +27,25 @@ void ZNTCommandRecorderView::buildUIFromDatabaseObjectForUpdate(ZNTAutoCommands 
 
 void ZNTCommandRecorderView::buildViewData()
 {
-    _theDataSource_->set_tableView(&elements._theTableView);
+    _theDataSource_->listChanged = [this] { elements._theTableView.reloadData(); };
     elements._theTableView.reloadData();
 }
 
 void ZNTCommandRecorderView::addEmptyRow()
 {
-    if (_theDataSource_)
-        _theDataSource_->addEmptyRow();
+    if (!_theDataSource_)
+        return;
+    _theDataSource_->addEmptyRow();
+    elements._theTableView.scrollToEndOfTable();
 }
 
 void ZNTCommandRecorderView::removeItem()
 {
-    if (_theDataSource_)
-        _theDataSource_->removeItem();
+    if (!_theDataSource_)
+        return;
+    const long row = elements._theTableView.selectedRow();
+    elements._theTableView.abortEditing();
+    _theDataSource_->removeItem(row);
 }
 
 void ZNTCommandRecorderView::clearList()
@@ -51,12 +56,17 @@ void ZNTCommandRecorderView::clearList()
 
 void ZNTCommandRecorderView::saveToDatabase()
 {
-    if (!_theDataSource_)
-        return;
-    _autoCommands_._name = elements._aliasName.text();
-    _autoCommands_._commands = _theDataSource_->_dataObjects();
-    _autoCommands_._secondsBetweenSendingCommand =
-        znt::integerValue(elements._secondsBetweenSendingCommands.text());
-    log.log("OBJ: " + _autoCommands_.description());
-    _theDataSource_->clearCommandsList(); // and so the record's, for they are one list
+    if (_theDataSource_)
+        save(_autoCommands_, *_theDataSource_, elements._aliasName.text(),
+             elements._secondsBetweenSendingCommands.text(), log);
+}
+
+void ZNTCommandRecorderView::save(ZNTAutoCommands& record, ZNTCommandRecorderDataSource& commands,
+                                  std::u16string_view name, std::u16string_view seconds, ZNTPlatformLog& log)
+{
+    record._name = name;
+    record._commands = commands._dataObjects();
+    record._secondsBetweenSendingCommand = znt::integerValue(seconds);
+    log.log("OBJ: " + record.description());
+    commands.clearCommandsList(); // the record's commands are this list, so they are empty now, too
 }

@@ -5,7 +5,7 @@
 #include "ZNTPlatformLog.h"
 #include "ZNTScreenElements.h"
 
-/// The sheet in which recorded commands are reviewed, edited and named.
+/// The sheet in which the player reviews, edits and names recorded commands.
 class ZNTCommandRecorderView
 {
 public:
@@ -24,7 +24,8 @@ public:
 
     /// Shows and edits this very list, which outlives the sheet or is replaced.
     void set_theDataSource(ZNTCommandRecorderDataSource& dataSource);
-    /// Shows an existing record; the list becomes its commands.
+    /// Shows an existing record; the list becomes its commands. Kept as part of the interface: for records
+    /// that were stored, as soon as there are some.
     void buildUIFromDatabaseObjectForUpdate(ZNTAutoCommands record);
 
     void showWindow() { elements.theSheet.show(); }
@@ -35,8 +36,13 @@ public:
     void removeItem();
     void clearList();
     void cancelEditing() { closeSheet(); }
-    /// Fills the record, writes it to the platform's log and empties the list; the sheet stays open.
+    /// Saves what the sheet shows; the sheet stays open.
     void saveToDatabase();
+
+    /// Fills `record` with the name, the commands and the number at the start of `seconds`, writes it to the
+    /// log and empties the list. The terminal client, which has no sheet, saves with it.
+    static void save(ZNTAutoCommands& record, ZNTCommandRecorderDataSource& commands,
+                     std::u16string_view name, std::u16string_view seconds, ZNTPlatformLog& log);
 
     [[nodiscard]] const ZNTAutoCommands& _autoCommands() const { return _autoCommands_; }
     [[nodiscard]] ZNTCommandRecorderDataSource* _theDataSource() const { return _theDataSource_; }

@@ -1,9 +1,7 @@
 #include "ZNTMacroGroupDropDownController.h"
 
-#include "ZNTDatabaseHelper.h"
 #include "ZNTText.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace
@@ -15,9 +13,8 @@ ZNTMacroGroupDropDownController::ZNTMacroGroupDropDownController(const ZNTPlatfo
                                                                  ZNTDatabaseHelper& database,
                                                                  ZNTComboBox& macroGroupComboBox)
     : platform(platform),
-      database(database),
       macroGroupComboBox(macroGroupComboBox),
-      macroGroups_(database.getAllMacroGroupsFromDatabase()),
+      groups(database, platform.log),
       comboBoxChanged(platform.notifications.observe(
           std::string(comboBoxChangedName),
           [this](std::string_view name, const void*) { loadAllMacroGroups(name); }))
@@ -27,13 +24,8 @@ ZNTMacroGroupDropDownController::ZNTMacroGroupDropDownController(const ZNTPlatfo
 
 const ZNTMacroGroup* ZNTMacroGroupDropDownController::getCurrentMacroGroup() const
 {
-    const auto name = currentValueInComboBox_.empty() ? macroGroupComboBox.text() : currentValueInComboBox_;
-    if (name.empty())
-        return nullptr;
-    const auto wanted = znt::trimmedOfBlanks(name);
-    const auto found = std::find_if(macroGroups_.begin(), macroGroups_.end(),
-                                    [&](const ZNTMacroGroup& group) { return group.groupName == wanted; });
-    return found == macroGroups_.end() ? nullptr : &*found;
+    return groups.named(currentValueInComboBox_.empty() ? macroGroupComboBox.text()
+                                                        : currentValueInComboBox_);
 }
 
 std::int64_t ZNTMacroGroupDropDownController::getCurrentMacroGroupOid(WhenNoneMatches whenNoneMatches)
@@ -51,25 +43,19 @@ std::int64_t ZNTMacroGroupDropDownController::getCurrentMacroGroupOid(WhenNoneMa
 
 void ZNTMacroGroupDropDownController::createNewMacroGroup()
 {
+    const auto show = [this](const ZNTMacroGroups::Message& message) {
+        platform.alert.showMessage(message.title, message.text);
+    };
     if (getCurrentMacroGroup()) {
-        platform.alert.showMessage(u"Macro Name taken",
-                                   u"You can not name 2 macro groups with the same name.");
-        return;
+        show(ZNTMacroGroups::nameTaken);
+    } else if (currentValueInComboBox_.empty()) {
+        show(ZNTMacroGroups::nameMissing);
+    } else {
+        groups.add(znt::trimmedOfBlanks(macroGroupComboBox.text()));
+        macroGroupComboBox.reloadData();
+        platform.notifications.post(comboBoxChangedName, this);
+        show(ZNTMacroGroups::created); // also if it was not saved; the log says so
     }
-    if (currentValueInComboBox_.empty()) {
-        platform.alert.showMessage(u"Please input a Macro Group name.",
-                                   u"You need to have at least 1 character for a macro name.");
-        return;
-    }
-    ZNTMacroGroup group;
-    group.groupName = znt::trimmedOfBlanks(macroGroupComboBox.text());
-    database.insertMacroGroup(group);
-    if (!database.didLastChangeSucceed())
-        platform.log.log("The macro group was not saved: the database could not be written.");
-    macroGroups_.push_back(std::move(group));
-    macroGroupComboBox.reloadData();
-    platform.notifications.post(comboBoxChangedName, this);
-    platform.alert.showMessage(u"Macro Group Created!.", u"New Macro Grop Added.");
 }
 
 void ZNTMacroGroupDropDownController::deleteMacroGroup()
@@ -89,8 +75,7 @@ void ZNTMacroGroupDropDownController::deleteMacroGroup()
 
 void ZNTMacroGroupDropDownController::deleteConfirmedGroup(std::int64_t oid)
 {
-    database.deleteMacroByOid(oid);
-    std::erase_if(macroGroups_, [oid](const ZNTMacroGroup& group) { return group.oid == oid; });
+    groups.remove(oid);
     macroGroupComboBox.setText(u"");
     macroGroupComboBox.reloadData();
 }
@@ -98,7 +83,7 @@ void ZNTMacroGroupDropDownController::deleteConfirmedGroup(std::int64_t oid)
 std::u16string ZNTMacroGroupDropDownController::comboBoxObjectValueForItemAtIndex(long index) const
 {
     return index >= 0 && index < numberOfItemsInComboBox()
-               ? macroGroups_[static_cast<std::size_t>(index)].groupName
+               ? macroGroups()[static_cast<std::size_t>(index)].groupName
                : std::u16string();
 }
 
@@ -119,5 +104,5 @@ ZNTMacroGroupDropDownController::observeCurrentValueInComboBox(std::function<voi
 void ZNTMacroGroupDropDownController::loadAllMacroGroups(std::string_view notification)
 {
     if (notification == comboBoxChangedName)
-        macroGroups_ = database.getAllMacroGroupsFromDatabase();
+        groups.reload();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZNTMacroGroup.h"
+#include "ZNTMacroGroups.h"
 #include "ZNTPlatform.h"
 #include "ZNTScreenElements.h"
 
@@ -11,17 +11,15 @@
 #include <string_view>
 #include <vector>
 
-class ZNTDatabaseHelper;
-
-/// The selector of macro groups: an editable combo box over the stored groups. The current group is whatever
-/// name it shows, looked up afresh each time; nothing else remembers it.
+/// The selector of macro groups: an editable combo box over the stored groups. The current group is the one
+/// whose name the box shows. It is looked up again each time; nothing else remembers it.
 class ZNTMacroGroupDropDownController
 {
 public:
     /// The notification after which the groups are read from the store again.
     static constexpr std::string_view comboBoxChangedName = "COMBO_BOX_CHANGED";
 
-    /// All of it outlives this.
+    /// All arguments outlive this.
     ZNTMacroGroupDropDownController(const ZNTPlatform& platform, ZNTDatabaseHelper& database,
                                     ZNTComboBox& macroGroupComboBox);
 
@@ -37,27 +35,26 @@ public:
     void deleteMacroGroup();
 
     // The combo box's questions
-    [[nodiscard]] long numberOfItemsInComboBox() const { return static_cast<long>(macroGroups_.size()); }
+    [[nodiscard]] long numberOfItemsInComboBox() const { return static_cast<long>(macroGroups().size()); }
     [[nodiscard]] std::u16string comboBoxObjectValueForItemAtIndex(long index) const;
 
-    /// What the player picked or typed last. The front end sets it on every change of the box; each setting
-    /// tells the observers.
+    /// The name that the player picked or typed last. The front end sets it on every change of the box, and
+    /// each setting calls the observers.
     [[nodiscard]] const std::u16string& currentValueInComboBox() const { return currentValueInComboBox_; }
     void setCurrentValueInComboBox(std::u16string_view value);
-    /// `observer` hears of every setting for as long as the object it is given back lives.
+    /// Calls `observer` at every setting, until the returned object is destroyed.
     [[nodiscard]] std::unique_ptr<ZNTNotificationCenter::Observation>
     observeCurrentValueInComboBox(std::function<void()> observer);
 
-    [[nodiscard]] const std::vector<ZNTMacroGroup>& macroGroups() const { return macroGroups_; }
+    [[nodiscard]] const std::vector<ZNTMacroGroup>& macroGroups() const { return groups.all(); }
 
 private:
     void loadAllMacroGroups(std::string_view notification);
     void deleteConfirmedGroup(std::int64_t oid);
 
     ZNTPlatform platform;
-    ZNTDatabaseHelper& database;
     ZNTComboBox& macroGroupComboBox;
-    std::vector<ZNTMacroGroup> macroGroups_;
+    ZNTMacroGroups groups;
     std::u16string currentValueInComboBox_;
     ZNTNotificationCenter valueObservers;
     std::unique_ptr<ZNTNotificationCenter::Observation> comboBoxChanged;

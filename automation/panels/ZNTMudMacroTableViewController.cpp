@@ -16,8 +16,8 @@ constexpr std::string_view macroAddedName = "MACRO_ADDED", macroRemovedName = "M
 ZNTMudMacroTableViewController::ZNTMudMacroTableViewController(
     const ZNTPlatform& platform, ZNTDatabaseHelper& database,
     ZNTMacroGroupDropDownController& dropDownController, ZNTTableView& macroTable)
-    : platform(platform),
-      database(database),
+    : ZNTStoredMacros(database),
+      platform(platform),
       dropDownController(dropDownController),
       macroTable(macroTable)
 {
@@ -99,17 +99,6 @@ void ZNTMudMacroTableViewController::removeItem()
 std::optional<ZNTMacro> ZNTMudMacroTableViewController::getMacroByName(std::u16string_view name)
 {
     return database.getMacroFromDatabaseByName(name);
-}
-
-std::vector<std::u16string> ZNTMudMacroTableViewController::getAllMacroNames()
-{
-    return database.getAllMacroNames();
-}
-
-std::optional<std::u16string> ZNTMudMacroTableViewController::textOfMacroNamed(std::u16string_view name)
-{
-    const auto macro = getMacroByName(name);
-    return macro ? std::optional(macro->dataToExecute) : std::nullopt;
 }
 
 std::optional<std::u16string> ZNTMudMacroTableViewController::textOfMacroAtIndex(long index) const

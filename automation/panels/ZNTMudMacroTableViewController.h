@@ -1,9 +1,9 @@
 #pragma once
 
 #include "ZNTMacro.h"
-#include "ZNTMacroSource.h"
 #include "ZNTPlatform.h"
 #include "ZNTScreenElements.h"
+#include "ZNTStoredMacros.h"
 
 #include <memory>
 #include <optional>
@@ -11,15 +11,14 @@
 #include <string_view>
 #include <vector>
 
-class ZNTDatabaseHelper;
 class ZNTMacroGroupDropDownController;
 
-/// The macros of the selected group, one row each in a table. Serves the command line too, which finds macros
+/// The macros of the selected group, one row each in a table. The command line uses it, too: it finds macros
 /// by name in all groups.
-class ZNTMudMacroTableViewController final : public ZNTMacroSource
+class ZNTMudMacroTableViewController final : public ZNTStoredMacros
 {
 public:
-    /// All of it outlives this.
+    /// All arguments outlive this.
     ZNTMudMacroTableViewController(const ZNTPlatform& platform, ZNTDatabaseHelper& database,
                                    ZNTMacroGroupDropDownController& dropDownController,
                                    ZNTTableView& macroTable);
@@ -30,23 +29,22 @@ public:
     /// -1 when none is selected.
     [[nodiscard]] long getCurrentSelectedMacroIndex() const { return macroTable.selectedRow(); }
 
-    /// What is to be said of the row beside its name; mostly nothing.
+    /// The row's tool tip; empty for most rows.
     [[nodiscard]] std::u16string tableViewToolTipForRow(long row) const;
 
     void addMacroToList(ZNTMacro macro);
-    /// A row that is not there changes nothing.
+    /// If there is no such row, nothing changes.
     void updateMacroInList(ZNTMacro macro, long indexOfObject);
     void setNewList(std::vector<ZNTMacro> newMacros);
+    /// Kept as part of the interface: empties the list, but not the store.
     void clearMacroList();
-    /// Reads the current group's macros again; those of its list that are unsaved stay behind them. Without a
-    /// current group the list stays as it is.
+    /// Reads the macros of the current group again. Unsaved macros of the group stay, at the end of the list.
+    /// Without a current group the list stays as it is.
     void loadMacrosForMacroGroup();
-    /// Deletes the selected macro, without a question; without one it does nothing.
+    /// Deletes the selected macro without a question. If none is selected, it does nothing.
     void removeItem();
 
     [[nodiscard]] std::optional<ZNTMacro> getMacroByName(std::u16string_view name);
-    [[nodiscard]] std::vector<std::u16string> getAllMacroNames() override;
-    [[nodiscard]] std::optional<std::u16string> textOfMacroNamed(std::u16string_view name) override;
     [[nodiscard]] std::optional<std::u16string> textOfMacroAtIndex(long index) const override;
 
 private:
@@ -54,7 +52,6 @@ private:
     void loadAllMacros(std::string_view notification);
 
     ZNTPlatform platform;
-    ZNTDatabaseHelper& database;
     ZNTMacroGroupDropDownController& dropDownController;
     ZNTTableView& macroTable;
     std::vector<ZNTMacro> macros;

@@ -11,7 +11,8 @@ namespace
 
 using Value = ZNTMudListArrayController::Value;
 
-/// The field of `entry` that a column names, as one of the three kinds; all null for an unknown column.
+/// The field of `entry` that a column names, as one of the three kinds. All are null if the column is
+/// unknown.
 struct Field {
     std::u16string* text = nullptr;
     std::int64_t* number = nullptr;
@@ -84,10 +85,10 @@ std::u16string ZNTMudListArrayController::tableViewToolTipForRow(long row) const
     return std::u16string(entry ? znt::unsavedSentence(*entry) : u"");
 }
 
-void ZNTMudListArrayController::tableViewSetObjectValue(const Value& value, std::string_view column, long row)
+bool ZNTMudListArrayController::tableViewSetObjectValue(const Value& value, std::string_view column, long row)
 {
     if (!objectAtIndex(row))
-        return;
+        return false;
     auto& entry = _dataObjects[static_cast<std::size_t>(row)];
     const auto field = fieldOf(entry, column);
     if (column == "defaultConnection")
@@ -99,9 +100,10 @@ void ZNTMudListArrayController::tableViewSetObjectValue(const Value& value, std:
     else if (field.flag)
         *field.flag = asNumber(value) != 0;
     else
-        return;
+        return false;
     znt::saveShownRow(database, entry);
     redisplay();
+    return database.didLastChangeSucceed();
 }
 
 void ZNTMudListArrayController::takeDefaultFromAllBut(const ZNTMudList& entry)
@@ -128,20 +130,28 @@ void ZNTMudListArrayController::addEmptyRow()
 
 void ZNTMudListArrayController::deleteSelectedRow()
 {
-    const long row = _tableView ? _tableView->selectedRow() : -1;
+    if (_tableView)
+        deleteRow(_tableView->selectedRow());
+}
+
+bool ZNTMudListArrayController::deleteRow(long row)
+{
     const auto* entry = objectAtIndex(row);
     if (!entry)
-        return;
+        return false;
     znt::deleteShownRow(database, *entry);
     _dataObjects.erase(_dataObjects.begin() + row);
     redisplay();
+    return database.didLastChangeSucceed();
 }
 
-void ZNTMudListArrayController::restoreSystemMudList()
+bool ZNTMudListArrayController::restoreSystemMudList()
 {
     database.restoreSystemDefaultMudList();
+    const bool isStored = database.didLastChangeSucceed();
     _dataObjects = database.getAllMudsFromMudList();
     redisplay();
+    return isStored;
 }
 
 void ZNTMudListArrayController::add(ZNTMudList entry)

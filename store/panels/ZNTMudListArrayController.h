@@ -21,7 +21,8 @@ public:
     /// `database` outlives this.
     explicit ZNTMudListArrayController(ZNTDatabaseHelper& database);
 
-    /// The table that shows the list, or null. It outlives this or is replaced.
+    /// The table that shows the list. Null if no table shows it, as in the terminal client. It outlives this
+    /// or is replaced.
     void set_tableView(ZNTTableView* tableView) { _tableView = tableView; }
 
     [[nodiscard]] long numberOfRowsInTableView() const { return static_cast<long>(_dataObjects.size()); }
@@ -29,20 +30,25 @@ public:
     [[nodiscard]] const ZNTMudList* objectAtIndex(long row) const;
     /// An empty text for a row or a column that is not there.
     [[nodiscard]] Value tableViewObjectValueForTableColumn(std::string_view column, long row) const;
-    /// What is to be said of the row beside its cells; mostly nothing.
+    /// The row's tool tip; empty for most rows.
     [[nodiscard]] std::u16string tableViewToolTipForRow(long row) const;
-    /// Stores the change at once. A port is read from text too. Making one entry the default takes the mark
-    /// from every other.
-    void tableViewSetObjectValue(const Value& value, std::string_view column, long row);
+    /// Stores the change at once. A port may be given as text. If an entry becomes the default, no other
+    /// entry is the default any longer. Returns whether the store has written the entry.
+    bool tableViewSetObjectValue(const Value& value, std::string_view column, long row);
 
-    // The sheet's buttons; those that need a selected row do nothing without one.
+    // The sheet's buttons. If a button needs a selected row and none is selected, it does nothing.
     void addEmptyRow();
     void deleteSelectedRow();
-    void restoreSystemMudList();
+    /// Shows every game again. Returns whether the store has written that.
+    bool restoreSystemMudList();
+    /// Hides the game of one row, which takes it from the list. Returns whether the store has written that.
+    /// If there is no such row, nothing changes.
+    bool deleteRow(long row);
     /// Appends a record to the shown list.
     void add(ZNTMudList entry);
 
-    /// Marks every entry with this host and port as not available. Nothing calls it yet.
+    /// Marks every entry with this host and port as not available. Kept as part of the interface: for games
+    /// that do not answer.
     void setInactiveByIpAndPort(std::u16string_view address, std::int64_t portConnectingTo);
 
 private:

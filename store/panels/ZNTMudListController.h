@@ -25,8 +25,8 @@ public:
     void showWindow() { elements.theSheet.show(); }
     void closeSheet() { elements.theSheet.close(); }
     void cancelEditing() { closeSheet(); }
-    /// Fills the main window's fields from the selected game and closes; it does not connect. Without a
-    /// selected game it does nothing.
+    /// Fills the main window's fields from the selected game and closes the sheet; it does not connect. If no
+    /// game is selected, it does nothing.
     void connectToMud();
 
 private:

@@ -10,8 +10,8 @@ class ZNTDatabaseHelper;
 
 /// Saves and deletes the records that a list shows.
 ///
-/// A failed insert leaves a record with the key of another row. Such a record stays in its list and is marked
-/// as unsaved; these operations keep it from that other row.
+/// A record whose insert failed has the key of another row. It stays in its list and is marked as unsaved,
+/// and these operations never change or delete that other row.
 namespace znt
 {
 
@@ -25,7 +25,7 @@ void deleteShownRow(ZNTDatabaseHelper& database, const ZNTTrigger& trigger);
 void deleteShownRow(ZNTDatabaseHelper& database, const ZNTMacro& macro);
 void deleteShownRow(ZNTDatabaseHelper& database, const ZNTMudList& entry);
 
-/// The sentence that a row's tool tip says about an unsaved record; empty for any other.
+/// The sentence of an unsaved record's tool tip; empty for any other record.
 template <typename Record>
 constexpr std::u16string_view unsavedSentence(const Record& record)
 {

@@ -256,7 +256,7 @@ TEST_F(ZNTConsoleClientTest, WhatNeedsNoConnectionIsDoneAndThePlayerIsToldThatTh
 TEST_F(ZNTConsoleClientTest, AnEndlessScriptIsReadNoFasterThanItIsSent)
 {
     startConnected();
-    for (std::size_t line = 0; line < ZNTConsoleClient::mostWaitingLines; ++line) {
+    for (std::size_t line = 0; line < ZNTConsoleScript::mostWaitingLines; ++line) {
         EXPECT_FALSE(input.isPaused);
         type("look");
     }
