@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr std::size_t longestGram = 8;
-/// Of the text, at a time; a multiple of every stride.
+/// Characters of the text that are taken at a time; a multiple of every stride.
 constexpr std::size_t blockLength = 15'360;
 
 std::uint64_t hashed(std::uint64_t gram) { return gram * 0x9E3779B97F4A7C15U; }
@@ -39,8 +39,8 @@ std::vector<unsigned char> paddedLowBytes(std::u16string_view text)
     return lowBytes;
 }
 
-/// How often a gram occurs in a game's text, roughly: as if its characters were drawn one by one with the
-/// frequencies of English.
+/// How often a gram occurs in a game's text, roughly: as if its characters came one by one with the
+/// frequencies of English. A wrong guess costs time and nothing else.
 double expectedFrequency(std::uint64_t gram, std::size_t length)
 {
     constexpr std::string_view byFrequency = " etaoinsrhldcumfpgwybvk";
@@ -53,9 +53,9 @@ double expectedFrequency(std::uint64_t gram, std::size_t length)
     return frequency;
 }
 
-/// How often each gram occurs in the literals themselves, roughly (grams can share a counter). Literals of
-/// one player's triggers have beginnings and ends in common, and a window there would be compared with them
-/// all.
+/// How often each gram occurs in the literals themselves, roughly (grams can share a counter). The literals
+/// of one player's triggers often begin or end alike, and a gram from there would cause a comparison with all
+/// of them.
 class GramCounts
 {
 public:
@@ -172,6 +172,8 @@ void ZNTLiteralFilter::addGroup(const Band& band, const std::vector<std::uint32_
         for (std::size_t at = 0; at + band.gramLength <= literals[number].size(); ++at)
             counts.add(gramAt(&lowBytes[at]) & group.gramMask);
     }
+    // Any `stride` consecutive grams of a literal would do. Those are taken that the walk meets least often
+    // by chance, because each meeting costs a comparison.
     for (const auto number : members) {
         const auto lowBytes = paddedLowBytes(literals[number]);
         std::size_t window = 0;
@@ -192,14 +194,15 @@ void ZNTLiteralFilter::addGroup(const Band& band, const std::vector<std::uint32_
                 {gramAt(&lowBytes[at]) & group.gramMask, number, static_cast<std::uint32_t>(at)});
     }
 
-    // One bit in 64 or fewer is set, and the bitmap stays within the second cache.
+    // At most one bit in 64 is set, and the bitmap fits into the processor's second cache.
     const auto bitmapBits = std::clamp<unsigned>(std::bit_width(group.entries.size() * 64), 12, 22);
     const auto bucketBits = std::clamp<unsigned>(std::bit_width(group.entries.size()), 4, 18);
     group.bitmapShift = 64 - bitmapBits;
     group.bucketShift = 64 - bucketBits;
     group.bitmap.resize(std::size_t{1} << (bitmapBits - 6));
     const auto bucketOf = [&](const Entry& entry) { return hashed(entry.gram) >> group.bucketShift; };
-    // Where a gram stands more than once in a literal, its last place tells of the earliest occurrence.
+    // If a gram stands more than once in a literal, its last place belongs to the earliest occurrence, so
+    // places are added in ascending order.
     std::sort(group.entries.begin(), group.entries.end(), [&](const Entry& a, const Entry& b) {
         return bucketOf(a) != bucketOf(b) ? bucketOf(a) < bucketOf(b) : a.offsetInLiteral > b.offsetInLiteral;
     });
@@ -252,7 +255,8 @@ void ZNTLiteralFilter::searchBlock(const Group& group, std::u16string_view text,
             compare(group, gramAt(lowBytes + at) & mask, hash, text, blockStart + at, occurrences);
     };
     std::size_t at = 0;
-    for (; at + 3 * stride < length; at += 4 * stride) { // four at a time: seldom is one of them set
+    // Four places at a time with one branch, because a bit is seldom set.
+    for (; at + 3 * stride < length; at += 4 * stride) {
         const auto set = isSet(hashAt(at)) | isSet(hashAt(at + stride)) | isSet(hashAt(at + 2 * stride)) |
                          isSet(hashAt(at + 3 * stride));
         if (set != 0) [[unlikely]] {

@@ -31,10 +31,11 @@ private:
     std::vector<Chain> chains; ///< by literal
     std::vector<Link> links;
     std::size_t mostLinks = 0;
-    bool isComplete = true; ///< else the text holds so many occurrences that not all are kept
+    bool isComplete = true; ///< else the text holds so many occurrences that not all are kept; which literals
+                            ///< occur is known all the same
 };
 
-/// Goes through the places of one literal in a text, in ascending order and without a list of them.
+/// The places of one literal in a text, one after the other in ascending order.
 class ZNTLiteralPlaces
 {
 public:
@@ -49,16 +50,22 @@ private:
     const ZNTLiteralOccurrences& occurrences;
     std::u16string_view literal, text;
     std::int32_t link;            ///< the next one; -1 behind the last
-    std::size_t searchedUpTo = 0; ///< where not all places are kept
+    std::size_t searchedUpTo = 0; ///< used if not all places are kept
 };
 
 /// Finds thousands of literals in one walk over a text.
 ///
-/// Of each literal a window is chosen so that one of its short grams (a few consecutive characters) stands in
-/// the text at a multiple of a stride. Only there is the text's gram looked up, in a bitmap that the
-/// processor's nearest cache holds; where its bit is set, a table tells which literals to compare. Literals
-/// of similar length share a gram length and a stride, and the longer they are, the fewer places are looked
-/// at.
+/// A trigger whose required literal does not occur in a chunk cannot match there. Nearly all triggers of a
+/// list fall away so, at the cost of one walk over the text, and the matchers run for the rest alone. For
+/// that the filter must find every literal that occurs; a literal that it missed would be a trigger that
+/// fails in silence. It may never name one that does not occur either, because its places are used.
+///
+/// A gram is a few consecutive characters. The walk looks at the text only at multiples of a stride. Of each
+/// literal as many consecutive grams are noted as the stride is long, so that wherever the literal stands,
+/// one of them stands at such a multiple. There the text's gram is looked up in a bitmap that the processor's
+/// nearest cache holds. If its bit is set, a table says which literals have the gram, and these are compared
+/// in full. Literals of similar length share the length of their grams and the stride. The longer the
+/// literals are, the longer is the stride, and the fewer places are looked at.
 class ZNTLiteralFilter
 {
 public:

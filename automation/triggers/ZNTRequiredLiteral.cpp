@@ -3,8 +3,9 @@
 namespace
 {
 
-/// Walks an expression's top level, gathering runs of characters that stand for themselves. Groups and sets
-/// are stepped over unread.
+/// Walks over the top level of an expression and gathers runs of characters that stand for themselves. What
+/// is inside groups and sets is skipped. It need only be right about where a group, a set or a quantifier
+/// ends; if it is not sure, it gives up.
 class LiteralWalk
 {
 public:
@@ -34,9 +35,9 @@ private:
             endRun();
             skipSet();
             return skipQuantifier();
-        case u'|':
+        case u'|': // neither side is in every match
         case u')':
-        case u'*':
+        case u'*': // this one and the next two: a quantifier that belongs to no atom known here
         case u'+':
         case u'?':
             return giveUp();
@@ -58,6 +59,8 @@ private:
         run += unit;
         if (at == pattern.size())
             return;
+        // "ab?" contains "a" only; "ab+" contains "ab", but what follows need not stand beside it. A "*" in a
+        // check has become a group, so none follows a character here.
         const char16_t next = pattern[at];
         if (next == u'?' || next == u'{')
             dropLastCharacter();

@@ -2,7 +2,7 @@
 
 #include "ZNTDatabaseHelper.h"
 
-/// The store's operations on triggers under the names that automation knows them by.
+/// The store's operations on triggers. Kept as part of the interface: automation's own names for them.
 class ZNTTriggerHelper
 {
 public:

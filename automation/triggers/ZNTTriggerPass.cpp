@@ -2,7 +2,6 @@
 
 #include "ZNTPlatformLog.h"
 #include "ZNTText.h"
-#include "ZNTTriggerCommand.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,9 +11,10 @@ namespace
 {
 
 // Seconds of processor time that ICU may take, for each full or partial `charactersPerAllowance` of a chunk.
+// A backtracking matcher can need longer than any player waits, for a pattern that looks harmless.
 constexpr double allowanceOfTrigger = 0.05;
 constexpr double leastAllowanceOfTrigger = 0.001;
-/// Together, for triggers that exceed theirs; past it each of the others is given the least.
+/// For all triggers together that exceed their limit. When it is used up, each of the others gets the least.
 constexpr double allowanceOfPass = 0.2;
 constexpr double charactersPerAllowance = 256 * 1024;
 
@@ -64,17 +64,24 @@ bool ZNTTriggerPass::goOn()
         if (!tryTrigger(prepared->triggers[candidates[candidate]]))
             break;
         ++candidate;
-        icuSearch.reset();
-        wildcardSearch.reset();
-        memory->matches.clear();
-        isSearching = true;
-        isSearchOver = false;
-        answered = 0;
+        forgetSearch();
     }
     isBusy = false;
     return candidate == candidates.size();
 }
 
+void ZNTTriggerPass::forgetSearch()
+{
+    icuSearch.reset();
+    wildcardSearch.reset();
+    memory->matches.clear();
+    isSearching = true;
+    isSearchOver = false;
+    answered = 0;
+}
+
+/// The triggers that can match: those without a required literal, and those whose literal occurs in the text.
+/// They are tried in the order of the list.
 void ZNTTriggerPass::findCandidates()
 {
     auto& candidates = memory->candidates;
@@ -87,25 +94,26 @@ void ZNTTriggerPass::findCandidates()
     std::sort(candidates.begin(), candidates.end());
 }
 
-/// False where it must wait for more time.
+/// Searches and answers in turns, until the trigger is done with the chunk. False if it must wait for more
+/// time.
 bool ZNTTriggerPass::tryTrigger(ZNTArmedTrigger& armed)
 {
     for (;;) {
-        if (!isAnswering && (isGagged_ || !armed.trigger.gag))
-            return true; // it can change nothing
+        if (!canChangeAnything(armed.trigger))
+            return true;
         if (isSearching) {
-            const auto outcome = search(armed);
-            if (outcome == Search::IsCut)
+            const auto found = search(armed);
+            if (found == Search::IsCut)
                 return false;
-            if (outcome == Search::Failed)
+            if (found == Search::Failed)
                 return true;
             isSearching = false;
-            isSearchOver = outcome == Search::FoundAll;
+            isSearchOver = found == Search::FoundAll;
         }
-        const auto outcome = answer(armed);
-        if (outcome == Answers::AreCut)
+        const auto answers = answer(armed);
+        if (answers == Answers::AreCut)
             return false;
-        if (outcome == Answers::Failed || isSearchOver)
+        if (answers == Answers::Failed || isSearchOver)
             return true;
         memory->matches.clear();
         isSearching = true;
@@ -118,6 +126,9 @@ ZNTTriggerPass::Search ZNTTriggerPass::search(ZNTArmedTrigger& armed)
     return canUseWildcards(armed) ? searchWithWildcards(armed) : searchWithIcu(armed);
 }
 
+/// The matcher for wildcards reads the text unit by unit, ICU reads it by characters. A text without
+/// surrogates is the same for both. Most texts have none, so they are looked at once, when the first such
+/// trigger comes.
 bool ZNTTriggerPass::canUseWildcards(const ZNTArmedTrigger& armed)
 {
     if (!armed.pattern->wildcards())
@@ -146,11 +157,11 @@ ZNTTriggerPass::Search ZNTTriggerPass::searchWithIcu(ZNTArmedTrigger& armed)
     const auto allowance = std::clamp(allowanceLeft, leastAllowanceOfTrigger * scale, most * scale);
     if (!icuSearch)
         icuSearch.emplace(ZNTUserExpression::Search{text, allowance});
-    const auto outcome = armed.pattern->expression().collectMatches(*icuSearch, mostMatchesAtOnce,
-                                                                    memory->matches, hasTimeForMore);
-    if (!outcome) {
+    const auto collected = armed.pattern->expression().collectMatches(*icuSearch, mostMatchesAtOnce,
+                                                                      memory->matches, hasTimeForMore);
+    if (!collected) {
         allowanceLeft -= allowance;
-        noteFailure(armed, outcome.error().description);
+        noteFailure(armed, collected.error().description);
         return Search::Failed;
     }
     if (icuSearch->isOver) {
@@ -163,7 +174,7 @@ ZNTTriggerPass::Search ZNTTriggerPass::searchWithIcu(ZNTArmedTrigger& armed)
 void ZNTTriggerPass::noteFailure(ZNTArmedTrigger& armed, const std::string& reason)
 {
     if (armed.patience.isResting())
-        return; // the log has it
+        return; // the log says already that it rests
     const bool isRestToBegin = armed.patience.noteFailure();
     log.log("Trigger \"" + znt::utf8FromText(armed.trigger.name) + "\" skipped: its pattern " + reason +
             (isRestToBegin ? ", and is given 1 ms a chunk for the next 30 s" : ""));
@@ -175,36 +186,38 @@ std::u16string_view ZNTTriggerPass::groupOf(const ZNTTriggerMatch& match) const
                        static_cast<std::size_t>(match.groupEnd - match.groupStart));
 }
 
+/// Whether a further match of `trigger` would change anything. While answers are given, each match is one.
+bool ZNTTriggerPass::canChangeAnything(const ZNTTrigger& trigger) const
+{
+    const auto reactions = znt::triggerReactions();
+    return std::any_of(reactions.begin(), reactions.end(), [&](const ZNTTriggerReaction& reaction) {
+        return (isAnswering || reaction.reach == ZNTTriggerReaction::Reach::Chunk) &&
+               reaction.isWanted(trigger, outcome);
+    });
+}
+
 ZNTTriggerPass::Answers ZNTTriggerPass::answer(const ZNTArmedTrigger& armed)
 {
-    while (answered < memory->matches.size()) {
-        const auto match = memory->matches[answered++];
-        isGagged_ |= armed.trigger.gag;
-        if (!isAnswering)
-            return Answers::All;
-        if (!send(armed, match))
+    while (answered < memory->matches.size() && canChangeAnything(armed.trigger)) {
+        const bool wasAnswering = isAnswering;
+        if (!react(armed, memory->matches[answered++]))
             return Answers::Failed;
-        if (armed.trigger.soundFileToPlay)
-            actions.playTriggerSound(*armed.trigger.soundFileToPlay);
-        if (!actions.hasTimeForMore())
+        // Without an answer a match costs next to nothing.
+        if (wasAnswering && !actions.hasTimeForMore())
             return Answers::AreCut;
     }
     return Answers::All;
 }
 
-/// False where the text of the group is no replacement template.
-bool ZNTTriggerPass::send(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& match)
+/// Does all that the trigger does at one match. False if it does nothing more with this chunk.
+bool ZNTTriggerPass::react(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& match)
 {
-    const auto& action = armed.trigger.action;
-    if (!armed.usesGroup) {
-        actions.sendCommand(action);
-        return true;
+    const bool mayAnswer = isAnswering; // an answer may end the answering, but only from the next match on
+    const ZNTTriggerOccasion occasion{armed, groupOf(match), actions, log};
+    for (const auto& reaction : znt::triggerReactions()) {
+        const bool mayHappen = mayAnswer || reaction.reach == ZNTTriggerReaction::Reach::Chunk;
+        if (mayHappen && reaction.isWanted(armed.trigger, outcome) && !reaction.carryOut(occasion, outcome))
+            return false;
     }
-    const auto command = znt::triggerCommand(action, groupOf(match));
-    if (command)
-        actions.sendCommand(*command);
-    else
-        log.log("Trigger \"" + znt::utf8FromText(armed.trigger.name) +
-                "\" skipped: the text of its group 1 is no replacement template");
-    return command.has_value();
+    return true;
 }

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "ZNTLiteralFilter.h"
-#include "ZNTTrigger.h"
+#include "ZNTPreparedTriggers.h"
 #include "ZNTTriggerActions.h"
 #include "ZNTTriggerMatch.h"
-#include "ZNTTriggerPatience.h"
-#include "ZNTTriggerPattern.h"
+#include "ZNTTriggerReactions.h"
 #include "ZNTUserExpression.h"
 #include "ZNTWildcardMatcher.h"
 #include "ZNTWordCharacters.h"
@@ -21,40 +20,27 @@
 
 class ZNTPlatformLog;
 
-/// A trigger that can be used, and what matching it needs.
-struct ZNTArmedTrigger {
-    ZNTTrigger trigger;
-    ZNTTriggerPatience patience;
-    std::shared_ptr<ZNTTriggerPattern> pattern;
-    bool usesGroup = false; ///< the action holds "%1"
-    std::uint32_t literal = 0;
-};
-
-/// The usable triggers of one list, in its order.
-struct ZNTPreparedTriggers {
-    std::vector<ZNTArmedTrigger> triggers;
-    std::vector<std::uint32_t> triggersWithoutLiteral;
-    std::vector<std::vector<std::uint32_t>> triggersByLiteral;
-    ZNTLiteralFilter filter{{}};
-};
-
-/// Memory that one pass leaves to the next.
+/// Memory that one pass hands on to the next.
 struct ZNTTriggerPassMemory {
     ZNTLiteralOccurrences occurrences;
     std::vector<std::uint32_t> candidates;
     std::vector<ZNTTriggerMatch> matches;
 };
 
-/// One walk through a list of triggers for one chunk, as `ZNTTriggerList::passOver` describes it, in as many
-/// parts as the time of its owner allows.
+/// One walk through a list of triggers for one chunk, as `ZNTTriggerList::startPass` describes it.
 ///
-/// Matches are answered `mostMatchesAtOnce` at a time. Only an expression that has found as many and then
-/// fails has answered before it failed.
+/// A pass can take several turns of the run loop: a chunk of some megabytes can hold a million matches, and
+/// the window must stay usable. So `goOn` returns as soon as the actions have no more time, and everything
+/// that says where the pass stands is a member: the candidate at hand, its search, and which of the matches
+/// found are answered. The answers are the same however often the pass is interrupted.
+///
+/// Matches are answered `mostMatchesAtOnce` at a time, so that they do not fill the memory. So an expression
+/// that finds that many and fails after that has answered before it failed.
 class ZNTTriggerPass
 {
 public:
-    /// `memory` is taken for the length of the pass, if there is any, and given back at its end. It, the text
-    /// and all else that is referred to outlive the pass.
+    /// `memory` is taken for the length of the pass and given back at its end. It may be null, because
+    /// another pass has it; then this pass makes its own. All arguments outlive the pass.
     ZNTTriggerPass(std::shared_ptr<ZNTPreparedTriggers> prepared,
                    std::unique_ptr<ZNTTriggerPassMemory>& memory, const ZNTWordCharacters& wordCharacters,
                    ZNTPlatformLog& log, std::u16string_view text, ZNTTriggerActions& actions);
@@ -62,13 +48,13 @@ public:
     ZNTTriggerPass(const ZNTTriggerPass&) = delete;
     ZNTTriggerPass& operator=(const ZNTTriggerPass&) = delete;
 
-    /// Goes on until every trigger was tried (true) or the actions have no time for more. Called from inside
-    /// an action it does nothing.
+    /// Goes on until every trigger was tried (true) or the actions have no time for more. If it is called
+    /// from inside an action, it does nothing.
     bool goOn();
-    /// From now on nothing is sent or played; what is left to do decides the gag only.
+    /// From now on nothing is sent or played; the rest of the pass only decides about the chunk.
     void stopAnswering() { isAnswering = false; }
-    /// Of the matches answered so far; of the chunk when all is done.
-    [[nodiscard]] bool isGagged() const { return isGagged_; }
+    /// After the matches answered so far. It is final when `goOn` has returned true.
+    [[nodiscard]] bool isGagged() const { return outcome.isGagged; }
 
     static constexpr std::size_t mostMatchesAtOnce = 65'536;
 
@@ -77,14 +63,16 @@ private:
     enum class Answers { All, AreCut, Failed };
 
     void findCandidates();
+    void forgetSearch();
     bool tryTrigger(ZNTArmedTrigger& armed);
     Search search(ZNTArmedTrigger& armed);
     Search searchWithIcu(ZNTArmedTrigger& armed);
     Search searchWithWildcards(const ZNTArmedTrigger& armed);
     [[nodiscard]] bool canUseWildcards(const ZNTArmedTrigger& armed);
     void noteFailure(ZNTArmedTrigger& armed, const std::string& reason);
+    [[nodiscard]] bool canChangeAnything(const ZNTTrigger& trigger) const;
     Answers answer(const ZNTArmedTrigger& armed);
-    bool send(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& match);
+    bool react(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& match);
     [[nodiscard]] std::u16string_view groupOf(const ZNTTriggerMatch& match) const;
 
     std::shared_ptr<ZNTPreparedTriggers> prepared;
@@ -100,9 +88,9 @@ private:
     bool hasCandidates = false;
     bool isBusy = false; ///< inside `goOn`
     bool isAnswering = true;
-    bool isGagged_ = false;
+    ZNTTriggerOutcome outcome;
 
-    // Where the pass stands: a candidate, its search, and which of the matches found are answered.
+    // Where the pass stands
     std::size_t candidate = 0;
     std::optional<ZNTUserExpression::Search> icuSearch;
     std::optional<ZNTWildcardMatcher::Search> wildcardSearch;

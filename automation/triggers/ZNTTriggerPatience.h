@@ -4,9 +4,9 @@
 
 class RunLoop;
 
-/// How much time one trigger's pattern is still worth. One that is too slow for three chunks in a row rests:
-/// for half a minute it is tried with the least time only, so that it cannot hold up chunk after chunk, and a
-/// chunk that it is fast enough for is answered all the same. Then everything is as before.
+/// Counts how often one trigger's pattern was too slow. After three slow chunks in a row it rests: for half a
+/// minute it gets the least time only, so that it cannot hold up chunk after chunk. Chunks for which it is
+/// fast enough are still answered. Then everything is as before.
 class ZNTTriggerPatience
 {
 public:

@@ -18,6 +18,7 @@ ZNTTriggerPattern::ZNTTriggerPattern(std::u16string_view check)
         hasGroup_ = wildcards_->hasGroup();
         return;
     }
+    // The wildcard matcher does not understand the check, so ICU compiles it now and says what is wrong.
     problem_ = expression().problem();
     hasGroup_ = expression().groupCount() > 0;
     if (problem_.empty())

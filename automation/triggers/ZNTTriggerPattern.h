@@ -1,6 +1,5 @@
 #pragma once
 
-#include "ZNTResult.h"
 #include "ZNTUserExpression.h"
 #include "ZNTWildcardMatcher.h"
 
@@ -23,12 +22,12 @@ public:
     /// Why the check cannot be used; empty if it can.
     [[nodiscard]] const std::string& problem() const { return problem_; }
     [[nodiscard]] bool hasGroup() const { return hasGroup_; }
-    /// What every match contains; empty where nothing is known.
+    /// A text that every match contains; empty if none is known.
     [[nodiscard]] const std::u16string& requiredLiteral() const { return requiredLiteral_; }
-    /// Set where matching takes time proportional to the text and needs no limit, as long as the text has no
-    /// surrogates.
+    /// Set if this matcher can be used. It takes time proportional to the text and needs no limit, but the
+    /// text must have no surrogates.
     [[nodiscard]] const std::optional<ZNTWildcardMatcher>& wildcards() const { return wildcards_; }
-    /// ICU's matcher for any text. Where `wildcards` is set it is compiled when first asked for.
+    /// ICU's matcher for any text. If `wildcards` is set, it is compiled at the first call.
     ZNTUserExpression& expression();
 
 private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <unicode/uregex.h>
 #include <unicode/utf16.h>
 
 namespace
@@ -17,13 +18,13 @@ double processorTime()
 }
 
 /// ICU's own time limit starts anew at each position of the text and its unit varies with the expression, so
-/// the time is taken here: where ICU asks, which is every 10,000 steps of one attempt to match, and between
-/// attempts. Asking the system costs as much as a short attempt, hence only every 64th time.
+/// the time is taken here: when ICU asks, which is every 10,000 steps of one attempt to match, and between
+/// attempts. To ask the system costs as much as a short attempt, so that is done every 64th time.
 struct Limits {
     double endOfAllowance, endOfAttempt;
     const std::function<bool()>* hasTimeForMore;
     unsigned attempts = 0;
-    std::int64_t stoppedBefore = -1; ///< the place of the next attempt, where there was no time for it
+    std::int64_t stoppedBefore = -1; ///< the place of the next attempt, if there was no time for it
 };
 
 UBool mayGoOn(const void* context, std::int32_t)
@@ -52,6 +53,8 @@ ZNTError regexError(UErrorCode status)
 }
 
 } // namespace
+
+void ZNTUserExpression::Closer::operator()(URegularExpression* expression) const { uregex_close(expression); }
 
 ZNTUserExpression::ZNTUserExpression(std::u16string_view pattern)
 {

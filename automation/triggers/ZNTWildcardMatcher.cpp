@@ -135,7 +135,8 @@ struct ZNTWildcardMatcher::Search::Part {
     std::vector<ZNTTriggerMatch>& matches;
     const std::function<bool()>& hasTimeForMore;
 
-    /// Asked before each step. Asking for the time costs as much as some steps, hence only every 256th time.
+    /// Asked before each step. To ask for the time costs as much as some steps, so that is done every 256th
+    /// time.
     [[nodiscard]] bool isOver(unsigned& steps) const
     {
         return matches.size() >= most || (++steps % 256 == 0 && !hasTimeForMore());
@@ -189,7 +190,7 @@ bool ZNTWildcardMatcher::Search::collectTexts(Part& part)
     }
 }
 
-/// Fills `present`, where there is one more stretch, with it; stretches that touch are one. False where the
+/// Fills `present` with the next stretch, if there is one more. Stretches that touch are one. False if the
 /// part is over before that.
 bool ZNTWildcardMatcher::Search::findNextStretch(Part& part)
 {
@@ -266,7 +267,7 @@ bool ZNTWildcardMatcher::Search::collectWithinStretch(Part& part)
     return matcher.pieces.front().units.empty() ? collectAfterRun(part) : collectAfterPiece(part);
 }
 
-/// Fills `places`. Of an empty last piece there are none: it is wherever the run before it ends.
+/// Fills `places`. An empty last piece has none: it stands wherever the run before it ends.
 bool ZNTWildcardMatcher::Search::findPlaces(Part& part)
 {
     const auto& sought = matcher.pieces[piece];

@@ -12,23 +12,23 @@
 #include <string_view>
 #include <vector>
 
-/// Matches the checks that players mostly write, text with "%1", "*" and "." in it and no other expression,
-/// in time proportional to the text, where a backtracking matcher can need its square. Its answers are those
-/// of ICU for the expression that the check stands for.
+/// Matches the checks that players mostly write: text with "%1", "*" and "." in it and no other expression.
+/// It takes time proportional to the text; a backtracking matcher can take the square of that. Its answers
+/// are those of ICU for the expression that the check stands for.
 class ZNTWildcardMatcher
 {
 public:
-    /// None where the check holds more than that, or no text that every match contains.
+    /// None if the check holds other expressions, or no text that every match contains.
     static std::optional<ZNTWildcardMatcher> forCheck(std::u16string_view check);
 
-    /// Occurs in every match, and is long as such texts go.
+    /// Occurs in every match. It is the longest such text of the check.
     [[nodiscard]] std::u16string_view requiredLiteral() const;
     [[nodiscard]] bool hasGroup() const { return !runs.empty(); }
 
     class Search;
 
 private:
-    /// Characters that stand for themselves or, where the unit is `anyCharacter`, for any but a line end.
+    /// Characters that stand for themselves. The unit `anyCharacter` stands for any character but a line end.
     struct Piece {
         std::u16string units;
         std::size_t anchor = 0; ///< the longest part without `anyCharacter`
@@ -52,7 +52,7 @@ private:
     std::size_t required = 0; ///< the piece whose anchor is the required literal
 };
 
-/// A search for the non-overlapping matches in one text, which may be made in several parts.
+/// A search for the non-overlapping matches in one text. It can be made in several parts.
 ///
 /// The text is searched only in the stretches that a match can reach: around each place of the required
 /// piece, as far as runs and pieces can extend. Within a stretch, from the last piece to the first, the
@@ -67,8 +67,8 @@ public:
     Search(const ZNTWildcardMatcher& matcher, std::u16string_view text, ZNTLiteralPlaces occurrences,
            const ZNTWordCharacters& wordCharacters);
 
-    /// Appends the next matches in order. True when there are no more; false where `most` are in `matches`
-    /// or `hasTimeForMore` said no, which is asked every now and then.
+    /// Appends the next matches in order. True if there are no more; false if `most` are in `matches` or
+    /// `hasTimeForMore`, which is asked every now and then, has said no.
     bool collect(std::size_t most, std::vector<ZNTTriggerMatch>& matches,
                  const std::function<bool()>& hasTimeForMore);
 
