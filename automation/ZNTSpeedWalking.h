@@ -16,15 +16,15 @@ class ZNTPlatformLog;
 /// Sends a path of movement commands one step at a time, at a fixed interval of whole seconds.
 ///
 /// A walk line is a prefix character, then a path, or an interval, "~" and a path. A path is a sequence of
-/// steps: an optional count and one character, or a text in square brackets ("!2~4s[open door]w"). Starting a
-/// walk while another goes on leaves both ticking, and they share one set of counters; a walk that was
-/// stopped leaves its place behind, where the next walk begins to read its own path.
+/// steps: an optional count and one character, or a text in square brackets ("!2~4s[open door]w"). If a walk
+/// starts while another goes on, both tick, and they share one set of counters. A walk that was stopped
+/// leaves its place in the path behind, and the next walk begins to read its own path there.
 ///
 /// While too much waits to leave, a tick does nothing, and its step is sent at the next one.
 ///
-/// A game's text can start walks through a trigger, as many as it has room for, so there are limits: walks
-/// past `mostWalks`, or past `mostPathText` of paths, are refused, and the platform log gets a line of it, at
-/// most one a minute.
+/// A game's text can start any number of walks through a trigger, so there are limits: a walk past
+/// `mostWalks`, or past `mostPathText` of paths, is refused. The platform log gets a line about that, at most
+/// one a minute.
 class ZNTSpeedWalking
 {
 public:
@@ -48,12 +48,12 @@ public:
     /// interval later; an interval of 0 is the run loop's smallest.
     void speedwalk(std::shared_ptr<const Route> route);
     void speedwalk(std::u16string_view line) { speedwalk(routeOfLine(line)); }
-    /// Ends the walk that was started last. Where that one has ended already, the others go on.
+    /// Ends the walk that was started last. If it has ended already, the others go on.
     void stop();
     /// Ends every walk. The place is left behind as by `stop`.
     void stopAll();
     [[nodiscard]] bool isWalking() const { return !walks.empty(); }
-    /// Hears, where it is set, that a walk began or came to its end.
+    /// Called after a walk has begun or ended. Optional.
     std::function<void()> walkingChanged;
 
     /// Whether every character is a decimal digit; true of the empty text.
@@ -61,8 +61,8 @@ public:
 
     /// Walks that may tick at once.
     static constexpr std::size_t mostWalks = 100;
-    /// UTF-16 units in the paths of those walks together, what several share counted once. A single walk may
-    /// have a longer one.
+    /// UTF-16 units in the paths of those walks together; a path that several share counts once. A walk that
+    /// is alone may have a longer one.
     static constexpr std::size_t mostPathText = std::size_t{1} << 20;
     /// Seconds of the run loop between two lines in the log.
     static constexpr double refusalInterval = 60;
@@ -82,7 +82,7 @@ private:
     void tellOfChange() const;
     /// Reads one character (a surrogate pair is one) and moves on. False at the end of the path.
     bool readCharacter(std::u16string_view path, std::u16string& character);
-    /// Reads the next step and its count. False where the path ends in the middle of one.
+    /// Reads the next step and its count. False if the path ends in the middle of a step.
     bool readStep(std::u16string_view path, std::u16string& step);
 
     RunLoop& runLoop;

@@ -51,10 +51,10 @@ public:
     ZNTConsoleClient(Surroundings surroundings, const ZNTConsoleOptions& options);
     ~ZNTConsoleClient() override;
 
-    /// Begins: connects where a game was named, and reads lines.
+    /// Begins: connects if a game was named, and reads lines.
     void start();
 
-    // What the client's own commands work on.
+    // For the client's own commands
     [[nodiscard]] ZNTServerConnectController& session() { return controller; }
     [[nodiscard]] ZNTDatabaseHelper& database() { return store; }
     [[nodiscard]] ZNTSoundFactory& sounds() { return surroundings.sounds; }
@@ -64,7 +64,7 @@ public:
     [[nodiscard]] ZNTConsoleReplies& replies() { return *this; }
     void say(std::u16string_view line) override;
     void complain(std::u16string_view sentence) override;
-    /// Says on stderr, if there is no connection, that what was just done reached no game.
+    /// If there is no connection, says so on stderr, because the last command has reached no game.
     void complainIfNotConnected();
     void connect(std::u16string_view host, int port);
     /// Ends the connection, or gives up the attempt to make one.

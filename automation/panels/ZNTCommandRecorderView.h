@@ -16,7 +16,7 @@ public:
         ZNTPanel& theSheet;
     };
 
-    /// Everything outlives the sheet.
+    /// The elements and the log outlive the sheet.
     ZNTCommandRecorderView(Elements elements, ZNTPlatformLog& log) : elements(elements), log(log) {}
     ~ZNTCommandRecorderView();
     ZNTCommandRecorderView(const ZNTCommandRecorderView&) = delete;
@@ -31,7 +31,7 @@ public:
     void showWindow() { elements.theSheet.show(); }
     void closeSheet() { elements.theSheet.close(); }
 
-    // The buttons; without a list they do nothing.
+    // The buttons. Without a list they do nothing.
     void addEmptyRow();
     void removeItem();
     void clearList();

@@ -13,9 +13,10 @@ public:
                                ZNTMacroGroupDropDownController& dropDownController,
                                ZNTMudMacroTableViewController& mmtvc, ZNTMacroSheetElements elements);
 
-    /// Shows the selected macro. Without one it says so and stays closed.
+    /// Shows the selected macro. If none is selected, it says so and stays closed.
     void showWindow();
-    /// Fills the fields from the list's selected row. False, and nothing is changed, where none is selected.
+    /// Fills the fields from the list's selected row. If none is selected, nothing changes and the answer is
+    /// false.
     bool setEditableData();
     void setMacroGroupName();
     /// Stores the fields as they stand, and closes.

@@ -19,14 +19,14 @@ struct ZNTMacroSheetElements {
 class ZNTMacroSheetController
 {
 public:
-    /// All of it outlives this.
+    /// All arguments outlive this.
     ZNTMacroSheetController(const ZNTPlatform& platform, ZNTDatabaseHelper& database,
                             ZNTMacroGroupDropDownController& dropDownController,
                             ZNTMudMacroTableViewController& mmtvc, ZNTMacroSheetElements elements);
     ZNTMacroSheetController(const ZNTMacroSheetController&) = delete;
     ZNTMacroSheetController& operator=(const ZNTMacroSheetController&) = delete;
 
-    /// Keeps what was typed.
+    /// Closes. The typed text stays for the next time.
     void cancelEditing() { closeSheet(); }
     void closeSheet() { elements.theSheet.close(); }
 
@@ -34,7 +34,7 @@ protected:
     ~ZNTMacroSheetController() = default;
 
     void showNameOfCurrentGroup();
-    /// Tells the lists of macros, empties the fields and closes.
+    /// Notifies the lists of macros, empties the fields and closes.
     void finishEditing();
 
     ZNTPlatform platform;

@@ -23,21 +23,22 @@ class ZNTTriggersDataSource
 public:
     using Value = std::variant<std::u16string, std::int64_t, bool>;
 
-    /// All of it outlives this.
+    /// All arguments outlive this.
     ZNTTriggersDataSource(ZNTDatabaseHelper& database, ZNTTableView& tableView, ZNTTextArea& triggerTextView);
-    /// Asked, where it is set, whether the trigger with that key is too slow to be given its full time.
+    /// Asked whether the trigger with that key is too slow and gets little time. Optional.
     std::function<bool(std::int64_t oid)> isTriggerResting;
 
     // The table's questions
     [[nodiscard]] long numberOfRowsInTableView() const { return countOfDataObjects(); }
     /// An empty text for a row or a column that is not there.
     [[nodiscard]] Value tableViewObjectValueForTableColumn(std::string_view column, long row) const;
-    /// What is to be said of the row beside its cells; mostly nothing.
+    /// The row's tool tip; empty for most rows.
     [[nodiscard]] std::u16string tableViewToolTipForRow(long row) const;
-    /// A value that is not of the field's kind, a row or a column that is not there change nothing. The pane
-    /// follows, unless it holds text that is not saved yet.
+    /// Stores the change at once. If the value is not of the field's kind, or there is no such row or column,
+    /// nothing changes. The pane shows the change, unless it holds text that is not saved yet.
     void tableViewSetObjectValue(const Value& value, std::string_view column, long row);
-    /// Both fill the pane and allow the selection.
+    /// Both fill the pane and allow the selection. Kept as part of the interface: for tables that ask before
+    /// they select.
     bool tableViewShouldSelectRow(long row);
     bool tableViewShouldSelectTableColumn(std::string_view column);
     void tableViewSelectionDidChange() { insertTriggerText(); }
@@ -48,7 +49,7 @@ public:
     /// Reads check and action back from the pane.
     void fillDataObjectFromScreen(ZNTTrigger& trigger) const;
 
-    // The buttons; those that need a selected row do nothing without one.
+    // The buttons. If a button needs a selected row and none is selected, it does nothing.
     void saveToDatabase();
     void addEmptyRow();
     void removeItem();
@@ -59,7 +60,8 @@ public:
     [[nodiscard]] const ZNTTrigger* getObjectAtIndex(long index) const;
     /// -1 when none is selected.
     [[nodiscard]] long getCurrentSelectedTriggerIndex() const { return _tableView.selectedRow(); }
-    /// Empties the rows; what is stored stays.
+    // These four are kept as part of the interface: the operations of a list that other code fills.
+    /// Empties the rows, but not the store.
     void clearMacroList() { setNewList({}); }
     void addObjectToList(ZNTTrigger trigger);
     void setNewList(std::vector<ZNTTrigger> triggers);

@@ -21,7 +21,7 @@ inline std::u16string_view firstWord(std::u16string_view& text)
     return word;
 }
 
-/// What stands before `separator`; `text` is left with what follows. All of it where there is no separator.
+/// What stands before `separator`; `text` is left with what follows. All of it if there is no separator.
 inline std::u16string_view partBefore(std::u16string_view separator, std::u16string_view& text)
 {
     const auto end = text.find(separator);
@@ -31,7 +31,7 @@ inline std::u16string_view partBefore(std::u16string_view separator, std::u16str
     return part;
 }
 
-/// The number that `word` is, and nothing else; 0 where it is none.
+/// The number that all of `word` is; 0 if it is no number.
 inline int wholeNumber(std::u16string_view word)
 {
     const bool isNumber =

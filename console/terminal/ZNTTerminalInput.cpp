@@ -105,7 +105,7 @@ bool ZNTTerminalInput::start(Handlers given)
 
 void ZNTTerminalInput::readCharacters()
 {
-    handlers.catchUp(); // the library draws what is typed where the cursor stands
+    handlers.catchUp(); // the library draws the typed character at the cursor
     rl_callback_read_char();
     if (!std::exchange(hasDelivered, false) || !isInstalled)
         return;
