@@ -9,18 +9,7 @@
 namespace
 {
 
-/// One read up to a terminator, its bytes arriving in slices of the fuzzer's choice.
-AsyncReadPacket lineRead(std::string term, std::size_t maxLength)
-{
-    AsyncReadPacket read;
-    read.buffer = std::make_shared<std::string>();
-    read.bufferOwner = true;
-    read.term = std::move(term);
-    read.maxLength = maxLength;
-    return read;
-}
-
-/// The network as the fuzzer has it: some of what is left of `stream`.
+/// One step of a read: from what was read ahead, or as much from `stream` as the fuzzer says.
 AsyncReadState step(AsyncReadPacket& read, AsyncSocketPreBuffer& ahead, FuzzInput& slices,
                     std::string_view& stream, bool isPreBuffering)
 {
@@ -50,14 +39,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     AsyncSocketPreBuffer ahead;
     std::size_t consumed = 0;
     for (;;) {
-        auto read = lineRead(term, 0);
+        AsyncReadPacket read;
+        read.buffer = std::make_shared<std::string>();
+        read.term = term;
         auto state = AsyncReadState::Unfinished;
         while (state == AsyncReadState::Unfinished && !(stream.empty() && ahead.empty()))
             state = step(read, ahead, slices, stream, isPreBuffering);
         const auto found = all.find(term, consumed);
         const auto end = found == std::string_view::npos ? all.size() : found + term.size();
         require((state == AsyncReadState::Done) == (found != std::string_view::npos),
-                "a read ends where a terminator has come, and only there");
+                "a read ends behind a terminator, and only there");
         require(read.data() == all.substr(consumed, end - consumed), "no byte is lost or doubled");
         if (state != AsyncReadState::Done)
             return 0;

@@ -1,9 +1,8 @@
 #include "FuzzInput.h"
 #include "FuzzRequire.h"
-#include "VirtualRunLoop.h"
 #include "ZNTBlockDecoder.h"
 #include "ZNTColourParser.h"
-#include "ZNTConsoleTextView.h"
+#include "ZNTNotedOutput.h"
 #include "ZNTText.h"
 
 #include <algorithm>
@@ -14,7 +13,7 @@ namespace
 
 bool isShown(char16_t unit) { return unit >= 0x20 && (unit < 0x7F || unit > 0x9F); }
 
-/// Takes our own SGR sequences out of `written`; every other ESC breaks the promise.
+/// `written` without our own SGR sequences. Any other ESC breaks the promise.
 std::string withoutSgr(std::string_view written)
 {
     std::string plain;
@@ -40,47 +39,7 @@ void checkPlain(std::string_view utf8)
             "no control character reaches the terminal");
 }
 
-/// The line being typed, which shows the game's unfinished line before it.
-struct CheckedInput final : ZNTConsoleInput {
-    bool start(Handlers) override { return true; }
-    void showLine(std::string_view unfinishedLine) override
-    {
-        require(unfinishedLine.find('\n') == unfinishedLine.npos, "a prompt is one line");
-        checkPlain(unfinishedLine);
-    }
-};
-
-struct KeptOutput final : ZNTTextSink {
-    void write(std::string_view utf8, To) override { written += utf8; }
-    [[nodiscard]] bool hasWrittenAll() const override { return true; }
-    void waitUntilWritten() override {}
-    [[nodiscard]] bool isFull() const override { return false; }
-    std::string written;
-};
-
-struct Terminal {
-    explicit Terminal(ZNTConsoleColour colour) : view(colour, output) {}
-    void show(const ZNTAttributedText& text)
-    {
-        view.append(text);
-        output.catchUp();
-    }
-    void show(std::u16string_view text)
-    {
-        ZNTAttributedText plain;
-        plain.text = text;
-        show(plain);
-    }
-
-    VirtualRunLoop runLoop;
-    CheckedInput input;
-    KeptOutput sink;
-    std::string& written = sink.written;
-    ZNTConsoleOutput output{runLoop, input, sink};
-    ZNTConsoleTextView view;
-};
-
-/// What of `text` a terminal shows, line ends left out.
+/// The part of `text` that a terminal shows, without line ends.
 std::u16string shownOf(std::u16string_view text)
 {
     std::u16string shown;
@@ -100,17 +59,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FuzzInput cuts(data, size);
     const ZNTColourParser colours;
 
-    Terminal coloured(ZNTConsoleColour::Always), plain(ZNTConsoleColour::Never), cut(ZNTConsoleColour::Never);
+    ZNTNotedTerminal coloured(ZNTConsoleColour::Always), plain, cut;
     std::u16string all;
     while (!input.empty()) {
         const auto block = input.take(1 + cuts.byte() % 64);
         const auto text = colours.attributedText(znt::textOfBlock(block, encoding));
-        coloured.show(text);
-        plain.show(text);
+        coloured.append(text);
+        plain.append(text);
         all += text.text;
         for (std::u16string_view rest = text.text; !rest.empty();) {
             const auto length = std::min<std::size_t>(1 + cuts.byte() % 4, rest.size());
-            cut.show(rest.substr(0, length));
+            cut << rest.substr(0, length);
+            require(cut.input.prompt.find('\n') == std::string::npos, "a prompt is one line");
+            checkPlain(cut.input.prompt);
             rest.remove_prefix(length);
         }
     }
@@ -118,6 +79,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(withoutSgr(coloured.written) == plain.written, "colours change nothing of the text");
     require(cut.written == plain.written, "the same is written, whole and cut");
     require(shownOf(znt::textFromUtf8(plain.written)) == shownOf(all),
-            "every character that is none of control is written");
+            "every character but control characters is written");
     return 0;
 }

@@ -17,8 +17,7 @@ TEST_F(ZNTConsoleClientTest, AScriptWaitsForTheConnectionAndThenForEachAnswer)
     type("north");
     type("//slash");
     endInput();
-    settle();
-    EXPECT_EQ(server.received(), "") << "the greeting is read first";
+    EXPECT_EQ(received(), "") << "the greeting is read first";
     receive("Welcome\r\n> ");
     EXPECT_EQ(server.received(), "look\r\n");
     machine.loop.advance(0.3);
@@ -63,8 +62,7 @@ TEST_F(ZNTConsoleClientTest, WhileTheTerminalIsFullTheGameWaitsAndTypedLinesLeav
     silence();
     EXPECT_THAT(output, EndsWith("One.")) << "left to the network";
     type("look");
-    settle();
-    EXPECT_EQ(server.received(), "look\r\n");
+    EXPECT_EQ(received(), "look\r\n");
     sink.isFullNow = false;
     sink.roomAgain();
     settle();
@@ -96,8 +94,7 @@ TEST_F(ZNTConsoleClientTest, LinesOnATerminalGoOutAtOnceAndCommandsDoNotWaitForT
     EXPECT_EQ(client->session().cfStringEncoding(), ZNTStringEncoding::Big5Hkscs);
     waitForConnection();
     type("north");
-    settle();
-    EXPECT_EQ(server.received(), "look\r\nnorth\r\n");
+    EXPECT_EQ(received(), "look\r\nnorth\r\n");
     EXPECT_THAT(answerTo("/connect mud.example 4000"),
                 ElementsAre("! There is a connection already; /disconnect ends it."));
     type("/disconnect");
@@ -317,8 +314,7 @@ TEST_F(ZNTConsoleClientTest, CompressionAndSoundAreAskedForAndTextComesInTheChos
     EXPECT_EQ(output.substr(output.find("Hello")), "Hello\n") << "what is not compressed is read as it is";
     type("/msp on");
     type("/mccp off");
-    settle();
-    EXPECT_EQ(server.received(), "\xFF\xFD\x56\xFF\xFD\x5A\xFF\x19\x56");
+    EXPECT_EQ(received(), "\xFF\xFD\x56\xFF\xFD\x5A\xFF\x19\x56");
     type("/encoding euc-cn");
     receive("\xC4\xE3\xBA\xC3\r\n");
     type("/encoding big5");

@@ -92,6 +92,11 @@ protected:
     void endInput() { input.handlers.end(); }
     /// Turns the loop within one moment, until both ends have nothing more to say.
     void settle() { machine.loop.advance(0); }
+    const std::string& received()
+    {
+        settle();
+        return server.received();
+    }
     void silence() { machine.loop.advance(0.5); }
     /// What the game says, up to a prompt's go-ahead.
     void receive(std::string text)

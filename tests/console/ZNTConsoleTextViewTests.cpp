@@ -1,6 +1,3 @@
-#include "ZNTConsoleTextView.h"
-
-#include "VirtualRunLoop.h"
 #include "ZNTNotedOutput.h"
 #include "ZNTText.h"
 
@@ -9,27 +6,7 @@
 namespace
 {
 
-struct View {
-    explicit View(ZNTConsoleColour colour = ZNTConsoleColour::Never) : view(colour, output) {}
-    View& operator<<(std::u16string_view text)
-    {
-        ZNTAttributedText plain;
-        plain.text = text;
-        append(plain);
-        return *this;
-    }
-    void append(const ZNTAttributedText& text)
-    {
-        view.append(text);
-        loop.runPosted();
-    }
-    VirtualRunLoop loop;
-    ZNTNotedInput input;
-    ZNTNotedSink sink;
-    std::string& written = sink.output;
-    ZNTConsoleOutput output{loop, input, sink};
-    ZNTConsoleTextView view;
-};
+using View = ZNTNotedTerminal;
 
 TEST(ZNTConsoleTextView, EveryLineEndIsOneLineFeedWhereverItIsCut)
 {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "VirtualRunLoop.h"
 #include "ZNTConsoleInput.h"
+#include "ZNTConsoleTextView.h"
 #include "ZNTTextSink.h"
 
 #include <functional>
@@ -45,4 +47,27 @@ struct ZNTNotedInput final : ZNTConsoleInput {
     void writeAside(std::string_view line) override { aside += line; }
     bool isHidden = false;
     std::string prompt, aside;
+};
+
+/// A terminal's view, and what it writes.
+struct ZNTNotedTerminal {
+    explicit ZNTNotedTerminal(ZNTConsoleColour colour = ZNTConsoleColour::Never) : view(colour, output) {}
+    void append(const ZNTAttributedText& text)
+    {
+        view.append(text);
+        loop.runPosted();
+    }
+    ZNTNotedTerminal& operator<<(std::u16string_view text)
+    {
+        ZNTAttributedText plain;
+        plain.text = text;
+        append(plain);
+        return *this;
+    }
+    VirtualRunLoop loop;
+    ZNTNotedInput input;
+    ZNTNotedSink sink;
+    std::string& written = sink.output;
+    ZNTConsoleOutput output{loop, input, sink};
+    ZNTConsoleTextView view;
 };

@@ -15,14 +15,26 @@ using Lines = std::vector<std::string>;
 class ZNTPlainInputTest : public testing::Test
 {
 protected:
-    ~ZNTPlainInputTest() override
+    ~ZNTPlainInputTest() override { closeAll(); }
+    void closeAll()
     {
-        for (const int end : {ends[0], ends[1]})
+        for (int& end : ends)
             if (end >= 0)
-                ::close(end);
+                ::close(std::exchange(end, -1));
     }
     void openPipe() { ASSERT_EQ(::pipe2(ends, O_NONBLOCK), 0); }
-    void openFile(const std::string& path) { ASSERT_GE(ends[0] = ::open(path.c_str(), O_RDONLY), 0); }
+    void openFile(const std::string& path)
+    {
+        closeAll();
+        lines.clear();
+        timesEnded = 0;
+        ASSERT_GE(ends[0] = ::open(path.c_str(), O_RDONLY), 0);
+    }
+    void openScript(const std::string& content)
+    {
+        folder.write("script", content);
+        openFile(folder.path("script"));
+    }
     void start()
     {
         input.emplace(loop, ends[0]);
@@ -76,15 +88,11 @@ TEST_F(ZNTPlainInputTest, APipesLinesComeWholeHoweverTheyAreCut)
 
 TEST_F(ZNTPlainInputTest, AFileAndNothingAreReadToTheirEnd)
 {
-    folder.write("script", "look\nnorth\n");
-    openFile(folder.path("script"));
+    openScript("look\nnorth\n");
     start();
     finish();
     EXPECT_EQ(lines, (Lines{"look", "north"}));
 
-    lines.clear();
-    timesEnded = 0;
-    ::close(ends[0]);
     openFile("/dev/null");
     start();
     finish();
@@ -99,13 +107,9 @@ TEST_F(ZNTPlainInputTest, AVeryLongLineComesInPiecesWithoutLoss)
         std::string line(start_);
         while (line.size() < ZNTPlainInput::longestLine * 5 / 2)
             line += "\xE4\xBD\xA0";
-        folder.write("script", line + "\r\nnext\n");
-        openFile(folder.path("script"));
-        lines.clear();
-        timesEnded = 0;
+        openScript(line + "\r\nnext\n");
         start();
         finish();
-        ::close(std::exchange(ends[0], -1));
         ASSERT_EQ(lines.size(), 4u);
         EXPECT_TRUE(lines[0] + lines[1] + lines[2] == line);
         EXPECT_EQ(lines[3], "next");
@@ -133,11 +137,7 @@ TEST_F(ZNTPlainInputTest, WhilePausedNothingIsReadAndNothingIsLost)
     std::string script;
     for (int line = 0; line < 10000; ++line)
         script += "look\n";
-    folder.write("script", script);
-    ::close(ends[0]);
-    openFile(folder.path("script"));
-    lines.clear();
-    timesEnded = 0;
+    openScript(script);
     start();
     input->setPaused(true);
     loop.advance(1);

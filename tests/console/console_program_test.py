@@ -22,10 +22,13 @@ class ConsoleProgram(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.home = folder.name
 
+    def run_client(self, command, home=None, **options):
+        return subprocess.run(command, capture_output=True, timeout=30, check=False,
+                              env=dict(os.environ, HOME=home or self.home), **options)
+
     def play(self, lines, *arguments, home=None):
         """Standard output, standard error and the exit code of a client that is given `lines`."""
-        done = subprocess.run([PROGRAM, *arguments], input=lines.encode(), capture_output=True, timeout=30,
-                              env=dict(os.environ, HOME=home or self.home), check=False)
+        done = self.run_client([PROGRAM, *arguments], home, input=lines.encode())
         return done.stdout.decode(), done.stderr.decode(), done.returncode
 
     def assert_in_order(self, text, *parts):
@@ -42,10 +45,7 @@ class ConsoleProgram(unittest.TestCase):
         self.assertEqual(code, 0)
 
     def test_no_lines_show_the_greeting(self):
-        with open(os.devnull, "rb") as nothing:
-            done = subprocess.run([PROGRAM, "--demo", "--colour", "always"], stdin=nothing,
-                                  capture_output=True, timeout=30, env=dict(os.environ, HOME=self.home),
-                                  check=False)
+        done = self.run_client([PROGRAM, "--demo", "--colour", "always"], stdin=subprocess.DEVNULL)
         self.assertIn(b"Lantern Square", done.stdout)
         self.assertIn(b"\x1b[0;", done.stdout)
         self.assertEqual(done.returncode, 0)
@@ -53,19 +53,15 @@ class ConsoleProgram(unittest.TestCase):
     def test_closed_standard_descriptors_are_as_good_as_empty(self):
         for closed in "<&-", ">&-", "<&- >&- 2>&-":
             with self.subTest(closed):
-                done = subprocess.run(["sh", "-c", f'"$0" --demo {closed}', PROGRAM], timeout=30,
-                                      capture_output=True, stdin=subprocess.DEVNULL,
-                                      env=dict(os.environ, HOME=self.home), check=False)
+                done = self.run_client(["sh", "-c", f'"$0" --demo {closed}', PROGRAM], stdin=subprocess.DEVNULL)
                 self.assertEqual(done.returncode, 0)
 
     def test_too_few_descriptors_end_in_words_and_not_in_a_signal(self):
         for limit in range(4, 15):
             for arguments in (), ("--demo",), ("localhost", "1"):
                 with self.subTest(limit=limit, arguments=arguments):
-                    done = subprocess.run(
-                        ["sh", "-c", f'ulimit -n {limit}; exec "$0" "$@"', PROGRAM, *arguments],
-                        input=b"look\n", timeout=30, capture_output=True,
-                        env=dict(os.environ, HOME=self.home), check=False)
+                    done = self.run_client(
+                        ["sh", "-c", f'ulimit -n {limit}; exec "$0" "$@"', PROGRAM, *arguments], input=b"look\n")
                     self.assertIn(done.returncode, (0, 1), done.stderr)
                     self.assertTrue(done.returncode == 0 or done.stderr)
 

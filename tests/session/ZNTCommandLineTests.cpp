@@ -1,60 +1,15 @@
-#include "ZNTCommandInterpreter.h"
+#include "ZNTIcuReference.h"
+#include "ZNTNotedCommands.h"
+#include "ZNTRandomText.h"
 #include "ZNTSessionFixture.h"
 
 #include <algorithm>
-#include <map>
-#include <set>
 
 namespace
 {
 
-/// An interpreter among records of what it sets going.
-class CommandInterpreter : public testing::Test, protected ZNTCommandActions, protected ZNTLineSender
+class CommandInterpreter : public testing::Test, protected ZNTNotedCommands
 {
-protected:
-    void speedwalk(const std::shared_ptr<const ZNTSpeedWalking::Route>& route) override
-    {
-        done.push_back(u"walk " + route->path);
-        routes.insert(route);
-    }
-    void stopSpeedwalk() override { done.emplace_back(u"stop"); }
-    std::vector<std::u16string> getAllMacroNames() override
-    {
-        std::vector<std::u16string> names;
-        for (const auto& [name, text] : macros)
-            names.push_back(name);
-        return names;
-    }
-    std::optional<std::u16string> getMacroByName(std::u16string_view name) override
-    {
-        ++timesLookedUp;
-        const auto found = macros.find(std::u16string(name));
-        return found == macros.end() ? std::nullopt : std::optional(found->second);
-    }
-    void insertTextIntoTheWindow(std::u16string_view text) override
-    {
-        done.push_back(u"show " + std::u16string(text));
-    }
-    void sendMessageToServer(std::u16string_view line, bool ignoreSpecials) override
-    {
-        if (!ignoreSpecials && ZNTCommandInterpreter::hasPrefix(line))
-            interpreter.showStrings(line);
-        else
-            done.push_back(u"send " + std::u16string(line));
-    }
-    std::vector<std::u16string> doneBy(std::u16string_view line)
-    {
-        done.clear();
-        sendMessageToServer(line, false);
-        return done;
-    }
-
-    using Done = std::vector<std::u16string>;
-    std::map<std::u16string, std::u16string> macros;
-    int timesLookedUp = 0;
-    std::set<std::shared_ptr<const ZNTSpeedWalking::Route>> routes;
-    Done done;
-    ZNTCommandInterpreter interpreter{*this, *this};
 };
 
 } // namespace
@@ -98,6 +53,28 @@ TEST_F(CommandInterpreter, ActsOnEachPrefix)
     EXPECT_EQ(doneBy(u"éclair"), Done{u"send éclair"});
     EXPECT_EQ(doneBy(u"\u0140 look"), Done{u"send \u0140 look"}) << "its low byte is that of @";
     EXPECT_TRUE(doneBy(u"\u017E").empty()) << "its low byte is that of ~";
+}
+
+TEST_F(CommandInterpreter, FindsTheWordsBehindAPrefixAsIcuDoes)
+{
+    ZNTRandomText texts({u"~", u"!", u" ", u"\u00A0", u"\u2028", u"\u3000", u"\t", u"\r\n", u"\u0085",
+                         u"\u200B", u"\u001C", u"a", u"stop", u"萬", u"\xD83D\xDDE1", u"\xD83D", u"%1"});
+    for (int round = 0; round < 5'000; ++round) {
+        const auto text = texts.next(15);
+        SCOPED_TRACE(znt::utf8FromText(text));
+        Done expected;
+        for (const auto& match : znt::icu::matches(u"~" + text, uR"(~(\S+)\s?)")) {
+            macros[match.groups.front().second] = u"found";
+            expected.emplace_back(u"send found");
+        }
+        ASSERT_EQ(doneBy(u"~" + text), expected);
+        expected.clear();
+        for (const auto& match : znt::icu::matches(u"!" + text, uR"(!(\S+)\s?)"))
+            expected.emplace_back(match.groups.front().second == u"stop" ? u"stop" : u"walk");
+        ASSERT_EQ(doneBy(u"!" + text).size(), expected.size());
+        for (std::size_t at = 0; at < expected.size(); ++at)
+            ASSERT_TRUE(done[at].starts_with(expected[at]));
+    }
 }
 
 TEST_F(CommandInterpreter, MacrosCanRunMacrosAndWalks)
@@ -199,6 +176,5 @@ TEST_F(CommandLine, ReturnSendsUpBringsBackAndResendInterpretsAgain)
     type(u"#note");
     session().resendLastCommand();
     session().sendTextToServerNoWidget(u"@raw");
-    settle();
-    EXPECT_EQ(server.received(), "kill orc\r\nkill orc\r\n\r\n@raw\r\n");
+    EXPECT_EQ(received(), "kill orc\r\nkill orc\r\n\r\n@raw\r\n");
 }

@@ -51,22 +51,6 @@ std::u16string recoveredOneByOne(std::string_view bytes, ZNTStringEncoding encod
 
 } // namespace
 
-TEST(Inflater, InflatesAStreamCutAnywhere)
-{
-    const auto text = gameText();
-    const auto stream = deflated(text, Z_SYNC_FLUSH);
-    for (std::size_t cut = 1; cut < stream.size(); cut += 7) {
-        SCOPED_TRACE(cut);
-        ZNTInflater inflater;
-        inflater.startStream();
-        const auto first = inflater.anotherInflate(std::string_view(stream).substr(0, cut));
-        const auto second = inflater.anotherInflate(std::string_view(stream).substr(cut));
-        ASSERT_EQ(first.outcome, ZNTInflater::Outcome::GoesOn);
-        ASSERT_EQ(second.outcome, ZNTInflater::Outcome::GoesOn);
-        ASSERT_EQ(withoutZeroTail(first.bytes) + withoutZeroTail(second.bytes), text);
-    }
-}
-
 TEST(Inflater, ReturnsItsBlockWholeWithAtLeastFourTimesTheInput)
 {
     ZNTInflater inflater;

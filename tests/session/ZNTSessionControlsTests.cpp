@@ -84,8 +84,7 @@ TEST_F(SessionControls, ADoubleClickSendsTheMacroAsItStandsWhileConnected)
         macroTable.selected = row;
         session().invokeMacro();
     }
-    settle();
-    EXPECT_EQ(server.received(), "say %1\r\n");
+    EXPECT_EQ(received(), "say %1\r\n");
 }
 
 TEST_F(SessionControls, LinesOfTheClientsOwnInterruptSpeechWithoutAPauseAndAreNotSent)

@@ -116,6 +116,11 @@ protected:
     }
     /// Turns the loop within one moment, until both ends have nothing more to say.
     void settle() { machine.loop.advance(0); }
+    const std::string& received()
+    {
+        settle();
+        return server.received();
+    }
     void silence() { machine.loop.advance(0.5); }
     void type(std::u16string_view line)
     {
