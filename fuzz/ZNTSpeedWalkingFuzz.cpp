@@ -1,29 +1,17 @@
 #include "FuzzInput.h"
 #include "FuzzRequire.h"
-#include "VirtualRunLoop.h"
-#include "ZNTPlatformLog.h"
+#include "ZNTRecordedLines.h"
 #include "ZNTSpeedWalking.h"
+#include "ZNTTestPlatform.h"
 #include "ZNTText.h"
 
 #include <algorithm>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace
 {
 
 constexpr std::size_t mostSteps = 200;
 constexpr std::size_t mostLines = 8;
-
-struct SentLines final : ZNTLineSender {
-    std::vector<std::u16string> lines;
-    void sendMessageToServer(std::u16string_view line, bool) override { lines.emplace_back(line); }
-};
-
-struct SilentLog final : ZNTPlatformLog {
-    void log(std::string_view) override {}
-};
 
 std::u16string characterAt(std::u16string_view path, std::size_t at)
 {
@@ -44,21 +32,20 @@ std::size_t times(std::u16string_view count)
     return std::max<std::size_t>(value, 1);
 }
 
-/// The steps of a path in the order in which they are sent, up to `mostSteps`. A path that ends in the middle
-/// of a step ends without it.
+/// The steps of a path in the order in which they are sent, up to `mostSteps`. If a path ends in the middle
+/// of a step, that step is not sent.
 std::vector<std::u16string> stepsOf(std::u16string_view path)
 {
     std::vector<std::u16string> steps;
     for (std::size_t at = 0; at < path.size() && steps.size() < mostSteps;) {
-        std::u16string count;
+        std::u16string count, step;
         while (at < path.size() && ZNTSpeedWalking::isNumeric(characterAt(path, at))) {
-            const auto digit = characterAt(path, at);
-            count += digit;
-            at += digit.size();
+            count += characterAt(path, at);
+            at += characterAt(path, at).size();
         }
         if (at >= path.size())
             break;
-        std::u16string step = characterAt(path, at);
+        step = characterAt(path, at);
         at += step.size();
         if (step == u"[") {
             const auto close = path.find(u']', at);
@@ -69,17 +56,12 @@ std::vector<std::u16string> stepsOf(std::u16string_view path)
         }
         steps.insert(steps.end(), times(count), step);
     }
-    if (steps.size() > mostSteps)
-        steps.resize(mostSteps);
+    steps.resize(std::min(steps.size(), mostSteps));
     return steps;
 }
 
-struct WalkLine {
-    double interval = 1;
-    std::u16string path;
-};
-
-WalkLine understood(std::u16string_view line)
+/// Interval and path of a line.
+std::pair<double, std::u16string> understood(std::u16string_view line)
 {
     const auto rest = line.substr(std::min<std::size_t>(1, line.size()));
     const auto tilde = rest.find(u'~');
@@ -92,20 +74,18 @@ WalkLine understood(std::u16string_view line)
 /// A walk alone sends exactly its steps, one at each tick, and ends.
 void checkOneWalk(std::u16string_view line)
 {
-    VirtualRunLoop loop;
-    SentLines sent;
-    SilentLog log;
-    ZNTSpeedWalking walker(loop, sent, log);
-    const auto walk = understood(line);
-    const auto steps = stepsOf(walk.path);
-    walker.speedwalk(line);
-    require(walker.isWalking() && sent.lines.empty(), "the first step goes out one interval later");
-    loop.advance(walk.interval * (static_cast<double>(steps.size()) + 0.5));
-    require(sent.lines == steps, "a walk sends its steps, one at each tick");
+    ZNTWalkMachine machine;
+    const auto [interval, path] = understood(line);
+    const auto steps = stepsOf(path);
+    machine.walker.speedwalk(line);
+    require(machine.walker.isWalking() && machine.sent.lines.empty(),
+            "the first step goes out one interval later");
+    machine.loop.advance(interval * (static_cast<double>(steps.size()) + 0.5));
+    require(machine.sent.lines == steps, "a walk sends its steps, one at each tick");
     if (steps.size() < mostSteps) {
-        loop.advance(walk.interval);
-        require(!walker.isWalking(), "a walk ends one interval after its last step");
-        require(sent.lines == steps, "the tick that ends a walk sends nothing");
+        machine.loop.advance(interval);
+        require(!machine.walker.isWalking(), "a walk ends one interval after its last step");
+        require(machine.sent.lines == steps, "the tick that ends a walk sends nothing");
     }
 }
 
@@ -113,20 +93,17 @@ void checkOneWalk(std::u16string_view line)
 /// most.
 void checkManyWalks(const std::vector<std::u16string>& lines)
 {
-    VirtualRunLoop loop;
-    SentLines sent;
-    SilentLog log;
-    ZNTSpeedWalking walker(loop, sent, log);
+    ZNTWalkMachine machine;
     for (const auto& line : lines) {
         if (line == u"stop")
-            walker.stop();
+            machine.walker.stop();
         else
-            walker.speedwalk(line);
-        loop.advance(2.5);
-        sent.lines.clear();
+            machine.walker.speedwalk(line);
+        machine.loop.advance(2.5);
+        machine.sent.lines.clear();
     }
-    loop.advance(1);
-    require(sent.lines.size() <= lines.size(), "a tick sends one line at most");
+    machine.loop.advance(1);
+    require(machine.sent.lines.size() <= lines.size(), "a tick sends one line at most");
 }
 
 } // namespace
@@ -141,8 +118,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& line : lines)
         checkOneWalk(line);
     // A thousand ticks a second are too many to try for long.
-    const bool areSlow = std::all_of(lines.begin(), lines.end(),
-                                     [](const auto& line) { return understood(line).interval >= 1; });
+    const bool areSlow =
+        std::all_of(lines.begin(), lines.end(), [](const auto& line) { return understood(line).first >= 1; });
     if (lines.size() > 1 && areSlow)
         checkManyWalks(lines);
     return 0;

@@ -9,72 +9,23 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(ZNTRecorderStates, OnlyWhatIsSentWhileRecordingIsKept)
-{
-    ZNTRecorder recorder;
-    EXPECT_EQ(recorder._recorderState(), 4);
-    recorder.addCommand(u"fresh");
-    recorder.startOrPauseRecording();
-    EXPECT_EQ(recorder._recorderState(), 1);
-    recorder.addCommand(u"north");
-    recorder.addCommand(u"");
-    recorder.startOrPauseRecording();
-    EXPECT_EQ(recorder._recorderState(), 2);
-    recorder.addCommand(u"paused");
-    recorder.startOrPauseRecording();
-    recorder.addCommand(u"north");
-    recorder.doneRecording();
-    EXPECT_EQ(recorder._recorderState(), 0);
-    recorder.addCommand(u"finished");
-    EXPECT_THAT(recorder.getACopyOfTheCommands(), ElementsAre(u"north", u"", u"north"));
-
-    recorder.startOrPauseRecording();
-    EXPECT_EQ(recorder._recorderState(), 1);
-    recorder.addCommand(u"south");
-    EXPECT_THAT(recorder.getACopyOfTheCommands(), ElementsAre(u"north", u"", u"north", u"south"))
-        << "starting again goes on with the list that is there";
-    recorder.removeCommand(u"north");
-    EXPECT_THAT(recorder.getACopyOfTheCommands(), ElementsAre(u"", u"south")) << "every equal entry";
-    recorder.clearCommandsList();
-    EXPECT_THAT(recorder.getACopyOfTheCommands(), IsEmpty());
-    EXPECT_EQ(recorder._recorderState(), 1);
-}
-
-TEST(ZNTRecorderStates, FinishingEndsInTheSameStateFromEach)
-{
-    for (const int state : {0, 1, 2, 4}) {
-        ZNTRecorder recorder;
-        recorder.set_recorderState(state);
-        recorder.startOrPauseRecording(); // as the finish button does
-        recorder.doneRecording();
-        EXPECT_EQ(recorder._recorderState(), 0) << "from " << state;
-    }
-    ZNTRecorder recorder;
-    recorder.set_recorderState(3);
-    recorder.startOrPauseRecording();
-    EXPECT_EQ(recorder._recorderState(), 3) << "not a state of ours";
-}
-
-TEST(ZNTRecorderStates, AResetDropsTheListForANewOne)
-{
-    ZNTRecorder recorder;
-    recorder.startOrPauseRecording();
-    recorder.addCommand(u"north");
-    recorder.resetRecorder();
-    EXPECT_EQ(recorder._recorderState(), 4);
-    EXPECT_THAT(recorder.getACopyOfTheCommands(), IsEmpty());
-}
-
-class ZNTRecorderSheet : public testing::Test
+class ZNTRecorderTest : public testing::Test
 {
 protected:
-    ZNTRecorderSheet()
+    void record(std::initializer_list<const char16_t*> commands)
     {
-        recorder.startOrPauseRecording();
-        for (const auto* command : {u"open door", u"north", u"north"})
+        for (const auto* command : commands)
             recorder.addCommand(command);
     }
     std::vector<std::u16string> recorded() const { return recorder.getACopyOfTheCommands(); }
+    /// The recorder's list in the sheet, with three commands.
+    void showSheet()
+    {
+        recorder.startOrPauseRecording();
+        record({u"open door", u"north", u"north"});
+        sheet.set_theDataSource(recorder._textRecorderBean());
+        sheet.showWindow();
+    }
 
     ZNTRecorder recorder;
     ZNTRecordedLog log;
@@ -84,9 +35,44 @@ protected:
     ZNTCommandRecorderView sheet{{table, name, seconds, panel}, log};
 };
 
-TEST_F(ZNTRecorderSheet, EditsTheVeryListThatTheRecorderFills)
+TEST_F(ZNTRecorderTest, OnlyCommandsSentWhileRecordingAreKept)
 {
-    sheet.set_theDataSource(recorder._textRecorderBean());
+    EXPECT_EQ(recorder._recorderState(), 4);
+    record({u"fresh"});
+    recorder.startOrPauseRecording();
+    EXPECT_EQ(recorder._recorderState(), 1);
+    record({u"north", u""});
+    recorder.startOrPauseRecording();
+    EXPECT_EQ(recorder._recorderState(), 2);
+    record({u"paused"});
+    recorder.startOrPauseRecording();
+    record({u"north"});
+    recorder.doneRecording();
+    EXPECT_EQ(recorder._recorderState(), 0);
+    record({u"finished"});
+    EXPECT_THAT(recorded(), ElementsAre(u"north", u"", u"north"));
+
+    recorder.startOrPauseRecording();
+    EXPECT_EQ(recorder._recorderState(), 1);
+    record({u"south"});
+    EXPECT_THAT(recorded(), ElementsAre(u"north", u"", u"north", u"south")) << "the list goes on";
+    recorder.removeCommand(u"north");
+    EXPECT_THAT(recorded(), ElementsAre(u"", u"south")) << "every equal entry is removed";
+    recorder.clearCommandsList();
+    EXPECT_THAT(recorded(), IsEmpty());
+    record({u"west"});
+    recorder.resetRecorder();
+    EXPECT_EQ(recorder._recorderState(), 4);
+    EXPECT_THAT(recorded(), IsEmpty());
+
+    recorder.set_recorderState(3);
+    recorder.startOrPauseRecording();
+    EXPECT_EQ(recorder._recorderState(), 3) << "not one of the recorder's states";
+}
+
+TEST_F(ZNTRecorderTest, TheSheetEditsTheListThatTheRecorderFills)
+{
+    showSheet();
     EXPECT_EQ(table.timesReloaded, 1);
     sheet.addEmptyRow();
     EXPECT_THAT(recorded(), ElementsAre(u"open door", u"north", u"north", u"New Command"));
@@ -99,61 +85,55 @@ TEST_F(ZNTRecorderSheet, EditsTheVeryListThatTheRecorderFills)
     EXPECT_EQ(rows.tableViewObjectValue(4), u"");
     EXPECT_EQ(rows.numberOfRowsInTableView(), 4);
 
-    table.selected = 1;
-    sheet.removeItem();
-    EXPECT_THAT(recorded(), ElementsAre(u"open door", u"north", u"east"))
-        << "that row, not all that equal it";
-    table.selected = -1;
-    sheet.removeItem();
-    EXPECT_EQ(recorded().size(), 3u);
+    for (const long row : {1L, -1L}) {
+        table.selected = row;
+        sheet.removeItem();
+        EXPECT_THAT(recorded(), ElementsAre(u"open door", u"north", u"east")) << "that row alone";
+    }
     EXPECT_EQ(table.timesEditingAborted, 2);
 
     const int reloads = table.timesReloaded;
-    recorder.addCommand(u"typed while the sheet is open");
+    record({u"typed while the sheet is open"});
     EXPECT_EQ(table.timesReloaded, reloads + 1);
     EXPECT_EQ(recorded().size(), 4u);
     sheet.clearList();
     EXPECT_THAT(recorded(), IsEmpty());
 }
 
-TEST_F(ZNTRecorderSheet, SavingLogsTheRecordAndEmptiesListAndRecord)
+TEST_F(ZNTRecorderTest, SavingLogsTheRecordAndEmptiesListAndRecord)
 {
-    sheet.set_theDataSource(recorder._textRecorderBean());
-    sheet.showWindow();
-    const std::vector<std::pair<std::u16string, std::string>> table{
+    showSheet();
+    const std::vector<std::pair<std::u16string, std::string>> secondsLogged{
         {u"12 seconds", "12"}, {u"soon", "0"}, {u"", "0"}, {u"-1", "-1"}, {u"99999999999", "2147483647"}};
-    for (const auto& [typed, logged] : table) {
+    name.content = u"小路";
+    for (const auto& [typed, logged] : secondsLogged) {
         SCOPED_TRACE(logged);
         recorder.clearCommandsList();
-        recorder.addCommand(u"open door");
-        recorder.addCommand(u"");
-        name.content = u"小路";
+        record({u"open door", u""});
         seconds.content = typed;
         sheet.saveToDatabase();
         EXPECT_EQ(log.lines.back(),
                   "OBJ: OID: 0, NAME: 小路, COMMANDS: (open door, ), SECONDS BETWEEN COMMANDS: " + logged);
-        EXPECT_EQ(sheet._autoCommands()._name, u"小路");
-        EXPECT_EQ(std::to_string(sheet._autoCommands()._secondsBetweenSendingCommand), logged);
         EXPECT_THAT(recorded(), IsEmpty());
         EXPECT_THAT(*sheet._autoCommands()._commands, IsEmpty()) << "they are one list";
     }
-    EXPECT_EQ(log.lines.size(), table.size());
+    EXPECT_EQ(sheet._autoCommands()._name, u"小路");
     EXPECT_TRUE(panel.isShown) << "saving leaves the sheet open";
-    recorder.addCommand(u"later");
+    record({u"later"});
     sheet.cancelEditing();
     EXPECT_FALSE(panel.isShown);
-    EXPECT_THAT(recorded(), ElementsAre(u"later")) << "and closing keeps the list";
+    EXPECT_THAT(recorded(), ElementsAre(u"later")) << "closing keeps the list";
 }
 
-TEST_F(ZNTRecorderSheet, ShowsAnExistingRecord)
+TEST_F(ZNTRecorderTest, TheSheetShowsAnExistingRecord)
 {
-    ZNTAutoCommands record;
-    record._oid = 5;
-    record._commands->push_back(u"wave");
-    sheet.set_theDataSource(recorder._textRecorderBean());
-    sheet.buildUIFromDatabaseObjectForUpdate(record);
+    showSheet();
+    ZNTAutoCommands existing;
+    existing._oid = 5;
+    existing._commands->push_back(u"wave");
+    sheet.buildUIFromDatabaseObjectForUpdate(existing);
     sheet.addEmptyRow();
-    EXPECT_THAT(*record._commands, ElementsAre(u"wave", u"New Command"));
+    EXPECT_THAT(*existing._commands, ElementsAre(u"wave", u"New Command"));
     sheet.saveToDatabase();
     EXPECT_THAT(log.lines.back(), testing::StartsWith("OBJ: OID: 5, NAME: , COMMANDS: (wave, New Command)"));
 }

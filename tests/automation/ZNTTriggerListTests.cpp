@@ -107,17 +107,12 @@ TEST_F(TriggerList, OneGagAmongTheMatchesGagsTheChunkAndNoOther)
 
 TEST_F(TriggerList, TheTextOfTheGroupIsAReplacementTemplate)
 {
-    struct Case {
-        std::u16string group, command;
-    };
-    const Case cases[] = {{u"C:\\\\x", u"say C:\\x"}, {u"a\\nb", u"say anb"}, {u"\\u0041", u"say A"},
-                          {u"\\$1", u"say $1"},       {u"$0!", u"say %1!"},   {u"$05", u"say %15"},
-                          {u"end\\", u"say end"},     {u"", u"say "}};
-    for (const auto& row : cases) {
-        SCOPED_TRACE(znt::utf8FromText(row.group));
-        EXPECT_THAT(doneBy({trigger(u"<(.{0,20})>", u"say %1")}, u"<" + row.group + u">"),
-                    ElementsAre(row.command));
-    }
+    const std::pair<std::u16string, std::u16string> cases[] = {
+        {u"C:\\\\x", u"say C:\\x"}, {u"a\\nb", u"say anb"}, {u"\\u0041", u"say A"}, {u"\\$1", u"say $1"},
+        {u"$0!", u"say %1!"},       {u"$05", u"say %15"},   {u"end\\", u"say end"}, {u"", u"say "}};
+    for (const auto& [group, command] : cases)
+        EXPECT_THAT(doneBy({trigger(u"<(.{0,20})>", u"say %1")}, u"<" + group + u">"), ElementsAre(command))
+            << znt::utf8FromText(group);
 }
 
 TEST_F(TriggerList, ATriggerThatCannotBeUsedDoesNothingAndTheOthersDo)

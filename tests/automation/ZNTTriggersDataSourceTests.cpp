@@ -8,142 +8,143 @@
 namespace
 {
 
-std::u16string text(const ZNTTriggersDataSource::Value& value) { return std::get<std::u16string>(value); }
+using Value = ZNTTriggersDataSource::Value;
 
+/// An editor with two new rows; the store had `before` triggers.
 class TriggersDataSource : public testing::Test
 {
 protected:
+    TriggersDataSource()
+    {
+        editor.addEmptyRow();
+        editor.addEmptyRow();
+    }
     std::vector<ZNTTrigger> stored() { return database.loadAllTriggers(); }
+    Value cell(std::string_view column, long row) const
+    {
+        return editor.tableViewObjectValueForTableColumn(column, row);
+    }
+    void set(const Value& value, std::string_view column, long row)
+    {
+        editor.tableViewSetObjectValue(value, column, row);
+    }
 
     ZNTTestPlatform machine;
     ZNTDatabaseHelper database{machine.platform.places, machine.log};
     ZNTPlainTableView table;
     ZNTPlainTextArea pane;
+    const std::size_t before = stored().size();
     ZNTTriggersDataSource editor{database, table, pane};
 };
 
 TEST_F(TriggersDataSource, ANewRowIsStoredInactiveAndOnlyInThisEditorUntilSwitchedOn)
 {
-    const auto before = stored().size();
-    editor.addEmptyRow();
-    ASSERT_EQ(editor.countOfDataObjects(), 1);
-    EXPECT_EQ(table.timesReloaded, 1);
-    EXPECT_EQ(table.timesScrolledToEnd, 1);
-    EXPECT_EQ(text(editor.tableViewObjectValueForTableColumn("name", 0)), u"Change Me");
-    EXPECT_EQ(text(editor.tableViewObjectValueForTableColumn("check", 0)), u"A %1 kicks you hard!");
-    EXPECT_EQ(text(editor.tableViewObjectValueForTableColumn("action", 0)), u"kick %1");
-    EXPECT_EQ(text(editor.tableViewObjectValueForTableColumn("soundFileToPlay", 0)), u"");
-    EXPECT_FALSE(std::get<bool>(editor.tableViewObjectValueForTableColumn("gag", 0)));
-    EXPECT_EQ(stored().size(), before + 1);
+    EXPECT_EQ(editor.numberOfRowsInTableView(), 2);
+    EXPECT_EQ(table.timesReloaded, 2);
+    EXPECT_EQ(table.timesScrolledToEnd, 2);
+    EXPECT_EQ(cell("name", 0), Value(u"Change Me"));
+    EXPECT_EQ(cell("check", 0), Value(u"A %1 kicks you hard!"));
+    EXPECT_EQ(cell("action", 0), Value(u"kick %1"));
+    EXPECT_EQ(cell("soundFileToPlay", 0), Value(u""));
+    EXPECT_EQ(cell("gag", 0), Value(false));
+    EXPECT_EQ(stored().size(), before + 2);
 
-    ZNTTriggersDataSource second(database, table, pane);
-    EXPECT_EQ(second.countOfDataObjects(), 0) << "inactive, so not loaded";
-    editor.tableViewSetObjectValue(true, "active", 0);
-    ZNTTriggersDataSource third(database, table, pane);
-    ASSERT_EQ(third.countOfDataObjects(), 1);
-    EXPECT_EQ(third.getObjectAtIndex(0)->oid, editor.getObjectAtIndex(0)->oid);
+    EXPECT_EQ(ZNTTriggersDataSource(database, table, pane).countOfDataObjects(), 0) << "inactive, not loaded";
+    set(true, "active", 0);
+    const ZNTTriggersDataSource next(database, table, pane);
+    ASSERT_EQ(next.countOfDataObjects(), 1);
+    EXPECT_EQ(next.getObjectAtIndex(0)->oid, editor.getObjectAtIndex(0)->oid);
 }
 
 TEST_F(TriggersDataSource, ACellIsStoredAtOnceAndNonsenseChangesNothing)
 {
-    editor.addEmptyRow();
-    editor.addEmptyRow();
-    editor.tableViewSetObjectValue(u"Kick back", "name", 1);
-    editor.tableViewSetObjectValue(u"ouch.wav", "soundFileToPlay", 1);
-    editor.tableViewSetObjectValue(true, "gag", 1);
+    set(u"Kick back", "name", 1);
+    set(u"ouch.wav", "soundFileToPlay", 1);
+    set(true, "gag", 1);
     const auto changed = stored().back();
     EXPECT_EQ(changed.name, u"Kick back");
     EXPECT_EQ(changed.soundFileToPlay, u"ouch.wav");
     EXPECT_TRUE(changed.gag);
     EXPECT_EQ(table.timesReloaded, 5);
 
-    editor.tableViewSetObjectValue(true, "name", 1);
-    editor.tableViewSetObjectValue(u"x", "oid", 1);
-    editor.tableViewSetObjectValue(u"x", "name", 2);
-    editor.tableViewSetObjectValue(u"x", "name", -1);
+    set(true, "name", 1);
+    set(u"x", "oid", 1);
+    set(u"x", "name", 2);
+    set(u"x", "name", -1);
     EXPECT_EQ(stored().back().name, u"Kick back");
-    EXPECT_EQ(text(editor.tableViewObjectValueForTableColumn("name", 2)), u"");
+    EXPECT_EQ(cell("name", 2), Value(u""));
     EXPECT_EQ(table.timesReloaded, 5);
 }
 
-TEST_F(TriggersDataSource, ARowWhoseInsertFailedIsInsertedLaterAndTouchesNoOther)
+TEST_F(TriggersDataSource, ARowWhoseInsertFailedIsInsertedLaterAndChangesNoOther)
 {
-    editor.addEmptyRow();
-    editor.tableViewSetObjectValue(u"first", "name", 0);
-    const auto before = stored().size();
+    set(u"first", "name", 1);
     database.runSQL("create trigger refuse before insert on ZNTTrigger begin select raise(abort, ''); end");
     editor.addEmptyRow();
     editor.addEmptyRow();
-    editor.tableViewSetObjectValue(u"still nowhere", "name", 1);
-    EXPECT_EQ(editor.countOfDataObjects(), 3) << "shown all the same";
+    set(u"still nowhere", "name", 2);
+    EXPECT_EQ(editor.countOfDataObjects(), 4) << "shown all the same";
     database.runSQL("drop trigger refuse");
 
-    table.selected = 2;
+    table.selected = 3;
     editor.removeItem();
-    EXPECT_EQ(stored().size(), before) << "a row of its own was never there";
-    EXPECT_TRUE(editor.tableViewToolTipForRow(1).starts_with(u"Not saved"));
-    editor.tableViewSetObjectValue(u"second", "name", 1);
-    EXPECT_EQ(editor.tableViewToolTipForRow(1) + editor.tableViewToolTipForRow(2), u"");
-    editor.tableViewSetObjectValue(true, "gag", 1);
-    ASSERT_EQ(stored().size(), before + 1);
-    EXPECT_EQ(stored()[before - 1].name, u"first");
-    EXPECT_EQ(stored()[before].name, u"second");
-    EXPECT_TRUE(stored()[before].gag) << "and an edit after that changes its row";
+    EXPECT_EQ(stored().size(), before + 2) << "it never had a row of its own";
+    EXPECT_TRUE(editor.tableViewToolTipForRow(2).starts_with(u"Not saved"));
+    set(u"second", "name", 2);
+    EXPECT_EQ(editor.tableViewToolTipForRow(2) + editor.tableViewToolTipForRow(3), u"");
+    set(true, "gag", 2);
+    ASSERT_EQ(stored().size(), before + 3);
+    EXPECT_EQ(stored()[before + 1].name, u"first");
+    EXPECT_EQ(stored()[before + 2].name, u"second");
+    EXPECT_TRUE(stored()[before + 2].gag) << "and an edit after that changes its row";
 }
 
 TEST_F(TriggersDataSource, ThePaneShowsTheSelectedTriggerAndIsReadBackOnSave)
 {
-    editor.addEmptyRow();
     pane.content = u"typed before";
     editor.saveToDatabase();
     EXPECT_EQ(stored().back().check, u"A %1 kicks you hard!") << "without a selection nothing is saved";
     editor.tableViewSelectionDidChange();
     EXPECT_EQ(pane.content, u"");
 
-    table.selected = 0;
-    EXPECT_TRUE(editor.tableViewShouldSelectRow(0));
+    table.selected = 1;
+    EXPECT_TRUE(editor.tableViewShouldSelectRow(1));
     EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nkick %1");
 
-    struct Case {
-        std::u16string pane, check, action;
-    };
-    const Case cases[] = {{u"look~\nsay hi", u"look", u"say hi"},
-                          {u"look~", u"look", u""},
-                          {u"look", u"look", u""},
-                          {u"a~~\nb", u"a", u"b"},
-                          {u"a~\nb~\nc", u"a", u"b"},
-                          {u"a\nb~\nc\nd", u"a\nb", u"c\nd"},
-                          {u"~\nb~", u"", u"b~"},
-                          {u"", u"", u""}};
-    for (const auto& row : cases) {
-        pane.content = row.pane;
+    const std::u16string cases[][3] = {{u"look~\nsay hi", u"look", u"say hi"},
+                                       {u"look~", u"look", u""},
+                                       {u"look", u"look", u""},
+                                       {u"a~~\nb", u"a", u"b"},
+                                       {u"a~\nb~\nc", u"a", u"b"},
+                                       {u"a\nb~\nc\nd", u"a\nb", u"c\nd"},
+                                       {u"~\nb~", u"", u"b~"},
+                                       {u"", u"", u""}};
+    for (const auto& [shown, check, action] : cases) {
+        pane.content = shown;
         editor.saveToDatabase();
-        EXPECT_EQ(stored().back().check, row.check);
-        EXPECT_EQ(stored().back().action, row.action);
+        EXPECT_EQ(stored().back().check, check);
+        EXPECT_EQ(stored().back().action, action);
     }
 }
 
 TEST_F(TriggersDataSource, ThePaneFollowsACellEditedBesideItUnlessItHoldsUnsavedText)
 {
-    editor.addEmptyRow();
-    editor.addEmptyRow();
     table.selected = 0;
     editor.insertTriggerText();
-    editor.tableViewSetObjectValue(u"bow", "action", 0);
+    set(u"bow", "action", 0);
     EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nbow");
-    editor.tableViewSetObjectValue(u"wave", "action", 1);
+    set(u"wave", "action", 1);
     EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nbow") << "another row";
     editor.saveToDatabase();
-    EXPECT_EQ(stored().front().action, u"bow") << "saving the pane does not undo the edit";
+    EXPECT_EQ(stored()[before].action, u"bow") << "saving the pane does not undo the edit";
 
-    editor.tableViewSetObjectValue(u"look~", "check", 0);
-    editor.tableViewSetObjectValue(u"sit", "action", 0);
-    EXPECT_EQ(pane.content, u"look~~\nsit")
-        << "a pane that shows what would be read back in part is not edited";
+    set(u"look~", "check", 0);
+    set(u"sit", "action", 0);
+    EXPECT_EQ(pane.content, u"look~~\nsit") << "a pane that is read back in part only is not edited";
 
     pane.content = u"a long pattern~\nbeing written";
-    editor.tableViewSetObjectValue(true, "active", 0);
-    editor.tableViewSetObjectValue(u"kneel", "action", 0);
+    set(true, "active", 0);
+    set(u"kneel", "action", 0);
     EXPECT_EQ(pane.content, u"a long pattern~\nbeing written");
 }
 
@@ -152,36 +153,30 @@ TEST_F(TriggersDataSource, ARecordThatWasNeverStoredIsInsertedOnSave)
     ZNTTrigger fresh;
     fresh.oid = -1;
     editor.addObjectToList(fresh);
-    table.selected = 0;
+    table.selected = 2;
     pane.content = u"look~\nsay hi";
-    const auto before = stored().size();
-    editor.saveToDatabase();
-    ASSERT_EQ(stored().size(), before + 1);
-    EXPECT_EQ(stored().back().check, u"look");
-    EXPECT_EQ(editor.getObjectAtIndex(0)->oid, stored().back().oid);
-    editor.saveToDatabase();
-    EXPECT_EQ(stored().size(), before + 1);
+    for (int save = 0; save < 2; ++save) {
+        editor.saveToDatabase();
+        ASSERT_EQ(stored().size(), before + 3) << "inserted once";
+        EXPECT_EQ(stored().back().check, u"look");
+        EXPECT_EQ(editor.getObjectAtIndex(2)->oid, stored().back().oid);
+    }
 }
 
-TEST_F(TriggersDataSource, ATriggerThatRestsSaysSoInItsToolTip)
+TEST_F(TriggersDataSource, TheToolTipSaysThatATriggerRests)
 {
-    editor.addEmptyRow();
-    editor.addEmptyRow();
     EXPECT_EQ(editor.tableViewToolTipForRow(1), u"");
     const auto resting = editor.getObjectAtIndex(1)->oid;
     editor.isTriggerResting = [resting](std::int64_t oid) { return oid == resting; };
-    EXPECT_EQ(editor.tableViewToolTipForRow(0), u"");
+    EXPECT_EQ(editor.tableViewToolTipForRow(0) + editor.tableViewToolTipForRow(2), u"");
     EXPECT_TRUE(editor.tableViewToolTipForRow(1).starts_with(u"Too slow: "));
-    EXPECT_EQ(editor.tableViewToolTipForRow(2), u"");
 }
 
 TEST_F(TriggersDataSource, RemovingTakesTheSelectedTriggerFromTheStoreAndClearingDoesNot)
 {
-    const auto before = stored().size();
-    for (int row = 0; row < 3; ++row)
-        editor.addEmptyRow();
+    editor.addEmptyRow();
     const auto last = editor.getObjectAtIndex(2)->oid;
-    editor.tableViewSetObjectValue(u"bow", "action", 2);
+    set(u"bow", "action", 2);
     editor.removeItem();
     EXPECT_EQ(editor.countOfDataObjects(), 3) << "nothing is selected";
     table.selected = 1;
@@ -190,12 +185,11 @@ TEST_F(TriggersDataSource, RemovingTakesTheSelectedTriggerFromTheStoreAndClearin
     EXPECT_EQ(stored().size(), before + 2);
     ASSERT_EQ(editor.countOfDataObjects(), 2);
     EXPECT_EQ(editor.getObjectAtIndex(1)->oid, last);
-    EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nbow") << "else saving gave it the removed one's text";
+    EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nbow") << "the row that is selected now";
     editor.clearMacroList();
     EXPECT_EQ(editor.countOfDataObjects(), 0);
-    EXPECT_EQ(stored().size(), before + 2);
     editor.removeItem();
-    EXPECT_EQ(stored().size(), before + 2) << "the table still has a selection, the list no such row";
+    EXPECT_EQ(stored().size(), before + 2) << "the table has a selection, but the list has no such row";
 }
 
 } // namespace

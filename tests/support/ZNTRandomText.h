@@ -11,6 +11,18 @@ class ZNTRandomText
 public:
     explicit ZNTRandomText(std::vector<std::u16string> pieces) : pieces(std::move(pieces)) {}
 
+    /// The pieces are parted by broken bars.
+    static ZNTRandomText ofPieces(std::u16string_view parted)
+    {
+        std::vector<std::u16string> pieces(1);
+        for (const char16_t unit : parted)
+            if (unit == u'\u00A6')
+                pieces.emplace_back();
+            else
+                pieces.back() += unit;
+        return ZNTRandomText(std::move(pieces));
+    }
+
     std::u16string next(std::size_t mostPieces)
     {
         std::u16string text;
