@@ -79,9 +79,8 @@ private:
     std::uint32_t lastSet = 0;
 };
 
-/// Carries out sequences one after the other. Where a group's code begins to hold in the text without
-/// sequences is told by a counter of the characters taken out before it, which allots two to each sequence's
-/// introducer.
+/// Carries out sequences one after the other. `shift` counts the characters taken out so far, with two for
+/// each sequence's introducer. A group's code holds from the group's own place minus `shift`.
 class SequenceWalk
 {
 public:
@@ -90,7 +89,7 @@ public:
     void carryOut(std::u16string_view text, const znt::SgrMatch& match)
     {
         if (match.firstGroupLength != 0) {
-            // A reset here takes effect with the second group.
+            // A reset in the first group takes effect together with the second group.
             if (storeOrReset(text.substr(match.firstGroup, match.firstGroupLength)))
                 attributes.applyFrom(shifted(match.firstGroup));
             shift += match.firstGroupLength;
@@ -130,7 +129,7 @@ ZNTAttributedText ZNTColourParser::attributedText(std::u16string text) const
     if (text.empty())
         return result;
 
-    // One walk lays the attributes and moves the text between the sequences together.
+    // One pass stores the attributes and closes the gaps that the sequences leave.
     AttributeWalk attributes(*this, result);
     SequenceWalk sequences(attributes);
     ZNTTextCutter cutter(text);

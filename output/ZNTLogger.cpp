@@ -21,7 +21,7 @@ constexpr std::size_t pieceSize = std::size_t{32} << 10;
 bool holdsSurrogate(std::u16string_view text)
 {
     char16_t found = 0;
-    for (const auto unit : text) // to the end and without a branch, so that the compiler vectorises it
+    for (const auto unit : text) // no early return, so that the compiler can vectorise the loop
         found |= (unit & 0xF800) == 0xD800 ? 1 : 0;
     return found != 0;
 }

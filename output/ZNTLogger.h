@@ -10,7 +10,7 @@
 /// started, in local time. Only ever appended to, in UTF-8, with nothing added; readable by the player alone.
 /// Two runs of the same minute share the file and append in turn.
 ///
-/// Nothing here fails aloud: where the folder or file cannot be made or written, texts are not kept.
+/// Failures are silent: if the folder or file cannot be made or written, texts are not kept.
 class ZNTLogger
 {
 public:

@@ -11,7 +11,10 @@ namespace
 
 constexpr char16_t escape = 0x1B;
 
-/// Reads the parts of a sequence one after the other; each read moves on only when it succeeds.
+/// Reads the parts of a sequence one after the other. A read that fails leaves the position unchanged.
+///
+/// Reading forward once gives ICU's answer: after "\d{1,2}" comes ";" or "m", which is no digit, so taking
+/// fewer digits never helps and no step has to be taken back.
 class Reader
 {
 public:
@@ -116,6 +119,7 @@ void normaliseSequences(std::u16string& text)
 {
     if (findUnit(text, escape) == text.npos)
         return;
+    // Three passes, because each expression also sees what the one before it has written.
     replaceMatches(
         text, [](auto whole, auto start) { return threeNumbersEnd(whole, start, 1); }, u"\x1b[0m");
     replaceMatches(

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-/// Hand-written equivalents of the fixed expressions over escape sequences. Offsets are UTF-16 units.
+/// Hand-written scanners for four fixed expressions over escape sequences. Offsets are UTF-16 units.
 namespace znt
 {
 

@@ -27,10 +27,10 @@ std::u16string withExtension(std::u16string name)
     return name;
 }
 
-/// UTF-16 units. No file system has a longer name, nor the system a longer path; a game's may be megabytes.
+/// UTF-16 units. Linux has no longer file names and paths, but a game may send megabytes.
 constexpr std::size_t longestFileName = 255, longestPath = 4'096;
 
-/// What is absent, or no number, counts as 0.
+/// A parameter that is absent or no number counts as 0.
 std::int32_t number(const ZNTSound::Parameter& parameter)
 {
     return parameter ? znt::integerValue(*parameter) : 0;
@@ -45,7 +45,7 @@ std::int32_t sumWithinRange(std::int32_t a, std::int32_t b)
 
 } // namespace
 
-/// What sounds hold on to weakly, so that a notice on its way meets nobody once the processor is gone.
+/// Sounds hold this object weakly. A notice that comes after the processor's end finds it gone.
 class ZNTMSPProcessor::Delegate final : public ZNTSoundDelegate
 {
 public:
@@ -113,7 +113,7 @@ void ZNTMSPProcessor::fetch(Request request, const std::shared_ptr<ZNTSoundObjec
 
 void ZNTMSPProcessor::fetched(bool isSound, bool isLoaded)
 {
-    // Its turn comes now, as if the tag had: what has begun to play meanwhile counts.
+    // The request is measured now, as if its tag had just come: a sound that began meanwhile may outrank it.
     const auto arrived = *std::exchange(isSound ? soundFetch : musicFetch, {});
     begin(arrived.request, isLoaded ? arrived.sound : nullptr);
 }
@@ -162,7 +162,7 @@ ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16stri
         return url.error();
     auto address = std::move(url).value();
     if (address)
-        address->pop_back(); // meant for the tag's closing parenthesis, wherever the URL stands
+        address->pop_back(); // the tag's closing parenthesis; kept also if the URL is not the last parameter
 
     if (!file.value())
         return tagError("The tag names no file.");
@@ -293,8 +293,8 @@ void ZNTMSPProcessor::playTriggerSound(std::u16string_view fileName)
 
 void ZNTMSPProcessor::stopAllSounds()
 {
-    // The notices of these stops go to the delegate that the sounds know; without it nothing repeats. No
-    // later notice then clears the flags of stops by priority.
+    // The sounds know the old delegate only, so the notices of these stops are lost and nothing repeats. The
+    // flags of stops by priority must be cleared here, because no notice will clear them.
     delegate = std::make_shared<Delegate>(*this);
     _soundStopped = _musicStopped = false;
     soundFetch = musicFetch = {};

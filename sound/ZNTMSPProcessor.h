@@ -17,8 +17,8 @@
 /// Turns the tags of the MUD Sound Protocol, !!SOUND(file parameters) and !!MUSIC(file parameters), into
 /// playback on two channels with at most one sound each, and plays the sounds of triggers beside them.
 ///
-/// A tag names a file of the sound folder, without regard to case and diacritics and with wildcards, or else
-/// a URL. Nothing outside the folder is ever opened. Belongs to the run loop's thread.
+/// A tag names a file of the sound folder, without regard to case and diacritics and with wildcards, or a
+/// URL. No file outside the folder is opened. Belongs to the run loop's thread.
 class ZNTMSPProcessor
 {
 public:
@@ -30,28 +30,28 @@ public:
 
     /// Carries out one tag. A tag that cannot be understood changes nothing, and the error says why.
     ZNTResult<void> processSound(std::u16string_view tag);
-    /// Plays the file at the sound folder followed directly by `fileName`, at once, beside everything else
-    /// and to its end. A file that is not there or cannot be read plays nothing.
+    /// Plays the file whose path is the sound folder's, followed directly by `fileName`: at once, beside all
+    /// other sounds, and to its end. A file that is missing or cannot be read plays nothing.
     void playTriggerSound(std::u16string_view fileName);
 
-    /// The player's way to silence: ends both channels with all repetitions that are left, the sounds of
-    /// triggers, and sounds that are still being fetched. The next tag plays as ever.
+    /// Ends all sounds: both channels with all repetitions that are left, the sounds of triggers, and sounds
+    /// that are still being fetched. The next tag plays as usual.
     void stopAllSounds();
 
     /// The finish notice of a sound: plays counted repetitions again.
     void soundDidFinishPlaying(ZNTSoundObject& sound, bool finished);
 
-    /// Whether the tag is for the sound channel: the music channel is for every other word than SOUND.
+    /// Whether the tag is for the sound channel. Every word but SOUND means the music channel.
     [[nodiscard]] bool isSound(std::u16string_view tag);
     /// The last match of `commandString`, an ICU pattern, without its first `remove` units.
     [[nodiscard]] std::optional<std::u16string>
     processCommand(std::u16string_view tag, const std::u16string& commandString, std::size_t remove);
-    /// Takes quotes off: where the first character is one, the last character goes too. An empty text, also
-    /// one between quotes, is an error.
+    /// Takes quotes off: if the first character is one, the last character goes too. An empty text, also one
+    /// between quotes, is an error.
     [[nodiscard]] static ZNTResult<std::optional<std::u16string>>
     removeCrapData(std::optional<std::u16string> text);
     /// The entries of `path`, a folder, that are called `name`, in the folder's own order. Links that lead
-    /// out of the sound folder are among them; nothing plays those.
+    /// out of the sound folder are among them; they are not played.
     [[nodiscard]] std::vector<std::string> findMatchingFile(std::u16string_view name,
                                                             const std::string& path) const;
     /// The same for a name in which "*" stands for any characters and "?" for one.
@@ -71,14 +71,14 @@ public:
     void set_zntMusic(std::shared_ptr<ZNTSound> request) { _zntMusic_ = std::move(request); }
 
 private:
-    /// What a tag asks for, before anything is done about it.
+    /// What a tag asks for.
     struct Request {
         bool isSound = true;
         bool isStop = false;
         std::u16string file; ///< as in the tag: folder/name
         std::shared_ptr<ZNTSound> sound;
     };
-    /// An accepted request whose sound is on its way. It has no say on its channel until then.
+    /// An accepted request whose sound is still being fetched. It does not count on its channel yet.
     struct Fetch {
         Request request;
         std::shared_ptr<ZNTSoundObject> sound;
@@ -91,12 +91,12 @@ private:
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundForRequest(const Request& request);
     void fetch(Request request, const std::shared_ptr<ZNTSoundObject>& sound);
     void fetched(bool isSound, bool isLoaded);
-    /// Gives up what is being fetched for the channel.
+    /// Cancels the fetch for the channel.
     void giveUpFetch(bool isSound);
     void begin(const Request& request, const std::shared_ptr<ZNTSoundObject>& sound);
-    /// What plays on the channel of `request` has at least its priority.
+    /// Whether the sound that plays on the channel of `request` has at least its priority.
     [[nodiscard]] bool isOutranked(const Request& request) const;
-    /// False where `request` is outranked.
+    /// Stops the sound that plays on the channel. False if `request` is outranked.
     bool makeWayFor(const Request& request);
     void startPlaying(const Request& request, ZNTSoundObject* sound);
     void playRepeatedly(ZNTSoundObject& sound, std::u16string name);

@@ -2,7 +2,7 @@
 
 #include "ZNTSoundFactory.h"
 
-/// For who wants no sound: makes none.
+/// Makes no sounds: for tests and for programs without a sound device.
 class ZNTSilentSounds : public ZNTSoundFactory
 {
 public:

@@ -13,7 +13,7 @@ class ZNTSound
 public:
     using Parameter = std::optional<std::u16string>;
 
-    /// Kept for completeness; nothing sets them.
+    /// Kept as part of the interface: the record's path and sound. They are always empty.
     [[nodiscard]] const std::u16string& _soundPath() const { return _soundPath_; }
     [[nodiscard]] const std::shared_ptr<ZNTSoundObject>& _nsSound() const { return _nsSound_; }
 
@@ -41,7 +41,7 @@ public:
     /// Type, the category of a sound.
     [[nodiscard]] const Parameter& _tParam() const { return _tParam_; }
     void set_tParam(Parameter value) { _tParam_ = std::move(value); }
-    /// URL, where the file is fetched that the folder lacks.
+    /// URL from which a missing file is fetched.
     [[nodiscard]] const Parameter& _uParam() const { return _uParam_; }
     void set_uParam(Parameter value) { _uParam_ = std::move(value); }
 

@@ -3,7 +3,8 @@
 #include <memory>
 #include <string>
 
-/// A file open for reading, held by its descriptor: what it names cannot change under the one who checked it.
+/// A file open for reading, held by its descriptor. The file that was checked is the file that is played,
+/// even if its path is given to another file meanwhile.
 class ZNTSoundFile
 {
 public:

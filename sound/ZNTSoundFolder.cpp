@@ -13,7 +13,7 @@ namespace
 
 std::optional<std::string> realPath(const std::string& path)
 {
-    // A NUL would end the path early for the system and not for us.
+    // The system would stop reading the path at a NUL; we would not.
     if (path.find('\0') != path.npos)
         return {};
     const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), std::free);
@@ -43,7 +43,7 @@ std::string ZNTSoundFolder::tildeExpanded(const std::string& path) const
 
 std::optional<ZNTSoundFile> ZNTSoundFolder::openFile(const std::string& path) const
 {
-    // Opening a pipe or a device must not wait for anyone.
+    // Without O_NONBLOCK, opening a pipe waits until another program opens its other end.
     const int descriptor = openInside(path, O_NONBLOCK);
     if (descriptor < 0)
         return {};
@@ -93,7 +93,7 @@ int ZNTSoundFolder::openInside(const std::string& path, int flags) const
     const int descriptor = open(real->c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | flags);
     if (descriptor < 0)
         return -1;
-    // Somebody may have put a link in the path meanwhile.
+    // A folder in the path may have been replaced by a link between the check and the opening.
     std::error_code unreadable;
     const auto opened =
         std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(descriptor), unreadable);

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-/// The folder of the player's sound files, the only place where such files come from: an entry whose real
-/// path, all links followed, lies outside is as if it were not there. Paths are those of the file system.
+/// The folder of the player's sound files. Files come from this folder only: an entry whose real path (all
+/// links followed) lies outside it counts as missing. Paths are those of the file system.
 class ZNTSoundFolder
 {
 public:
@@ -25,15 +25,15 @@ public:
     [[nodiscard]] std::optional<ZNTSoundFile> openFile(const std::string& path) const;
     /// Whether `path` exists and really lies in the folder.
     [[nodiscard]] bool isInside(const std::string& path) const { return realPathInside(path).has_value(); }
-    /// The names in `directory` that `isWanted`, in the order in which the file system has them. Where each
-    /// of them leads is not looked at: that takes a walk along its path.
+    /// The names in `directory` that `isWanted`, in the order of the file system. Their real paths are not
+    /// checked here, because that costs several system calls for each name.
     [[nodiscard]] std::vector<std::string>
     entries(const std::string& directory, const std::function<bool(std::string_view name)>& isWanted) const;
 
 private:
     /// The real path, if it is the folder or lies below it.
     [[nodiscard]] std::optional<std::string> realPathInside(const std::string& path) const;
-    /// Opens what is really inside, and makes sure of it once it is open.
+    /// Opens `path` if its real path lies inside, and checks the opened file's path once more.
     [[nodiscard]] int openInside(const std::string& path, int flags) const;
 
     std::string home, root;

@@ -69,8 +69,8 @@ std::u16string foldedSoundName(std::u16string_view name)
 
 bool soundNameFits(std::u16string_view name, std::u16string_view pattern)
 {
-    // After a mismatch only the last "*" needs to take one character more: the earlier ones took the least
-    // they could.
+    // After a mismatch, let the last "*" match one character more and try again. Earlier ones need no second
+    // try: they matched the shortest text that they could.
     constexpr auto none = std::u16string_view::npos;
     std::size_t inName = 0, inPattern = 0, afterStar = none, starEnd = 0;
     while (inName < name.size()) {

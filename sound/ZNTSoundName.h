@@ -7,7 +7,7 @@
 namespace znt
 {
 
-/// What two names that mean the same have in common. A base character stays one character.
+/// Two names that mean the same have the same folded name. A base character stays one character.
 std::u16string foldedSoundName(std::u16string_view name);
 
 /// Whether all of `name` fits `pattern`, in which "*" stands for any characters and "?" for one. Both folded.

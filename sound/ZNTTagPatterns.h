@@ -12,7 +12,7 @@ struct URegularExpression; // ICU's
 class ZNTTagPatterns
 {
 public:
-    /// Views into `text`. None where nothing matches, or where ICU refuses the pattern.
+    /// Views into `text`. None if there is no match, or if ICU refuses the pattern.
     std::optional<std::u16string_view> firstMatch(const std::u16string& pattern, std::u16string_view text);
     std::optional<std::u16string_view> lastMatch(const std::u16string& pattern, std::u16string_view text);
 

@@ -20,7 +20,7 @@ namespace
 {
 
 constexpr int frequency = 44'100, channels = 2, framesPerBuffer = 1'024;
-/// Stands for the library's one place for music beside its channels.
+/// The library plays one stream beside its channels; it gets the next number.
 constexpr int streamChannel = ZNTMixer::mostAtOnce;
 
 int mixerVolume(float volume)
@@ -40,7 +40,7 @@ void halt(int channel)
 
 bool openDevice()
 {
-    // The program's own handlers stay, and the library's start-up is not that of a game.
+    // The program's own signal handlers stay.
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Zantor");
     znt::keepDeviceSearchQuiet();
@@ -57,7 +57,7 @@ bool openDevice()
 void closeDevice()
 {
     Mix_CloseAudio();
-    // So that the next opening looks for a device afresh.
+    // The next opening then looks for a device again.
     SDL_QuitSubSystem(SDL_INIT_AUDIO);
 }
 
@@ -100,7 +100,7 @@ private:
     bool open();
     void closeIfOpen();
     bool startOnChannel(const Request& request, const ZNTSoundDecoder::Samples& samples);
-    /// False where the sound has to be decoded whole.
+    /// False if the sound has to be decoded whole.
     bool startAsStream(const Request& request);
     void setChannelVolume(int channel, float volume);
     [[nodiscard]] int freeChannel() const;
@@ -108,26 +108,28 @@ private:
     static void channelFinished(int channel);
     static void streamFinished() { channelFinished(streamChannel); }
 
-    /// The library's callback carries no word of whose it is.
+    /// The library's callback has no context argument, so it finds the mixer here.
     static std::atomic<State*> current;
 
     const Finished finished;
     const std::chrono::duration<double> idleTime;
 
-    // The mixing thread holds the library's lock while it calls back, and we hold this one while we call the
-    // library: so the callback may not take it and reads only the atomics.
+    // Guards the fields below up to `plays`, which the run loop's thread and our thread share. The order of
+    // the locks is: this one first, then the library's, because we call the library while we hold this one.
+    // SDL's thread holds the library's lock when it calls `channelFinished`. If the callback took this mutex,
+    // each thread could wait for the other for ever; so it reads the atomics below and nothing else.
     std::mutex mutex;
     std::condition_variable changed;
     bool isEnding = false, isOpen = false;
     float masterVolume = 1, streamVolume = 1;
     std::deque<Request> waiting;
     std::map<std::uint64_t, Play> plays;
-    std::array<ZNTSoundDecoder::Samples, mostAtOnce> samplesOnChannel;
-
-    /// The play that each channel has to report the end of, or 0.
+    /// The play whose end each channel has to report, or 0. `stop` and the callback both exchange it for 0;
+    /// the one that finds the number there reports or halts the play, so it happens once.
     std::array<std::atomic<std::uint64_t>, mostAtOnce + 1> playOnChannel{};
 
     // Of our thread only.
+    std::array<ZNTSoundDecoder::Samples, mostAtOnce> samplesOnChannel;
     ZNTSoundDecoder decoder;
     std::unique_ptr<ZNTSoundStream> stream;
     std::thread thread;
@@ -204,6 +206,7 @@ void ZNTMixer::State::run()
             dropEndedSamples();
             const bool isIdle = Mix_Playing(-1) == 0 && Mix_PlayingMusic() == 0;
             if (isIdle && wasIdle) {
+                // closeIfOpen takes the lock itself, and closing the device is slow.
                 hold.unlock();
                 closeIfOpen();
                 hold.lock();
@@ -217,7 +220,8 @@ void ZNTMixer::State::run()
             const auto request = std::move(waiting.front());
             waiting.pop_front();
             if (!plays.contains(request.play))
-                continue;
+                continue; // it was stopped while it waited
+            // Opening the device and decoding take long; the run loop's thread must not wait for them.
             hold.unlock();
             carryOut(request);
             hold.lock();
@@ -225,7 +229,7 @@ void ZNTMixer::State::run()
     }
     hold.unlock();
     closeIfOpen();
-    SDL_Quit(); // lets go of what the library keeps for this thread, and of its settings
+    SDL_Quit(); // frees what the library keeps for this thread, and its settings
 }
 
 void ZNTMixer::State::carryOut(const Request& request)
@@ -245,7 +249,7 @@ void ZNTMixer::State::carryOut(const Request& request)
 
 bool ZNTMixer::State::open()
 {
-    // Only this thread opens and closes, so it may look without the lock.
+    // Only this thread changes `isOpen`, so it may read it without the lock.
     if (isOpen)
         return true;
     if (!openDevice())
@@ -264,6 +268,7 @@ void ZNTMixer::State::closeIfOpen()
     if (!isOpen)
         return;
     {
+        // From here on `stop` and `setVolume` find no channel, so they do not call a closed library.
         const std::lock_guard hold(mutex);
         isOpen = false;
         for (auto& play : playOnChannel)
@@ -291,7 +296,7 @@ bool ZNTMixer::State::startOnChannel(const Request& request, const ZNTSoundDecod
     const auto at = static_cast<std::size_t>(channel);
     samplesOnChannel.at(at) = samples;
     Mix_Volume(channel, mixerVolume(found->second.volume));
-    // A short sound may end before the call returns, so all is noted before it.
+    // A short sound may end before Mix_PlayChannel returns, so the channel is noted before the call.
     found->second.channel = channel;
     playOnChannel.at(at) = request.play;
     if (Mix_PlayChannel(channel, samples.get(), request.loops ? -1 : 0) >= 0)
@@ -307,7 +312,7 @@ bool ZNTMixer::State::startAsStream(const Request& request)
     if (playing != 0)
         return false;
     stream.reset();
-    auto opened = ZNTSoundStream::open(request.source); // waits for the disk
+    auto opened = ZNTSoundStream::open(request.source); // may wait for the disk, so without the lock
     if (!opened)
         return false;
     stream = std::move(opened);
@@ -346,6 +351,7 @@ void ZNTMixer::State::dropEndedSamples()
 
 void ZNTMixer::State::channelFinished(int channel)
 {
+    // Called by SDL's thread with the library's lock held: no mutex and no call of the library here.
     auto* mixer = current.load();
     if (mixer == nullptr || channel < 0 || channel > streamChannel)
         return;

@@ -8,8 +8,8 @@
 
 /// Plays sounds through SDL2_mixer, many at once, on the desktop's sound device.
 ///
-/// Opening the device and decoding take their time, so a thread of the mixer's own does both; what stops or
-/// changes a sound takes effect at once. The device opens with the first sound and closes when nothing has
+/// Opening the device and decoding are slow, so a thread of the mixer's own does both. Stops and changes of
+/// volume take effect at once. The device opens with the first sound and closes when nothing has
 /// played for a while. A process has one mixer, as the library keeps its state for the whole process.
 class ZNTMixer
 {
@@ -21,8 +21,8 @@ public:
         Damaged, ///< nothing in it that could be played
         NoDevice ///< nothing to play it on
     };
-    /// Told of the end of each play but a stopped one, on any thread, also on the one that mixes: it must
-    /// not call the mixer.
+    /// Called at the end of each play that was not stopped, on any thread, also on the one that mixes. It
+    /// must not call the mixer.
     using Finished = std::function<void(std::uint64_t play, Ending ending)>;
 
     struct Request {
@@ -30,7 +30,7 @@ public:
         std::shared_ptr<const ZNTSoundSource> source;
         float volume; ///< 0 to 1
         bool loops;
-        double start; ///< seconds that are left out at the beginning; a sound that loops starts at 0
+        double start; ///< seconds that are skipped at the beginning; a sound that loops starts at 0
         /// A long one is decoded only as it plays, if no other such sound plays.
         bool isStreamed = false;
     };

@@ -8,7 +8,7 @@
 #include <optional>
 #include <utility>
 
-/// Keeps book of what plays, on the run loop's thread, for as long as the factory lives.
+/// Lists what plays and what is being fetched. Lives as long as the factory, on the run loop's thread.
 class ZNTMixerSounds::Playback : public std::enable_shared_from_this<Playback>
 {
 public:
@@ -19,7 +19,7 @@ public:
     {
     }
 
-    /// The number of the play, or 0 where it is refused.
+    /// The number of the play, or 0 if it is refused.
     std::uint64_t begin(const std::shared_ptr<Sound>& sound);
     /// Stops the play; the notice follows.
     void stop(std::uint64_t play);
@@ -48,7 +48,7 @@ private:
     double deviceRest = 0;         ///< seconds; 0 while there is a device, as far as is known
     double deviceIsAskedForAt = 0; ///< on the run loop's clock
     std::map<std::uint64_t, std::shared_ptr<Sound>> playing, beingFetched;
-    // Last, so that their threads end before anything else does.
+    // The last fields: they are destroyed first, so their threads end while all else is still there.
     std::unique_ptr<ZNTSoundDownloads> downloads_;
     std::unique_ptr<ZNTMixer> mixer_;
 };
@@ -129,7 +129,7 @@ public:
             listener->soundDidFinishPlaying(*this, finished);
     }
 
-    /// Absent as long as a URL has not been fetched.
+    /// Null until the URL has been fetched.
     std::shared_ptr<const ZNTSoundSource> source;
     const std::string url;
     float volume = 1;
@@ -192,7 +192,7 @@ void ZNTMixerSounds::Playback::stop(std::uint64_t play)
 
 void ZNTMixerSounds::Playback::stopAll()
 {
-    // Each stop takes its entry out of the book.
+    // Each stop removes its entry from the list, so copies are walked.
     for (const auto& book : {playing, beingFetched})
         for (const auto& [number, sound] : book)
             sound->stop();
@@ -216,7 +216,7 @@ void ZNTMixerSounds::Playback::ended(std::uint64_t play, ZNTMixer::Ending ending
         mixer_->stop(play);
     const auto found = playing.find(play);
     if (found == playing.end())
-        return; // stopped while the word of its end was on its way
+        return; // it was stopped while the news of its end was on its way
     const auto sound = std::move(found->second);
     playing.erase(found);
     sound->end();
@@ -230,7 +230,7 @@ void ZNTMixerSounds::Playback::noteDevice(bool isThere)
 {
     if (isThere) {
         deviceRest = deviceIsAskedForAt = 0;
-    } else if (runLoop.now() >= deviceIsAskedForAt) { // else a play that met the same attempt
+    } else if (runLoop.now() >= deviceIsAskedForAt) { // else another play already noted this failure
         deviceRest = deviceRest == 0 ? settings.missingDeviceSeconds
                                      : std::min(2 * deviceRest, settings.longestMissingDeviceSeconds);
         deviceIsAskedForAt = runLoop.now() + deviceRest;

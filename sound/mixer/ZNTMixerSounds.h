@@ -9,9 +9,9 @@
 
 /// The sounds of the running programs: WAV, Ogg, FLAC and MP3 through ZNTMixer, from files and from URLs.
 ///
-/// Without a sound device there is silence: `play` is refused while none is found, and the device asked for
-/// again later, each time after twice as long. Threads are started with the first sound that needs them, and
-/// none outlives this object. Sounds may; they play no more.
+/// If there is no sound device, `play` is refused. The device is looked for again later, each time after
+/// twice as long. Threads are started with the first sound that needs them, and none outlives this object.
+/// Sounds may outlive it; they no longer play.
 class ZNTMixerSounds final : public ZNTSoundFactory
 {
 public:

@@ -24,7 +24,7 @@ void ignoreAlsaLine(const char* /*file*/, int /*line*/, const char* /*function*/
 void znt::keepSoundLibrariesQuiet()
 {
     constexpr int keepThePlayers = 0;
-    // PulseAudio's client library has no level below "error"; the system's log takes them.
+    // PulseAudio's client library has no level below "error", so its lines go to the system's log.
     setenv("PULSE_LOG_SYSLOG", "1", keepThePlayers);
     setenv("PIPEWIRE_DEBUG", "0", keepThePlayers);
 }
@@ -32,7 +32,7 @@ void znt::keepSoundLibrariesQuiet()
 void znt::keepDeviceSearchQuiet()
 {
     SDL_LogSetOutputFunction(ignoreLine, nullptr);
-    // It stays loaded, and with it the handler.
+    // The library is never closed, so that the handler stays set.
     static void* const alsa = dlopen("libasound.so.2", RTLD_LAZY | RTLD_LOCAL);
     if (alsa == nullptr)
         return;

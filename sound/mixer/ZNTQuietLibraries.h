@@ -1,7 +1,7 @@
 #pragma once
 
-/// The libraries below the mixer write to stderr that there is no sound device, line after line; the terminal
-/// client shows stderr between the game's lines.
+/// If there is no sound device, the libraries below the mixer write many lines to stderr. The terminal client
+/// would show them between the game's lines.
 namespace znt
 {
 

@@ -14,7 +14,7 @@ namespace
 constexpr std::size_t mostMemoryForDecoding = 192 << 20;
 constexpr std::size_t mostBytesKept = 32 << 20;
 
-/// What this thread's decoding may still take. Other threads, and this one otherwise, go unwatched.
+/// How much memory this thread's decoding may still take. Nothing else is counted.
 thread_local std::size_t memoryLeft = std::numeric_limits<std::size_t>::max();
 thread_local bool isMemoryWatched = false;
 
@@ -66,7 +66,7 @@ void* resizeMemory(void* memory, std::size_t size)
     return counted(std::realloc(memory, size), before);
 }
 
-// What the device has; without one the library leaves the numbers as they are.
+// The open device's format. If no device is open, the library leaves the numbers as they are.
 
 std::size_t bytesPerFrame()
 {
@@ -87,8 +87,7 @@ double framesPerSecond()
 
 void ZNTSoundDecoder::watchMemory()
 {
-    // What the library took before came from the same functions of the C library, so it may be given back
-    // through ours.
+    // Memory that the library took earlier came from the same malloc, so our functions may free it.
     SDL_SetMemoryFunctions(takeMemory, takeZeroedMemory, resizeMemory, giveMemoryBack);
 }
 

@@ -9,20 +9,20 @@
 
 struct Mix_Chunk; // SDL2_mixer's
 
-/// Turns encoded sounds into samples as the open device wants them, and keeps those used last. To be used by
-/// the mixer's own thread while the device is open.
+/// Turns encoded sounds into samples in the open device's format, and keeps the ones used last. Used by the
+/// mixer's own thread, while the device is open.
 class ZNTSoundDecoder
 {
 public:
     using Samples = std::shared_ptr<Mix_Chunk>;
 
-    /// To be called once before anything else of the library: lets it ask us for memory, so that a few
-    /// kilobytes which say that they hold days of silence cannot take it all.
+    /// Call it once, before any other call of the library. The library then takes its memory from us, so that
+    /// a small file that claims to hold days of silence cannot use up the machine's memory.
     static void watchMemory();
 
-    /// Null where the bytes are damaged, in a format we don't play, or too long when decoded.
+    /// Null if the bytes are damaged, in a format that we do not play, or too long when decoded.
     Samples samplesOf(const ZNTSoundSource& source);
-    /// The same without their first `seconds`. Null where nothing is left.
+    /// The same samples without their first `seconds`. Null if none are left.
     static Samples samplesFrom(const Samples& samples, double seconds);
     /// All samples have to be gone before the device is closed.
     void forgetAll() { kept.clear(); }

@@ -33,7 +33,7 @@ struct Download {
     std::string url;
     std::string gameAddress; ///< empty for a game of the public network
 
-    /// A game must not learn by way of the cache what one on another host could fetch.
+    /// A game must not get from the cache what only a game on another host could fetch.
     [[nodiscard]] std::string key() const
     {
         return (gameAddress.empty() ? "public" : gameAddress) + " " + url;
@@ -57,7 +57,8 @@ std::size_t receive(char* bytes, std::size_t /*one*/, std::size_t length, void* 
     return length;
 }
 
-/// The last point before a connection is made, whatever name or redirect led to the address.
+/// Called just before each connection is made, also for redirects. The address is checked here, because a
+/// host name may lead to any address.
 curl_socket_t openSocket(void* context, curlsocktype /*purpose*/, curl_sockaddr* address)
 {
     const auto& transfer = *static_cast<const Transfer*>(context);
@@ -86,7 +87,7 @@ bool prepare(Transfer& transfer, const ZNTSoundDownloadLimits& limits)
     set(CURLOPT_FAILONERROR, 1L);
     set(CURLOPT_PROXY, "");
     set(CURLOPT_NOSIGNAL, 1L);
-    set(CURLOPT_QUICK_EXIT, 1L); // an end does not wait for a name server
+    set(CURLOPT_QUICK_EXIT, 1L); // do not wait for a name server at the end
     set(CURLOPT_TIMEOUT_MS, static_cast<long>(limits.seconds * 1'000));
     set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits.mostBytes));
     // A connection made for one game must not serve another.
@@ -146,6 +147,8 @@ private:
     // Of the run loop's thread only.
     std::map<std::uint64_t, Done> unfinished;
 
+    // The run loop's thread adds to these three under the mutex and then wakes our thread up; our thread
+    // takes them under the mutex. It is never held during a transfer.
     std::mutex mutex;
     bool isEnding = false;
     std::vector<Download> newDownloads;
@@ -244,7 +247,7 @@ void ZNTSoundDownloads::Worker::finishTransfers()
         const auto download = transfer.download;
         const auto content = std::make_shared<const std::string>(std::move(transfer.received));
         endTransfer(transfers.find(download.number));
-        // Half a sound is none, and neither is a page that says that there is no such sound.
+        // Reject partial downloads and HTML error pages.
         const bool isSound = result == CURLE_OK && znt::startsLikeSound(*content);
         if (isSound)
             cache.keep(download.key(), *content);

@@ -15,20 +15,20 @@ struct ZNTSoundDownloadLimits {
     std::size_t atOnce = 4;
     std::size_t mostWaiting = 32; ///< past it the ones that have waited longest fail
     std::size_t cacheBytes = 64 << 20;
-    /// What counts as public; a test can move the border.
+    /// Which addresses are public. Tests replace it.
     bool (*isPublicAddress)(const sockaddr& address) = znt::isPublicAddress;
 };
 
-/// Fetches sounds by URL (libcurl) and keeps them. http and https only, to where redirects lead too; the
-/// environment's proxies are not used, because behind them nobody could tell which host is asked.
+/// Fetches sounds by URL (libcurl) and keeps them. Only http and https, also after redirects. Proxies of the
+/// environment are not used: behind a proxy the address that is asked could not be checked.
 ///
-/// Belongs to the run loop's thread; one thread of its own waits for the network and the disk, and ends with
-/// this object, at once.
+/// Belongs to the run loop's thread. A thread of its own waits for the network and the disk; it ends with
+/// this object, without waiting for a server.
 class ZNTSoundDownloads
 {
 public:
     using Content = ZNTSoundCache::Content;
-    /// On the run loop's thread. Null where the sound could not be fetched.
+    /// Called on the run loop's thread. Null if the sound could not be fetched.
     using Done = std::function<void(Content content)>;
 
     ZNTSoundDownloads(RunLoop& runLoop, std::string cacheFolder, ZNTSoundDownloadLimits limits = {});

@@ -60,8 +60,7 @@ bool znt::startsLikeSound(std::string_view bytes)
 {
     if (bytes.size() < 4)
         return false;
-    // An MPEG audio frame begins with eleven set bits (ISO 11172-3); then neither layer 00, which is reserved
-    // and marks other things, nor anything but layer III is what we look for.
+    // An MPEG audio frame begins with eleven set bits (ISO 11172-3). Only layer III is MP3.
     const auto second = static_cast<unsigned char>(bytes[1]);
     const bool isFrame = bytes[0] == '\xFF' && (second & 0xE0U) == 0xE0U && (second & 0x06U) == 0x02U;
     return isFrame || bytes.starts_with("ID3") || bytes.starts_with("OggS") || bytes.starts_with("fLaC") ||

@@ -8,14 +8,14 @@
 #include <string>
 #include <string_view>
 
-/// Where the encoded bytes of a sound come from. Any thread may ask, one at a time.
+/// Where the encoded bytes of a sound come from. Any thread may call it, one at a time.
 class ZNTSoundSource
 {
 public:
     virtual ~ZNTSoundSource() = default;
-    /// The same as long as the bytes are the same, and different for others.
+    /// Changes if the bytes change, and differs from that of every other source.
     [[nodiscard]] virtual std::string identity() const = 0;
-    /// Empty where they cannot be read.
+    /// Empty if they cannot be read.
     [[nodiscard]] virtual std::string bytes() const = 0;
     /// In bytes.
     [[nodiscard]] virtual std::int64_t size() const = 0;
@@ -23,7 +23,7 @@ public:
     virtual std::size_t read(std::int64_t offset, char* to, std::size_t most) const = 0;
 };
 
-/// A file as it is when it is read.
+/// The bytes that the file has when it is read.
 class ZNTFileSoundSource final : public ZNTSoundSource
 {
 public:
@@ -40,7 +40,7 @@ private:
     ZNTSoundFile file;
 };
 
-/// What was fetched before.
+/// A sound that was fetched from a URL.
 class ZNTFetchedSoundSource final : public ZNTSoundSource
 {
 public:
@@ -65,8 +65,8 @@ private:
 namespace znt
 {
 
-/// Whether `bytes` start as WAV, Ogg, FLAC or MP3 do. The library knows more formats; those of music modules
-/// and MIDI are nothing that a game's sounds come in, and not handed strangers' files.
+/// Whether `bytes` start as WAV, Ogg, FLAC or MP3 do. The library also reads music modules and MIDI. Games
+/// send no sounds in those formats, so their readers get no file of a stranger.
 bool startsLikeSound(std::string_view bytes);
 
 } // namespace znt

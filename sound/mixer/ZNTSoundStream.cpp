@@ -7,8 +7,7 @@
 namespace
 {
 
-/// A sound without a single sample would have the library look for one for ever when it repeats; long ones
-/// alone are worth it anyway.
+/// The library never returns from repeating a sound that has no samples. Streaming pays for long sounds only.
 constexpr double shortestSeconds = 10;
 
 struct Reader {
@@ -47,7 +46,7 @@ int closeReader(SDL_RWops* operations)
     return 0;
 }
 
-/// Owned by who reads through it. Null where memory is short.
+/// The reader owns the result and closes it. Null if memory is short.
 SDL_RWops* operationsFor(const std::shared_ptr<const ZNTSoundSource>& source)
 {
     auto* operations = SDL_AllocRW();

@@ -11,8 +11,7 @@ typedef struct _Mix_Music Mix_Music; // SDL2_mixer's
 class ZNTSoundStream
 {
 public:
-    /// Null where the sound is too short to need this, of unknown length, or damaged: then it has to be
-    /// decoded whole, which finds out more.
+    /// Null if the sound is short, of unknown length or damaged. The caller then decodes it whole.
     static std::unique_ptr<ZNTSoundStream> open(const std::shared_ptr<const ZNTSoundSource>& source);
     ~ZNTSoundStream();
     ZNTSoundStream(const ZNTSoundStream&) = delete;

@@ -19,7 +19,7 @@ namespace
 
 constexpr std::string_view lineEnd = "\r\n";
 
-/// What the last line of an answer and each before it have between the code and the text.
+/// Stands between code and text in the last line of an answer; earlier lines have another character there.
 constexpr char lastLineMark = ' ';
 
 struct AddressCloser {
@@ -27,7 +27,7 @@ struct AddressCloser {
 };
 using Address = std::unique_ptr<SPDConnectionAddress, AddressCloser>;
 
-/// SPEECHD_ADDRESS, else the desktop's own; null where the variable cannot be read.
+/// The address in SPEECHD_ADDRESS, else the desktop's own. Null if the variable is malformed.
 Address defaultAddress()
 {
     char* error = nullptr;
@@ -77,7 +77,7 @@ int connectedToHost(const char* host, int port)
     return descriptor;
 }
 
-/// As the body of a SPEAK command, with its end: a line that starts with a dot gets another one before it.
+/// The body of a SPEAK command. A line with one dot ends it, so a line that starts with a dot gets another.
 std::string bodyOf(std::string_view utf8)
 {
     std::string body;
@@ -132,8 +132,8 @@ ZNTSpeechConnection::~ZNTSpeechConnection() { close(socket); }
 
 bool ZNTSpeechConnection::greet()
 {
-    // The client's name has three parts: user, program, and what of it speaks.
-    // Priority "message" waits for what is being said; "text" would drop what waits.
+    // The client's name has three parts: user, program, and part of the program.
+    // Priority "message" queues behind the text that is being said; "text" would drop the queue.
     constexpr std::array commands{"SET SELF CLIENT_NAME player:zantor:game", "SET SELF PRIORITY message",
                                   "SET SELF NOTIFICATION BEGIN on", "SET SELF NOTIFICATION END on",
                                   "SET SELF NOTIFICATION CANCEL on"};
@@ -158,12 +158,12 @@ void ZNTSpeechConnection::cancel() { ask("CANCEL SELF"); }
 void ZNTSpeechConnection::takeEvents()
 {
     receive();
-    hearTheRest();
+    handleRemainingEvents();
 }
 
-void ZNTSpeechConnection::hearTheRest()
+void ZNTSpeechConnection::handleRemainingEvents()
 {
-    // An answer that nobody asked for has no meaning; events are heard on the way.
+    // `nextAnswer` handles the events. An answer without a question has no meaning and is dropped.
     while (nextAnswer()) {
     }
 }
@@ -176,8 +176,8 @@ std::optional<ZNTSpeechConnection::Answer> ZNTSpeechConnection::ask(std::string_
         return {};
     for (;;) {
         if (auto answer = nextAnswer()) {
-            // Events that came with the answer are not announced by the socket again.
-            hearTheRest();
+            // The socket does not become readable again for events that came together with the answer.
+            handleRemainingEvents();
             return answer;
         }
         if (lost || !waitFor(POLLIN))
@@ -234,14 +234,15 @@ std::optional<ZNTSpeechConnection::Answer> ZNTSpeechConnection::nextAnswer()
         if (line.size() > codeDigits && line[codeDigits] != lastLineMark)
             continue;
         auto answer = std::exchange(incomplete, {});
-        if (answer.code < 700 || answer.code > 799)
+        constexpr int firstEvent = 700, lastEvent = 799;
+        if (answer.code < firstEvent || answer.code > lastEvent)
             return answer;
-        hear(answer);
+        handleEvent(answer);
     }
     return {};
 }
 
-void ZNTSpeechConnection::hear(const Answer& event)
+void ZNTSpeechConnection::handleEvent(const Answer& event)
 {
     constexpr int begin = 701, end = 702, cancelled = 703;
     const auto message = numberIn<std::size_t>(event.lines.front());

@@ -13,25 +13,25 @@ enum class ZNTSpeechEvent { Begin, End };
 /// One connection to the speech service, speaking SSIP (the Speech Synthesis Interface Protocol, as in
 /// speech-dispatcher's own manual) over the socket where libspeechd looks for it.
 ///
-/// libspeechd's own calls are not used for the talking: it reads through a null pointer when the service dies
-/// between a command and its answer, waits for ever for one that hangs, and an event reaches no more than a
-/// function of the whole process. Here a lost service is an answer like another, and every wait ends.
+/// libspeechd's own calls are not used for talking. libspeechd reads through a null pointer if the service
+/// dies between a command and its answer, waits for ever if the service hangs, and has one event callback for
+/// the whole process. Here a lost service is an ordinary answer, and every wait has a limit.
 ///
-/// One thread makes the calls, and may have to wait up to `longestWait`; only `breakOff` may come from
-/// another.
+/// One thread makes the calls; each may wait up to `longestWait`. Only `breakOff` may be called on another
+/// thread.
 class ZNTSpeechConnection
 {
 public:
     /// Seconds until a service that does not answer counts as lost.
     static constexpr int longestWait = 5;
 
-    /// Hears of a message's beginning, and of its end or cancelling, from inside the calls below. A message
-    /// may begin, and even end, before `say` has told its number.
+    /// Called from inside the calls below when a message begins, ends or is cancelled. A message may begin,
+    /// and even end, before `say` has returned its number.
     using EventHandler = std::function<void(std::size_t message, ZNTSpeechEvent event)>;
 
-    /// Null where nothing listens.
+    /// Null if no service listens.
     static std::shared_ptr<ZNTSpeechConnection> open(EventHandler onEvent);
-    /// Has libspeechd start the desktop's service; waits until it is there or known not to come.
+    /// Lets libspeechd start the desktop's service. Waits until the service runs or the start has failed.
     static void startService();
 
     explicit ZNTSpeechConnection(int socket, EventHandler onEvent)
@@ -43,28 +43,27 @@ public:
     ZNTSpeechConnection(const ZNTSpeechConnection&) = delete;
     ZNTSpeechConnection& operator=(const ZNTSpeechConnection&) = delete;
 
-    /// The first thing to do: introduces the client and asks for events. False where the service fails to
-    /// answer.
+    /// To be called first: introduces the client and asks for events. False if the service does not answer.
     bool greet();
-    /// Queues `utf8`, which is not empty, and answers its message's number. None where the service refused it
-    /// or is lost; `isLost` tells which.
+    /// Queues `utf8`, which is not empty, and returns its message's number. None if the service refused the
+    /// text or is lost; `isLost` says which.
     std::optional<std::size_t> say(std::string_view utf8);
-    /// Silences and forgets all that this connection has said.
+    /// Stops and forgets all texts of this connection.
     void cancel();
-    /// Takes what has come in, without waiting.
+    /// Handles the events that have come in, without waiting.
     void takeEvents();
 
-    /// Whether the service is gone. Found out by the other calls.
+    /// Whether the service is gone. The other calls find that out.
     [[nodiscard]] bool isLost() const { return lost; }
     /// Readable when there is something for `takeEvents`.
     [[nodiscard]] int descriptor() const { return socket; }
-    /// Has a call that waits fail at once.
+    /// Lets a call that waits fail at once.
     void breakOff();
 
 private:
     struct Answer {
         int code = 0;
-        /// Without the code and its separator; the last is the service's word for it.
+        /// Without the code and its separator. The last line is a text for people.
         std::vector<std::string> lines;
     };
 
@@ -72,10 +71,10 @@ private:
     bool send(std::string_view bytes);
     bool waitFor(short readiness);
     void receive();
-    /// Events on the way to it are heard.
+    /// The next whole answer in `received`. Events before it are handled.
     std::optional<Answer> nextAnswer();
-    void hearTheRest();
-    void hear(const Answer& event);
+    void handleRemainingEvents();
+    void handleEvent(const Answer& event);
 
     int socket;
     EventHandler onEvent;

@@ -25,12 +25,12 @@ namespace
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
-/// How long a service that died is waited for before what it owes counts as lost.
+/// How long we wait for a service that died, before its unfinished texts count as lost.
 constexpr auto patienceWithLostService = 5s;
-/// Between two attempts at it, and between two looks for messages whose end is overdue.
+/// Between two attempts to connect, and between two checks for messages whose end is overdue.
 constexpr std::chrono::milliseconds lookInterval = 100ms;
 constexpr std::chrono::milliseconds forEver{-1};
-/// At the end of the program, for each of a quiet end and a forced one.
+/// At the end of the program: the wait for a quiet end, and then the wait for a forced one.
 constexpr auto patienceAtTheEnd = 500ms;
 constexpr int timesLostAtMost = 3;
 /// How long texts are refused without another attempt after no service answered.
@@ -42,7 +42,11 @@ constexpr std::string_view unavailableText =
 
 } // namespace
 
-/// What the run loop's thread and the worker thread share; the latter owns the connection.
+/// The state that the run loop's thread and the worker thread share. The worker thread owns the connection.
+///
+/// `mutex` is held for moments only: the worker thread gives it up (`Lock& lock`) before it waits for the
+/// service or for events, and reads the shared fields again afterwards, because a stop may have come
+/// meanwhile.
 class ZNTSpeechDispatcher::Worker : public std::enable_shared_from_this<Worker>
 {
 public:
@@ -70,13 +74,13 @@ public:
 private:
     using Lock = std::unique_lock<std::mutex>;
     void run();
-    /// Until there is something to do, or `time` has passed.
+    /// Waits until there is something to do, or `time` has passed.
     void wait(Lock& lock, std::chrono::milliseconds time);
     void cancelIfDue(Lock& lock);
     void connect(Lock& lock);
     void wakeUp() const;
     void giveUp();
-    /// Passes what the thread has found out on to the run loop.
+    /// Reports to the run loop whether a service was found.
     void passOn(bool isFound);
     void setAvailable(bool isFound);
     void sayFirst(Lock& lock);
@@ -93,20 +97,20 @@ private:
     std::condition_variable quitting;
     /// Readable when the thread has something new to look at.
     const int wakeUpDescriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    /// What the service does not have yet.
+    /// Texts that the service does not have yet.
     std::deque<ZNTSpeechMessage> waiting;
     ZNTSpeechMessages unfinished;
     /// Messages that ended before the call that queued them returned.
     std::set<std::size_t> endedEarly;
     bool isHandingOver = false;
-    /// The service was given a text since it was last told to be silent.
+    /// Whether the service was given a text since the last cancel.
     bool hasSomethingToCancel = false;
     bool mustCancel = false;
     bool mustQuit = false;
     bool hasQuit = false;
-    /// Counts the stops, so that a text on its way to the service is known to be overtaken by one.
+    /// Counts the stops. If it changes while a text is on its way to the service, the text is outdated.
     unsigned stops = 0;
-    /// Until when a service that was there is waited for.
+    /// Until when we wait for a service that was there before.
     Clock::time_point patientUntil{};
     std::shared_ptr<ZNTSpeechConnection> connection;
 };
@@ -135,7 +139,7 @@ void ZNTSpeechDispatcher::Worker::stop()
     unfinished.clear();
     isHandingOver = false;
     ++stops;
-    // While speech is off every chunk of the game stops it again: one word to the service is enough.
+    // While speech is off, every chunk of the game calls stop again. One cancel is enough.
     if (!hasSomethingToCancel)
         return;
     mustCancel = true;
@@ -154,8 +158,8 @@ void ZNTSpeechDispatcher::Worker::quit()
     const auto isOver = [this] { return hasQuit; };
     if (!quitting.wait_for(lock, patienceAtTheEnd, isOver) && connection)
         connection->breakOff();
-    // Only the starting of a service has no end that we set. The thread then keeps what it needs, and the
-    // program may end.
+    // Only libspeechd's start of a service has no time limit. If the thread is still in it, it is left alone:
+    // it owns this object, so the program may end.
     const bool isDone = quitting.wait_for(lock, patienceAtTheEnd, isOver);
     lock.unlock();
     if (isDone)
@@ -187,13 +191,13 @@ void ZNTSpeechDispatcher::Worker::run()
 void ZNTSpeechDispatcher::Worker::wakeUp() const
 {
     const std::uint64_t one = 1;
-    // It can only fail when it is awake anyway.
+    // The write fails only if the counter is full, and then the thread is awake anyway.
     [[maybe_unused]] const auto written = write(wakeUpDescriptor, &one, sizeof one);
 }
 
 void ZNTSpeechDispatcher::Worker::wait(Lock& lock, std::chrono::milliseconds time)
 {
-    // The wait before this one may have taken the wake-up of the end.
+    // An earlier wait may have consumed the wake-up that `quit` sent.
     if (mustQuit)
         return;
     const auto served = connection;
@@ -229,7 +233,7 @@ void ZNTSpeechDispatcher::Worker::connect(Lock& lock)
         opened = ZNTSpeechConnection::open(onEvent);
     }
     lock.lock();
-    // From here on the end of this object can break it off.
+    // From here on `quit` can break the connection off.
     connection = opened;
     lock.unlock();
     const bool answers = opened && opened->greet();
@@ -253,7 +257,7 @@ void ZNTSpeechDispatcher::Worker::giveUp()
 
 void ZNTSpeechDispatcher::Worker::passOn(bool isFound)
 {
-    // At the end the run loop may be gone.
+    // After `quit` the run loop may be gone.
     if (mustQuit)
         return;
     runLoop.post([weak = weak_from_this(), isFound] {
@@ -297,7 +301,7 @@ void ZNTSpeechDispatcher::Worker::sayFirst(Lock& lock)
 
 void ZNTSpeechDispatcher::Worker::takeBack(ZNTSpeechMessage message)
 {
-    // The text may be what the service dies of.
+    // This text may be the reason why the service dies, so it is not repeated for ever.
     if (++message.timesLost < timesLostAtMost)
         waiting.push_front(std::move(message));
 }
@@ -308,7 +312,7 @@ void ZNTSpeechDispatcher::Worker::takeBackFromLostService(Lock& lock)
     std::for_each(owed.rbegin(), owed.rend(), [this](auto& message) { takeBack(std::move(message)); });
     patientUntil = Clock::now() + patienceWithLostService;
     connection = nullptr;
-    // Do not keep the machine busy with a service that dies of its first command.
+    // Do not busy the machine with a service that crashes on its first command.
     wait(lock, lookInterval);
 }
 
@@ -333,7 +337,7 @@ bool ZNTSpeechDispatcher::isSpeaking() const { return worker->isSpeaking(); }
 
 void ZNTSpeechDispatcher::startSpeaking(std::u16string_view text)
 {
-    // An empty message is one that the service neither queues nor ends.
+    // The service neither queues nor ends an empty message.
     if (!znt::trimmedOfWhitespace(text).empty())
         worker->say(znt::utf8FromText(text));
 }

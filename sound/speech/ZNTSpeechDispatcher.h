@@ -14,13 +14,14 @@ enum class ZNTSpeechServiceStart { WhenNeeded, Never };
 /// Speaks through speech-dispatcher, the desktop's own speech service, in the voice and at the rate that the
 /// desktop has set.
 ///
-/// Talking to a service means waiting for its answers, so a thread of this object's own does it; the run loop
-/// never waits for the service. The connection is made with the first text. When the service dies, what it
-/// had not finished is said again once it is back.
+/// A thread of this object's own talks to the service, so the run loop never waits for an answer. The
+/// connection is made with the first text. If the service dies, the texts that it had not finished are said
+/// again once it is back.
 class ZNTSpeechDispatcher final : public ZNTSpeechEngine
 {
 public:
-    /// `log` gets one line when no service answers, with what to install. Both outlive this object.
+    /// `log` gets one line when no service answers; it names the packages to install. Both outlive this
+    /// object.
     ZNTSpeechDispatcher(RunLoop& runLoop, ZNTPlatformLog& log,
                         ZNTSpeechServiceStart serviceStart = ZNTSpeechServiceStart::WhenNeeded);
     ~ZNTSpeechDispatcher() override;

@@ -3,26 +3,26 @@
 #include <functional>
 #include <string_view>
 
-/// Says text aloud in the machine's own voice. Everything here is called on the run loop's thread and returns
-/// at once; the speaking goes on by itself.
+/// Says text aloud in the machine's own voice. Call it on the run loop's thread. Every call returns at once;
+/// the speaking goes on in the background.
 class ZNTSpeechEngine
 {
 public:
     virtual ~ZNTSpeechEngine() = default;
-    /// From the moment that text was handed over until all of it was said, silenced or lost.
+    /// True from `startSpeaking` until all text was said, silenced or lost.
     [[nodiscard]] virtual bool isSpeaking() const = 0;
-    /// Says `text` after whatever is being said. Empty text is nothing to say.
+    /// Says `text` after the text that is being said. Empty text is ignored.
     virtual void startSpeaking(std::u16string_view text) = 0;
-    /// Silences at once and forgets what waits.
+    /// Stops speaking at once and forgets the texts that wait.
     virtual void stopSpeaking() = 0;
 
-    /// False from the time when a text found nothing that could speak, until one finds something again.
+    /// False after a text found no service that could speak it, until a later text finds one.
     [[nodiscard]] virtual bool isAvailable() const { return true; }
     /// `changed` is called after each change of `isAvailable`; an empty one ends that. There is one listener.
     virtual void setAvailabilityListener(std::function<void()> /*changed*/) {}
 };
 
-/// Where nothing can speak, or nothing should.
+/// Says nothing: for sessions without speech.
 class ZNTSilentSpeech final : public ZNTSpeechEngine
 {
 public:

@@ -17,7 +17,7 @@ void ZNTSpeechHandOver::speakOnNewThread(std::u16string text)
         const std::lock_guard lock(waitingMutex);
         waiting.push_back({std::move(text), synth.stopCount()});
         isFlooded = waiting.size() > mostWaiting;
-        // A thread that is not done by now will see this chunk.
+        // A thread that has not set `isDone` by now looks at `waiting` again and finds this chunk.
         needsSpeaker = !isFlooded && livingSpeakers < mostThreads;
         livingSpeakers += needsSpeaker ? 1 : 0;
     }
@@ -33,7 +33,7 @@ void ZNTSpeechHandOver::startSpeaker()
     try {
         speaker.thread = std::thread([this, &speaker] { handOverAllThatWaits(&speaker); });
     } catch (const std::system_error&) {
-        // The machine has no thread left to give: this one does its work.
+        // The machine allows no further thread, so the run loop's thread does the work.
         handOverAllThatWaits(&speaker);
         speakers.pop_back();
     }
@@ -47,7 +47,8 @@ void ZNTSpeechHandOver::handOverAllThatWaits(Speaker* speaker)
         {
             const std::lock_guard lock(waitingMutex);
             if (waiting.empty()) {
-                // Under the same lock as the look that found nothing; else a chunk added in between is lost.
+                // Clear the flag under the same lock as the empty check; otherwise a chunk added in between
+                // is lost: its sender would still count this thread as alive and start no other.
                 if (speaker != nullptr) {
                     speaker->isDone = true;
                     --livingSpeakers;

@@ -10,16 +10,16 @@
 #include <string>
 #include <thread>
 
-/// Hands received chunks to the speech queue on threads of their own, so that the run loop waits for nobody.
+/// Hands received chunks to the speech queue on threads of their own, so that the run loop never waits.
 ///
-/// Each chunk starts a thread, and each thread hands over the oldest chunk that waits, so lines stay in the
-/// order of their chunks whatever order the threads run in. Once `mostThreads` are alive a chunk joins those
-/// that wait for them, so a flood starts no more. No thread outlives this object: the end waits for them.
+/// Each chunk starts a thread, and each thread hands over the oldest chunk that waits. So lines stay in the
+/// order of their chunks, in whatever order the threads run. If `mostThreads` are alive, a chunk waits for
+/// one of them, so a flood starts no more threads. No thread outlives this object: its end waits for them.
 class ZNTSpeechHandOver
 {
 public:
     static constexpr std::size_t mostThreads = 8;
-    /// Chunks. Past it the run loop's thread hands over too, so that what waits stays bounded.
+    /// Chunks. If more wait, the run loop's thread hands over too, so that the memory stays bounded.
     static constexpr std::size_t mostWaiting = 256;
 
     /// The caller owns `synth`, which outlives this.
@@ -28,7 +28,7 @@ public:
     ZNTSpeechHandOver(const ZNTSpeechHandOver&) = delete;
     ZNTSpeechHandOver& operator=(const ZNTSpeechHandOver&) = delete;
 
-    /// For the run loop's thread. Text handed over before a stop is not spoken after it.
+    /// Call it on the run loop's thread. Text handed over before a stop is not spoken after it.
     void speakOnNewThread(std::u16string text);
 
 private:
@@ -46,11 +46,12 @@ private:
     void joinThreadsThatAreDone();
 
     ZNTSpeechSynth& synth;
-    /// Guards what waits, who is done and how many are not; held for moments only.
+    /// Guards `waiting`, each `isDone` and `livingSpeakers`. Never held while a chunk is handed over.
     std::mutex waitingMutex;
     std::deque<Chunk> waiting;
     std::list<Speaker> speakers;
-    std::size_t livingSpeakers = 0; ///< those that are not done, which is fewer than were not joined
-    /// Held from taking a chunk until the synth has it: what keeps the order.
+    std::size_t livingSpeakers = 0; ///< speakers that are not done; some that are done are not joined yet
+    /// Held from taking a chunk until the synth has it. This keeps the order: without it, a second thread
+    /// could take the next chunk and be faster. Taken before `waitingMutex`.
     std::mutex orderMutex;
 };

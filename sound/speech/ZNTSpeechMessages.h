@@ -12,19 +12,19 @@ struct ZNTSpeechMessage {
     int timesLost = 0;
 };
 
-/// What the speech service has queued and not ended, by its numbers, which grow. Not thread-safe.
+/// The messages that the speech service has queued and not ended, by their growing numbers. Not thread-safe.
 ///
-/// A message whose end never comes counts as said after some time. No voice is that slow, and messages of
-/// other programs may come first; but a service that loses an end must not silence the game for ever.
+/// A message whose end never comes counts as said after some time; otherwise a service that loses one end
+/// would silence the game for ever. The time is longer than any voice needs.
 class ZNTSpeechMessages
 {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
     void add(std::size_t number, ZNTSpeechMessage message, Time now);
-    /// The time of a message that had to wait for others counts afresh. Other numbers change nothing.
+    /// Restarts the time of a message, because it may have waited for others. Unknown numbers change nothing.
     void noteBegin(std::size_t number, Time now);
-    /// False where there is no such message.
+    /// False if there is no such message.
     bool noteEnd(std::size_t number) { return messages.erase(number) > 0; }
     void forgetOverdue(Time now);
     /// In order.

@@ -8,7 +8,7 @@
 namespace
 {
 
-/// More than is looked at to find where an utterance ends.
+/// Units that are copied to find the end of an utterance; more than the longest one.
 constexpr std::size_t longestLook = 2 * znt::longestUtterance;
 
 bool isLineEnd(char16_t unit) { return unit == u'\r' || unit == u'\n'; }

@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-/// The chunks that wait to be spoken, first in, first out. All of them are spoken, however late; only past
-/// `mostUnits` the older half is dropped, and the next thing to speak says how many lines that were. Not
+/// The chunks that wait to be spoken, first in, first out. All are spoken, however late. Only if more than
+/// `mostUnits` wait, the older half is dropped, and the next utterance says how many lines that were. Not
 /// thread-safe.
 class ZNTSpeechQueue
 {
@@ -22,8 +22,8 @@ public:
     void clear();
     [[nodiscard]] bool isEmpty() const { return lengths.empty(); }
 
-    /// The next thing to speak, without line ends around it: the number of dropped lines, or the first chunk,
-    /// or the first utterance of a very long one, whose rest stays first. None where nothing waits.
+    /// The next text to speak, without line ends around it: the notice of dropped lines, or the first chunk,
+    /// or the first utterance of a very long chunk, whose rest stays first. None if nothing waits.
     std::optional<std::u16string> takeUtterance();
 
 private:
@@ -38,6 +38,6 @@ private:
     std::deque<char16_t> text;
     std::deque<std::uint32_t> lengths;
     std::size_t droppedLines = 0;
-    /// After a notice something of the game comes first, even if more was dropped since.
+    /// Set after a notice: the next utterance is text of the game, even if more was dropped meanwhile.
     bool owesText = false;
 };

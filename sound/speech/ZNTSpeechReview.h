@@ -7,22 +7,22 @@
 
 class ZNTSpeechSynth;
 
-/// Lets the player hear the last lines again one by one, newest first, wherever the focus is.
+/// Speaks the last lines again, one by one, newest first.
 ///
-/// It keeps the last lines that were received, empty ones left out. A spoken line cuts off what is being
-/// said; it is spoken also while speech is off, for the player asked for it.
+/// It keeps the last received lines that are not empty. A line of the review cuts off what is being said. It
+/// is spoken also while speech is off, because the player asked for it.
 class ZNTSpeechReview
 {
 public:
     static constexpr std::size_t mostLines = 1'000;
-    /// UTF-16 units that are kept of one line; nobody listens to more of it by key.
+    /// UTF-16 units that are kept of one line.
     static constexpr std::size_t longestLine = 10'000;
 
     /// The caller owns `synth`, which outlives this.
     explicit ZNTSpeechReview(ZNTSpeechSynth& synth) : synth(synth) {}
 
     /// Takes a received chunk's plain text; every chunk ends a line. The place stays on the line spoken last,
-    /// however much comes in meanwhile. Costs a copy: lines are told apart when the player asks for one.
+    /// however much text comes. It only copies the text; lines are split when the player asks for one.
     void addReceivedText(std::u16string_view plainText);
 
     /// Speaks the line before the one spoken last, at first the newest; at the oldest, that one again.
@@ -34,7 +34,8 @@ public:
     /// Speaks as many of the last lines, newest first, one after the other.
     void lastLines(std::size_t count);
 
-    /// Back to where `previousLine` speaks the newest line, as when the player has sent a command.
+    /// Goes back to the start: `previousLine` then speaks the newest line. Called when the player sends a
+    /// command.
     void startOver() { place = 0; }
 
     /// Newest last.

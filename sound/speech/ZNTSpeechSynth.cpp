@@ -95,7 +95,7 @@ void ZNTSpeechSynth::talk()
         startTimer(pollingInterval);
         return;
     }
-    // The wait is worked out with the rate as it was: with 0 it is not finite.
+    // The wait is computed with the old rate. If that is 0, the wait is infinite and the timer never fires.
     const double rate = speechRate_;
     if (rate <= 0)
         speechRate_ = correctedRate;

@@ -38,12 +38,12 @@ public:
     void speechOn();
     /// Silences what is being said, forgets what waits and refuses new lines until `speechOn`.
     void stopIt();
-    /// True while speech is OFF. The name has it the wrong way round; its callers rely on that.
+    /// True while speech is OFF: the name says the opposite. It stays, because callers rely on it.
     [[nodiscard]] bool isSpeachOn() const;
 
-    /// Cuts off what is being said and says `text`, whether speech is on or off. What waits goes on after it.
+    /// Cuts off what is being said and says `text`, also while speech is off. The queue goes on after it.
     void speakAtOnce(std::u16string_view text);
-    /// Says `text` after what is being said at once, past the queue.
+    /// Gives `text` to the voice now, before everything in the queue.
     void speakNext(std::u16string_view text);
 
     /// The timer's work: speaks the next line if nothing is being said, and re-arms the timer.
@@ -53,7 +53,7 @@ public:
     /// Hands one line to the reader, else to the engine. A line that meets a speaking engine is dropped and
     /// the queue looked at again in half a second.
     void speakVoiceOverText(std::u16string_view text);
-    /// Hands one line to the reader. False where it does not run, is not to be used or finds no way.
+    /// Hands one line to the reader. False if the reader does not run, is switched off or cannot be reached.
     bool speakVoiceOver(std::u16string_view text);
 
     /// Kept as part of the interface: holds the calling thread for 0.1 seconds; nothing calls it.
@@ -61,14 +61,14 @@ public:
 
     [[nodiscard]] static std::size_t wordCount(std::u16string_view text) { return znt::wordCount(text); }
 
-    /// Whether a line's words decide when the next is looked at; else that is every half second.
+    /// Whether the words of a line decide when the next one is taken; else one is taken every half second.
     [[nodiscard]] bool useTimer() const { return useTimer_; }
     void setUseTimer(bool useTimer) { useTimer_ = useTimer; }
     /// Whether the engine speaks even when the screen reader runs.
     [[nodiscard]] bool useSystemVoiceNotVO() const { return useSystemVoiceNotVO_; }
     void setUseSystemVoiceNotVO(bool useSystemVoice) { useSystemVoiceNotVO_ = useSystemVoice; }
     /// Words a minute, for the pacing only: the voice keeps its own speed. At 0 the wait after the next line
-    /// never ends, so that polling stands still until `speechOn`; from then on the rate is 0.5.
+    /// never ends, so polling stops until `speechOn`; from then on the rate is 0.5.
     [[nodiscard]] double speechRate() const { return speechRate_; }
     void setSpeechRate(double wordsPerMinute) { speechRate_ = wordsPerMinute; }
 
@@ -80,7 +80,7 @@ private:
     ZNTSpeechEngine& speechSynth;
     ZNTScreenReader& _voiceOverScriptFile;
 
-    /// Guards what the threads that hand lines over share with the run loop.
+    /// Guards `stackText`, `DO_NOT_SPEAK` and `stops`, which the hand-over threads share with the run loop's.
     mutable std::mutex queueMutex;
     ZNTSpeechQueue stackText;
     bool DO_NOT_SPEAK = true;
@@ -92,7 +92,7 @@ private:
     bool useSystemVoiceNotVO_ = false;
     double speechRate_ = 120;
     std::unique_ptr<RunLoopTimer> theTimer;
-    /// Those that `theTimer` no longer names but that were not invalidated: they still fire.
+    /// Timers that were replaced while they ran. They still fire once, then remove themselves.
     std::map<std::uint64_t, std::unique_ptr<RunLoopTimer>> replacedTimers;
     /// The number of `theTimer`.
     std::uint64_t timersStarted = 0;

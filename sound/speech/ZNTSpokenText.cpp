@@ -14,7 +14,7 @@ struct BreakCloser {
 };
 using Breaks = std::unique_ptr<UBreakIterator, BreakCloser>;
 
-/// Null where ICU's data cannot be read.
+/// Null if ICU's data cannot be read.
 Breaks breaksOf(UBreakIteratorType type, std::u16string_view text)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -22,7 +22,7 @@ Breaks breaksOf(UBreakIteratorType type, std::u16string_view text)
     return U_SUCCESS(status) ? std::move(breaks) : nullptr;
 }
 
-/// How many units after the longest utterance are looked at to tell whether a boundary lies at its end.
+/// Units after the longest utterance that ICU also sees, so that it knows whether a boundary lies at its end.
 constexpr std::size_t contextBehind = 64;
 
 std::size_t lastBoundary(UBreakIteratorType type, std::u16string_view text, std::size_t most)
