@@ -2,20 +2,17 @@
 #include "FuzzRequire.h"
 #include "ZNTIcuReference.h"
 #include "ZNTMSPProcessor.h"
-#include "ZNTSilentSounds.h"
+#include "ZNTRecordedSounds.h"
 #include "ZNTSoundTagScanner.h"
 #include "ZNTTemporaryFolder.h"
 #include "ZNTText.h"
 
 #include <cmath>
 #include <filesystem>
-#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <sys/stat.h>
 #include <utility>
-#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -24,31 +21,12 @@ namespace
 
 constexpr std::size_t longestText = 300; ///< UTF-16 units: ICU takes the cube of it for "!!(" repeated
 
-struct IdleSound final : ZNTSoundObject {
-    explicit IdleSound(bool isThere) : isThere(isThere) {}
-    [[nodiscard]] bool isLoaded() const override { return isThere; }
-    void load(std::function<void(bool)> loaded) override { whenFetched = std::move(loaded); }
-    void beFetched()
+/// Looks at each file that was opened for a sound, and at each volume.
+struct CheckedSounds final : ZNTRecordedSounds {
+    explicit CheckedSounds(const std::string& folder) : folder(fs::canonical(folder).string() + "/")
     {
-        isThere = true;
-        if (const auto fetched = std::exchange(whenFetched, {}))
-            fetched(true);
+        urlsTakeTime = true;
     }
-    [[nodiscard]] bool isPlaying() const override { return plays; }
-    bool play() override { return plays = true; }
-    bool stop() override { return std::exchange(plays, false); }
-    void setVolume(float volume) override { require(std::isfinite(volume), "a volume is a number"); }
-    void setCurrentTime(double) override {}
-    void setLoops(bool) override {}
-    void setDelegate(std::weak_ptr<ZNTSoundDelegate>) override {}
-
-    std::function<void(bool)> whenFetched;
-    bool isThere, plays = false;
-};
-
-/// Hands out sounds that do nothing and looks at each file that was opened for one.
-struct CheckedSounds final : ZNTSilentSounds {
-    explicit CheckedSounds(const std::string& folder) : folder(fs::canonical(folder).string() + "/") {}
     std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile file) override
     {
         struct stat status {
@@ -57,20 +35,19 @@ struct CheckedSounds final : ZNTSilentSounds {
                 "a sound is a regular file");
         const auto opened = fs::read_symlink("/proc/self/fd/" + std::to_string(file.descriptor())).string();
         require(opened.starts_with(folder), "no file outside the sound folder is opened");
-        return std::make_shared<IdleSound>(true);
+        return ZNTRecordedSounds::soundFromFile(std::move(file));
     }
-    std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override
+    /// Everything that is being fetched arrives; then all sounds are forgotten.
+    void finishRound()
     {
-        fetched.push_back(std::make_shared<IdleSound>(false));
-        return fetched.back();
-    }
-    void fetchAll()
-    {
-        for (const auto& sound : std::exchange(fetched, {}))
-            sound->beFetched();
+        for (const auto& sound : std::exchange(made, {})) {
+            require(std::isfinite(sound->volume), "a volume is a number");
+            sound->arrive();
+        }
+        made.clear();
+        stopped.clear();
     }
     std::string folder;
-    std::vector<std::shared_ptr<IdleSound>> fetched;
 };
 
 /// A player's home with sounds, and with ways out of the sound folder for those who look for them.
@@ -116,14 +93,17 @@ void processTag(Home& home, std::u16string_view tag)
     ZNTMSPProcessor processor(home.places, home.sounds);
     if (processor.processSound(tag) && processor._zntSound()) {
         const auto& request = *processor._zntSound();
-        require(request._vParam() == parameter(tag, uR"(V=[^\s]+)"), "V is read as ICU reads it");
-        require(request._lParam() == parameter(tag, uR"(L=[^\s]+)"), "L is read as ICU reads it");
-        require(request._pParam() == parameter(tag, uR"(P=[^\s]+)"), "P is read as ICU reads it");
-        require(request._cParam() == parameter(tag, uR"(C=[^\s]+)"), "C is read as ICU reads it");
-        require(request._tParam() == parameter(tag, uR"(T=[^\s]+)"), "T is read as ICU reads it");
+        const std::pair<ZNTSound::Parameter, const char16_t*> parameters[] = {
+            {request._vParam(), uR"(V=[^\s]+)"},
+            {request._lParam(), uR"(L=[^\s]+)"},
+            {request._pParam(), uR"(P=[^\s]+)"},
+            {request._cParam(), uR"(C=[^\s]+)"},
+            {request._tParam(), uR"(T=[^\s]+)"}};
+        for (const auto& [value, pattern] : parameters)
+            require(value == parameter(tag, pattern), "a parameter is read as ICU reads it");
     }
     static_cast<void>(processor.processSound(tag)); // it meets itself on its channel
-    home.sounds.fetchAll();
+    home.sounds.finishRound();
     processor.playTriggerSound(tag);
     const auto bracket = tag.find(u'(');
     if (bracket != tag.npos)

@@ -1,7 +1,6 @@
 #include "ZNTLoudspeaker.h"
 
 #include <array>
-#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -17,11 +16,6 @@ namespace
 constexpr std::size_t framesPerStep = 1'024, bytesPerFrame = 4;
 }
 
-struct ZNTLoudspeaker::Drain {
-    std::atomic<bool> isEnding = false;
-    std::thread thread;
-};
-
 ZNTLoudspeaker::ZNTLoudspeaker()
 {
     const auto path = folder.path("loudspeaker");
@@ -36,13 +30,12 @@ ZNTLoudspeaker::ZNTLoudspeaker()
     setenv("SDL_DISKAUDIODELAY", "0", 1);
 }
 
-ZNTLoudspeaker::~ZNTLoudspeaker()
+ZNTLoudspeaker::~ZNTLoudspeaker() { unplug(); }
+
+void ZNTLoudspeaker::unplug()
 {
-    if (drain) {
-        drain->isEnding = true;
-        drain->thread.join();
-    }
-    close(descriptor);
+    if (descriptor >= 0)
+        close(std::exchange(descriptor, -1));
 }
 
 bool ZNTLoudspeaker::listenUntil(const std::function<bool()>& isEnough)
@@ -60,33 +53,14 @@ bool ZNTLoudspeaker::listenUntil(const std::function<bool()>& isEnough)
 
 bool ZNTLoudspeaker::listen(double seconds)
 {
-    const auto total = [this] {
-        std::size_t frames = 0;
-        for (const auto& stretch : stretches)
-            frames += stretch.frames;
-        return frames;
-    };
-    const auto until = total() + static_cast<std::size_t>(seconds * framesPerSecond);
-    return listenUntil([&] { return total() >= until; });
+    const auto until =
+        framesThat([](auto) { return true; }) + static_cast<std::size_t>(seconds * framesPerSecond);
+    return listenUntil([&] { return framesThat([](auto) { return true; }) >= until; });
 }
 
 bool ZNTLoudspeaker::listenUntilClosed()
 {
     return listenUntil([this] { return !isOpenNow; });
-}
-
-void ZNTLoudspeaker::drainInBackground()
-{
-    drain = std::make_unique<Drain>();
-    drain->thread = std::thread([this] {
-        std::array<char, framesPerStep * bytesPerFrame> unheard;
-        pollfd watched{descriptor, POLLIN, 0};
-        while (!drain->isEnding) {
-            poll(&watched, 1, 1);
-            while (read(descriptor, unheard.data(), unheard.size()) > 0 && !drain->isEnding) {
-            }
-        }
-    });
 }
 
 ZNTLoudspeaker::Outcome ZNTLoudspeaker::listenOnce(int milliseconds)
@@ -121,20 +95,19 @@ std::vector<ZNTLoudspeaker::Stretch> ZNTLoudspeaker::heardWithoutSilence() const
     return loud;
 }
 
+std::size_t ZNTLoudspeaker::framesThat(bool (*isMeant)(std::int16_t value)) const
+{
+    std::size_t frames = 0;
+    for (const auto& stretch : stretches)
+        frames += isMeant(stretch.value) ? stretch.frames : 0;
+    return frames;
+}
+
 std::size_t ZNTLoudspeaker::framesOf(std::int16_t value) const
 {
     std::size_t frames = 0;
     for (const auto& stretch : stretches)
-        if (stretch.value == value)
-            frames += stretch.frames;
-    return frames;
-}
-
-std::size_t ZNTLoudspeaker::loudFrames() const
-{
-    std::size_t frames = 0;
-    for (const auto& stretch : heardWithoutSilence())
-        frames += stretch.frames;
+        frames += stretch.value == value ? stretch.frames : 0;
     return frames;
 }
 

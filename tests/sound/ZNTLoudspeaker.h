@@ -33,16 +33,17 @@ public:
     bool listen(double seconds);
     /// Listens until the device is closed.
     bool listenUntilClosed();
-    /// Lets go of the device's thread, where a test takes down who plays: the rest is not heard.
-    void drainInBackground();
+    /// Lets the device's thread go on without us: its writes fail from now on. For the end of a test.
+    void unplug();
 
-    /// All so far, in order.
-    [[nodiscard]] const std::vector<Stretch>& heard() const { return stretches; }
     [[nodiscard]] std::vector<Stretch> heardWithoutSilence() const;
     /// Frames of that value, all together.
     [[nodiscard]] std::size_t framesOf(std::int16_t value) const;
     /// Frames that were not silent.
-    [[nodiscard]] std::size_t loudFrames() const;
+    [[nodiscard]] std::size_t loudFrames() const
+    {
+        return framesThat([](auto value) { return value != 0; });
+    }
     [[nodiscard]] int loudest() const;
     void forget() { stretches.clear(); }
     [[nodiscard]] bool isOpen() const { return isOpenNow; }
@@ -50,11 +51,10 @@ public:
 private:
     enum class Outcome { Heard, Closed, Nothing };
     Outcome listenOnce(int milliseconds);
+    [[nodiscard]] std::size_t framesThat(bool (*isMeant)(std::int16_t value)) const;
 
     ZNTTemporaryFolder folder;
     int descriptor = -1;
     bool isOpenNow = false;
     std::vector<Stretch> stretches;
-    struct Drain;
-    std::unique_ptr<Drain> drain;
 };

@@ -36,7 +36,7 @@ struct MixerSounds : testing::Test {
         write("battle/hit.wav", wavFile(hitFrames, hit));
         write("music/theme.wav", wavFile(rainFrames, theme));
     }
-    ~MixerSounds() override { loudspeaker.drainInBackground(); }
+    ~MixerSounds() override { loudspeaker.unplug(); }
 
     void write(const std::string& name, const std::string& content) const
     {

@@ -1,6 +1,5 @@
 #include "ZNTRecordingSpeechService.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <poll.h>
@@ -8,6 +7,7 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -18,8 +18,6 @@ ZNTRecordingSpeechService::ZNTRecordingSpeechService()
 {
     setenv("SPEECHD_ADDRESS", ("unix_socket:" + folder.path("speech.sock")).c_str(), 1);
 }
-
-ZNTRecordingSpeechService::~ZNTRecordingSpeechService() { kill(); }
 
 void ZNTRecordingSpeechService::start()
 {
@@ -43,24 +41,8 @@ void ZNTRecordingSpeechService::kill()
     thread.join();
     close(wakeUp[0]);
     close(listener);
-    for (const auto& client : clients)
-        close(client.socket);
-    clients.clear();
-    queue.clear();
-    isSpeaking = false;
+    dropClient();
     unlink(folder.path("speech.sock").c_str());
-}
-
-void ZNTRecordingSpeechService::setSpeakingTime(std::chrono::milliseconds time)
-{
-    const std::lock_guard lock(mutex);
-    speakingTime = time;
-}
-
-void ZNTRecordingSpeechService::setAnswers(bool doesAnswer)
-{
-    const std::lock_guard lock(mutex);
-    answers = doesAnswer;
 }
 
 std::vector<ZNTRecordingSpeechService::Said> ZNTRecordingSpeechService::said() const
@@ -78,12 +60,6 @@ std::vector<std::string> ZNTRecordingSpeechService::finishedTexts() const
     return texts;
 }
 
-std::size_t ZNTRecordingSpeechService::commandsHeard() const
-{
-    const std::lock_guard lock(mutex);
-    return commands;
-}
-
 std::vector<std::string> ZNTRecordingSpeechService::complaints() const
 {
     const std::lock_guard lock(mutex);
@@ -93,87 +69,77 @@ std::vector<std::string> ZNTRecordingSpeechService::complaints() const
 void ZNTRecordingSpeechService::serve()
 {
     for (;;) {
-        std::vector<pollfd> watched{{wakeUp[0], POLLIN, 0}, {listener, POLLIN, 0}};
-        for (const auto& client : clients)
-            watched.push_back({client.socket, POLLIN, 0});
-        poll(watched.data(), watched.size(), isSpeaking ? 1 : 1'000);
+        // poll passes over a descriptor of -1.
+        pollfd watched[] = {
+            {wakeUp[0], POLLIN, 0}, {client < 0 ? listener : -1, POLLIN, 0}, {client, POLLIN, 0}};
+        poll(watched, std::size(watched), isSpeaking ? 1 : 1'000);
         const std::lock_guard lock(mutex);
         if (watched[0].revents != 0)
             return;
-        auto at = watched.begin() + 2;
-        for (auto client = clients.begin(); at != watched.end(); ++at) {
-            const auto here = client++;
-            if (at->revents != 0 && !readFrom(*here)) {
-                forget(*here);
-                clients.erase(here);
-            }
-        }
         if (watched[1].revents != 0)
-            clients.push_back({accept4(listener, nullptr, nullptr, SOCK_CLOEXEC), {}, {}, false});
+            client = accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
+        if (watched[2].revents != 0 && !readFromClient())
+            dropClient();
         speakOn();
     }
 }
 
-bool ZNTRecordingSpeechService::readFrom(Client& client)
+bool ZNTRecordingSpeechService::readFromClient()
 {
     char bytes[4096];
-    const auto count = read(client.socket, bytes, sizeof bytes);
+    const auto count = read(client, bytes, sizeof bytes);
     if (count <= 0)
         return false;
-    client.received.append(bytes, static_cast<std::size_t>(count));
-    for (auto end = client.received.find(lineEnd); end != std::string::npos;
-         end = client.received.find(lineEnd)) {
-        const auto line = client.received.substr(0, end);
-        client.received.erase(0, end + 2);
-        if (client.isInText)
-            takeText(client, line);
+    received.append(bytes, static_cast<std::size_t>(count));
+    for (auto end = received.find(lineEnd); end != std::string::npos; end = received.find(lineEnd)) {
+        const auto line = received.substr(0, end);
+        received.erase(0, end + 2);
+        if (isInText)
+            takeText(line);
         else
-            obey(client, line);
+            obey(line);
     }
     return true;
 }
 
-void ZNTRecordingSpeechService::obey(Client& client, const std::string& line)
+void ZNTRecordingSpeechService::obey(const std::string& line)
 {
-    ++commands;
+    ++commandsHeard;
     if (line == "SPEAK") {
-        client.isInText = true;
-        client.text.clear();
-        send(client, "230 OK RECEIVING DATA\r\n");
+        isInText = true;
+        text.clear();
+        send("230 OK RECEIVING DATA\r\n");
     } else if (line == "CANCEL SELF") {
-        send(client, "213 OK CANCELED\r\n");
-        cancel(client);
+        send("213 OK CANCELED\r\n");
+        cancel();
     } else if (line.starts_with("SET SELF ")) {
-        send(client, "200 OK SET\r\n");
+        send("200 OK SET\r\n");
     } else {
         misunderstood.push_back(line);
-        send(client, "500 ERR INVALID COMMAND\r\n");
+        send("500 ERR INVALID COMMAND\r\n");
     }
 }
 
-void ZNTRecordingSpeechService::takeText(Client& client, const std::string& line)
+void ZNTRecordingSpeechService::takeText(const std::string& line)
 {
     if (line != ".") {
-        client.text += (client.text.empty() ? "" : lineEnd) + line.substr(line.starts_with("..") ? 1 : 0);
+        text += (text.empty() ? "" : lineEnd) + line.substr(line.starts_with("..") ? 1 : 0);
         return;
     }
-    client.isInText = false;
-    const auto number = ++numbersGiven;
-    queue.push_back({&client, number, client.text});
-    send(client, "225-" + std::to_string(number) + "\r\n225 OK MESSAGE QUEUED\r\n");
+    isInText = false;
+    queue.push_back({std::to_string(++numbersGiven), text});
+    send("225-" + queue.back().number + "\r\n225 OK MESSAGE QUEUED\r\n");
 }
 
-void ZNTRecordingSpeechService::send(Client& client, const std::string& text) const
+void ZNTRecordingSpeechService::send(const std::string& reply) const
 {
     if (answers)
-        ::send(client.socket, text.data(), text.size(), MSG_NOSIGNAL);
+        ::send(client, reply.data(), reply.size(), MSG_NOSIGNAL);
 }
 
-void ZNTRecordingSpeechService::sendEvent(const Message& message, const std::string& code,
-                                          const std::string& name) const
+void ZNTRecordingSpeechService::sendEvent(const Message& message, const std::string& code) const
 {
-    send(*message.client, code + "-" + std::to_string(message.number) + lineEnd + code + "-" +
-                              std::to_string(message.client->socket) + lineEnd + code + " " + name + lineEnd);
+    send(code + "-" + message.number + lineEnd + code + "-1" + lineEnd + code + " EVENT" + lineEnd);
 }
 
 void ZNTRecordingSpeechService::speakOn()
@@ -183,44 +149,40 @@ void ZNTRecordingSpeechService::speakOn()
         if (!isSpeaking) {
             isSpeaking = true;
             record.push_back({queue.front().text, now, {}, false});
-            sendEvent(queue.front(), "701", "BEGIN");
-            // Neither of them is an end.
-            sendEvent(queue.front(), "700", "INDEX MARK");
-            sendEvent(queue.front(), "705", "RESUMED");
+            // Begin, and then two events (index mark, resumed) that are no end.
+            for (const auto* code : {"701", "700", "705"})
+                sendEvent(queue.front(), code);
         }
-        if (now < record.back().begin + speakingTime)
+        if (now < record.back().begin + speakingTime.load())
             return;
         isSpeaking = false;
         record.back().end = now;
-        sendEvent(queue.front(), "702", "END");
+        sendEvent(queue.front(), "702");
         queue.pop_front();
     }
 }
 
-void ZNTRecordingSpeechService::cancel(Client& client)
+void ZNTRecordingSpeechService::cancel()
 {
-    if (isSpeaking && queue.front().client == &client) {
-        isSpeaking = false;
+    if (isSpeaking.exchange(false)) {
         record.back().end = Clock::now();
         record.back().wasCancelled = true;
     }
-    for (const auto& message : queue)
-        if (message.client == &client)
-            sendEvent(message, "703", "CANCELED");
-    std::erase_if(queue, [&client](const auto& message) { return message.client == &client; });
+    for (const auto& message : std::exchange(queue, {}))
+        sendEvent(message, "703");
 }
 
 void ZNTRecordingSpeechService::cancelAll()
 {
     const std::lock_guard lock(mutex);
-    for (auto& client : clients)
-        cancel(client);
+    cancel();
 }
 
-void ZNTRecordingSpeechService::forget(Client& client)
+void ZNTRecordingSpeechService::dropClient()
 {
-    close(client.socket);
-    if (isSpeaking && queue.front().client == &client)
-        isSpeaking = false;
-    std::erase_if(queue, [&client](const auto& message) { return message.client == &client; });
+    if (client >= 0)
+        close(std::exchange(client, -1));
+    isSpeaking = isInText = false;
+    queue.clear();
+    received.clear();
 }

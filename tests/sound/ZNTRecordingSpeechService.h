@@ -4,16 +4,15 @@
 
 #include <atomic>
 #include <chrono>
-#include <cstddef>
 #include <deque>
-#include <list>
 #include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
 
-/// A speech service that speaks no sound: it answers SSIP (the Speech Synthesis Interface Protocol) on a Unix
-/// socket, "says" one message after the other for as long as the test wants, and remembers.
+/// A speech service without sound: it answers SSIP (the Speech Synthesis Interface Protocol) on a Unix
+/// socket, "says" one message after the other for as long as the test wants, and remembers. One client at a
+/// time.
 class ZNTRecordingSpeechService
 {
 public:
@@ -26,61 +25,53 @@ public:
 
     /// Sets SPEECHD_ADDRESS for this process. Does not start yet.
     ZNTRecordingSpeechService();
-    ~ZNTRecordingSpeechService();
+    ~ZNTRecordingSpeechService() { kill(); }
 
     void start();
-    /// As a service that is killed: every connection breaks, what it was saying is never finished.
+    /// Ends like a killed service: the connection breaks, and the message that is being said is never
+    /// finished.
     void kill();
-
-    /// Silences all its clients, as another program or a key of the desktop may.
+    /// Silences the client, as another program or a key of the desktop may.
     void cancelAll();
 
-    /// What every message takes, for those that begin from now on.
-    void setSpeakingTime(std::chrono::milliseconds time);
-    /// Takes connections and commands but answers nothing.
-    void setAnswers(bool answers);
+    /// How long every message takes that begins from now on.
+    std::atomic<std::chrono::milliseconds> speakingTime{};
+    /// If false, it takes connections and commands but answers nothing.
+    std::atomic<bool> answers = true;
+    /// Commands that came in, answered or not.
+    std::atomic<std::size_t> commandsHeard = 0;
+
     /// Every message that began, in order, over all starts.
     [[nodiscard]] std::vector<Said> said() const;
-    /// Only the texts of those that were said to the end.
+    /// The texts of those that were said to the end.
     [[nodiscard]] std::vector<std::string> finishedTexts() const;
-    /// How many commands came in, answered or not.
-    [[nodiscard]] std::size_t commandsHeard() const;
     /// SSIP lines that were neither understood nor text.
     [[nodiscard]] std::vector<std::string> complaints() const;
 
 private:
-    struct Client {
-        int socket;
-        std::string received, text;
-        bool isInText = false;
-    };
     struct Message {
-        Client* client;
-        std::size_t number;
-        std::string text;
+        std::string number, text;
     };
 
     void serve();
-    bool readFrom(Client& client);
-    void obey(Client& client, const std::string& line);
-    void takeText(Client& client, const std::string& line);
-    void send(Client& client, const std::string& text) const;
-    void sendEvent(const Message& message, const std::string& code, const std::string& name) const;
+    bool readFromClient();
+    void obey(const std::string& line);
+    void takeText(const std::string& line);
+    void send(const std::string& text) const;
+    void sendEvent(const Message& message, const std::string& code) const;
     void speakOn();
-    void cancel(Client& client);
-    void forget(Client& client);
+    void cancel();
+    void dropClient();
 
     ZNTTemporaryFolder folder;
     mutable std::mutex mutex;
     std::thread thread;
-    int listener = -1;
+    int listener = -1, client = -1;
     int wakeUp[2] = {-1, -1};
-    bool answers = true;
-    std::atomic<bool> isSpeaking = false; ///< the serving thread looks at it without the mutex
+    std::atomic<bool> isSpeaking = false; ///< the serving thread reads it without the mutex
+    bool isInText = false;
     std::size_t numbersGiven = 0;
-    std::size_t commands = 0;
-    std::chrono::milliseconds speakingTime{0};
-    std::list<Client> clients;
+    std::string received, text;
     std::deque<Message> queue;
     std::vector<Said> record;
     std::vector<std::string> misunderstood;

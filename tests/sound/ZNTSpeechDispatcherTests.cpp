@@ -70,7 +70,7 @@ TEST_F(SpeechService, FiveHundredChunksAreSpokenOnceEachAndInOrder)
 TEST_F(SpeechService, ItIsSpeakingFromTheHandOverUntilTheServiceHasSaidAll)
 {
     service.start();
-    service.setSpeakingTime(60ms);
+    service.speakingTime = 60ms;
     EXPECT_FALSE(engine->isSpeaking());
     const auto start = Clock::now();
     engine->startSpeaking(u"one");
@@ -97,7 +97,7 @@ TEST_F(SpeechService, TextArrivesAsItWasAndNothingIsNeverHandedOver)
 TEST_F(SpeechService, AStopSilencesWithinFiftyMillisecondsAndDropsTheRest)
 {
     service.start();
-    service.setSpeakingTime(10s);
+    service.speakingTime = 10s;
     engine->startSpeaking(u"long");
     engine->startSpeaking(u"never");
     ASSERT_TRUE(hasBegun(1));
@@ -107,13 +107,13 @@ TEST_F(SpeechService, AStopSilencesWithinFiftyMillisecondsAndDropsTheRest)
     ASSERT_TRUE(loop.runUntil([this] { return service.said()[0].wasCancelled; }));
     EXPECT_LT(service.said()[0].end - stopped, 50ms);
 
-    const auto commandsBefore = service.commandsHeard();
+    const std::size_t commandsBefore = service.commandsHeard;
     for (int chunk = 0; chunk < 100; ++chunk)
         engine->stopSpeaking();
-    service.setSpeakingTime(0ms);
+    service.speakingTime = 0ms;
     engine->startSpeaking(u"next");
     ASSERT_TRUE(fallsSilent());
-    EXPECT_EQ(service.commandsHeard(), commandsBefore + 1) << "silence was asked of a silent service";
+    EXPECT_EQ(service.commandsHeard, commandsBefore + 1) << "silence was asked of a silent service";
     EXPECT_THAT(service.finishedTexts(), ElementsAre("next"));
     EXPECT_EQ(service.said().size(), 2u);
 }
@@ -121,7 +121,7 @@ TEST_F(SpeechService, AStopSilencesWithinFiftyMillisecondsAndDropsTheRest)
 TEST_F(SpeechService, WhatTheDesktopSilencesIsOver)
 {
     service.start();
-    service.setSpeakingTime(10s);
+    service.speakingTime = 10s;
     engine->startSpeaking(u"long");
     engine->startSpeaking(u"queued");
     ASSERT_TRUE(hasBegun(1));
@@ -156,7 +156,7 @@ TEST(SpeechMessages, OneWhoseEndIsLostIsGivenUpAndOneThatWaitedIsGivenItsTimeAfr
 TEST_F(SpeechService, AStopReachesEvenATextThatIsJustOnItsWay)
 {
     service.start();
-    service.setSpeakingTime(10s);
+    service.speakingTime = 10s;
     for (int round = 0; round < 50; ++round) {
         engine->startSpeaking(u"overtaken");
         std::this_thread::sleep_for(std::chrono::microseconds(round * 20));
@@ -175,14 +175,14 @@ TEST_F(SpeechService, AServiceThatIsKilledAndComesBackSaysWhatItOwes)
     service.start();
     engine->startSpeaking(u"zero");
     ASSERT_TRUE(fallsSilent());
-    service.setSpeakingTime(10s);
+    service.speakingTime = 10s;
     engine->startSpeaking(u"one");
     engine->startSpeaking(u"two");
     ASSERT_TRUE(hasBegun(2));
     service.kill();
     engine->startSpeaking(u"three");
     EXPECT_TRUE(engine->isSpeaking());
-    service.setSpeakingTime(0ms);
+    service.speakingTime = 0ms;
     service.start();
     ASSERT_TRUE(fallsSilent());
     EXPECT_THAT(service.finishedTexts(), ElementsAre("zero", "one", "two", "three"));
@@ -224,19 +224,19 @@ TEST_F(SpeechService, OneThatStopsAnsweringHoldsUpNeitherTheGameNorItsEnd)
     for (const bool answersAtFirst : {true, false}) {
         SCOPED_TRACE(answersAtFirst ? "when spoken to" : "when connected to");
         service.kill();
-        service.setAnswers(true);
+        service.answers = true;
         service.start();
         engine.emplace(loop, log, ZNTSpeechServiceStart::Never);
         if (answersAtFirst) {
             engine->startSpeaking(u"heard");
             ASSERT_TRUE(fallsSilent());
         }
-        service.setAnswers(false);
-        const auto heardBefore = service.commandsHeard();
+        service.answers = false;
+        const std::size_t heardBefore = service.commandsHeard;
         auto before = Clock::now();
         engine->startSpeaking(u"stuck");
         EXPECT_LT(Clock::now() - before, 50ms);
-        ASSERT_TRUE(loop.runUntil([&] { return service.commandsHeard() > heardBefore; }));
+        ASSERT_TRUE(loop.runUntil([&] { return service.commandsHeard > heardBefore; }));
         before = Clock::now();
         EXPECT_TRUE(engine->isSpeaking());
         engine->stopSpeaking();
@@ -267,7 +267,7 @@ TEST_F(SpeechService, TheEndOfTheEngineIsTheEndOfItsThreadAlsoJustAfterTheServic
 TEST_F(SpeechService, TheEndOfTheEngineSilencesIt)
 {
     service.start();
-    service.setSpeakingTime(10s);
+    service.speakingTime = 10s;
     engine->startSpeaking(u"long");
     ASSERT_TRUE(hasBegun(1));
     engine.reset();

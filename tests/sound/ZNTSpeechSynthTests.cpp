@@ -1,7 +1,9 @@
 #include "VirtualRunLoop.h"
 #include "ZNTRecordedSpeech.h"
+#include "ZNTSpeechHandOver.h"
 #include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
+#include "ZNTThreadCount.h"
 
 #include <gmock/gmock.h>
 
@@ -19,19 +21,24 @@ struct SpeechSynth : testing::Test {
     ZNTRecordedReader reader;
     ZNTSpeechSynth synth{loop, engine, reader};
 
-    std::vector<std::string> saidSince()
+    std::vector<std::string> saidSince() { return std::exchange(engine.said, {}); }
+    void speak(std::initializer_list<const char16_t*> lines)
     {
-        auto said = std::move(engine.said);
-        engine.said.clear();
-        return said;
+        for (const auto* line : lines)
+            synth.speakLine(line);
+    }
+    /// One line every half second.
+    void speakWithoutPacing()
+    {
+        synth.setUseTimer(false);
+        synth.speechOn();
     }
 };
 
 TEST_F(SpeechSynth, ALineIsSpokenAtTheNextPollAndTheNextOneAfterItsWordsWorth)
 {
     synth.speechOn();
-    synth.speakLine(u"\r\none two three four five six seven eight nine ten\r\n");
-    synth.speakLine(u"second");
+    speak({u"\r\none two three four five six seven eight nine ten\r\n", u"second"});
     loop.advance(0.49);
     EXPECT_THAT(engine.said, IsEmpty());
     loop.advance(0.01);
@@ -45,10 +52,7 @@ TEST_F(SpeechSynth, ALineIsSpokenAtTheNextPollAndTheNextOneAfterItsWordsWorth)
 TEST_F(SpeechSynth, ALineWithoutWordsIsHandedOnEvenIfEmptyAndCostsNoTime)
 {
     synth.speechOn();
-    synth.speakLine(u"");
-    synth.speakLine(u"\r\n\r\n");
-    synth.speakLine(u"***");
-    synth.speakLine(u"north");
+    speak({u"", u"\r\n\r\n", u"***", u"north"});
     loop.advance(0.51);
     EXPECT_THAT(engine.said, ElementsAre("", "***", "north"));
 }
@@ -57,8 +61,7 @@ TEST_F(SpeechSynth, NothingIsTakenWhileTheEngineSpeaks)
 {
     engine.staysSpeaking = true;
     synth.speechOn();
-    synth.speakLine(u"one");
-    synth.speakLine(u"two");
+    speak({u"one", u"two"});
     loop.advance(60);
     EXPECT_THAT(saidSince(), ElementsAre("one"));
     engine.speaks = false;
@@ -68,10 +71,8 @@ TEST_F(SpeechSynth, NothingIsTakenWhileTheEngineSpeaks)
 
 TEST_F(SpeechSynth, WithoutPacingTheNextLineComesAtTheNextPoll)
 {
-    synth.setUseTimer(false);
-    synth.speechOn();
-    synth.speakLine(u"a long line of many words that would take its time");
-    synth.speakLine(u"two");
+    speakWithoutPacing();
+    speak({u"a long line of many words that would take its time", u"two"});
     loop.advance(1.0);
     EXPECT_EQ(engine.said.size(), 2u);
     EXPECT_EQ(engine.said.back(), "two");
@@ -92,8 +93,7 @@ TEST_F(SpeechSynth, AStopSilencesAtOnceAndForgetsEvenWhatWasOnItsWay)
 {
     engine.staysSpeaking = true;
     synth.speechOn();
-    synth.speakLine(u"current");
-    synth.speakLine(u"queued");
+    speak({u"current", u"queued"});
     loop.advance(0.5);
     const auto before = synth.stopCount();
     synth.stopIt();
@@ -110,9 +110,7 @@ TEST_F(SpeechSynth, ARateOfZeroStallsAfterOneLineUntilSpeechIsTurnedOnAgain)
 {
     synth.setSpeechRate(0);
     synth.speechOn();
-    synth.speakLine(u"first");
-    synth.speakLine(u"second");
-    synth.speakLine(u"third");
+    speak({u"first", u"second", u"third"});
     loop.advance(1'000'000);
     EXPECT_THAT(saidSince(), ElementsAre("first"));
     EXPECT_EQ(synth.speechRate(), 0.5);
@@ -128,8 +126,7 @@ TEST_F(SpeechSynth, ARateOfZeroStallsAfterOneLineUntilSpeechIsTurnedOnAgain)
 TEST_F(SpeechSynth, TheReaderSpeaksWhileItRunsAndTheEngineWhereItFindsNoWay)
 {
     reader.runs = true;
-    synth.speechOn();
-    synth.setUseTimer(false);
+    speakWithoutPacing();
     synth.speakLine(u"reader");
     loop.advance(0.5);
     reader.findsWay = false;
@@ -161,8 +158,7 @@ TEST_F(SpeechSynth, NeitherEngineNorReaderIsHandedControlsOrPrivateUse)
 {
     const std::u16string line =
         u"a\x1b[1m\u0007b\tc\r\nd\u009b\ue000e\xD83Dx\U000F0000\uFFFF\u00e9\U0001F600";
-    synth.setUseTimer(false);
-    synth.speechOn();
+    speakWithoutPacing();
     synth.speakLine(line);
     loop.advance(0.5);
     reader.runs = true;
@@ -183,8 +179,7 @@ std::u16string chunkOfTwoLines(int number)
 TEST_F(SpeechSynth, AllThatComesIsSpokenUntilMemoryRunsOutAndThenTheOlderHalfIsCountedInLines)
 {
     constexpr int most = (8 << 20) / 128;
-    synth.setUseTimer(false);
-    synth.speechOn();
+    speakWithoutPacing();
     for (int number = 0; number < most; ++number)
         synth.speakLine(chunkOfTwoLines(number));
     loop.advance(0.5);
@@ -214,8 +209,7 @@ TEST_F(SpeechSynth, AVeryLongLineIsSpokenWholeInUtterancesThatEndWhereSentencesD
     std::string all;
     for (int number = 0; number < 100; ++number)
         line += u"The goblin number " + znt::decimalText(number) + u" hits you. ";
-    synth.setUseTimer(false);
-    synth.speechOn();
+    speakWithoutPacing();
     synth.speakLine(line);
     loop.advance(10);
     for (const auto& utterance : engine.said) {
@@ -270,6 +264,43 @@ TEST_F(SpeechSynth, ReviewKeepsTheLastThousandLinesOfAnyFlood)
     review.addReceivedText(std::u16string(1'000'000, u'y'));
     review.lineFromEnd(1);
     EXPECT_LT(review.lines().back().size(), 20'000u);
+}
+
+TEST_F(SpeechSynth, AHandedOverFloodKeepsItsOrderAndStartsFewThreadsAndNoneStays)
+{
+    speakWithoutPacing();
+    const auto threadsBefore = threadsOfThisProcess();
+    std::size_t mostThreads = 0;
+    {
+        ZNTSpeechHandOver handOver(synth);
+        for (int number = 0; number < 20'000; ++number) {
+            handOver.speakOnNewThread(znt::decimalText(number));
+            if (number % 100 == 0)
+                mostThreads = std::max(mostThreads, threadsOfThisProcess() - threadsBefore);
+        }
+    }
+    // The kernel lists a thread for a moment after it was joined.
+    EXPECT_LE(mostThreads, 2 * ZNTSpeechHandOver::mostThreads);
+    EXPECT_TRUE(loop.runUntil([&] { return threadsOfThisProcess() <= threadsBefore; }));
+    loop.advance(10'001);
+    ASSERT_EQ(engine.said.size(), 20'000u);
+    for (std::size_t at = 0; at < engine.said.size(); ++at)
+        ASSERT_EQ(engine.said[at], std::to_string(at));
+}
+
+TEST_F(SpeechSynth, NothingHandedOverBeforeAStopIsSpokenAfterIt)
+{
+    speakWithoutPacing();
+    for (int round = 0; round < 200; ++round) {
+        ZNTSpeechHandOver handOver(synth);
+        for (int chunk = 0; chunk < 5; ++chunk)
+            handOver.speakOnNewThread(u"before");
+        synth.stopIt();
+        synth.speechOn();
+        handOver.speakOnNewThread(u"after");
+    }
+    loop.advance(1'000);
+    EXPECT_THAT(engine.said, ElementsAre("after"));
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZNTSoundFactory.h"
+#include "ZNTSilentSounds.h"
 
 #include <algorithm>
 #include <memory>
@@ -70,7 +70,7 @@ struct ZNTRecordedSound final : ZNTSoundObject, std::enable_shared_from_this<ZNT
 };
 
 /// Makes a sound of everything and remembers it.
-struct ZNTRecordedSounds final : ZNTSoundFactory {
+struct ZNTRecordedSounds : ZNTSilentSounds {
     std::vector<std::shared_ptr<ZNTRecordedSound>> made;
     std::vector<std::shared_ptr<ZNTRecordedSound>> stopped;
     bool urlsTakeTime = false;
@@ -94,11 +94,6 @@ struct ZNTRecordedSounds final : ZNTSoundFactory {
     {
         return std::any_of(made.begin(), made.end(), [](const auto& sound) { return sound->playsNow; });
     }
-    void setGameAddress(std::string_view) override {}
-    void setMasterVolume(float) override {}
-    [[nodiscard]] float masterVolume() const override { return 1; }
-    void setMuted(bool) override {}
-    [[nodiscard]] bool isMuted() const override { return false; }
 
     /// The notices of stops arrive, as on the next turn of a run loop.
     void deliverNotices()
@@ -109,15 +104,10 @@ struct ZNTRecordedSounds final : ZNTSoundFactory {
     /// All that plays comes to its end, until nothing plays again of itself; at most `rounds` times.
     void finishAll(int rounds = 100)
     {
-        for (bool any = true; any && rounds > 0; --rounds) {
-            any = false;
-            for (const auto& sound : made) {
-                if (!sound->playsNow)
-                    continue;
-                any = true;
-                sound->finish();
-            }
-        }
+        for (; isPlaying() && rounds > 0; --rounds)
+            for (const auto& sound : made)
+                if (sound->playsNow)
+                    sound->finish();
     }
 
 private:
