@@ -241,12 +241,12 @@ void ZNTOutputView::announceCaret(bool moved, bool selectionChanged)
         return;
     const auto offset = [this](Position position) { return static_cast<int>(position - store_.start()); };
     if (moved) {
-        QAccessibleTextCursorEvent event(this, offset(caret_));
+        QAccessibleTextCursorEvent event(this, offset(caret()));
         QAccessible::updateAccessibility(&event);
     }
     if (selectionChanged) {
         QAccessibleTextSelectionEvent event(this, offset(selectionStart()), offset(selectionEnd()));
-        event.setCursorPosition(offset(caret_));
+        event.setCursorPosition(offset(caret()));
         QAccessible::updateAccessibility(&event);
     }
 }

@@ -2,8 +2,10 @@
 
 #include "ZNTOutputFind.h"
 #include "ZNTOutputFonts.h"
-#include "ZNTOutputPainter.h"
-#include "ZNTOutputRows.h"
+#include "ZNTOutputLayout.h"
+#include "ZNTOutputPanePainter.h"
+#include "ZNTOutputScroll.h"
+#include "ZNTOutputSelection.h"
 #include "ZNTOutputStore.h"
 #include "ZNTScreenElements.h"
 
@@ -80,16 +82,16 @@ public:
     void setEmptyHint(const QString& words);
 
     [[nodiscard]] const ZNTOutputStore& store() const { return store_; }
-    [[nodiscard]] bool followsEnd() const { return isFollowing; }
+    [[nodiscard]] bool followsEnd() const { return scrolling.isFollowing(); }
     /// Lines that arrived below while the player was reading further up.
-    [[nodiscard]] std::int64_t newLinesBelow() const;
+    [[nodiscard]] std::int64_t newLinesBelow() const { return scrolling.newLinesBelow(); }
 
-    [[nodiscard]] bool hasSelection() const { return anchor != caret_; }
+    [[nodiscard]] bool hasSelection() const { return !selection.isEmpty(); }
     /// The selected text with "\n" between lines.
     [[nodiscard]] QString selectedText() const;
-    [[nodiscard]] Position selectionStart() const { return std::min(anchor, caret_); }
-    [[nodiscard]] Position selectionEnd() const { return std::max(anchor, caret_); }
-    [[nodiscard]] Position caret() const { return caret_; }
+    [[nodiscard]] Position selectionStart() const { return selection.start(); }
+    [[nodiscard]] Position selectionEnd() const { return selection.end(); }
+    [[nodiscard]] Position caret() const { return selection.caret(); }
     /// Selects from `from` to `to`, where the caret goes; both are brought inside the text.
     void select(Position from, Position to);
     void scrollToPosition(Position position);
@@ -109,9 +111,9 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     /// The size of the widget that shows so many columns and rows.
     [[nodiscard]] QSize sizeForGrid(int columnCount, int rowCount) const;
-    [[nodiscard]] int columns() const { return rows.columnsOfFont(store_.defaultFont()); }
+    [[nodiscard]] int columns() const { return textLayout.rows().columnsOfFont(store_.defaultFont()); }
     /// That can be read at once, besides the last ones.
-    [[nodiscard]] int visibleRows() const;
+    [[nodiscard]] int visibleRows() const { return scrolling.visibleRows(); }
 
 public Q_SLOTS:
     void copy();
@@ -178,56 +180,6 @@ private:
     void scrollByRows(std::int64_t count);
     void updateScrollBar();
     void updateMark();
-    void setFollowing(bool follows);
-    [[nodiscard]] ZNTRowPlace lastRow() const;
-    [[nodiscard]] ZNTRowPlace topForEnd() const;
-    /// The highest row from which all down to `last` fit into `room` pixels.
-    [[nodiscard]] ZNTRowPlace highestAbove(ZNTRowPlace last, int room) const;
-    /// At least 1. Below the end of the text, room is counted in rows of the present font.
-    [[nodiscard]] int rowsThatFit(ZNTRowPlace from, int room) const;
-    [[nodiscard]] bool hasRule(std::int64_t line) const;
-
-    /// A part of the viewport with text: what is read, and below it the last rows.
-    struct Pane {
-        ZNTRowPlace top;
-        int y;
-        int height;
-    };
-    enum class Split { No, Yes };
-    [[nodiscard]] std::vector<Pane> panes() const;
-    [[nodiscard]] int textHeight() const;
-    /// Of what is read, while the last rows stand below it or not.
-    [[nodiscard]] int readingHeight(Split split) const;
-    [[nodiscard]] int readingHeight() const { return readingHeight(isFollowing ? Split::No : Split::Yes); }
-    [[nodiscard]] int lastRowsShown() const;
-    [[nodiscard]] int stripHeight() const;
-    void paintPane(QPainter& canvas, const Pane& pane, const QRect& damaged);
-    void paintStrip(QPainter& canvas) const;
-    /// The place of the row that `position` is in, and that row's text.
-    struct RowOfText {
-        ZNTRowPlace place;
-        Position start;
-        std::u16string_view text;
-        std::size_t offset; ///< in the line
-        bool isLastOfLine;
-        ZNTOutputStore::FontNumber font; ///< as of a line
-
-        [[nodiscard]] Position end() const { return start + static_cast<Position>(text.size()); }
-    };
-    struct RowSize {
-        int height; ///< with the room of a rule above
-        int textHeight;
-        int ascent; ///< of the text
-    };
-    [[nodiscard]] static RowOfText rowOfLine(const ZNTOutputStore::Line& line, std::int64_t number,
-                                             const std::vector<std::uint32_t>& starts, std::size_t index);
-    [[nodiscard]] RowSize sizeOf(const RowOfText& row) const;
-    [[nodiscard]] int heightOfRow(ZNTRowPlace place) const;
-    [[nodiscard]] RowOfText rowOf(Position position) const;
-    [[nodiscard]] RowOfText rowAtPlace(ZNTRowPlace place) const;
-    /// Pixels from the beginning of the row.
-    [[nodiscard]] Position positionInRow(const RowOfText& row, qreal x) const;
-    [[nodiscard]] qreal xInRow(const RowOfText& row, Position position) const;
 
     // Caret and selection
     bool moveCaretByKey(QKeyEvent* event);
@@ -235,14 +187,10 @@ private:
     void moveCaretByRows(std::int64_t count, Selecting selecting);
     void setSelection(Position newAnchor, Position newCaret);
     void extendTo(Position position);
-    [[nodiscard]] std::pair<Position, Position> unitAround(Position position, SelectBy unit) const;
-    [[nodiscard]] Position nextCluster(Position position) const;
-    [[nodiscard]] Position previousCluster(Position position) const;
-    [[nodiscard]] Position nextWord(Position position) const;
-    [[nodiscard]] Position previousWord(Position position) const;
+    [[nodiscard]] std::pair<Position, Position> unitAround(Position position) const;
     void offerPrimarySelection();
 
-    // What a listener of the accessibility bus hears
+    // For the accessibility bus
     void announceAppended();
     void announceCaret(bool moved, bool selectionChanged);
     /// So many units are gone from the beginning.
@@ -252,22 +200,18 @@ private:
 
     ZNTOutputStore store_;
     ZNTOutputFonts fonts{store_.fonts()};
-    ZNTOutputRows rows{store_};
+    ZNTOutputLayout textLayout{store_, fonts};
     ZNTOutputFind finder{store_};
-    ZNTOutputPainter painter{fonts};
-    std::vector<std::int64_t> ruledLines; ///< before which a session began; sorted
+    ZNTOutputPanePainter panePainter{store_, textLayout, finder, fonts};
+    ZNTOutputSelection selection;
     QPushButton* mark;
+    ZNTOutputScroll scrolling; ///< after the mark, which it asks for its height
     QString emptyHint;
 
-    ZNTRowPlace top;
-    bool isFollowing = true;
     bool editable_ = false;
     bool settingScrollBar = false;
-    std::int64_t endLineSeen = 0; // the store's when the view stopped following
     int wheelRemainder = 0;
 
-    Position anchor = 0, caret_ = 0;
-    bool caretStaysAtEnd = true;
     qreal caretX = -1; // in its row, that Up and Down try to keep; -1: the caret's own
     SelectBy selectBy = SelectBy::Character;
     bool isDragging = false;

@@ -1,7 +1,5 @@
 #include "ZNTOutputView.h"
 
-#include "ZNTTextBreaks.h"
-
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -85,10 +83,10 @@ bool ZNTOutputView::moveCaretByKey(QKeyEvent* event)
     const int page = std::max(1, visibleRows() - 1);
     switch (event->key()) {
     case Qt::Key_Left:
-        moveCaret(byMore ? previousWord(caret_) : previousCluster(caret_), selecting);
+        moveCaret(byMore ? textLayout.previousWord(caret()) : textLayout.previousCluster(caret()), selecting);
         return true;
     case Qt::Key_Right:
-        moveCaret(byMore ? nextWord(caret_) : nextCluster(caret_), selecting);
+        moveCaret(byMore ? textLayout.nextWord(caret()) : textLayout.nextCluster(caret()), selecting);
         return true;
     case Qt::Key_Up:
         byMore ? lineUp() : moveCaretByRows(-1, selecting);
@@ -103,12 +101,12 @@ bool ZNTOutputView::moveCaretByKey(QKeyEvent* event)
         moveCaretByRows(page, selecting);
         return true;
     case Qt::Key_Home:
-        moveCaret(byMore ? store_.start() : rowOf(caret_).start, selecting);
+        moveCaret(byMore ? store_.start() : textLayout.rowOf(caret()).start, selecting);
         return true;
     case Qt::Key_End: {
-        const auto row = rowOf(caret_);
-        const auto end = row.start + static_cast<Position>(row.text.size());
-        moveCaret(byMore ? store_.end() : row.isLastOfLine ? end : previousCluster(end), selecting);
+        const auto row = textLayout.rowOf(caret());
+        const auto end = row.isLastOfLine ? row.end() : textLayout.previousCluster(row.end());
+        moveCaret(byMore ? store_.end() : end, selecting);
         if (byMore)
             jumpToEnd();
         return true;
@@ -121,21 +119,21 @@ bool ZNTOutputView::moveCaretByKey(QKeyEvent* event)
 void ZNTOutputView::moveCaret(Position to, Selecting selecting)
 {
     caretX = -1;
-    setSelection(selecting == Selecting::Yes ? anchor : to, to);
-    scrollToPosition(caret_);
+    setSelection(selecting == Selecting::Yes ? selection.anchor() : to, to);
+    scrollToPosition(caret());
 }
 
 void ZNTOutputView::moveCaretByRows(std::int64_t count, Selecting selecting)
 {
-    rows.update();
-    const auto row = rowOf(caret_);
+    textLayout.rows().update();
+    const auto row = textLayout.rowOf(caret());
     if (caretX < 0)
-        caretX = xInRow(row, caret_);
+        caretX = textLayout.xInRow(row, caret());
     const qreal x = caretX;
-    const auto next = rowAtPlace(rows.moved(row.place, count));
-    auto to = positionInRow(next, x);
+    const auto next = textLayout.rowAtPlace(textLayout.rows().moved(row.place, count));
+    auto to = textLayout.positionInRow(next, x);
     if (!next.isLastOfLine && to == next.end())
-        to = previousCluster(to); // the end of a wrapped row is the beginning of the next
+        to = textLayout.previousCluster(to); // the end of a wrapped row is the beginning of the next
     moveCaret(to, selecting);
     caretX = x;
 }
@@ -151,10 +149,8 @@ void ZNTOutputView::setSelection(Position newAnchor, Position newCaret)
 {
     const bool hadSelection = hasSelection();
     const bool selectionChanged = hadSelection || newAnchor != newCaret;
-    const bool caretMoved = newCaret != caret_;
-    anchor = newAnchor;
-    caret_ = newCaret;
-    caretStaysAtEnd = !hasSelection() && caret_ == store_.end();
+    const bool caretMoved = newCaret != caret();
+    selection.set(newAnchor, newCaret, store_.end());
     viewport()->update();
     announceCaret(caretMoved, selectionChanged);
     if (hadSelection != hasSelection())
@@ -181,69 +177,20 @@ void ZNTOutputView::offerPrimarySelection()
         clipboard->setText(selectedText(), QClipboard::Selection);
 }
 
-// Units of text
-
-ZNTOutputView::Position ZNTOutputView::nextCluster(Position position) const
-{
-    const auto line = store_.line(store_.lineAt(position));
-    if (position >= line.end())
-        return std::min(position + 1, store_.end());
-    const auto offset = static_cast<std::size_t>(position - line.start);
-    return position +
-           static_cast<Position>(znt::clusterAt(line.text, offset, store_.ambiguousWidth()).length);
-}
-
-ZNTOutputView::Position ZNTOutputView::previousCluster(Position position) const
-{
-    if (position <= store_.start())
-        return store_.start();
-    const auto row = rowOf(position - 1);
-    if (position > row.start + static_cast<Position>(row.text.size()))
-        return position - 1; // over the line break
-    auto found = row.start;
-    const auto grid = rows.gridOfLine(row.place.line);
-    znt::placeRow(row.text, grid.width.fromOffset(row.offset), [&](const znt::PlacedCluster& cluster) {
-        const auto start = row.start + static_cast<Position>(cluster.offset);
-        if (start >= position)
-            return false;
-        found = start;
-        return true;
-    });
-    return found;
-}
-
-ZNTOutputView::Position ZNTOutputView::nextWord(Position position) const
-{
-    const auto line = store_.line(store_.lineAt(position));
-    if (position >= line.end())
-        return nextCluster(position);
-    const auto offset = static_cast<std::size_t>(position - line.start);
-    return line.start + static_cast<Position>(znt::nextWordStart(line.text, offset));
-}
-
-ZNTOutputView::Position ZNTOutputView::previousWord(Position position) const
-{
-    const auto line = store_.line(store_.lineAt(position));
-    if (position <= line.start)
-        return previousCluster(position);
-    const auto offset = static_cast<std::size_t>(position - line.start);
-    return line.start + static_cast<Position>(znt::previousWordStart(line.text, offset));
-}
-
-std::pair<ZNTOutputView::Position, ZNTOutputView::Position> ZNTOutputView::unitAround(Position position,
-                                                                                      SelectBy unit) const
-{
-    const auto line = store_.line(store_.lineAt(position));
-    if (unit == SelectBy::Line)
-        return {line.start, line.end() + (line.endsInBreak ? 1 : 0)};
-    if (unit == SelectBy::Character || position >= line.end())
-        return {position, position};
-    const auto [from, to] =
-        znt::pieceAround(line.text, static_cast<std::size_t>(position - line.start), znt::BreakKind::Word);
-    return {line.start + static_cast<Position>(from), line.start + static_cast<Position>(to)};
-}
-
 // Mouse
+
+std::pair<ZNTOutputView::Position, ZNTOutputView::Position> ZNTOutputView::unitAround(Position position) const
+{
+    switch (selectBy) {
+    case SelectBy::Word:
+        return textLayout.wordAround(position);
+    case SelectBy::Line:
+        return textLayout.lineAround(position);
+    case SelectBy::Character:
+        break;
+    }
+    return {position, position};
+}
 
 void ZNTOutputView::mousePressEvent(QMouseEvent* event)
 {
@@ -262,11 +209,11 @@ void ZNTOutputView::mousePressEvent(QMouseEvent* event)
     caretX = -1;
     const auto position = positionAt(point);
     if (event->modifiers() & Qt::ShiftModifier) {
-        dragOrigin = {anchor, anchor};
+        dragOrigin = {selection.anchor(), selection.anchor()};
         extendTo(position);
         return;
     }
-    dragOrigin = unitAround(position, selectBy);
+    dragOrigin = unitAround(position);
     setSelection(dragOrigin.first, dragOrigin.second);
 }
 
@@ -279,7 +226,7 @@ void ZNTOutputView::mouseDoubleClickEvent(QMouseEvent* event)
     selectBy = SelectBy::Word;
     isDragging = true;
     dragPoint = doubleClickPoint;
-    dragOrigin = unitAround(positionAt(doubleClickPoint), selectBy);
+    dragOrigin = unitAround(positionAt(doubleClickPoint));
     setSelection(dragOrigin.first, dragOrigin.second);
 }
 
@@ -301,7 +248,7 @@ void ZNTOutputView::mouseMoveEvent(QMouseEvent* event)
 /// From what was first selected to `position`, by whole units.
 void ZNTOutputView::extendTo(Position position)
 {
-    const auto unit = unitAround(position, selectBy);
+    const auto unit = unitAround(position);
     if (unit.first < dragOrigin.first)
         setSelection(dragOrigin.second, unit.first);
     else
@@ -337,7 +284,7 @@ void ZNTOutputView::contextMenuEvent(QContextMenuEvent* event)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("&Copy"), this, &ZNTOutputView::copy)->setEnabled(hasSelection());
     menu->addAction(tr("Select &All"), this, &ZNTOutputView::selectAll);
-    menu->addAction(tr("Go to the &End"), this, &ZNTOutputView::jumpToEnd)->setEnabled(!isFollowing);
+    menu->addAction(tr("Go to the &End"), this, &ZNTOutputView::jumpToEnd)->setEnabled(!followsEnd());
     if (!actions().isEmpty()) {
         menu->addSeparator();
         menu->addActions(actions());
