@@ -33,73 +33,59 @@ ZNTConsoleCommands::ZNTConsoleCommands(ZNTConsoleClient& client) : client(client
 
 ZNTConsoleCommands::~ZNTConsoleCommands() = default;
 
+/// In the order in which /help lists them.
 void ZNTConsoleCommands::addSessionCommands()
 {
     auto& session = client.session();
-    commands = {
-        {u"connect", u"[HOST PORT]", u"Connects to a game; without a name to the one offered last.",
-         [this](auto words) { connect(words); }},
-        {u"disconnect", u"", u"Ends the connection, or the attempt to make one.",
-         [this](auto) { client.disconnect(); }},
-        {u"stop", u"", u"Ends every walk; !stop ends the one that was started last.",
-         [this](auto) { stopWalks(); }},
-        {u"mccp", u"on|off", u"Asks the game for compression, or refuses it.",
-         [this, &session](auto word) {
-             carryOutSwitch(word, u"/mccp on|off", [&](bool on) {
-                 // Without a connection there is nobody to ask, and what comes first is never compressed.
-                 if (session.isConnected())
-                     session.set_isMccpOnOff(on);
-                 else
-                     session.acceptCompressionOffers(on);
-             });
-         }},
-        {u"msp", u"on|off", u"Asks the game for sounds, or refuses them.",
-         [this, &session](auto word) {
-             carryOutSwitch(word, u"/msp on|off", [&](bool on) { session.set_isMspOnOff(on); });
-         }},
-        {u"speech", u"on|off", u"Speaks what the game says, or falls silent.",
-         [this, &session](auto word) {
-             carryOutSwitch(word, u"/speech on|off", [&](bool on) {
-                 session.setSpeechOnOffBindingState(on ? 1 : 0);
-                 session.textToSpeechOnAndOff();
-             });
-         }},
-        {u"interrupt", u"on|off", u"Lets each line you send cut off what is being spoken.",
-         [this, &session](auto word) {
-             carryOutSwitch(word, u"/interrupt on|off",
-                            [&](bool on) { session.setSpeechInterruptOnOffBindingState(on ? 1 : 0); });
-         }},
-        {u"say", u"[N]", u"Speaks the last N lines once more, the newest first.",
-         [this](auto count) { sayAgain(count); }},
-        {u"mute", u"on|off", u"Silences the game's sounds, or lets them be heard again.",
-         [this](auto word) {
-             carryOutSwitch(word, u"/mute on|off", [this](bool on) { client.sounds().setMuted(on); });
-         }},
-        {u"volume", u"0 to 100", u"Sets how loud the game's sounds are.",
-         [this](auto percent) { setVolume(percent); }},
-        {u"quiet", u"", u"Ends every sound that plays; the game's next one is heard again.",
-         [this](auto) { stopSounds(); }},
-        {u"replay", u"", u"Speaks once more what came since your last line.",
-         [&session](auto) { session.replayLastText(); }},
-        {u"encoding", encodingChoices(), u"Reads and writes the game's text in this encoding.",
-         [this](auto name) { changeEncoding(name); }},
-        {u"reload", u"", u"Puts changes to the triggers into force.",
-         [&session](auto) { session.reloadTriggers(); }},
-        {u"resend", u"", u"Sends your last line again.",
-         [this, &session](auto) {
-             session.resendLastCommand();
-             client.complainIfNotConnected();
-         }},
-        {u"record", u"[done [NAME SECONDS]]",
-         u"Starts or pauses recording what you type; with done ends it, shows the lines and names them.",
-         [this](auto words) { record(words); }},
-        {u"set", u"[NAME [VALUE]]",
-         u"Shows the settings, or changes one; /set remember on keeps them for the next start.",
-         [this](auto words) { ZNTConsoleSettings(client).carryOut(words); }},
-        {u"help", u"[COMMAND]", u"Lists the commands, or explains one.",
-         [this](auto name) { showHelp(name); }},
-        {u"quit", u"", u"Ends the connection and the program.", [this](auto) { client.quit(); }},
-    };
+    add("connectToServer", [this](auto words) { connect(words); });
+    add("disconnect", [this](auto) { client.disconnect(); });
+    add("stopWalking", [this](auto) { stopWalks(); });
+    addSwitch("mccp", [&session](bool on) {
+        // Without a connection there is nobody to ask, and what comes first is never compressed.
+        if (session.isConnected())
+            session.set_isMccpOnOff(on);
+        else
+            session.acceptCompressionOffers(on);
+    });
+    addSwitch("msp", [&session](bool on) { session.set_isMspOnOff(on); });
+    addSwitch("speechOnOff", [&session](bool on) {
+        session.setSpeechOnOffBindingState(on ? 1 : 0);
+        session.textToSpeechOnAndOff();
+    });
+    addSwitch("speechInterruptOnOff",
+              [&session](bool on) { session.setSpeechInterruptOnOffBindingState(on ? 1 : 0); });
+    add("say", [this](auto count) { sayAgain(count); });
+    addSwitch("mute", [this](bool on) { client.sounds().setMuted(on); });
+    add("volume", [this](auto percent) { setVolume(percent); });
+    add("stopAllSounds", [this](auto) { stopSounds(); });
+    add("replayLastText", [&session](auto) { session.replayLastText(); });
+    add("encoding", [this](auto name) { changeEncoding(name); });
+    commands.back().usage = encodingChoices();
+    add("reloadTriggers", [&session](auto) { session.reloadTriggers(); });
+    add("resendLastCommand", [this, &session](auto) {
+        session.resendLastCommand();
+        client.complainIfNotConnected();
+    });
+    add("startOrPauseRecording", [this](auto words) { record(words); });
+    add("set", [this](auto words) { ZNTConsoleSettings(client).carryOut(words); });
+    add("keyboardMap", [this](auto name) { showHelp(name); });
+    add("quit", [this](auto) { client.quit(); });
+}
+
+void ZNTConsoleCommands::add(ZNTActionName name, std::function<void(std::u16string_view)> carryOut)
+{
+    const ZNTClientAction& row = name.row();
+    commands.push_back({row.word, row.usage, row.help, std::move(carryOut)});
+}
+
+void ZNTConsoleCommands::addSwitch(ZNTActionName name, std::function<void(bool)> turn)
+{
+    add(name, [this, &row = name.row(), turn = std::move(turn)](std::u16string_view word) {
+        if (word == u"on" || word == u"off")
+            turn(word == u"on");
+        else
+            client.complain(joined({u"Say on or off: /", row.word, u" ", row.usage}));
+    });
 }
 
 void ZNTConsoleCommands::carryOut(std::u16string_view line)
@@ -140,15 +126,6 @@ void ZNTConsoleCommands::showHelp(std::u16string_view name)
     else if (name.empty())
         client.say(
             u"Lines for the game: ~NAME runs a macro, !3n2e walks, !stop stops, @ sends a line as it is.");
-}
-
-void ZNTConsoleCommands::carryOutSwitch(std::u16string_view word, std::u16string_view usage,
-                                        const std::function<void(bool)>& turn)
-{
-    if (word == u"on" || word == u"off")
-        turn(word == u"on");
-    else
-        client.complain(joined({u"Say on or off: ", usage}));
 }
 
 void ZNTConsoleCommands::connect(std::u16string_view words)

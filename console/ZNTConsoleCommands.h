@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZNTClientActions.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -30,8 +32,9 @@ public:
 private:
     void addSessionCommands();
     void showHelp(std::u16string_view name);
-    void carryOutSwitch(std::u16string_view word, std::u16string_view usage,
-                        const std::function<void(bool)>& turn);
+    void add(ZNTActionName name, std::function<void(std::u16string_view words)> carryOut);
+    /// A command that takes "on" or "off".
+    void addSwitch(ZNTActionName name, std::function<void(bool)> turn);
     void connect(std::u16string_view words);
     void stopWalks();
     void stopSounds();

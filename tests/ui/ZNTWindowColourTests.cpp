@@ -129,13 +129,13 @@ protected:
     void inEachLook(const std::function<void()>& look)
     {
         for (QAction* action :
-             {parts->menu.lightColours, parts->menu.darkColours, parts->menu.highContrastColours}) {
+             {parts->menu["lightColours"], parts->menu["darkColours"], parts->menu["highContrastColours"]}) {
             SCOPED_TRACE(action->text().toStdString());
             action->trigger();
             QTest::qWait(1);
             look();
         }
-        parts->menu.systemColours->trigger();
+        parts->menu["systemColours"]->trigger();
     }
     static QImage picture(QWidget& widget)
     {

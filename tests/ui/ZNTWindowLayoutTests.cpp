@@ -204,27 +204,27 @@ TEST_P(ZNTWindowLayout, MenusFitOnTheScreen)
 
 TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
 {
-    parts->menu.addMacro->trigger();
+    parts->menu["addMacro"]->trigger();
     expectNothingCut(waitForDialog("alert"));
     answerAlert();
     find<QComboBox>("macroComboBoxGroup").setEditText(QStringLiteral("Greetings"));
     find<QPushButton>("createNewMacroGroup").click();
     answerAlert();
 
-    expectSheetWhole(*parts->menu.addMacro, "ZNTAddMacroView");
-    parts->menu.addMacro->trigger();
+    expectSheetWhole(*parts->menu["addMacro"], "ZNTAddMacroView");
+    parts->menu["addMacro"]->trigger();
     find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
     window.macroTable->selectRow(0);
-    expectSheetWhole(*parts->menu.editMacro, "ZNTEditMacroView");
-    expectSheetWhole(*parts->menu.showZNTMudListController, "ZNTMudListView");
-    expectSheetWhole(*parts->menu.doneRecording, "ZNTCommandRecorderView2");
-    expectSheetWhole(*parts->menu.keyboardMap, "keyboardPage");
-    expectSheetWhole(*parts->menu.about, "aboutPage");
+    expectSheetWhole(*parts->menu["editMacro"], "ZNTEditMacroView");
+    expectSheetWhole(*parts->menu["showZNTMudListController"], "ZNTMudListView");
+    expectSheetWhole(*parts->menu["doneRecording"], "ZNTCommandRecorderView2");
+    expectSheetWhole(*parts->menu["keyboardMap"], "keyboardPage");
+    expectSheetWhole(*parts->menu["about"], "aboutPage");
 }
 
 TEST_P(ZNTWindowLayout, NothingIsCutOffInThePreferences)
 {
-    parts->menu.showPreferencesView->trigger();
+    parts->menu["showPreferencesView"]->trigger();
     QDialog& preferences = waitForDialog("PreferencesView");
     auto& tabs = find<QTabWidget>(preferences, "tabView");
     for (int tab = 0; tab < tabs.count(); ++tab) {
@@ -240,14 +240,14 @@ TEST_F(ZNTWindowRoom, ControlsThatGrowAndShrinkInOpenWindowsStayWhole)
 {
     const QFont before = QApplication::font();
     const auto points = [] { return QApplication::font().pointSizeF(); };
-    parts->menu.showPreferencesView->trigger();
+    parts->menu["showPreferencesView"]->trigger();
     QDialog& preferences = waitForDialog("PreferencesView");
     for (const double wanted : {24.0, 48.0, 8.0}) {
         SCOPED_TRACE(wanted);
         while (points() < wanted)
-            parts->menu.controlsLarger->trigger();
+            parts->menu["controlsLarger"]->trigger();
         while (points() > wanted)
-            parts->menu.controlsSmaller->trigger();
+            parts->menu["controlsSmaller"]->trigger();
         expectNothingCut(window);
         expectNothingCut(preferences);
     }
@@ -278,7 +278,7 @@ TEST_F(ZNTWindowRoom, AnEmptyOutputSaysHowToBeginAndHoldsNoText)
     EXPECT_EQ(view.accessibleDescription(), QString());
     view.clear();
     EXPECT_EQ(view.accessibleDescription(), QString()); // the game goes on
-    parts->menu.connectToServer->trigger();
+    parts->menu["connectToServer"]->trigger();
     EXPECT_TRUE(until([&] { return session().state() == ZNTSessionState::Idle; }));
     view.clear();
     EXPECT_TRUE(view.accessibleDescription().contains(QStringLiteral("Pick a game")));
@@ -294,7 +294,7 @@ TEST_F(ZNTWindowRoom, AnEmptyListSaysWhyItIsEmpty)
     answerAlert();
     EXPECT_TRUE(macros.accessibleDescription().contains(QStringLiteral("no macros yet")));
 
-    parts->menu.showPreferencesView->trigger();
+    parts->menu["showPreferencesView"]->trigger();
     QDialog& preferences = waitForDialog("PreferencesView");
     auto& triggers = find<ZNTHintedTable>(preferences, "triggerTableView");
     auto& sameMacros = find<ZNTHintedTable>(preferences, "preferencesMacroTable");
@@ -307,7 +307,7 @@ TEST_F(ZNTWindowRoom, AnEmptyListSaysWhyItIsEmpty)
     EXPECT_TRUE(triggers.accessibleDescription().contains(QStringLiteral("No triggers yet")));
     press(preferences, Qt::Key_Escape);
 
-    parts->menu.addMacro->trigger();
+    parts->menu["addMacro"]->trigger();
     find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
     EXPECT_TRUE(until([&] { return macros.model()->rowCount() == 1; }));
     EXPECT_EQ(macros.accessibleDescription(), QString());

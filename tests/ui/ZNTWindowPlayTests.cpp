@@ -102,7 +102,7 @@ TEST_F(ZNTWindowPlay, AGameIsPlayedWithTheKeyboardAlone)
     EXPECT_TRUE(gameIsReady());
     press(commandLine(), Qt::Key_Up, Qt::AltModifier | Qt::ShiftModifier);
     EXPECT_TRUE(outputHas("> up"));
-    parts->menu.keypadWalks->trigger();
+    parts->menu["keypadWalks"]->trigger();
     press(commandLine(), Qt::Key_8, Qt::KeypadModifier);
     EXPECT_EQ(commandLineText(), QStringLiteral("8"));
     find<QLineEdit>("textToServer").clear();
@@ -161,7 +161,7 @@ TEST_F(ZNTWindowPlay, TheStatusNamesTheGameBeingPlayedWhateverTheFieldsSay)
     const QString title = window.windowTitle();
     fill(*window.mudName, "Another game");
     send("look");
-    parts->menu.startOrPauseRecording->trigger();
+    parts->menu["startOrPauseRecording"]->trigger();
     const QString status = find<QLabel>("statusText").text();
     EXPECT_TRUE(status.startsWith(QStringLiteral("Connected to Lantern Cove since ")))
         << status.toStdString();
@@ -191,7 +191,7 @@ TEST_F(ZNTWindowPlay, SpeechThatNothingCanSpeakIsNamedInTheStatusAndInNoAlert)
 TEST_F(ZNTWindowPlay, AnAttemptToConnectIsGivenUpByKeyAndMenu)
 {
     const SilentHost host;
-    EXPECT_FALSE(parts->menu.stopConnecting->isEnabled());
+    EXPECT_FALSE(parts->menu["stopConnecting"]->isEnabled());
     fill(*window.ipAddress, "127.0.0.1");
     const std::vector<std::function<void()>> waysOut{
         [&] { press(*window.port, Qt::Key_Escape); }, [&] { press(*window.mudName, Qt::Key_Escape); },
@@ -201,10 +201,10 @@ TEST_F(ZNTWindowPlay, AnAttemptToConnectIsGivenUpByKeyAndMenu)
         press(*window.port, Qt::Key_Return);
         QTest::qWait(20);
         ASSERT_EQ(session().state(), ZNTSessionState::Connecting);
-        EXPECT_TRUE(parts->menu.stopConnecting->isEnabled());
+        EXPECT_TRUE(parts->menu["stopConnecting"]->isEnabled());
         leave();
         EXPECT_EQ(session().state(), ZNTSessionState::Idle);
-        EXPECT_FALSE(parts->menu.stopConnecting->isEnabled());
+        EXPECT_FALSE(parts->menu["stopConnecting"]->isEnabled());
         EXPECT_TRUE(window.statusText->text().startsWith(QStringLiteral("Not connected")));
         EXPECT_EQ(dialog("alert"), nullptr);
     }
@@ -215,14 +215,14 @@ TEST_F(ZNTWindowPlay, WalksAndSoundsAreEndedFromTheMenuAndByKey)
     playDemo();
     press(commandLine(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(sounds.timesAllStopped, 1);
-    EXPECT_FALSE(parts->menu.stopWalking->isEnabled());
+    EXPECT_FALSE(parts->menu["stopWalking"]->isEnabled());
     for (const char* walk : {"!20n", "!20s"})
         send(walk);
     EXPECT_TRUE(session().isWalking());
-    EXPECT_TRUE(parts->menu.stopWalking->isEnabled());
+    EXPECT_TRUE(parts->menu["stopWalking"]->isEnabled());
     press(commandLine(), Qt::Key_Period, Qt::ControlModifier);
     EXPECT_FALSE(session().isWalking()) << "both at once";
-    EXPECT_FALSE(parts->menu.stopWalking->isEnabled());
+    EXPECT_FALSE(parts->menu["stopWalking"]->isEnabled());
 }
 
 TEST_F(ZNTWindowPlay, ANameThatBelongsToAnotherAddressIsNotTheGames)
@@ -253,7 +253,7 @@ TEST_F(ZNTWindowPlay, TheFontPanelIsForLaterTextAndTheUsualSizeIsThePickedOne)
     playDemo();
     EXPECT_TRUE(gameIsReady());
     const QRect before = view.characterRect(view.store().line(view.store().endLine() - 2).start);
-    parts->menu.changeFont->trigger();
+    parts->menu["changeFont"]->trigger();
     auto& panel = static_cast<QFontDialog&>(waitForDialog("fontPanel"));
     QFont picked = panel.currentFont();
     picked.setPointSizeF(18);
@@ -283,7 +283,7 @@ TEST_F(ZNTWindowPlay, ASecondSessionBeginsOnALineOfItsOwn)
     press(commandLine(), Qt::Key_F5);
     EXPECT_TRUE(until([&] { return !session().isConnected(); }));
     const QString first = output();
-    parts->menu.connectToServer->trigger();
+    parts->menu["connectToServer"]->trigger();
     EXPECT_TRUE(until([&] { return session().isConnected() && output().size() > first.size() + 20; }));
     const auto& store = window.textFromServer->store();
     const auto at = static_cast<ZNTOutputStore::Position>(first.size());
@@ -300,7 +300,7 @@ TEST_F(ZNTWindowPlay, WhatIsDoneWithoutAConnectionSaysSo)
     press(commandLine(), Qt::Key_F5);
     EXPECT_TRUE(until([&] { return !session().isConnected(); }));
     EXPECT_FALSE(window.runMacro->isEnabled());
-    EXPECT_FALSE(parts->menu.invokeMacro->isEnabled());
+    EXPECT_FALSE(parts->menu["invokeMacro"]->isEnabled());
 
     session().setSpeechOnOffBindingState(1);
     session().zntSpeechSynth().speechOn();
@@ -308,7 +308,7 @@ TEST_F(ZNTWindowPlay, WhatIsDoneWithoutAConnectionSaysSo)
     EXPECT_TRUE(outputHas("look\n"));
     EXPECT_TRUE(window.statusText->text().startsWith(QStringLiteral("Not connected")));
     EXPECT_TRUE(until([&] { return speech.hasSaid(u"Not connected"); }));
-    parts->menu.startOrPauseRecording->trigger();
+    parts->menu["startOrPauseRecording"]->trigger();
     EXPECT_TRUE(until([&] { return speech.hasSaid(u"Recording. Not connected"); }));
     EXPECT_TRUE(window.statusText->text().startsWith(QStringLiteral("Not connected, recording")));
 }
@@ -338,7 +338,7 @@ TEST_F(ZNTWindowPlay, AGameThatCannotBeReachedIsTold)
 
 TEST_F(ZNTWindowPlay, AGameGivenAtTheStartBearsItsNameInTheAddressBookOrElseItsHosts)
 {
-    parts->wiring.connectTo(QStringLiteral("127.0.0.1"), 1);
+    parts->connection.connectTo(QStringLiteral("127.0.0.1"), 1);
     EXPECT_EQ(window.mudName->text(), QStringLiteral("127.0.0.1"));
     EXPECT_EQ(window.port->text(), QStringLiteral("1"));
     answerAlert();
@@ -348,14 +348,14 @@ TEST_F(ZNTWindowPlay, AGameGivenAtTheStartBearsItsNameInTheAddressBookOrElseItsH
     cove.telnetURL = u"LocalHost";
     cove.port = 1;
     database.addNewRowMudList(cove);
-    parts->wiring.connectTo(QStringLiteral("localhost"), 1);
+    parts->connection.connectTo(QStringLiteral("localhost"), 1);
     EXPECT_EQ(window.mudName->text(), QStringLiteral("Lantern Cove"));
     answerAlert();
 }
 
 TEST_F(ZNTWindowPlay, AMissingDemoGameIsNamedWithWhatHelps)
 {
-    parts->menu.playDemo->trigger(); // not beside this program
+    parts->menu["playDemo"]->trigger(); // not beside this program
     const auto [title, why] = answerAlert();
     EXPECT_EQ(title, QStringLiteral("Demo game"));
     EXPECT_TRUE(
@@ -377,10 +377,10 @@ TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
         return all;
     };
 
-    parts->menu.addMacro->trigger();
+    parts->menu["addMacro"]->trigger();
     EXPECT_EQ(answerAlert(), words("Macro does not exist.",
                                    "Please select a Macro Group before trying to add a new Macro."));
-    parts->menu.editMacro->trigger();
+    parts->menu["editMacro"]->trigger();
     EXPECT_EQ(answerAlert(),
               words("Macro does not exist.", "Please select a Macro before trying to edit it."));
     press(find<QPushButton>("createNewMacroGroup"), Qt::Key_Space);
@@ -399,7 +399,7 @@ TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
     EXPECT_EQ(answerAlert(),
               words("Macro Name taken", "You can not name 2 macro groups with the same name."));
 
-    parts->menu.editMacro->trigger(); // none is selected
+    parts->menu["editMacro"]->trigger(); // none is selected
     EXPECT_EQ(answerAlert().second, QStringLiteral("Please select the macro to edit in the list of macros."));
     EXPECT_EQ(dialog("ZNTEditMacroView"), nullptr);
 

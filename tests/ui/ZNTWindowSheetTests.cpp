@@ -69,9 +69,9 @@ TEST_F(ZNTWindowSheets, WhatIsOpenInFrontOfTheWindowDoesNotKeepItOpen)
 {
     std::vector<bool> answers;
     const std::vector<std::pair<const char*, std::function<void()>>> inFront{
-        {"ZNTMudListView", [&] { parts->menu.showZNTMudListController->trigger(); }},
-        {"fontPanel", [&] { parts->menu.changeFont->trigger(); }},
-        {"PreferencesView", [&] { parts->menu.showPreferencesView->trigger(); }},
+        {"ZNTMudListView", [&] { parts->menu["showZNTMudListController"]->trigger(); }},
+        {"fontPanel", [&] { parts->menu["changeFont"]->trigger(); }},
+        {"PreferencesView", [&] { parts->menu["showPreferencesView"]->trigger(); }},
         {"alert",
          [&] { alert.askForConfirmation(u"Sure?", u"", [&](bool sure) { answers.push_back(sure); }); }}};
     for (const auto& [name, open] : inFront) {
@@ -176,7 +176,7 @@ TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
     EXPECT_EQ(session().speechOnOffBindingState(), 0);
     speechOn.setChecked(true);
     EXPECT_EQ(session().speechOnOffBindingState(), 1);
-    EXPECT_TRUE(parts->menu.speechOnOff->isChecked());
+    EXPECT_TRUE(parts->menu["speechOnOff"]->isChecked());
     EXPECT_FALSE(session().zntSpeechSynth().isSpeachOn()); // true would mean off
     speechOn.setChecked(false);
     EXPECT_TRUE(session().zntSpeechSynth().isSpeachOn());
@@ -184,7 +184,7 @@ TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
     for (const bool on : {true, false}) {
         interrupts.setChecked(on);
         EXPECT_EQ(session().speechInterruptOnOffBindingState(), on ? 1 : 0);
-        EXPECT_EQ(parts->menu.speechInterruptOnOff->isChecked(), on);
+        EXPECT_EQ(parts->menu["speechInterruptOnOff"]->isChecked(), on);
     }
     find<QCheckBox>(preferences, "muteCheckBox").setChecked(true);
     EXPECT_TRUE(sounds.isMuted());
@@ -296,7 +296,7 @@ TEST_F(ZNTWindowSheets, ARowThatCouldNotBeSavedSaysSo)
     find<QPushButton>(games, "addButton").click();
     EXPECT_TRUE(lastRowSays(find<QTableView>(games, "tableView")));
     press(games, Qt::Key_Escape);
-    parts->menu.addMacro->trigger();
+    parts->menu["addMacro"]->trigger();
     find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
     EXPECT_TRUE(lastRowSays(find<QTableView>("macroTable")));
     parts->controller.showPreferencesView();

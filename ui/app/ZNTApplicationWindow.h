@@ -2,6 +2,7 @@
 
 #include "ZNTAppearance.h"
 #include "ZNTButtonKeys.h"
+#include "ZNTConnectionWiring.h"
 #include "ZNTMainMenu.h"
 #include "ZNTMainWindow.h"
 #include "ZNTMainWiring.h"
@@ -16,10 +17,11 @@ public:
         : appDelegate(window),
           menu(window),
           controller(window, services),
-          wiring(window, menu, controller, appearance)
+          connection(window, menu, controller),
+          wiring(window, menu, controller, connection, appearance)
     {
         controller.awakeFromNib();
-        wiring.refresh();
+        wiring.showAll();
         window.takeUsualSize();
     }
 
@@ -28,5 +30,6 @@ public:
     ZNTButtonKeys buttonKeys;
     ZNTMainMenu menu;
     ZNTMudAppController controller;
+    ZNTConnectionWiring connection;
     ZNTMainWiring wiring;
 };

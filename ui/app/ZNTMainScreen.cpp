@@ -23,8 +23,8 @@ ZNTMainScreen::ZNTMainScreen(ZNTMainWindow& window)
     window.macroTable->horizontalHeader()->hide();
     window.macroTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     macroComboBoxGroup.addBox(window.macroComboBoxGroup);
-    for (std::size_t index = 0; index < numberOfDirections; ++index)
-        directionButtons.emplace_back(window.compass->button(static_cast<ZNTDirection>(index)));
+    for (const ZNTDirectionRow& way : ZNTDirections)
+        directionButtons.emplace_back(window.compass->button(way.direction));
 }
 
 ZNTSessionScreen ZNTMainScreen::sessionScreen()

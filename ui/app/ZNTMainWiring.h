@@ -3,40 +3,34 @@
 #include "ZNTMainMenu.h"
 #include "ZNTMainWindow.h"
 #include "ZNTMudAppController.h"
-#include "ZNTStatusWords.h"
+#include "ZNTSpokenNews.h"
+#include "ZNTStatusLine.h"
 
 #include <memory>
-#include <optional>
-#include <string_view>
 
 class ZNTAppearance;
-class ZNTDemoGame;
+class ZNTConnectionWiring;
 class ZNTHelpWindow;
 class ZNTKeypadKeys;
 class ZNTQuitAnywhere;
 
 /// Joins the main window's buttons, keys and menus to what they do, and keeps what it shows in step with the
-/// session.
+/// session: what changed says which part is looked at again.
 class ZNTMainWiring
 {
 public:
     /// The caller owns what it passes; all of it outlives this.
     ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudAppController& controller,
-                  ZNTAppearance& appearance);
+                  ZNTConnectionWiring& connection, ZNTAppearance& appearance);
     ~ZNTMainWiring();
 
-    /// Fills the connection fields and connects. Without a name it is the one in the address book, or else
-    /// the host's.
-    void connectTo(const QString& host, int port, const QString& name = {});
-    /// Starts the demo game and connects to it. Does nothing while there is a connection.
-    void playDemo();
-    /// Shows what the session and the sounds answer now.
-    void refresh();
+    /// Shows everything, as at the start.
+    void showAll();
 
 private:
-    [[nodiscard]] QString nameInAddressBook(const QString& host, int port) const;
-    void wireConnection();
-    void wirePlaying();
+    void wireGame();
+    void wireDirections();
+    void wireRecorder();
     void wireCommandLine();
     void wireEditing();
     void wireMacros();
@@ -44,42 +38,25 @@ private:
     void wireView();
     void wireColours();
     void wireHelp();
-    void go(ZNTDirection direction);
-    /// What the button, the menu and the key do.
-    void connectOrDisconnect();
-    /// False unless there was an attempt to connect.
-    bool giveUpConnecting();
-    /// The name in the fields where it belongs to their address and port, else the host.
-    [[nodiscard]] QString gameInFields() const;
-    void rememberNamedGame();
-    /// Without an address and a port there is no attempt, and no word of it but this.
-    void goToWhatIsMissing();
-    void chooseFont();
-    void zoomControls(double points);
-    /// What the status line shows to those who look.
-    void sayToListeners(std::u16string_view news);
-    /// The same for what is done with or without a connection, and is worth little without.
-    void sayDone(std::u16string_view what);
-    void sayStatus();
-    void enableActions(bool isConnected);
-    [[nodiscard]] ZNTStatusFacts facts() const;
+    void setKeypadWalks(bool walks);
+    void setSpeech(bool on);
+
+    void sessionChanged(ZNTSessionChange what);
+    void showState();
+    void showEncoding();
+    void showRecording();
+    void showSpeech();
 
     ZNTMainWindow& window;
     ZNTMainMenu& menu;
     ZNTMudAppController& controller;
+    ZNTConnectionWiring& connection;
     ZNTServerConnectController& session;
     ZNTAppearance& appearance;
-    std::unique_ptr<ZNTDemoGame> demoGame;
+    ZNTStatusLine status;
+    ZNTSpokenNews news;
+    bool wasConnected = false; ///< when the state was last shown
     std::unique_ptr<ZNTHelpWindow> help;
     std::unique_ptr<ZNTKeypadKeys> keypadKeys;
     std::unique_ptr<ZNTQuitAnywhere> quitAnywhere;
-    std::optional<ZNTStatusFacts> shownFacts;
-    /// Which address and port a name stands for.
-    struct NamedGame {
-        QString name, host;
-        int port = 0;
-    };
-    /// What was last picked, filled in or connected to: as long as the name is left as it was then, it names
-    /// that address alone.
-    NamedGame namedGame;
 };

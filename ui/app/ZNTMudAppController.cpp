@@ -26,7 +26,7 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
            .streams = services.streams,
            .showZNTCommandRecorderView =
                [this](ZNTCommandRecorderDataSource& commands) { showZNTCommandRecorderView(commands); },
-           .sessionChanged = [this](ZNTSessionChange) { changed(); }})
+           .sessionChanged = [this](ZNTSessionChange what) { changed(what); }})
 {
     ZNTMacroGroupDropDownController& groups = zntMacroGroupDropDownController;
     mainScreen.macroComboBoxGroup.setSource(
@@ -119,7 +119,7 @@ void ZNTMudAppController::showPreferencesView()
 void ZNTMudAppController::setSoundsMuted(bool muted)
 {
     windowServices.sounds.setMuted(muted);
-    changed();
+    changed(ZNTSessionChange::Sounds);
 }
 
 QString ZNTMudAppController::gameBeingPlayed() const
@@ -127,18 +127,25 @@ QString ZNTMudAppController::gameBeingPlayed() const
     return zntServerConnectController.isConnected() ? playedGame_ : QString();
 }
 
-void ZNTMudAppController::changed()
+void ZNTMudAppController::changed(ZNTSessionChange what)
+{
+    if (what == ZNTSessionChange::State || what == ZNTSessionChange::Compression)
+        noteCompression();
+    if (what == ZNTSessionChange::State && zntMudListController)
+        zntMudListController->setGameBeingPlayed(gameBeingPlayed());
+    if (preferencesController)
+        preferencesController->sessionChanged(what);
+    if (whenSessionChanges)
+        whenSessionChanges(what);
+}
+
+/// The session does not keep the time.
+void ZNTMudAppController::noteCompression()
 {
     if (!zntServerConnectController._mccp())
         compressedSince_.reset();
     else if (!compressedSince_)
         compressedSince_ = QDateTime::currentDateTime();
-    if (zntMudListController)
-        zntMudListController->setGameBeingPlayed(gameBeingPlayed());
-    if (preferencesController)
-        preferencesController->refresh();
-    if (whenSessionChanges)
-        whenSessionChanges();
 }
 
 void ZNTMudAppController::newApp() { QProcess::startDetached(QCoreApplication::applicationFilePath(), {}); }

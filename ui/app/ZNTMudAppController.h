@@ -62,16 +62,17 @@ public:
     }
     void setSoundsMuted(bool muted) override;
 
-    /// Hears that something which the session or the sounds answer has changed.
-    std::function<void()> whenSessionChanges;
-    /// Hears that the list of games has filled the connection fields.
+    /// Called when something of that kind has changed in the session or in the sounds.
+    std::function<void(ZNTSessionChange what)> whenSessionChanges;
+    /// Called when the list of games has filled the connection fields.
     std::function<void()> whenGamePicked;
 
 private:
-    void changed();
+    void changed(ZNTSessionChange what);
+    void noteCompression();
     [[nodiscard]] QString gameBeingPlayed() const;
     void showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands);
-    /// Has the list of macros say why it is empty.
+    /// Makes the empty list of macros say why it is empty.
     void explainNoMacros();
 
     ZNTMainWindow& mainWindow;

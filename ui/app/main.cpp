@@ -109,8 +109,8 @@ int main(int count, char** arguments)
     window.activateWindow();
     parts.appDelegate.applicationDidFinishLaunching();
     if (options.demo)
-        parts.wiring.playDemo();
+        parts.connection.playDemo();
     else if (!options.host.empty())
-        parts.wiring.connectTo(QString::fromStdString(options.host), options.port);
+        parts.connection.connectTo(QString::fromStdString(options.host), options.port);
     return QApplication::exec();
 }

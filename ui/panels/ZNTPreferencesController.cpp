@@ -113,16 +113,39 @@ void ZNTPreferencesController::showWindow()
     dialog->activateWindow();
 }
 
+void ZNTPreferencesController::sessionChanged(ZNTSessionChange what)
+{
+    switch (what) {
+    case ZNTSessionChange::Speech:
+        showSpeech();
+        break;
+    case ZNTSessionChange::Encoding:
+        showEncoding();
+        break;
+    case ZNTSessionChange::Compression: // its switch decides on the sounds, too
+    case ZNTSessionChange::Sounds:
+        showProtocols();
+        break;
+    default: // nothing of the rest is shown here
+        break;
+    }
+}
+
 void ZNTPreferencesController::refresh()
+{
+    showSpeech();
+    showEncoding();
+    showProtocols();
+}
+
+void ZNTPreferencesController::showSpeech()
 {
     layout.speechOnOffCheckBox->setChecked(serverConnectController.speechOnOffBindingState() == 1);
     layout.speechInterruptCheckBox->setChecked(serverConnectController.speechInterruptOnOffBindingState() ==
                                                1);
-    tellEncoding();
-    tellProtocols();
 }
 
-void ZNTPreferencesController::tellEncoding()
+void ZNTPreferencesController::showEncoding()
 {
     const std::array<std::pair<ZNTStringEncoding, QRadioButton*>, 3> choices{
         {{ZNTStringEncoding::Ascii, layout.encodingAscii},
@@ -139,7 +162,7 @@ void ZNTPreferencesController::tellEncoding()
             encoding == serverConnectController.cfStringEncoding() ? QStringLiteral("In force now") : now);
 }
 
-void ZNTPreferencesController::tellProtocols()
+void ZNTPreferencesController::showProtocols()
 {
     const auto& since = mudAppController.compressedSince();
     const QString compression =

@@ -3,6 +3,7 @@
 #include "ZNTPreferencesHost.h"
 #include "ZNTQtElements.h"
 #include "ZNTQtTableView.h"
+#include "ZNTSessionChange.h"
 #include "ZNTTriggersDataSource.h"
 #include "ui_PreferencesView.h"
 
@@ -22,9 +23,9 @@ public:
 
     /// Selects the triggers tab and brings the window to the front.
     void showWindow();
-    /// Has the speech boxes follow the session, and what stands beside encoding and protocols say what is in
-    /// force; those controls themselves stay as they were left.
-    void refresh();
+    /// Looks again at that kind of thing: the speech boxes follow the session, and the words beside encoding
+    /// and protocols say what is in force. Those controls themselves stay as they were left.
+    void sessionChanged(ZNTSessionChange what);
 
     void mudClientCompressionProtocolOnOff();
     void mudSoundProtocolOnOff();
@@ -45,8 +46,10 @@ private:
     void wireEncoding();
     void wireSpeech();
     void wireProtocols();
-    void tellEncoding();
-    void tellProtocols();
+    void refresh();
+    void showSpeech();
+    void showEncoding();
+    void showProtocols();
 
     QDialog* dialog;
     Ui::PreferencesView layout;

@@ -13,6 +13,12 @@ inline QString qtText(std::u16string_view text)
     return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }
 
+/// Of a table of ours: names and titles in Latin-1.
+inline QString latinText(std::string_view latin)
+{
+    return QString::fromLatin1(latin.data(), static_cast<qsizetype>(latin.size()));
+}
+
 inline std::u16string textOfQt(const QString& text) { return text.toStdU16String(); }
 
 } // namespace znt

@@ -1,5 +1,7 @@
 #include "ZNTCompass.h"
 
+#include "ZNTQtText.h"
+
 #include <QEvent>
 #include <QGridLayout>
 #include <QPainter>
@@ -11,11 +13,6 @@ namespace
 
 constexpr int gap = 4;
 
-struct Place {
-    int row, column;
-};
-/// The points of the compass on their grid, by direction.
-constexpr std::array<Place, 8> places{{{0, 0}, {0, 1}, {0, 2}, {1, 0}, {1, 2}, {2, 0}, {2, 1}, {2, 2}}};
 constexpr int belowThePoints = 3;
 
 QString text(const char* latin) { return QString::fromLatin1(latin); }
@@ -29,34 +26,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return minimumSize(); }
 };
 
-/// In words, since speech leaves lone signs out.
-QString nameOf(Qt::Key key)
-{
-    if (key == Qt::Key_Plus)
-        return text("plus");
-    if (key == Qt::Key_Minus)
-        return text("minus");
-    return QKeySequence(key).toString();
-}
-
 } // namespace
-
-const ZNTDirectionNames& namesOf(ZNTDirection direction)
-{
-    static const std::array<ZNTDirectionNames, numberOfDirections> all{{
-        {text("Northwest"), text("NW"), text("northWestButton"), Qt::Key_7},
-        {text("North"), text("N"), text("northButton"), Qt::Key_8},
-        {text("Northeast"), text("NE"), text("northEastButton"), Qt::Key_9},
-        {text("West"), text("W"), text("westButton"), Qt::Key_4},
-        {text("East"), text("E"), text("eastButton"), Qt::Key_6},
-        {text("Southwest"), text("SW"), text("southWestButton"), Qt::Key_1},
-        {text("South"), text("S"), text("southButton"), Qt::Key_2},
-        {text("Southeast"), text("SE"), text("southEastButton"), Qt::Key_3},
-        {text("Up"), text("Up"), text("upButton"), Qt::Key_Minus},
-        {text("Down"), text("Down"), text("downButton"), Qt::Key_Plus},
-    }};
-    return all[static_cast<std::size_t>(direction)];
-}
 
 ZNTCompass::ZNTCompass(QWidget* parent) : QWidget(parent), centre(new QWidget(this))
 {
@@ -65,21 +35,21 @@ ZNTCompass::ZNTCompass(QWidget* parent) : QWidget(parent), centre(new QWidget(th
     grid->setSpacing(gap);
     auto* below = new QHBoxLayout;
     below->setSpacing(gap);
-    for (std::size_t index = 0; index < numberOfDirections; ++index) {
-        const ZNTDirectionNames& names = namesOf(static_cast<ZNTDirection>(index));
-        auto* button = new DirectionButton(names.shortName, this);
-        button->setObjectName(names.objectName);
-        button->setAccessibleName(names.name);
-        const QString keypad = text("keypad ") + nameOf(names.keypadKey);
-        button->setToolTip(names.name + text(" (") + keypad + text(")"));
-        // Else the tool tip, which says the name again.
+    for (const ZNTDirectionRow& way : ZNTDirections) {
+        const QString name = znt::latinText(way.name);
+        auto* button = new DirectionButton(znt::latinText(way.shortName), this);
+        button->setObjectName(znt::latinText(way.buttonName));
+        button->setAccessibleName(name);
+        const QString keypad = text("keypad ") + znt::latinText(way.keypadKeyName);
+        button->setToolTip(name + text(" (") + keypad + text(")"));
+        // Without a description of its own a reader would say the tool tip, which has the name again.
         button->setAccessibleDescription(keypad);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-        if (index < places.size())
-            grid->addWidget(button, places[index].row, places[index].column);
+        if (way.row < belowThePoints)
+            grid->addWidget(button, way.row, way.column);
         else
             below->addWidget(button);
-        buttons[index] = button;
+        buttons[static_cast<std::size_t>(way.direction)] = button;
     }
     grid->addLayout(below, belowThePoints, 0, 1, 3);
     grid->addWidget(centre, 1, 1);
@@ -101,10 +71,11 @@ void ZNTCompass::changeEvent(QEvent* event)
 void ZNTCompass::fitButtonsToFont()
 {
     const QFontMetrics metrics(font());
-    for (std::size_t index = 0; index < numberOfDirections; ++index) {
-        const bool isWord = index >= static_cast<std::size_t>(ZNTDirection::Up);
+    for (const ZNTDirectionRow& way : ZNTDirections) {
+        const bool isWord = way.row == belowThePoints;
         const int textWidth = metrics.horizontalAdvance(isWord ? text("Down") : text("NW"));
-        buttons[index]->setMinimumSize(textWidth + metrics.height() / 2 + 8, metrics.height() * 5 / 4 + 7);
+        button(way.direction)
+            ->setMinimumSize(textWidth + metrics.height() / 2 + 8, metrics.height() * 5 / 4 + 7);
     }
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "ZNTCompass.h"
+#include "ZNTClientActions.h"
+#include "ZNTDirections.h"
 
-#include <QActionGroup>
+#include <QHash>
 #include <QList>
 #include <array>
 
@@ -10,52 +11,39 @@ class QAction;
 class QMainWindow;
 class QMenu;
 
-/// The menus of the main window. An action bears its member's name as its object name, a direction "goNorth"
-/// and a line "line1"; what it does is wired elsewhere. Every action has a mnemonic of its own in its menu,
-/// and the common ones a shortcut.
+/// The menus of the main window, made from the table of the client's actions. A direction's action is named
+/// "goNorth", a line's "line1". What an action does is wired elsewhere.
 class ZNTMainMenu
 {
 public:
-    static constexpr std::size_t numberedLines = 9;
-
     explicit ZNTMainMenu(QMainWindow& window);
 
-    QAction *connectToServer, *stopConnecting, *showZNTMudListController, *resendLastCommand, *newApp,
-        *showPreferencesView, *quit;
-    QAction *copy, *selectAll, *find, *findNext, *findPrevious, *clearScreen;
-    std::array<QAction*, numberOfDirections> go;
-    QAction *keypadWalks, *stopWalking;
-    QAction *invokeMacro, *addMacro, *editMacro, *removeMacro, *createNewMacroGroup, *deleteMacroGroup,
-        *listMacros;
-    QAction *startOrPauseRecording, *doneRecording;
-    QAction *speechOnOff, *speechInterruptOnOff, *replayLastText, *stopSpeaking, *stopAllSounds,
-        *previousLine, *nextLine, *sayStatus;
-    std::array<QAction*, numberedLines> lineFromEnd;
-    QAction *changeFont, *larger, *smaller, *normalSize, *controlsLarger, *controlsSmaller;
-    QAction *showConnectionRow, *showSidePanel, *fullScreen;
-    QAction *focusCommandLine, *nextPart, *previousPart, *jumpToEnd;
-    QAction *systemColours, *lightColours, *darkColours, *highContrastColours, *readableColours;
-    QAction *keyboardMap, *firstSteps, *playDemo, *about;
+    /// The action of a row. Null for the rows of directions and lines, which make several, and for those of
+    /// the terminal alone.
+    [[nodiscard]] QAction* operator[](ZNTActionName name) const { return actions[name.index()]; }
+    [[nodiscard]] const std::array<QAction*, ZNTDirections.size()>& directions() const { return directions_; }
+    /// Says the last line, the one before it, and so on.
+    [[nodiscard]] const std::array<QAction*, znt::numberedLines>& lines() const { return lines_; }
 
-    /// The menus in order, for whoever lists what they hold.
-    [[nodiscard]] const QList<QMenu*>& menus() const { return all; }
+    /// For each action that is enabled in that state of the session alone.
+    void enable(ZNTClientAction::Enabled state, bool isEnabled);
+
+    /// The menus of the menu bar, in order.
+    [[nodiscard]] const QList<QMenu*>& menus() const { return menus_; }
 
 private:
-    QMenu* addMenu(const char* title);
-    QAction* add(const char* objectName, const char* title, const QList<QKeySequence>& keys = {});
-    QAction* addSwitch(const char* objectName, const char* title, const QList<QKeySequence>& keys = {});
-    void makeGameMenu();
-    void makeEditMenu();
-    void makeGoMenu();
-    void makeMacrosMenu();
-    void makeRecorderMenu();
-    void makeSpeechMenu();
-    void makeViewMenu();
-    void makeColoursMenu();
-    void makeHelpMenu();
+    QMenu& menuAt(QMainWindow& window, const QString& path);
+    void add(QMenu& menu, std::size_t index);
+    QAction* add(QMenu& menu, const QString& name, const QString& title, const QString& keys,
+                 ZNTClientAction::Enabled enabled);
+    void addDirections(QMenu& menu, const ZNTClientAction& row);
+    void addLines(QMenu& menu, const ZNTClientAction& row);
+    static void makeChoice(QMenu& menu, QAction& action);
 
-    QMainWindow& window;
-    QMenu* current = nullptr;
-    QList<QMenu*> all;
-    QActionGroup colours;
+    std::array<QAction*, znt::clientActions.size()> actions{};
+    std::array<QAction*, ZNTDirections.size()> directions_{};
+    std::array<QAction*, znt::numberedLines> lines_{};
+    QHash<ZNTClientAction::Enabled, QList<QAction*>> byState;
+    QHash<QString, QMenu*> byPath;
+    QList<QMenu*> menus_;
 };

@@ -6,6 +6,7 @@
 #include "ZNTFindBar.h"
 #include "ZNTFlowLayout.h"
 #include "ZNTHintedTable.h"
+#include "ZNTMainWindowParts.h"
 #include "ZNTQuitAnywhere.h"
 #include "ZNTUITextViewAccessability.h"
 #include "ZNTWindowFit.h"
@@ -62,119 +63,7 @@ QLabel* heading(const char* words, QWidget* buddy = nullptr)
     return label;
 }
 
-/// As wide with either title, so that the row of fields stands still.
-class ConnectionButton final : public QPushButton
-{
-public:
-    [[nodiscard]] QSize sizeHint() const override
-    {
-        const int longer = fontMetrics().horizontalAdvance(QStringLiteral("Disconnect"));
-        const int shown =
-            fontMetrics().horizontalAdvance(QString(QPushButton::text()).remove(QLatin1Char('&')));
-        const QSize size = QPushButton::sizeHint();
-        return {size.width() + std::max(0, longer - shown), size.height()};
-    }
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-};
-
-/// Output and command line. Asks for no more than it needs, so that what can scroll does not push the rest
-/// out of sight, but for as much as its rows take at the width it has.
-class PlayArea final : public QWidget
-{
-public:
-    [[nodiscard]] QSize sizeHint() const override { return minimumSizeHint(); }
-    [[nodiscard]] QSize minimumSizeHint() const override
-    {
-        const int least = layout()->minimumSize().width();
-        return {least, layout()->minimumHeightForWidth(std::max(least, width()))};
-    }
-
-protected:
-    void resizeEvent(QResizeEvent* event) override
-    {
-        QWidget::resizeEvent(event);
-        if (event->size().width() != event->oldSize().width())
-            updateGeometry();
-    }
-};
-
-/// Scrolls on its own to keep what has the focus in sight when its content or its room changes.
-class ContentScroll final : public QScrollArea
-{
-public:
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        const bool isDone = QScrollArea::eventFilter(watched, event);
-        if (watched == widget() && event->type() == QEvent::Resize)
-            QTimer::singleShot(0, this, [this] { keepFocusInSight(); });
-        return isDone;
-    }
-
-protected:
-    void resizeEvent(QResizeEvent* event) override
-    {
-        QScrollArea::resizeEvent(event);
-        QTimer::singleShot(0, this, [this] { keepFocusInSight(); });
-    }
-
-private:
-    void keepFocusInSight()
-    {
-        if (QWidget* focused = window()->focusWidget(); focused && widget()->isAncestorOf(focused))
-            znt::scrollIntoSight(*this, *focused);
-    }
-};
-
-/// A line that becomes several where the window is too narrow for it: a status bar cannot scroll.
-class StatusLabel final : public QLabel
-{
-public:
-    StatusLabel() { setWordWrap(true); }
-    /// Its height is told by the hint, since a status bar does not ask for the height of a width.
-    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
-    [[nodiscard]] QSize sizeHint() const override { return {0, heightForWidth(width())}; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-
-protected:
-    void resizeEvent(QResizeEvent* event) override
-    {
-        QLabel::resizeEvent(event);
-        if (event->size().width() != event->oldSize().width())
-            updateGeometry();
-    }
-};
-
 } // namespace
-
-/// Scrolls up and down rather than make the window higher, and is never too narrow for its content.
-class ZNTMainWindow::SidePanel final : public QScrollArea
-{
-public:
-    [[nodiscard]] int leastWidth() const { return widget()->minimumSizeHint().width() + barWidth(); }
-    [[nodiscard]] int comfortableWidth() const
-    {
-        const int pleasant = std::max(widget()->sizeHint().width(), fontMetrics().averageCharWidth() * 32);
-        return std::max(leastWidth(), pleasant + barWidth());
-    }
-    [[nodiscard]] QSize sizeHint() const override { return {comfortableWidth(), minimumSizeHint().height()}; }
-    [[nodiscard]] QSize minimumSizeHint() const override
-    {
-        return {leastWidth(), isWhole ? widget()->sizeHint().height() : fontMetrics().height() * 5};
-    }
-    /// Whether it shows its whole content, as where the window scrolls instead.
-    void showWhole(bool whole)
-    {
-        if (isWhole == whole)
-            return;
-        isWhole = whole;
-        updateGeometry();
-    }
-
-private:
-    [[nodiscard]] int barWidth() const { return verticalScrollBar()->sizeHint().width(); }
-
-    bool isWhole = false;
-};
 
 ZNTMainWindow::ZNTMainWindow()
 {
@@ -198,7 +87,7 @@ ZNTMainWindow::ZNTMainWindow()
     connect(splitter, &QSplitter::splitterMoved, this, [this] { isShareChosen = true; });
     layout->addWidget(splitter, 1);
 
-    auto* scroll = new ContentScroll;
+    auto* scroll = new ZNTContentScroll;
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidgetResizable(true);
@@ -273,7 +162,7 @@ QWidget* ZNTMainWindow::makeConnectionRow()
     port = named(new QLineEdit, "port");
     // Never unacceptable, or Return would do nothing without a word; blanks come with what is pasted.
     port->setValidator(new QRegularExpressionValidator(QRegularExpression(text("\\s*[0-9]{0,5}\\s*")), port));
-    connectionButton = named(new ConnectionButton, "connectionButton");
+    connectionButton = named(new ZNTConnectionButton, "connectionButton");
     connectionButton->setText(text("&Connect"));
     connectionButton->setAccessibleName(text("Connect"));
     myProgressIndicator = named(new QProgressBar, "myProgressIndicator");
@@ -295,7 +184,7 @@ QWidget* ZNTMainWindow::makeConnectionRow()
 
 QWidget* ZNTMainWindow::makePlayArea()
 {
-    auto* area = new PlayArea;
+    auto* area = new ZNTPlayArea;
     auto* column = new QVBoxLayout(area);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(gap);
@@ -371,7 +260,7 @@ QWidget* ZNTMainWindow::makeSidePanel()
     removeMacro->setAccessibleName(text("Remove macro"));
     pairs({runMacro, addMacro, editMacro, removeMacro});
 
-    panel = named(new SidePanel, "sidePanel");
+    panel = named(new ZNTSidePanel, "sidePanel");
     panel->setFrameShape(QFrame::NoFrame);
     panel->setFocusPolicy(Qt::NoFocus);
     panel->setWidgetResizable(true);
@@ -383,7 +272,7 @@ QWidget* ZNTMainWindow::makeSidePanel()
 
 void ZNTMainWindow::makeStatusBar()
 {
-    statusText = named(new StatusLabel, "statusText");
+    statusText = named(new ZNTStatusLabel, "statusText");
     statusText->setTextFormat(Qt::PlainText);
     // Reached with Tab and read with the arrows, for a status bar alone cannot have the focus.
     statusText->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
@@ -401,8 +290,8 @@ void ZNTMainWindow::setTabOrders()
         order.push_back(widget);
     for (QWidget* widget : std::initializer_list<QWidget*>{textToServer, resendLastCommand, startStopSpeech})
         order.push_back(widget);
-    for (std::size_t index = 0; index < numberOfDirections; ++index)
-        order.push_back(compass->button(static_cast<ZNTDirection>(index)));
+    for (const ZNTDirectionRow& way : ZNTDirections)
+        order.push_back(compass->button(way.direction));
     for (QWidget* widget :
          std::initializer_list<QWidget*>{macroComboBoxGroup, createNewMacroGroup, deleteMacroGroup,
                                          macroTable, runMacro, addMacro, editMacro, removeMacro, statusText})

@@ -16,6 +16,7 @@ class ZNTCompass;
 class ZNTFindBar;
 class ZNTHintedTable;
 class ZNTOutputView;
+class ZNTSidePanel;
 
 /// The widgets of the main window and where they stand; what they do is wired elsewhere.
 ///
@@ -67,8 +68,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    class SidePanel;
-
     /// Beside the output, or below it where the font leaves no room for that.
     void standSidePanel();
     /// Between output and side panel, where they stand side by side.
@@ -81,7 +80,7 @@ private:
 
     QWidget* content;
     QSplitter* splitter;
-    SidePanel* panel;
+    ZNTSidePanel* panel;
     QWidget* commandRow;
     bool isShareChosen = false; ///< by the player's hand on the splitter
 };

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QAction>
+#include <QPushButton>
+#include <functional>
+#include <utility>
+
+// How actions are joined to what they do.
+namespace znt
+{
+
+inline void whenTriggered(QAction* action, std::function<void()> task)
+{
+    QObject::connect(action, &QAction::triggered, action, [task = std::move(task)] { task(); });
+}
+
+inline void whenToggled(QAction* action, std::function<void(bool)> task)
+{
+    QObject::connect(action, &QAction::toggled, action, [task = std::move(task)](bool on) { task(on); });
+}
+
+/// Pressing the button triggers the action.
+inline void joinButton(QPushButton* button, QAction* action)
+{
+    QObject::connect(button, &QPushButton::clicked, action, &QAction::trigger);
+}
+
+} // namespace znt

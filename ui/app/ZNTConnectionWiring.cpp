@@ -1,0 +1,121 @@
+#include "ZNTConnectionWiring.h"
+
+#include "ZNTActionWiring.h"
+#include "ZNTDemoGame.h"
+#include "ZNTMainMenu.h"
+#include "ZNTMainWindow.h"
+#include "ZNTMudAppController.h"
+#include "ZNTPlainKeys.h"
+#include "ZNTQtText.h"
+
+#include <QLineEdit>
+
+using namespace znt;
+
+ZNTConnectionWiring::ZNTConnectionWiring(ZNTMainWindow& window, ZNTMainMenu& menu,
+                                         ZNTMudAppController& controller)
+    : fields(window, controller.services().database),
+      window(window),
+      menu(menu),
+      controller(controller),
+      session(controller.serverConnectController()),
+      news(session)
+{
+    wireActions();
+    wireFields();
+    controller.whenGamePicked = [this] { fields.remember(); };
+}
+
+ZNTConnectionWiring::~ZNTConnectionWiring() { controller.whenGamePicked = nullptr; }
+
+void ZNTConnectionWiring::wireActions()
+{
+    joinButton(window.connectionButton, menu["connectToServer"]);
+    whenTriggered(menu["connectToServer"], [this] { connectOrDisconnect(); });
+    whenTriggered(menu["stopConnecting"], [this] { giveUpConnecting(); });
+    whenTriggered(menu["showZNTMudListController"], [this] { controller.showZNTMudListController(); });
+    whenTriggered(menu["playDemo"], [this] { playDemo(); });
+}
+
+void ZNTConnectionWiring::wireFields()
+{
+    QAction* connects = menu["connectToServer"];
+    for (QLineEdit* field : {window.mudName, window.ipAddress, window.port})
+        QObject::connect(field, &QLineEdit::returnPressed, connects, [this, connects] {
+            if (session.state() == ZNTSessionState::Idle)
+                connects->trigger();
+        });
+    for (QWidget* widget : std::initializer_list<QWidget*>{window.mudName, window.ipAddress, window.port,
+                                                           window.connectionButton})
+        new ZNTPlainKeys(*widget, {Qt::Key_Escape}, [this] { return giveUpConnecting(); });
+    // The first words that a screen reader says to a newcomer.
+    window.ipAddress->setAccessibleDescription(
+        menu["showZNTMudListController"]->shortcut().toString() + QStringLiteral(" lists games, ") +
+        menu["playDemo"]->shortcut().toString() + QStringLiteral(" plays the demo game"));
+}
+
+void ZNTConnectionWiring::connectOrDisconnect()
+{
+    const bool wasIdle = session.state() == ZNTSessionState::Idle;
+    if (!session.isConnected()) {
+        const QString game = fields.game();
+        controller.setPlayedGame(game);
+        if (game == window.mudName->text())
+            fields.remember();
+    }
+    session.connectToServer();
+    lookAtState();
+    if (wasIdle && session.state() == ZNTSessionState::Idle)
+        goToWhatIsMissing();
+}
+
+bool ZNTConnectionWiring::giveUpConnecting()
+{
+    if (session.state() != ZNTSessionState::Connecting)
+        return false;
+    session.stopConnecting();
+    lookAtState();
+    news.say(u"Not connected");
+    return true;
+}
+
+void ZNTConnectionWiring::goToWhatIsMissing()
+{
+    if (window.ipAddress->text().isEmpty()) {
+        window.ipAddress->setFocus(Qt::OtherFocusReason);
+        news.say(u"No address");
+    } else if (window.port->text().toInt() <= 0) {
+        window.port->setFocus(Qt::OtherFocusReason);
+        news.say(u"No port");
+    }
+}
+
+/// Shows the state at once: the session may say on a later turn only that an attempt has ended.
+void ZNTConnectionWiring::lookAtState()
+{
+    if (whenStateChanges)
+        whenStateChanges();
+}
+
+void ZNTConnectionWiring::connectTo(const QString& host, int port, const QString& name)
+{
+    if (session.state() != ZNTSessionState::Idle)
+        return;
+    fields.fill(host, port, name);
+    connectOrDisconnect();
+}
+
+void ZNTConnectionWiring::playDemo()
+{
+    if (session.state() != ZNTSessionState::Idle)
+        return;
+    const ZNTPlatform& platform = controller.services().platform;
+    demoGame = std::make_unique<ZNTDemoGame>(platform.runLoop);
+    demoGame->start(session.cfStringEncoding(), [this, &platform](const ZNTResult<std::uint16_t>& started) {
+        if (started)
+            connectTo(QStringLiteral("127.0.0.1"), started.value(), QStringLiteral("Demo game"));
+        else
+            platform.alert.showMessage(u"Demo game",
+                                       textOfQt(QString::fromStdString(started.error().description)));
+    });
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "ZNTGameFields.h"
+#include "ZNTSpokenNews.h"
+
+#include <functional>
+#include <memory>
+
+class ZNTDemoGame;
+class ZNTMainMenu;
+class ZNTMudAppController;
+
+/// Joins the connection row and its actions to the session: connecting, giving up, disconnecting, the demo
+/// game.
+class ZNTConnectionWiring
+{
+public:
+    /// The caller owns what it passes; all of it outlives this.
+    ZNTConnectionWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudAppController& controller);
+    ~ZNTConnectionWiring();
+
+    /// Fills the connection fields and connects. Without a name it is the one in the address book, or else
+    /// the host's. Does nothing while there is a connection.
+    void connectTo(const QString& host, int port, const QString& name = {});
+    /// Starts the demo game and connects to it. Does nothing while there is a connection.
+    void playDemo();
+
+    /// Called when the session's state is to be looked at again.
+    std::function<void()> whenStateChanges;
+    ZNTGameFields fields;
+
+private:
+    void wireActions();
+    void wireFields();
+    /// What the button, the menu and the key do.
+    void connectOrDisconnect();
+    /// False unless there was an attempt to connect.
+    bool giveUpConnecting();
+    /// Goes to the field that is empty: without an address and a port there is no attempt, and nothing else
+    /// says so.
+    void goToWhatIsMissing();
+    void lookAtState();
+
+    ZNTMainWindow& window;
+    ZNTMainMenu& menu;
+    ZNTMudAppController& controller;
+    ZNTServerConnectController& session;
+    ZNTSpokenNews news;
+    std::unique_ptr<ZNTDemoGame> demoGame;
+};

@@ -1,0 +1,82 @@
+#include "ZNTStatusLine.h"
+
+#include "ZNTMudAppController.h"
+#include "ZNTSoundFactory.h"
+
+#include <QLabel>
+
+ZNTStatusLine::ZNTStatusLine(QLabel& label, ZNTMudAppController& controller)
+    : label(label),
+      controller(controller)
+{
+}
+
+void ZNTStatusLine::sessionChanged(ZNTSessionChange what)
+{
+    switch (what) {
+    case ZNTSessionChange::State:
+    case ZNTSessionChange::Compression:
+        takeState();
+        break;
+    case ZNTSessionChange::Recording:
+        takeRecording();
+        break;
+    case ZNTSessionChange::Walking:
+        facts_.isWalking = controller.serverConnectController().isWalking();
+        break;
+    case ZNTSessionChange::Speech:
+        takeSpeech();
+        break;
+    case ZNTSessionChange::Sounds:
+        facts_.isMuted = controller.services().sounds.isMuted();
+        break;
+    case ZNTSessionChange::Title:
+    case ZNTSessionChange::Encoding:
+        return;
+    }
+    show();
+}
+
+void ZNTStatusLine::takeState()
+{
+    using Connection = ZNTStatusFacts::Connection;
+    const auto& session = controller.serverConnectController();
+    switch (session.state()) {
+    case ZNTSessionState::Idle:
+        facts_.connection = Connection::None;
+        break;
+    case ZNTSessionState::Connecting:
+        facts_.connection = Connection::Connecting;
+        break;
+    case ZNTSessionState::Connected:
+        facts_.connection = Connection::Connected;
+        break;
+    }
+    facts_.game = facts_.connection == Connection::None ? QString() : controller.playedGame();
+    facts_.connectedSince = session.connectedSince();
+    facts_.isCompressed = facts_.connection == Connection::Connected && session._mccp();
+}
+
+void ZNTStatusLine::takeRecording()
+{
+    const auto state = controller.serverConnectController().recorder()._recorderState();
+    facts_.isRecording = state == 1;
+    facts_.isRecordingPaused = state == 2;
+}
+
+void ZNTStatusLine::takeSpeech()
+{
+    const auto& session = controller.serverConnectController();
+    facts_.isSpeechOn = session.speechOnOffBindingState() == 1;
+    facts_.isSpeechAvailable = session.isSpeechAvailable();
+}
+
+/// A line that is left as it is must not be announced to screen readers again.
+void ZNTStatusLine::show()
+{
+    const QString status = words();
+    if (status == label.text())
+        return;
+    label.setText(status);
+    label.setAccessibleName(QStringLiteral("Status: ") + status);
+}

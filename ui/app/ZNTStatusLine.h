@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ZNTSessionChange.h"
+#include "ZNTStatusWords.h"
+
+class QLabel;
+class ZNTMudAppController;
+
+/// Keeps the status line in step with the session: it looks again only at the kind of thing that has changed.
+class ZNTStatusLine
+{
+public:
+    /// The caller owns both, and they outlive this.
+    ZNTStatusLine(QLabel& label, ZNTMudAppController& controller);
+
+    void sessionChanged(ZNTSessionChange what);
+
+    [[nodiscard]] const ZNTStatusFacts& facts() const { return facts_; }
+    [[nodiscard]] QString words() const { return znt::statusInWords(facts_); }
+
+private:
+    void takeState();
+    void takeRecording();
+    void takeSpeech();
+    void show();
+
+    QLabel& label;
+    ZNTMudAppController& controller;
+    ZNTStatusFacts facts_;
+};
