@@ -17,61 +17,37 @@ protected:
     }
 };
 
-TEST_F(ZNTSpeedWalk, SendsTheStepsOfAPathOnePerSecondAndStops)
+/// Further paths and intervals stand in the corpus of the fuzz target, which compares them with a model.
+TEST_F(ZNTSpeedWalk, SendsTheStepsOfAPathOneAnIntervalAndStops)
 {
-    const std::vector<std::pair<std::u16string, std::vector<std::u16string>>> table{
-        {u"!nsew", {u"n", u"s", u"e", u"w"}},
-        {u"!3n2e", {u"n", u"n", u"n", u"e", u"e"}},
-        {u"!10n", std::vector<std::u16string>(10, u"n")},
-        {u"!0n1s", {u"n", u"s"}},
-        {u"![say hi 2 u]n", {u"say hi 2 u", u"n"}},
-        {u"!2[]w", {u"", u"", u"w"}},
-        {u"!2[3n]", {u"3n", u"3n"}},
-        {u"!n s", {u"n", u" ", u"s"}},
-        {u"!]n", {u"]", u"n"}},
-        {u"!2\u00FC\U0001F409n", {u"\u00FC", u"\u00FC", u"\U0001F409", u"n"}},
-        {u"!\u0663n", {u"n"}}, // a digit of another script is a digit, but not one of a number
-        {u"!abc~def~ghi", {u"a", u"b", u"c"}},
-        {u"!~", {}},
-        {u"!", {}},
-        {u"", {}},
-        {u"!n12", {u"n"}}, // the path ends inside a step: that one is not sent
-        {u"!n[open door", {u"n"}},
-        {u"!n3[", {u"n"}},
+    struct Case {
+        std::u16string line;
+        double interval;
+        std::vector<std::u16string> steps;
     };
-    for (const auto& [line, steps] : table) {
+    const Case table[] = {{u"!3n2e", 1, {u"n", u"n", u"n", u"e", u"e"}},
+                          {u"!2~s[open door]w", 2, {u"s", u"open door", u"w"}},
+                          {u"! 2.5 ~n", 2, {u"n"}},
+                          {u"!0~nsew", 0.001, {u"n", u"s", u"e", u"w"}},
+                          {u"!x~n", 0.001, {u"n"}},
+                          {u"!2\u00FC\U0001F409n", 1, {u"\u00FC", u"\u00FC", u"\U0001F409", u"n"}},
+                          {u"!\u0663n", 1, {u"n"}}, // a digit of another script, but not one of a number
+                          {u"!abc~def~ghi", 1, {u"a", u"b", u"c"}},
+                          {u"", 1, {}},
+                          {u"!n12", 1, {u"n"}}, // the path ends inside a step, which is not sent
+                          {u"!n[open door", 1, {u"n"}}};
+    for (const auto& [line, interval, steps] : table) {
         SCOPED_TRACE(testing::PrintToString(line));
         walker.speedwalk(line);
-        EXPECT_TRUE(walker.isWalking());
-        EXPECT_THAT(linesAfter(0.99), IsEmpty()) << "the first step goes out an interval after the start";
-        EXPECT_EQ(linesAfter(static_cast<double>(steps.size())), steps);
-        EXPECT_THAT(linesAfter(1), IsEmpty());
+        EXPECT_THAT(linesAfter(interval * 0.99), IsEmpty()) << "the first step goes out after an interval";
+        EXPECT_EQ(linesAfter(interval * static_cast<double>(steps.size())), steps);
+        EXPECT_TRUE(walker.isWalking()) << "a walk ends an interval after its last step";
+        EXPECT_THAT(linesAfter(interval), IsEmpty());
         EXPECT_FALSE(walker.isWalking());
         EXPECT_EQ(loop.pendingTimers(), 0u);
     }
     walker.speedwalk(u"!99999999999n"); // as many as there can be
     EXPECT_EQ(linesAfter(100), std::vector<std::u16string>(100, u"n"));
-}
-
-TEST_F(ZNTSpeedWalk, TakesTheIntervalBeforeTheTilde)
-{
-    walker.speedwalk(u"!2~4s[open door]w");
-    EXPECT_THAT(linesAfter(7.5), ElementsAre(u"s", u"s", u"s"));
-    EXPECT_THAT(linesAfter(4.5), ElementsAre(u"s", u"open door", u"w"));
-    EXPECT_TRUE(walker.isWalking()) << "a walk ends an interval after its last step";
-    EXPECT_THAT(linesAfter(2), IsEmpty());
-    EXPECT_FALSE(walker.isWalking());
-
-    for (const auto* immediate : {u"!0~nsew", u"!x~nsew", u"!-3~nsew", u"!~nsew", u"!0.9~nsew"}) {
-        SCOPED_TRACE(testing::PrintToString(std::u16string(immediate)));
-        walker.speedwalk(immediate);
-        EXPECT_THAT(linesAfter(0), IsEmpty()) << "not from inside the call";
-        EXPECT_THAT(linesAfter(0.1), ElementsAre(u"n", u"s", u"e", u"w"));
-        EXPECT_FALSE(walker.isWalking());
-    }
-    walker.speedwalk(u"! 2.5 ~n");
-    EXPECT_THAT(linesAfter(1.9), IsEmpty());
-    EXPECT_THAT(linesAfter(0.1), ElementsAre(u"n"));
 }
 
 TEST_F(ZNTSpeedWalk, AStopKeepsThePlaceForTheNextWalkAndForgetsOwedRepeats)

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <ctime>
-#include <gmock/gmock.h>
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -15,14 +14,12 @@ using testing::IsEmpty;
 namespace
 {
 
-ZNTTrigger trigger(std::u16string check, std::u16string action)
+enum class Gag { No, Yes };
+
+ZNTTrigger trigger(std::u16string check, std::u16string action, std::optional<std::u16string> sound = {},
+                   Gag gag = Gag::No)
 {
-    ZNTTrigger made;
-    made.name = u"of the test";
-    made.check = std::move(check);
-    made.action = std::move(action);
-    made.active = true;
-    return made;
+    return {7, u"of the test", std::move(check), std::move(action), std::move(sound), gag == Gag::Yes, true};
 }
 
 class TriggerList : public testing::Test
@@ -46,6 +43,7 @@ protected:
     bool isGagged = false;
 };
 
+/// Further checks and templates stand in the corpus of the fuzz target, which compares them with ICU.
 TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
 {
     struct Case {
@@ -66,15 +64,8 @@ TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
         {u"a goblin", u"kill", u"A goblin", {}},
         {u"^Bob", u"wave", u"Ann\nBob", {}},
         {u"* gives %1 to", u"thank %1", u"Bob gives bread to you", {u"thank Bob"}},
-        {u"%1 gives * to %1", u"%1 %1", u"Bob gives bread to Ann.", {u"Bob Bob"}},
         {u"<(\\d+)hp", u"say %1", u"<17hp 3mp>", {u"say 17"}},
-        {u"(x)|y", u"say %1", u"y", {u"say "}},
-        {u"one\r\ntwo", u"yes", u"one\r\ntwo", {u"yes"}},
-        {u"\\0141b", u"yes", u"ab", {u"yes"}},
-        // The character behind "\c" opens or closes nothing.
-        {u"[\\c]abc]x", u"yes", u"ax", {u"yes"}},
-        {u"(\\c()a|b(\\c)c)goblin", u"yes", u"\ba", {u"yes"}},
-        {u"(\\c[)x|y(]z)goblin", u"yes", u"\x1bx", {u"yes"}},
+        {u"<(.{0,9})>", u"say %1", u"<a\\nb $0!>", {u"say anb %1!"}},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(znt::utf8FromText(row.check + u" over " + row.text));
@@ -85,10 +76,7 @@ TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
 
 TEST_F(TriggerList, EveryMatchActsInOrderOfTheListThenOfPosition)
 {
-    auto loud = trigger(u"%1 bites!", u"hit %1");
-    loud.soundFileToPlay = u"bite.wav";
-    auto silent = trigger(u"rat", u"flee");
-    silent.soundFileToPlay = u"";
+    const auto loud = trigger(u"%1 bites!", u"hit %1", u"bite.wav"), silent = trigger(u"rat", u"flee", u"");
     EXPECT_THAT(doneBy({loud, silent, loud}, u"A rat bites! A cat bites!"),
                 ElementsAre(u"hit A rat", u"sound:bite.wav", u"hit  A cat", u"sound:bite.wav", u"flee",
                             u"sound:", u"hit A rat", u"sound:bite.wav", u"hit  A cat", u"sound:bite.wav"));
@@ -96,34 +84,19 @@ TEST_F(TriggerList, EveryMatchActsInOrderOfTheListThenOfPosition)
 
 TEST_F(TriggerList, OneGagAmongTheMatchesGagsTheChunkAndNoOther)
 {
-    auto gag = trigger(u"spam", u"");
-    gag.gag = true;
-    list.setTriggers({gag, trigger(u"ham", u"eat")});
+    list.setTriggers({trigger(u"spam", u"", {}, Gag::Yes), trigger(u"ham", u"eat")});
     EXPECT_THAT(doneFor(u"spam and ham"), ElementsAre(u"", u"eat"));
     EXPECT_TRUE(isGagged);
     EXPECT_THAT(doneFor(u"ham"), ElementsAre(u"eat"));
     EXPECT_FALSE(isGagged);
 }
 
-TEST_F(TriggerList, TheTextOfTheGroupIsAReplacementTemplate)
-{
-    const std::pair<std::u16string, std::u16string> cases[] = {
-        {u"C:\\\\x", u"say C:\\x"}, {u"a\\nb", u"say anb"}, {u"\\u0041", u"say A"}, {u"\\$1", u"say $1"},
-        {u"$0!", u"say %1!"},       {u"$05", u"say %15"},   {u"end\\", u"say end"}, {u"", u"say "}};
-    for (const auto& [group, command] : cases)
-        EXPECT_THAT(doneBy({trigger(u"<(.{0,20})>", u"say %1")}, u"<" + group + u">"), ElementsAre(command))
-            << znt::utf8FromText(group);
-}
-
 TEST_F(TriggerList, ATriggerThatCannotBeUsedDoesNothingAndTheOthersDo)
 {
-    auto broken = trigger(u"a(b", u"never");
-    broken.gag = true;
-    broken.soundFileToPlay = u"never.wav";
-    auto withDollar = trigger(u"costs (.{0,9}) coins", u"pay %1");
-    withDollar.gag = true;
-    list.setTriggers({trigger(u"sword", u"first"), broken, trigger(u"sword", u"no %1"),
-                      trigger(u"", u"never"), withDollar, trigger(u"The %1", u"last")});
+    list.setTriggers({trigger(u"sword", u"first"), trigger(u"a(b", u"never", u"never.wav", Gag::Yes),
+                      trigger(u"sword", u"no %1"), trigger(u"", u"never"),
+                      trigger(u"costs (.{0,9}) coins", u"pay %1", {}, Gag::Yes),
+                      trigger(u"The %1", u"last")});
     EXPECT_EQ(log.lines.size(), 3u) << "once each, when they are set";
     EXPECT_THAT(log.lines.front(), HasSubstr("U_REGEX_MISMATCHED_PAREN at character"));
     log.lines.clear();
@@ -139,9 +112,9 @@ TEST_F(TriggerList, ATriggerThatCannotBeUsedDoesNothingAndTheOthersDo)
 
 TEST_F(TriggerList, AnExpressionThatTakesTooLongCostsItsOwnActionsOnly)
 {
-    auto slow = trigger(u"(a+)+$", u"found");
-    slow.oid = 7;
-    list.setTriggers({slow, trigger(u"end", u"yes")});
+    auto quick = trigger(u"end", u"yes");
+    quick.oid = 0;
+    list.setTriggers({trigger(u"(a+)+$", u"found"), quick});
     const auto text = std::u16string(40, u'a') + u"! end";
     for (int chunk = 0; chunk < 3; ++chunk) {
         EXPECT_FALSE(list.isResting(7));
@@ -150,7 +123,7 @@ TEST_F(TriggerList, AnExpressionThatTakesTooLongCostsItsOwnActionsOnly)
     EXPECT_THAT(log.lines, ElementsAre(HasSubstr("took too long"), HasSubstr("took too long"),
                                        HasSubstr("is given 1 ms a chunk for the next 30 s")));
     EXPECT_TRUE(list.isResting(7));
-    EXPECT_FALSE(list.isResting(0)) << "the key of the other one";
+    EXPECT_FALSE(list.isResting(0)) << "the other one";
 
     loop.advance(29.9);
     for (int chunk = 0; chunk < 5; ++chunk)
@@ -196,18 +169,14 @@ TEST_F(TriggerList, AFloodOfWordsIsMatchedInFull)
 TEST_F(TriggerList, MoreMatchesThanAreRememberedAreAllFound)
 {
     std::vector<ZNTTrigger> triggers;
-    for (std::size_t length = 1; length <= 4; ++length)
-        triggers.push_back(
-            trigger(std::u16string(length, u'-'), std::u16string(1, static_cast<char16_t>(u'0' + length))));
-    triggers.push_back(trigger(u"[-]", u"5"));
-    triggers.push_back(trigger(u"x?", u"6"));
-    const std::u16string text(120'000, u'-');
-    const auto done = doneBy(triggers, text);
-    for (std::size_t length = 1; length <= 4; ++length)
-        EXPECT_EQ(std::count(done.begin(), done.end(), triggers[length - 1].action),
-                  120'000 / static_cast<long>(length));
-    EXPECT_EQ(std::count(done.begin(), done.end(), u"5"), 120'000);
-    EXPECT_EQ(std::count(done.begin(), done.end(), u"6"), 120'001) << "the empty ones, and one at the end";
+    char16_t number = u'1';
+    for (const auto* check : {u"-", u"--", u"---", u"----", u"[-]", u"x?"})
+        triggers.push_back(trigger(check, std::u16string(1, number++)));
+    const auto done = doneBy(triggers, std::u16string(120'000, u'-'));
+    const std::pair<const char16_t*, int> counts[] = {{u"1", 120'000}, {u"2", 60'000},  {u"3", 40'000},
+                                                      {u"4", 30'000},  {u"5", 120'000}, {u"6", 120'001}};
+    for (const auto& [action, count] : counts) // the last one matches the empty text, also at the end
+        EXPECT_EQ(std::count(done.begin(), done.end(), action), count) << znt::utf8FromText(action);
 }
 
 TEST_F(TriggerList, ACommandMayReplaceTheListAndRunAPassOfItsOwn)
