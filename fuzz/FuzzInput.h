@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-/// Takes a fuzzer's bytes apart: choices from the front, the rest as data. Exhausted, it answers 0.
+/// Takes a fuzzer's bytes apart: choices from the front, the rest as data. Answers 0 at the end.
 class FuzzInput
 {
 public:
@@ -26,7 +26,7 @@ public:
         bytes.remove_prefix(taken.size());
         return taken;
     }
-    /// What stands before the next `end`, which is taken too; all that is left where there is none.
+    /// What stands before the next `end`, which is taken too; all that is left if there is none.
     std::string_view field(char end)
     {
         const auto taken = bytes.substr(0, bytes.find(end));

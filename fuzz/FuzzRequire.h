@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// Ends the process where a promise does not hold: the fuzzer then keeps the input, and a replay names it.
+/// Ends the process if a promise does not hold. The fuzzer then keeps the input, and a replay names it.
 inline void require(bool holds, const char* promise)
 {
     if (holds)

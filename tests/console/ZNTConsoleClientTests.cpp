@@ -36,7 +36,7 @@ TEST_F(ZNTConsoleClientTest, AScriptWaitsForTheConnectionAndThenForEachAnswer)
     EXPECT_FALSE(client->session().isConnected());
 }
 
-TEST_F(ZNTConsoleClientTest, WhatGoesToTheGameLeavesBeforeAnythingIsShownOfIt)
+TEST_F(ZNTConsoleClientTest, LinesToTheGameLeaveBeforeAnythingIsShownOfThem)
 {
     startConnected(From::Terminal);
     type("/trigger add Kick: A %1 kicks you => kick %1");
@@ -142,7 +142,7 @@ TEST_F(ZNTConsoleClientTest, AnInputThatCannotBeReadEndsTheClientWithOne)
     EXPECT_THAT(exitCodes, ElementsAre(1));
 }
 
-TEST_F(ZNTConsoleClientTest, TheGamesLastWordsStandBeforeTheAlertThatItIsGone)
+TEST_F(ZNTConsoleClientTest, TheGamesLastWordsComeBeforeTheAlertThatItIsGone)
 {
     const auto endGame = [this](From from) {
         startConnected(from);
@@ -182,7 +182,7 @@ TEST_F(ZNTConsoleClientTest, TheGamesLastWordsStandBeforeTheAlertThatItIsGone)
     receive(" Welcome back.");
     EXPECT_THAT(transcript, EndsWith("Goodbye. Welcome back."));
     silence();
-    EXPECT_EQ(machine.alert.shown.size(), 4u) << "each ending is told once";
+    EXPECT_EQ(machine.alert.shown.size(), 4u) << "one alert for each ending";
 }
 
 TEST_F(ZNTConsoleClientTest, LinesThatCannotBeSentAreNamedAndMakeTheExitCodeOne)
@@ -239,7 +239,7 @@ TEST_F(ZNTConsoleClientTest, ThePlayerEndsAttemptsWalksAndSounds)
     EXPECT_FALSE(sounds.playsNow);
 }
 
-TEST_F(ZNTConsoleClientTest, WhatNeedsNoConnectionIsDoneAndThePlayerIsToldThatThereIsNone)
+TEST_F(ZNTConsoleClientTest, CommandsThatNeedNoConnectionRunAndSayThatThereIsNone)
 {
     startConnected(From::Terminal);
     type("look");
@@ -262,7 +262,7 @@ TEST_F(ZNTConsoleClientTest, AnEndlessScriptIsReadNoFasterThanItIsSent)
     EXPECT_FALSE(input.isPaused);
 }
 
-TEST_F(ZNTConsoleClientTest, CommandsOfTheClientsOwn)
+TEST_F(ZNTConsoleClientTest, WrongCommandsAreAnsweredWithASentence)
 {
     start(From::Terminal);
     const struct {

@@ -110,7 +110,7 @@ TEST_F(ZNTConsoleEditingTest, WhatIsAddedIsListedStoredAndRemovedAgain)
     EXPECT_THAT(answerTo("/mud list"), testing::Contains(HasSubstr("Two Words: mud.example 4000")));
 }
 
-TEST_F(ZNTConsoleEditingTest, NothingIsSaidToHaveHappenedThatTheStoreRefused)
+TEST_F(ZNTConsoleEditingTest, AChangeThatTheStoreRefusesIsReportedAsNotStored)
 {
     start(From::Terminal);
     for (const auto* line :

@@ -25,14 +25,14 @@ struct ZNTTypedInput final : ZNTConsoleInput {
     bool isPaused = false, canBeRead = true;
 };
 
-/// Sounds of which a test says whether one plays.
+/// Sounds that play if the test says so.
 struct ZNTNotedSounds final : ZNTSilentSounds {
     void stopAll() override { playsNow = false; }
     [[nodiscard]] bool isPlaying() const override { return playsNow; }
     bool playsNow = false;
 };
 
-/// Alerts as the machine remembers them, and in their place among what is written.
+/// Notes alerts, and writes their titles among the text in their order.
 struct ZNTAlertInTranscript final : ZNTAlert {
     ZNTAlertInTranscript(ZNTAlert& remembered, ZNTConsoleOutput& output)
         : remembered(remembered),

@@ -111,7 +111,7 @@ protected:
     std::array<int, 2> ends{-1, -1};
 };
 
-TEST_F(ZNTConsoleWriterTest, AFullPipeHoldsNobodyUpAndLosesNothing)
+TEST_F(ZNTConsoleWriterTest, AFullPipeDoesNotBlockTheWriterAndLosesNothing)
 {
     ZNTConsoleWriter writer(loop, {ends[1], ends[1]}, /*mostWaiting=*/100'000, [] { FAIL(); });
     int timesWritten = 0, timesRoomCame = 0;
@@ -134,7 +134,7 @@ TEST_F(ZNTConsoleWriterTest, AFullPipeHoldsNobodyUpAndLosesNothing)
     EXPECT_GE(timesWritten, 1) << "each time that nothing waits any more";
 }
 
-TEST_F(ZNTConsoleWriterTest, WithoutAReaderTextIsDroppedAndThatIsSaidOnce)
+TEST_F(ZNTConsoleWriterTest, WithoutAReaderTextIsDroppedAndReportedOnce)
 {
     std::signal(SIGPIPE, SIG_IGN);
     closeReader();

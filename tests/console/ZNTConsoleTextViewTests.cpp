@@ -19,23 +19,6 @@ TEST(ZNTConsoleTextView, EveryLineEndIsOneLineFeedWhereverItIsCut)
     }
 }
 
-TEST(ZNTConsoleTextView, NoControlCharacterOfTheServersPasses)
-{
-    std::u16string all;
-    for (char16_t unit = 0; unit < 0x100; ++unit)
-        if (unit != u'\n' && unit != u'\r')
-            all += unit;
-    View view;
-    view << all
-         << u"\x1b]0;title\x07\x9b"
-            u"2J";
-    const auto shown = znt::textFromUtf8(view.written);
-    for (const char16_t unit : shown)
-        EXPECT_TRUE(unit == u'\t' || (unit >= 0x20 && unit < 0x7F) || unit > 0x9F) << +unit;
-    EXPECT_TRUE(shown.ends_with(u"]0;title2J")) << "what is no control character is shown";
-    EXPECT_NE(shown.find(u'\u00FF'), shown.npos);
-}
-
 TEST(ZNTConsoleTextView, ACharacterCutInTwoIsOneCharacterAndHalfOfOneIsMarked)
 {
     View view;

@@ -65,7 +65,7 @@ protected:
     int timesEnded = 0;
 };
 
-TEST_F(ZNTPlainInputTest, APipeThatCannotBeWatchedIsNotReadWithoutWaiting)
+TEST_F(ZNTPlainInputTest, APipeThatCannotBeWatchedIsRefused)
 {
     openPipe();
     loop.hasRoomForWatches = false;

@@ -105,7 +105,7 @@ protected:
     std::vector<std::string> lines;
 };
 
-TEST_F(ZNTTerminalInputTest, WhatIsTypedStandsAgainBelowTheGamesText)
+TEST_F(ZNTTerminalInputTest, TheTypedLineIsDrawnAgainBelowTheGamesText)
 {
     const std::string prompt = "\xC3\xA9\xC3\xA9> "; // four columns, which a locale without UTF-8 cannot read
     drawnAfterGameSays("", prompt);

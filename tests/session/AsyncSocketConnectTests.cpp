@@ -87,7 +87,7 @@ AsyncSocketAddress addressOf(const char* host, std::uint16_t port)
 
 } // namespace
 
-TEST_F(AsyncSocketTest, ConnectsByAddressAndByNameAndTellsBothEnds)
+TEST_F(AsyncSocketTest, ConnectsByAddressAndByNameAndKnowsBothEnds)
 {
     const auto peer6 = peerOverIPv6(loop);
     const std::tuple<std::string, ZNTScriptedPeer*, std::string> rows[] = {
@@ -113,7 +113,7 @@ TEST_F(AsyncSocketTest, ConnectsByAddressAndByNameAndTellsBothEnds)
     }
 }
 
-TEST_F(AsyncSocketTest, ANameThatDoesNotResolveCarriesTheResolversWords)
+TEST_F(AsyncSocketTest, AnUnknownNameFailsWithTheResolversMessage)
 {
     for (const auto& host : {std::string("no-such-host.invalid"), std::string("127.0.0.1\0x", 11)}) {
         heard.events.clear();
@@ -138,7 +138,7 @@ TEST_F(AsyncSocketTest, AnAttemptThatMeetsSilenceEndsAtItsTimeout)
     EXPECT_EQ(loop.pendingTimers(), 0u);
 }
 
-TEST_F(AsyncSocketTest, AnAttemptGivenUpIsNotHeardOfAgain)
+TEST_F(AsyncSocketTest, AnAttemptThatWasEndedHasNoFurtherCallbacks)
 {
     for (const std::string host : {"no-such-host.invalid", "localhost"}) {
         heard.events.clear();
@@ -162,7 +162,7 @@ TEST_F(AsyncSocketTest, AnAttemptGivenUpIsNotHeardOfAgain)
     }
 }
 
-TEST_F(AsyncSocketTest, FamiliesAreTriedByTurnsAQuarterOfASecondApartAndAtOnceAfterARefusal)
+TEST_F(AsyncSocketTest, FamiliesAlternateAQuarterOfASecondApartAndAtOnceAfterARefusal)
 {
     const auto peer6 = peerOverIPv6(loop);
     if (!peer6)
@@ -208,7 +208,7 @@ TEST_F(AsyncSocketTest, FamiliesAreTriedByTurnsAQuarterOfASecondApartAndAtOnceAf
     }
 }
 
-TEST_F(AsyncSocketTest, AMachineThatHasNothingLeftFailsTheAttempt)
+TEST_F(AsyncSocketTest, WithoutFreeDescriptorsTheAttemptFails)
 {
     if (sanitizerNeedsDescriptors)
         GTEST_SKIP() << "the sanitizer itself needs descriptors";
@@ -305,7 +305,7 @@ TEST_F(AsyncSocketTest, MisuseIsThrown)
     EXPECT_EQ(messageOf(*socket), busy);
 }
 
-TEST_F(AsyncSocketTest, ADelegateMayConnectAgainWhileItHearsOfTheEnd)
+TEST_F(AsyncSocketTest, ADelegateMayConnectAgainInsideTheCallbackOfTheEnd)
 {
     connect();
     heard.whenEnding = [this](AsyncSocket& ending) {

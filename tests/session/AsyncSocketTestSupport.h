@@ -8,11 +8,10 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
-/// Writes down everything it is told, and does what the test asks at that moment.
+/// Notes every callback, and does inside it what the test has asked for.
 struct RecordingSocketDelegate final : AsyncSocketDelegate {
     std::vector<std::string> events;
     std::vector<std::string> reads; ///< the data of every finished read
@@ -87,7 +86,7 @@ private:
     }
 };
 
-/// A socket of the test's and a peer for it, on one loop whose time the test moves.
+/// A socket and a peer on one loop. The test moves its time.
 struct AsyncSocketTest : testing::Test {
     VirtualRunLoop loop;
     ZNTScriptedPeer peer{loop};
@@ -110,21 +109,12 @@ struct AsyncSocketTest : testing::Test {
         return loop.runUntil(
             [this] { return !heard.events.empty() && heard.events.back() == "disconnected"; }, 10);
     }
-    /// Moves the time on by `seconds`. `happening` comes when the loop has looked at the descriptors and has
-    /// not fired the timers that are due, as it may on a loop that was held up.
-    void advancePast(double seconds, const std::function<void()>& happening)
+    /// Moves the time on by `seconds`. `happening` comes after the loop has looked at the descriptors and
+    /// before it fires the timers that are due, as it may on a loop that was held up.
+    void advancePast(double seconds, std::function<void()> happening)
     {
-        int ends[2]{};
-        ASSERT_EQ(::pipe(ends), 0);
-        std::unique_ptr<RunLoopWatch> watch;
-        watch = loop.watchDescriptor(ends[1], RunLoopInterest::Writable, [&](RunLoopInterest) {
-            watch->setInterest(RunLoopInterest::None);
-            happening();
-        });
-        loop.advanceOneTurn(seconds);
-        watch.reset();
-        ::close(ends[0]);
-        ::close(ends[1]);
+        loop.beforeTimers = std::move(happening);
+        loop.advance(seconds);
     }
     using Events = std::vector<std::string>;
 };

@@ -116,7 +116,7 @@ TEST_F(CommandInterpreter, ALongLineOfWordsIsFilledInAtOnceOrRefused)
     EXPECT_TRUE(said.front().starts_with(u"show The macro key was stopped: "));
 }
 
-/// A server can write such lines, where a trigger hands them on.
+/// A server can cause such lines if a trigger sends parts of its text.
 TEST_F(CommandInterpreter, OneLineHasOneBudget)
 {
     const auto repeated = [](std::u16string_view text) {

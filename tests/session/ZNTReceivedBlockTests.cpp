@@ -23,7 +23,7 @@ std::string gameText()
     return text;
 }
 
-/// The recovery as its header tells it, trying every beginning in turn.
+/// The recovery as its header describes it: tries one beginning after the other.
 std::u16string recoveredOneByOne(std::string_view bytes, ZNTStringEncoding encoding)
 {
     if (const auto text = znt::decodedText(bytes, encoding))
@@ -104,7 +104,7 @@ TEST(BlockDecoder, RecoversWhatACutCharacterLeavesReadable)
     EXPECT_EQ(read(hello.substr(0, 3)), *znt::decodedText(hello.substr(0, 3), ZNTStringEncoding::Ascii));
 }
 
-TEST(BlockDecoder, RecoversExactlyAsTryingEveryBeginningWould)
+TEST(BlockDecoder, RecoversTheSameAsTryingEveryBeginning)
 {
     std::mt19937 random(7);
     for (const auto encoding : {ZNTStringEncoding::Big5Hkscs, ZNTStringEncoding::EucCn}) {

@@ -69,7 +69,7 @@ TEST_F(Session, ShowsAnEndlessFloodBeforeItFillsTheMemory)
     EXPECT_EQ(shown().substr(flood), u"calm");
 }
 
-TEST_F(Session, OnlyAChunkIsHeldAgainstTheTriggersAndASilenceWithNothingHeldBackIsNone)
+TEST_F(Session, TriggersSeeEveryChunkAndASilenceWithNothingHeldBackIsNone)
 {
     addTrigger(u"^$", u"quiet");
     connect();
@@ -97,7 +97,7 @@ TEST_F(Session, SpacesAndTabsAloneAreTrimmedWhereHeldBackPiecesMeet)
     EXPECT_EQ(shown(), u"a\u00A0\u3000\u2003b\u00A0");
 }
 
-TEST_F(Session, FlushesOnDemandAndSaysWhereNoDecodingMadeAText)
+TEST_F(Session, FlushesOnDemandAndReportsABlockThatCannotBeDecoded)
 {
     connect();
     receive("held " + telnet({255, 239}));
@@ -150,7 +150,7 @@ TEST_F(Session, ReadsNoFurtherOffersWhileTheServerTakesNoAnswers)
     EXPECT_EQ(machine.alert.shown, std::vector{mudNotResponding});
 }
 
-TEST_F(Session, MayConnectAgainFromInsideWhatItTells)
+TEST_F(Session, MayConnectAgainInsideItsNotices)
 {
     connect();
     int changes = 0;
@@ -328,7 +328,7 @@ TEST_F(Session, EveryEndingButThePlayersShowsTheAlert)
     EXPECT_FALSE(spinner.isAnimating);
 }
 
-TEST_F(Session, WhatAServerSaidLastWaitsForTheNextConnectionWhereThatComesFirst)
+TEST_F(Session, AFarewellWaitsForTheNextConnectionIfThatComesWithinHalfASecond)
 {
     connect();
     receive("So long. ");
@@ -358,7 +358,7 @@ TEST_F(Session, CompressionStartsWithTheBlockAfterTheServersMark)
     EXPECT_NE(shown().find(u'\0'), std::u16string::npos) << "the inflater's block is passed on whole";
 }
 
-TEST_F(Session, BytesBehindTheMarkInItsBlockAreTextAndSpoilTheStream)
+TEST_F(Session, CompressedBytesInTheBlockOfTheMarkAreTextAndSpoilTheStream)
 {
     session().acceptCompressionOffers(true);
     connect();
@@ -369,7 +369,7 @@ TEST_F(Session, BytesBehindTheMarkInItsBlockAreTextAndSpoilTheStream)
     EXPECT_EQ(server.received(), telnet({255, 25, 86, 255, 25, 85}));
 }
 
-TEST_F(Session, ThePlainServerThatIsTakenForACompressedOneLosesABlockAndIsRefused)
+TEST_F(Session, APlainServerTakenForACompressedOneLosesABlockAndIsRefused)
 {
     connect();
     session().set_isMccpOnOff(true);
@@ -445,7 +445,7 @@ TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOn)
     EXPECT_EQ(speech.timesStopped, stopped + 2);
 }
 
-TEST_F(Session, TextThatComesWhileSpeechIsOffStopsTheSpeaking)
+TEST_F(Session, TextThatComesWhileSpeechIsOffStopsWhatIsSpoken)
 {
     connect();
     session().zntSpeechSynth().speechOn();
@@ -469,7 +469,7 @@ TEST_F(Session, ReplaysWhatCameSinceTheLastLine)
     EXPECT_EQ(spoken(1).front(), u"Two. Three.");
 }
 
-TEST_F(Session, SpeechIsOnFromTheStartOrLaterWhereAScreenReaderRuns)
+TEST_F(Session, SpeechIsOnOnceAScreenReaderRuns)
 {
     for (const bool isFoundLate : {false, true}) {
         SCOPED_TRACE(isFoundLate);

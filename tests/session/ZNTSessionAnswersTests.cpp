@@ -42,7 +42,7 @@ protected:
 
 } // namespace
 
-TEST_F(Answers, OfOneChunkLeaveInOrderOverSeveralTurnsAndATypedLineGoesBetweenThem)
+TEST_F(Answers, LeaveInOrderOverSeveralTurnsWithATypedLineBetweenThem)
 {
     addTrigger(u"a", u"x");
     addTrigger(u"end", u"last", /*gag=*/true);
@@ -67,13 +67,13 @@ TEST_F(Answers, OfOneChunkLeaveInOrderOverSeveralTurnsAndATypedLineGoesBetweenTh
     EXPECT_EQ(spoken(2), (std::vector<std::u16string>{u"last", u"next"})) << "the last match gags it";
 }
 
-TEST_F(Answers, WaitForAServerThatDoesNotTakeThemAndAllElseThatItSentWaitsWithThem)
+TEST_F(Answers, WaitForAServerThatDoesNotTakeThemAndSoDoesItsFurtherText)
 {
     startAnsweringInVain();
     receive("\xFF\xFA\x56\xFF\xF0");
     EXPECT_FALSE(session()._mccp()) << "the next chunk is not looked at";
     machine.loop.advance(2);
-    EXPECT_EQ(silences, 0) << "nobody listened";
+    EXPECT_EQ(silences, 0) << "reading is held, so this is no silence";
     EXPECT_TRUE(session().isConnected());
     type(u"look");
     EXPECT_TRUE(shown().ends_with(u"look\r"));
@@ -90,7 +90,7 @@ TEST_F(Answers, WaitForAServerThatDoesNotTakeThemAndAllElseThatItSentWaitsWithTh
     EXPECT_EQ(silences, 1);
 }
 
-TEST_F(Answers, ToManyChunksDoNotPileUpForAServerThatDoesNotTakeThem)
+TEST_F(Answers, DoNotPileUpChunkAfterChunkForAServerThatDoesNotTakeThem)
 {
     addTrigger(u"a", std::u16string(1'000, u'x'));
     connect();
@@ -105,7 +105,7 @@ TEST_F(Answers, ToManyChunksDoNotPileUpForAServerThatDoesNotTakeThem)
     EXPECT_TRUE(shown().ends_with(u"."));
 }
 
-TEST_F(Answers, ThatCannotReachTheirGameAnyMoreAreDroppedAndItsTextIsShown)
+TEST_F(Answers, AreDroppedAtTheEndOfTheirConnectionAndItsTextIsShown)
 {
     addTrigger(u"a", u"x");
     connect();
@@ -175,7 +175,7 @@ TEST_F(Answers, InterruptSpeechOnceATurnAndChunkAndTypedLinesEachTime)
     EXPECT_EQ(machine.loop.slept.size(), 3U) << "a walk's step and an answer share the pause of a turn";
 }
 
-TEST_F(Answers, ThatLeadBackIntoTheSessionStillPauseOnceAndTheInnerTextComesAfter)
+TEST_F(Answers, MayCallTheSessionAgainAndPauseOnceAndTheInnerTextComesAfter)
 {
     addTrigger(u"ring", u"!n");
     addTrigger(u"rin", u"answer");
@@ -193,7 +193,7 @@ TEST_F(Answers, ThatLeadBackIntoTheSessionStillPauseOnceAndTheInnerTextComesAfte
     EXPECT_EQ(machine.loop.slept, std::vector<double>{0.3});
 }
 
-TEST_F(Answers, AndRepliesLeaveBeforeAPause)
+TEST_F(Answers, LeaveBeforeAPauseAsRepliesDo)
 {
     addTrigger(u"ring", u"answer");
     connect();

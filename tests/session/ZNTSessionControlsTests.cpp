@@ -32,7 +32,7 @@ TEST_F(SessionControls, TheSpeechSwitchesFollowTheStateOfTheirMenuItem)
     session().setSpeechOnOffBindingState(1);
     session().textToSpeechOnAndOff();
     EXPECT_FALSE(isSilent());
-    session().shortcutKeySpeechOnAndOff(); // the key is heard before the item changes its state
+    session().shortcutKeySpeechOnAndOff(); // the key acts before the item changes its state
     EXPECT_TRUE(isSilent());
     session().setSpeechOnOffBindingState(0);
     session().shortcutKeySpeechOnAndOff();
@@ -72,7 +72,7 @@ TEST_F(SessionControls, TheRecorderNotesTypedAndResentLinesAndOpensItsSheetWhenD
     EXPECT_EQ(timesRecorderSheetShown, 1);
 }
 
-TEST_F(SessionControls, ADoubleClickSendsTheMacroAsItStandsWhileConnected)
+TEST_F(SessionControls, ADoubleClickSendsTheTextOfTheMacroWhileConnected)
 {
     macros.setNewList(
         {{.name = u"greet", .dataToExecute = u"say %1"}, {.name = u"note", .dataToExecute = u"#x"}});
@@ -87,7 +87,7 @@ TEST_F(SessionControls, ADoubleClickSendsTheMacroAsItStandsWhileConnected)
     EXPECT_EQ(received(), "say %1\r\n");
 }
 
-TEST_F(SessionControls, LinesOfTheClientsOwnInterruptSpeechWithoutAPauseAndAreNotSent)
+TEST_F(SessionControls, MessagesOfTheClientInterruptSpeechWithoutAPauseAndAreNotSent)
 {
     ZNTMacroGroup group;
     database.insertMacroGroup(group);

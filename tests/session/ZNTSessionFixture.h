@@ -13,7 +13,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-/// A speech engine that only remembers.
+/// A speech engine that notes what it is to speak.
 struct ZNTRecordedSpeech final : ZNTSpeechEngine {
     std::vector<std::u16string> spoken;
     int timesStopped = 0;
@@ -39,7 +39,7 @@ struct ZNTCountedSounds final : ZNTSilentSounds {
     }
 };
 
-/// A screen reader that runs, or not, as the test says, and has no way to speak.
+/// A screen reader that runs if the test says so, and that cannot speak a line.
 struct ZNTPretendedReader final : ZNTScreenReader {
     bool runs = false;
     [[nodiscard]] bool isRunning() const override { return runs; }

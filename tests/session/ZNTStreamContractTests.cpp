@@ -47,7 +47,7 @@ protected:
     }
     void onSocketDidDisconnect(ZNTStream&) override { add("disconnected"); }
 
-    /// Notes the event. Where a test has said so, the stream is destroyed in it.
+    /// Notes the event. The stream is destroyed inside the event that a test names.
     void add(const std::string& event)
     {
         events.push_back(event);
@@ -111,7 +111,7 @@ TYPED_TEST(StreamContract, SilenceTicksUntilBytesComeAndEachReadTakesWhatIsThere
     EXPECT_EQ(this->loop.pendingTimers(), 0u);
 }
 
-TYPED_TEST(StreamContract, WritesAreToldInOrderFromTheLoopAndFlushedOnesLeaveAtOnce)
+TYPED_TEST(StreamContract, WritesAreReportedInOrderFromTheLoopAndFlushedOnesLeaveAtOnce)
 {
     this->connect();
     this->stream->writeData("look\r\n", -1, 1);
@@ -155,7 +155,7 @@ TYPED_TEST(StreamContract, AHeldReadKeepsItsTicksAndSeesNeitherBytesNorTheEnd)
     EXPECT_TRUE(ended.front().ends_with(", unread last words")) << ended.front();
 }
 
-TYPED_TEST(StreamContract, AnEndIsToldOnceWhoeverCausesIt)
+TYPED_TEST(StreamContract, EveryEndIsReportedOnce)
 {
     this->connect();
     this->read(1);

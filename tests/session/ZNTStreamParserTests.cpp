@@ -91,7 +91,7 @@ TEST_F(StreamParser, AnswersAllOffersOfABlockInOneWrite)
     EXPECT_EQ(session.written.size(), 2U);
 }
 
-TEST_F(StreamParser, TellsTheSessionOfGoAheadsAndOfTheStartOfCompression)
+TEST_F(StreamParser, ReportsGoAheadsAndTheStartOfCompressionToTheSession)
 {
     for (const auto& goAhead : {command({255, 249}), command({255, 239, 'x'}), command({255, 251, 25})}) {
         session.isGoAhead = false;
@@ -121,7 +121,7 @@ TEST_F(StreamParser, StripsCommandsWithTheCharactersThatGoWithThem)
         u"Core.Hello");
 }
 
-TEST_F(StreamParser, HandsOnTheFirstSoundTagAndTakesOutAll)
+TEST_F(StreamParser, PassesTheFirstSoundTagOnAndTakesOutAll)
 {
     const std::u16string text = u"Rain. !!SOUND(w/rain.wav V=50) \n!!MUSIC(a/b L=1)\nThunder!!";
     EXPECT_EQ(parser.processIncomingStream(text).text, u"Rain.  \n\nThunder!!");

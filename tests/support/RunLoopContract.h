@@ -15,13 +15,13 @@
 #include <unistd.h>
 #include <utility>
 
-/// What every run loop owes those who use it. A program of tests instantiates it with a driver:
+/// What every run loop promises. A test program instantiates it with a driver:
 ///
 ///     struct MyDriver {
 ///         std::unique_ptr<MyRunLoop> runLoop = ...;  // may be reset
 ///         // Turns the loop until `condition` holds; false after `seconds`, as the loop counts them.
 ///         bool turnUntil(const std::function<bool()>& condition, double seconds = 5);
-///         // Called inside a task: the task takes this long. Nothing where the loop's time stands still.
+///         // Called inside a task: the task takes this long. Does nothing if the loop's time stands still.
 ///         void holdUp(double seconds);
 ///     };
 ///     INSTANTIATE_TYPED_TEST_SUITE_P(MyRunLoop, RunLoopContract, MyDriver);
@@ -144,7 +144,7 @@ TYPED_TEST_P(RunLoopContract, ATimerDestroyedInATaskFiresNoMore)
     EXPECT_FALSE(cancelledFired);
 }
 
-TYPED_TEST_P(RunLoopContract, AWatchHearsOfEveryTurnThatItIsReadyAndOfInterest)
+TYPED_TEST_P(RunLoopContract, AWatchIsCalledOnEveryTurnThatItIsReadyAndOfInterest)
 {
     typename TestFixture::Pair pair;
     int readable = 0, writable = 0;
@@ -155,7 +155,7 @@ TYPED_TEST_P(RunLoopContract, AWatchHearsOfEveryTurnThatItIsReadyAndOfInterest)
         });
     ASSERT_TRUE(watch);
     pair.send();
-    EXPECT_TRUE(this->turnUntil([&] { return readable >= 3; })) << "nobody reads, so it stays ready";
+    EXPECT_TRUE(this->turnUntil([&] { return readable >= 3; })) << "its byte is not read, so it stays ready";
     EXPECT_EQ(writable, 0);
     watch->setInterest(RunLoopInterest::Writable);
     EXPECT_TRUE(this->turnUntil([&] { return writable >= 3; }));
@@ -192,7 +192,7 @@ TYPED_TEST_P(RunLoopContract, AHangUpAndAnErrorStayReady)
     ::close(refused);
 }
 
-TYPED_TEST_P(RunLoopContract, AWatchEndedInAHandlerHearsNoMoreAndItsDescriptorCanBeWatchedAnew)
+TYPED_TEST_P(RunLoopContract, AWatchEndedInAHandlerIsNotCalledAndItsDescriptorCanBeWatchedAgain)
 {
     typename TestFixture::Pair first, second;
     std::unique_ptr<RunLoopWatch> one, two;
@@ -216,7 +216,7 @@ TYPED_TEST_P(RunLoopContract, AWatchEndedInAHandlerHearsNoMoreAndItsDescriptorCa
     EXPECT_EQ(heardAnew, 1);
 }
 
-TYPED_TEST_P(RunLoopContract, AFloodHoldsUpNeitherTasksNorTimers)
+TYPED_TEST_P(RunLoopContract, TasksAndTimersRunDuringAFlood)
 {
     typename TestFixture::Pair pair;
     pair.send();
@@ -232,7 +232,7 @@ TYPED_TEST_P(RunLoopContract, AFloodHoldsUpNeitherTasksNorTimers)
     EXPECT_TRUE(this->turnUntil([&] { return posted && timed; }));
 }
 
-TYPED_TEST_P(RunLoopContract, AfterAHoldUpReadyDescriptorsComeBeforeDueTimers)
+TYPED_TEST_P(RunLoopContract, AfterADelayReadyDescriptorsComeBeforeDueTimers)
 {
     typename TestFixture::Pair pair;
     auto& order = this->order;
@@ -283,8 +283,7 @@ TYPED_TEST_P(RunLoopContract, WhatWasScheduledMayOutliveTheLoop)
 REGISTER_TYPED_TEST_SUITE_P(RunLoopContract, PostedTasksRunLaterInTheirOrder, AnyThreadMayPost,
                             OneShotTimersFireOnceAndInTheirOrder, ATimerKeepsItsTime,
                             ATimerDestroyedInATaskFiresNoMore,
-                            AWatchHearsOfEveryTurnThatItIsReadyAndOfInterest, AHangUpAndAnErrorStayReady,
-                            AWatchEndedInAHandlerHearsNoMoreAndItsDescriptorCanBeWatchedAnew,
-                            AFloodHoldsUpNeitherTasksNorTimers,
-                            AfterAHoldUpReadyDescriptorsComeBeforeDueTimers, ARegularFileCannotBeWatched,
-                            WhatWasScheduledMayOutliveTheLoop);
+                            AWatchIsCalledOnEveryTurnThatItIsReadyAndOfInterest, AHangUpAndAnErrorStayReady,
+                            AWatchEndedInAHandlerIsNotCalledAndItsDescriptorCanBeWatchedAgain,
+                            TasksAndTimersRunDuringAFlood, AfterADelayReadyDescriptorsComeBeforeDueTimers,
+                            ARegularFileCannotBeWatched, WhatWasScheduledMayOutliveTheLoop);

@@ -182,6 +182,8 @@ std::chrono::system_clock::time_point VirtualRunLoop::timeOfDay() const
 
 bool VirtualRunLoop::fireDueTimer(double until)
 {
+    if (const auto happening = std::exchange(beforeTimers, nullptr))
+        happening();
     auto next = state->timers.end();
     for (auto timer = state->timers.begin(); timer != state->timers.end(); ++timer)
         if (timer->second.due <= until + 1e-9 &&

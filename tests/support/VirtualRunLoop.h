@@ -18,7 +18,7 @@ public:
     ~VirtualRunLoop() override;
 
     /// Moves the time on by `seconds`, firing what falls due at its own moment and in order; what was posted
-    /// runs before the time moves. Throws where a descriptor stays ready whatever its handler does.
+    /// runs before the time moves. Throws if a descriptor stays ready after many calls of its handler.
     void advance(double seconds);
     /// The same with a single look at the descriptors, which may stay ready.
     void advanceOneTurn(double seconds);
@@ -56,6 +56,8 @@ public:
     std::chrono::system_clock::time_point startOfTime{};
     /// False: no descriptor can be watched any more, as on a machine that is short of memory.
     bool hasRoomForWatches = true;
+    /// Called once, after the descriptors are looked at and before any timer fires.
+    Task beforeTimers;
     /// Every pause asked for, in seconds.
     std::vector<double> slept;
     /// Called at each.

@@ -29,7 +29,7 @@ public:
     void closeWhenSent();
     /// Breaks the connection off at once (RST); the client meets an error.
     void reset();
-    /// From now on nobody listens on the port; the connection that stands is kept.
+    /// Closes the port. The connection that stands is kept.
     void stopListening();
 
     /// Leaves what the client sends in the network, so that its writes come to a halt.

@@ -16,7 +16,7 @@ public:
     [[nodiscard]] std::string path(std::string_view below) const { return folder + "/" + std::string(below); }
     /// Makes the folders on the way.
     void write(std::string_view below, std::string_view content) const;
-    /// Empty where there is no such file.
+    /// Empty if there is no such file.
     [[nodiscard]] std::string read(std::string_view below) const;
     [[nodiscard]] bool has(std::string_view below) const;
 
