@@ -28,8 +28,7 @@ constexpr int windows = 10; // of the whole, each with its own mean
 
 std::vector<ZNTAttributedText> parsedChunks(std::size_t bytes)
 {
-    znt::bench::NoSession session;
-    ZNTParserUtility parser(session, [](auto) {});
+    ZNTParserUtility parser;
     const auto text = znt::bench::gameBytes(bytes);
     std::vector<ZNTAttributedText> chunks;
     for (std::size_t from = 0; from < text.size();) {

@@ -185,8 +185,7 @@ BENCHMARK(buildAndMatch)
 void restOfThePipeline(benchmark::State& state)
 {
     static const std::string bytes = znt::bench::gameBytes(wholeText, znt::bench::Prompts::WithGoAhead);
-    znt::bench::NoSession session;
-    ZNTParserUtility parser(session, [](auto) {});
+    ZNTParserUtility parser;
     const std::string_view text = bytes;
     const auto blockSize = static_cast<std::size_t>(state.range(0));
     for (auto _ : state) {

@@ -2,6 +2,7 @@
 
 #include "ZNTCommandRecorderView.h"
 #include "ZNTConsoleCommands.h"
+#include "ZNTRecorder.h"
 #include "ZNTText.h"
 
 #include <utility>

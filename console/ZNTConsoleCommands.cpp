@@ -4,6 +4,8 @@
 #include "ZNTConsoleEditing.h"
 #include "ZNTConsoleSettings.h"
 #include "ZNTConsoleWords.h"
+#include "ZNTRecorder.h"
+#include "ZNTSpeechReview.h"
 #include "ZNTText.h"
 
 using namespace znt::words;

@@ -1,8 +1,7 @@
 #include "FuzzInput.h"
 #include "FuzzRequire.h"
-#include "ZNTBlockDecoder.h"
+#include "ZNTDecodeFirstReceiver.h"
 #include "ZNTHeldBackText.h"
-#include "ZNTInflater.h"
 #include "ZNTParserUtility.h"
 #include "ZNTTelnetScanner.h"
 
@@ -42,80 +41,62 @@ void checkShown(const ZNTAttributedText& shown, std::size_t mostUnits)
 }
 
 /// The way of a byte from the network to the view.
-class Receiver final : ZNTTelnetListener
+class Receiver
 {
 public:
-    explicit Receiver(const Settings& settings)
-        : encoding(settings.encoding),
-          parser(*this, [](auto tag) { require(tag.starts_with(u"!!"), "a tag begins with two marks"); }),
-          isCompressed(settings.isCompressed)
+    explicit Receiver(const Settings& settings) : encoding(settings.encoding)
     {
+        receiver.startStream();
         parser.set_isMspOnOff(settings.acceptsSounds);
-        parser.set_isMccpOnOff(settings.acceptsCompression);
-        inflater.startStream();
+        receiver.acceptCompressionOffers(settings.acceptsCompression);
+        if (settings.isCompressed)
+            static_cast<void>(receiver.switchCompression(true));
     }
 
     void receive(std::string_view block)
     {
-        if (isCompressed && !block.empty()) {
-            const auto inflated = inflate(block);
-            take(inflated.empty() ? block : inflated);
-        } else {
-            take(block);
-        }
+        const auto mostUnits =
+            receiver.isInflating() ? ZNTInflater::mostInflated + 8 * block.size() : block.size();
+        const auto received = receiver.read(block, encoding);
+        require(received.text.size() <= mostUnits, "a block stays small");
+        require(received.isRelease == isRelease(received.text), "a release is found wherever it stands");
+        checkReplies(received.replies, mostUnits);
+        heldUnits += received.text.size();
+        if (auto released = heldBack.take(received.text, received.isRelease))
+            show(std::move(released->text));
+        require(heldBack.size() <= heldUnits, "no more is held back than came in");
     }
-    void silence() { show(u""); }
+    void silence()
+    {
+        if (auto released = heldBack.take(u"", /*isRelease=*/true))
+            show(std::move(released->text));
+    }
 
 private:
-    void setIsGoAhead(bool) override {}
-    void setEndOfNegotiations(bool) override {}
-    void set_mccp(bool isOn) override { isCompressed = isOn; }
-    void writeData(std::string_view data, double, long) override
+    static void checkReplies(std::string_view data, std::size_t mostUnits)
     {
+        constexpr std::size_t refusalsOfCompression = 6;
         require(data.size() % 3 == 0, "a reply is whole");
+        require(data.size() <= mostUnits + refusalsOfCompression, "a reply is no longer than its offer");
         for (std::size_t at = 0; at < data.size(); at += 3) {
             const auto command = static_cast<unsigned char>(data[at + 1]);
             require(data[at] == '\xFF' && (command == Refusal || command == WONT || command == DO),
                     "a reply is one of the three there are");
         }
-        replyBytes += data.size();
     }
-
-    std::string inflate(std::string_view block)
+    void show(std::u16string text)
     {
-        auto result = inflater.anotherInflate(block);
-        require(result.bytes.size() <= ZNTInflater::mostInflated + 8 * block.size(), "a block stays small");
-        isCompressed = result.outcome == ZNTInflater::Outcome::GoesOn;
-        return std::move(result.bytes);
-    }
-
-    void take(std::string_view bytes)
-    {
-        const auto text = znt::textOfBlock(bytes, encoding);
-        require(text.size() <= bytes.size(), "no more units than bytes");
-        replyBytes = 0;
-        parser.processServerCommands(text);
-        require(replyBytes <= bytes.size(), "a reply is no longer than its offer");
-        heldUnits += text.size();
-        if (isRelease(text))
-            show(text);
-        else
-            heldBack.add(text);
-        require(heldBack.size() <= heldUnits, "no more is held back than came in");
-    }
-
-    void show(std::u16string_view text)
-    {
-        checkShown(parser.processIncomingStream(heldBack.releasedWith(text)), heldUnits);
+        if (const auto tag = parser.soundTag(text))
+            require(tag->starts_with(u"!!"), "a tag begins with two marks");
+        checkShown(parser.processIncomingStream(std::move(text)), heldUnits);
         heldUnits = 0;
     }
 
     ZNTStringEncoding encoding;
     ZNTParserUtility parser;
-    ZNTInflater inflater;
+    ZNTDecodeFirstReceiver receiver{parser};
     ZNTHeldBackText heldBack;
-    std::size_t heldUnits = 0, replyBytes = 0;
-    bool isCompressed;
+    std::size_t heldUnits = 0;
 };
 
 } // namespace

@@ -1,20 +1,21 @@
 #include "ZNTServerConnectController.h"
 
+#include "ZNTCommandInterpreter.h"
 #include "ZNTDatabaseHelper.h"
-#include "ZNTNetworkAddress.h"
-#include "ZNTTelnetScanner.h"
+#include "ZNTDecodeFirstReceiver.h"
+#include "ZNTLogger.h"
+#include "ZNTMSPProcessor.h"
+#include "ZNTOutgoing.h"
+#include "ZNTParserUtility.h"
+#include "ZNTRecorder.h"
+#include "ZNTSessionActors.h"
+#include "ZNTSessionSpeech.h"
+#include "ZNTSoundFactory.h"
+#include "ZNTSpeedWalking.h"
+#include "ZNTTriggerList.h"
 #include "ZNTUpdater.h"
 
 #include <utility>
-
-namespace
-{
-
-using namespace znt::telnet;
-
-constexpr double noPause = 0;
-
-} // namespace
 
 ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platform,
                                                        const ZNTSessionScreen& screen,
@@ -23,24 +24,26 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
       screen(screen),
       services(std::move(givenServices)),
       settings_(services.settings),
-      zntSpeechSynth_(platform.runLoop, services.speechEngine, services.screenReader),
-      speechHandOver(zntSpeechSynth_),
-      speechReview_(zntSpeechSynth_),
-      _zntSpeedwalking(platform.runLoop, linesOfWalks, platform.log),
-      _soundProcessor(platform.places, services.sounds),
-      _zntParserUtility(*this,
-                        [this](std::u16string_view tag) {
-                            // A tag that cannot be understood is dropped.
-                            static_cast<void>(_soundProcessor.processSound(tag));
-                        }),
-      commandInterpreter(*this, *this),
-      triggers(platform.log, platform.runLoop),
-      _zntLogger(platform.places, platform.clock)
+      _zntLogger(std::make_unique<ZNTLogger>(platform.places, platform.clock)),
+      outgoing(std::make_unique<ZNTOutgoing>()),
+      speech(std::make_unique<ZNTSessionSpeech>(platform.runLoop, platform.clock, services.speechEngine,
+                                                services.screenReader, [this] { outgoing->flush(); })),
+      _zntRecorder(std::make_unique<ZNTRecorder>()),
+      walks(std::make_unique<Walks>(*this)),
+      _zntSpeedwalking(std::make_unique<ZNTSpeedWalking>(platform.runLoop, *walks, platform.log)),
+      _soundProcessor(std::make_unique<ZNTMSPProcessor>(platform.places, services.sounds)),
+      commands(std::make_unique<Commands>(*this)),
+      commandInterpreter(std::make_unique<ZNTCommandInterpreter>(*commands, *this)),
+      _zntParserUtility(std::make_unique<ZNTParserUtility>()),
+      receiver(std::make_unique<ZNTDecodeFirstReceiver>(*_zntParserUtility)),
+      triggers(std::make_unique<ZNTTriggerList>(platform.log, platform.runLoop)),
+      answers(std::make_unique<Answers>(*this)),
+      chunk(platform.runLoop, *triggers, *answers, *this)
 {
     ZNTUpdater updater(platform.places, platform.log);
     updater.createSoundFolder();
     rootPath_ = updater.getSoundPath();
-    _zntSpeedwalking.walkingChanged = [this] { changed(ZNTSessionChange::Walking); };
+    _zntSpeedwalking->walkingChanged = [this] { changed(ZNTSessionChange::Walking); };
     services.speechEngine.setAvailabilityListener([this] { changed(ZNTSessionChange::Speech); });
     reloadTriggers();
 }
@@ -48,8 +51,8 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
 ZNTServerConnectController::~ZNTServerConnectController()
 {
     services.speechEngine.setAvailabilityListener({});
-    if (chunkInHand) // never to be shown
-        _zntLogger.loggerText(chunkInHand->result.text);
+    if (chunk.isInHand()) // never to be shown
+        _zntLogger->loggerText(chunk.text());
 }
 
 void ZNTServerConnectController::awakeFromNib()
@@ -89,8 +92,8 @@ void ZNTServerConnectController::connectToServer()
     screen.myProgressIndicator->setHidden(false);
     screen.myProgressIndicator->startAnimation();
     lastEnding_ = ZNTSessionEnding::None;
-    forgetWrites();
     mudServer = services.streams(*this);
+    outgoing->useConnection(mudServer.get());
     if (!mudServer->connectToHost(host, static_cast<std::uint16_t>(port))) {
         lastEnding_ = ZNTSessionEnding::Broken;
         showMudNotResponding();
@@ -108,7 +111,7 @@ void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std:
 {
     services.sounds.setGameAddress(host);
     farewellTimer.reset(); // what is held back from before shows with this game's first words
-    mccp2.startStream();
+    receiver->startStream();
     screen.myProgressIndicator->stopAnimation();
     screen.connectionButton->setTitle(u"Disconnect");
     isConnected_ = true;
@@ -117,7 +120,7 @@ void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std:
     screen.port->setEnabled(false);
     enableAlmostAllWidgets();
     screen.textToServer->placeCaretAtEnd();
-    giveUpAnswers(); // those of another game, or of the time between
+    chunk.giveUpAnswers(); // those of another game, or of the time between
     readNextBlock();
     changed(ZNTSessionChange::State);
 }
@@ -126,7 +129,7 @@ void ZNTServerConnectController::onSocketWillDisconnectWithError(ZNTStream& sock
 {
     lastEnding_ = error ? ZNTSessionEnding::Broken : ZNTSessionEnding::ByServer;
     takeWhatWasHeldUp(socket);
-    _mccp_ = false;
+    receiver->stopInflating();
     screen.myProgressIndicator->stopAnimation();
     screen.myProgressIndicator->setHidden(true);
     showMudNotResponding();
@@ -137,18 +140,18 @@ void ZNTServerConnectController::onSocketDidDisconnect(ZNTStream&)
 {
     if (lastEnding_ == ZNTSessionEnding::None)
         lastEnding_ = ZNTSessionEnding::ByPlayer;
-    _mccp_ = false;
+    receiver->stopInflating();
     screen.connectionButton->setTitle(u"Connect");
     screen.ipAddress->setEnabled(true);
     screen.port->setEnabled(true);
     disableAlmostAllWidgets();
     isConnected_ = false;
     screen.myProgressIndicator->stopAnimation();
-    forgetWrites();
-    giveUpAnswers();
+    outgoing->forget();
+    chunk.giveUpAnswers();
     showFarewellInAWhile();
     changed(ZNTSessionChange::State);
-    changed(ZNTSessionChange::Compression); // last, since what is called may connect again
+    noteCompression(); // last, since what is called may connect again
 }
 
 void ZNTServerConnectController::showMudNotResponding()
@@ -182,110 +185,96 @@ void ZNTServerConnectController::changeEncoding(std::u16string_view title)
 
 void ZNTServerConnectController::changeFont(const ZNTFont& font)
 {
-    _zntParserUtility.colours().setFont(font);
+    _zntParserUtility->colours().setFont(font);
 }
 
 void ZNTServerConnectController::set_isMccpOnOff(bool on)
 {
     settings_.compression = _isMspOnOff_ = on;
-    _zntParserUtility.set_isMccpOnOff(on);
-    _zntParserUtility.sendCommand(on ? DO : Refusal, option::CompressionV2);
-    _mccp_ = on;
+    writeData(receiver->switchCompression(on), ZNTParserUtility::replyTimeout, ZNTOutgoing::replyTag);
+    wasInflating = receiver->isInflating();
     changed(ZNTSessionChange::Compression); // the switch, also if the stream stays as it is
 }
 
 void ZNTServerConnectController::set_isMspOnOff(bool on)
 {
     settings_.sounds = _isMspOnOff_ = on;
-    _zntParserUtility.set_isMspOnOff(on);
-    _zntParserUtility.sendCommand(on ? DO : Refusal, option::Sound);
+    writeData(receiver->switchSounds(on), ZNTParserUtility::replyTimeout, ZNTOutgoing::replyTag);
     changed(ZNTSessionChange::Sounds);
 }
 
 void ZNTServerConnectController::acceptCompressionOffers(bool accept)
 {
     settings_.compression = _isMspOnOff_ = accept;
-    _zntParserUtility.set_isMccpOnOff(accept);
+    receiver->acceptCompressionOffers(accept);
     changed(ZNTSessionChange::Compression);
 }
 
-void ZNTServerConnectController::set_mccp(bool isCompressed)
-{
-    if (std::exchange(_mccp_, isCompressed) != isCompressed)
-        changed(ZNTSessionChange::Compression);
-}
+bool ZNTServerConnectController::playsSoundTags() const { return _zntParserUtility->_isMspOnOff(); }
 
-void ZNTServerConnectController::reloadTriggers() { triggers.setTriggers(services.database.loadTriggers()); }
+bool ZNTServerConnectController::_mccp() const { return receiver->isInflating(); }
+
+void ZNTServerConnectController::reloadTriggers() { triggers->setTriggers(services.database.loadTriggers()); }
+
+bool ZNTServerConnectController::isTriggerResting(std::int64_t oid) const { return triggers->isResting(oid); }
 
 // Speech
 
 void ZNTServerConnectController::speakForScreenReader()
 {
-    zntSpeechSynth_.speechOn();
-    speechOnOffBindingState_ = speechInterruptOnOffBindingState_ = 1;
+    speech->turnOnForScreenReader();
     changed(ZNTSessionChange::Speech);
 }
 
-void ZNTServerConnectController::shortcutKeySpeechOnAndOff()
-{
-    if (speechOnOffBindingState_ != 0)
-        zntSpeechSynth_.stopIt();
-    else
-        zntSpeechSynth_.speechOn();
-}
+void ZNTServerConnectController::shortcutKeySpeechOnAndOff() { speech->toggle(); }
 
-void ZNTServerConnectController::textToSpeechOnAndOff()
-{
-    if (speechOnOffBindingState_ == 1)
-        zntSpeechSynth_.speechOn();
-    else
-        zntSpeechSynth_.stopIt();
-}
+void ZNTServerConnectController::textToSpeechOnAndOff() { speech->followState(); }
 
-void ZNTServerConnectController::replayLastText()
-{
-    if (_replayLastTextFromMUD.empty())
-        return;
-    interruptSpeech(noPause);
-    if (speechOnOffBindingState_ == 1)
-        speechHandOver.speakOnNewThread(std::u16string(znt::lastUnits(_replayLastTextFromMUD, mostReplayed)));
-}
+void ZNTServerConnectController::replayLastText() { speech->replay(); }
 
-void ZNTServerConnectController::stopSpeaking()
-{
-    zntSpeechSynth_.stopIt();
-    if (speechOnOffBindingState_ == 1)
-        zntSpeechSynth_.speechOn();
-}
+void ZNTServerConnectController::stopSpeaking() { speech->silence(); }
 
 void ZNTServerConnectController::setSpeechOnOffBindingState(int state)
 {
-    speechOnOffBindingState_ = state;
+    speech->speechOnOffBindingState = state;
     settings_.speech = state == 1;
     changed(ZNTSessionChange::Speech);
 }
 
 void ZNTServerConnectController::setSpeechInterruptOnOffBindingState(int state)
 {
-    speechInterruptOnOffBindingState_ = state;
+    speech->speechInterruptOnOffBindingState = state;
     settings_.interruption = state == 1;
     changed(ZNTSessionChange::Speech);
 }
+
+int ZNTServerConnectController::speechOnOffBindingState() const { return speech->speechOnOffBindingState; }
+
+int ZNTServerConnectController::speechInterruptOnOffBindingState() const
+{
+    return speech->speechInterruptOnOffBindingState;
+}
+
+bool ZNTServerConnectController::isSpeechAvailable() const { return services.speechEngine.isAvailable(); }
+
+ZNTSpeechSynth& ZNTServerConnectController::zntSpeechSynth() { return speech->synth(); }
+
+ZNTSpeechReview& ZNTServerConnectController::speechReview() { return speech->review(); }
 
 // Recorder
 
 void ZNTServerConnectController::startOrPauseRecording()
 {
-    _zntRecorder.startOrPauseRecording();
+    _zntRecorder->startOrPauseRecording();
     changed(ZNTSessionChange::Recording);
 }
 
 void ZNTServerConnectController::doneRecording()
 {
-    _zntRecorder.startOrPauseRecording();
-    _zntRecorder.doneRecording();
+    _zntRecorder->startOrPauseRecording();
+    _zntRecorder->doneRecording();
     changed(ZNTSessionChange::Recording);
-    services.showZNTCommandRecorderView(_zntRecorder._textRecorderBean());
+    services.showZNTCommandRecorderView(_zntRecorder->_textRecorderBean());
 }
 
 // Queries
@@ -297,7 +286,7 @@ ZNTSessionState ZNTServerConnectController::state() const
     return mudServer && !mudServer->isDisconnected() ? ZNTSessionState::Connecting : ZNTSessionState::Idle;
 }
 
-bool ZNTServerConnectController::isWalking() const { return _zntSpeedwalking.isWalking(); }
+bool ZNTServerConnectController::isWalking() const { return _zntSpeedwalking->isWalking(); }
 
 void ZNTServerConnectController::changed(ZNTSessionChange what)
 {

@@ -1,39 +1,42 @@
 #pragma once
 
-#include "ZNTCommandInterpreter.h"
+#include "ZNTChunkInHand.h"
 #include "ZNTHeldBackText.h"
-#include "ZNTInflater.h"
 #include "ZNTLineSender.h"
-#include "ZNTLogger.h"
-#include "ZNTMSPProcessor.h"
-#include "ZNTParserUtility.h"
-#include "ZNTPendingWrites.h"
 #include "ZNTPlatform.h"
-#include "ZNTRecorder.h"
 #include "ZNTSessionChange.h"
 #include "ZNTSessionScreen.h"
 #include "ZNTSettings.h"
-#include "ZNTSpeechHandOver.h"
-#include "ZNTSpeechReview.h"
-#include "ZNTSpeechSynth.h"
-#include "ZNTSpeedWalking.h"
 #include "ZNTStream.h"
 #include "ZNTStringEncoding.h"
-#include "ZNTTriggerList.h"
 
 #include <chrono>
-#include <cstddef>
-#include <deque>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
-class ZNTDatabaseHelper;
+class ZNTCommandInterpreter;
 class ZNTCommandRecorderDataSource;
+class ZNTDatabaseHelper;
+class ZNTLogger;
+class ZNTMSPProcessor;
 class ZNTMacroSource;
+class ZNTOutgoing;
+class ZNTParserUtility;
+class ZNTReceiver;
+class ZNTRecorder;
+class ZNTScreenReader;
+class ZNTSessionSpeech;
 class ZNTSoundFactory;
+class ZNTSpeechEngine;
+class ZNTSpeechReview;
+class ZNTSpeechSynth;
+class ZNTSpeedWalking;
+class ZNTTriggerList;
+struct ZNTReceived;
 
 /// What a session uses that its front end makes. All of it outlives the session.
 struct ZNTSessionServices {
@@ -42,7 +45,7 @@ struct ZNTSessionServices {
     ZNTSoundFactory& sounds;
     ZNTSpeechEngine& speechEngine;
     ZNTScreenReader& screenReader;
-    /// Makes the connection to a game.
+    /// Makes the connection of each connect.
     ZNTStreamFactory streams;
     /// Opens the recorder's sheet on the given list; the front end makes the sheet on first use.
     std::function<void(ZNTCommandRecorderDataSource& commands)> showZNTCommandRecorderView;
@@ -64,18 +67,18 @@ enum class ZNTSessionState { Idle, Connecting, Connected };
 /// How a connection came to its end.
 enum class ZNTSessionEnding { None, ByPlayer, ByServer, Broken };
 
-/// The spine of the client, one for each main window: it owns the connection to one game, turns each received
-/// block into coloured text in the output view, and sends every line that the player, a macro, a trigger, a
-/// speed walk or a direction button produces. Belongs to the run loop's thread.
+/// The spine of the client, one for each main window: it owns the connection to one game and joins what works
+/// on it. Belongs to the run loop's thread.
 ///
-/// A block on its way in: inflate, decode, answer telnet, hold back until IAC GA, IAC WONT or half a second
-/// of silence, join, colour, triggers, speech, output view, log. No step of it copies or scans more than a
-/// constant number of times what came in.
+/// A block on its way in (`onSocketDidReadData` to `showChunk`): the receiver turns it into text and replies;
+/// the text is held back until IAC GA, IAC WONT or half a second of silence; sound tags, colours, triggers;
+/// then speech, output view and log. Every step is linear in its input.
+///
+/// Every line on its way out goes through `sendMessageToServer`, whether it comes from the player, a macro, a
+/// trigger, a speed walk or a direction button.
 class ZNTServerConnectController final : public ZNTStreamDelegate,
                                          public ZNTLineSender,
-                                         private ZNTTelnetListener,
-                                         private ZNTCommandActions,
-                                         private ZNTTriggerActions
+                                         private ZNTChunkInHand::Owner
 {
 public:
     ZNTServerConnectController(const ZNTPlatform& platform, const ZNTSessionScreen& screen,
@@ -125,13 +128,13 @@ public:
     void stopAllWalks();
 
     // Local output
-    /// Shows `text`, whose SGR sequences alone colour it, speaks it while speech is on, and logs its plain
-    /// text. The view does not scroll.
+    /// Shows `text`, speaks it while speech is on, and logs its plain text. Its SGR sequences colour it; the
+    /// colour that is passed does nothing. The view does not scroll.
     void insertText(std::u16string_view text, ZNTColour unusedColour);
     /// Shows a line in bold cyan, as typed lines are. It stands in the log twice, the second time raw.
     void insertTextInWindow(std::u16string_view text);
     /// The same for a message of the client's own, which may interrupt speech.
-    void insertTextIntoTheWindow(std::u16string_view text) override;
+    void insertTextIntoTheWindow(std::u16string_view text);
     void clearScreen();
 
     // Receiving
@@ -152,7 +155,7 @@ public:
     /// For text that arrives later.
     void changeFont(const ZNTFont& font);
     /// Whether sound tags of the game are carried out.
-    [[nodiscard]] bool playsSoundTags() const { return _zntParserUtility._isMspOnOff(); }
+    [[nodiscard]] bool playsSoundTags() const;
     /// Asks the server for compression and takes the very next block as compressed, or refuses it and takes
     /// what comes as plain.
     void set_isMccpOnOff(bool on);
@@ -172,7 +175,7 @@ public:
     /// Edited triggers are in force from the next block on.
     void reloadTriggers();
     /// Whether the trigger with that key rests, because its pattern was too slow for several chunks.
-    [[nodiscard]] bool isTriggerResting(std::int64_t oid) const { return triggers.isResting(oid); }
+    [[nodiscard]] bool isTriggerResting(std::int64_t oid) const;
 
     /// Ends all that plays, with the repetitions that are left, and what is still being fetched.
     void stopAllSounds();
@@ -181,7 +184,8 @@ public:
     /// Turns speech on, and its interruption, as `awakeFromNib` does where a screen reader runs; for a front
     /// end that finds only afterwards that one was running.
     void speakForScreenReader();
-    /// The key, heard before the menu item changes its state: stops speech that is on, else turns it on.
+    /// Kept as part of the interface: a key that comes before the menu item changes its state. It stops
+    /// speech that is on, else turns it on.
     void shortcutKeySpeechOnAndOff();
     /// The menu item, whose state has changed already: speech follows it.
     void textToSpeechOnAndOff();
@@ -191,109 +195,81 @@ public:
     void stopSpeaking();
     void setSpeechOnOffBindingState(int state);
     void setSpeechInterruptOnOffBindingState(int state);
-    [[nodiscard]] int speechOnOffBindingState() const { return speechOnOffBindingState_; }
-    [[nodiscard]] int speechInterruptOnOffBindingState() const { return speechInterruptOnOffBindingState_; }
+    [[nodiscard]] int speechOnOffBindingState() const;
+    [[nodiscard]] int speechInterruptOnOffBindingState() const;
     /// False while nothing can be found that speaks.
-    [[nodiscard]] bool isSpeechAvailable() const { return services.speechEngine.isAvailable(); }
-    [[nodiscard]] ZNTSpeechSynth& zntSpeechSynth() { return zntSpeechSynth_; }
-    [[nodiscard]] ZNTSpeechReview& speechReview() { return speechReview_; }
+    [[nodiscard]] bool isSpeechAvailable() const;
+    [[nodiscard]] ZNTSpeechSynth& zntSpeechSynth();
+    [[nodiscard]] ZNTSpeechReview& speechReview();
 
     // Recorder
     void startOrPauseRecording();
     void doneRecording();
-    [[nodiscard]] const ZNTRecorder& recorder() const { return _zntRecorder; }
+    [[nodiscard]] const ZNTRecorder& recorder() const { return *_zntRecorder; }
 
     // Queries
     [[nodiscard]] ZNTSessionState state() const;
     [[nodiscard]] ZNTSessionEnding lastEnding() const { return lastEnding_; }
     [[nodiscard]] std::chrono::system_clock::time_point connectedSince() const { return connectedSince_; }
     [[nodiscard]] bool isConnected() const { return isConnected_; }
+    // Kept as part of the interface: what the parser has noted. Nothing of the client asks for it.
     [[nodiscard]] bool readTimeout() const { return readTimeout_; }
     [[nodiscard]] bool endOfNegotiations() const { return endOfNegotiations_; }
     [[nodiscard]] bool isGoAhead() const { return isGoAhead_; }
-    [[nodiscard]] bool _mccp() const { return _mccp_; }
+    /// Whether the next block is taken as compressed.
+    [[nodiscard]] bool _mccp() const;
     [[nodiscard]] bool isWalking() const;
     /// Whether something that came in is not shown yet.
-    [[nodiscard]] bool hasTextHeldBack() const { return chunkInHand || !mudServerTextSentBuffer.empty(); }
+    [[nodiscard]] bool hasTextHeldBack() const
+    {
+        return chunk.isInHand() || !mudServerTextSentBuffer.empty();
+    }
     [[nodiscard]] ZNTStringEncoding cfStringEncoding() const { return cfStringEncoding_; }
-    /// The folder that the sounds of triggers are played from; ends with a slash.
+    /// Kept as part of the interface: the folder that the sounds of triggers are played from, with a slash at
+    /// its end.
     [[nodiscard]] const std::string& rootPath() const { return rootPath_; }
     [[nodiscard]] const std::u16string& lastCommand() const { return lastCommand_; }
 
     static constexpr std::u16string_view _emptyString{};
     /// The telnet commands in received text, as an ICU expression with dots that match line ends too.
-    /// `znt::telnet::forEachCommand` finds what it finds, in linear time.
+    /// `znt::telnet::commandAt` finds what it finds, in linear time.
     static constexpr std::u16string_view _specialMudProtocolsRegex = u"\\xFF(..?)";
-    /// UTF-16 units that may be held back; past it they are shown as after a silence, so that a server that
-    /// never pauses cannot fill the memory.
-    static constexpr std::size_t mostHeldBack = std::size_t{8} << 20;
-    /// UTF-16 units kept for `replayLastText`, the newest; hours more could not be listened to.
-    static constexpr std::size_t mostReplayed = std::size_t{1} << 20;
-    /// Bytes of telnet replies that may wait for the server to take them before nothing further is read.
-    static constexpr std::size_t mostReplyBytes = std::size_t{64} << 10;
-    /// Bytes that may wait likewise before triggers answer no further for the time being.
-    static constexpr std::size_t mostAnswerBytes = std::size_t{64} << 10;
-    /// Bytes of any kind that may wait likewise before nothing further is read: chunk after chunk can cause
-    /// answers.
-    static constexpr std::size_t mostBytesOnTheirWay = std::size_t{1} << 20;
-    /// What triggers may do in one turn of the loop: answers, and seconds. What the player types meanwhile
-    /// leaves before the next turn's.
-    static constexpr int mostAnswersInATurn = 2'000;
-    static constexpr double secondsForAnswers = 0.05;
 
 private:
-    // The socket's delegate
-    void onSocketDidConnectToHost(ZNTStream& socket, const std::string& host, std::uint16_t port) override;
-    void onSocketDidReadData(ZNTStream& socket, std::string_view data, std::int64_t tag) override;
-    double onSocketShouldTimeoutReadWithTag(ZNTStream& socket, std::int64_t tag, double elapsed,
+    class Answers;
+    class Commands;
+    class Walks;
+
+    // The connection's delegate
+    void onSocketDidConnectToHost(ZNTStream& stream, const std::string& host, std::uint16_t port) override;
+    void onSocketDidReadData(ZNTStream& stream, std::string_view data, std::int64_t tag) override;
+    double onSocketShouldTimeoutReadWithTag(ZNTStream& stream, std::int64_t tag, double elapsed,
                                             std::size_t bytesDone) override;
-    void onSocketDidWriteDataWithTag(ZNTStream& socket, std::int64_t tag) override;
-    void onSocketWillDisconnectWithError(ZNTStream& socket, const ZNTError* error) override;
-    void onSocketDidDisconnect(ZNTStream& socket) override;
-    // Of no interest to a session.
-    void onSocketDidReadPartialDataOfLength(ZNTStream&, std::size_t, std::int64_t) override {}
-    void onSocketDidAcceptNewSocket(ZNTStream&, ZNTStream&) override {}
-    void onSocketDidSecure(ZNTStream&) override {}
+    void onSocketDidWriteDataWithTag(ZNTStream& stream, std::int64_t tag) override;
+    void onSocketWillDisconnectWithError(ZNTStream& stream, const ZNTError* error) override;
+    void onSocketDidDisconnect(ZNTStream& stream) override;
 
-    // What the parser tells
-    void setIsGoAhead(bool isGoAhead) override { isGoAhead_ = isGoAhead; }
-    void setEndOfNegotiations(bool isEnd) override { endOfNegotiations_ = isEnd; }
-    void set_mccp(bool isCompressed) override;
-    void writeData(std::string_view data, double timeout, long tag) override;
+    // The chunk's owner
+    void answersBegin() override;
+    void answersEnd() override;
+    [[nodiscard]] bool hasRoomForAnswers() const override;
+    void showChunk(const ZNTAttributedText& chunk, bool isGagged) override;
+    void chunkEnded(ZNTAttributedText&& chunk, bool isFlood) override;
+    void chunkMoved() override;
+    void waitingEnded() override;
 
-    // What a prefixed line sets going
-    void speedwalk(const std::shared_ptr<const ZNTSpeedWalking::Route>& route) override;
-    void stopSpeedwalk() override;
-    std::vector<std::u16string> getAllMacroNames() override;
-    std::optional<std::u16string> getMacroByName(std::u16string_view name) override;
-
-    // What a trigger does
-    void sendCommand(std::u16string_view command) override;
-    void playTriggerSound(std::u16string_view fileName) override;
-    bool hasTimeForMore() override;
-
+    // On the way in
     void readNextBlock();
     void holdReadingWhileBusy();
-    void processBlock(std::string_view data);
-    void takeWhatWasHeldUp(ZNTStream& socket);
+    void receive(const ZNTReceived& received);
+    void noteCompression();
+    void takeWhatWasHeldUp(ZNTStream& stream);
+    ZNTAttributedText coloured(std::u16string text);
     void showFarewellInAWhile();
-    [[nodiscard]] bool isToBeInflated(std::string_view block) const;
-    std::string inflated(std::string_view block);
-    void refuseCompression();
-    void goOnWithChunk();
-    void goOnWithChunkNextTurn();
-    [[nodiscard]] bool hasRoomForAnswers() const;
-    void giveUpAnswers();
-    void forgetWrites();
-    void finishChunk();
-    void processWhatWaits();
-    void show(const ZNTAttributedText& result, bool isGagged);
-    void speakOrStop(const std::u16string& plainText);
-    void interruptSpeech(double pause);
-    bool mayPause();
-    void allowPauseNextTurn();
-    void sendGatheredLines();
-    void forgetReplay() { _replayLastTextFromMUD.clear(); }
+    /// Hands telnet replies and lines to the connection. Without one they are dropped.
+    void writeData(std::string_view data, double timeout, long tag);
+
+    // The screen
     void showMudNotResponding();
     /// The command line and the ten direction buttons: what needs a connection.
     void enableAlmostAllWidgets();
@@ -302,25 +278,6 @@ private:
     void fillFromDefaultMud();
     void putIntoForce(const ZNTSettings& before);
     void changed(ZNTSessionChange what);
-
-    /// A released chunk, from its trigger pass until it is shown.
-    struct Chunk {
-        ZNTAttributedText result;
-        bool isFlood; ///< it was released because of its length
-        std::unique_ptr<ZNTTriggerPass> pass;
-    };
-    class AutomaticLines;
-    /// Where speed walks send their steps.
-    class LinesOfWalks final : public ZNTLineSender
-    {
-    public:
-        explicit LinesOfWalks(ZNTServerConnectController& session) : session(session) {}
-        void sendMessageToServer(std::u16string_view line, bool ignoreSpecials) override;
-        [[nodiscard]] bool hasRoom() const override { return session.hasRoomForAnswers(); }
-
-    private:
-        ZNTServerConnectController& session;
-    };
 
     ZNTPlatform platform;
     ZNTSessionScreen screen;
@@ -332,46 +289,30 @@ private:
     bool endOfNegotiations_ = false;
     bool isGoAhead_ = false;
     bool isScreenFull = false;
-    bool _mccp_ = false;
+    bool wasInflating = false; ///< when `changed` last said so
     bool _isMspOnOff_ = false; ///< shared by the switches for sound and compression
-    int speechOnOffBindingState_ = 0;
-    int speechInterruptOnOffBindingState_ = 0;
     ZNTStringEncoding cfStringEncoding_ = ZNTStringEncoding::Ascii;
     std::string rootPath_;
     std::u16string lastCommand_;
-    ZNTPendingWrites pendingWrites;
-    bool isAutomatic = false;         ///< the line at hand comes from a trigger or a walk
-    bool hasPausedForTheGame = false; ///< such a line has interrupted speech in this turn of the loop
-    std::u16string _replayLastTextFromMUD;
-    ZNTHeldBackText mudServerTextSentBuffer;
     ZNTSessionEnding lastEnding_ = ZNTSessionEnding::None;
     std::chrono::system_clock::time_point connectedSince_{};
 
-    ZNTSpeechSynth zntSpeechSynth_;
-    ZNTSpeechHandOver speechHandOver;
-    ZNTSpeechReview speechReview_;
-    ZNTRecorder _zntRecorder;
-    LinesOfWalks linesOfWalks{*this};
-    ZNTSpeedWalking _zntSpeedwalking;
-    ZNTMSPProcessor _soundProcessor;
-    ZNTParserUtility _zntParserUtility;
-    ZNTCommandInterpreter commandInterpreter;
-    ZNTTriggerList triggers;
-    ZNTInflater mccp2;
-    ZNTLogger _zntLogger;
-    /// After `triggers`, to which a pass gives its memory back.
-    std::optional<Chunk> chunkInHand;
-    bool isBusyWithChunk = false;  ///< its triggers are answering, or it is being shown
-    bool areLinesGathered = false; ///< its triggers are answering
-    bool isWaitingForRoom = false; ///< until the server has taken more of the answers
-    int answersOfTurn = 0;
-    double endOfTurn = 0; ///< of the part of a turn that is for answers; by the run loop's clock
-    std::string gatheredLines;
-    std::unique_ptr<RunLoopTimer> nextPart;
-    /// What came, from elsewhere than the network, while a chunk was in hand.
-    std::deque<std::function<void()>> waitingForChunk;
-    bool isProcessingWhatWaits = false;
+    // Each of these uses those above it only.
+    std::unique_ptr<ZNTLogger> _zntLogger;
+    std::unique_ptr<ZNTOutgoing> outgoing;
+    std::unique_ptr<ZNTSessionSpeech> speech;
+    std::unique_ptr<ZNTRecorder> _zntRecorder;
+    std::unique_ptr<Walks> walks;
+    std::unique_ptr<ZNTSpeedWalking> _zntSpeedwalking;
+    std::unique_ptr<ZNTMSPProcessor> _soundProcessor;
+    std::unique_ptr<Commands> commands;
+    std::unique_ptr<ZNTCommandInterpreter> commandInterpreter;
+    std::unique_ptr<ZNTParserUtility> _zntParserUtility;
+    std::unique_ptr<ZNTReceiver> receiver;
+    ZNTHeldBackText mudServerTextSentBuffer;
+    std::unique_ptr<ZNTTriggerList> triggers;
+    std::unique_ptr<Answers> answers;
+    ZNTChunkInHand chunk;
     std::unique_ptr<RunLoopTimer> farewellTimer;
     std::unique_ptr<ZNTStream> mudServer; ///< made anew at each connect
-    std::shared_ptr<char> life = std::make_shared<char>();
 };

@@ -1,4 +1,6 @@
+#include "ZNTParserUtility.h"
 #include "ZNTServerConnectController.h"
+#include "ZNTSessionSpeech.h"
 
 #include <utility>
 
@@ -28,7 +30,7 @@ void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
             set_isMspOnOff(wanted.sounds);
         } else { // the game is not asked, its offer is answered
             _isMspOnOff_ = wanted.sounds;
-            _zntParserUtility.set_isMspOnOff(wanted.sounds);
+            _zntParserUtility->set_isMspOnOff(wanted.sounds);
             changed(ZNTSessionChange::Sounds);
         }
     }
@@ -38,7 +40,8 @@ void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
     }
     if (wanted.interruption != before.interruption)
         setSpeechInterruptOnOffBindingState(wanted.interruption ? 1 : 0);
-    zntSpeechSynth_.setUseSystemVoiceNotVO(wanted.systemVoice);
-    zntSpeechSynth_.setUseTimer(wanted.pacing);
-    zntSpeechSynth_.setSpeechRate(wanted.rate);
+    auto& synth = speech->synth();
+    synth.setUseSystemVoiceNotVO(wanted.systemVoice);
+    synth.setUseTimer(wanted.pacing);
+    synth.setSpeechRate(wanted.rate);
 }

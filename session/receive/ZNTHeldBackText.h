@@ -2,13 +2,39 @@
 
 #include "ZNTText.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
-/// What came in since text was last shown, waiting for the go-ahead, refusal or silence that releases it.
+/// What came in since text was last shown. It waits for the go-ahead, refusal or silence that releases it.
 class ZNTHeldBackText
 {
 public:
+    struct Released {
+        std::u16string text;  ///< everything held back, in order and with nothing between
+        bool isFlood = false; ///< released because of its length alone
+    };
+    /// UTF-16 units that may be held back. Past it they are released as after a silence, so that a server
+    /// that never pauses cannot fill the memory.
+    static constexpr std::size_t mostHeldBack = std::size_t{8} << 20;
+
+    /// Takes one block. A block that releases comes behind what was held back, as it stands; any other waits.
+    /// None if nothing is to be shown now: a silence with nothing held back is no chunk, which triggers could
+    /// match.
+    std::optional<Released> take(std::u16string_view block, bool isRelease)
+    {
+        if (!isRelease) {
+            add(block);
+            if (size() <= mostHeldBack)
+                return std::nullopt;
+            return Released{releasedWith({}), /*isFlood=*/true};
+        }
+        if (block.empty() && empty())
+            return std::nullopt;
+        return Released{releasedWith(block), /*isFlood=*/false};
+    }
+
     /// Adds a block, without the spaces and tabs at its ends; line ends stay. Wide and no-break spaces stay
     /// too: they belong to the layout of Chinese text.
     void add(std::u16string_view block)

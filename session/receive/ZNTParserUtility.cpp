@@ -12,8 +12,6 @@ namespace
 
 using namespace znt::telnet;
 
-constexpr double replyTimeout = 0.1; // seconds
-
 /// How an offer is answered.
 enum class Answer : std::uint8_t { None, Refuse, Wont, EndOfRecord, CompressionV2, Sound };
 
@@ -32,20 +30,10 @@ constexpr std::array<Answer, 256> answersToOffers = [] {
 
 } // namespace
 
-ZNTParserUtility::ZNTParserUtility(ZNTTelnetListener& session,
-                                   std::function<void(std::u16string_view)> processSound)
-    : _zntServerConnectController(session),
-      processSound(std::move(processSound))
+ZNTTelnetAnswers ZNTParserUtility::processServerCommands(std::u16string_view text)
 {
-}
-
-void ZNTParserUtility::processServerCommands(std::u16string_view text)
-{
-    areRepliesGathered = true;
-    forEachCommand(text, [this](auto command) { processServerCommand(command); });
-    areRepliesGathered = false;
-    if (!gatheredReplies.empty())
-        _zntServerConnectController.writeData(std::exchange(gatheredReplies, {}), replyTimeout, replyTag);
+    answers.isRelease = forEachCommand(text, [this](auto command) { processServerCommand(command); });
+    return std::exchange(answers, {});
 }
 
 void ZNTParserUtility::processServerCommand(std::u16string_view command)
@@ -55,12 +43,10 @@ void ZNTParserUtility::processServerCommand(std::u16string_view command)
     switch (command[1]) {
     case EOR:
     case GA:
-        _zntServerConnectController.setIsGoAhead(true);
+        answers.isGoAhead = true;
         break;
     case SE:
-        _zntServerConnectController.setEndOfNegotiations(true);
-        _zntServerConnectController.set_mccp(
-            true); // the only subnegotiation that is ever agreed to is the start of MCCP2
+        answers.isEndOfNegotiations = true;
         break;
     case WILL:
         processServerOptionForWill(command);
@@ -85,7 +71,7 @@ void ZNTParserUtility::processServerOptionForWill(std::u16string_view command)
         sendCommand(WONT, option);
         break;
     case Answer::EndOfRecord:
-        _zntServerConnectController.setIsGoAhead(true);
+        answers.isGoAhead = true;
         sendCommand(DO, option);
         break;
     case Answer::CompressionV2:
@@ -99,13 +85,10 @@ void ZNTParserUtility::processServerOptionForWill(std::u16string_view command)
 
 void ZNTParserUtility::sendCommand(char16_t command, char16_t option)
 {
-    const std::array bytes{static_cast<char>(IAC), static_cast<char>(command), static_cast<char>(option)};
-    const std::string_view reply(bytes.data(), bytes.size());
-    if (areRepliesGathered)
-        gatheredReplies += reply;
-    else
-        _zntServerConnectController.writeData(reply, replyTimeout, replyTag);
+    answers.replies += {static_cast<char>(IAC), static_cast<char>(command), static_cast<char>(option)};
 }
+
+std::string ZNTParserUtility::takeReplies() { return std::exchange(answers.replies, {}); }
 
 bool ZNTParserUtility::isGoAhead(std::u16string_view command)
 {
@@ -125,13 +108,15 @@ bool ZNTParserUtility::isGoAhead(std::u16string_view command)
     }
 }
 
-ZNTAttributedText ZNTParserUtility::processIncomingStream(std::u16string text)
+std::optional<std::u16string_view> ZNTParserUtility::soundTag(std::u16string_view text) const
+{
+    return _isMspOnOff_ ? znt::nextSoundTag(text) : std::nullopt;
+}
+
+ZNTAttributedText ZNTParserUtility::processIncomingStream(std::u16string text) const
 {
     if (text.empty())
         return {};
-    if (_isMspOnOff_)
-        if (const auto tag = znt::nextSoundTag(text))
-            processSound(*tag);
     stripCommands(text);
     if (text == u"m") // what is left of a colour sequence that two blocks shared
         text.clear();

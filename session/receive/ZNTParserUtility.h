@@ -3,21 +3,16 @@
 #include "ZNTAttributedText.h"
 #include "ZNTColourParser.h"
 
-#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
-/// What the parser tells, and asks of, the session that it works for.
-class ZNTTelnetListener
-{
-public:
-    virtual ~ZNTTelnetListener() = default;
-    virtual void setIsGoAhead(bool isGoAhead) = 0;
-    virtual void setEndOfNegotiations(bool isEnd) = 0;
-    /// From the next block on, what comes in is compressed (or is not).
-    virtual void set_mccp(bool isCompressed) = 0;
-    /// Sends `data` as it stands; a write that takes longer than `timeout` seconds ends the connection.
-    virtual void writeData(std::string_view data, double timeout, long tag) = 0;
+/// What the telnet commands of one block lead to.
+struct ZNTTelnetAnswers {
+    std::string replies;              ///< bytes for the server, in the order of what they answer
+    bool isGoAhead = false;           ///< GA, EOR or an offer of EOR
+    bool isEndOfNegotiations = false; ///< IAC SE
+    bool isRelease = false;           ///< IAC GA, or IAC WONT, which servers send before a password
 };
 
 /// Understands what servers mix into their text. Its telnet half (RFC 854, RFC 855) answers offers from a
@@ -27,22 +22,26 @@ public:
 class ZNTParserUtility
 {
 public:
-    /// `processSound` is handed the first sound tag of each text while sounds are on.
-    ZNTParserUtility(ZNTTelnetListener& session, std::function<void(std::u16string_view tag)> processSound);
-
-    /// Acts on every command of a received block, in order. All that they are answered goes out in one write:
-    /// a flood of offers must not become a queue of as many writes, behind which a typed line would wait.
-    void processServerCommands(std::u16string_view text);
-    /// Acts on one command, as `znt::telnet::commandAt` delimits it.
+    /// Acts on every command of a received block, in order. The replies leave in one write: a flood of offers
+    /// must not become a queue of as many writes, behind which a typed line would wait.
+    ZNTTelnetAnswers processServerCommands(std::u16string_view text);
+    /// Acts on one command, as `znt::telnet::commandAt` delimits it, and adds to `answers`.
     void processServerCommand(std::u16string_view command);
     /// Answers the WILL in `command`, whose third character is the option; one without it is ignored.
     void processServerOptionForWill(std::u16string_view command);
+    /// Adds the three bytes of a command to the replies. The session sends them with `replyTimeout` and
+    /// `replyTag`.
     void sendCommand(char16_t command, char16_t option);
-    /// Whether a command ends a prompt. A WILL is answered on the way and is none.
+    /// The replies that wait to be sent. None are left.
+    [[nodiscard]] std::string takeReplies();
+    /// Kept as part of the interface: whether a command ends a prompt. A WILL is answered and is none.
     bool isGoAhead(std::u16string_view command);
 
+    /// The sound tag that `text` sets going: its first one, while sounds are on. To be asked before
+    /// `processIncomingStream`, which takes all of them out.
+    [[nodiscard]] std::optional<std::u16string_view> soundTag(std::u16string_view text) const;
     /// Takes out telnet commands and sound tags, and turns SGR sequences into attributes.
-    ZNTAttributedText processIncomingStream(std::u16string text);
+    [[nodiscard]] ZNTAttributedText processIncomingStream(std::u16string text) const;
 
     /// Whether compression and sound are accepted when the server offers them.
     void set_isMccpOnOff(bool on) { _isMccpOnOff_ = on; }
@@ -50,20 +49,17 @@ public:
     [[nodiscard]] bool _isMccpOnOff() const { return _isMccpOnOff_; }
     [[nodiscard]] bool _isMspOnOff() const { return _isMspOnOff_; }
 
-    /// The tag of all that `writeData` is handed.
+    static constexpr double replyTimeout = 0.1; ///< seconds; a reply that takes longer ends the connection
     static constexpr long replyTag = 1;
 
     [[nodiscard]] ZNTColourParser& colours() { return colourParser; }
 
-    /// For a log: each UTF-16 unit as a blank and its decimal value.
+    /// Kept as part of the interface: for a log, each UTF-16 unit as a blank and its decimal value.
     static std::string charCodeString(std::u16string_view text);
 
 private:
-    ZNTTelnetListener& _zntServerConnectController;
-    std::function<void(std::u16string_view)> processSound;
     ZNTColourParser colourParser;
-    bool areRepliesGathered = false;
-    std::string gatheredReplies;
+    ZNTTelnetAnswers answers; ///< of the block at hand
     bool _isMspOnOff_ = false;
     bool _isMccpOnOff_ = false;
 };

@@ -14,9 +14,13 @@ namespace znt::telnet
 /// follows.
 std::u16string_view commandAt(std::u16string_view text, std::size_t start);
 
-/// Calls `handle` with every command of `text`, in order.
+/// Calls `handle` with every command of `text`, in order. Returns whether held-back text is released with
+/// this one: at IAC GA, and at IAC WONT, which servers send before a password.
+///
+/// One search, two questions that see different things: commands follow one another without overlap, while a
+/// release is any IAC before GA or WONT, also inside a command (IAC IAC GA releases).
 template <typename Handler>
-void forEachCommand(std::u16string_view text, Handler handle);
+bool forEachCommand(std::u16string_view text, Handler handle);
 
 /// Takes every command out of `text`.
 void stripCommands(std::u16string& text);
@@ -29,13 +33,17 @@ bool holdsOnlyCommands(std::u16string_view text);
 #include "ZNTTextScan.h"
 
 template <typename Handler>
-void znt::telnet::forEachCommand(std::u16string_view text, Handler handle)
+bool znt::telnet::forEachCommand(std::u16string_view text, Handler handle)
 {
-    for (std::size_t at = 0; (at = findUnit(text, IAC, at)) != text.npos;) {
+    bool isRelease = false;
+    std::size_t endOfCommand = 0;
+    for (std::size_t at = 0; (at = findUnit(text, IAC, at)) != text.npos && at + 1 < text.size(); ++at) {
+        isRelease |= text[at + 1] == WONT || text[at + 1] == GA;
+        if (at < endOfCommand)
+            continue;
         const auto command = commandAt(text, at);
-        if (command.empty())
-            return;
+        endOfCommand = at + command.size();
         handle(command);
-        at += command.size();
     }
+    return isRelease;
 }

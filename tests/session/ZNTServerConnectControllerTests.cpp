@@ -59,9 +59,9 @@ TEST_F(Session, ShowsAnEndlessFloodBeforeItFillsTheMemory)
 {
     connect();
     const std::u16string block(std::size_t{1} << 20, u'x');
-    for (std::size_t sent = 0; sent <= ZNTServerConnectController::mostHeldBack; sent += block.size())
+    for (std::size_t sent = 0; sent <= ZNTHeldBackText::mostHeldBack; sent += block.size())
         session().processMessage(block);
-    EXPECT_GT(shown().size(), ZNTServerConnectController::mostHeldBack);
+    EXPECT_GT(shown().size(), ZNTHeldBackText::mostHeldBack);
     EXPECT_FALSE(session().hasTextHeldBack());
 
     const auto flood = shown().size();

@@ -11,7 +11,7 @@ namespace
 class Answers : public ZNTSessionFixture
 {
 protected:
-    static constexpr int matches = 3 * ZNTServerConnectController::mostAnswersInATurn;
+    static constexpr int matches = 3 * ZNTChunkInHand::mostAnswersInATurn;
 
     static std::string manyMatches() { return std::string(matches, 'a') + "end" + goAhead; }
     static std::string repeated(const std::string& text, int times)

@@ -4,9 +4,12 @@
 #include "ZNTMacroGroupDropDownController.h"
 #include "ZNTMemoryStream.h"
 #include "ZNTMudMacroTableViewController.h"
+#include "ZNTOutgoing.h"
 #include "ZNTPlainElements.h"
+#include "ZNTRecorder.h"
 #include "ZNTServerConnectController.h"
 #include "ZNTSilentSounds.h"
+#include "ZNTSpeechSynth.h"
 #include "ZNTTestPlatform.h"
 #include "ZNTText.h"
 

@@ -11,37 +11,12 @@
 namespace
 {
 
-struct RecordedSession final : ZNTTelnetListener {
-    bool isGoAhead = false, isEndOfNegotiations = false, isCompressed = false;
-    std::vector<std::string> written;
-    void setIsGoAhead(bool value) override { isGoAhead = value; }
-    void setEndOfNegotiations(bool value) override { isEndOfNegotiations = value; }
-    void set_mccp(bool value) override { isCompressed = value; }
-    void writeData(std::string_view data, double timeout, long tag) override
-    {
-        EXPECT_EQ(timeout, 0.1);
-        EXPECT_EQ(tag, 1);
-        written.emplace_back(data);
-    }
-};
-
 class StreamParser : public testing::Test
 {
 protected:
-    RecordedSession session;
-    std::vector<std::u16string> tags;
-    ZNTParserUtility parser{session, [this](std::u16string_view tag) { tags.emplace_back(tag); }};
+    ZNTParserUtility parser;
 
-    void receive(std::u16string_view text)
-    {
-        znt::telnet::forEachCommand(text, [this](auto command) { parser.processServerCommand(command); });
-    }
-    std::vector<std::string> repliesTo(std::u16string_view text)
-    {
-        session.written.clear();
-        receive(text);
-        return session.written;
-    }
+    std::string repliesTo(std::u16string_view text) { return parser.processServerCommands(text).replies; }
 };
 
 std::string bytes(std::initializer_list<int> values)
@@ -70,38 +45,37 @@ TEST_F(StreamParser, AnswersEveryOfferByTheTable)
     for (int option = 0; option < 256; ++option) {
         SCOPED_TRACE(option);
         const auto answer = refusedBy.find(option);
-        const auto expected = answer == refusedBy.end() ? std::vector<std::string>{}
-                                                        : std::vector{bytes({255, answer->second, option})};
+        const auto expected =
+            answer == refusedBy.end() ? std::string() : bytes({255, answer->second, option});
         EXPECT_EQ(repliesTo(command({255, 251, option})), expected);
         for (const int other : {250, 252, 253, 254})
             EXPECT_TRUE(repliesTo(command({255, other, option})).empty());
     }
     parser.set_isMccpOnOff(true);
     parser.set_isMspOnOff(true);
-    EXPECT_EQ(repliesTo(command({255, 251, 90, 255, 251, 85, 255, 251, 86})),
-              (std::vector{bytes({255, 253, 90}), bytes({255, 25, 85}), bytes({255, 253, 86})}));
+    EXPECT_EQ(repliesTo(command({255, 251, 90, 'a', 255, 251, 85, 255, 251, 86})),
+              bytes({255, 253, 90, 255, 25, 85, 255, 253, 86}));
 }
 
-TEST_F(StreamParser, AnswersAllOffersOfABlockInOneWrite)
+TEST_F(StreamParser, NotesGoAheadsReleasesAndTheEndOfNegotiations)
 {
-    parser.processServerCommands(command({255, 251, 3, 'a', 255, 251, 24, 255, 253, 24, 255, 251, 25}));
-    EXPECT_EQ(session.written, std::vector{bytes({255, 25, 3, 255, 252, 24, 255, 253, 25})});
-    parser.processServerCommands(u"no offers");
-    parser.sendCommand(znt::telnet::DO, 90);
-    EXPECT_EQ(session.written.size(), 2U);
-}
-
-TEST_F(StreamParser, ReportsGoAheadsAndTheStartOfCompressionToTheSession)
-{
-    for (const auto& goAhead : {command({255, 249}), command({255, 239, 'x'}), command({255, 251, 25})}) {
-        session.isGoAhead = false;
-        receive(goAhead);
-        EXPECT_TRUE(session.isGoAhead);
+    struct Row {
+        std::u16string text;
+        bool isGoAhead, isRelease, isEnd;
+    };
+    for (const auto& row :
+         {Row{command({255, 249}), true, true, false}, Row{command({255, 239, 'x'}), true, false, false},
+          Row{command({255, 251, 25}), true, false, false},
+          Row{command({'a', 255, 252, 1}), false, true, false},
+          Row{command({255, 255, 249}), false, true, false},
+          Row{command({255, 250, 86, 255, 240}), false, false, true},
+          Row{command({'a', 249, 255}), false, false, false}}) {
+        SCOPED_TRACE(znt::utf8FromText(row.text));
+        const auto answers = parser.processServerCommands(row.text);
+        EXPECT_EQ(answers.isGoAhead, row.isGoAhead);
+        EXPECT_EQ(answers.isRelease, row.isRelease);
+        EXPECT_EQ(answers.isEndOfNegotiations, row.isEnd);
     }
-    EXPECT_FALSE(session.isEndOfNegotiations);
-    receive(command({255, 250, 86, 255, 240}));
-    EXPECT_TRUE(session.isEndOfNegotiations);
-    EXPECT_TRUE(session.isCompressed);
 }
 
 TEST_F(StreamParser, IgnoresCommandsThatTheBlockCutsOff)
@@ -125,10 +99,10 @@ TEST_F(StreamParser, PassesTheFirstSoundTagOnAndTakesOutAll)
 {
     const std::u16string text = u"Rain. !!SOUND(w/rain.wav V=50) \n!!MUSIC(a/b L=1)\nThunder!!";
     EXPECT_EQ(parser.processIncomingStream(text).text, u"Rain.  \n\nThunder!!");
-    EXPECT_TRUE(tags.empty());
+    EXPECT_FALSE(parser.soundTag(text));
     parser.set_isMspOnOff(true);
     EXPECT_EQ(parser.processIncomingStream(text).text, u"Rain.  \n\nThunder!!");
-    EXPECT_EQ(tags, std::vector<std::u16string>{u"!!SOUND(w/rain.wav V=50)"});
+    EXPECT_EQ(parser.soundTag(text), u"!!SOUND(w/rain.wav V=50)");
 }
 
 TEST(StreamScanners, AnswerAsIcuDoesOnRandomText)

@@ -1,4 +1,6 @@
 #include "ZNTCommandLine.h"
+#include "ZNTRecorder.h"
+#include "ZNTSpeechSynth.h"
 #include "ZNTTypingGuard.h"
 #include "ZNTWindowFixture.h"
 

@@ -1,4 +1,5 @@
 #include "ZNTPreferencesController.h"
+#include "ZNTSpeechSynth.h"
 #include "ZNTWindowFixture.h"
 
 #include <QCheckBox>

@@ -14,6 +14,10 @@
 #include "ZNTPlainKeys.h"
 #include "ZNTQtText.h"
 #include "ZNTQuitAnywhere.h"
+#include "ZNTRecorder.h"
+#include "ZNTSoundFactory.h"
+#include "ZNTSpeechReview.h"
+#include "ZNTSpeechSynth.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -5,6 +5,7 @@
 #include "ZNTMacroSheets.h"
 #include "ZNTMudListSheet.h"
 #include "ZNTPreferencesController.h"
+#include "ZNTSoundFactory.h"
 
 #include <QCoreApplication>
 #include <QProcess>

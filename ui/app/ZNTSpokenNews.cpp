@@ -1,6 +1,7 @@
 #include "ZNTSpokenNews.h"
 
 #include "ZNTServerConnectController.h"
+#include "ZNTSpeechSynth.h"
 
 #include <string>
 

@@ -1,6 +1,7 @@
 #include "ZNTStatusLine.h"
 
 #include "ZNTMudAppController.h"
+#include "ZNTRecorder.h"
 #include "ZNTSoundFactory.h"
 
 #include <QLabel>

@@ -7,6 +7,7 @@
 #include "ZNTQtText.h"
 #include "ZNTServerConnectController.h"
 #include "ZNTSoundFactory.h"
+#include "ZNTSpeechSynth.h"
 #include "ZNTWindowFit.h"
 #include "ZNTWindowServices.h"
 

@@ -1,0 +1,135 @@
+#include "ZNTSessionSpeech.h"
+
+#include "ZNTText.h"
+
+#include <memory>
+#include <utility>
+
+namespace
+{
+
+constexpr double noPause = 0;
+
+} // namespace
+
+ZNTSessionSpeech::ZNTSessionSpeech(RunLoop& runLoop, ZNTClock& clock, ZNTSpeechEngine& engine,
+                                   ZNTScreenReader& screenReader, std::function<void()> beforePause)
+    : runLoop(runLoop),
+      clock(clock),
+      beforePause(std::move(beforePause)),
+      zntSpeechSynth(runLoop, engine, screenReader),
+      speechHandOver(zntSpeechSynth),
+      speechReview(zntSpeechSynth)
+{
+}
+
+void ZNTSessionSpeech::chunkReceived(const std::u16string& plainText, bool isGagged)
+{
+    _replayLastTextFromMUD += znt::lastUnits(plainText, mostReplayed);
+    if (_replayLastTextFromMUD.size() > 2 * mostReplayed) // seldom, since it moves what stays
+        _replayLastTextFromMUD.erase(0, _replayLastTextFromMUD.size() - mostReplayed);
+    speechReview.addReceivedText(plainText);
+    if (!isGagged)
+        speakOrStop(plainText);
+}
+
+void ZNTSessionSpeech::speakOrStop(const std::u16string& plainText)
+{
+    const bool isOff = zntSpeechSynth.isSpeachOn(); // the name says the opposite
+    if (speechOnOffBindingState != 1) {
+        if (!isOff) // only a line that the player asked to hear again can be sounding
+            zntSpeechSynth.stopIt();
+        return;
+    }
+    if (isOff)
+        zntSpeechSynth.speechOn();
+    speechHandOver.speakOnNewThread(plainText);
+}
+
+void ZNTSessionSpeech::speakIfOn(std::u16string plainText)
+{
+    if (speechOnOffBindingState == 1)
+        speechHandOver.speakOnNewThread(std::move(plainText));
+}
+
+void ZNTSessionSpeech::interrupt(double pause)
+{
+    if (speechInterruptOnOffBindingState != 1)
+        return;
+    zntSpeechSynth.stopIt();
+    if (pause > 0 && mayPause()) {
+        beforePause();
+        clock.sleepFor(pause);
+    }
+    zntSpeechSynth.speechOn();
+}
+
+void ZNTSessionSpeech::turnOnForScreenReader()
+{
+    zntSpeechSynth.speechOn();
+    speechOnOffBindingState = speechInterruptOnOffBindingState = 1;
+}
+
+void ZNTSessionSpeech::toggle()
+{
+    if (speechOnOffBindingState != 0)
+        zntSpeechSynth.stopIt();
+    else
+        zntSpeechSynth.speechOn();
+}
+
+void ZNTSessionSpeech::followState()
+{
+    if (speechOnOffBindingState == 1)
+        zntSpeechSynth.speechOn();
+    else
+        zntSpeechSynth.stopIt();
+}
+
+void ZNTSessionSpeech::replay()
+{
+    if (_replayLastTextFromMUD.empty())
+        return;
+    interrupt(noPause);
+    speakIfOn(std::u16string(znt::lastUnits(_replayLastTextFromMUD, mostReplayed)));
+}
+
+void ZNTSessionSpeech::silence()
+{
+    zntSpeechSynth.stopIt();
+    if (speechOnOffBindingState == 1)
+        zntSpeechSynth.speechOn();
+}
+
+ZNTSessionSpeech::AutomaticLines::AutomaticLines(ZNTSessionSpeech& speech)
+    : speech(speech),
+      wasAutomatic(std::exchange(speech.isAutomatic, true))
+{
+}
+
+ZNTSessionSpeech::AutomaticLines::~AutomaticLines() { speech.isAutomatic = wasAutomatic; }
+
+/// A line of the player's may always pause.
+bool ZNTSessionSpeech::mayPause()
+{
+    if (!isAutomatic)
+        return true;
+    if (std::exchange(hasPausedForTheGame, true))
+        return false;
+    allowPauseNextTurn();
+    return true;
+}
+
+void ZNTSessionSpeech::allowPauseNextTurn()
+{
+    runLoop.post([this, alive = std::weak_ptr<char>(life)] {
+        if (!alive.expired() && !isChunkInHand)
+            hasPausedForTheGame = false;
+    });
+}
+
+void ZNTSessionSpeech::setChunkInHand(bool isInHand)
+{
+    if (std::exchange(isChunkInHand, isInHand) && !isInHand && hasPausedForTheGame)
+        allowPauseNextTurn();
+}

@@ -1,0 +1,72 @@
+#include "ZNTDecodeFirstReceiver.h"
+
+#include "ZNTBlockDecoder.h"
+#include "ZNTParserUtility.h"
+#include "ZNTTelnetScanner.h"
+
+#include <utility>
+
+namespace
+{
+
+using namespace znt::telnet;
+
+/// A block that cannot even be decoded is no announcement of compression.
+bool isBareCommands(std::string_view block, ZNTStringEncoding encoding)
+{
+    if (static_cast<unsigned char>(block.front()) != IAC)
+        return false;
+    const auto text = znt::decodedText(block, encoding);
+    return text && holdsOnlyCommands(*text);
+}
+
+} // namespace
+
+ZNTReceived ZNTDecodeFirstReceiver::read(std::string_view block, ZNTStringEncoding encoding)
+{
+    return readText(decoded(block, encoding));
+}
+
+std::u16string ZNTDecodeFirstReceiver::decoded(std::string_view block, ZNTStringEncoding encoding)
+{
+    if (!_mccp || block.empty() || isBareCommands(block, encoding))
+        return znt::textOfBlock(block, encoding);
+    const auto inflated = mccp2.anotherInflate(block);
+    if (inflated.outcome != ZNTInflater::Outcome::GoesOn) {
+        // The end of a stream and damage are one case: compression is refused, what comes next is plain.
+        _mccp = false;
+        parser.sendCommand(Refusal, option::CompressionV2);
+        parser.sendCommand(Refusal, option::CompressionV1);
+    }
+    return znt::textOfBlock(inflated.bytes, encoding);
+}
+
+ZNTReceived ZNTDecodeFirstReceiver::readText(std::u16string text)
+{
+    auto answers = parser.processServerCommands(text);
+    // The only subnegotiation that is ever agreed to is the start of MCCP2.
+    if (answers.isEndOfNegotiations)
+        _mccp = true;
+    return {.text = std::move(text),
+            .replies = std::move(answers.replies),
+            .isGoAhead = answers.isGoAhead,
+            .isEndOfNegotiations = answers.isEndOfNegotiations,
+            .isRelease = answers.isRelease};
+}
+
+std::string ZNTDecodeFirstReceiver::switchCompression(bool on)
+{
+    parser.set_isMccpOnOff(on);
+    _mccp = on;
+    parser.sendCommand(on ? DO : Refusal, option::CompressionV2);
+    return parser.takeReplies();
+}
+
+std::string ZNTDecodeFirstReceiver::switchSounds(bool on)
+{
+    parser.set_isMspOnOff(on);
+    parser.sendCommand(on ? DO : Refusal, option::Sound);
+    return parser.takeReplies();
+}
+
+void ZNTDecodeFirstReceiver::acceptCompressionOffers(bool accept) { parser.set_isMccpOnOff(accept); }

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "ZNTInflater.h"
+#include "ZNTReceiver.h"
+
+class ZNTParserUtility;
+
+/// The receiver that decodes first: bytes are inflated, decoded to text, and telnet commands are looked for
+/// in that text. Each block is read by itself; a command or a character that two blocks share is not joined.
+///
+/// Kept quirks: any IAC SE switches inflating on, beginning with the next block. A block that consists of
+/// bare telnet commands is not inflated, since servers announce compression with commands that are not
+/// compressed.
+class ZNTDecodeFirstReceiver final : public ZNTReceiver
+{
+public:
+    /// `parser` answers the offers. The caller owns it; it outlives the receiver.
+    explicit ZNTDecodeFirstReceiver(ZNTParserUtility& parser) : parser(parser) {}
+
+    void startStream() override { mccp2.startStream(); }
+    ZNTReceived read(std::string_view block, ZNTStringEncoding encoding) override;
+    ZNTReceived readText(std::u16string text) override;
+
+    /// Switched on, the very next block is taken as compressed.
+    std::string switchCompression(bool on) override;
+    std::string switchSounds(bool on) override;
+    void acceptCompressionOffers(bool accept) override;
+
+    [[nodiscard]] bool isInflating() const override { return _mccp; }
+    void stopInflating() override { _mccp = false; }
+
+private:
+    [[nodiscard]] std::u16string decoded(std::string_view block, ZNTStringEncoding encoding);
+
+    ZNTParserUtility& parser;
+    ZNTInflater mccp2;
+    bool _mccp = false;
+};
