@@ -155,6 +155,12 @@ ZNTAttributedText ZNTColourParser::attributedText(std::u16string text) const
 ZNTAttributeValue ZNTColourParser::attributeForCode(int code) const
 {
     using namespace znt::colours;
+    // The codes 31 to 36 and 41 to 46.
+    static constexpr std::array coloursByDigit{red, green, yellow, blue, magenta, cyan};
+    const int tens = code / 10, digit = code % 10;
+    if ((tens == 3 || tens == 4) && digit >= 1 && digit <= static_cast<int>(coloursByDigit.size()))
+        return coloursByDigit.at(static_cast<std::size_t>(digit - 1));
+
     const double size = aNewFont ? aNewFont->size : standingSize;
     switch (code) {
     case 0:
@@ -171,24 +177,6 @@ ZNTAttributeValue ZNTColourParser::attributeForCode(int code) const
         return 1;
     case 10:
         return ZNTFont{u"Menlo", size};
-    case 31:
-    case 41:
-        return red;
-    case 32:
-    case 42:
-        return green;
-    case 33:
-    case 43:
-        return yellow;
-    case 34:
-    case 44:
-        return blue;
-    case 35:
-    case 45:
-        return magenta;
-    case 36:
-    case 46:
-        return cyan;
     case 40:
     case 48:
     case 49:

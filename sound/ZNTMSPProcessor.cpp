@@ -144,19 +144,8 @@ ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16stri
     auto file = removeCrapData(processCommand(tag, filePattern, 1));
     if (!file)
         return file.error();
-
-    using Setter = void (ZNTSound::*)(ZNTSound::Parameter);
-    const std::pair<const std::u16string&, Setter> parameters[] = {{volumePattern, &ZNTSound::set_vParam},
-                                                                   {loopsPattern, &ZNTSound::set_lParam},
-                                                                   {priorityPattern, &ZNTSound::set_pParam},
-                                                                   {continuePattern, &ZNTSound::set_cParam},
-                                                                   {typePattern, &ZNTSound::set_tParam}};
-    for (const auto& [pattern, set] : parameters) {
-        auto value = removeCrapData(processCommand(tag, pattern, 2));
-        if (!value)
-            return value.error();
-        (request.sound.get()->*set)(std::move(value).value());
-    }
+    if (auto read = readParameters(tag, *request.sound); !read)
+        return read.error();
     auto url = removeCrapData(processCommand(tag, urlPattern, 2));
     if (!url)
         return url.error();
@@ -176,6 +165,23 @@ ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16stri
         request.sound->set_uParam(withExtension(std::move(*address)));
     request.sound->set_fName(folderPath + withExtension(request.file));
     return request;
+}
+
+ZNTResult<void> ZNTMSPProcessor::readParameters(std::u16string_view tag, ZNTSound& sound)
+{
+    using Setter = void (ZNTSound::*)(ZNTSound::Parameter);
+    const std::pair<const std::u16string&, Setter> parameters[] = {{volumePattern, &ZNTSound::set_vParam},
+                                                                   {loopsPattern, &ZNTSound::set_lParam},
+                                                                   {priorityPattern, &ZNTSound::set_pParam},
+                                                                   {continuePattern, &ZNTSound::set_cParam},
+                                                                   {typePattern, &ZNTSound::set_tParam}};
+    for (const auto& [pattern, set] : parameters) {
+        auto value = removeCrapData(processCommand(tag, pattern, 2));
+        if (!value)
+            return value.error();
+        (sound.*set)(std::move(value).value());
+    }
+    return {};
 }
 
 std::shared_ptr<ZNTSoundObject> ZNTMSPProcessor::soundForRequest(const Request& request)

@@ -57,10 +57,11 @@ public:
     /// The same for a name in which "*" stands for any characters and "?" for one.
     [[nodiscard]] std::vector<std::string> findFilesWithAWildcard(std::u16string_view pattern,
                                                                   const std::string& path) const;
-    /// A sound of the top of the folder, picked at random from `names`.
+    /// Kept as part of the interface: a sound of the top of the folder, picked at random from `names`.
     [[nodiscard]] std::shared_ptr<ZNTSoundObject>
     getSoundFromSoundFileArray(const std::vector<std::u16string>& names);
 
+    /// Kept as part of the interface: what is on the two channels, and the requests that were accepted last.
     [[nodiscard]] const std::shared_ptr<ZNTSoundObject>& _music() const { return _music_; }
     void set_music(std::shared_ptr<ZNTSoundObject> music) { _music_ = std::move(music); }
     [[nodiscard]] const std::shared_ptr<ZNTSoundObject>& _sounds() const { return _sounds_; }
@@ -86,8 +87,8 @@ private:
     class Delegate;
 
     ZNTResult<Request> requestFromTag(std::u16string_view tag);
-    ZNTResult<std::optional<std::u16string>> parameter(std::u16string_view tag,
-                                                       const std::u16string& pattern);
+    /// Reads the parameters of one letter into `sound`, all but the URL.
+    ZNTResult<void> readParameters(std::u16string_view tag, ZNTSound& sound);
     [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundForRequest(const Request& request);
     void fetch(Request request, const std::shared_ptr<ZNTSoundObject>& sound);
     void fetched(bool isSound, bool isLoaded);

@@ -17,12 +17,13 @@ public:
     [[nodiscard]] const std::u16string& _soundPath() const { return _soundPath_; }
     [[nodiscard]] const std::shared_ptr<ZNTSoundObject>& _nsSound() const { return _nsSound_; }
 
+    /// Kept as part of the interface: playback looks at the sound's file and counts its rounds itself.
     [[nodiscard]] bool _isSoundFile() const { return _isSoundFile_; }
     void set_isSoundFile(bool isSoundFile) { _isSoundFile_ = isSoundFile; }
     [[nodiscard]] std::int32_t _currentLoopCount() const { return _currentLoopCount_; }
     void set_currentLoopCount(std::int32_t count) { _currentLoopCount_ = count; }
 
-    /// The path in the sound folder that the tag names, for the record only: lookups go their own way.
+    /// Kept as part of the interface: the path in the sound folder that the tag names. Lookups do not use it.
     [[nodiscard]] const std::u16string& _fName() const { return _fName_; }
     void set_fName(std::u16string name) { _fName_ = std::move(name); }
 
@@ -38,7 +39,7 @@ public:
     /// Continue.
     [[nodiscard]] const Parameter& _cParam() const { return _cParam_; }
     void set_cParam(Parameter value) { _cParam_ = std::move(value); }
-    /// Type, the category of a sound.
+    /// Kept as part of the interface: the type (category) of a sound.
     [[nodiscard]] const Parameter& _tParam() const { return _tParam_; }
     void set_tParam(Parameter value) { _tParam_ = std::move(value); }
     /// URL from which a missing file is fetched.

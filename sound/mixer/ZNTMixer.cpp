@@ -95,7 +95,10 @@ private:
         int channel; ///< -1 until it sounds
     };
 
+    using Lock = std::unique_lock<std::mutex>;
     void run();
+    /// Takes the requests that wait, one by one. Gives the lock up while it carries one out.
+    void carryOutWaiting(Lock& hold);
     void carryOut(const Request& request);
     bool open();
     void closeIfOpen();
@@ -197,7 +200,7 @@ void ZNTMixer::State::run()
     static std::once_flag memoryIsWatched;
     std::call_once(memoryIsWatched, ZNTSoundDecoder::watchMemory);
     bool wasIdle = false;
-    std::unique_lock hold(mutex);
+    Lock hold(mutex);
     while (!isEnding) {
         const auto hasNews = [this] { return isEnding || !waiting.empty(); };
         if (!isOpen) {
@@ -216,20 +219,25 @@ void ZNTMixer::State::run()
         }
         wasIdle = false;
         dropEndedSamples();
-        while (!isEnding && !waiting.empty()) {
-            const auto request = std::move(waiting.front());
-            waiting.pop_front();
-            if (!plays.contains(request.play))
-                continue; // it was stopped while it waited
-            // Opening the device and decoding take long; the run loop's thread must not wait for them.
-            hold.unlock();
-            carryOut(request);
-            hold.lock();
-        }
+        carryOutWaiting(hold);
     }
     hold.unlock();
     closeIfOpen();
     SDL_Quit(); // frees what the library keeps for this thread, and its settings
+}
+
+void ZNTMixer::State::carryOutWaiting(Lock& hold)
+{
+    while (!isEnding && !waiting.empty()) {
+        const auto request = std::move(waiting.front());
+        waiting.pop_front();
+        if (!plays.contains(request.play))
+            continue; // it was stopped while it waited
+        // Opening the device and decoding take long; the run loop's thread must not wait for them.
+        hold.unlock();
+        carryOut(request);
+        hold.lock();
+    }
 }
 
 void ZNTMixer::State::carryOut(const Request& request)

@@ -19,12 +19,6 @@ void ZNTSpeechReview::addReceivedText(std::u16string_view plainText)
     }
 }
 
-const std::deque<std::u16string>& ZNTSpeechReview::lines()
-{
-    splitWhatCameIn();
-    return kept;
-}
-
 void ZNTSpeechReview::splitWhatCameIn()
 {
     for (const auto& chunk : unsplit)

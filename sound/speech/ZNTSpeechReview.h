@@ -38,9 +38,6 @@ public:
     /// command.
     void startOver() { place = 0; }
 
-    /// Newest last.
-    [[nodiscard]] const std::deque<std::u16string>& lines();
-
 private:
     /// UTF-16 units of chunks that wait to be split into lines: more than a thousand lines of game text.
     static constexpr std::size_t mostUnsplit = mostLines * 256;

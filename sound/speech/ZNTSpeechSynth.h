@@ -62,6 +62,7 @@ public:
     [[nodiscard]] static std::size_t wordCount(std::u16string_view text) { return znt::wordCount(text); }
 
     /// Whether the words of a line decide when the next one is taken; else one is taken every half second.
+    /// Kept as part of the interface, like the two getters below: the settings know their values.
     [[nodiscard]] bool useTimer() const { return useTimer_; }
     void setUseTimer(bool useTimer) { useTimer_ = useTimer; }
     /// Whether the engine speaks even when the screen reader runs.
