@@ -45,7 +45,7 @@ bool ZNTSpeedWalking::hasRoomFor(const std::shared_ptr<const Route>& route) cons
     if (walks.size() >= mostWalks)
         return false;
     std::size_t pathText = route->path.size();
-    const Route* previous = nullptr; // walks of one line mostly stand beside each other
+    const Route* previous = nullptr; // walks of one line are mostly neighbours, so a shared path counts once
     for (const auto& [number, walk] : walks) {
         if (walk.route != route && walk.route.get() != previous)
             pathText += walk.route->path.size();

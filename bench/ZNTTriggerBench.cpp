@@ -129,6 +129,14 @@ void forEachChunk(std::u16string_view text, std::size_t chunkSize, Use use)
         use(text.substr(at, chunkSize));
 }
 
+bool wholePass(ZNTTriggerList& list, std::u16string_view text, ZNTTriggerActions& actions)
+{
+    const auto pass = list.startPass(text, actions);
+    while (!pass->goOn())
+        continue;
+    return pass->isGagged();
+}
+
 /// range: triggers, how many match, characters a chunk
 void passOver(benchmark::State& state)
 {
@@ -142,7 +150,7 @@ void passOver(benchmark::State& state)
     CountedActions actions;
     for (auto _ : state)
         forEachChunk(text, static_cast<std::size_t>(state.range(2)),
-                     [&](auto chunk) { benchmark::DoNotOptimize(list.passOver(chunk, actions)); });
+                     [&](auto chunk) { benchmark::DoNotOptimize(wholePass(list, chunk, actions)); });
     state.SetBytesProcessed(static_cast<std::int64_t>(text.size()) * state.iterations());
     state.counters["commands/MiB"] = static_cast<double>(actions.commands) /
                                      static_cast<double>(state.iterations()) * 1048576.0 /
@@ -216,7 +224,7 @@ void answer(benchmark::State& state)
     FirstCommand actions;
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
-        list.passOver(u"A goblin kicks you hard!\r\n", actions);
+        wholePass(list, u"A goblin kicks you hard!\r\n", actions);
         state.SetIterationTime(std::chrono::duration<double>(actions.sent - start).count());
     }
 }

@@ -205,7 +205,7 @@ void ZNTConsoleClient::finish(int exitCode)
 }
 
 /// What the game said last is held back until half a second of silence, also when it closed the connection.
-/// The alert about that stands below it.
+/// The alert about that is shown below it.
 bool ZNTConsoleClient::isFarewellHeldBack() const
 {
     return controller.lastEnding() != ZNTSessionEnding::None && controller.hasTextHeldBack();

@@ -10,7 +10,7 @@
 struct ZNTConsoleOptions {
     enum class Colour { Auto, Always, Never };
 
-    std::string host; ///< empty where none was given
+    std::string host; ///< empty if none was given
     std::uint16_t port = 0;
     ZNTSettingValues settings; ///< of --set, --encoding, --mccp, --msp and --speech
     Colour colour = Colour::Auto;

@@ -28,8 +28,9 @@ void openMissingStandardDescriptors()
             ::open("/dev/null", O_RDWR); // takes the lowest free one
 }
 
-/// Bytes that may wait for stdout. A person at the terminal types behind what waits, and so less does; with a
-/// script the room lets the session take a flood while the terminal shows what came before.
+/// Bytes that may wait for stdout. A person at a terminal sees the answer to a line only after all that
+/// waits, so little may wait there. For a script more may wait: the session then takes a flood while the
+/// terminal still shows earlier text.
 constexpr std::size_t mostWaitingForTerminal = std::size_t{1} << 20, mostWaiting = std::size_t{16} << 20;
 
 /// Says what was done on stdout, why nothing could be done on stderr.

@@ -12,6 +12,6 @@ public:
 
     void showWindow();
     void setMacroGroupName() { showNameOfCurrentGroup(); }
-    /// Stores the macro as it stands, whatever is in the fields, and closes.
+    /// Stores the fields as they are, also if they are empty, and closes.
     void doneEditing();
 };

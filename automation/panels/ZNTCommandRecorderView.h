@@ -44,6 +44,7 @@ public:
     static void save(ZNTAutoCommands& record, ZNTCommandRecorderDataSource& commands,
                      std::u16string_view name, std::u16string_view seconds, ZNTPlatformLog& log);
 
+    // Kept as part of the interface: the sheet's record and its list.
     [[nodiscard]] const ZNTAutoCommands& _autoCommands() const { return _autoCommands_; }
     [[nodiscard]] ZNTCommandRecorderDataSource* _theDataSource() const { return _theDataSource_; }
 

@@ -19,7 +19,7 @@ public:
     /// false.
     bool setEditableData();
     void setMacroGroupName();
-    /// Stores the fields as they stand, and closes.
+    /// Stores the fields as they are, and closes.
     void doneEditing();
 
 private:

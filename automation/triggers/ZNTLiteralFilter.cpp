@@ -66,6 +66,26 @@ private:
     std::vector<std::uint32_t> counts = std::vector<std::uint32_t>(65536);
 };
 
+/// Where the `stride` consecutive grams begin that are noted of a literal. Any would do. Those are taken that
+/// the walk meets least often by chance, because each meeting costs a comparison.
+template <typename GramOf>
+std::size_t cheapestWindow(std::size_t shortest, std::size_t gramLength, std::size_t stride,
+                           std::size_t length, const GramCounts& counts, GramOf gramOf)
+{
+    std::size_t window = 0;
+    auto leastWork = std::numeric_limits<double>::infinity();
+    for (std::size_t start = 0; start + shortest <= length; ++start) {
+        double work = 0;
+        for (std::size_t at = start; at < start + stride; ++at)
+            work += expectedFrequency(gramOf(at), gramLength) * counts.of(gramOf(at));
+        if (work < leastWork) {
+            leastWork = work;
+            window = start;
+        }
+    }
+    return window;
+}
+
 } // namespace
 
 // Occurrences
@@ -172,49 +192,41 @@ void ZNTLiteralFilter::addGroup(const Band& band, const std::vector<std::uint32_
         for (std::size_t at = 0; at + band.gramLength <= literals[number].size(); ++at)
             counts.add(gramAt(&lowBytes[at]) & group.gramMask);
     }
-    // Any `stride` consecutive grams of a literal would do. Those are taken that the walk meets least often
-    // by chance, because each meeting costs a comparison.
     for (const auto number : members) {
         const auto lowBytes = paddedLowBytes(literals[number]);
-        std::size_t window = 0;
-        auto leastWork = std::numeric_limits<double>::infinity();
-        for (std::size_t start = 0; start + band.shortest <= literals[number].size(); ++start) {
-            double work = 0;
-            for (std::size_t at = start; at < start + band.stride; ++at) {
-                const auto gram = gramAt(&lowBytes[at]) & group.gramMask;
-                work += expectedFrequency(gram, band.gramLength) * counts.of(gram);
-            }
-            if (work < leastWork) {
-                leastWork = work;
-                window = start;
-            }
-        }
+        const auto gramOf = [&](std::size_t at) { return gramAt(&lowBytes[at]) & group.gramMask; };
+        const auto window = cheapestWindow(band.shortest, band.gramLength, band.stride,
+                                           literals[number].size(), counts, gramOf);
         for (std::size_t at = window; at < window + band.stride; ++at)
-            group.entries.push_back(
-                {gramAt(&lowBytes[at]) & group.gramMask, number, static_cast<std::uint32_t>(at)});
+            group.entries.push_back({gramOf(at), number, static_cast<std::uint32_t>(at)});
     }
+    group.indexEntries();
+    groups.push_back(std::move(group));
+}
 
+/// Sorts the entries into buckets by their grams, and sets a bit for each gram.
+void ZNTLiteralFilter::Group::indexEntries()
+{
     // At most one bit in 64 is set, and the bitmap fits into the processor's second cache.
-    const auto bitmapBits = std::clamp<unsigned>(std::bit_width(group.entries.size() * 64), 12, 22);
-    const auto bucketBits = std::clamp<unsigned>(std::bit_width(group.entries.size()), 4, 18);
-    group.bitmapShift = 64 - bitmapBits;
-    group.bucketShift = 64 - bucketBits;
-    group.bitmap.resize(std::size_t{1} << (bitmapBits - 6));
-    const auto bucketOf = [&](const Entry& entry) { return hashed(entry.gram) >> group.bucketShift; };
+    const auto bitmapBits = std::clamp<unsigned>(std::bit_width(entries.size() * 64), 12, 22);
+    const auto bucketBits = std::clamp<unsigned>(std::bit_width(entries.size()), 4, 18);
+    bitmapShift = 64 - bitmapBits;
+    bucketShift = 64 - bucketBits;
+    bitmap.resize(std::size_t{1} << (bitmapBits - 6));
+    const auto bucketOf = [&](const Entry& entry) { return hashed(entry.gram) >> bucketShift; };
     // If a gram stands more than once in a literal, its last place belongs to the earliest occurrence, so
     // places are added in ascending order.
-    std::sort(group.entries.begin(), group.entries.end(), [&](const Entry& a, const Entry& b) {
+    std::sort(entries.begin(), entries.end(), [&](const Entry& a, const Entry& b) {
         return bucketOf(a) != bucketOf(b) ? bucketOf(a) < bucketOf(b) : a.offsetInLiteral > b.offsetInLiteral;
     });
-    group.bucketStarts.resize((std::size_t{1} << bucketBits) + 1);
-    for (const auto& entry : group.entries) {
-        const auto bit = hashed(entry.gram) >> group.bitmapShift;
-        group.bitmap[bit / 64] |= std::uint64_t{1} << (bit % 64);
-        ++group.bucketStarts[bucketOf(entry) + 1];
+    bucketStarts.resize((std::size_t{1} << bucketBits) + 1);
+    for (const auto& entry : entries) {
+        const auto bit = hashed(entry.gram) >> bitmapShift;
+        bitmap[bit / 64] |= std::uint64_t{1} << (bit % 64);
+        ++bucketStarts[bucketOf(entry) + 1];
     }
-    for (std::size_t bucket = 1; bucket < group.bucketStarts.size(); ++bucket)
-        group.bucketStarts[bucket] += group.bucketStarts[bucket - 1];
-    groups.push_back(std::move(group));
+    for (std::size_t bucket = 1; bucket < bucketStarts.size(); ++bucket)
+        bucketStarts[bucket] += bucketStarts[bucket - 1];
 }
 
 // The search

@@ -13,7 +13,6 @@ class ZNTLiteralOccurrences
 public:
     /// The numbers of the literals that occur, in no order.
     [[nodiscard]] const std::vector<std::uint32_t>& found() const { return foundLiterals; }
-    [[nodiscard]] bool hasFound(std::uint32_t literal) const { return chains[literal].first >= 0; }
 
 private:
     friend class ZNTLiteralFilter;
@@ -91,6 +90,8 @@ private:
         std::vector<std::uint64_t> bitmap;
         std::vector<std::uint32_t> bucketStarts; ///< one more than there are buckets
         std::vector<Entry> entries;              ///< by bucket
+
+        void indexEntries();
     };
     struct Band;
 

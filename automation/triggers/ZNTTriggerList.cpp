@@ -36,14 +36,6 @@ std::unique_ptr<ZNTTriggerPass> ZNTTriggerList::startPass(std::u16string_view pl
     return std::make_unique<ZNTTriggerPass>(prepared, memory, wordCharacters, log, plainText, actions);
 }
 
-bool ZNTTriggerList::passOver(std::u16string_view plainText, ZNTTriggerActions& actions)
-{
-    const auto pass = startPass(plainText, actions);
-    while (!pass->goOn())
-        continue;
-    return pass->isGagged();
-}
-
 bool ZNTTriggerList::isResting(std::int64_t oid) const
 {
     return std::any_of(prepared->triggers.begin(), prepared->triggers.end(), [oid](const auto& armed) {

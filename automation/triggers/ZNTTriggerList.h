@@ -51,8 +51,6 @@ public:
     [[nodiscard]] std::unique_ptr<ZNTTriggerPass> startPass(std::u16string_view plainText,
                                                             ZNTTriggerActions& actions);
 
-    /// A whole pass. True when the chunk is gagged.
-    bool passOver(std::u16string_view plainText, ZNTTriggerActions& actions);
     /// Whether the trigger with that key was too slow for three chunks in a row and gets little time now.
     [[nodiscard]] bool isResting(std::int64_t oid) const;
 

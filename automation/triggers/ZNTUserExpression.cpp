@@ -52,6 +52,44 @@ ZNTError regexError(UErrorCode status)
             status == U_REGEX_STOPPED_BY_CALLER ? std::string("took too long") : u_errorName(status)};
 }
 
+/// Lends ICU's matcher a text and the limits, which do not outlive one call.
+class Loan
+{
+public:
+    Loan(URegularExpression* icu, std::u16string_view text, Limits& limits, UErrorCode& status) : icu(icu)
+    {
+        uregex_setMatchCallback(icu, mayGoOn, &limits, &status);
+        uregex_setFindProgressCallback(icu, mayAttemptNext, &limits, &status);
+        uregex_setText(icu, text.empty() ? u"" : text.data(), static_cast<std::int32_t>(text.size()),
+                       &status);
+    }
+    ~Loan()
+    {
+        UErrorCode status = U_ZERO_ERROR;
+        uregex_setText(icu, u"", 0, &status);
+        uregex_setMatchCallback(icu, nullptr, nullptr, &status);
+        uregex_setFindProgressCallback(icu, nullptr, nullptr, &status);
+    }
+    Loan(const Loan&) = delete;
+    Loan& operator=(const Loan&) = delete;
+
+private:
+    URegularExpression* icu;
+};
+
+ZNTTriggerMatch presentMatch(URegularExpression* icu, bool hasGroup, UErrorCode& status)
+{
+    ZNTTriggerMatch match;
+    match.start = uregex_start(icu, 0, &status);
+    match.end = uregex_end(icu, 0, &status);
+    const auto groupStart = hasGroup ? uregex_start(icu, 1, &status) : -1;
+    if (groupStart >= 0) {
+        match.groupStart = groupStart;
+        match.groupEnd = uregex_end(icu, 1, &status);
+    }
+    return match;
+}
+
 } // namespace
 
 void ZNTUserExpression::Closer::operator()(URegularExpression* expression) const { uregex_close(expression); }
@@ -83,24 +121,13 @@ ZNTResult<void> ZNTUserExpression::collectMatches(Search& search, std::size_t mo
     Limits limits{start + search.allowance, start + longestAttempt,
                   looksAtLastMatch ? &always : &hasTimeForMore};
     auto* const icu = expression.get();
-    const auto text = search.text;
     UErrorCode status = U_ZERO_ERROR;
-    uregex_setMatchCallback(icu, mayGoOn, &limits, &status);
-    uregex_setFindProgressCallback(icu, mayAttemptNext, &limits, &status);
-    uregex_setText(icu, text.empty() ? u"" : text.data(), static_cast<std::int32_t>(text.size()), &status);
+    const Loan loan(icu, search.text, limits, status);
     bool isFound = uregex_find64(icu, search.from, &status) != 0;
     while (isFound && U_SUCCESS(status)) {
-        ZNTTriggerMatch match;
-        match.start = uregex_start(icu, 0, &status);
-        match.end = uregex_end(icu, 0, &status);
-        const auto groupStart = groupCount_ > 0 ? uregex_start(icu, 1, &status) : -1;
-        if (groupStart >= 0) {
-            match.groupStart = groupStart;
-            match.groupEnd = uregex_end(icu, 1, &status);
-        }
-        matches.push_back(match);
+        matches.push_back(presentMatch(icu, groupCount_ > 0, status));
         if (matches.size() >= most && !looksAtLastMatch) {
-            search.goOnBehind(match);
+            search.goOnBehind(matches.back());
             break;
         }
         isFound = uregex_findNext(icu, &status) != 0;
@@ -113,10 +140,6 @@ ZNTResult<void> ZNTUserExpression::collectMatches(Search& search, std::size_t mo
         search.from = limits.stoppedBefore;
         search.isOver = false;
     }
-    UErrorCode resetStatus = U_ZERO_ERROR; // neither the text nor the limits outlive the call
-    uregex_setText(icu, u"", 0, &resetStatus);
-    uregex_setMatchCallback(icu, nullptr, nullptr, &resetStatus);
-    uregex_setFindProgressCallback(icu, nullptr, nullptr, &resetStatus);
     if (U_FAILURE(status))
         return regexError(status);
     return {};

@@ -52,6 +52,6 @@ private:
     std::unique_ptr<URegularExpression, Closer> expression;
     std::string problem_;
     std::int32_t groupCount_ = 0;
-    bool looksAtLastMatch =
-        false; ///< "\G" stands for the end of the last match, so a search has one part only
+    /// "\G" stands for the end of the last match, so a search for it has one part only.
+    bool looksAtLastMatch = false;
 };

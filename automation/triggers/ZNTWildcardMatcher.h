@@ -106,7 +106,7 @@ private:
     std::optional<Stretch> ahead;           ///< the start of the one after it
     bool isStretchWhole = false;            ///< else the rest of `present` is still to be found
     std::size_t piece = 0;                  ///< whose places are looked for; 0: matches are
-    std::size_t at = 0;                     ///< where that goes on
+    std::size_t at = 0;                     ///< the place from which that continues
     std::vector<Place> places, laterPlaces; ///< of the piece at hand and of the next one
     std::size_t reached = 0;                ///< how many of the later places lie within the present run
     unsigned steps = 0;

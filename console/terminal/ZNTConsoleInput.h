@@ -30,8 +30,8 @@ public:
     virtual void setPaused(bool isPaused) { static_cast<void>(isPaused); }
     /// To be called before text is written, which would otherwise break into the line being typed.
     virtual void hideLine() {}
-    /// To be called when it is written. `unfinishedLine` (UTF-8) is what stands before the line being typed:
-    /// a prompt of the game's.
+    /// To be called when it is written. `unfinishedLine` (UTF-8) is shown before the line being typed. As a
+    /// rule it is the game's prompt.
     virtual void showLine(std::string_view unfinishedLine) { static_cast<void>(unfinishedLine); }
     /// Writes `line` (UTF-8, with its line end) to stderr, above the line being typed if both are shown on
     /// one terminal.

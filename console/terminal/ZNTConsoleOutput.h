@@ -20,12 +20,12 @@ public:
 
     /// Takes text for stdout, in UTF-8.
     void write(std::string_view utf8);
-    /// `utf8` is what no line break has ended yet of the text written last: a prompt, as a rule. The line
-    /// being typed stands behind it.
+    /// `utf8` is the end of the text written last, if no line break has ended it yet. As a rule it is a
+    /// prompt. The line being typed is shown behind it.
     void setUnfinishedLine(std::string_view utf8) { unfinishedLine = utf8; }
-    /// Takes a line (with its line end) for stderr. It stands behind the text written before it.
+    /// Takes a line (with its line end) for stderr. It is written after the text given before it.
     void writeAside(std::string_view line);
-    /// Returns when everything is written and the line being typed stands again.
+    /// Returns when everything is written and the line being typed is shown again.
     void catchUp();
 
     /// Called before the text of a turn is handed over: what goes to the game leaves first. Optional.

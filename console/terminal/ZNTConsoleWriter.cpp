@@ -115,6 +115,6 @@ void ZNTConsoleWriter::run()
 bool ZNTConsoleWriter::writePiece(const Piece& piece)
 {
     const int descriptor = piece.to == To::Output ? descriptors.output : descriptors.errors;
-    // Messages that nobody reads end nothing.
+    // If nobody reads the messages, the client goes on.
     return znt::writeAll(descriptor, piece.text).succeeded() || piece.to == To::Errors;
 }

@@ -19,9 +19,9 @@ public:
     struct Descriptors {
         int output, errors; ///< stay the caller's
     };
-    /// `runLoop` outlives this. It is full when `mostWaiting` bytes wait; what comes then is taken all the
-    /// same. `readerLeft` is called once, on the writer's thread, if nobody reads the output any more; what
-    /// comes then is dropped.
+    /// `runLoop` outlives this. The writer is full while `mostWaiting` bytes wait, but still takes text then.
+    /// `readerLeft` is called once, on the writer's thread, if the output has no reader any more; later text
+    /// is dropped.
     ZNTConsoleWriter(RunLoop& runLoop, Descriptors descriptors, std::size_t mostWaiting,
                      std::function<void()> readerLeft);
     /// Waits until everything is written.
@@ -38,7 +38,7 @@ private:
         To to;
     };
     void run();
-    /// False if nobody reads any more.
+    /// False if the output has no reader any more.
     bool writePiece(const Piece& piece);
     Piece emptyPiece(To to);
 

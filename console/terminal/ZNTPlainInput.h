@@ -11,8 +11,8 @@ public:
     [[nodiscard]] bool start(Handlers given) override;
     void setPaused(bool isPaused) override;
 
-    /// Bytes of one line; a longer one is delivered in pieces of about this size, none of which cuts a
-    /// character, so that no line fills the memory.
+    /// Bytes of one line. A longer line is delivered in pieces of about this size, so that no line fills the
+    /// memory. No piece ends in the middle of a character.
     static constexpr std::size_t longestLine = std::size_t{1} << 20;
 
 private:

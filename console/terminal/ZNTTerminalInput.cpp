@@ -109,7 +109,8 @@ void ZNTTerminalInput::readCharacters()
     rl_callback_read_char();
     if (!std::exchange(hasDelivered, false) || !isInstalled)
         return;
-    // With the line the library let go of the terminal, and takes it back only for a handler installed anew.
+    // At the end of a line the library gives up the terminal. It takes it again only if the handler is
+    // installed again.
     writeToTerminal("\r");
     rl_callback_handler_install(prompt.c_str(), &ZNTTerminalInput::onLine);
 }

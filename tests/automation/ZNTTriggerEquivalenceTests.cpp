@@ -16,11 +16,9 @@ void comparePasses(const std::vector<ZNTTrigger>& triggers, ZNTTriggerList& list
     ZNTTriggerReference reference;
     reference.passOver(triggers, text);
     ZNTRecordedActions actions, inParts;
-    const bool isGagged = list.passOver(text, actions);
+    const bool isGagged = actions.passOver(list, text);
     inParts.hasTime = false; // the turn ends wherever the pass asks
-    const auto pass = list.startPass(text, inParts);
-    while (!pass->goOn())
-        continue;
+    const bool isGaggedInParts = inParts.passOver(list, text);
     if (reference.isSlow || hasSlowTrigger(log.lines))
         return;
     const auto shown = znt::utf8FromText(std::u16string_view(text).substr(0, 200));
@@ -30,7 +28,7 @@ void comparePasses(const std::vector<ZNTTrigger>& triggers, ZNTTriggerList& list
         << shown;
     EXPECT_EQ(isGagged, reference.isGagged) << shown;
     EXPECT_TRUE(inParts.done == actions.done) << shown;
-    EXPECT_EQ(pass->isGagged(), isGagged) << shown;
+    EXPECT_EQ(isGaggedInParts, isGagged) << shown;
 }
 
 std::vector<ZNTTrigger> randomTriggers(ZNTRandomText& checks, std::size_t count, std::size_t mostPieces)

@@ -28,7 +28,7 @@ protected:
     std::vector<std::u16string> doneFor(std::u16string_view text)
     {
         ZNTRecordedActions actions;
-        isGagged = list.passOver(text, actions);
+        isGagged = actions.passOver(list, text);
         return actions.done;
     }
     std::vector<std::u16string> doneBy(std::vector<ZNTTrigger> triggers, std::u16string_view text)
@@ -189,9 +189,9 @@ TEST_F(TriggerList, ACommandMayReplaceTheListAndRunAPassOfItsOwn)
         if (++depth > 2)
             return;
         list.setTriggers({trigger(u"knocks", u"listen")});
-        list.passOver(u"Ann knocks. Bob knocks.", inner);
+        inner.passOver(list, u"Ann knocks. Bob knocks.");
     };
-    list.passOver(u"Ann knocks. Bob knocks.", actions);
+    actions.passOver(list, u"Ann knocks. Bob knocks.");
     EXPECT_EQ(actions.done.size(), 100u) << "the pass goes on with the list it started with";
     EXPECT_EQ(actions.done.back(), u"open for  Bob");
     EXPECT_THAT(inner.done, ElementsAre(u"listen", u"listen", u"listen", u"listen"));

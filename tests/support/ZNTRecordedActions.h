@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZNTTriggerActions.h"
+#include "ZNTTriggerList.h"
 
 #include <functional>
 #include <string>
@@ -14,6 +14,14 @@ struct ZNTRecordedActions final : ZNTTriggerActions {
     /// Called with each command after it was noted.
     std::function<void(std::u16string_view)> whenSent = [](auto) {};
 
+    /// A whole pass over `text`, in as many parts as it takes. True if the chunk is gagged.
+    bool passOver(ZNTTriggerList& list, std::u16string_view text)
+    {
+        const auto pass = list.startPass(text, *this);
+        while (!pass->goOn())
+            continue;
+        return pass->isGagged();
+    }
     void sendCommand(std::u16string_view command) override
     {
         done.emplace_back(command);
