@@ -55,5 +55,5 @@ znt::Cluster znt::clusterAt(std::u16string_view text, std::size_t offset, Ambigu
             break;
         end = after;
     }
-    return {end - offset, width == 0 ? 1 : width}; // a mark with nothing to join stands alone
+    return {end - offset, width == 0 ? 1 : width}; // a mark without a character before it stands alone
 }

@@ -7,17 +7,17 @@
 namespace znt
 {
 
-/// Characters that Annex #11 calls ambiguous (line drawing, stars, circles) are drawn two columns wide by
-/// the Chinese games' own terminals and one wide everywhere else.
+/// Characters that Annex #11 calls ambiguous (line drawing, stars, circles) are two columns wide in the
+/// terminals of Chinese games, and one column wide everywhere else.
 enum class AmbiguousWidth : bool { Narrow, Wide };
 
 constexpr int tabStop = 8; // columns
 
-/// 0 for what joins the character before it (combining marks, joiners), else 1 or 2. A TAB counts 1 here;
-/// whoever lays out a line knows where the next stop is.
+/// 0 for what joins the character before it (combining marks, joiners), else 1 or 2. A TAB counts 1 here; its
+/// real width depends on where it stands in the line.
 int cellWidth(char32_t character, AmbiguousWidth ambiguous);
 
-/// What the grid moves as one: a character with the marks that follow it.
+/// A character with the marks that follow it. It is never divided.
 struct Cluster {
     std::size_t length; ///< UTF-16 units, at least 1
     int width;          ///< columns
@@ -27,8 +27,8 @@ struct Cluster {
 /// surrogate without its partner stands for one character of width 1.
 Cluster clusterAt(std::u16string_view text, std::size_t offset, AmbiguousWidth ambiguous);
 
-/// True for units that are a narrow cluster by themselves unless a mark follows: the quick way through most
-/// text.
+/// True for units that are a narrow cluster by themselves, if no mark follows. Most text is like that, and
+/// this is the quick way through it.
 constexpr bool isPlainUnit(char16_t unit) { return unit >= 0x20 && unit < 0x7F; }
 
 } // namespace znt

@@ -45,7 +45,7 @@ void walk(std::u16string_view line, GridWidth grid, StartRow startRow)
         if (column + width > grid.columns) {
             const bool canBreak = lastBreak != nowhere && lastBreak > rowStart;
             rowStart = canBreak ? lastBreak : offset;
-            column = canBreak ? column - columnAtBreak : 0; // the word's beginning moves down with it
+            column = canBreak ? column - columnAtBreak : 0; // the beginning of the word moves down, too
             lastBreak = nowhere;
             startRow(rowStart);
         }

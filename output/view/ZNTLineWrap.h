@@ -10,20 +10,20 @@
 
 /// How one line of text falls into rows of a grid.
 ///
-/// Rows break after blanks, on either side of wide characters, and inside a word only where it alone is
-/// longer than a row. Blanks at the end of a row hang there without taking columns, so that text that a
-/// game padded to its own width does not leave empty rows behind.
+/// Rows break after blanks, on either side of wide characters, and inside a word only if the word alone is
+/// longer than a row. Blanks at the end of a row take no columns, so that text that a game padded to a width
+/// of its own leaves no empty rows.
 namespace znt
 {
 
-/// From `offset` of a line on, a cell is so many columns wide.
+/// From `offset` of a line on, a cell takes this many columns.
 struct CellRun {
     std::size_t offset;
     int width;
 };
 
-/// A line in one font has columns of one cell. Where fonts of different widths meet in a line, the columns
-/// are finer and `cells` says how many of them a cell takes.
+/// In a line of one font a column is one cell. In a line of several fonts with different widths the columns
+/// are finer, and `cells` says how many of them a cell takes.
 struct GridWidth {
     int columns = 80; ///< at least 2 cells
     AmbiguousWidth ambiguous = AmbiguousWidth::Narrow;

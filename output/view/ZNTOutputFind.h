@@ -36,17 +36,17 @@ public:
     void setText(std::u16string_view text);
     [[nodiscard]] bool isActive() const { return !folded.empty(); }
 
-    /// The first match that starts at or after `position`, or the last one that starts before it; going
-    /// round, once, at the end.
+    /// The first match that starts at or after `position`, or the last one that starts before it. At the end
+    /// of the text the search goes round, once.
     std::optional<Match> next(Position position);
     std::optional<Match> previous(Position position);
 
     /// Those in `text`, as offsets from its beginning.
     void matchesIn(std::u16string_view text, std::vector<std::pair<std::size_t, std::size_t>>& found) const;
 
-    /// Counts on for some `milliseconds`; true when there is more to count.
+    /// Goes on counting for about `milliseconds`. True if there is more to count.
     bool countSome(int milliseconds);
-    /// What is known by now.
+    /// What is known now.
     [[nodiscard]] Status status() const;
     /// Forgets which match is current.
     void loseCurrent() { current.reset(); }

@@ -7,7 +7,7 @@
 namespace
 {
 constexpr int leastCells = 2;
-constexpr int finerColumns = 64; // of a pixel, where fonts meet in a line
+constexpr int finerColumns = 64; // a pixel, in lines of several fonts
 } // namespace
 
 void ZNTOutputRows::setColumns(int columns)
@@ -21,7 +21,7 @@ void ZNTOutputRows::setRoom(double newRoom, std::function<double(ZNTOutputStore:
     const bool hasOneFont = store.fonts().size() == 1;
     room = newRoom;
     cellWidth = std::move(newCellWidth);
-    // A few pixels more that make no column change nothing.
+    // A few pixels more change nothing if they make no further column.
     if (!hasOneFont || before.empty() || before.front() != columnsOfFont(0))
         reset();
 }

@@ -8,7 +8,7 @@
 #include <functional>
 #include <vector>
 
-/// Where in the text the view stands: a line and a row of it, 0 being its first.
+/// A row of the text: its line, and its number in the line, from 0.
 struct ZNTRowPlace {
     std::int64_t line = 0;
     int row = 0;
@@ -18,7 +18,7 @@ struct ZNTRowPlace {
 /// The columns of one line. Movable; `width` refers to `cells`.
 struct ZNTLineGrid {
     znt::GridWidth width;
-    double column; ///< how much of the room one takes
+    double column; ///< the part of the room that one column takes
     std::vector<znt::CellRun> cells;
 
     ZNTLineGrid(znt::GridWidth width, double column, std::vector<znt::CellRun> cells = {})
@@ -34,9 +34,9 @@ struct ZNTLineGrid {
 
 /// The rows that the lines of a store fall into at the width of the view.
 ///
-/// What is near the view is exact. Blocks far away that hold wrapped lines are estimated after a change of
-/// width until the view comes near, so that changing the width of a million lines takes no time; the totals,
-/// which only a scroll bar shows, are then off by the words that did not fit.
+/// Rows near the view are counted exactly. After a change of width, blocks of wrapped lines far away are
+/// estimated until the view comes near, so that a new width takes no time with a million lines. The totals
+/// are slightly off then, and only the scroll bar shows them.
 class ZNTOutputRows
 {
 public:
@@ -54,7 +54,7 @@ public:
     [[nodiscard]] int columnsOfFont(ZNTOutputStore::FontNumber font) const;
     /// Forgets all counts: the widths of characters or cells changed.
     void reset();
-    /// Takes in what the store has gained or lost since. Before any of the questions below.
+    /// Counts lines that the store has gained or lost. Call it before any of the questions below.
     void update();
 
     [[nodiscard]] int rowsOfLine(std::int64_t line) const;
@@ -62,9 +62,9 @@ public:
 
     /// How many rows are above `place`. Counts its block exactly.
     [[nodiscard]] std::int64_t rowsBefore(ZNTRowPlace place);
-    /// The other way round; a row outside is brought inside.
+    /// The place of the row with that number. A number outside is brought inside.
     [[nodiscard]] ZNTRowPlace placeOfRow(std::int64_t row);
-    /// `rows` further down, or up where negative, as far as there are rows. Exact.
+    /// `rows` further down, or up if negative, as far as there are rows. Exact.
     [[nodiscard]] ZNTRowPlace moved(ZNTRowPlace place, std::int64_t rows) const;
 
 private:

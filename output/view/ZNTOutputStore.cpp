@@ -154,7 +154,7 @@ void ZNTOutputStore::appendPlain(std::u16string_view text, StyleNumber style)
     }
 }
 
-/// Adds to the open line, and to further ones where that grows too long.
+/// Adds to the open line, and begins further lines if that grows too long.
 void ZNTOutputStore::appendPiece(std::u16string_view text, StyleNumber style)
 {
     while (!text.empty()) {
@@ -357,7 +357,7 @@ ZNTOutputStore::FontNumber ZNTOutputStore::numberOfFont(const ZNTFont& font)
     return number;
 }
 
-/// Games use a handful of styles. Were one to use more than can be numbered, the rest look like plain text.
+/// Games use a handful of styles. If a game uses more than can be numbered, the rest look like plain text.
 ZNTOutputStore::StyleNumber ZNTOutputStore::styleFor(const ZNTAttributeSet& attributes)
 {
     const auto* font = std::get_if<ZNTFont>(&attributes.font);

@@ -23,12 +23,13 @@ struct ZNTOutputStyle {
     friend bool operator==(const ZNTOutputStyle&, const ZNTOutputStyle&) = default;
 };
 
-/// Everything that a game has said, compactly: UTF-16 in blocks of some 100 KB, four bytes a run of
-/// attributes, four bytes a line. An append costs the same however much is there; what is there never moves.
+/// Everything that a game has sent, compactly: UTF-16 in blocks of about 100 KB, four bytes a run of
+/// attributes, four bytes a line. The cost of an append does not depend on the length of the text, and text
+/// in the store never moves.
 ///
 /// Line ends (CR LF, LF CR, LF, CR; the pair also in two appends) are each kept as one "\n". Other control
-/// characters but TAB are left out. Places in the text are UTF-16 offsets, and lines are numbers, that both
-/// count from the first text ever appended, so neither changes when the oldest text is dropped.
+/// characters but TAB are left out. Positions (UTF-16 offsets) and line numbers count from the first text
+/// that was ever appended, so neither changes when the oldest text is dropped.
 ///
 /// A line of more than `longestLine` units goes on in another line without a break between, so that no
 /// operation on a line depends on what a server sends.
@@ -71,16 +72,17 @@ public:
     ZNTOutputStore& operator=(const ZNTOutputStore&) = delete;
 
     void append(const ZNTAttributedText& text);
-    /// What comes next begins a line of its own, without a line break in the text. The number of that line.
+    /// The next text begins a line of its own, without a line break in the text. Answers that line's number.
     std::int64_t startFreshLine();
-    /// Of text that comes without a font. 12 points of Menlo until set.
+    /// The font of text that names none. 12 points of Menlo until set.
     void setDefaultFont(const ZNTFont& font);
     [[nodiscard]] FontNumber defaultFont() const { return defaultFont_; }
     /// By number; families without "-Bold".
     [[nodiscard]] const std::vector<ZNTFont>& fonts() const { return fonts_; }
-    /// The fonts from `from` to `to` with where each begins; that of the text before where there is none.
+    /// The fonts from `from` to `to`, with the positions at which they begin. If there is no text, the font
+    /// of the text before.
     [[nodiscard]] std::vector<std::pair<Position, FontNumber>> fontsIn(Position from, Position to) const;
-    /// Drops everything; positions and line numbers go on from where they were.
+    /// Drops everything. Positions and line numbers go on from their present values.
     void clear();
 
     /// Past this many bytes the oldest blocks are dropped, a block at a time; the newest always stays.

@@ -16,9 +16,9 @@ struct ColourPair {
     friend bool operator==(const ColourPair&, const ColourPair&) = default;
 };
 
-/// The pair as it is where its contrast is `readableContrast` or more. Else the background is darkened as far
-/// as white needs to be read on it, and the text then mixed with white as far as it needs itself. Both keep
-/// their hue: pure blue on black, 2.4 to 1, becomes a lighter blue.
+/// The same pair if its contrast is `readableContrast` or more. Else the background is darkened until white
+/// can be read on it, and then white is mixed into the text until the text can be read. Both keep their hue:
+/// pure blue on black, 2.4 to 1, becomes a lighter blue.
 ColourPair readable(ColourPair pair);
 
 } // namespace znt

@@ -9,7 +9,7 @@
 #include <QDBusVariant>
 #include <QVariantMap>
 
-/// An object of the accessibility bus: whose it is, and where. D-Bus signature (so).
+/// An object of the accessibility bus: its owner's address and its path. D-Bus signature (so).
 struct ZNTAccessibleReference {
     QString bus;
     QDBusObjectPath path;
@@ -35,8 +35,8 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, ZNTAccessibleRefe
 namespace
 {
 
-/// Orca 43 looks at nothing but the focus while more than 50 events wait for it, and a line takes two; it is
-/// through with them long before this.
+/// Orca 43 looks at nothing but the focus while more than 50 events wait for it, and a line takes two. It has
+/// worked them off long before this time is over.
 constexpr int millisecondsBetweenLines = 40;
 
 QDBusConnection accessibilityBus() { return QDBusConnection(QStringLiteral("a11y")); }
@@ -104,7 +104,7 @@ void ZNTDesktopScreenReader::handOverNext()
         pacing.stop();
         return;
     }
-    // What was accepted waits for the window to come back to the front.
+    // Lines that were accepted wait until the window is in front again.
     if (!canSpeak())
         return;
     const auto text = waiting.dequeue();
@@ -113,6 +113,6 @@ void ZNTDesktopScreenReader::handOverNext()
         return;
     }
     sendWindowName(*window, text);
-    // A name that is the same as the last is not spoken; a number is no name at all.
+    // Orca does not speak a name that is the same as the last one.
     sendWindowName(*window, 0);
 }

@@ -8,10 +8,10 @@
 #include <QQueue>
 #include <QTimer>
 
-/// Has the desktop's screen reader speak lines as if it had come upon them itself, whatever has the focus.
+/// Makes the desktop's screen reader speak lines, wherever the focus is.
 ///
-/// A line goes one way only, the best that the running reader listens for. Where there is none, or while
-/// another window than ours is active and the reader would not speak for us, `sayThis` declines.
+/// A line goes one way only: the best one that the running reader listens for. `sayThis` refuses a line if no
+/// reader listens, or if another program's window is active, because the reader would not speak for us then.
 ///
 /// The window's accessibility must be on (`QT_LINUX_ACCESSIBILITY_ALWAYS_ON` before the application object):
 /// the lines go out on the connection of Qt's own bridge.
@@ -22,8 +22,8 @@ class ZNTDesktopScreenReader final : public QObject, public ZNTScreenReader
 public:
     explicit ZNTDesktopScreenReader(QObject* parent = nullptr);
 
-    /// The window that the lines come from; a main window, for Orca takes no other kind for the active one.
-    /// Before this is called `sayThis` declines.
+    /// The window that the lines come from. Orca takes only a main window for the active window. `sayThis`
+    /// refuses every line before this is called.
     void setWindow(QMainWindow* window) { this->window = window; }
 
     [[nodiscard]] bool isRunning() const override { return watch.isRunning(); }
@@ -31,7 +31,7 @@ public:
     void forgetWhatWaits() override;
 
 Q_SIGNALS:
-    /// The reader was started or ended while we run.
+    /// The reader was started, or it ended.
     void runningChanged(bool isRunning);
 
 private:

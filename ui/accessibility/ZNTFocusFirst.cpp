@@ -22,7 +22,7 @@ void tellAllButTheCaret(QAccessibleEvent* event)
 
 void tellAll() { QAccessible::installUpdateHandler(nullptr); }
 
-/// Those that move their caret when the focus comes.
+/// Fields that move their caret when they get the focus.
 bool isField(const QObject* object)
 {
     return qobject_cast<const QLineEdit*>(object) || qobject_cast<const QComboBox*>(object) ||
@@ -40,7 +40,7 @@ ZNTFocusFirst::ZNTFocusFirst(QObject* parent) : QObject(parent) { qApp->installE
 bool ZNTFocusFirst::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::FocusIn && isField(watched)) {
-        // Until the focus is told, or to the end of this turn where it is not.
+        // Until the focus is announced. If it is not, until the end of this turn.
         QAccessible::installUpdateHandler(&tellAllButTheCaret);
         QMetaObject::invokeMethod(this, &tellAll, Qt::QueuedConnection);
     }

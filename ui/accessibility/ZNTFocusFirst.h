@@ -2,11 +2,10 @@
 
 #include <QObject>
 
-/// While it lives, screen readers are not told where the caret of a field goes.
+/// While it lives, the caret of a field is not announced to screen readers.
 ///
-/// Orca 43 takes a field whose caret moves while another has the focus for one that it has said already. Qt
-/// moves the caret of a field that it gives the focus to before it tells of the focus, so that the field is
-/// never said.
+/// If a caret moves in a field that does not have the focus yet, Orca 43 takes that field for one that it has
+/// said already. Qt moves the caret before it announces the focus, so Orca would never say the field.
 class ZNTQuietCaret final
 {
 public:
@@ -16,7 +15,7 @@ public:
     ZNTQuietCaret& operator=(const ZNTQuietCaret&) = delete;
 };
 
-/// Has readers hear of the focus before they hear of the caret, in every field of the application.
+/// Announces the focus before the caret, in every field of the application.
 class ZNTFocusFirst final : public QObject
 {
 public:

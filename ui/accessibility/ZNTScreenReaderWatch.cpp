@@ -19,11 +19,11 @@ const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties
 const auto registryName = QStringLiteral("org.a11y.atspi.Registry");
 const auto registryPath = QStringLiteral("/org/a11y/atspi/registry");
 
-/// The connection of Qt's own accessibility bridge, which our announcements go out on as well.
+/// The connection of Qt's own accessibility bridge. Our announcements leave on it, too.
 QDBusConnection accessibilityBus() { return QDBusConnection(QStringLiteral("a11y")); }
 
-/// Whether who registered for `registered` ("Object:PropertyChange:AccessibleName", any part of it possibly
-/// empty for all) hears of the event `wanted`.
+/// Whether the event `wanted` goes to a listener for `registered` ("Object:PropertyChange:AccessibleName"; an
+/// empty part stands for all).
 bool includes(const QString& registered, const QStringList& wanted)
 {
     const auto parts = registered.split(u':');
@@ -69,7 +69,7 @@ void ZNTScreenReaderWatch::readStatus()
                 SLOT(statusChanged(QString, QVariantMap, QStringList)));
     auto question = QDBusMessage::createMethodCall(service, path, propertiesInterface, QStringLiteral("Get"));
     question << statusInterface << QStringLiteral("ScreenReaderEnabled");
-    // Waited for, since whether speech starts switched on depends on it.
+    // We wait for this answer, because it decides whether speech is on at the start.
     const QDBusPendingReply<QDBusVariant> answer = bus.call(question, QDBus::Block, millisecondsForStatus);
     if (answer.isValid())
         isEnabled = answer.value().variant().toBool();
@@ -84,7 +84,7 @@ void ZNTScreenReaderWatch::watchRegistry()
     for (const auto& signal :
          {QStringLiteral("EventListenerRegistered"), QStringLiteral("EventListenerDeregistered")})
         bus.connect(registryName, registryPath, registryName, signal, this, SLOT(listenersChanged()));
-    // A reader that crashed deregisters nothing: its connection just goes away.
+    // A reader that crashed does not deregister. Only its connection disappears.
     bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
                 QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
                 SLOT(listenersChanged()));

@@ -7,9 +7,9 @@
 
 class QDBusMessage;
 
-/// How a reader can be brought to speak a line of our choice.
+/// How a reader can be made to speak a line.
 enum class ZNTReaderWay {
-    /// It listens for nothing that would do.
+    /// It listens for neither of the two.
     None,
     /// It speaks the new name of the active window (Orca up to 45.1; tried with 43.1).
     WindowName,
@@ -20,8 +20,9 @@ enum class ZNTReaderWay {
 /// Knows whether the desktop's screen reader runs and what it listens for.
 ///
 /// The desktop says whether a reader is on: the property ScreenReaderEnabled of org.a11y.Status on the
-/// session bus. One started by hand leaves that false, but tells the registry of the accessibility bus which
-/// events it wants (AT-SPI). Both are read at the start and watched; without a bus no reader runs.
+/// session bus. A reader that was started by hand leaves it false, but registers with the accessibility bus
+/// for the events that it wants (AT-SPI). Both are read at the start and watched. Without a bus no reader
+/// runs.
 class ZNTScreenReaderWatch final : public QObject
 {
     Q_OBJECT
@@ -46,7 +47,7 @@ private:
     ZNTReaderWay way_ = ZNTReaderWay::None;
     /// Until Qt's bridge has found the accessibility bus.
     QTimer untilConnected;
-    /// A reader registers for dozens of events at once; one look afterwards is enough.
+    /// A reader registers for dozens of events at once. We look once, afterwards.
     QTimer afterRegistrations;
 
 private Q_SLOTS:

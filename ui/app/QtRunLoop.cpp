@@ -22,8 +22,8 @@ double secondsNow()
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-/// The Qt objects behind a timer or a watch may be in the middle of emitting when their owner lets go, so
-/// they fall silent at once and are deleted from the loop. Whatever is left then goes with their parent.
+/// The owner of a timer or a watch may destroy it while its Qt object emits. So the Qt object is silenced at
+/// once and deleted by the loop. If the loop ends first, its parent deletes it.
 void retire(QObject* object)
 {
     object->disconnect();
@@ -119,8 +119,8 @@ private:
     QPointer<QSocketNotifier> readable, writable;
 };
 
-/// Files, folders and devices such as /dev/null are always ready; epoll refuses them, and so do we, so that
-/// a caller meets the same answer on every loop.
+/// Files, folders and devices such as /dev/null are always ready. epoll refuses them, so this loop refuses
+/// them, too: callers get the same answer from every loop.
 bool canBeWatched(int descriptor)
 {
     struct stat about {
@@ -129,7 +129,7 @@ bool canBeWatched(int descriptor)
         return false;
     return S_ISSOCK(about.st_mode) || S_ISFIFO(about.st_mode) ||
            (S_ISCHR(about.st_mode) && ::isatty(descriptor)) ||
-           (about.st_mode & S_IFMT) == 0; // eventfd, timerfd and their kin have no type
+           (about.st_mode & S_IFMT) == 0; // eventfd, timerfd and the like have no type
 }
 
 } // namespace

@@ -6,10 +6,10 @@
 
 class QObject;
 
-/// The run loop of the window, on Qt's own: whatever turns Qt's loop turns this one, a nested loop included.
+/// The run loop of the window, on Qt's own. It turns whenever Qt's loop turns, in a nested loop, too.
 ///
-/// Made on the thread of the application object, after it, and destroyed there. A timer or a watch may
-/// outlive it, and then does nothing.
+/// It is made on the thread of the application object, after it, and destroyed there. A timer or a watch that
+/// outlives it does nothing.
 class QtRunLoop final : public RunLoop
 {
 public:

@@ -21,7 +21,7 @@ struct Shades {
     QRgb disabledText, disabledBorder, disabledHighlight;
 };
 
-/// Text stands out from what it is on by 4.5 to 1 or more, focus and borders that matter by 3 to 1.
+/// Text has a contrast of 4.5 to 1 or more with its background; focus and borders have 3 to 1.
 constexpr Shades lightShades{0xfff3f4f6, 0xffffffff, 0xfff7f8fa, 0xff1c2026, 0xfffafbfc,
                              0xff7d8590, 0xff1a5fb4, 0xffffffff, 0xff1a5fb4, 0xff5c6470,
                              0xff5c6470, 0xff7d8590, 0xffb4bac3};
@@ -94,7 +94,7 @@ void ZNTAppearance::settingChanged(const QString& group, const QString&)
 
 void ZNTAppearance::askPortal()
 {
-    // Without a portal the answer is an error, and nothing is preferred. Nobody waits for it.
+    // Without a portal the answer is an error, and nothing is preferred. The start does not wait for it.
     const auto ask = [this](const QString& key, void (*take)(ZNTAppearance&, uint)) {
         QDBusMessage question = QDBusMessage::createMethodCall(portalService, portalPath, portalInterface,
                                                                QStringLiteral("Read"));

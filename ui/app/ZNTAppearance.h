@@ -5,9 +5,9 @@
 
 /// The colours of everything but the game pane.
 ///
-/// Of the system: the palette that the desktop's own theme gives Qt; where it gives none, light or dark as
-/// the desktop asks for through its settings portal (org.freedesktop.appearance, followed while the program
-/// runs), high contrast if it asks for that.
+/// The system's colours are the palette that the desktop's theme gives Qt. If the theme gives none, they are
+/// light, dark or high contrast, as the desktop's settings portal asks (org.freedesktop.appearance). The
+/// portal is followed while the program runs.
 class ZNTAppearance final : public QObject
 {
     Q_OBJECT

@@ -30,7 +30,7 @@ public:
     ZNTQtComboBox macroComboBoxGroup;
 
 private:
-    /// Nothing is echoed here: the output view itself is what a screen reader reads.
+    /// Takes no echo, because screen readers read the output view itself.
     class NoEcho final : public ZNTTextArea
     {
     public:

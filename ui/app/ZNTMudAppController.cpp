@@ -37,7 +37,7 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
         groups.setCurrentValueInComboBox(text);
         explainNoMacros();
     });
-    // A group of the name that was typed is there from now on.
+    // The group whose name was typed exists now.
     comboBoxChanged = services.platform.notifications.observe(
         "COMBO_BOX_CHANGED", [this](std::string_view, const void*) { explainNoMacros(); });
     explainNoMacros();

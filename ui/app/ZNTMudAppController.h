@@ -34,7 +34,8 @@ public:
     void showPreferencesView();
     /// Starts a further, independent instance of the program.
     void newApp();
-    /// Nothing has to be done at either.
+    /// Kept as part of the interface: the window's and the application's end. Nothing has to be done at
+    /// either.
     void windowClosing() {}
     void appTerminated() {}
 
@@ -52,8 +53,7 @@ public:
     }
     [[nodiscard]] MacroElements macroElements() override;
     [[nodiscard]] const ZNTWindowServices& services() const override { return windowServices; }
-    /// The name under which the player connects or connected last, whatever has been put into the fields
-    /// since.
+    /// The name under which the player connects or connected last. Later changes of the fields do not matter.
     void setPlayedGame(const QString& name) { playedGame_ = name; }
     [[nodiscard]] const QString& playedGame() const { return playedGame_; }
     [[nodiscard]] const std::optional<QDateTime>& compressedSince() const override

@@ -15,8 +15,8 @@ constexpr int columnsOfText = 56;
 
 void open(QMessageBox& box)
 {
-    // Beside a short title alone, a long text would stand as a column of single words. The box lays itself
-    // out anew with each of its parts, so this comes last.
+    // Without this spacer the box is as narrow as its title, and a long text has one word a line. The box
+    // lays itself out again with each part, so the spacer comes last.
     if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
         grid->addItem(new QSpacerItem(box.fontMetrics().averageCharWidth() * columnsOfText, 0),
                       grid->rowCount(), 0, 1, grid->columnCount());
@@ -64,7 +64,7 @@ void ZNTQtAlert::showMessage(std::u16string_view title, std::u16string_view text
     box->setIcon(QMessageBox::Information);
     box->setStandardButtons(QMessageBox::Ok);
     lastMessage = box;
-    // Nobody asked for what comes in the middle of a line.
+    // The alert opens while the player types, so typing goes on in the line.
     if (auto* line = dynamic_cast<ZNTCommandLine*>(QApplication::focusWidget());
         line && !line->text().isEmpty())
         new ZNTTypingGuard(*box, *line);

@@ -8,14 +8,14 @@
 class QMessageBox;
 class QWidget;
 
-/// Alerts as message boxes of the window in front: they hold it up, not the program.
+/// Alerts as message boxes of the window in front. They block that window, and the program goes on.
 ///
-/// Title and text are shown as plain text. One that is already on the screen is not shown a second time:
-/// a game that cannot be reached must not bury the player under boxes.
+/// Title and text are shown as plain text. An alert that is on the screen already is not shown a second time,
+/// so that a game that cannot be reached does not fill the screen with boxes.
 class ZNTQtAlert final : public ZNTAlert
 {
 public:
-    /// Whose boxes they are when no other window of ours is in front.
+    /// The boxes belong to `window` if no other window of the program is in front.
     void setMainWindow(QWidget* window);
 
     void showMessage(std::u16string_view title, std::u16string_view text) override;

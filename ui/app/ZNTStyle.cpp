@@ -19,7 +19,8 @@ namespace
 {
 constexpr int ringWidth = 2;
 
-constexpr double leastContrast = 3; // of borders and thumbs with what is around and within (WCAG 2.1, 1.4.11)
+constexpr double leastContrast =
+    3; // of borders and thumbs with their surroundings and their inside (WCAG 2.1, 1.4.11)
 constexpr int mixingSteps = 20;
 constexpr int thumbInset = 3;
 constexpr int fusionGroupMargin = 3; // between the title of a group and its frame
@@ -40,8 +41,8 @@ QColor mixed(const QColor& from, const QColor& to, double part)
             channel(from.blue(), to.blue())};
 }
 
-/// The palette's colour for borders, nearer to that of the text where it would not stand out: a desktop's own
-/// palette promises nothing.
+/// The palette's colour for borders. If its contrast is too low, as a desktop's own palette may have it, the
+/// colour moves towards that of the text.
 QColor edgeColour(const QStyleOption& option)
 {
     const QPalette& palette = option.palette;
@@ -140,7 +141,7 @@ void ZNTStyle::drawComplexControl(ComplexControl control, const QStyleOptionComp
         drawBorder(*option, proxy()->subControlRect(control, option, SC_SliderHandle, widget), *painter);
 }
 
-/// Fusion's thumb is the colour of its track but for a shade.
+/// Fusion's thumb has almost the colour of its track.
 void ZNTStyle::drawScrollBar(const QStyleOptionSlider& bar, QPainter& painter, const QWidget* widget) const
 {
     const auto place = [&](SubControl part) {
@@ -180,7 +181,7 @@ QSize ZNTStyle::sizeFromContents(ContentsType type, const QStyleOption* option, 
     const int line = option->fontMetrics.height();
     switch (type) {
     case CT_PushButton:
-        // What Fusion puts around the words is the same few pixels for each font.
+        // Fusion puts the same few pixels around the words of every font.
         size.setWidth(std::max(size.width(), contents.width() + line * 4 / 3));
         [[fallthrough]];
     case CT_ComboBox:
@@ -221,7 +222,7 @@ int ZNTStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidge
 {
     if (hint == SH_FocusFrame_AboveWidget)
         return 1;
-    // One column that scrolls, where Fusion puts what has no room into a second one beyond the screen.
+    // One column that scrolls. Fusion would begin a second one, beyond the screen.
     if (hint == SH_Menu_Scrollable)
         return 1;
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
@@ -246,7 +247,7 @@ void ZNTFocusRing::follow(QWidget* focused)
 {
     if (focused) {
         bringIntoSight(focused);
-        // Once more when what was just opened or enlarged has found its place.
+        // Again later, when a widget that was just opened or enlarged has its place.
         QTimer::singleShot(0, focused, [focused] { bringIntoSight(focused); });
     }
     const bool isRinged = focused != nullptr && !qobject_cast<QMenuBar*>(focused) &&

@@ -5,9 +5,9 @@
 #include <QProxyStyle>
 #include <QStyleOptionSlider>
 
-/// Qt's own Fusion, with a ring around what has the focus that nobody can overlook, with borders and scroll
-/// bars that stand out from what is around them by 3 to 1 in each palette, and with room around the words of
-/// buttons and fields that grows with their font.
+/// Qt's own Fusion with three changes. A strong ring stands around the widget that has the focus. Borders and
+/// scroll bars have a contrast of 3 to 1 with their surroundings in each palette. The room around the words
+/// of buttons and fields grows with their font.
 class ZNTStyle final : public QProxyStyle
 {
 public:
@@ -29,8 +29,7 @@ private:
     void drawScrollBar(const QStyleOptionSlider& bar, QPainter& painter, const QWidget* widget) const;
 };
 
-/// Keeps the ring around whatever has the focus in our windows, and that in sight where it can be scrolled
-/// out of it.
+/// Keeps the ring around the widget that has the focus, and scrolls that widget into sight.
 class ZNTFocusRing final : public QObject
 {
 public:

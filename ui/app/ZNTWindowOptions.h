@@ -3,14 +3,15 @@
 #include <string>
 #include <variant>
 
-/// What the command line of the window asks for.
+/// The options on the command line of the window.
 struct ZNTWindowOptions {
     std::string host; ///< empty: the window opens with the address book's default
     int port = 0;
     bool demo = false;
 
-    /// Whether `--help` is among them. That is answered before there is a display, which may be missing.
+    /// Whether `--help` is among them. It is answered before a display is opened, since there may be none.
     static bool isHelpAsked(int count, const char* const* arguments);
-    /// The options, or the exit code after a usage error (2) or `--help` (0), which has been said already.
+    /// The options, or the exit code after a usage error (2) or `--help` (0), whose words are written
+    /// already.
     static std::variant<ZNTWindowOptions, int> fromArguments(int count, const char* const* arguments);
 };

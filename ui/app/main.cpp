@@ -25,7 +25,7 @@ namespace
 
 constexpr std::chrono::seconds longestStart{10};
 
-/// More than the display, both buses and the first connection take together. GLib aborts the program when it
+/// More than the display, both buses and the first connection need together. GLib aborts the program if it
 /// gets no pipe.
 constexpr int descriptorsToStartWith = 32;
 
@@ -39,8 +39,8 @@ void prepareApplication()
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/zantor.png")));
 }
 
-/// Turns speech on also for a reader that the desktop does not know of, one started by hand: that it listens
-/// is known only when the accessibility bus has answered. Later the player's own switch counts.
+/// Turns speech on also for a reader that was started by hand, which the desktop does not know. Only the
+/// accessibility bus says that it listens, and it answers later. After this time the player's switch counts.
 void speakForReaderFoundWhileStarting(ZNTDesktopScreenReader& reader, ZNTServerConnectController& session)
 {
     auto* starting = new QObject(&reader);

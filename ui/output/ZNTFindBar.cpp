@@ -120,7 +120,7 @@ void ZNTFindBar::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_Escape) {
         close();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        // What was said last stands at the end, so the search goes backwards.
+        // The newest text is at the end, so the search goes backwards.
         if (event->modifiers().testFlag(Qt::ShiftModifier))
             findNext();
         else

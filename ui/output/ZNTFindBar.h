@@ -9,13 +9,13 @@ class QLineEdit;
 class QPushButton;
 class ZNTOutputView;
 
-/// Looks for text in the output view as it is typed. Return goes to the match before, Escape closes.
+/// Searches the output view while the player types. Return goes to the match before, Escape closes the bar.
 class ZNTFindBar final : public QWidget
 {
 public:
     explicit ZNTFindBar(ZNTOutputView& output);
 
-    /// Shows the bar with the focus in it and what it last looked for selected.
+    /// Shows the bar with the focus in it. The text of the last search is selected.
     void open();
     void close();
     void findNext();

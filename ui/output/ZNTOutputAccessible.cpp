@@ -11,7 +11,7 @@
 namespace
 {
 
-// A flood is told by its end: what a listener is handed goes through the bus, a copy for each.
+// Of a flood only the end is announced, because the bus copies the text for each listener.
 constexpr ZNTOutputStore::Position longestAnnouncement = 16384;
 
 QString textOf(const ZNTOutputStore& store, std::int64_t from, std::int64_t to)
@@ -110,7 +110,7 @@ QString ZNTOutputAccessible::text(int startOffset, int endOffset) const
 
 int ZNTOutputAccessible::characterCount() const { return offsetOf(view.store().end()); }
 
-/// The units of each kind tile the text, and a "\n" ends the one before it.
+/// The units of each kind cover the text without gaps. A "\n" belongs to the unit before it.
 ZNTOutputAccessible::Range ZNTOutputAccessible::unitAround(std::int64_t position,
                                                            QAccessible::TextBoundaryType boundary) const
 {
@@ -220,7 +220,7 @@ QString ZNTOutputAccessible::attributes(int offset, int* startOffset, int* endOf
     return described;
 }
 
-// What the view tells listeners
+// What the view announces
 
 void ZNTOutputView::announceAppended()
 {
@@ -233,8 +233,8 @@ void ZNTOutputView::announceAppended()
     QAccessible::updateAccessibility(&event);
 }
 
-/// Only what the player does moves a reader's attention: that the caret keeps to the end of what arrives is
-/// not told.
+/// Announces only caret moves that the player makes. A caret that stays at the end of arriving text must not
+/// draw a reader's attention.
 void ZNTOutputView::announceCaret(bool moved, bool selectionChanged)
 {
     if (!QAccessible::isActive())
@@ -255,7 +255,7 @@ void ZNTOutputView::announceRemoved(qsizetype length)
 {
     if (length <= 0 || !QAccessible::isActive())
         return;
-    // What was there is gone already; listeners go by where and how much.
+    // The text is gone already. Listeners need its place and its length only.
     QAccessibleTextRemoveEvent event(
         this, 0, QString(std::min<qsizetype>(length, longestAnnouncement), QChar(QChar::Space)));
     QAccessible::updateAccessibility(&event);

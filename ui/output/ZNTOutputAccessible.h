@@ -4,10 +4,10 @@
 
 class ZNTOutputView;
 
-/// The output view as a screen reader meets it: read-only text of several lines. A line is a row of the
-/// screen, so that it agrees with where things are; a paragraph is a line as the game sent it.
+/// The output view for screen readers: read-only text of several lines. A line is a row of the screen, so
+/// that it agrees with the places on the screen. A paragraph is a line as the game sent it.
 ///
-/// Offsets count from the oldest text there is. No answer fetches more text than it returns.
+/// Offsets count from the oldest text in the view. No answer fetches more text than it returns.
 class ZNTOutputAccessible final : public QAccessibleWidget, public QAccessibleTextInterface
 {
 public:

@@ -9,7 +9,8 @@
 namespace
 {
 
-constexpr qsizetype mostGlyphs = 8192; // clusters kept per weight; more than any game's daily Chinese
+constexpr qsizetype mostGlyphs =
+    8192; // clusters kept for each weight; more than the Chinese characters that a game uses
 
 constexpr qreal largestGrowth = 1.15; // of a glyph that is narrower than its columns
 
@@ -35,13 +36,13 @@ ZNTOutputFace::ZNTOutputFace(const QFont& font) : regular(font)
     bold.setBold(true);
     const QFontMetricsF metrics(regular), boldMetrics(bold);
     width = std::max<qreal>(metrics.horizontalAdvance(u'0'), 1);
-    // A line's worth of rounding would leave gaps between the backgrounds of rows.
+    // A height with a fraction would leave gaps between the backgrounds of rows.
     height = std::max(static_cast<int>(std::ceil(std::max(metrics.height(), boldMetrics.height()))), 1);
     ascent_ = static_cast<int>(std::ceil(std::max(metrics.ascent(), boldMetrics.ascent())));
     isGrid_ = fillsOneCell(metrics, width) && fillsOneCell(boldMetrics, width);
 }
 
-/// Shaping a character that the font lacks takes longer than drawing it, so what was shaped is kept.
+/// Shaping a character that the font lacks takes longer than drawing it, so its shape is kept.
 const ZNTOutputFace::Glyphs& ZNTOutputFace::glyphsOf(std::u16string_view cluster, int cells, bool isBold)
 {
     auto& kept = glyphs[isBold ? 1 : 0];
@@ -57,8 +58,8 @@ const ZNTOutputFace::Glyphs& ZNTOutputFace::glyphsOf(std::u16string_view cluster
     made.isStretched = cells == 2 && isDrawing(cluster.front()) && made.advance > 0;
     if (made.isStretched)
         return *kept.insert(key, made);
-    // Chinese fonts are narrower than two columns: set a little larger, their text does not fall apart.
-    // A single character that is wider than its columns is made to fit.
+    // Characters of Chinese fonts are narrower than two columns. Drawn a little larger, their text has no
+    // gaps. A single character that is wider than its columns is drawn narrower.
     const qreal factor = made.advance > 0 ? std::min(room / made.advance, largestGrowth) : 1;
     const bool isTooWide = factor < 1 && key.toUcs4().size() == 1;
     if (isTooWide || (cells == 2 && factor > 1.02)) {

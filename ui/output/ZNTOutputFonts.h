@@ -12,15 +12,15 @@
 #include <string_view>
 #include <vector>
 
-/// One family and size at the zoom in force, in both weights: how large its cells are, and its characters as
-/// they were last shaped.
+/// One family and size at the present zoom, in both weights: the size of its cells, and its characters once
+/// they were shaped.
 class ZNTOutputFace
 {
 public:
     struct Glyphs {
         QList<QGlyphRun> runs; ///< from the baseline
         qreal advance = 0;
-        bool isStretched = false; ///< to the width of its columns, as lines that have to meet are
+        bool isStretched = false; ///< to the width of its columns, as line drawing needs it
     };
 
     explicit ZNTOutputFace(const QFont& font);

@@ -17,14 +17,14 @@ class QPainter;
 
 /// Draws rows of text into their columns, and holds the colours to do so.
 ///
-/// Every character stands exactly in its columns, whatever font it came from: a Chinese one is seldom just
-/// twice as wide as a Latin one.
+/// Every character stands exactly in its columns. Fonts alone do not achieve that: a Chinese character is
+/// seldom exactly twice as wide as a Latin one.
 class ZNTOutputPainter
 {
 public:
     enum class Mark : std::uint8_t { None, Match, CurrentMatch, Selected };
 
-    /// A stretch of a row in one look; offsets are into the row's text.
+    /// A part of a row in one look. Offsets count in the row's text.
     struct Stretch {
         std::size_t from;
         std::size_t to;
@@ -63,6 +63,6 @@ private:
 
     const ZNTOutputFonts& fonts;
     bool isReadable = false;
-    QHash<quint64, Look> readableLooks;     // by both colours; working one out takes a while
+    QHash<quint64, Look> readableLooks;     // by both colours; finding a pair is slow
     std::vector<znt::PlacedCluster> placed; // of the row being drawn
 };

@@ -38,7 +38,8 @@ ZNTOutputView::ZNTOutputView(QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // else the grid changes width with the first full page
+    setVerticalScrollBarPolicy(
+        Qt::ScrollBarAlwaysOn); // a bar that comes with the first full page would change the grid's width
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setCursor(Qt::IBeamCursor);
 
@@ -188,7 +189,7 @@ void ZNTOutputView::scheduleRefresh()
         refreshTimer.start(std::max(0, leastPaintInterval - static_cast<int>(sincePaint.elapsed())));
 }
 
-/// Takes what was appended into the picture.
+/// Shows what was appended.
 void ZNTOutputView::refresh()
 {
     textLayout.rows().update();
@@ -196,7 +197,7 @@ void ZNTOutputView::refresh()
     updateScrollBar();
     updateMark();
     if (finder.isActive()) {
-        findTimer.start(0); // counts on, and tells
+        findTimer.start(0); // goes on counting, and reports
     }
     announceAppended();
     viewport()->update();
@@ -231,7 +232,7 @@ void ZNTOutputView::scrollContentsBy(int, int dy)
                                             : textLayout.rows().placeOfRow(bar->value()));
 }
 
-/// Shows `place` in the first row, or as near as the end allows; there, the view follows it again.
+/// Shows `place` in the first row, or as near to it as the end allows. At the end the view follows again.
 void ZNTOutputView::placeTop(ZNTRowPlace place)
 {
     if (scrolling.moveTo(place))
@@ -430,7 +431,7 @@ void ZNTOutputView::findPrevious()
 void ZNTOutputView::showMatch(const std::optional<ZNTOutputFind::Match>& match)
 {
     if (match) {
-        const auto shown = *match; // selecting may drop the finder's own
+        const auto shown = *match; // a copy, because selecting may drop the finder's match
         select(shown.start, shown.end);
     }
     viewport()->update();

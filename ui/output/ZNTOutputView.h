@@ -20,7 +20,7 @@
 class QPainter;
 class QPushButton;
 
-/// The output view: what the game has said, in a grid of its own colours, whatever the desktop's.
+/// The output view: the game's text in a grid, in the game's colours and not the desktop's.
 ///
 /// An append only stores; the view is painted on a later turn, at most every 16 ms, and paints no more than
 /// what is visible. It follows the end unless the player has scrolled back; then the last rows stay in sight
@@ -48,18 +48,18 @@ public:
     void append(const ZNTAttributedText& text) override;
     void scrollToEnd() override;
     void clear() override;
-    /// Only noted: the player cannot write here, and programmatic appends need no permission.
+    /// Only noted. The player cannot write here, and the program may always append.
     void setEditable(bool editable) override { editable_ = editable; }
 
-    /// The family and size, without zoom, of later text that names none, and the measure of the grid. 12
-    /// points of Menlo, or of the system's fixed-width font, until set. The size is brought into its bounds.
-    /// A family that is not of fixed width is still laid out in columns.
+    /// The family and size, without zoom, of later text that names none. It is also the measure of the grid.
+    /// Until set it is 12 points of Menlo, or of the system's fixed-width font. The size is brought into its
+    /// bounds. A family without a fixed width is laid out in columns, too.
     void setTextFont(const QFont& font);
     [[nodiscard]] QFont textFont() const { return ZNTOutputFonts::fontOf(base()); }
     /// Zooms so that this font shows at so many points, within bounds.
     void setPointSize(double points);
     [[nodiscard]] double pointSize() const { return base().size * fonts.zoom(); }
-    /// What text of this font shows in, with the zoom.
+    /// The font in which such text is shown, with the zoom.
     [[nodiscard]] QFont shownFont() const { return ZNTOutputFonts::fontOf(base(), fonts.zoom()); }
     [[nodiscard]] QFont shownFontOf(const ZNTOutputStyle& style) const
     {
@@ -73,12 +73,12 @@ public:
     /// Text in memory past this many bytes is dropped from the beginning. ZNTOutputStore has the default.
     void setMemoryLimit(std::size_t bytes);
 
-    /// What comes next begins on a row of its own below a drawn rule, if there is text yet. Neither is in the
-    /// text.
+    /// If there is text, the next text begins on a row of its own below a drawn rule. Neither row nor rule
+    /// changes the text.
     void beginSession();
 
-    /// What stands in the view, and describes it to a screen reader, while there is no text. It is no text of
-    /// the view's. Empty for none.
+    /// Shown in the view, and its description for screen readers, while there is no text. It is not part of
+    /// the text. Empty for none.
     void setEmptyHint(const QString& words);
 
     [[nodiscard]] const ZNTOutputStore& store() const { return store_; }
@@ -112,7 +112,7 @@ public:
     /// The size of the widget that shows so many columns and rows.
     [[nodiscard]] QSize sizeForGrid(int columnCount, int rowCount) const;
     [[nodiscard]] int columns() const { return textLayout.rows().columnsOfFont(store_.defaultFont()); }
-    /// That can be read at once, besides the last ones.
+    /// The rows that can be read at once, without the last rows in their pane.
     [[nodiscard]] int visibleRows() const { return scrolling.visibleRows(); }
 
 public Q_SLOTS:
@@ -137,7 +137,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// A key that belongs into the command line. The event is good until the slot returns.
     void keyForCommandLine(QKeyEvent* event);
-    /// Something was selected, or nothing any more.
+    /// Whether there is a selection has changed.
     void copyAvailable(bool available);
     void shownFontChanged(const QFont& font);
     void followsEndChanged(bool follows);
@@ -162,7 +162,7 @@ private:
     enum class SelectBy { Character, Word, Line };
     enum class Selecting { No, Yes };
 
-    /// Brings what points into the text inside it, after the oldest went.
+    /// Brings positions inside the text after the oldest text was dropped.
     void noteDropped(Position oldStart);
 
     [[nodiscard]] bool isEmpty() const { return store_.start() == store_.end(); }
@@ -193,7 +193,7 @@ private:
     // For the accessibility bus
     void announceAppended();
     void announceCaret(bool moved, bool selectionChanged);
-    /// So many units are gone from the beginning.
+    /// `length` units were dropped from the beginning.
     void announceRemoved(qsizetype length);
 
     void showMatch(const std::optional<ZNTOutputFind::Match>& match);
@@ -212,7 +212,7 @@ private:
     bool settingScrollBar = false;
     int wheelRemainder = 0;
 
-    qreal caretX = -1; // in its row, that Up and Down try to keep; -1: the caret's own
+    qreal caretX = -1; // the place in its row that Up and Down try to keep; -1: the caret's own
     SelectBy selectBy = SelectBy::Character;
     bool isDragging = false;
     std::pair<Position, Position> dragOrigin;

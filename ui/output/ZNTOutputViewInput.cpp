@@ -24,7 +24,7 @@ bool isCopyKey(const QKeyEvent* event)
            (event->key() == Qt::Key_Insert && event->modifiers() == Qt::ControlModifier);
 }
 
-/// What a player would type into the command line, and what one corrects and sends it with.
+/// Keys that type into the command line, correct it or send it.
 bool belongsIntoCommandLine(const QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Paste))
@@ -46,7 +46,7 @@ bool belongsIntoCommandLine(const QKeyEvent* event)
 
 bool ZNTOutputView::event(QEvent* event)
 {
-    // Copying and selecting here come before what the window does with these keys.
+    // In this view these keys copy and select. The window's own shortcuts come second.
     if (event->type() == QEvent::ShortcutOverride) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (isCopyKey(key) ? hasSelection() : key->matches(QKeySequence::SelectAll)) {
@@ -240,12 +240,12 @@ void ZNTOutputView::mouseMoveEvent(QMouseEvent* event)
         dragTimer.stop();
     else if (!dragTimer.isActive())
         dragTimer.start(dragScrollInterval);
-    // Half a cell to the right, so that the boundary nearest to the pointer is meant.
+    // Half a cell to the right, so that the nearest boundary is taken.
     const auto nearest = QPoint(static_cast<int>(std::lround(baseFace().cellWidth() / 2)), 0);
     extendTo(positionAt(selectBy == SelectBy::Character ? dragPoint + nearest : dragPoint));
 }
 
-/// From what was first selected to `position`, by whole units.
+/// Selects from the place of the first click to `position`, by whole units.
 void ZNTOutputView::extendTo(Position position)
 {
     const auto unit = unitAround(position);
@@ -262,7 +262,7 @@ void ZNTOutputView::mouseReleaseEvent(QMouseEvent* event)
     isDragging = false;
     dragTimer.stop();
     offerPrimarySelection();
-    scheduleRefresh(); // the view held still meanwhile
+    scheduleRefresh(); // the view did not follow the end meanwhile
 }
 
 void ZNTOutputView::wheelEvent(QWheelEvent* event)

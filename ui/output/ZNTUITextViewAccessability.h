@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-/// The class of the main window's output view. Beside what every output view does it carries a text to be
-/// spoken, which any thread may leave here and read back whole.
+/// The main window's output view. It also keeps a text to be spoken, which any thread may set and read as a
+/// whole.
 class ZNTUITextViewAccessability final : public ZNTOutputView
 {
     Q_OBJECT

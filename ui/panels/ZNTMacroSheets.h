@@ -8,7 +8,7 @@
 #include "ui_ZNTAddMacroView.h"
 #include "ui_ZNTEditMacroView.h"
 
-/// A sheet on a macro: its layout, its widgets as screen elements, and the controller that fills and reads
+/// A sheet for a macro: its layout, its widgets as screen elements, and the controller that fills and reads
 /// them. Escape and its cancel button ask the controller to close it.
 template <typename Layout, typename Controller>
 class ZNTMacroSheet
@@ -35,7 +35,7 @@ public:
     void showWindow()
     {
         controller.showWindow();
-        // A screen reader leaves a label of one word out when the sheet opens.
+        // When the sheet opens, a screen reader leaves out a label of one word.
         layout.macroNameTF->setAccessibleDescription(QStringLiteral("in the group ") +
                                                      layout.macroGroupNameLabel->text());
         layout.macroNameTF->setFocus();

@@ -26,7 +26,7 @@ public:
                     std::function<void()> whenPicked);
 
     void showWindow();
-    /// Says that picking leaves this game alone. Empty while none is played.
+    /// Says that this game goes on if another is picked. Empty while none is played.
     void setGameBeingPlayed(const QString& name);
 
 private:

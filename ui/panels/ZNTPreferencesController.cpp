@@ -33,7 +33,7 @@ std::vector<ZNTColumn> triggerColumns()
             {"gag", QStringLiteral("Not spoken"), Kind::YesNo}};
 }
 
-/// Of the triggers' table: the two that hold the long texts.
+/// The two columns of the triggers' table that hold long texts.
 constexpr int patternColumn = 2, commandColumn = 3;
 
 /// A mark that is neither set nor cleared counts as cleared.
@@ -45,7 +45,7 @@ void whenMarked(QCheckBox& box, Task task)
     QObject::connect(&box, &QCheckBox::stateChanged, &box, [&box, task] { task(isMarked(box)); });
 }
 
-/// Calls `task` whenever the window comes to the front.
+/// Calls `task` each time the window comes to the front.
 template <typename Task>
 void whenActivated(QDialog& window, Task task)
 {
@@ -69,7 +69,7 @@ void whenActivated(QDialog& window, Task task)
     new Watch(window, std::move(task));
 }
 
-/// Qt calls the pages behind a row of tabs a layered pane, and Orca says so whenever Tab goes in.
+/// Qt calls the pages behind a row of tabs a layered pane, and Orca says so each time Tab goes in.
 QAccessibleInterface* pagesAsPlainWidget(const QString&, QObject* object)
 {
     auto* pages = qobject_cast<QStackedWidget*>(object);
@@ -157,7 +157,7 @@ void ZNTPreferencesController::showEncoding()
         if (encoding == serverConnectController.cfStringEncoding())
             now = QStringLiteral("Text: ") + button->text();
     layout.encodingNow->setText(now);
-    // A reader speaks the name before the description: the name is not said twice.
+    // A reader speaks the name before the description, so the description leaves the name out.
     for (const auto& [encoding, button] : choices)
         button->setAccessibleDescription(
             encoding == serverConnectController.cfStringEncoding() ? QStringLiteral("In force now") : now);
@@ -270,8 +270,7 @@ void ZNTPreferencesController::wireProtocols()
 
 void ZNTPreferencesController::mudClientCompressionProtocolOnOff()
 {
-    // Straight on, also before there is a connection: then the next game's first block is taken for
-    // compressed.
+    // On at once, also without a connection: then the next game's first block is taken as compressed.
     serverConnectController.set_isMccpOnOff(isMarked(*layout._mccpCheckBox));
 }
 

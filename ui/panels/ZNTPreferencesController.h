@@ -11,7 +11,7 @@ class QDialog;
 
 /// The preferences window: five tabs whose controls act at once on the running session, which keeps the
 /// values. One window, made when first asked for and reused. The boxes for speech and its interruption follow
-/// the session; each other control shows what it was last left at.
+/// the session; each other control keeps the state in which the player left it.
 ///
 /// The macros tab shows the main window's own selector and list, so that what is selected in one is selected
 /// in the other.

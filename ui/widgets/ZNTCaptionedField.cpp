@@ -8,7 +8,7 @@ namespace
 {
 constexpr int gap = 8;
 constexpr int gapBelow = 2;
-/// Fewer characters than this beside a caption are not worth it.
+/// If fewer characters than this fit beside the caption, the field goes below it.
 constexpr int leastColumns = 6;
 } // namespace
 
@@ -27,7 +27,7 @@ ZNTCaptionedField::ZNTCaptionedField(const QString& caption, QWidget* field, int
 
 int ZNTCaptionedField::fieldWidth(int characters) const
 {
-    // What stands around the text of a field grows with the font as well.
+    // The frame around the text of a field grows with the font, too.
     return field->fontMetrics().averageCharWidth() * characters + field->fontMetrics().height();
 }
 

@@ -4,7 +4,7 @@
 
 class QLabel;
 
-/// A field with its caption: before it where there is room, above it where the font is too large for that.
+/// A field with its caption. The caption stands before the field if there is room, else above it.
 ///
 /// The caption is the field's buddy and, without its mnemonic, the field's accessible name.
 class ZNTCaptionedField final : public QWidget

@@ -2,7 +2,7 @@
 
 #include <QCheckBox>
 
-/// A check box whose words wrap where the width ends, so that a sentence can be one with a large font too.
+/// A check box whose title wraps, so that it can be a whole sentence with a large font, too.
 class ZNTCheckBox final : public QCheckBox
 {
 public:
@@ -16,6 +16,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    /// What the mark and the gap after it take.
+    /// The width of the mark and the gap after it.
     [[nodiscard]] int widthBeforeWords() const;
 };

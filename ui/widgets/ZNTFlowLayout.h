@@ -3,8 +3,8 @@
 #include <QLayout>
 #include <QList>
 
-/// Puts its items side by side and begins a new row where the width ends, so that nothing is cut off with a
-/// large font or in a narrow window.
+/// Puts its items side by side and begins a new row if an item does not fit, so that nothing is cut off with
+/// a large font or in a narrow window.
 class ZNTFlowLayout final : public QLayout
 {
 public:
@@ -12,9 +12,9 @@ public:
     ZNTFlowLayout(QWidget* parent, int gap);
     ~ZNTFlowLayout() override;
 
-    /// Items whose widget is in the list of stretching ones share what a row leaves over.
+    /// The widgets that were added as stretching share the width that a row leaves over.
     void addStretching(QWidget* widget);
-    /// Rows that nothing stretches stand at the right, as the buttons that end a dialog do.
+    /// Rows without a stretching widget stand at the right, as a dialog's buttons do.
     void standAtRight() { isAtRight = true; }
     /// All items become as wide as the widest and share the width evenly, at most so many in a row.
     void shareEvenly(int mostColumns) { mostEvenColumns = mostColumns; }

@@ -56,7 +56,7 @@ void ZNTHintedTable::keepHeadingsReadable()
     for (int column = 0; column < header.count(); ++column)
         widest = std::max(widest, header.sectionSizeHint(column));
     header.setMinimumSectionSize(widest);
-    // The header itself does not look after those that find no room to stretch.
+    // The header itself does not care for stretching columns that find no room.
     for (int column = 0; column < header.count(); ++column)
         if (header.sectionSize(column) < widest)
             header.resizeSection(column, widest);
@@ -83,7 +83,7 @@ QSize ZNTHintedTable::sizeHint() const
 
 bool ZNTHintedTable::event(QEvent* event)
 {
-    // The headings have their new font on a later turn only.
+    // The headings get their new font on a later turn.
     if (event->type() == QEvent::Polish || event->type() == QEvent::FontChange)
         QMetaObject::invokeMethod(this, &ZNTHintedTable::keepHeadingsReadable, Qt::QueuedConnection);
     return QTableView::event(event);

@@ -4,8 +4,8 @@
 
 /// A table that says in words why it is empty, and asks for as much width as its columns need.
 ///
-/// The hint is painted where the rows would be and is the table's accessible description for as long as
-/// there are none; it is no row, so whatever counts or reads rows does not meet it.
+/// While there are no rows, the hint is painted in their place and is the table's accessible description. It
+/// is not a row, so it is never counted or read as one.
 class ZNTHintedTable final : public QTableView
 {
     Q_OBJECT
@@ -21,10 +21,10 @@ public:
     /// Describes the table while it has rows.
     void setStandingDescription(const QString& words);
 
-    /// How many rows it shows at once where there is room; it asks the layout for fewer, and more scroll.
+    /// How many rows it shows at once if there is room. It asks the layout for fewer; the rest scrolls.
     [[nodiscard]] int comfortableRows() const { return rowsWanted; }
     void setComfortableRows(int rows) { rowsWanted = rows; }
-    /// What it would take beyond what it asks for.
+    /// The height that it would take beyond the one that it asks for.
     [[nodiscard]] int comfortableGrowth() const;
 
     void setModel(QAbstractItemModel* model) override;

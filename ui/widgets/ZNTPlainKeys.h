@@ -6,11 +6,11 @@
 #include <functional>
 #include <utility>
 
-/// Has keys without a modifier do something in a widget that makes nothing of them itself.
+/// Gives keys without a modifier a meaning in a widget that does not use them.
 class ZNTPlainKeys final : public QObject
 {
 public:
-    /// Lives as long as `widget`. `task` answers whether the key is dealt with.
+    /// Lives as long as `widget`. `task` answers whether it used the key.
     ZNTPlainKeys(QWidget& widget, QList<int> keys, std::function<bool()> task)
         : QObject(&widget),
           keys(std::move(keys)),

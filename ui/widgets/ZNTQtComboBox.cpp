@@ -17,8 +17,8 @@ void ZNTQtComboBox::addBox(QComboBox* box)
 {
     box->setEditable(true);
     box->view()->setAccessibleName(box->accessibleName());
-    // The label says what the box is for. As its name, and its line's, Qt gives what it holds, and this while
-    // it holds nothing.
+    // The label says what the box is for. Qt uses the box's content as its name, and this name while it is
+    // empty.
     box->setAccessibleName(QStringLiteral("none"));
     box->lineEdit()->setAccessibleName(box->accessibleName());
     box->setInsertPolicy(QComboBox::NoInsert);

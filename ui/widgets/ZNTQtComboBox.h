@@ -21,9 +21,9 @@ class ZNTQtComboBox final : public ZNTComboBox
 {
 public:
     void setSource(ZNTComboSource source);
-    /// Shows the choice in `box` too, for as long as both live.
+    /// Shows the choice in `box`, too, as long as both live.
     void addBox(QComboBox* box);
-    /// Hears each new text, typed, picked or set.
+    /// `listener` is called with each new text, whether it was typed, picked or set.
     void whenTextChanges(std::function<void(const std::u16string& text)> handler);
 
     [[nodiscard]] std::u16string text() const override;

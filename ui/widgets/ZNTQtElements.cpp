@@ -120,7 +120,7 @@ void ZNTQtSpinner::apply()
 {
     if (!bar)
         return;
-    // A bar that stands still would only look stuck.
+    // A bar that does not move would look stuck.
     bar->setRange(0, isAnimating ? 0 : 1);
     bar->setVisible(!isHidden && isAnimating);
 }

@@ -15,8 +15,8 @@ class QProgressBar;
 class QTabWidget;
 class QWidget;
 
-// Screen elements over plain widgets. Each holds its widget without owning it; once the widget is gone,
-// as while the window comes down, it does nothing.
+// Screen elements over plain widgets. Each holds its widget without owning it. When the widget is gone, as at
+// the end of the window, the element does nothing.
 
 class ZNTQtTextField final : public ZNTTextField
 {
@@ -43,7 +43,7 @@ private:
     QPointer<QPlainTextEdit> area;
 };
 
-/// Shows its text as plain text, whatever markup a game or a player put into it.
+/// Shows its text as plain text. Markup from a game or a player is shown as it is.
 class ZNTQtLabel final : public ZNTLabel
 {
 public:
@@ -95,8 +95,8 @@ private:
     QPointer<QTabWidget> tabs;
 };
 
-/// A dialog that is a sheet of whichever window asked for it: it holds that window up alone, and hands the
-/// focus back when it closes.
+/// A dialog that is a sheet of the window that opened it. It blocks that window alone, and gives the focus
+/// back when it closes.
 class ZNTQtSheet final : public ZNTPanel
 {
 public:

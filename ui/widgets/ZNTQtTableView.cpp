@@ -13,8 +13,8 @@
 namespace
 {
 
-/// What a screen reader is told of the cell that the keyboard is on; null where nobody listens or the focus
-/// is elsewhere.
+/// What screen readers read of the cell that the keyboard is on. Null if none runs or if the focus is
+/// elsewhere.
 QAccessibleInterface* focusedCell(QTableView& table)
 {
     const QModelIndex current = table.currentIndex();
@@ -25,7 +25,7 @@ QAccessibleInterface* focusedCell(QTableView& table)
     return cells ? cells->cellAt(current.row(), current.column()) : nullptr;
 }
 
-/// A mark that the space bar sets is said; Qt tells of none.
+/// Announces a mark that the space bar sets, because Qt does not.
 void tellOfMark(QTableView& table, const QModelIndex& changed)
 {
     if (changed != table.currentIndex() || !changed.data(Qt::CheckStateRole).isValid())
@@ -38,7 +38,7 @@ void tellOfMark(QTableView& table, const QModelIndex& changed)
     }
 }
 
-/// Selects the row that the keyboard comes to: a screen reader says that row, so the buttons must mean it.
+/// Selects the row that the keyboard comes to. A screen reader says that row, so the buttons must act on it.
 class RowUnderFocus final : public QObject
 {
 public:
@@ -49,7 +49,7 @@ public:
         if (event->type() == QEvent::FocusIn &&
             static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason) {
             selectRow();
-            // Qt tells a reader of the table afterwards, and the reader then says nothing of the row.
+            // Qt announces the table afterwards, and the reader then says nothing of the row.
             QMetaObject::invokeMethod(this, &RowUnderFocus::tellOfCell, Qt::QueuedConnection);
         }
         return QObject::eventFilter(watched, event);
@@ -75,7 +75,7 @@ private:
     QTableView* table;
 };
 
-/// The field in which a cell is edited is named by its column, and takes nothing but digits for a number.
+/// The field in which a cell is edited has its column's name. For a number it takes digits only.
 class CellEditors final : public QStyledItemDelegate
 {
 public:
@@ -117,7 +117,7 @@ void ZNTQtTableView::furnish(QTableView& table, ZNTRowModel& model)
                          if (first == last)
                              tellOfMark(table, first);
                      });
-    // Typing looks for the row that begins so; it is not to overwrite the one that happens to be selected.
+    // Typing searches for a row that begins so. It must not overwrite the selected one.
     table.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     table.setSelectionBehavior(QAbstractItemView::SelectRows);
     table.setSelectionMode(QAbstractItemView::SingleSelection);
@@ -156,7 +156,7 @@ void ZNTQtTableView::abortEditing()
 {
     if (!table)
         return;
-    // Drops an editor that is open there without taking what was typed.
+    // Closes an open editor without taking the text that was typed.
     table->closePersistentEditor(table->currentIndex());
 }
 
@@ -165,8 +165,8 @@ void ZNTQtTableView::scrollToEndOfTable()
     if (!table || !model || model->rowCount() == 0)
         return;
     table->scrollToBottom();
-    // The row was just added and is to be filled in. The focus goes first: Qt tells a screen reader of the
-    // new cell as if it were there already.
+    // The row was just added, and the player fills it in now. The focus moves first, because Qt announces the
+    // new cell as if the focus were there already.
     table->setFocus(Qt::OtherFocusReason);
     table->setCurrentIndex(model->index(model->rowCount() - 1, 0));
 }

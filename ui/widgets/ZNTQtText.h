@@ -13,7 +13,7 @@ inline QString qtText(std::u16string_view text)
     return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }
 
-/// Of a table of ours: names and titles in Latin-1.
+/// For names and titles in tables of the program, which are Latin-1.
 inline QString latinText(std::string_view latin)
 {
     return QString::fromLatin1(latin.data(), static_cast<qsizetype>(latin.size()));

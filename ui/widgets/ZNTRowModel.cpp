@@ -39,7 +39,7 @@ void ZNTRowModel::setSource(ZNTRowSource newSource)
 
 void ZNTRowModel::reload()
 {
-    // Rows that come and go at the end leave the views' selection, place and focus alone; a reset would not.
+    // Rows that come and go at the end keep the views' selection, place and focus. A reset would lose them.
     const long wanted = source.numberOfRows ? source.numberOfRows() : 0;
     const int now = static_cast<int>(std::min<long>(wanted, std::numeric_limits<int>::max()));
     if (now > rows) {
@@ -69,7 +69,7 @@ const ZNTColumn& ZNTRowModel::column(const QModelIndex& index) const
 
 QVariant ZNTRowModel::data(const QModelIndex& index, int role) const
 {
-    // Between a change of the rows and the reload that tells of it there may be fewer.
+    // After a change and before the reload there may be fewer rows.
     if (!index.isValid() || !source.objectValue || index.row() >= source.numberOfRows())
         return {};
     const ZNTColumn& shown = column(index);
@@ -114,7 +114,7 @@ bool ZNTRowModel::setData(const QModelIndex& index, const QVariant& value, int r
         bool isNumber = false;
         const std::int64_t number = value.toString().trimmed().toLongLong(&isNumber);
         if (!isNumber)
-            return false; // what stood there stays
+            return false; // the cell keeps its value
         source.setObjectValue(number, edited.identifier, index.row());
     } else {
         source.setObjectValue(znt::textOfQt(value.toString()), edited.identifier, index.row());

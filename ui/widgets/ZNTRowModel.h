@@ -20,19 +20,19 @@ struct ZNTColumn {
     int largestNumber = std::numeric_limits<int>::max(); ///< that can be typed; the smallest is 0
 };
 
-/// Where the rows come from. Rows count from 0; what is asked for always exists at that moment.
+/// Where the rows come from. Rows count from 0. The model asks only for rows that exist at that moment.
 struct ZNTRowSource {
     std::function<long()> numberOfRows;
     std::function<ZNTCellValue(std::string_view identifier, long row)> objectValue;
     /// Null for rows that cannot be edited. The value has the column's kind.
     std::function<void(const ZNTCellValue& value, std::string_view identifier, long row)> setObjectValue;
-    /// What is to be said of a row beside its cells: the tool tip, and the description for screen readers.
-    /// May be null; mostly answers nothing.
+    /// What a row says beside its cells: its tool tip and its description for screen readers. May be null,
+    /// and mostly answers an empty text.
     std::function<std::u16string(long row)> toolTip = {};
 };
 
-/// The rows of a controller of ours as Qt's item views want them. Nothing is copied: cells are asked for when
-/// they are painted or read out. `reload` is to be called whenever the rows may have changed.
+/// The rows of a controller for Qt's item views. Nothing is copied: a cell is asked for when it is painted or
+/// read out. Call `reload` after each change of the rows.
 class ZNTRowModel final : public QAbstractTableModel
 {
 public:
@@ -54,5 +54,5 @@ public:
 private:
     std::vector<ZNTColumn> columns;
     ZNTRowSource source;
-    int rows = 0; ///< as the views were last told
+    int rows = 0; ///< as the views know it
 };

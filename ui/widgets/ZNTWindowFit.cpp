@@ -18,12 +18,12 @@
 namespace
 {
 
-/// What the window's frame and a panel of the desktop may take.
+/// Room for the window's frame and for a panel of the desktop.
 constexpr int roomAround = 40;
-/// What a table or a text to edit is given at least, in characters of the window's own font.
+/// The least room for a table or an edited text, in characters of the window's font.
 constexpr int comfortableColumns = 112;
 constexpr int leastLinesOfText = 5;
-/// How far and in which steps a font may shrink, as shares of what it was.
+/// How far and in which steps a font may shrink, as shares of its size.
 constexpr double smallestShare = 0.3, smallestStep = 0.03;
 
 QSize roomFor(const QWidget& window)
@@ -31,7 +31,7 @@ QSize roomFor(const QWidget& window)
     return window.screen()->availableSize() - QSize(roomAround, roomAround);
 }
 
-/// What the pages of `window` need beyond what they modestly ask for; they lie one upon the other.
+/// The room that the pages of `window` need beyond the room that they ask for. They lie one upon the other.
 QSize askedTooLittle(const QWidget& window)
 {
     QSize asked(0, 0);
@@ -144,7 +144,7 @@ void znt::scrollIntoSight(QScrollArea& area, const QWidget& widget)
 {
     constexpr int ringWidth = 4;
     const QPoint corner = widget.mapTo(area.widget(), QPoint(0, 0));
-    // The beginning last: it counts where not all of it has room.
+    // The beginning comes last, because it matters most if not all of it fits.
     area.ensureVisible(corner.x() + widget.width(), corner.y() + widget.height(), ringWidth, ringWidth);
     area.ensureVisible(corner.x(), corner.y(), ringWidth, ringWidth);
 }
@@ -162,7 +162,7 @@ void znt::shrinkFontToScreen(QDialog& dialog)
 
 void znt::shrinkFontToScreen(QMenu& menu)
 {
-    menu.setFont(QApplication::font(&menu)); // larger again where there is room again
+    menu.setFont(QApplication::font(&menu)); // full size again, if there is room now
     const int room = menu.screen()->availableSize().width();
     shrinkFont(menu, [&] { return menu.sizeHint().width() <= room; });
 }

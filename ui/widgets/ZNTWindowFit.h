@@ -8,22 +8,22 @@ class QWidget;
 namespace znt
 {
 
-/// Gives `window`, before it is shown or when its font has changed, the size that its content asks for, but
-/// no more than its screen has. Its content is to scroll where that is less than it needs.
+/// Gives `window` the size that its content asks for, but no more than its screen has; if that is less than
+/// the content needs, the content must scroll. Call it before the window is shown and when its font changes.
 void fitToScreen(QWidget& window);
 
-/// Makes the rows of buttons in `dialog` (each a QHBoxLayout in a column of its layout description) go on in
-/// a further row where the width ends. To be called once, when the description is loaded.
+/// Makes the rows of buttons in `dialog` wrap. Each is a QHBoxLayout in a column of its form. Call it once,
+/// when the form is loaded.
 void letButtonsWrap(QDialog& dialog);
 
-/// Scrolls `area` until all of `widget`, which is in its content, can be seen, or as much as there is room.
+/// Scrolls `area` until all of `widget`, which is in its content, can be seen, or as much of it as fits.
 void scrollIntoSight(QScrollArea& area, const QWidget& widget);
 
-/// Takes smaller characters for `dialog`, whose content cannot scroll, until it fits on its screen.
+/// Makes the font of `dialog`, whose content cannot scroll, smaller until the dialog fits on its screen.
 void shrinkFontToScreen(QDialog& dialog);
 
-/// Takes smaller characters for `menu`, which can scroll up and down alone, until it is no wider than its
-/// screen. To be called before it shows.
+/// Makes the font of `menu`, which cannot scroll sideways, smaller until the menu is no wider than its
+/// screen. Call it before the menu is shown.
 void shrinkFontToScreen(QMenu& menu);
 
 } // namespace znt

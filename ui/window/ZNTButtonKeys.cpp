@@ -20,7 +20,7 @@ bool ZNTButtonKeys::eventFilter(QObject* watched, QEvent* event)
     auto* button = qobject_cast<QPushButton*>(watched);
     if (!button || !button->isEnabled())
         return false;
-    if (!key.isAutoRepeat()) // a key held down presses once, whatever comes into the focus meanwhile
+    if (!key.isAutoRepeat()) // a key that is held down presses once, also if the focus moves meanwhile
         button->click();
     return true;
 }

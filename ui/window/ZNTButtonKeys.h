@@ -2,10 +2,10 @@
 
 #include <QObject>
 
-/// Has Return and Enter press the button that has the focus, in every window, as Space does.
+/// Makes Return and Enter press the button that has the focus, in every window, as Space does.
 ///
-/// Qt leaves that to the desktop's theme. Where the theme says nothing, Return on a dialog's Cancel presses
-/// its default button instead, and on a button of the main window does nothing.
+/// Qt leaves that to the desktop's theme. If the theme says nothing, Return on a dialog's Cancel presses the
+/// default button instead, and Return on a button of the main window does nothing.
 class ZNTButtonKeys final : public QObject
 {
 public:

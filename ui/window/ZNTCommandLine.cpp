@@ -6,15 +6,14 @@
 namespace
 {
 
-/// A key of the numeric keypad that types something: with NumLock off they move the caret as ever.
+/// A key of the numeric keypad that types a character. With NumLock off these keys move the caret.
 bool isTypingKeypadKey(const QKeyEvent& event)
 {
     return event.modifiers() == Qt::KeypadModifier && event.key() < Qt::Key_Escape;
 }
 
-/// Keys that a line of text would make something of, but that serve the player better in the window: Copy
-/// where nothing is selected here, the end of the output, and the macro to edit, where X11 has an End of its
-/// own.
+/// Keys that a line edit would use, but that the window needs: Copy if nothing is selected here, the end of
+/// the output, and the macro to edit, which is an End key on X11.
 bool isMoreUsefulInTheWindow(const QKeyEvent& event, bool hasSelection)
 {
     return isTypingKeypadKey(event) || (event.matches(QKeySequence::Copy) && !hasSelection) ||
@@ -36,8 +35,7 @@ bool ZNTCommandLine::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride) {
         auto* key = static_cast<QKeyEvent*>(event);
-        // Unclaimed here, the key reaches the window's shortcuts; where none is enabled it is typed after
-        // all.
+        // If the line does not claim the key, the window's shortcuts get it. If none is enabled, it is typed.
         if (isMoreUsefulInTheWindow(*key, hasSelectedText())) {
             key->ignore();
             return true;
@@ -87,7 +85,7 @@ void ZNTCommandLine::sendLines()
         setText(lines[line]);
         call(whenReturnPressed);
     }
-    // What ends with a line end, as whole lines from elsewhere do, has no further line behind it.
+    // A text that ends with a line end has no further line behind it.
     if (last > 0 && lines[last].isEmpty())
         return;
     if (last > 0)

@@ -17,7 +17,7 @@ constexpr int belowThePoints = 3;
 
 QString text(const char* latin) { return QString::fromLatin1(latin); }
 
-/// No wider than its letters need: styles give a button room for a word.
+/// No wider than its letters need. A style would give it room for a word.
 class DirectionButton final : public QPushButton
 {
 public:

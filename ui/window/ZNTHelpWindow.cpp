@@ -74,7 +74,7 @@ void ZNTHelpWindow::show(QPointer<QDialog>& page, const QString& title, const ch
         reader->setAccessibleName(title);
         reader->setOpenExternalLinks(true);
         reader->setTabChangesFocus(true);
-        // With a caret, so that it can be read with the arrows.
+        // With a caret, so that the arrows read it.
         reader->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
         reader->setMarkdown(markdown);
         const QFontMetrics metrics(reader->font());

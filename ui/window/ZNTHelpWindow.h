@@ -16,7 +16,7 @@ public:
     ~ZNTHelpWindow();
 
     void showFirstSteps();
-    /// Every command of the menus with its keys, and the keys that are no menu's.
+    /// Every command of the menus with its keys, and the keys that are in no menu.
     void showKeyboardMap();
     void showAbout();
 

@@ -8,7 +8,7 @@
 namespace
 {
 
-/// Asks as Qt does before it looks for a shortcut.
+/// Asks the widget in the way in which Qt asks before it looks for a shortcut.
 bool wantsToType(QWidget& widget, const QKeyEvent& key)
 {
     QKeyEvent question(QEvent::ShortcutOverride, key.key(), key.modifiers(), key.text());

@@ -9,9 +9,9 @@ class QWidget;
 
 /// Carries out a window's shortcuts of the numeric keypad.
 ///
-/// Qt 6.4 forgets on X11 and on Wayland that a key belongs to the keypad before it looks for a shortcut
-/// (`QXkbCommon::possibleKeys`), so there it never finds one with Qt::KeypadModifier. This takes such a key
-/// when it is about to be typed, unless the widget that has the focus wants to type it.
+/// On X11 and Wayland, Qt 6.4 loses the keypad's modifier before it looks for a shortcut
+/// (`QXkbCommon::possibleKeys`), so it finds none with Qt::KeypadModifier. This object takes such a key just
+/// before it is typed, unless the widget that has the focus wants to type it.
 class ZNTKeypadKeys final : public QObject
 {
 public:

@@ -39,7 +39,7 @@ namespace
 constexpr int margin = 10;
 constexpr int gap = 8;
 constexpr int wideGap = 16;
-/// What most games lay their text out for.
+/// The grid that most games lay their text out for.
 constexpr int usualColumns = 80, usualRows = 32;
 /// In characters of the window's font.
 constexpr int leastColumnsBesidePanel = 28;
@@ -116,7 +116,7 @@ void ZNTMainWindow::takeUsualSize()
 
 void ZNTMainWindow::shareWidth()
 {
-    // The output comes first: the panel is content with less than would be comfortable.
+    // The output gets its width first. The panel can do with less than its comfortable width.
     const int output = textFromServer->sizeForGrid(usualColumns, usualRows).width();
     const int shared = width() - 2 * margin - splitter->handleWidth();
     const int side = std::clamp(shared - output, panel->leastWidth(), panel->comfortableWidth());
@@ -139,7 +139,7 @@ void ZNTMainWindow::standSidePanel()
 
 bool ZNTMainWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    // What the content needs has changed, with the font for instance.
+    // The content needs another size, for instance after a change of the font.
     if (watched == content && event->type() == QEvent::LayoutRequest)
         standSidePanel();
     return QMainWindow::eventFilter(watched, event);
@@ -160,7 +160,8 @@ QWidget* ZNTMainWindow::makeConnectionRow()
     mudName = named(new QLineEdit, "mudName");
     ipAddress = named(new QLineEdit, "ipAddress");
     port = named(new QLineEdit, "port");
-    // Never unacceptable, or Return would do nothing without a word; blanks come with what is pasted.
+    // Every content is acceptable, because Return does nothing in a field whose content is not. Pasted text
+    // brings blanks.
     port->setValidator(new QRegularExpressionValidator(QRegularExpression(text("\\s*[0-9]{0,5}\\s*")), port));
     connectionButton = named(new ZNTConnectionButton, "connectionButton");
     connectionButton->setText(text("&Connect"));
@@ -214,7 +215,7 @@ QWidget* ZNTMainWindow::makeSidePanel()
 {
     auto* parts = new QWidget;
     auto* column = new QVBoxLayout(parts);
-    // The panel scrolls, which would cut the focus ring off around what reaches its edges.
+    // The panel scrolls, so it would cut off the focus ring of a widget at its edge.
     const int ring = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this);
     column->setContentsMargins(ring, 0, ring, ring);
     column->setSpacing(gap);
@@ -274,7 +275,7 @@ void ZNTMainWindow::makeStatusBar()
 {
     statusText = named(new ZNTStatusLabel, "statusText");
     statusText->setTextFormat(Qt::PlainText);
-    // Reached with Tab and read with the arrows, for a status bar alone cannot have the focus.
+    // Tab comes here and the arrows read it. The status bar itself cannot have the focus.
     statusText->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
     statusText->setFocusPolicy(Qt::StrongFocus);
     statusText->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);

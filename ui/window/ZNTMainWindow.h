@@ -21,8 +21,8 @@ class ZNTSidePanel;
 /// The widgets of the main window and where they stand; what they do is wired elsewhere.
 ///
 /// Everything lies in scroll areas and rows wrap, so that with a large font or on a small screen nothing is
-/// cut off; where the font leaves the output too little room, the side panel goes below it. Each widget bears
-/// its member's name as its object name.
+/// cut off. If the font leaves the output too little room, the side panel goes below it. Each widget's object
+/// name is its member's name.
 class ZNTMainWindow final : public QMainWindow
 {
 public:
@@ -58,8 +58,8 @@ public:
     /// Asked before the window closes.
     std::function<bool()> whenClosing;
 
-    /// Large enough for the text that games send, as far as the screen allows. To be called when everything
-    /// is in the window, its menus too.
+    /// Makes the window large enough for the text that games send, if the screen is. Call it when everything
+    /// is in the window, with its menus.
     void takeUsualSize();
 
 protected:
@@ -68,9 +68,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    /// Beside the output, or below it where the font leaves no room for that.
+    /// Puts it beside the output, or below it if there is too little room.
     void standSidePanel();
-    /// Between output and side panel, where they stand side by side.
+    /// Shares the width between output and side panel. They stand side by side.
     void shareWidth();
     QWidget* makeConnectionRow();
     QWidget* makePlayArea();
@@ -82,5 +82,5 @@ private:
     QSplitter* splitter;
     ZNTSidePanel* panel;
     QWidget* commandRow;
-    bool isShareChosen = false; ///< by the player's hand on the splitter
+    bool isShareChosen = false; ///< the player has moved the splitter
 };

@@ -13,7 +13,7 @@
 
 // Widgets of the main window alone: each is one of Qt's with a size of its own.
 
-/// As wide with either title, so that the row of fields stands still.
+/// Has the same width with either title, so that the row of fields does not move.
 class ZNTConnectionButton final : public QPushButton
 {
 public:
@@ -28,8 +28,8 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 };
 
-/// Output and command line. Asks for no more than it needs, so that what can scroll does not push the rest
-/// out of sight, but for as much as its rows take at the width it has.
+/// Output and command line. Its hint is the least that its rows need at the present width: a larger one would
+/// push the rest of the window out of sight, though the output can scroll.
 class ZNTPlayArea final : public QWidget
 {
 public:
@@ -49,7 +49,7 @@ protected:
     }
 };
 
-/// Scrolls on its own to keep what has the focus in sight when its content or its room changes.
+/// When its content or its size changes, it scrolls to keep the widget that has the focus in sight.
 class ZNTContentScroll final : public QScrollArea
 {
 public:
@@ -76,12 +76,12 @@ private:
     }
 };
 
-/// A line that becomes several where the window is too narrow for it: a status bar cannot scroll.
+/// A line that wraps if the window is too narrow for it, because a status bar cannot scroll.
 class ZNTStatusLabel final : public QLabel
 {
 public:
     ZNTStatusLabel() { setWordWrap(true); }
-    /// Its height is told by the hint, since a status bar does not ask for the height of a width.
+    /// The hint has the height, since a status bar does not ask for the height at a width.
     [[nodiscard]] bool hasHeightForWidth() const override { return false; }
     [[nodiscard]] QSize sizeHint() const override { return {0, heightForWidth(width())}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
@@ -95,7 +95,7 @@ protected:
     }
 };
 
-/// Scrolls up and down rather than make the window higher, and is never too narrow for its content.
+/// Scrolls up and down, so that it does not make the window higher. It is never too narrow for its content.
 class ZNTSidePanel final : public QScrollArea
 {
 public:
@@ -110,7 +110,7 @@ public:
     {
         return {leastWidth(), isWhole ? widget()->sizeHint().height() : fontMetrics().height() * 5};
     }
-    /// Whether it shows its whole content, as where the window scrolls instead.
+    /// If it shows its whole content, the window scrolls instead.
     void showWhole(bool whole)
     {
         if (isWhole == whole)

@@ -21,7 +21,7 @@ xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name)
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-/// The one that holds the others up, if there is one.
+/// The dialog that blocks the other windows, if there is one.
 QDialog* frontDialog()
 {
     if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
@@ -38,7 +38,7 @@ ZNTQuitAnywhere::ZNTQuitAnywhere(QWidget& window, QKeySequence key) : window(win
 {
     QCoreApplication::instance()->installEventFilter(this);
     const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
-    // Built with X11, Qt gives the interface on its offscreen platform, too: there it has no connection.
+    // A Qt with X11 has this interface on its offscreen platform, too. It has no connection there.
     auto* connection = x11 ? x11->connection() : nullptr;
     if (!connection)
         return;
@@ -51,7 +51,7 @@ ZNTQuitAnywhere::~ZNTQuitAnywhere() { QCoreApplication::instance()->removeNative
 
 void ZNTQuitAnywhere::closeDialogs()
 {
-    // Counted, so that one that refuses to close cannot hold up the end of the program.
+    // A limited number of times, so that a dialog that refuses to close cannot keep the program from ending.
     for (auto left = QApplication::topLevelWidgets().size(); left > 0; --left)
         if (QDialog* dialog = frontDialog())
             dialog->close();
@@ -80,13 +80,13 @@ bool ZNTQuitAnywhere::nativeEventFilter(const QByteArray& eventType, void* messa
     const auto* asked = reinterpret_cast<const xcb_client_message_event_t*>(event);
     const bool isClosing = asked->type == protocols && asked->data.data32[0] == deleteWindow;
     if (!isClosing || asked->window != window.winId() || !QApplication::activeModalWidget())
-        return false; // Qt's own way does
+        return false; // Qt closes it
     closeSoon();
     return true;
 }
 
 void ZNTQuitAnywhere::closeSoon()
 {
-    // Not while an event of a window that goes with it is on its way.
+    // Later, because an event of a window that closes with it may be under way.
     QMetaObject::invokeMethod(&window, &QWidget::close, Qt::QueuedConnection);
 }

@@ -6,11 +6,11 @@
 
 class QWidget;
 
-/// Closes the main window also while a sheet or an alert stands in front of it: by its frame, and by its key
-/// in each of our windows.
+/// Closes the main window also while a sheet or an alert is open in front of it: by the window's frame, and
+/// by the key in each window of the program.
 ///
-/// Qt lets nothing through to a window that a dialog holds up. On Wayland it makes an exception for the
-/// frame's button; on X11 the window manager's message is read here instead.
+/// Qt passes no event to a window that a dialog blocks. On Wayland it makes an exception for the frame's
+/// button. On X11 this object reads the window manager's message instead.
 class ZNTQuitAnywhere final : public QObject, private QAbstractNativeEventFilter
 {
 public:
@@ -18,7 +18,8 @@ public:
     ZNTQuitAnywhere(QWidget& window, QKeySequence key);
     ~ZNTQuitAnywhere() override;
 
-    /// Closes all sheets, alerts and further windows of ours; to nothing in them is agreed.
+    /// Closes all sheets, alerts and further windows of the program. No question in them counts as answered
+    /// yes.
     static void closeDialogs();
 
 private:

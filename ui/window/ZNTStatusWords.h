@@ -3,7 +3,7 @@
 #include <QString>
 #include <chrono>
 
-/// What the status line tells, as facts.
+/// What the status line says, as facts.
 struct ZNTStatusFacts {
     enum class Connection { None, Connecting, Connected } connection = Connection::None;
     QString game; ///< its name, else its address

@@ -7,9 +7,9 @@
 class QDialog;
 class QLabel;
 
-/// Says, before there is a main window, that the program waits for its database.
+/// Shows that the program waits for its database while there is no main window yet.
 ///
-/// It lets Qt handle events, so it may be used only while nothing exists yet that could call the store.
+/// It lets Qt handle events, so use it only while nothing exists that could call the store.
 class ZNTStoreWaitWindow
 {
 public:
@@ -19,7 +19,7 @@ public:
     ZNTStoreWaitWindow(const ZNTStoreWaitWindow&) = delete;
     ZNTStoreWaitWindow& operator=(const ZNTStoreWaitWindow&) = delete;
 
-    /// Shows the window if it is not shown yet, draws it and takes its keys. To be called often.
+    /// Shows the window if it is not shown yet, draws it and handles its keys. Call it often.
     void keepAlive();
 
 private:
@@ -27,8 +27,8 @@ private:
     std::unique_ptr<QDialog> dialog;
 };
 
-/// Says in the status line that the program waits for its database, while it can do nothing else: no event is
-/// handled, because a line of the game would call the store that waits.
+/// Shows in the status line that the program waits for its database. It handles no event meanwhile, because a
+/// line of the game would call the store that waits.
 class ZNTStoreWaitStatus
 {
 public:
@@ -36,7 +36,7 @@ public:
     explicit ZNTStoreWaitStatus(QLabel& statusText) : statusText(statusText) {}
 
     void show();
-    /// Puts back what stood there.
+    /// Puts the earlier text back.
     void clear();
 
 private:

@@ -10,7 +10,8 @@ ZNTTypingGuard::ZNTTypingGuard(QDialog& dialog, QWidget& field)
       field(&field)
 {
     sinceKey.start();
-    QCoreApplication::instance()->installEventFilter(this); // before those that were there earlier
+    QCoreApplication::instance()->installEventFilter(
+        this); // it gets events before filters that were installed earlier
 }
 
 bool ZNTTypingGuard::isTyping(const QKeyEvent& key) const
@@ -28,7 +29,7 @@ bool ZNTTypingGuard::eventFilter(QObject* watched, QEvent* event)
     if (!watched->isWidgetType() || static_cast<QWidget*>(watched)->window() != &dialog || !isTyping(key))
         return false;
     sinceKey.restart();
-    // A field that was disabled meanwhile, as at a session's end, takes no more; the dialog is still safe.
+    // A field that was disabled meanwhile, as at a session's end, takes no text. The dialog gets none either.
     if (field && field->isEnabled()) {
         QKeyEvent copy(key.type(), key.key(), key.modifiers(), key.text(), key.isAutoRepeat());
         QCoreApplication::sendEvent(field, &copy);

@@ -8,11 +8,11 @@
 class QDialog;
 class QKeyEvent;
 
-/// Keeps a player's typing out of a dialog that opens in the middle of it: an unread alert must not close
-/// because the Return of a half-typed line, or an "o" for its OK button, was on its way.
+/// Keeps a player's typing out of a dialog that opens meanwhile. An unread alert must not close because of
+/// the Return of a half-typed line, or of an "o" that is the letter of its OK button.
 ///
-/// What is typed goes on into the field until the player pauses. Escape, and keys with Ctrl, Alt or Meta, are
-/// the dialog's from the start.
+/// Typing goes to the field until the player pauses. Escape, and keys with Ctrl, Alt or Meta, go to the
+/// dialog from the start.
 class ZNTTypingGuard final : public QObject
 {
 public:
