@@ -38,7 +38,7 @@ protected:
 
 TEST_F(OutputAccessible, IsNamedReadOnlyTextOfManyLines)
 {
-    EXPECT_EQ(element()->text(QAccessible::Name), QStringLiteral("Game output"));
+    EXPECT_EQ(element()->text(QAccessible::Name), u"Game output"_s);
     EXPECT_TRUE(element()->state().readOnly);
     EXPECT_TRUE(element()->state().multiLine);
     EXPECT_TRUE(element()->state().focusable);
@@ -81,11 +81,10 @@ TEST_F(OutputAccessible, UnitsOfEveryKindTileTheText)
         EXPECT_EQ(joined, all);
     }
     int start = 0, end = 0;
-    EXPECT_EQ(text()->textAtOffset(-2, QAccessible::LineBoundary, &start, &end), QStringLiteral("> "));
+    EXPECT_EQ(text()->textAtOffset(-2, QAccessible::LineBoundary, &start, &end), u"> "_s);
     EXPECT_EQ(text()->textAtOffset(20, QAccessible::WordBoundary, &start, &end).toStdU16String(),
               u"guard\u0301");
-    EXPECT_EQ(text()->textAtOffset(2, QAccessible::SentenceBoundary, &start, &end),
-              QStringLiteral("You stand here. "));
+    EXPECT_EQ(text()->textAtOffset(2, QAccessible::SentenceBoundary, &start, &end), u"You stand here. "_s);
 }
 
 TEST_F(OutputAccessible, WhatArrivesIsToldOnceARefreshAndAFloodByItsEnd)
@@ -97,14 +96,14 @@ TEST_F(OutputAccessible, WhatArrivesIsToldOnceARefreshAndAFloodByItsEnd)
     QString told;
     for (const auto& piece : inserted)
         told += piece;
-    EXPECT_EQ(told, QStringLiteral("hello\n").repeated(20));
+    EXPECT_EQ(told, u"hello\n"_s.repeated(20));
     EXPECT_TRUE(caretPlaces.empty()); // a reader's attention stays where it is
 
     inserted.clear();
     view.append(coloured(std::u16string(100'000, u'x') + u"the end"));
     settle();
     ASSERT_EQ(inserted.size(), 1u);
-    EXPECT_TRUE(inserted[0].endsWith(QStringLiteral("the end")));
+    EXPECT_TRUE(inserted[0].endsWith(u"the end"_s));
     EXPECT_LT(inserted[0].size(), 20'000);
 }
 
@@ -118,7 +117,7 @@ TEST_F(OutputAccessible, CaretSelectionAndPlacesCanBeReadAndSet)
     EXPECT_EQ(view.caret(), 3);
     EXPECT_EQ(topLine(), u"line 0");
     text()->setSelection(0, 5, 12);
-    EXPECT_EQ(view.selectedText(), QStringLiteral("0\nline "));
+    EXPECT_EQ(view.selectedText(), u"0\nline "_s);
     int start = 0, end = 0;
     text()->selection(0, &start, &end);
     EXPECT_EQ(std::make_pair(start, end), std::make_pair(5, 12));
@@ -141,8 +140,8 @@ TEST_F(OutputAccessible, AttributesAreThoseOfTheRun)
     int start = 0, end = 0;
     const auto described = text()->attributes(8, &start, &end);
     EXPECT_EQ(std::make_pair(start, end), std::make_pair(6, 14));
-    EXPECT_TRUE(described.contains(QStringLiteral("color:rgb(255,0,0);")));
-    EXPECT_TRUE(described.contains(QStringLiteral("font-weight:bold;")));
+    EXPECT_TRUE(described.contains(u"color:rgb(255,0,0);"_s));
+    EXPECT_TRUE(described.contains(u"font-weight:bold;"_s));
 }
 
 } // namespace

@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 #include <string>
 
+using namespace Qt::StringLiterals;
+
 /// A shown view of 40 columns and 10 rows.
 class ZNTOutputViewTest : public testing::Test
 {
@@ -27,12 +29,9 @@ protected:
     void settle()
     {
         for (int turn = 0; turn < 4; ++turn) {
-            QApplication::processEvents();
-            QTimer wait;
-            wait.setSingleShot(true);
-            wait.start(20);
-            while (wait.isActive())
-                QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            QEventLoop turning;
+            QTimer::singleShot(20, &turning, &QEventLoop::quit);
+            turning.exec();
         }
     }
     void addLines(int from, int to)
@@ -57,6 +56,11 @@ protected:
     [[nodiscard]] QPoint pointOf(std::int64_t position) const
     {
         return view.characterRect(position).center() - QPoint(2, 0);
+    }
+    /// Of the character at `offset` of a line.
+    [[nodiscard]] QRect rectOf(std::int64_t line, int offset = 0) const
+    {
+        return view.characterRect(view.store().line(line).start + offset);
     }
     [[nodiscard]] std::u16string lineAtCaret() const
     {

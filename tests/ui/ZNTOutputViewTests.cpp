@@ -1,5 +1,4 @@
 #include "ZNTOutputViewFixture.h"
-#include "ZNTReadableColour.h"
 
 #include <QClipboard>
 #include <QFontDatabase>
@@ -18,19 +17,19 @@ TEST_F(OutputView, FollowsTheEndUntilThePlayerScrollsBackAndAgainAfterwards)
 {
     addLines(0, 100);
     EXPECT_EQ(topLine(), u"line 91"); // and an open line below line 99
-    auto* mark = view.findChild<QPushButton*>(QStringLiteral("newLinesBelow"));
+    auto* mark = view.findChild<QPushButton*>(u"newLinesBelow"_s);
     EXPECT_FALSE(mark->isVisible());
 
     view.pageUp();
     const auto read = topLine();
-    EXPECT_FALSE(view.characterRect(view.store().line(91).start).isEmpty()) << "the last one of the page";
-    EXPECT_TRUE(view.characterRect(view.store().line(92).start).isEmpty());
+    EXPECT_FALSE(rectOf(91).isEmpty()) << "the last one of the page";
+    EXPECT_TRUE(rectOf(92).isEmpty());
     addLines(100, 400);
     EXPECT_EQ(topLine(), read);
     EXPECT_FALSE(view.followsEnd());
     EXPECT_EQ(view.newLinesBelow(), 300);
     ASSERT_TRUE(mark->isVisible());
-    EXPECT_TRUE(mark->accessibleName().contains(QStringLiteral("300 new lines")));
+    EXPECT_TRUE(mark->accessibleName().contains(u"300 new lines"_s));
 
     mark->click();
     EXPECT_TRUE(view.followsEnd());
@@ -60,8 +59,7 @@ TEST_F(OutputView, WhileOneReadsFurtherUpTheLastRowsStandBelowAndTheMarkCoversNo
     addLines(0, 200);
     view.pageUp();
     addLines(200, 300);
-    const auto* mark = view.findChild<QPushButton*>(QStringLiteral("newLinesBelow"));
-    const auto rectOf = [&](std::int64_t line) { return view.characterRect(view.store().line(line).start); };
+    const auto* mark = view.findChild<QPushButton*>(u"newLinesBelow"_s);
     int bottom = 0, inSight = 0;
     for (auto line = view.store().firstLine(); line < view.store().endLine(); ++line) {
         const auto area = rectOf(line);
@@ -105,7 +103,7 @@ TEST_F(OutputView, ASessionBeginsBelowARuleThatIsInNoText)
     };
     view.clearFocus();
     const auto rowAbove = [&](std::int64_t line) {
-        const auto area = view.characterRect(view.store().line(line).start);
+        const auto area = rectOf(line);
         return QRect(0, area.top() - 10, view.viewport()->width(), 10);
     };
     view.append(coloured(u"Goodbye.\n> "));
@@ -118,17 +116,15 @@ TEST_F(OutputView, ASessionBeginsBelowARuleThatIsInNoText)
     settle();
     EXPECT_EQ(everything(view.store()), u"Goodbye.\n> Welcome.\nAgain.\n");
     view.selectAll();
-    EXPECT_EQ(view.selectedText(), QStringLiteral("Goodbye.\n> Welcome.\nAgain.\n"));
+    EXPECT_EQ(view.selectedText(), u"Goodbye.\n> Welcome.\nAgain.\n"_s);
     view.select(0, 0);
     settle();
     ASSERT_EQ(view.store().line(2).text, u"Welcome.");
-    EXPECT_GT(view.characterRect(view.store().line(2).start).top(),
-              view.characterRect(view.store().line(1).start).bottom());
+    EXPECT_GT(rectOf(2).top(), rectOf(1).bottom());
     EXPECT_EQ(brightIn(rowAbove(1)), 0);
     EXPECT_GT(brightIn(rowAbove(2)), 0);
     EXPECT_GT(brightIn(rowAbove(3)), 0);
-    EXPECT_EQ(view.positionAt(view.characterRect(view.store().line(3).start).center()),
-              view.store().line(3).start);
+    EXPECT_EQ(view.positionAt(rectOf(3).center()), view.store().line(3).start);
 }
 
 TEST_F(OutputView, TextKeepsItsFontAndSizeAndZoomScalesAll)
@@ -145,9 +141,6 @@ TEST_F(OutputView, TextKeepsItsFontAndSizeAndZoomScalesAll)
     view.setTextFont(larger);
     view.append(inSize(u"large\nlarge\n", 24));
     settle();
-    const auto rectOf = [&](std::int64_t line, int offset = 0) {
-        return view.characterRect(view.store().line(line).start + offset);
-    };
     const auto small = rectOf(0), large = rectOf(2);
     EXPECT_NEAR(large.height(), 2 * small.height(), 3);
     EXPECT_NEAR(large.width(), 2 * small.width(), 2);
@@ -236,11 +229,11 @@ TEST_F(OutputView, TypedKeysGoToTheCommandLineAndReadingKeysStay)
     QObject::connect(&view, &ZNTOutputView::keyForCommandLine, &view, [&](QKeyEvent* event) {
         forwarded += event->text().isEmpty() ? QString::number(event->key()) : event->text();
     });
-    press(Qt::Key_L, {}, QStringLiteral("l"));
-    press(Qt::Key_AsciiTilde, Qt::ShiftModifier, QStringLiteral("~"));
-    press(Qt::Key_8, Qt::KeypadModifier, QStringLiteral("8"));
-    press(Qt::Key_Return, {}, QStringLiteral("\r"));
-    EXPECT_EQ(forwarded, QStringLiteral("l~8\r"));
+    press(Qt::Key_L, {}, u"l"_s);
+    press(Qt::Key_AsciiTilde, Qt::ShiftModifier, u"~"_s);
+    press(Qt::Key_8, Qt::KeypadModifier, u"8"_s);
+    press(Qt::Key_Return, {}, u"\r"_s);
+    EXPECT_EQ(forwarded, u"l~8\r"_s);
     forwarded.clear();
 
     press(Qt::Key_Up);
@@ -325,12 +318,12 @@ TEST_F(OutputView, FindSelectsTheNearestAboveGoesRoundAndCounts)
     ZNTOutputFind::Status last;
     QObject::connect(&view, &ZNTOutputView::findStatusChanged, &view,
                      [&](const ZNTOutputFind::Status& status) { last = status; });
-    view.find(QStringLiteral("LINE 49"));
+    view.find(u"LINE 49"_s);
     settle();
     EXPECT_EQ(last.count, 11); // 49 and 490 to 499
     EXPECT_EQ(last.current, 11);
     EXPECT_EQ(lineAtCaret(), u"line 499");
-    view.find(QStringLiteral("LINE 49")); // typing on, or the same again, stays
+    view.find(u"LINE 49"_s); // typing on, or the same again, stays
     EXPECT_EQ(lineAtCaret(), u"line 499");
     view.findNext();
     EXPECT_EQ(lineAtCaret(), u"line 49");
@@ -339,7 +332,7 @@ TEST_F(OutputView, FindSelectsTheNearestAboveGoesRoundAndCounts)
     view.findPrevious();
     view.findPrevious();
     EXPECT_EQ(lineAtCaret(), u"line 498");
-    view.find(QStringLiteral("no such thing"));
+    view.find(u"no such thing"_s);
     settle();
     EXPECT_EQ(last.count, 0);
     view.endFind();
@@ -394,20 +387,6 @@ TEST_F(OutputView, ZoomsWithControlAndWheelAndScrollsWithoutIt)
     EXPECT_FALSE(view.followsEnd());
 }
 
-TEST_F(OutputView, ShowsItsOwnColoursWhateverThePalette)
-{
-    QPalette palette;
-    palette.setColor(QPalette::Base, Qt::white);
-    palette.setColor(QPalette::Text, Qt::black);
-    view.setPalette(palette);
-    view.clearFocus();
-    view.append(coloured(u"\u2588\u2588\u2588\u2588", znt::colours::red)); // full blocks fill their cells
-    settle();
-    const auto image = view.viewport()->grab().toImage();
-    EXPECT_EQ(image.pixelColor(view.characterRect(view.store().start() + 1).center()), QColor(Qt::red));
-    EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() / 2), QColor(Qt::black));
-}
-
 TEST_F(OutputView, BoldStaysBoldInAFontThatWasChosenByTheNameOfItsStyle)
 {
     const QFontInfo shown(view.textFont());
@@ -420,7 +399,7 @@ TEST_F(OutputView, BoldStaysBoldInAFontThatWasChosenByTheNameOfItsStyle)
     settle();
     const auto image = view.viewport()->grab().toImage().convertToFormat(QImage::Format_Grayscale8);
     const auto inkOfLine = [&](int line) {
-        const auto area = view.characterRect(view.store().line(line).start);
+        const auto area = rectOf(line);
         std::int64_t ink = 0;
         for (int y = area.top(); y <= area.bottom(); ++y)
             for (int x = 0; x < area.left() + 8 * area.width(); ++x)
@@ -428,26 +407,6 @@ TEST_F(OutputView, BoldStaysBoldInAFontThatWasChosenByTheNameOfItsStyle)
         return ink;
     };
     EXPECT_GT(inkOfLine(0), inkOfLine(1) * 11 / 10);
-}
-
-TEST(ReadableColour, EveryPairOfTheGamesColoursCanBeReadAndGoodOnesStay)
-{
-    using namespace znt::colours;
-    const ZNTColour all[] = {red, green, yellow, blue, magenta, cyan, black, white};
-    for (const auto foreground : all)
-        for (const auto background : all) {
-            const znt::ColourPair given{foreground, background};
-            const auto shown = znt::readable(given);
-            EXPECT_GE(znt::contrastRatio(shown.foreground, shown.background), znt::readableContrast);
-            if (znt::contrastRatio(foreground, background) >= znt::readableContrast) {
-                EXPECT_EQ(shown, given);
-            }
-        }
-    EXPECT_NEAR(znt::contrastRatio(white, black), 21, 0.01);
-    EXPECT_NEAR(znt::contrastRatio(blue, black), 2.44, 0.01);
-    const auto lifted = znt::readable({blue, black}).foreground;
-    EXPECT_EQ(lifted.blue, 255);
-    EXPECT_EQ(lifted.red, lifted.green);
 }
 
 } // namespace

@@ -67,8 +67,8 @@ public:
         };
         add(new QLineEdit, "field");
         add(new QPlainTextEdit, "area");
-        add(new QPushButton(QStringLiteral("Button")), "button");
-        auto* standard = new QPushButton(QStringLiteral("Default"));
+        add(new QPushButton(u"Button"_s), "button");
+        auto* standard = new QPushButton(u"Default"_s);
         standard->setDefault(true);
         add(standard, "default button");
         add(new QComboBox, "box");
@@ -78,16 +78,16 @@ public:
         auto* number = new QSpinBox;
         number->setAlignment(Qt::AlignCenter); // away from the edge that is measured
         add(number, "spin box");
-        add(new QCheckBox(QStringLiteral("Mark")), "check box");
-        add(new QRadioButton(QStringLiteral("Choice")), "radio button");
-        auto* group = new QGroupBox(QStringLiteral("Group"));
+        add(new QCheckBox(u"Mark"_s), "check box");
+        add(new QRadioButton(u"Choice"_s), "radio button");
+        auto* group = new QGroupBox(u"Group"_s);
         group->setMinimumHeight(60);
         add(group, "group");
         auto* table = new QTableWidget(2, 2);
         table->verticalHeader()->hide(); // as in all of ours
         add(table, "table");
         auto* tabs = new QTabWidget;
-        tabs->addTab(new QWidget, QStringLiteral("Tab"));
+        tabs->addTab(new QWidget, u"Tab"_s);
         tabs->setMinimumHeight(80);
         add(tabs, "tabs");
         for (const auto orientation : {Qt::Vertical, Qt::Horizontal}) {
@@ -128,14 +128,14 @@ protected:
     /// Calls `look` with each of the looks that can be chosen in force.
     void inEachLook(const std::function<void()>& look)
     {
-        for (QAction* action :
+        for (QAction* each :
              {parts->menu["lightColours"], parts->menu["darkColours"], parts->menu["highContrastColours"]}) {
-            SCOPED_TRACE(action->text().toStdString());
-            action->trigger();
+            SCOPED_TRACE(each->text().toStdString());
+            each->trigger();
             QTest::qWait(1);
             look();
         }
-        parts->menu["systemColours"]->trigger();
+        action("systemColours").trigger();
     }
     static QImage picture(QWidget& widget)
     {
@@ -146,7 +146,7 @@ protected:
     }
 };
 
-TEST_F(ZNTWindowColours, BordersStandOut)
+TEST_F(ZNTWindowColours, BordersAndThumbsOfScrollBarsStandOut)
 {
     Samples samples;
     samples.show();
@@ -155,21 +155,10 @@ TEST_F(ZNTWindowColours, BordersStandOut)
         for (const QWidget* each : samples.bordered)
             EXPECT_GE(borderContrast(drawn, leftEdgeOf(*each)), leastContrast)
                 << each->objectName().toStdString();
-    });
-}
-
-TEST_F(ZNTWindowColours, ThumbsOfScrollBarsStandOut)
-{
-    Samples samples;
-    samples.show();
-    inEachLook([&] {
-        const QImage drawn = picture(samples);
         for (const QScrollBar* bar : samples.bars) {
-            SCOPED_TRACE(bar->orientation() == Qt::Vertical ? "vertical" : "horizontal");
             QStyleOptionSlider option;
             option.initFrom(bar);
             option.orientation = bar->orientation();
-            option.minimum = bar->minimum();
             option.maximum = bar->maximum();
             option.pageStep = bar->pageStep();
             option.sliderPosition = option.sliderValue = bar->value();
@@ -177,44 +166,37 @@ TEST_F(ZNTWindowColours, ThumbsOfScrollBarsStandOut)
                 const QRect place = bar->style()->subControlRect(QStyle::CC_ScrollBar, &option, part, bar);
                 return drawn.pixelColor(bar->mapTo(&samples, place.center()));
             };
-            EXPECT_GE(contrast(at(QStyle::SC_ScrollBarSlider), at(QStyle::SC_ScrollBarSubPage)),
-                      leastContrast);
-            EXPECT_GE(contrast(at(QStyle::SC_ScrollBarSlider), at(QStyle::SC_ScrollBarAddPage)),
-                      leastContrast);
+            for (const auto page : {QStyle::SC_ScrollBarSubPage, QStyle::SC_ScrollBarAddPage})
+                EXPECT_GE(contrast(at(QStyle::SC_ScrollBarSlider), at(page)), leastContrast)
+                    << bar->orientation();
         }
     });
 }
 
 TEST_F(ZNTWindowColours, WhatIsDisabledLooksSoInEachLook)
 {
-    inEachLook([&] {
-        const QColor window = QApplication::palette().color(QPalette::Window);
-        for (const char* label : {"Button", "Mark"}) {
-            SCOPED_TRACE(label);
-            const QString words = QString::fromLatin1(label);
-            std::unique_ptr<QAbstractButton> button;
-            if (words == QLatin1String("Mark"))
-                button = std::make_unique<QCheckBox>(words);
-            else
-                button = std::make_unique<QPushButton>(words);
-            button->setFocusPolicy(Qt::NoFocus);
-            button->show();
+    QPushButton button(u"Button"_s);
+    QCheckBox box(u"Mark"_s);
+    for (QAbstractButton* each : std::initializer_list<QAbstractButton*>{&button, &box}) {
+        each->setFocusPolicy(Qt::NoFocus);
+        each->show();
+        inEachLook([&] {
+            const QColor window = QApplication::palette().color(QPalette::Window);
             // What stands out most are the words.
-            const auto strongest = [&] {
-                const QImage drawn = picture(*button);
+            const auto strongest = [&](bool isEnabled) {
+                each->setEnabled(isEnabled);
+                const QImage drawn = picture(*each);
                 double most = 1;
                 for (int y = 0; y < drawn.height(); ++y)
                     for (int x = 0; x < drawn.width(); ++x)
                         most = std::max(most, contrast(drawn.pixelColor(x, y), window));
                 return most;
             };
-            const double enabled = strongest();
-            button->setEnabled(false);
-            const double disabled = strongest();
+            const double enabled = strongest(true), disabled = strongest(false);
             EXPECT_GE(enabled / disabled, 1.5);
             EXPECT_GE(disabled, 3);
-        }
-    });
+        });
+    }
 }
 
 TEST_F(ZNTWindowColours, TheGamesColoursAreExactUntilReadableOnesAreTicked)
@@ -230,7 +212,11 @@ TEST_F(ZNTWindowColours, TheGamesColoursAreExactUntilReadableOnesAreTicked)
         const QRect cell = view.characterRect(view.store().start() + 1);
         return picture(*view.viewport()).pixelColor(cell.center() * view.devicePixelRatio());
     };
-    inEachLook([&] { EXPECT_EQ(shown(), QColor(Qt::blue)); });
+    inEachLook([&] {
+        EXPECT_EQ(shown(), QColor(Qt::blue));
+        const QImage around = picture(*view.viewport());
+        EXPECT_EQ(around.pixelColor(around.width() / 2, around.height() / 2), QColor(Qt::black));
+    });
     auto& readable = find<QAction>("readableColours");
     EXPECT_FALSE(readable.isChecked());
     readable.trigger();

@@ -14,8 +14,11 @@
 #include "ZNTTemporaryFolder.h"
 #include "ZNTTestPlatform.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -25,6 +28,8 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+
+using namespace Qt::StringLiterals;
 
 /// A voice that is only remembered.
 struct ZNTRememberedSpeech final : ZNTSpeechEngine {
@@ -167,7 +172,7 @@ protected:
         for (auto* button : box.findChildren<QPushButton*>())
             titles << button->text().remove(QLatin1Char('&')) +
                           QLatin1String(button == box.defaultButton() ? " (default)" : "");
-        return titles.join(QStringLiteral(", "));
+        return titles.join(u", "_s);
     }
     static std::pair<QString, QString> words(const char* title, const char* text)
     {
@@ -192,6 +197,20 @@ protected:
         ASSERT_TRUE(until([&] { return session().isConnected(); }));
         ASSERT_TRUE(outputHas("Lantern Square"));
     }
+    /// Ends the connection with its key.
+    void leaveTheGame()
+    {
+        press(window, Qt::Key_F5);
+        EXPECT_TRUE(until([&] { return session().state() == ZNTSessionState::Idle; }));
+    }
+    void makeMacroGroup(const char* name)
+    {
+        find<QComboBox>("macroComboBoxGroup").setEditText(QString::fromUtf8(name));
+        find<QPushButton>("createNewMacroGroup").click();
+        answerAlert();
+    }
+    QAction& action(ZNTActionName name) { return *parts->menu[name]; }
+    QString status() { return window.statusText->text(); }
     QString output()
     {
         const auto& store = window.textFromServer->store();
@@ -204,7 +223,7 @@ protected:
     /// Until the game has answered and asks for the next command.
     bool gameIsReady()
     {
-        return until([&] { return output().endsWith(QStringLiteral("> ")); });
+        return until([&] { return output().endsWith(u"> "_s); });
     }
     ZNTServerConnectController& session() { return parts->controller.serverConnectController(); }
     QWidget& commandLine() { return find<QWidget>("textToServer"); }

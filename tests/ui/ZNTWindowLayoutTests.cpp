@@ -26,14 +26,14 @@ constexpr int rounding = 1; // of what several rows share
 
 std::string told(const QWidget& widget)
 {
+    const auto* button = qobject_cast<const QAbstractButton*>(&widget);
+    const auto* label = qobject_cast<const QLabel*>(&widget);
     const QRect place = widget.geometry();
-    QString text = widget.objectName();
-    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
-        text += QStringLiteral(" \"%1\"").arg(button->text());
-    if (const auto* label = qobject_cast<const QLabel*>(&widget))
-        text += QStringLiteral(" \"%1\"").arg(label->text());
-    return QStringLiteral("%1 %2 (%3, %4, %5 x %6)")
-        .arg(QLatin1String(widget.metaObject()->className()), text)
+    return u"%1 %2 \"%3\" (%4, %5, %6 x %7)"_s
+        .arg(QLatin1String(widget.metaObject()->className()), widget.objectName(),
+             button  ? button->text()
+             : label ? label->text()
+                     : QString())
         .arg(place.x())
         .arg(place.y())
         .arg(place.width())
@@ -159,9 +159,9 @@ class ZNTWindowLayout : DesktopFont, public ZNTWindowFixture, public testing::Wi
 protected:
     ZNTWindowLayout() : DesktopFont(GetParam()) {}
 
-    void expectSheetWhole(QAction& opener, const char* name)
+    void expectSheetWhole(ZNTActionName opener, const char* name)
     {
-        opener.trigger();
+        action(opener).trigger();
         QDialog& sheet = waitForDialog(name);
         expectNothingCut(sheet);
         press(sheet, Qt::Key_Escape);
@@ -204,27 +204,25 @@ TEST_P(ZNTWindowLayout, MenusFitOnTheScreen)
 
 TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
 {
-    parts->menu["addMacro"]->trigger();
+    action("addMacro").trigger();
     expectNothingCut(waitForDialog("alert"));
     answerAlert();
-    find<QComboBox>("macroComboBoxGroup").setEditText(QStringLiteral("Greetings"));
-    find<QPushButton>("createNewMacroGroup").click();
-    answerAlert();
+    makeMacroGroup("Greetings");
 
-    expectSheetWhole(*parts->menu["addMacro"], "ZNTAddMacroView");
-    parts->menu["addMacro"]->trigger();
+    expectSheetWhole("addMacro", "ZNTAddMacroView");
+    action("addMacro").trigger();
     find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
     window.macroTable->selectRow(0);
-    expectSheetWhole(*parts->menu["editMacro"], "ZNTEditMacroView");
-    expectSheetWhole(*parts->menu["showZNTMudListController"], "ZNTMudListView");
-    expectSheetWhole(*parts->menu["doneRecording"], "ZNTCommandRecorderView2");
-    expectSheetWhole(*parts->menu["keyboardMap"], "keyboardPage");
-    expectSheetWhole(*parts->menu["about"], "aboutPage");
+    expectSheetWhole("editMacro", "ZNTEditMacroView");
+    expectSheetWhole("showZNTMudListController", "ZNTMudListView");
+    expectSheetWhole("doneRecording", "ZNTCommandRecorderView2");
+    expectSheetWhole("keyboardMap", "keyboardPage");
+    expectSheetWhole("about", "aboutPage");
 }
 
 TEST_P(ZNTWindowLayout, NothingIsCutOffInThePreferences)
 {
-    parts->menu["showPreferencesView"]->trigger();
+    action("showPreferencesView").trigger();
     QDialog& preferences = waitForDialog("PreferencesView");
     auto& tabs = find<QTabWidget>(preferences, "tabView");
     for (int tab = 0; tab < tabs.count(); ++tab) {
@@ -240,14 +238,14 @@ TEST_F(ZNTWindowRoom, ControlsThatGrowAndShrinkInOpenWindowsStayWhole)
 {
     const QFont before = QApplication::font();
     const auto points = [] { return QApplication::font().pointSizeF(); };
-    parts->menu["showPreferencesView"]->trigger();
+    action("showPreferencesView").trigger();
     QDialog& preferences = waitForDialog("PreferencesView");
     for (const double wanted : {24.0, 48.0, 8.0}) {
         SCOPED_TRACE(wanted);
         while (points() < wanted)
-            parts->menu["controlsLarger"]->trigger();
+            action("controlsLarger").trigger();
         while (points() > wanted)
-            parts->menu["controlsSmaller"]->trigger();
+            action("controlsSmaller").trigger();
         expectNothingCut(window);
         expectNothingCut(preferences);
     }
@@ -272,45 +270,43 @@ TEST_F(ZNTWindowRoom, TheOutputHasTheEightyColumnsThatGamesAreMadeForOnASmallScr
 TEST_F(ZNTWindowRoom, AnEmptyOutputSaysHowToBeginAndHoldsNoText)
 {
     ZNTOutputView& view = *window.textFromServer;
-    EXPECT_TRUE(view.accessibleDescription().contains(QStringLiteral("Pick a game with Ctrl+G")));
+    EXPECT_TRUE(view.accessibleDescription().contains(u"Pick a game with Ctrl+G"_s));
     EXPECT_EQ(output(), QString());
     playDemo();
     EXPECT_EQ(view.accessibleDescription(), QString());
     view.clear();
     EXPECT_EQ(view.accessibleDescription(), QString()); // the game goes on
-    parts->menu["connectToServer"]->trigger();
+    action("connectToServer").trigger();
     EXPECT_TRUE(until([&] { return session().state() == ZNTSessionState::Idle; }));
     view.clear();
-    EXPECT_TRUE(view.accessibleDescription().contains(QStringLiteral("Pick a game")));
+    EXPECT_TRUE(view.accessibleDescription().contains(u"Pick a game"_s));
 }
 
 TEST_F(ZNTWindowRoom, AnEmptyListSaysWhyItIsEmpty)
 {
     ZNTHintedTable& macros = *window.macroTable;
     EXPECT_EQ(macros.model()->rowCount(), 0);
-    EXPECT_TRUE(macros.accessibleDescription().contains(QStringLiteral("Pick a group")));
-    find<QComboBox>("macroComboBoxGroup").setEditText(QStringLiteral("Greetings"));
-    find<QPushButton>("createNewMacroGroup").click();
-    answerAlert();
-    EXPECT_TRUE(macros.accessibleDescription().contains(QStringLiteral("no macros yet")));
+    EXPECT_TRUE(macros.accessibleDescription().contains(u"Pick a group"_s));
+    makeMacroGroup("Greetings");
+    EXPECT_TRUE(macros.accessibleDescription().contains(u"no macros yet"_s));
 
-    parts->menu["showPreferencesView"]->trigger();
+    action("showPreferencesView").trigger();
     QDialog& preferences = waitForDialog("PreferencesView");
     auto& triggers = find<ZNTHintedTable>(preferences, "triggerTableView");
     auto& sameMacros = find<ZNTHintedTable>(preferences, "preferencesMacroTable");
     EXPECT_EQ(sameMacros.accessibleDescription(), macros.accessibleDescription());
-    EXPECT_TRUE(triggers.accessibleDescription().contains(QStringLiteral("No triggers yet")));
+    EXPECT_TRUE(triggers.accessibleDescription().contains(u"No triggers yet"_s));
     find<QPushButton>(preferences, "addTriggerButton").click();
     EXPECT_EQ(triggers.model()->rowCount(), 1);
     EXPECT_EQ(triggers.accessibleDescription(), QString());
     find<QPushButton>(preferences, "removeTriggerButton").click();
-    EXPECT_TRUE(triggers.accessibleDescription().contains(QStringLiteral("No triggers yet")));
+    EXPECT_TRUE(triggers.accessibleDescription().contains(u"No triggers yet"_s));
     press(preferences, Qt::Key_Escape);
 
-    parts->menu["addMacro"]->trigger();
+    action("addMacro").trigger();
     find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
     EXPECT_TRUE(until([&] { return macros.model()->rowCount() == 1; }));
     EXPECT_EQ(macros.accessibleDescription(), QString());
-    find<QComboBox>("macroComboBoxGroup").setEditText(QStringLiteral("Nobody's"));
-    EXPECT_TRUE(macros.accessibleDescription().contains(QStringLiteral("Pick a group")));
+    find<QComboBox>("macroComboBoxGroup").setEditText(u"Nobody's"_s);
+    EXPECT_TRUE(macros.accessibleDescription().contains(u"Pick a group"_s));
 }

