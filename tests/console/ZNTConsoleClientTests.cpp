@@ -234,9 +234,9 @@ TEST_F(ZNTConsoleClientTest, ThePlayerEndsAttemptsWalksAndSounds)
         silence();
     EXPECT_EQ(server.received(), "");
 
-    sounds.playsNow = true;
+    sounds.soundFromUrl("a sound")->play();
     EXPECT_THAT(answerTo("/quiet"), IsEmpty());
-    EXPECT_FALSE(sounds.playsNow);
+    EXPECT_FALSE(sounds.isPlaying());
 }
 
 TEST_F(ZNTConsoleClientTest, CommandsThatNeedNoConnectionRunAndSayThatThereIsNone)

@@ -3,7 +3,7 @@
 #include "ZNTConsoleClient.h"
 #include "ZNTMemoryStream.h"
 #include "ZNTNotedOutput.h"
-#include "ZNTSilentSounds.h"
+#include "ZNTRecordedSounds.h"
 #include "ZNTSpeechEngine.h"
 #include "ZNTTestPlatform.h"
 
@@ -23,13 +23,6 @@ struct ZNTTypedInput final : ZNTConsoleInput {
     Handlers handlers;
     std::string& transcript;
     bool isPaused = false, canBeRead = true;
-};
-
-/// Sounds that play if the test says so.
-struct ZNTNotedSounds final : ZNTSilentSounds {
-    void stopAll() override { playsNow = false; }
-    [[nodiscard]] bool isPlaying() const override { return playsNow; }
-    bool playsNow = false;
 };
 
 /// Notes alerts, and writes their titles among the text in their order.
@@ -136,7 +129,7 @@ protected:
     ZNTAlertInTranscript alertInTranscript{machine.alert, consoleOutput};
     ZNTPlatform platform{machine.loop,          machine.loop,      machine.log,
                          machine.notifications, alertInTranscript, machine.platform.places};
-    ZNTNotedSounds sounds;
+    ZNTRecordedSounds sounds;
     ZNTSilentSpeech speech;
     bool outputIsTerminal = false;
     std::vector<int> exitCodes;

@@ -124,7 +124,7 @@ TEST_F(Session, AGaggedChunkIsAnsweredShownAndLoggedButNotSpoken)
     EXPECT_EQ(server.received(), "kill rat\r\n");
     EXPECT_EQ(shown(), u"kill rat\rYou see a rat.It squeaks.") << "the answer goes out before the text shows";
     EXPECT_EQ(logged(), "kill rat\r\x1b[1;36mkill rat\rYou see a rat.It squeaks.");
-    EXPECT_EQ(spoken(2), (std::vector<std::u16string>{u"kill rat", u"It squeaks."}));
+    EXPECT_EQ(spoken(2), (std::vector<std::string>{"kill rat", "It squeaks."}));
 }
 
 TEST_F(Session, ReadsNoFurtherOffersWhileTheServerTakesNoAnswers)
@@ -434,7 +434,7 @@ TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOn)
     receive("unheard" + goAhead);
     session().setSpeechOnOffBindingState(1);
     receive("You hear a bell." + goAhead);
-    EXPECT_EQ(spoken(1), std::vector<std::u16string>{u"You hear a bell."});
+    EXPECT_EQ(spoken(1), std::vector<std::string>{"You hear a bell."});
 
     session().setSpeechInterruptOnOffBindingState(1);
     const auto stopped = speech.timesStopped;
@@ -463,10 +463,10 @@ TEST_F(Session, ReplaysWhatCameSinceTheLastLine)
     type(u"go");
     receive("Two. " + goAhead);
     receive("Three." + goAhead);
-    speech.spoken.clear();
+    speech.said.clear();
     session().setSpeechInterruptOnOffBindingState(1); // drops what still waits
     session().replayLastText();
-    EXPECT_EQ(spoken(1).front(), u"Two. Three.");
+    EXPECT_EQ(spoken(1).front(), "Two. Three.");
 }
 
 TEST_F(Session, SpeechIsOnOnceAScreenReaderRuns)

@@ -6,48 +6,16 @@
 #include "ZNTMudMacroTableViewController.h"
 #include "ZNTOutgoing.h"
 #include "ZNTPlainElements.h"
+#include "ZNTRecordedSounds.h"
+#include "ZNTRecordedSpeech.h"
 #include "ZNTRecorder.h"
 #include "ZNTServerConnectController.h"
-#include "ZNTSilentSounds.h"
 #include "ZNTSpeechSynth.h"
 #include "ZNTTestPlatform.h"
 #include "ZNTText.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
-
-/// A speech engine that notes what it is to speak.
-struct ZNTRecordedSpeech final : ZNTSpeechEngine {
-    std::vector<std::u16string> spoken;
-    int timesStopped = 0;
-    bool isFound = true;
-    std::function<void()> availabilityChanged;
-    [[nodiscard]] bool isSpeaking() const override { return false; }
-    void startSpeaking(std::u16string_view text) override { spoken.emplace_back(text); }
-    void stopSpeaking() override { ++timesStopped; }
-    [[nodiscard]] bool isAvailable() const override { return isFound; }
-    void setAvailabilityListener(std::function<void()> changed) override
-    {
-        availabilityChanged = std::move(changed);
-    }
-};
-
-/// Sounds that count how often one is asked for.
-struct ZNTCountedSounds final : ZNTSilentSounds {
-    int timesAsked = 0;
-    [[nodiscard]] std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override
-    {
-        ++timesAsked;
-        return {};
-    }
-};
-
-/// A screen reader that runs if the test says so, and that cannot speak a line.
-struct ZNTPretendedReader final : ZNTScreenReader {
-    bool runs = false;
-    [[nodiscard]] bool isRunning() const override { return runs; }
-    bool sayThis(std::u16string_view) override { return false; }
-};
 
 inline std::string telnet(std::initializer_list<int> bytes)
 {
@@ -150,13 +118,13 @@ protected:
         return text;
     }
     /// What was spoken once `count` texts were: each is handed over on a thread of its own.
-    std::vector<std::u16string> spoken(std::size_t count)
+    std::vector<std::string> spoken(std::size_t count)
     {
         EXPECT_TRUE(machine.loop.runUntil([this, count] {
             machine.loop.advance(0.5);
-            return speech.spoken.size() >= count;
+            return speech.said.size() >= count;
         }));
-        return speech.spoken;
+        return speech.said;
     }
     /// The transcript of this run.
     [[nodiscard]] std::string logged() const
@@ -178,9 +146,9 @@ protected:
     ZNTPlainTextArea voiceOver;
     ZNTPlainComboBox macroGroupBox;
     ZNTSessionScreen screen;
-    ZNTCountedSounds sounds;
+    ZNTRecordedSounds sounds;
     ZNTRecordedSpeech speech;
-    ZNTPretendedReader reader;
+    ZNTRecordedReader reader;
     int timesRecorderSheetShown = 0, silences = 0;
     std::function<void()> whenSessionChanges = [] {};
     ZNTDatabaseHelper database{machine.platform.places, machine.log};

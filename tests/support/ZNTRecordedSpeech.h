@@ -4,7 +4,9 @@
 #include "ZNTSpeechEngine.h"
 #include "ZNTText.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// An engine that speaks as long as the test says and remembers what it was given, "(stop)" for a stop.
@@ -12,7 +14,15 @@ struct ZNTRecordedSpeech final : ZNTSpeechEngine {
     std::vector<std::string> said;
     bool staysSpeaking = false;
     bool speaks = false;
+    bool isFound = true;
+    int timesStopped = 0; ///< also while nothing was spoken
+    std::function<void()> availabilityChanged;
 
+    [[nodiscard]] bool isAvailable() const override { return isFound; }
+    void setAvailabilityListener(std::function<void()> changed) override
+    {
+        availabilityChanged = std::move(changed);
+    }
     [[nodiscard]] bool isSpeaking() const override { return speaks; }
     void startSpeaking(std::u16string_view text) override
     {
@@ -21,6 +31,7 @@ struct ZNTRecordedSpeech final : ZNTSpeechEngine {
     }
     void stopSpeaking() override
     {
+        ++timesStopped;
         if (speaks)
             said.emplace_back("(stop)");
         speaks = false;
