@@ -80,6 +80,9 @@ void ZNTServerConnectController::fillFromDefaultMud()
 
 // Connecting
 
+/// One button, three meanings. While a connection stands it disconnects. Without a host and a port there is
+/// nothing to connect to; an attempt that is under way ends then, too. Otherwise it connects, and an attempt
+/// under way is replaced: the old stream goes without a callback.
 void ZNTServerConnectController::connectToServer()
 {
     const auto host = znt::utf8FromText(screen.ipAddress->text());

@@ -14,6 +14,8 @@ namespace
 
 using std::string_view;
 
+// The cuts of the recovery, in bytes. They are settled, and players of Chinese games know which characters
+// go.
 constexpr std::size_t frontStep = 4;
 constexpr std::size_t leastForFrontCuts = 9, leastForThreeOff = 15;
 
@@ -40,7 +42,8 @@ private:
     std::vector<Known> pairs = std::vector<Known>(65536);
 };
 
-/// For each position whether decoding that starts there reaches the end, found from the end backwards.
+/// For each position whether decoding that starts there reaches the end. Trying each beginning on its own
+/// would take the square of the block's length; from the end backwards, each position needs one look ahead.
 std::vector<bool> decodableSuffixes(string_view bytes, CharacterShapes& shapes)
 {
     std::vector<bool> decodable(bytes.size() + 1);
@@ -84,16 +87,20 @@ std::optional<std::u16string> recoveredText(string_view bytes, ZNTStringEncoding
 {
     if (bytes.size() <= 2)
         return std::nullopt;
+    // First guess: the block's end cut a character in two. Without its first byte, and one more, the rest is
+    // whole in most cases.
     const auto twoOff = bytes.substr(0, bytes.size() - 2);
     if (auto text = znt::decodedText(twoOff, encoding))
         return text;
     if (bytes.size() < leastForFrontCuts)
         return std::nullopt;
+    // Second guess: the block began inside a character that the block before it lost.
     CharacterShapes shapes(encoding);
     if (auto text = withoutFront(twoOff, encoding, shapes))
         return text;
     if (bytes.size() < leastForThreeOff)
         return std::nullopt;
+    // Third guess: two characters were cut at the end, as when a command splits one of them.
     return withoutFront(bytes.substr(0, bytes.size() - 3), encoding, shapes);
 }
 

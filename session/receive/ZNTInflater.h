@@ -1,8 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
-#include <zlib.h>
+
+struct z_stream_s; // zlib's
 
 /// Inflates the blocks of one MCCP2 stream (zlib format, RFC 1950) as they come in.
 ///
@@ -12,7 +14,7 @@
 class ZNTInflater
 {
 public:
-    ZNTInflater() = default;
+    ZNTInflater();
     ~ZNTInflater();
     ZNTInflater(const ZNTInflater&) = delete;
     ZNTInflater& operator=(const ZNTInflater&) = delete;
@@ -41,6 +43,6 @@ private:
     void endStream();
     Outcome inflateInto(std::string& block, std::size_t inputSize);
 
-    z_stream mccp2{};
+    std::unique_ptr<z_stream_s> mccp2;
     bool isStarted = false;
 };
