@@ -24,6 +24,7 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
       screen(outputView),
       keeper(platform.places, platform.log, options.settings),
       store(platform.places, platform.log),
+      groups(store, platform.log),
       macros(store),
       controller(platform, screen.elements(), services()),
       script(

@@ -10,6 +10,7 @@
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDemoGame.h"
 #include "ZNTHeldAlert.h"
+#include "ZNTMacroGroups.h"
 #include "ZNTPlatform.h"
 #include "ZNTScreenReader.h"
 #include "ZNTServerConnectController.h"
@@ -59,7 +60,7 @@ public:
     [[nodiscard]] ZNTDatabaseHelper& database() { return store; }
     [[nodiscard]] ZNTSoundFactory& sounds() { return surroundings.sounds; }
     [[nodiscard]] ZNTSettingsKeeper& settings() { return keeper; }
-    [[nodiscard]] ZNTPlatformLog& log() { return platform.log; }
+    [[nodiscard]] ZNTMacroGroups& macroGroups() { return groups; }
     [[nodiscard]] ZNTAlert& alert() { return platform.alert; }
     [[nodiscard]] ZNTConsoleReplies& replies() { return *this; }
     void say(std::u16string_view line) override;
@@ -96,6 +97,7 @@ private:
     ZNTNoScreenReader screenReader; ///< the reader reads the terminal by itself
     ZNTSettingsKeeper keeper;
     ZNTDatabaseHelper store;
+    ZNTMacroGroups groups; ///< made before the session, so that it is the first to open the store
     ZNTStoredMacros macros;
     ZNTServerConnectController controller;
     ZNTConsoleScript script;

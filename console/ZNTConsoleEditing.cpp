@@ -14,7 +14,8 @@ void ZNTConsoleEditing::addCommands(ZNTConsoleClient& client, std::vector<ZNTCon
     auto& store = client.database();
     const auto triggers = std::make_shared<ZNTConsoleTriggers>(
         replies, store, [&session = client.session()] { session.reloadTriggers(); });
-    const auto groups = std::make_shared<ZNTConsoleMacroGroups>(replies, store, client.log(), client.alert());
+    const auto groups =
+        std::make_shared<ZNTConsoleMacroGroups>(replies, client.macroGroups(), client.alert());
     const auto macros = std::make_shared<ZNTConsoleMacros>(replies, store, *groups);
     const auto muds = std::make_shared<ZNTConsoleAddressBook>(replies, store);
     commands.insert(

@@ -47,6 +47,7 @@ int mendHome()
 
 } // namespace
 
+/// One function, because it makes each part of the program once, and each needs those before it.
 int main(int count, char** arguments)
 {
     openMissingStandardDescriptors();

@@ -7,11 +7,11 @@
 
 using namespace znt::words;
 
-ZNTConsoleMacroGroups::ZNTConsoleMacroGroups(ZNTConsoleReplies& replies, ZNTDatabaseHelper& database,
-                                             ZNTPlatformLog& log, ZNTAlert& alert)
+ZNTConsoleMacroGroups::ZNTConsoleMacroGroups(ZNTConsoleReplies& replies, ZNTMacroGroups& groups,
+                                             ZNTAlert& alert)
     : replies(replies),
-      alert(alert),
-      groups(database, log)
+      groups(groups),
+      alert(alert)
 {
 }
 

@@ -7,17 +7,13 @@
 
 class ZNTAlert;
 class ZNTConsoleReplies;
-class ZNTDatabaseHelper;
-class ZNTPlatformLog;
 
 /// The command "/group", and the group in use, to which new macros go. Which group is in use is not stored.
 class ZNTConsoleMacroGroups
 {
 public:
-    /// All outlive this. What making a group comes to is shown as an alert, with the texts that the window
-    /// has.
-    ZNTConsoleMacroGroups(ZNTConsoleReplies& replies, ZNTDatabaseHelper& database, ZNTPlatformLog& log,
-                          ZNTAlert& alert);
+    /// All outlive this. An alert says whether a group was made, with the texts that the window has.
+    ZNTConsoleMacroGroups(ZNTConsoleReplies& replies, ZNTMacroGroups& groups, ZNTAlert& alert);
 
     /// `words` are those behind "/group".
     void carryOut(std::u16string_view words);
@@ -36,7 +32,7 @@ private:
     void showAlert(const ZNTMacroGroups::Message& message);
 
     ZNTConsoleReplies& replies;
+    ZNTMacroGroups& groups;
     ZNTAlert& alert;
-    ZNTMacroGroups groups;
     std::u16string nameInUse;
 };
