@@ -3,12 +3,13 @@
 #include "ZNTDemoWorld.h"
 #include "ZNTStringEncoding.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-/// Everything the game says but the names of rooms, ways and things. "%1" and "%2" stand for what the place
-/// asks for; a line feed starts a new line.
+/// All texts of the game but the names of rooms, ways and things. "%1" and "%2" stand for words that are
+/// filled in; a line feed starts a new line.
 enum class ZNTDemoPhrase {
     Welcome,
     WelcomeHint,
@@ -82,22 +83,65 @@ inline constexpr auto allPhrases = allOf<ZNTDemoPhrase, phraseCount>();
 
 } // namespace znt::demo
 
-/// The words of the game in one language. Everything it answers can be written in that language's encoding.
-class ZNTDemoTexts
-{
-public:
-    virtual ~ZNTDemoTexts() = default;
-    [[nodiscard]] virtual std::u16string_view phrase(ZNTDemoPhrase phrase) const = 0;
-    [[nodiscard]] virtual std::u16string_view roomName(ZNTDemoRoom room) const = 0;
-    [[nodiscard]] virtual std::u16string_view roomDescription(ZNTDemoRoom room) const = 0;
-    /// Also what a player may type to go there.
-    [[nodiscard]] virtual std::u16string_view direction(ZNTDemoDirection direction) const = 0;
-    /// As it stands in a sentence: "a red apple".
-    [[nodiscard]] virtual std::u16string_view thing(ZNTDemoThing thing) const = 0;
-    [[nodiscard]] virtual std::u16string_view thingDescription(ZNTDemoThing thing) const = 0;
+/// The words of the game in one language: one table for each kind, with a row for each value of its
+/// enumeration, in order. All of them can be written in that language's encoding.
+struct ZNTDemoTexts {
+    template <typename Enumeration>
+    struct Row {
+        Enumeration what;
+        std::u16string_view text;
+    };
+    template <typename Enumeration, std::size_t count>
+    using Table = std::array<Row<Enumeration>, count>;
+
+    Table<ZNTDemoPhrase, znt::demo::phraseCount> phrases;
+    Table<ZNTDemoRoom, znt::demo::roomCount> roomNames, roomDescriptions;
+    /// Also the words that a player may type to go there.
+    Table<ZNTDemoDirection, znt::demo::directionCount> directions;
+    /// In the form that a sentence needs: "a red apple".
+    Table<ZNTDemoThing, znt::demo::thingCount> things;
+    Table<ZNTDemoThing, znt::demo::thingCount> thingDescriptions;
+
+    [[nodiscard]] std::u16string_view phrase(ZNTDemoPhrase phrase) const { return textIn(phrases, phrase); }
+    [[nodiscard]] std::u16string_view roomName(ZNTDemoRoom room) const { return textIn(roomNames, room); }
+    [[nodiscard]] std::u16string_view roomDescription(ZNTDemoRoom room) const
+    {
+        return textIn(roomDescriptions, room);
+    }
+    [[nodiscard]] std::u16string_view direction(ZNTDemoDirection direction) const
+    {
+        return textIn(directions, direction);
+    }
+    [[nodiscard]] std::u16string_view thing(ZNTDemoThing thing) const { return textIn(things, thing); }
+    [[nodiscard]] std::u16string_view thingDescription(ZNTDemoThing thing) const
+    {
+        return textIn(thingDescriptions, thing);
+    }
+
+    /// Whether each table has every row at its place. Checked when a language is compiled.
+    [[nodiscard]] constexpr bool isComplete() const
+    {
+        return isInOrder(phrases) && isInOrder(roomNames) && isInOrder(roomDescriptions) &&
+               isInOrder(directions) && isInOrder(things) && isInOrder(thingDescriptions);
+    }
 
     /// English for ASCII, Simplified Chinese for EUC-CN, Traditional Chinese for Big5.
     static const ZNTDemoTexts& forEncoding(ZNTStringEncoding encoding);
+
+private:
+    template <typename Rows, typename Enumeration>
+    static std::u16string_view textIn(const Rows& rows, Enumeration what)
+    {
+        return rows.at(static_cast<std::size_t>(what)).text;
+    }
+    template <typename Rows>
+    static constexpr bool isInOrder(const Rows& rows)
+    {
+        for (std::size_t at = 0; at < rows.size(); ++at)
+            if (static_cast<std::size_t>(rows[at].what) != at || rows[at].text.empty())
+                return false;
+        return true;
+    }
 };
 
 namespace znt::demo
