@@ -30,6 +30,9 @@ TEST_F(ZNTSpeedWalk, SendsTheStepsOfAPathOneAnIntervalAndStops)
                           {u"! 2.5 ~n", 2, {u"n"}},
                           {u"!0~nsew", 0.001, {u"n", u"s", u"e", u"w"}},
                           {u"!x~n", 0.001, {u"n"}},
+                          {u"!-3~n", 0.001, {u"n"}},
+                          {u"!0n1s", 1, {u"n", u"s"}},
+                          {u"!2[]w", 1, {u"", u"", u"w"}},
                           {u"!2\u00FC\U0001F409n", 1, {u"\u00FC", u"\u00FC", u"\U0001F409", u"n"}},
                           {u"!\u0663n", 1, {u"n"}}, // a digit of another script, but not one of a number
                           {u"!abc~def~ghi", 1, {u"a", u"b", u"c"}},

@@ -43,7 +43,6 @@ protected:
     bool isGagged = false;
 };
 
-/// Further checks and templates stand in the corpus of the fuzz target, which compares them with ICU.
 TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
 {
     struct Case {
@@ -65,7 +64,14 @@ TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
         {u"^Bob", u"wave", u"Ann\nBob", {}},
         {u"* gives %1 to", u"thank %1", u"Bob gives bread to you", {u"thank Bob"}},
         {u"<(\\d+)hp", u"say %1", u"<17hp 3mp>", {u"say 17"}},
-        {u"<(.{0,9})>", u"say %1", u"<a\\nb $0!>", {u"say anb %1!"}},
+        {u"%1 gives * to %1", u"%1 %1", u"Bob gives bread to Ann.", {u"Bob Bob"}},
+        {u"(x)|y", u"say %1", u"y", {u"say "}},
+        {u"one\r\ntwo", u"yes", u"one\r\ntwo", {u"yes"}},
+        {u"\\0141b", u"yes", u"ab", {u"yes"}},
+        // The character behind "\c" opens or closes nothing.
+        {u"[\\c]abc]x", u"yes", u"ax", {u"yes"}},
+        {u"(\\c()a|b(\\c)c)goblin", u"yes", u"\ba", {u"yes"}},
+        {u"(\\c[)x|y(]z)goblin", u"yes", u"\x1bx", {u"yes"}},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(znt::utf8FromText(row.check + u" over " + row.text));
@@ -89,6 +95,16 @@ TEST_F(TriggerList, OneGagAmongTheMatchesGagsTheChunkAndNoOther)
     EXPECT_TRUE(isGagged);
     EXPECT_THAT(doneFor(u"ham"), ElementsAre(u"eat"));
     EXPECT_FALSE(isGagged);
+}
+
+TEST_F(TriggerList, TheTextOfTheGroupIsAReplacementTemplate)
+{
+    const std::pair<std::u16string, std::u16string> cases[] = {
+        {u"C:\\\\x", u"say C:\\x"}, {u"a\\nb", u"say anb"}, {u"\\u0041", u"say A"}, {u"\\$1", u"say $1"},
+        {u"$0!", u"say %1!"},       {u"$05", u"say %15"},   {u"end\\", u"say end"}, {u"", u"say "}};
+    for (const auto& [group, command] : cases)
+        EXPECT_THAT(doneBy({trigger(u"<(.{0,20})>", u"say %1")}, u"<" + group + u">"), ElementsAre(command))
+            << znt::utf8FromText(group);
 }
 
 TEST_F(TriggerList, ATriggerThatCannotBeUsedDoesNothingAndTheOthersDo)
