@@ -13,7 +13,7 @@ namespace
 constexpr int mostFloodLines = 100000;
 constexpr std::size_t longestEcho = 40;
 
-/// What stands in for "north" and its like, in the order of the directions.
+/// Short words for the directions ("n" for north), in the order of the directions.
 constexpr std::u16string_view abbreviations[directionCount] = {u"n",  u"s",  u"e",  u"w", u"ne",
                                                                u"nw", u"se", u"sw", u"u", u"d"};
 
@@ -21,7 +21,7 @@ struct Colour {
     std::u16string_view code;
     std::u16string_view name;
 };
-/// As SGR numbers them (ECMA-48); black is shown by the background behind it.
+/// In the order of their SGR numbers (ECMA-48). Black is shown by the background behind it.
 constexpr Colour colours[] = {{u"31", u"red"},     {u"32", u"green"}, {u"33", u"yellow"}, {u"34", u"blue"},
                               {u"35", u"magenta"}, {u"36", u"cyan"},  {u"37", u"white"}};
 

@@ -12,7 +12,7 @@ public:
     /// Both outlive this.
     ZNTDemoCommands(ZNTDemoVillage& village, const ZNTDemoTexts& texts) : village(village), texts(texts) {}
 
-    /// Every line is answered, an empty one with a prompt.
+    /// Answers every line. An empty line gets a prompt.
     void handleLine(ZNTDemoPlayer& player, std::u16string_view line);
 
 private:

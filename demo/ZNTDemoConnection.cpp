@@ -17,14 +17,14 @@ namespace
 {
 
 constexpr std::size_t mostReadAtOnce = 64 * 1024;
-/// Past this much waiting, the player's next lines wait too, and so does his flood.
+/// If more bytes than this wait for the player, his next lines and his flood wait too.
 constexpr std::size_t enoughWaiting = 128 * 1024;
-/// Past this much, which only other players can cause, he is dropped.
+/// If more bytes than this wait, he is dropped. Only other players can cause so many.
 constexpr std::size_t tooMuchWaiting = 2 * 1024 * 1024;
 constexpr std::size_t floodPiece = 32 * 1024;
 
-/// Long enough for a client to have read the start of compression by itself, since some take everything of
-/// the same read for plain text.
+/// Long enough for a client to read the start of compression by itself. Some clients take all bytes of the
+/// same read for plain text.
 constexpr double secondsBeforeCompression = 0.1;
 /// How long a client may take to close its side after ours.
 constexpr double secondsForGoodbye = 2;
@@ -113,7 +113,8 @@ void ZNTDemoConnection::hangUp(std::u16string_view farewell)
 void ZNTDemoConnection::onLine(std::string_view bytes)
 {
     const auto text = znt::decodedText(bytes, game.encoding);
-    // Bytes that are no text of this language are taken one by one, so that whatever was typed is answered.
+    // If the bytes are no text in this encoding, they are decoded one by one, so that every line gets an
+    // answer.
     game.commands.handleLine(
         *player,
         withoutControls(text ? *text : znt::decodedText(bytes, ZNTStringEncoding::Ascii).value_or(u"")));
@@ -154,7 +155,8 @@ void ZNTDemoConnection::beginCompression()
 
 void ZNTDemoConnection::refuseCompression(unsigned char verb)
 {
-    // DONT is said by one who inflates until the stream ends; the odd refusal by one who has stopped.
+    // A client that sends DONT inflates until the stream ends. A client that sends the odd refusal has
+    // already stopped.
     if (verb == telnet::DONT && compressionDelay)
         beginCompression();
     compressionDelay.reset();
@@ -213,7 +215,7 @@ void ZNTDemoConnection::onReady(RunLoopInterest ready)
     watchForWhatMatters();
 }
 
-/// Text leaves in the turn that made it. Where sending makes room, lines that waited for it are handled.
+/// Text leaves in the turn that made it. If sending makes room, the lines that waited are handled.
 void ZNTDemoConnection::answer()
 {
     send();

@@ -13,8 +13,8 @@
 
 /// One player's connection: his socket, his telnet, and his place in the village.
 ///
-/// A player who does not read is not heard until he does, and is dropped once too much waits for him; a flood
-/// is made only as fast as it is read. So no player costs more than a few MiB.
+/// While a player does not read, his lines wait; if too much waits for him, he is dropped. A flood is made
+/// only as fast as it is read. So no player costs more than a few MiB.
 class ZNTDemoConnection final : public ZNTDemoAudience, private ZNTDemoTelnetListener
 {
 public:
@@ -68,7 +68,7 @@ private:
     ZNTDemoTelnetInput telnetInput;
     std::string unhandled;
     ZNTDemoOutput output;
-    /// What was written while the announcement of compression is on its way alone.
+    /// Bytes that were written while the start of compression must travel alone.
     std::string held;
     std::unique_ptr<RunLoopTimer> compressionDelay;
 

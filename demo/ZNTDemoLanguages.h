@@ -2,7 +2,7 @@
 
 #include "ZNTDemoTexts.h"
 
-/// One table a language, each in a file of its own.
+/// The texts of each language, each in a file of its own.
 namespace znt::demo
 {
 

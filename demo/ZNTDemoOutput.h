@@ -5,15 +5,15 @@
 #include <string>
 #include <string_view>
 
-/// Bytes on their way to a player, compressed (zlib, RFC 1950) where that is switched on. They wait here
-/// until the socket takes them.
+/// Bytes on their way to a player, compressed (zlib, RFC 1950) if that is switched on. They wait here until
+/// the socket takes them.
 class ZNTDemoOutput
 {
 public:
     ZNTDemoOutput();
     ~ZNTDemoOutput();
 
-    /// Each piece can be read whole by the player as soon as it arrives.
+    /// The player can inflate each piece as soon as it arrives.
     void write(std::string_view bytes);
 
     [[nodiscard]] bool isCompressing() const { return stream != nullptr; }
@@ -21,7 +21,7 @@ public:
     void startCompression();
     /// Ends the stream as zlib does; what follows is plain.
     void endCompression();
-    /// What follows is plain, without a word to the reader: for one who has stopped inflating already and
+    /// Goes on in plain text without ending the stream: for a client that has stopped inflating already and
     /// would show the stream's last bytes as text.
     void dropCompression();
 

@@ -18,7 +18,7 @@ public:
     [[nodiscard]] virtual bool isCompressed() const = 0;
     /// What is shown from now on goes uncompressed.
     virtual void endCompression() = 0;
-    /// Shows `farewell` and hangs up; the village then hears that the player left, later.
+    /// Shows `farewell` and hangs up. The player leaves the village later.
     virtual void hangUp(std::u16string_view farewell) = 0;
 };
 

@@ -86,7 +86,7 @@ void ZNTDemoServer::acceptPlayers()
     }
 }
 
-/// Without this, a caller who cannot be let in for want of descriptors would keep the loop turning.
+/// Without this rest, a connection that cannot be accepted for lack of descriptors would keep the loop busy.
 void ZNTDemoServer::restAwhile()
 {
     watch->setInterest(RunLoopInterest::None);

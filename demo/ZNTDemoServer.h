@@ -46,6 +46,6 @@ private:
     std::list<ZNTDemoConnection> connections;
     std::unique_ptr<RunLoopWatch> watch;
     std::unique_ptr<RunLoopTimer> rest;
-    /// Posted tasks look here whether the server still is.
+    /// Posted tasks hold this weakly, to know whether the server still exists.
     std::shared_ptr<bool> isAlive = std::make_shared<bool>(true);
 };

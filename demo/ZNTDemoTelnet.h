@@ -16,7 +16,7 @@ std::string endOfPrompt();
 
 } // namespace znt::demo::telnet
 
-/// What a player's bytes come to.
+/// Gets the lines and options that a player's bytes contain.
 class ZNTDemoTelnetListener
 {
 public:

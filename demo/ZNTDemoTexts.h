@@ -147,7 +147,7 @@ private:
 namespace znt::demo
 {
 
-/// `text` with "%1" and "%2" filled in; what is filled in is not looked at again.
+/// `text` with "%1" and "%2" filled in. Placeholders in the filled-in words stay.
 std::u16string filled(std::u16string_view text, std::u16string_view first, std::u16string_view second = {});
 
 /// Broken into lines of at most `columns` terminal columns, between words, or between any two characters of a

@@ -23,8 +23,8 @@ constexpr std::u16string_view thingsColour = u"0;32";
 constexpr std::u16string_view dangerColour = u"1;31";
 constexpr std::u16string_view speechColour = u"0;33";
 
-/// The one sound that every client has. Tags name it with an empty folder and end a line of text, where what
-/// is left of the line reads as if there had been none.
+/// The one sound that every client has. Its tag has an empty folder and stands at the end of a line, so that
+/// the rest of the line reads as usual.
 constexpr std::u16string_view groan = u" !!SOUND(/dying_groan.wav V=80 P=50)";
 constexpr std::u16string_view kickSound = u" !!SOUND(/dying_groan.wav V=50 P=60)";
 
@@ -241,7 +241,7 @@ void ZNTDemoVillage::tell(ZNTDemoPlayer& player, ZNTDemoPhrase phrase, std::u16s
 {
     const auto colour = colourOf(phrase);
     const auto text = filled(texts.phrase(phrase), first, second);
-    // What somebody says, and what a trigger may wait for, stays one line however long it is.
+    // Spoken words stay one line, however long, because a trigger may wait for them.
     player.audience.showParagraph(colour.empty() ? wrapped(text, columns) : coloured(colour, text));
 }
 

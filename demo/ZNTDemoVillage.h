@@ -12,8 +12,7 @@
 #include <string_view>
 #include <vector>
 
-/// The village while it is being played: who is where, who carries what, and what happens by itself.
-/// Knows nothing of sockets.
+/// The village while it is played: the places of the players and things, and the events. It knows no sockets.
 class ZNTDemoVillage
 {
 public:
@@ -22,7 +21,7 @@ public:
 
     /// Lets a player in and greets him. `audience` outlives the stay; the player is the village's.
     ZNTDemoPlayer& enter(ZNTDemoAudience& audience);
-    /// What he carried goes back to where it belongs.
+    /// The things that he carried go back to their homes.
     void leave(ZNTDemoPlayer& player);
 
     void describeRoom(ZNTDemoPlayer& player);
@@ -49,7 +48,7 @@ public:
               std::u16string_view second = {});
 
 private:
-    /// Lies in a room unless somebody carries it.
+    /// A thing lies in a room, or a player carries it.
     struct Thing {
         ZNTDemoRoom room{};
         const ZNTDemoPlayer* carrier = nullptr;

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// What the game needs to take typed lines apart and to colour its own. Case means the letters A to Z.
+/// Helpers that take typed lines apart and colour the game's lines. Case means the letters A to Z.
 namespace znt::demo
 {
 
@@ -22,7 +22,7 @@ bool isLetter(char16_t unit);
 /// Whether a player who says `word` means `thing` ("apple", "red apple" for "a red apple").
 bool isNamedBy(std::u16string_view thing, std::u16string_view word);
 
-/// Without control characters, which no player may send to another; a tab becomes a blank.
+/// `line` without control characters, which no player may send to another. A tab becomes a blank.
 std::u16string withoutControls(std::u16string_view line);
 
 } // namespace znt::demo

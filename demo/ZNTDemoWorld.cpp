@@ -8,7 +8,7 @@ namespace
 using enum ZNTDemoRoom;
 using enum ZNTDemoDirection;
 
-/// Each way once; it is walked both ways.
+/// Each way stands here once; players walk it in both directions.
 struct Way {
     ZNTDemoRoom from;
     ZNTDemoDirection direction;

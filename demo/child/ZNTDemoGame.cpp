@@ -28,7 +28,7 @@ ZNTError startError(std::string why)
 
 ZNTError startErrorFromErrno() { return startError(posixError(errno).description); }
 
-/// Why the program cannot be run, and what helps.
+/// Says why the program cannot be run, and what helps.
 ZNTError unusableError(const std::string& executable)
 {
     const int why = errno;
@@ -56,7 +56,7 @@ std::optional<std::uint16_t> portFromAnnouncement(std::string_view line)
 [[noreturn]] void becomeTheGame(const char* path, char* const* arguments, int output, pid_t parent)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (getppid() != parent) // the client died before the line above
+    if (getppid() != parent) // the client died before the call above
         _exit(1);
     const int nothing = open("/dev/null", O_RDONLY);
     dup2(nothing, STDIN_FILENO);
@@ -117,8 +117,8 @@ ZNTResult<int> ZNTDemoGame::launch(ZNTStringEncoding encoding)
     const std::array<char*, 4> arguments{executable.data(), encodingOption.data(), encodingName.data(),
                                          nullptr};
     const auto parent = getpid();
-    // Not fork(), which also runs what libraries registered for it: libuv would make a pipe in the child, and
-    // abort the child if it could not.
+    // Not fork(), because it runs the handlers that libraries registered: libuv would make a pipe in the
+    // child, and abort the child if it could not.
     child = _Fork();
     if (child == 0)
         becomeTheGame(executable.c_str(), arguments.data(), ends[1], parent);
@@ -171,7 +171,7 @@ void ZNTDemoGame::end()
     if (output >= 0)
         close(std::exchange(output, -1));
     if (child > 0) {
-        // The game keeps nothing that could be lost, and this end cannot be delayed by a blocked signal.
+        // The game has no data to save, and SIGKILL cannot be blocked.
         kill(child, SIGKILL);
         while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
         }

@@ -10,15 +10,16 @@
 #include <string>
 #include <sys/types.h>
 
-/// The demo game as a child process of the client that shows it: on a free port of 127.0.0.1, ended together
-/// with this object, and by the kernel should the client die without a word.
+/// The demo game as a child process of the client that shows it, on a free port of 127.0.0.1. It ends
+/// together with this object; if the client crashes, the kernel ends it.
 ///
 /// It belongs to the run loop's thread, which must be the one that lives as long as the program (the kernel
 /// watches the thread that started the child).
 class ZNTDemoGame
 {
 public:
-    /// Hears once, on the loop: the port to connect to, or a sentence about why there is no game.
+    /// Called once, on the loop, with the port to connect to, or with a sentence that says why there is no
+    /// game.
     using StartedHandler = std::function<void(ZNTResult<std::uint16_t>)>;
 
     /// `runLoop` outlives this. `executable` is the path of the program to start.
