@@ -10,11 +10,6 @@ constexpr int leastCells = 2;
 constexpr int finerColumns = 64; // a pixel, in lines of several fonts
 } // namespace
 
-void ZNTOutputRows::setColumns(int columns)
-{
-    setRoom(std::max(columns, leastCells), [](auto) { return 1.0; });
-}
-
 void ZNTOutputRows::setRoom(double newRoom, std::function<double(ZNTOutputStore::FontNumber)> newCellWidth)
 {
     const auto before = std::exchange(columnsByFont, {});

@@ -43,8 +43,6 @@ public:
     /// The store outlives this.
     explicit ZNTOutputRows(const ZNTOutputStore& store) : store(store) {}
 
-    /// For text of one font.
-    void setColumns(int columns);
     /// `room` and the answers of `cellWidth` are in the same unit, pixels for instance.
     void setRoom(double room, std::function<double(ZNTOutputStore::FontNumber)> cellWidth);
     /// The columns of a line, and what one of them takes of the room.

@@ -97,7 +97,7 @@ TEST(OutputRows, EveryRowIsFoundAgainAfterEveryChangeOfWidth)
     ZNTOutputRows rows(store);
     for (const int columns : {80, 23, 200, 40}) {
         SCOPED_TRACE(columns);
-        rows.setColumns(columns);
+        rows.setRoom(columns, [](auto) { return 1.0; });
         for (int line = 0; line < 1500; ++line) {
             store.append(
                 coloured(randomLine(random, {u"guard ", u"\u4F60", u"castle ", u"x"}, random() % 30)));

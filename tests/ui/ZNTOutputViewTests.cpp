@@ -37,7 +37,7 @@ TEST_F(OutputView, FollowsTheEndUntilThePlayerScrollsBackAndAgainAfterwards)
     addLines(400, 401);
     EXPECT_EQ(topLine(), u"line 392");
 
-    view.jumpToStart();
+    view.scrollToPosition(view.store().start());
     EXPECT_EQ(topLine(), u"line 0");
     press(Qt::Key_End, Qt::ControlModifier);
     EXPECT_TRUE(view.followsEnd());

@@ -59,37 +59,35 @@ public:
     {
         auto* column = new QVBoxLayout(this);
         column->setContentsMargins(12, 12, 12, 12);
-        const auto add = [&](QWidget* widget, const char* name) {
-            widget->setObjectName(QString::fromLatin1(name));
-            widget->setFocusPolicy(Qt::NoFocus);
-            column->addWidget(widget);
-            bordered.push_back(widget);
-        };
-        add(new QLineEdit, "field");
-        add(new QPlainTextEdit, "area");
-        add(new QPushButton(u"Button"_s), "button");
+        auto* group = new QGroupBox(u"Group"_s);
         auto* standard = new QPushButton(u"Default"_s);
         standard->setDefault(true);
-        add(standard, "default button");
-        add(new QComboBox, "box");
         auto* editable = new QComboBox;
         editable->setEditable(true);
-        add(editable, "editable box");
         auto* number = new QSpinBox;
         number->setAlignment(Qt::AlignCenter); // away from the edge that is measured
-        add(number, "spin box");
-        add(new QCheckBox(u"Mark"_s), "check box");
-        add(new QRadioButton(u"Choice"_s), "radio button");
-        auto* group = new QGroupBox(u"Group"_s);
-        group->setMinimumHeight(60);
-        add(group, "group");
         auto* table = new QTableWidget(2, 2);
         table->verticalHeader()->hide(); // as in all of ours
-        add(table, "table");
         auto* tabs = new QTabWidget;
         tabs->addTab(new QWidget, u"Tab"_s);
-        tabs->setMinimumHeight(80);
-        add(tabs, "tabs");
+        for (QWidget* large : std::initializer_list<QWidget*>{tabs, group})
+            large->setMinimumHeight(80);
+        bordered = {new QLineEdit,
+                    new QPlainTextEdit,
+                    new QPushButton(u"Button"_s),
+                    standard,
+                    new QComboBox,
+                    editable,
+                    number,
+                    new QCheckBox(u"Mark"_s),
+                    new QRadioButton(u"Choice"_s),
+                    group,
+                    table,
+                    tabs};
+        for (QWidget* widget : bordered) {
+            widget->setFocusPolicy(Qt::NoFocus);
+            column->addWidget(widget);
+        }
         for (const auto orientation : {Qt::Vertical, Qt::Horizontal}) {
             auto* bar = new QScrollBar(orientation);
             bar->setRange(0, 100);
@@ -154,7 +152,7 @@ TEST_F(ZNTWindowColours, BordersAndThumbsOfScrollBarsStandOut)
         const QImage drawn = picture(samples);
         for (const QWidget* each : samples.bordered)
             EXPECT_GE(borderContrast(drawn, leftEdgeOf(*each)), leastContrast)
-                << each->objectName().toStdString();
+                << each->metaObject()->className();
         for (const QScrollBar* bar : samples.bars) {
             QStyleOptionSlider option;
             option.initFrom(bar);

@@ -8,8 +8,8 @@
 #include "ZNTQtAlert.h"
 #include "ZNTQtText.h"
 #include "ZNTScreenReader.h"
+#include "ZNTSilentSounds.h"
 #include "ZNTSocketStream.h"
-#include "ZNTSoundFactory.h"
 #include "ZNTSpeechEngine.h"
 #include "ZNTTemporaryFolder.h"
 #include "ZNTTestPlatform.h"
@@ -53,19 +53,9 @@ struct ZNTRememberedSpeech final : ZNTSpeechEngine {
 };
 
 /// No sound, but a count of what is asked for.
-struct ZNTCountedSounds final : ZNTSoundFactory {
+struct ZNTCountedSounds final : ZNTSilentSounds {
     int timesAllStopped = 0;
-    bool muted = false;
-    float volume = 1;
-    std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile) override { return {}; }
-    std::shared_ptr<ZNTSoundObject> soundFromUrl(std::string_view) override { return {}; }
     void stopAll() override { ++timesAllStopped; }
-    [[nodiscard]] bool isPlaying() const override { return false; }
-    void setGameAddress(std::string_view) override {}
-    void setMasterVolume(float newVolume) override { volume = newVolume; }
-    [[nodiscard]] float masterVolume() const override { return volume; }
-    void setMuted(bool isMuted) override { muted = isMuted; }
-    [[nodiscard]] bool isMuted() const override { return muted; }
 };
 
 /// The whole window over a home of its own, with keys pressed and widgets read as a player would.

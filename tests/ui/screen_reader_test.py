@@ -148,9 +148,7 @@ def check_deaf_reader(probe, service):
 
     tell_desktop("true")
     expect("the desktop's word is taken", until(lambda: probe.state() == "running, active"), True)
-    lines = burst("deaf", 3)
-    check(service, probe, [f"say {line}" for line in lines], [("us", line) for line in lines],
-          "where no reader listens the service speaks")
+    check_burst(service, probe, "deaf", "us", "if no reader listens the service speaks")
     tell_desktop("false")
     expect("the desktop's change of mind too", until(lambda: probe.state() == "off, active"), True)
 
@@ -199,16 +197,18 @@ def burst(name, count):
     return [f"{name} {number}: the goblin hits you." for number in range(count)]
 
 
+def check_burst(service, probe, name, speaker, what, count=3, command="say"):
+    lines = burst(name, count)
+    check(service, probe, [f"{command} {line}" for line in lines], [(speaker, line) for line in lines], what)
+
+
 def run(program):
     service = RecordingService(os.environ["SPEECHD_ADDRESS"].removeprefix("unix_socket:"))
     service.start()
     probe = Probe(program)
     until(lambda: probe.state().endswith(", active"))
     expect("no reader runs at first", probe.state(), "off, active")
-    lines = burst("alone", 5)
-    check(service, probe, [f"say {line}" for line in lines], [("us", line) for line in lines],
-          "without a reader the service speaks")
-
+    check_burst(service, probe, "alone", "us", "without a reader the service speaks")
     check_deaf_reader(probe, service)
     check_announcements(probe, service)
 
@@ -218,14 +218,11 @@ def run(program):
            until(lambda: probe.state() == "running, active", 30), True)
     quiet(service)
 
-    lines = burst("burst", 50)
-    check(service, probe, [f"say {line}" for line in lines], [("reader", line) for line in lines],
-          "a burst of 50 is announced once and in order while the line edit has the focus")
+    check_burst(service, probe, "burst", "reader",
+                "a burst of 50 is announced once and in order while the line edit has the focus", count=50)
     check(service, probe, ["say again", "say again", "say again"], [("reader", "again")] * 3,
           "a line that repeats is announced each time")
-    lines = burst("queued", 4)
-    check(service, probe, [f"line {line}" for line in lines], [("reader", line) for line in lines],
-          "received lines go to the reader too")
+    check_burst(service, probe, "queued", "reader", "received lines go to the reader too", command="line")
 
     lines = burst("stopped", 20)
     start = service.count()
@@ -239,22 +236,16 @@ def run(program):
     probe.tell("other")
     until(lambda: probe.state() == "running, inactive")
     quiet(service)
-    lines = burst("behind", 3)
-    check(service, probe, [f"say {line}" for line in lines], [("us", line) for line in lines],
-          "behind another window the service speaks, and only it")
+    check_burst(service, probe, "behind", "us", "behind another window the service speaks, and only it")
     probe.tell("back")
     until(lambda: probe.state() == "running, active")
     quiet(service)
-    lines = burst("front", 3)
-    check(service, probe, [f"say {line}" for line in lines], [("reader", line) for line in lines],
-          "in front again the reader speaks, and only it")
+    check_burst(service, probe, "front", "reader", "in front again the reader speaks, and only it")
 
     orca.send_signal(signal.SIGKILL)
     orca.wait()
     expect("a reader that died is noticed", until(lambda: probe.state() == "off, active"), True)
-    lines = burst("died", 3)
-    check(service, probe, [f"say {line}" for line in lines], [("us", line) for line in lines],
-          "after it the service speaks again")
+    check_burst(service, probe, "died", "us", "after it the service speaks again")
     probe.end()
     return 1 if failures else 0
 

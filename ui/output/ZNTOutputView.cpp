@@ -13,7 +13,8 @@
 #include <cmath>
 
 // The widget: text that arrives, painting, scrolling, search. Keys, mouse and caret are in
-// ZNTOutputViewInput.cpp.
+// ZNTOutputViewInput.cpp. It joins its parts and Qt's events; rows, places and colours are found by the
+// parts.
 
 namespace
 {
@@ -272,12 +273,6 @@ void ZNTOutputView::jumpToEnd()
 {
     textLayout.rows().update();
     placeTop(scrolling.topForEnd());
-}
-
-void ZNTOutputView::jumpToStart()
-{
-    textLayout.rows().update();
-    placeTop({store_.firstLine(), 0});
 }
 
 void ZNTOutputView::pageUp()

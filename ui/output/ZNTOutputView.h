@@ -120,7 +120,6 @@ public Q_SLOTS:
     void selectAll();
     /// Goes to the end and follows it again.
     void jumpToEnd();
-    void jumpToStart();
     /// Scroll without moving the caret, for keys pressed in the command line.
     void pageUp();
     void pageDown();

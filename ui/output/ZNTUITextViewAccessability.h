@@ -15,6 +15,7 @@ class ZNTUITextViewAccessability final : public ZNTOutputView
 public:
     using ZNTOutputView::ZNTOutputView;
 
+    /// Kept as part of the interface: the text that a screen reader is to speak.
     [[nodiscard]] std::u16string textToSpeak() const
     {
         const std::lock_guard hold(guard);

@@ -34,6 +34,7 @@ public:
     void reloadTriggers();
     void showZNTAddMacroViewController();
     void showZNTEditMacroViewController();
+    // Kept as part of the interface: each tab by an operation of its own. The window calls the first.
     void selectTriggerTab();
     void selectMacroTab();
     void selectEncodingTab();
