@@ -106,10 +106,8 @@ private:
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     FuzzInput input(data, size);
-    constexpr ZNTStringEncoding encodings[] = {ZNTStringEncoding::Ascii, ZNTStringEncoding::EucCn,
-                                               ZNTStringEncoding::Big5Hkscs};
     const auto choices = input.byte();
-    const Settings settings{.encoding = encodings[choices % 3],
+    const Settings settings{.encoding = ZNTStringEncodings[choices % ZNTStringEncodings.size()].encoding,
                             .acceptsSounds = (choices & 0x10) != 0,
                             .acceptsCompression = (choices & 0x20) != 0,
                             .isCompressed = (choices & 0x80) != 0};

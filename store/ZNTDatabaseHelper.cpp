@@ -4,7 +4,9 @@
 #include "ZNTDatabaseAndPropertyUpdater.h"
 #include "ZNTStoreHealth.h"
 #include "ZNTStoreMaker.h"
+#include "ZNTTriggerColumns.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace
@@ -16,7 +18,7 @@ ZNTDatabaseValue value(const std::optional<std::u16string>& text)
     return text ? ZNTDatabaseValue(*text) : ZNTDatabaseValue();
 }
 ZNTDatabaseValue value(std::int64_t number) { return number; }
-ZNTDatabaseValue flag(bool isSet) { return std::int64_t{isSet ? 1 : 0}; }
+ZNTDatabaseValue value(bool isSet) { return std::int64_t{isSet ? 1 : 0}; }
 
 ZNTMacro macroFrom(const ZNTDatabaseRow& row)
 {
@@ -34,15 +36,47 @@ ZNTMacroGroup groupFrom(const ZNTDatabaseRow& row)
             .macrosList = {}};
 }
 
+void read(std::u16string& field, const ZNTDatabaseRow& row, std::string_view column)
+{
+    field = row.text(column).value_or(u"");
+}
+void read(std::optional<std::u16string>& field, const ZNTDatabaseRow& row, std::string_view column)
+{
+    field = row.text(column);
+}
+void read(bool& field, const ZNTDatabaseRow& row, std::string_view column) { field = row.boolValue(column); }
+
 ZNTTrigger triggerFrom(const ZNTDatabaseRow& row)
 {
-    return {.oid = row.longValue("oid"),
-            .name = row.text("name").value_or(u""),
-            .check = row.text("checkString").value_or(u""),
-            .action = row.text("action").value_or(u""),
-            .soundFileToPlay = row.text("sound_file_to_play"),
-            .gag = row.boolValue("gag"),
-            .active = row.boolValue("enabled")};
+    ZNTTrigger trigger;
+    trigger.oid = row.longValue("oid");
+    for (const auto& column : ZNTTriggerColumns)
+        std::visit([&](auto field) { read(trigger.*field, row, column.stored); }, column.field);
+    return trigger;
+}
+
+ZNTDatabaseValue valueOf(const ZNTTrigger& trigger, const ZNTTriggerColumn& column)
+{
+    return std::visit([&](auto field) { return value(trigger.*field); }, column.field);
+}
+
+/// "insert into ZNTTrigger (name, ...) values (?, ...)"
+std::string insertOfTriggers()
+{
+    std::string columns, marks;
+    for (const auto& column : ZNTTriggerColumns) {
+        columns += (columns.empty() ? "" : ", ") + std::string(column.stored);
+        marks += marks.empty() ? "?" : ", ?";
+    }
+    return "insert into ZNTTrigger (" + columns + ") values (" + marks + ")";
+}
+
+/// The columns in the order of the statement that updates a trigger.
+auto columnsOfUpdate()
+{
+    auto columns = ZNTTriggerColumns;
+    std::ranges::sort(columns, {}, &ZNTTriggerColumn::placeInUpdate);
+    return columns;
 }
 
 ZNTMudList mudFrom(const ZNTDatabaseRow& row)
@@ -164,20 +198,24 @@ void ZNTDatabaseHelper::change(std::string_view sql, const std::vector<ZNTDataba
 
 void ZNTDatabaseHelper::insertTrigger(ZNTTrigger& trigger)
 {
-    change("insert into ZNTTrigger (name, checkString, action, enabled, gag, sound_file_to_play) values "
-           "(?, ?, ?, ?, ?, ?)",
-           {value(trigger.name), value(trigger.check), value(trigger.action), flag(trigger.active),
-            flag(trigger.gag), value(trigger.soundFileToPlay)});
+    std::vector<ZNTDatabaseValue> values;
+    for (const auto& column : ZNTTriggerColumns)
+        values.push_back(valueOf(trigger, column));
+    change(insertOfTriggers(), values);
     trigger.oid = database().lastInsertRowId();
     trigger.isUnsaved = !hasLastChangeSucceeded;
 }
 
 void ZNTDatabaseHelper::updateTrigger(const ZNTTrigger& trigger)
 {
-    change("UPDATE ZNTTrigger set name=?, action=?, checkString = ?, enabled = ?, gag = ?, "
-           "sound_file_to_play = ? where oid=?",
-           {value(trigger.name), value(trigger.action), value(trigger.check), flag(trigger.active),
-            flag(trigger.gag), value(trigger.soundFileToPlay), value(trigger.oid)});
+    std::string assignments;
+    std::vector<ZNTDatabaseValue> values;
+    for (const auto& column : columnsOfUpdate()) {
+        assignments += (assignments.empty() ? "" : ", ") + std::string(column.assignment);
+        values.push_back(valueOf(trigger, column));
+    }
+    values.push_back(value(trigger.oid));
+    change("UPDATE ZNTTrigger set " + assignments + " where oid=?", values);
 }
 
 void ZNTDatabaseHelper::deleteTrigger(const ZNTTrigger& trigger)
@@ -229,17 +267,17 @@ void ZNTDatabaseHelper::updateMudListObject(const ZNTMudList& entry)
     change("UPDATE ZNTMudList set name=?, url=?, telnetURL = ?, port = ?, defaultConnection = ?, "
            "active = ?, displayToUser = ?, userCreated = ? where oid=?",
            {value(entry.name), value(entry.url), value(entry.telnetURL), value(entry.port),
-            flag(entry.defaultConnection), flag(entry.active), flag(true), flag(true), value(entry.oid)});
+            value(entry.defaultConnection), value(entry.active), value(true), value(true), value(entry.oid)});
 }
 
 void ZNTDatabaseHelper::hideZNTMudListValueFromUser(std::u16string_view, std::int64_t objectIdOfRemovalObject)
 {
-    change("UPDATE ZNTMudList set displayToUser = ? where oid=?", {flag(false), objectIdOfRemovalObject});
+    change("UPDATE ZNTMudList set displayToUser = ? where oid=?", {value(false), objectIdOfRemovalObject});
 }
 
 void ZNTDatabaseHelper::restoreSystemDefaultMudList()
 {
-    change("UPDATE ZNTMudList set displayToUser = ?", {flag(true)});
+    change("UPDATE ZNTMudList set displayToUser = ?", {value(true)});
 }
 
 void ZNTDatabaseHelper::removeZNTMudListObjectFromTable(std::u16string_view tableName, std::int64_t)

@@ -3,7 +3,9 @@
 #include "ZNTDatabaseHelper.h"
 #include "ZNTShownRows.h"
 #include "ZNTText.h"
+#include "ZNTTriggerColumns.h"
 
+#include <algorithm>
 #include <type_traits>
 #include <utility>
 
@@ -43,18 +45,9 @@ PaneFields readPane(const std::u16string& text)
 template <typename Trigger, typename Use>
 void withField(Trigger& trigger, std::string_view column, Use use)
 {
-    if (column == "name")
-        use(trigger.name);
-    else if (column == "check")
-        use(trigger.check);
-    else if (column == "action")
-        use(trigger.action);
-    else if (column == "soundFileToPlay")
-        use(trigger.soundFileToPlay);
-    else if (column == "gag")
-        use(trigger.gag);
-    else if (column == "active")
-        use(trigger.active);
+    const auto* known = std::ranges::find(ZNTTriggerColumns, column, &ZNTTriggerColumn::name);
+    if (known != ZNTTriggerColumns.end())
+        std::visit([&](auto field) { use(trigger.*field); }, known->field);
 }
 
 struct ReadField {

@@ -6,6 +6,7 @@
 #include "ZNTMudListSheet.h"
 #include "ZNTPreferencesController.h"
 #include "ZNTSoundFactory.h"
+#include "ZNTText.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -14,6 +15,7 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
     : mainWindow(window),
       windowServices(services),
       mainScreen(window),
+      keeper(services.platform.places, services.platform.log, services.settingsOfCommandLine),
       zntMacroGroupDropDownController(services.platform, services.database, mainScreen.macroComboBoxGroup),
       zntMudMacroTableViewController(services.platform, services.database, zntMacroGroupDropDownController,
                                      mainScreen.macroTable),
@@ -27,7 +29,8 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
            .streams = services.streams,
            .showZNTCommandRecorderView =
                [this](ZNTCommandRecorderDataSource& commands) { showZNTCommandRecorderView(commands); },
-           .sessionChanged = [this](ZNTSessionChange what) { changed(what); }})
+           .sessionChanged = [this](ZNTSessionChange what) { changed(what); },
+           .settings = keeper.settings()})
 {
     ZNTMacroGroupDropDownController& groups = zntMacroGroupDropDownController;
     mainScreen.macroComboBoxGroup.setSource(
@@ -128,8 +131,35 @@ QString ZNTMudAppController::gameBeingPlayed() const
     return zntServerConnectController.isConnected() ? playedGame_ : QString();
 }
 
+/// A game may have settings of its own. They end with the connection.
+void ZNTMudAppController::useSettingsOfGame()
+{
+    const auto state = zntServerConnectController.state();
+    if (state == ZNTSessionState::Connecting)
+        keeper.beginGame(znt::utf8FromText(mainScreen.ipAddress.text()),
+                         znt::utf8FromText(mainScreen.port.text()));
+    else if (state == ZNTSessionState::Idle)
+        keeper.endGame();
+    if (keeper.settings() == zntServerConnectController.settings())
+        return;
+    zntServerConnectController.setSettings(keeper.settings());
+    if (preferencesController)
+        preferencesController->showSettings();
+}
+
+void ZNTMudAppController::chooseSetting(std::string_view name, const std::string& text)
+{
+    keeper.noteChoices(zntServerConnectController.settings());
+    static_cast<void>(keeper.choose(name, text)); // the control offers good values only
+    zntServerConnectController.setSettings(keeper.settings());
+}
+
 void ZNTMudAppController::changed(ZNTSessionChange what)
 {
+    // The player's switches work on the session itself, so each change may be a choice to remember.
+    keeper.noteChoices(zntServerConnectController.settings());
+    if (what == ZNTSessionChange::State)
+        useSettingsOfGame();
     if (what == ZNTSessionChange::State || what == ZNTSessionChange::Compression)
         noteCompression();
     if (what == ZNTSessionChange::State && zntMudListController)

@@ -5,6 +5,7 @@
 #include "ZNTMudMacroTableViewController.h"
 #include "ZNTPreferencesHost.h"
 #include "ZNTServerConnectController.h"
+#include "ZNTSettingsKeeper.h"
 #include "ZNTWindowServices.h"
 
 #include <QDateTime>
@@ -61,6 +62,8 @@ public:
         return compressedSince_;
     }
     void setSoundsMuted(bool muted) override;
+    [[nodiscard]] ZNTSettingsKeeper& settings() override { return keeper; }
+    void chooseSetting(std::string_view name, const std::string& text) override;
 
     /// Called when something of that kind has changed in the session or in the sounds.
     std::function<void(ZNTSessionChange what)> whenSessionChanges;
@@ -70,6 +73,7 @@ public:
 private:
     void changed(ZNTSessionChange what);
     void noteCompression();
+    void useSettingsOfGame();
     [[nodiscard]] QString gameBeingPlayed() const;
     void showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands);
     /// Makes the empty list of macros say why it is empty.
@@ -78,6 +82,7 @@ private:
     ZNTMainWindow& mainWindow;
     ZNTWindowServices windowServices;
     ZNTMainScreen mainScreen;
+    ZNTSettingsKeeper keeper;
     ZNTMacroGroupDropDownController zntMacroGroupDropDownController;
     ZNTMudMacroTableViewController zntMudMacroTableViewController;
     ZNTServerConnectController zntServerConnectController;

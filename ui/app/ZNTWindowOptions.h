@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZNTSettings.h"
+
 #include <string>
 #include <variant>
 
@@ -8,6 +10,7 @@ struct ZNTWindowOptions {
     std::string host; ///< empty: the window opens with the address book's default
     int port = 0;
     bool demo = false;
+    ZNTSettingValues settings; ///< of --set
 
     /// Whether `--help` is among them. It is answered before a display is opened, since there may be none.
     static bool isHelpAsked(int count, const char* const* arguments);

@@ -102,8 +102,8 @@ int main(int count, char** arguments)
     ZNTStoreWaitStatus waitStatus(*window.statusText);
     database.setWaitNotice(
         {.waiting = [&waitStatus] { waitStatus.show(); }, .over = [&waitStatus] { waitStatus.clear(); }});
-    ZNTApplicationWindow parts(window,
-                               {platform, database, sounds, speech, screenReader, socketStreams(runLoop)});
+    ZNTApplicationWindow parts(
+        window, {platform, database, sounds, speech, screenReader, socketStreams(runLoop), options.settings});
     speakForReaderFoundWhileStarting(screenReader, parts.controller.serverConnectController());
     window.show();
     window.activateWindow();

@@ -6,8 +6,10 @@
 #include "ZNTQtComboBox.h"
 #include "ZNTQtText.h"
 #include "ZNTServerConnectController.h"
+#include "ZNTSettingControls.h"
+#include "ZNTSettingsKeeper.h"
 #include "ZNTSoundFactory.h"
-#include "ZNTSpeechSynth.h"
+#include "ZNTTriggerColumns.h"
 #include "ZNTWindowFit.h"
 #include "ZNTWindowServices.h"
 
@@ -16,8 +18,9 @@
 #include <QDialog>
 #include <QHeaderView>
 #include <QRadioButton>
+#include <QSignalBlocker>
 #include <QStackedWidget>
-#include <array>
+#include <algorithm>
 
 namespace
 {
@@ -25,16 +28,24 @@ namespace
 std::vector<ZNTColumn> triggerColumns()
 {
     using Kind = ZNTColumn::Kind;
-    return {{"active", QStringLiteral("Active"), Kind::YesNo},
-            {"name", QStringLiteral("Name"), Kind::Text},
-            {"check", QStringLiteral("Pattern"), Kind::Text},
-            {"action", QStringLiteral("Command"), Kind::Text},
-            {"soundFileToPlay", QStringLiteral("Sound file"), Kind::Text},
-            {"gag", QStringLiteral("Not spoken"), Kind::YesNo}};
+    auto rows = ZNTTriggerColumns;
+    std::ranges::sort(rows, {}, &ZNTTriggerColumn::placeInWindow);
+    std::vector<ZNTColumn> columns;
+    for (const auto& row : rows) {
+        const bool isYesNo = std::holds_alternative<bool ZNTTrigger::*>(row.field);
+        columns.push_back(
+            {std::string(row.name), znt::qtText(row.heading), isYesNo ? Kind::YesNo : Kind::Text});
+    }
+    return columns;
 }
 
 /// The two columns of the triggers' table that hold long texts.
 constexpr int patternColumn = 2, commandColumn = 3;
+
+std::optional<ZNTStringEncoding> encodingOf(const QRadioButton& button)
+{
+    return znt::encodingTitled(znt::textOfQt(button.text()));
+}
 
 /// A mark that is neither set nor cleared counts as cleared.
 bool isMarked(const QCheckBox& box) { return box.checkState() == Qt::Checked; }
@@ -92,11 +103,13 @@ ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTPreferenc
 {
     znt::letButtonsWrap(*dialog);
     QAccessible::installFactory(&pagesAsPlainWidget);
+    showSettings();
     wireTriggers();
     wireMacros();
     wireEncoding();
     wireSpeech();
     wireProtocols();
+    wireSettings();
     whenActivated(*dialog, [this] { refresh(); });
     refresh();
     QObject::connect(layout.closeButton, &QPushButton::clicked, dialog, &QDialog::close);
@@ -148,19 +161,18 @@ void ZNTPreferencesController::showSpeech()
 
 void ZNTPreferencesController::showEncoding()
 {
-    const std::array<std::pair<ZNTStringEncoding, QRadioButton*>, 3> choices{
-        {{ZNTStringEncoding::Ascii, layout.encodingAscii},
-         {ZNTStringEncoding::EucCn, layout.encodingEucCn},
-         {ZNTStringEncoding::Big5Hkscs, layout.encodingBig5}}};
+    const auto buttons = layout.encoding->findChildren<QRadioButton*>();
+    const auto isInForce = [this](const QRadioButton* button) {
+        return encodingOf(*button) == serverConnectController.cfStringEncoding();
+    };
     QString now;
-    for (const auto& [encoding, button] : choices)
-        if (encoding == serverConnectController.cfStringEncoding())
+    for (const auto* button : buttons)
+        if (isInForce(button))
             now = QStringLiteral("Text: ") + button->text();
     layout.encodingNow->setText(now);
     // A reader speaks the name before the description, so the description leaves the name out.
-    for (const auto& [encoding, button] : choices)
-        button->setAccessibleDescription(
-            encoding == serverConnectController.cfStringEncoding() ? QStringLiteral("In force now") : now);
+    for (auto* button : buttons)
+        button->setAccessibleDescription(isInForce(button) ? QStringLiteral("In force now") : now);
 }
 
 void ZNTPreferencesController::showProtocols()
@@ -232,7 +244,7 @@ void ZNTPreferencesController::wireMacros()
 
 void ZNTPreferencesController::wireEncoding()
 {
-    for (QRadioButton* button : {layout.encodingAscii, layout.encodingEucCn, layout.encodingBig5})
+    for (auto* button : layout.encoding->findChildren<QRadioButton*>())
         QObject::connect(button, &QRadioButton::toggled, dialog, [this](bool on) {
             if (on)
                 encodingChanged();
@@ -241,18 +253,63 @@ void ZNTPreferencesController::wireEncoding()
 
 void ZNTPreferencesController::wireSpeech()
 {
-    ZNTSpeechSynth& synth = serverConnectController.zntSpeechSynth();
     whenMarked(*layout.speechOnOffCheckBox, [this](bool) { textToSpeechOnAndOff(); });
     whenMarked(*layout.speechInterruptCheckBox,
                [this](bool on) { serverConnectController.setSpeechInterruptOnOffBindingState(on ? 1 : 0); });
-    whenMarked(*layout.useSystemVoiceCheckBox, [&synth](bool on) { synth.setUseSystemVoiceNotVO(on); });
-    whenMarked(*layout.useTimerCheckBox, [&synth](bool on) { synth.setUseTimer(on); });
+    whenMarked(*layout.useSystemVoiceCheckBox,
+               [this](bool on) { mudAppController.chooseSetting("system-voice", on ? "on" : "off"); });
+    whenMarked(*layout.useTimerCheckBox,
+               [this](bool on) { mudAppController.chooseSetting("pacing", on ? "on" : "off"); });
     QObject::connect(layout.speechRate, &QSpinBox::valueChanged, dialog,
-                     [&synth](int rate) { synth.setSpeechRate(rate); });
+                     [this](int rate) { mudAppController.chooseSetting("rate", std::to_string(rate)); });
     QObject::connect(layout.replayButton, &QPushButton::clicked, dialog,
                      [this] { serverConnectController.replayLastText(); });
     QObject::connect(layout.stopSpeakingButton, &QPushButton::clicked, dialog,
                      [this] { serverConnectController.stopSpeaking(); });
+}
+
+void ZNTPreferencesController::showSettings()
+{
+    const auto now = serverConnectController.settings();
+    for (auto* button : layout.encoding->findChildren<QRadioButton*>()) {
+        const QSignalBlocker blocker(button);
+        if (encodingOf(*button) == now.encoding)
+            button->setChecked(true);
+    }
+    for (const auto& [box, isOn] : {std::pair<QCheckBox*, bool>(layout._mspCheckBox, now.sounds),
+                                    {layout._mccpCheckBox, now.compression},
+                                    {layout.useSystemVoiceCheckBox, now.systemVoice},
+                                    {layout.useTimerCheckBox, now.pacing}}) {
+        const QSignalBlocker blocker(box);
+        box->setChecked(isOn);
+    }
+    const QSignalBlocker blocker(layout.speechRate);
+    layout.speechRate->setValue(now.rate);
+}
+
+void ZNTPreferencesController::wireSettings()
+{
+    layout.rememberBox->setChecked(mudAppController.settings().isRemembering());
+    whenMarked(*layout.rememberBox, [this](bool on) { mudAppController.settings().setRemembering(on); });
+    const auto tabOf = [this](ZNTSettingTab tab) -> ZNTSettingControls::Tab {
+        switch (tab) {
+        case ZNTSettingTab::Triggers:
+            return {layout.triggersTabLayout, layout.reloadTriggersButton};
+        case ZNTSettingTab::Macros:
+            return {layout.macrosTabLayout, layout.removeMacroButton};
+        case ZNTSettingTab::Encoding:
+            return {layout.encodingTabLayout, layout.encodingBig5};
+        case ZNTSettingTab::Speech:
+            return {layout.speechTabLayout, layout.stopSpeakingButton};
+        case ZNTSettingTab::Protocols:
+            break;
+        }
+        return {layout.protocolsTabLayout, layout.muteCheckBox};
+    };
+    ZNTSettingControls::make(serverConnectController.settings(), tabOf,
+                             [this](std::string_view name, const std::string& text) {
+                                 mudAppController.chooseSetting(name, text);
+                             });
 }
 
 void ZNTPreferencesController::wireProtocols()
@@ -287,7 +344,7 @@ void ZNTPreferencesController::textToSpeechOnAndOff()
 
 void ZNTPreferencesController::encodingChanged()
 {
-    for (const QRadioButton* button : {layout.encodingAscii, layout.encodingEucCn, layout.encodingBig5})
+    for (const auto* button : layout.encoding->findChildren<QRadioButton*>())
         if (button->isChecked())
             serverConnectController.changeEncoding(znt::textOfQt(button->text()));
 }

@@ -26,6 +26,8 @@ public:
     /// Looks again at that kind of thing: the speech boxes follow the session, and the words beside encoding
     /// and protocols say what is in force. Those controls themselves stay as they were left.
     void sessionChanged(ZNTSessionChange what);
+    /// Sets the controls of the settings to what is in force, for a game that has settings of its own.
+    void showSettings();
 
     void mudClientCompressionProtocolOnOff();
     void mudSoundProtocolOnOff();
@@ -47,6 +49,7 @@ private:
     void wireEncoding();
     void wireSpeech();
     void wireProtocols();
+    void wireSettings();
     void refresh();
     void showSpeech();
     void showEncoding();

@@ -2,6 +2,8 @@
 
 #include <QDateTime>
 #include <optional>
+#include <string>
+#include <string_view>
 
 class ZNTHintedTable;
 class ZNTMacroGroupDropDownController;
@@ -10,6 +12,7 @@ class ZNTQtComboBox;
 class ZNTQtTableView;
 class ZNTRowModel;
 class ZNTServerConnectController;
+class ZNTSettingsKeeper;
 struct ZNTWindowServices;
 
 /// What the preferences ask of the main window's controller, which makes them.
@@ -33,6 +36,9 @@ public:
     [[nodiscard]] virtual MacroElements macroElements() = 0;
     virtual void showZNTAddMacroViewController() = 0;
     virtual void showZNTEditMacroViewController() = 0;
+    [[nodiscard]] virtual ZNTSettingsKeeper& settings() = 0;
+    /// A choice of the player among the settings; takes effect at once.
+    virtual void chooseSetting(std::string_view name, const std::string& text) = 0;
     /// Silences all sounds, or plays them again.
     virtual void setSoundsMuted(bool muted) = 0;
     /// When the game's text began to come compressed. Empty while it is not compressed.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZNTSettings.h"
 #include "ZNTStream.h"
 
 class ZNTDatabaseHelper;
@@ -16,4 +17,5 @@ struct ZNTWindowServices {
     ZNTSpeechEngine& speechEngine;
     ZNTScreenReader& screenReader;
     ZNTStreamFactory streams;
+    ZNTSettingValues settingsOfCommandLine = {};
 };

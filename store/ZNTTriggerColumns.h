@@ -1,0 +1,78 @@
+#pragma once
+
+#include "ZNTTrigger.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <variant>
+
+/// The type of a column is that of its field: a text, a text that may be absent (NULL), or yes and no.
+using ZNTTriggerField = std::variant<std::u16string ZNTTrigger::*,
+                                     std::optional<std::u16string> ZNTTrigger::*, bool ZNTTrigger::*>;
+
+/// One column of the table of triggers.
+struct ZNTTriggerColumn {
+    std::string_view name; ///< for the trigger editor
+    ZNTTriggerField field;
+    std::string_view stored;     ///< the column of the database
+    std::string_view assignment; ///< the same in the statement that updates a trigger
+    int placeInUpdate;           ///< this statement has an order of its own
+    std::u16string_view heading; ///< in the window
+    int placeInWindow;
+    std::u16string_view option = {};   ///< of the terminal's /trigger add
+    std::u16string_view argument = {}; ///< what follows the option
+    std::u16string_view label = {};    ///< in the terminal's list of triggers
+};
+
+/// Every column, in the order in which the database is given them. The store, the trigger editor, the window
+/// and the terminal read this table.
+inline constexpr std::array ZNTTriggerColumns{
+    ZNTTriggerColumn{.name = "name",
+                     .field = &ZNTTrigger::name,
+                     .stored = "name",
+                     .assignment = "name=?",
+                     .placeInUpdate = 0,
+                     .heading = u"Name",
+                     .placeInWindow = 1},
+    ZNTTriggerColumn{.name = "check",
+                     .field = &ZNTTrigger::check,
+                     .stored = "checkString",
+                     .assignment = "checkString = ?",
+                     .placeInUpdate = 2,
+                     .heading = u"Pattern",
+                     .placeInWindow = 2},
+    ZNTTriggerColumn{.name = "action",
+                     .field = &ZNTTrigger::action,
+                     .stored = "action",
+                     .assignment = "action=?",
+                     .placeInUpdate = 1,
+                     .heading = u"Command",
+                     .placeInWindow = 3},
+    ZNTTriggerColumn{.name = "active",
+                     .field = &ZNTTrigger::active,
+                     .stored = "enabled",
+                     .assignment = "enabled = ?",
+                     .placeInUpdate = 3,
+                     .heading = u"Active",
+                     .placeInWindow = 0},
+    ZNTTriggerColumn{.name = "gag",
+                     .field = &ZNTTrigger::gag,
+                     .stored = "gag",
+                     .assignment = "gag = ?",
+                     .placeInUpdate = 4,
+                     .heading = u"Not spoken",
+                     .placeInWindow = 5,
+                     .option = u"--gag",
+                     .label = u"gag"},
+    ZNTTriggerColumn{.name = "soundFileToPlay",
+                     .field = &ZNTTrigger::soundFileToPlay,
+                     .stored = "sound_file_to_play",
+                     .assignment = "sound_file_to_play = ?",
+                     .placeInUpdate = 5,
+                     .heading = u"Sound file",
+                     .placeInWindow = 4,
+                     .option = u"--sound",
+                     .argument = u"FILE",
+                     .label = u"sound"},
+};
