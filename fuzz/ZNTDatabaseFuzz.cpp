@@ -9,7 +9,7 @@
 #include <memory>
 #include <sqlite3.h>
 #include <string>
-#include <vector>
+#include <tuple>
 
 namespace fs = std::filesystem;
 
@@ -121,26 +121,6 @@ std::string damaged(std::string image, FuzzInput& damage)
     return image;
 }
 
-bool hasMacro(const std::vector<ZNTMacro>& macros, std::int64_t oid, const std::u16string& text)
-{
-    return std::any_of(macros.begin(), macros.end(),
-                       [&](const auto& known) { return known.oid == oid && known.dataToExecute == text; });
-}
-
-bool hasTrigger(const std::vector<ZNTTrigger>& triggers, const ZNTTrigger& wanted)
-{
-    return std::any_of(triggers.begin(), triggers.end(), [&](const auto& known) {
-        return known.oid == wanted.oid && known.check == wanted.check && known.action == wanted.action &&
-               known.gag == wanted.gag && known.soundFileToPlay == wanted.soundFileToPlay;
-    });
-}
-
-bool hasMud(const std::vector<ZNTMudList>& muds, std::int64_t oid, std::int64_t port)
-{
-    return std::any_of(muds.begin(), muds.end(),
-                       [&](const auto& known) { return known.oid == oid && known.port == port; });
-}
-
 /// What is stored in a sound database can be read again, unless SQLite said that it could not be stored.
 class Expectation
 {
@@ -161,16 +141,22 @@ void useMacros(ZNTDatabaseHelper& store, bool isSound)
     auto greet = macro(group.oid);
     store.insertMacroSetWithMacroGroup(greet);
     const Expectation expect(store, isSound);
-    expect(hasMacro(store.getAllMacrosFromDatabaseByMacroGroupId(group.oid), greet.oid, u"say hello %1"));
+    const auto isStored = [&] {
+        return std::ranges::any_of(
+            store.getAllMacrosFromDatabaseByMacroGroupId(group.oid), [&](const ZNTMacro& each) {
+                return each.oid == greet.oid && each.dataToExecute == greet.dataToExecute;
+            });
+    };
+    expect(isStored());
     greet.dataToExecute = u"wave";
     store.updateMacro(greet);
-    expect(hasMacro(store.getAllMacrosFromDatabaseByMacroGroupId(group.oid), greet.oid, u"wave"));
+    expect(isStored());
     expect(store.getMacroFromDatabaseByName(u"greet").has_value());
     expect(!store.getAllMacroNames().empty());
     for (const auto& known : store.getAllMacroGroupsFromDatabase())
         static_cast<void>(store.getAllMacrosFromDatabaseByMacroGroupId(known.oid));
     store.deleteMacro(greet);
-    expect(!hasMacro(store.getAllMacrosFromDatabaseByMacroGroupId(group.oid), greet.oid, u"wave"));
+    expect(!isStored());
     store.deleteMacroByOid(group.oid);
 }
 
@@ -179,12 +165,19 @@ void useTriggers(ZNTDatabaseHelper& store, bool isSound)
     auto kick = trigger();
     store.insertTrigger(kick);
     const Expectation expect(store, isSound);
-    expect(hasTrigger(store.loadTriggers(), kick));
+    const auto isStored = [&] {
+        return std::ranges::any_of(store.loadAllTriggers(), [&](const ZNTTrigger& each) {
+            return std::tie(each.oid, each.check, each.action, each.gag, each.active, each.soundFileToPlay) ==
+                   std::tie(kick.oid, kick.check, kick.action, kick.gag, kick.active, kick.soundFileToPlay);
+        });
+    };
+    expect(isStored());
+    expect(!store.loadTriggers().empty());
     kick.soundFileToPlay.reset();
     store.updateTrigger(kick);
-    expect(hasTrigger(store.loadAllTriggers(), kick));
+    expect(isStored());
     store.deleteTrigger(kick);
-    expect(!hasTrigger(store.loadAllTriggers(), kick));
+    expect(!isStored());
 }
 
 void useAddressBook(ZNTDatabaseHelper& store, bool isSound)
@@ -194,14 +187,19 @@ void useAddressBook(ZNTDatabaseHelper& store, bool isSound)
     mud.port = 4000;
     store.addNewRowMudList(mud);
     const Expectation expect(store, isSound);
-    expect(hasMud(store.getAllMudsFromMudList(), mud.oid, 4000));
+    const auto isShown = [&] {
+        return std::ranges::any_of(store.getAllMudsFromMudList(), [&](const ZNTMudList& each) {
+            return each.oid == mud.oid && each.port == mud.port;
+        });
+    };
+    expect(isShown());
     mud.port = 5000;
     store.updateMudListObject(mud);
-    expect(hasMud(store.getAllMudsFromMudList(), mud.oid, 5000));
+    expect(isShown());
     store.hideZNTMudListValueFromUser(u"ZNTMudList", mud.oid);
-    expect(!hasMud(store.getAllMudsFromMudList(), mud.oid, 5000));
+    expect(!isShown());
     store.restoreSystemDefaultMudList();
-    expect(hasMud(store.getAllMudsFromMudList(), mud.oid, 5000));
+    expect(isShown());
     store.removeZNTMudListObjectFromTable(u"ZNTMudList", mud.oid);
 }
 

@@ -4,7 +4,6 @@
 #include "ZNTPlatformLog.h"
 #include "ZNTTemporaryFolder.h"
 
-#include <algorithm>
 #include <charconv>
 #include <filesystem>
 #include <optional>

@@ -24,15 +24,16 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Runs `task` in a child process, which shares the files and whose limits end with it. What it answers.
-int inChild(const std::function<int()>& task)
+/// Runs `task` in a child process, which shares the files and whose limits end with it. The task is to answer
+/// true.
+void expectInChild(const std::function<bool()>& task)
 {
     const pid_t child = ::fork();
     if (child == 0)
-        ::_exit(task());
+        ::_exit(task() ? 0 : 1);
     int status = 0;
     EXPECT_EQ(::waitpid(child, &status, 0), child);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    EXPECT_EQ(status, 0);
 }
 
 /// From now on no file of this process grows beyond `bytes`, as on a disk that is full.
@@ -123,13 +124,14 @@ protected:
     ZNTTestPlatform machine;
     ZNTFilePlaces places = machine.platform.places;
     ZNTStoredFiles files{machine.home};
+    const std::string database = machine.home.path(files.database);
 };
 
-TEST_F(ZNTDatabaseFaults, AFileLockedByAnotherProgramIsWaitedForAndNamedAfterASecond)
+TEST_F(ZNTDatabaseFaults, WaitsForALockedFileAndSaysSoAfterASecond)
 {
     std::vector<double> notices;
     int timesOver = 0;
-    auto ownClock = std::make_unique<LockingClock>(machine.home.path(files.database));
+    auto ownClock = std::make_unique<LockingClock>(database);
     auto& clock = *ownClock;
     clock.lockFor(2.5);
     ZNTDatabaseHelper store(places, machine.log, std::move(ownClock));
@@ -155,13 +157,13 @@ TEST_F(ZNTDatabaseFaults, AFileLockedByAnotherProgramIsWaitedForAndNamedAfterASe
     clock.seconds += 3600;
     clock.lockFor(0.9);
     EXPECT_GT(storeMacro(store, u"mine", u"south"), 0);
-    EXPECT_EQ(machine.log.lines.size(), 4u) << "a short wait is not worth a word";
+    EXPECT_EQ(machine.log.lines.size(), 4u) << "a short wait is not logged";
     EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"kept", u"other", u"other", u"other", u"mine"));
 }
 
-TEST_F(ZNTDatabaseFaults, OnlyABrokenStoreIsPutAside)
+TEST_F(ZNTDatabaseFaults, MendingPutsOnlyABrokenStoreAside)
 {
-    LockingClock clock(machine.home.path(files.database));
+    LockingClock clock(database);
     const auto mend = [&] {
         ZNTStoreWait wait(clock, machine.log);
         return ZNTStoreMaker(places, machine.log, wait).mend();
@@ -172,22 +174,21 @@ TEST_F(ZNTDatabaseFaults, OnlyABrokenStoreIsPutAside)
     EXPECT_FALSE(mend().succeeded) << "it may well be sound";
     clock.release();
     EXPECT_THAT(storedNames(), ElementsAre(u"kept", u"other"));
-    EXPECT_EQ(inChild([&] {
-                  giveUpPrivileges();
-                  ::chmod(machine.home.path(files.database).c_str(), 0);
-                  return mend().succeeded ? 1 : 0;
-              }),
-              0);
-    ::chmod(machine.home.path(files.database).c_str(), 0600);
+    expectInChild([&] {
+        giveUpPrivileges();
+        ::chmod(database.c_str(), 0);
+        return !mend().succeeded;
+    });
+    ::chmod(database.c_str(), 0600);
     EXPECT_THAT(storedNames(), ElementsAre(u"kept", u"other"));
 
     auto damaged = sound;
     std::fill(damaged.begin() + 5000, damaged.begin() + 9000, 'x');
     const std::vector<std::function<void()>> breaks{
-        [&] { std::filesystem::remove(machine.home.path(files.database)); },
+        [&] { std::filesystem::remove(database); },
         [&] {
-            std::filesystem::remove(machine.home.path(files.database));
-            machine.home.write(files.database + std::string("/in the way"), "");
+            std::filesystem::remove(database);
+            std::filesystem::create_directory(database);
         },
         [&] { machine.home.write(files.database, damaged); },
         [&] { static_cast<void>(files.rows("drop table ZNTMacro")); },
@@ -195,14 +196,13 @@ TEST_F(ZNTDatabaseFaults, OnlyABrokenStoreIsPutAside)
     for (std::size_t at = 0; at < breaks.size(); ++at) {
         SCOPED_TRACE(at);
         const auto aside = files.folder + (".broken-" + std::to_string(at + 1));
-        std::filesystem::remove_all(machine.home.path(files.database));
+        std::filesystem::remove_all(database);
         machine.home.write(files.database, sound);
         breaks[at]();
-        EXPECT_EQ(inChild([&] {
-                      fillDisk(5000);
-                      return mend().succeeded ? 1 : 0;
-                  }),
-                  0);
+        expectInChild([&] {
+            fillDisk(5000);
+            return !mend().succeeded;
+        });
         EXPECT_FALSE(machine.home.has(aside)) << "a full disk changes nothing";
         const auto mended = mend();
         EXPECT_TRUE(mended.succeeded) << mended.sentence;
@@ -212,7 +212,7 @@ TEST_F(ZNTDatabaseFaults, OnlyABrokenStoreIsPutAside)
     }
 }
 
-TEST_F(ZNTDatabaseFaults, WhatAKilledFirstRunLeftIsRemovedUnlessAnotherIsAtWork)
+TEST_F(ZNTDatabaseFaults, TheRestOfAKilledFirstRunIsRemovedIfNoOtherProgramIsMakingAStore)
 {
     const std::string beside = files.folder + std::string(".unfinished");
     machine.home.write(beside + "/.zantorDB.db", "half of it");
@@ -232,58 +232,52 @@ TEST_F(ZNTDatabaseFaults, WhatAKilledFirstRunLeftIsRemovedUnlessAnotherIsAtWork)
     EXPECT_EQ(files.readProperties(), files.counter(3));
 }
 
-TEST_F(ZNTDatabaseFaults, AFullDiskRefusesTheNewAndKeepsTheOldAtEverySizeOfIt)
+TEST_F(ZNTDatabaseFaults, AFullDiskKeepsWhatIsStored)
 {
-    const auto size = std::filesystem::file_size(machine.home.path(files.database));
+    const auto size = std::filesystem::file_size(database);
     for (const std::uintmax_t room : {std::uintmax_t{0}, std::uintmax_t{600}, std::uintmax_t{5000}, size}) {
         SCOPED_TRACE(room);
-        EXPECT_EQ(inChild([&] {
-                      fillDisk(room);
-                      ZNTDatabaseHelper store(places, machine.log);
-                      storeMacro(store, u"too large", std::u16string(100'000, u'x'));
-                      return store.getMacroFromDatabaseByName(u"kept") ? 0 : 1;
-                  }),
-                  0);
+        expectInChild([&] {
+            fillDisk(room);
+            ZNTDatabaseHelper store(places, machine.log);
+            storeMacro(store, u"too large", std::u16string(100'000, u'x'));
+            return store.getMacroFromDatabaseByName(u"kept").has_value();
+        });
         EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
         EXPECT_EQ(files.value("pragma integrity_check"), "ok");
     }
 }
 
-TEST_F(ZNTDatabaseFaults, AFirstRunOnAFullDiskLeavesNoHalfOfAStore)
+TEST_F(ZNTDatabaseFaults, AFirstRunOnAFullDiskLeavesNoStore)
 {
     std::filesystem::remove_all(machine.home.path("Library"));
-    EXPECT_EQ(inChild([&] {
-                  fillDisk(100);
-                  ZNTDatabaseHelper store(places, machine.log);
-                  const bool isSilent = store.getAllMudsFromMudList().empty();
-                  return isSilent && machine.log.lines.size() == 1 &&
-                                 machine.log.lines[0].starts_with("File copy issue ")
-                             ? 0
-                             : 1;
-              }),
-              0);
+    expectInChild([&] {
+        fillDisk(100);
+        ZNTDatabaseHelper store(places, machine.log);
+        return store.getAllMudsFromMudList().empty() && machine.log.lines.size() == 1 &&
+               machine.log.lines[0].starts_with("File copy issue ");
+    });
     EXPECT_FALSE(machine.home.has(files.folder));
     EXPECT_THAT(storedNames(), IsEmpty());
     EXPECT_EQ(files.readProperties(), files.counter(3)) << "the next start makes it";
 }
 
-TEST_F(ZNTDatabaseFaults, TheOldCounterStandsWhereTheNewOneCannotBeWritten)
+TEST_F(ZNTDatabaseFaults, TheOldCounterStaysIfTheNewOneCannotBeWritten)
 {
     files.writeProperties(files.counter(1));
-    EXPECT_EQ(inChild([&] {
-                  giveUpPrivileges();
-                  ::chmod(machine.home.path(files.folder).c_str(), 0500);
-                  ZNTDatabaseHelper store(places, machine.log);
-                  const bool isReadable = store.getMacroFromDatabaseByName(u"kept").has_value();
-                  ::chmod(machine.home.path(files.folder).c_str(), 0700);
-                  return isReadable ? 0 : 1;
-              }),
-              0);
+    expectInChild([&] {
+        giveUpPrivileges();
+        ::chmod(machine.home.path(files.folder).c_str(), 0500);
+        ZNTDatabaseHelper store(places, machine.log);
+        const bool isReadable = store.getMacroFromDatabaseByName(u"kept").has_value();
+        ::chmod(machine.home.path(files.folder).c_str(), 0700);
+        return isReadable;
+    });
     EXPECT_EQ(files.readProperties(), files.counter(1));
     EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
 }
 
-TEST_F(ZNTDatabaseFaults, AForeignFileMakesNoStatementEndless)
+TEST_F(ZNTDatabaseFaults, NoStatementOfAForeignFileIsEndless)
 {
     // With a limit, so that the test ends without the client's own.
     const std::string counting =
@@ -305,16 +299,15 @@ TEST_F(ZNTDatabaseFaults, AForeignFileMakesNoStatementEndless)
 
 TEST_F(ZNTDatabaseFaults, AReadOnlyDatabaseIsReadAndNotChanged)
 {
-    ::chmod(machine.home.path(files.database).c_str(), 0400);
-    EXPECT_EQ(inChild([&] {
-                  giveUpPrivileges();
-                  ZNTDatabaseHelper store(places, machine.log);
-                  storeMacro(store, u"new", u"south");
-                  const bool saysSo = !store.didLastChangeSucceed();
-                  store.deleteMacroByOid(1);
-                  return saysSo && store.getAllMacroNames().size() == 1 && machine.log.lines.empty() ? 0 : 1;
-              }),
-              0);
+    ::chmod(database.c_str(), 0400);
+    expectInChild([&] {
+        giveUpPrivileges();
+        ZNTDatabaseHelper store(places, machine.log);
+        storeMacro(store, u"new", u"south");
+        const bool saysSo = !store.didLastChangeSucceed();
+        store.deleteMacroByOid(1);
+        return saysSo && store.getAllMacroNames().size() == 1 && machine.log.lines.empty();
+    });
     EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
 }
 
