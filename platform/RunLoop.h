@@ -59,14 +59,13 @@ public:
     /// Runs `task` on a later turn of the loop, after everything posted before it. Any thread may call.
     virtual void post(Task task) = 0;
 
-    /// The caller keeps the timer for as long as it is to live; a one-shot timer may be kept after firing.
+    /// The caller keeps the timer as long as it is to run. A one-shot timer may be kept after it has fired.
     [[nodiscard]] virtual std::unique_ptr<RunLoopTimer> startTimer(double seconds, RunLoopRepeat repeat,
                                                                    Task task) = 0;
 
-    /// Level-triggered: `handler` hears of a direction each turn for as long as it is ready and of interest.
-    /// An error or hang-up counts as ready in every direction of interest. Sockets, pipes and terminals can
-    /// be watched; a regular file cannot, and yields null. Null, too, if the system has no room for the
-    /// watch.
+    /// Level-triggered: `handler` is called in each turn in which a direction of interest is ready. An error
+    /// or hang-up counts as ready in every direction of interest. Sockets, pipes and terminals can be
+    /// watched. Null for a regular file, and if the system has no room for the watch.
     [[nodiscard]] virtual std::unique_ptr<RunLoopWatch>
     watchDescriptor(int descriptor, RunLoopInterest interest, ReadyHandler handler) = 0;
 

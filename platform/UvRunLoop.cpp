@@ -46,8 +46,8 @@ constexpr int descriptorsOfALoop = 6;
 
 } // namespace
 
-/// Shared by the loop and by whatever was scheduled on it, so that a timer or a watch that is destroyed after
-/// the loop finds it closed instead of gone.
+/// Shared by the loop and by everything that was scheduled on it. A timer or a watch may be destroyed after
+/// the loop; then it finds this marked as closed.
 struct UvRunLoop::Loop {
     uv_loop_t loop{};
     uv_async_t wakeUp{};
@@ -74,8 +74,8 @@ struct UvRunLoop::Loop {
 namespace
 {
 
-/// A libuv handle must stay in memory until its close callback has run: each is a heap object that its
-/// owner lets go of with `release`, and that frees itself when the loop has closed it.
+/// A libuv handle must stay in memory until its close callback has run. So each is a heap object: its owner
+/// calls `release`, and the object deletes itself after the loop has closed it.
 struct TimerHandle {
     uv_timer_t timer{};
     RunLoop::Task task;
@@ -89,7 +89,7 @@ struct TimerHandle {
     static void onClosed(uv_handle_t* handle) { delete static_cast<TimerHandle*>(handle->data); }
 };
 
-/// A timer that is cancelled meanwhile is closing; libuv frees it only at the end of the turn.
+/// A timer that was cancelled meanwhile is closing. libuv deletes it only at the end of the turn.
 void DueTimers::runTasks(uv_check_t* handle)
 {
     auto* self = static_cast<DueTimers*>(handle->data);
@@ -217,9 +217,9 @@ UvRunLoop::UvRunLoop(std::shared_ptr<Loop> loop) : loop(std::move(loop)) {}
 
 UvRunLoop::~UvRunLoop()
 {
-    loop->isClosed = true; // first: a task that is let go of below may hold other timers
+    loop->isClosed = true; // first, because a task that is destroyed below may hold other timers
     uv_walk(&loop->loop, &closeOne, nullptr);
-    while (uv_run(&loop->loop, UV_RUN_DEFAULT) != 0) // a stop that nobody heeded ends it at once
+    while (uv_run(&loop->loop, UV_RUN_DEFAULT) != 0) // a pending stop makes it return at once
         continue;
     uv_loop_close(&loop->loop);
     loop->posted.clear();

@@ -3,7 +3,7 @@
 #include <functional>
 #include <string_view>
 
-/// Tells the player something that must not be missed. A message box in the window, a line on stderr in the
+/// Shows the player a message that must not be missed: a message box in the window, a line on stderr in the
 /// terminal.
 class ZNTAlert
 {
@@ -12,8 +12,8 @@ public:
     /// Shows `title` and `text` with the one button "OK". Returns at once; the player may dismiss it much
     /// later, or never.
     virtual void showMessage(std::u16string_view title, std::u16string_view text) = 0;
-    /// Shows them with "OK", the default, and "Cancel". Returns at once; `answered` hears true for "OK",
-    /// once, on the run loop's thread, possibly before this returns.
+    /// Shows them with "OK", the default, and "Cancel". Returns at once. `answered` is called once,
+    /// with true for "OK", on the run loop's thread, possibly before this returns.
     virtual void askForConfirmation(std::u16string_view title, std::u16string_view text,
                                     std::function<void(bool confirmed)> answered) = 0;
 };

@@ -16,7 +16,7 @@ std::string environment(const char* name)
     return value ? value : "";
 }
 
-/// Empty where the user database does not know the user.
+/// Empty if the user database does not know the user.
 std::string homeInUserDatabase()
 {
     std::vector<char> buffer(16 * 1024); // grows for a database whose entries are larger

@@ -5,8 +5,8 @@
 
 /// Where the program's files are. Paths are UTF-8 without a trailing slash unless said otherwise.
 struct ZNTFilePlaces {
-    /// The player's home: `$HOME`, or that of the user database where `$HOME` is unset or relative. All user
-    /// data lives below it.
+    /// The player's home: `$HOME`, or that of the user database if `$HOME` is unset or relative. All user
+    /// data is below it.
     std::string home;
     /// Holds the shipped resources ("zantorDB.db", "database_properties.plist", "dying_groan.wav", icons).
     std::string resources;

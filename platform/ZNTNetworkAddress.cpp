@@ -37,14 +37,14 @@ constexpr int notPublic = -1;
 struct Block {
     Bytes start;
     unsigned bits;
-    /// Where the IPv4 address stands whose place in the network decides.
+    /// The byte at which the contained IPv4 address starts. That address decides.
     int embeddedAt = notPublic;
 };
 
 /// The blocks that are not of the public network: those of IANA's special-purpose address registries
 /// (https://www.iana.org/assignments/iana-ipv4-special-registry and iana-ipv6-special-registry; RFC 6890)
-/// that are not globally reachable as a whole, multicast, and addresses that carry an IPv4 one. Beside each
-/// the document that sets it apart.
+/// that are not globally reachable as a whole, multicast, and addresses that contain an IPv4 one. Beside each
+/// block is the document that reserves it.
 constexpr Block blocks[] = {
     {mapped(0), ipv4 + 8},             // this network (RFC 791)
     {mapped(10), ipv4 + 8},            // private (RFC 1918)
@@ -100,7 +100,7 @@ bool isPublic(const Bytes& address)
 
 struct HostAddress {
     Bytes bytes{};
-    std::uint32_t interface = 0; ///< of a link-local address, which is another host's on each network
+    std::uint32_t interface = 0; ///< of a link-local address: each network has its own hosts
     friend bool operator==(const HostAddress&, const HostAddress&) = default;
 };
 

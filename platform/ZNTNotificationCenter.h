@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-/// Process-wide announcements by name ("MACRO_ADDED"), heard at once and in the order of registration.
+/// Process-wide announcements by name ("MACRO_ADDED"), delivered at once and in the order of registration.
 /// Belongs to the run loop's thread. Observers may come and go while a notification is being delivered.
 class ZNTNotificationCenter
 {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// Where the program reports on itself, for the person who mends it. Any thread may call.
+/// The program's reports about itself, for the person who repairs it. Any thread may call.
 class ZNTPlatformLog
 {
 public:

@@ -9,16 +9,16 @@
 namespace znt
 {
 
-/// Makes `folder` and the folders on the way to it; those that exist keep their mode.
+/// Makes `folder` and the missing folders above it. Folders that exist keep their mode.
 ZNTResult<void> makePrivateFolder(const std::string& folder);
 
-/// Copies `source` to the new file `target`; a failure leaves no half of it behind.
+/// Copies `source` to the new file `target`. If that fails, there is no new file.
 ZNTResult<void> copyToPrivateFile(const std::string& source, const std::string& target);
 
-/// Replaces `path` by `content` in one step: readers, and a crash, meet the old file or the new one.
+/// Replaces the file in one step. A reader sees the old file or the new one, also after a crash.
 ZNTResult<void> replacePrivateFile(const std::string& path, std::string_view content);
 
-/// Empty where it cannot be read.
+/// Empty if the file cannot be read.
 std::string contentOfFile(const std::string& path);
 
 } // namespace znt

@@ -21,7 +21,8 @@ inline constexpr const char* ZNTPOSIXErrorDomain = "NSPOSIXErrorDomain";
 /// The error for an `errno` value, described by the C library.
 ZNTError posixError(int errorNumber);
 
-/// A value, or the reason why there is none. Asking for the one that is not there is our own mistake.
+/// A value, or the error because of which there is none. The caller checks which one it is before it asks for
+/// it.
 template <typename Value>
 class [[nodiscard]] ZNTResult
 {

@@ -7,10 +7,9 @@
 
 struct ZNTAttributedText;
 
-// What the logic needs of the parts of a screen, in its own words. The window answers with widgets, the
-// terminal client and the tests with the plain records of ZNTPlainElements.h. Nobody owns an element
-// through these: whoever holds a pointer is told of it for as long as both live, and null means absent
-// nowhere (an element that a front end does not show is a plain record).
+// What the logic needs of the parts of a screen. The window implements these interfaces with widgets, the
+// terminal client and the tests use the plain records of ZNTPlainElements.h, also for an element that is not
+// shown. Pointers to elements are never null. They do not own the element, which must outlive its user.
 
 class ZNTTextField
 {
@@ -71,7 +70,7 @@ public:
     virtual void setEditable(bool editable) = 0;
 };
 
-/// A table whose rows a controller of ours supplies; it asks for them when told to reload.
+/// A table whose rows a controller supplies. The table asks for them after `reloadData`.
 class ZNTTableView
 {
 public:
@@ -105,7 +104,7 @@ class ZNTPanel
 {
 public:
     virtual ~ZNTPanel() = default;
-    /// Shows it in front with the keyboard; showing it twice is showing it once.
+    /// Shows it in front and gives it the keyboard. A second call changes nothing.
     virtual void show() = 0;
     virtual void close() = 0;
 };

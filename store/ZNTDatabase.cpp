@@ -25,14 +25,14 @@ void makeFileForOwnerAlone(const std::string& path)
         ::close(descriptor);
 }
 
-// Steps of SQLite's machine that a statement may take: a second's worth, and many times what tens of
-// thousands of rows need.
+// How many steps of SQLite's machine a statement may take: about a second of work, and many times what tens
+// of thousands of rows need.
 constexpr int stepsBetweenLooks = 100'000;
 constexpr int mostLooks = 100;
 
-/// A file may come from anywhere: damage, a view in place of a table, or a trigger on one can make the
-/// simplest statement endless. Our tables are plain and need no views; what takes too long otherwise is
-/// interrupted.
+/// The file may come from anywhere. Damage, a view in place of a table, or a trigger can make the simplest
+/// statement endless. Our tables need no views, so these are switched off. Anything else that takes too long
+/// is interrupted.
 void limitStatements(sqlite3* connection, int& looks)
 {
     sqlite3_db_config(connection, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);

@@ -24,10 +24,10 @@ class ZNTDatabaseRow
 public:
     explicit ZNTDatabaseRow(sqlite3_stmt* statement) : statement(statement) {}
 
-    /// 0 where the column is NULL or missing.
+    /// 0 if the column is NULL or missing.
     [[nodiscard]] std::int64_t longValue(std::string_view column) const;
     [[nodiscard]] bool boolValue(std::string_view column) const { return longValue(column) != 0; }
-    /// None where it is NULL or missing.
+    /// None if the column is NULL or missing.
     [[nodiscard]] std::optional<std::u16string> text(std::string_view column) const;
 
 private:
@@ -35,16 +35,14 @@ private:
     sqlite3_stmt* statement;
 };
 
-/// One SQLite connection. Statements are compiled once each and kept by their text. A call that meets a file
-/// locked by another program is repeated after 20 microseconds, for as long as the wait has patience. A
-/// statement that takes SQLite about a second of work fails: only a damaged or foreign file makes one so
-/// long.
+/// One SQLite connection. Statements are compiled once each and kept by their text. If another program has
+/// locked the file, a call is repeated every 20 microseconds until the wait's patience ends. A statement that
+/// takes SQLite about a second of work fails: only a damaged or foreign file makes one take so long.
 class ZNTDatabase
 {
 public:
-    /// Opens the file, making it (for its owner alone) if it is missing. Where that fails every statement
-    /// fails.
-    /// `inMemory` as the path makes a database without a file. `wait` outlives this.
+    /// Opens the file. A missing file is made, readable by its owner alone. If that fails, every statement
+    /// fails. The path `inMemory` makes a database without a file. `wait` outlives this.
     ZNTDatabase(const std::string& path, ZNTStoreWait& wait);
     ~ZNTDatabase();
     ZNTDatabase(const ZNTDatabase&) = delete;
@@ -73,9 +71,9 @@ public:
         return query(sql, parameters, [](const ZNTDatabaseRow&) {});
     }
     [[nodiscard]] std::int64_t lastInsertRowId() const;
-    /// The rows that the last insert, update or delete touched; one that failed does not count.
+    /// How many rows the last successful insert, update or delete changed.
     [[nodiscard]] std::int64_t lastChangedRows() const;
-    /// Why the last opening or statement that failed did so; the code is SQLite's.
+    /// The error of the last opening or statement that failed. The code is SQLite's.
     [[nodiscard]] const ZNTError& lastError() const { return error; }
 
 private:
@@ -88,7 +86,7 @@ private:
     static void finish(sqlite3_stmt* statement);
 
     sqlite3* connection = nullptr;
-    int looks = 0; ///< at the present statement, to see whether it takes too long
+    int looks = 0; ///< how often the present statement was checked for taking too long
     ZNTStoreWait& wait;
     ZNTError error;
     std::unordered_map<std::string, sqlite3_stmt*> statements; ///< by their text; there are some two dozen

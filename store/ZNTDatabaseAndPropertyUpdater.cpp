@@ -29,7 +29,7 @@ constexpr std::string_view seedMuds[] = {
 constexpr std::string_view createAliases =
     R"(CREATE TABLE "ZNTAlias" ("oid" integer NOT NULL PRIMARY KEY AUTOINCREMENT,"name" text NOT NULL,"dataToExecute" text NOT NULL);)";
 
-/// The number under the key, 0 where there is none.
+/// The number under the key, 0 if there is none.
 std::int32_t counterIn(const std::string& path)
 {
     const auto root = znt::dictionaryIn(path);

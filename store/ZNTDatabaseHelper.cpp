@@ -30,7 +30,7 @@ ZNTMacro macroFrom(const ZNTDatabaseRow& row)
 
 ZNTMacroGroup groupFrom(const ZNTDatabaseRow& row)
 {
-    // Group keys are read as 32 bits, narrower than all others; macros are found by what is read here.
+    // Group keys are read as 32 bits, unlike all others. The macros of a group are found by this narrow key.
     return {.oid = static_cast<std::int32_t>(row.longValue("oid")),
             .groupName = row.text("groupName").value_or(u""),
             .macrosList = {}};

@@ -45,7 +45,7 @@ public:
     std::vector<ZNTMacro> getAllMacrosFromDatabaseByMacroGroupId(std::int64_t groupOid);
     /// The active ones only.
     std::vector<ZNTTrigger> loadTriggers();
-    /// The inactive ones too, for who wants to switch one on again.
+    /// The inactive ones too.
     std::vector<ZNTTrigger> loadAllTriggers();
     /// Those the player has not hidden, by name.
     std::vector<ZNTMudList> getAllMudsFromMudList();
@@ -63,21 +63,21 @@ public:
     void updateMacro(const ZNTMacro& macro);
     void deleteMacro(const ZNTMacro& macro);
     void addNewRowMudList(ZNTMudList& entry);
-    /// The stored row becomes visible and the player's own, whatever the record says.
+    /// The stored row always becomes visible and the player's own; these two fields of the record are
+    /// ignored.
     void updateMudListObject(const ZNTMudList& entry);
-    /// Keeps the row but reads it no more. `tableName` is not used.
+    /// Keeps the row but does not read it any more. `tableName` is not used.
     void hideZNTMudListValueFromUser(std::u16string_view tableName, std::int64_t objectIdOfRemovalObject);
     void restoreSystemDefaultMudList();
-    /// Binds `tableName` where the statement wants a key, and so deletes nothing; kept as it is.
+    /// Kept as part of the interface: it binds `tableName` in place of the key and so deletes nothing.
     void removeZNTMudListObjectFromTable(std::u16string_view tableName, std::int64_t objectIdOfRemovalObject);
-    /// Changes no answer of `didLastChangeSucceed`.
     void runSQL(std::string_view statement);
-    /// Recorded commands are not stored.
+    /// Kept as part of the interface: recorded commands are not stored.
     void insertRecordedCommands() {}
 
-    /// Whether the last insert, update, delete, hiding or restoring wrote at least one row. False where the
-    /// database could not be written, and where no row has the key. Of a group it says whether the group
-    /// itself was deleted. Reads do not change the answer.
+    /// Whether the last insert, update, delete, hiding or restoring wrote at least one row. False if the
+    /// database could not be written or no row has the key. For a group: whether the group itself was
+    /// deleted. Reads and `runSQL` do not change the answer.
     [[nodiscard]] bool didLastChangeSucceed() const { return hasLastChangeSucceeded; }
 
 private:

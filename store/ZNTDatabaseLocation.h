@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// Where the database is.
+/// The place of the database.
 class ZNTDatabaseLocation
 {
 public:
@@ -25,7 +25,7 @@ public:
     }
 
     /// Moves the database of an earlier, sandboxed installation here, if there is one, and removes what is
-    /// left of that installation. Offered for an upgrade; nothing calls it.
+    /// left of that installation. Kept as part of the interface: for an upgrade.
     void checkIfContainersExist();
 
 private:

@@ -9,5 +9,5 @@ struct ZNTMacro {
     std::int64_t groupOid = 0;
     std::u16string name; ///< not unique, neither within a group nor across groups
     std::u16string dataToExecute;
-    bool isUnsaved = false; ///< its insert failed: the row with this key is another's
+    bool isUnsaved = false; ///< its insert failed; the key belongs to another row
 };

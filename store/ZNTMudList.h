@@ -14,5 +14,5 @@ struct ZNTMudList {
     bool active = true;             ///< cleared when the game is marked as not available
     bool userCreated = true;        ///< false only as shipped and never saved since
     bool displayToUser = true;      ///< false when the player has hidden it
-    bool isUnsaved = false;         ///< its insert failed: the row with this key is another's
+    bool isUnsaved = false;         ///< its insert failed; the key belongs to another row
 };

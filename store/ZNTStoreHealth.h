@@ -4,7 +4,7 @@
 
 class ZNTDatabase;
 
-/// What can be said of a player's database by looking at it.
+/// Whether a player's database can be used.
 struct ZNTStoreHealth {
     enum class State {
         Usable,

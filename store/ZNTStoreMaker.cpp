@@ -27,7 +27,7 @@ bool exists(const std::string& path)
     return std::filesystem::exists(path, ignored);
 }
 
-/// Renames unless there is something at `to`: plain rename would replace an empty folder.
+/// Renames unless `to` exists. A plain rename would replace an empty folder.
 ZNTResult<void> renameToFree(const std::string& from, const std::string& to)
 {
     int result = ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE);
@@ -38,7 +38,7 @@ ZNTResult<void> renameToFree(const std::string& from, const std::string& to)
     return {};
 }
 
-/// Makes what was done in the folder last, also if the machine stops now.
+/// Makes the folder's changes durable, even if the machine stops now.
 void syncFolder(const std::string& folder)
 {
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -50,8 +50,8 @@ void syncFolder(const std::string& folder)
 
 } // namespace
 
-/// The right to make, move or remove stores, for as long as it lives. The kernel takes it from a program that
-/// is killed; the file stays, because another program may be waiting on it.
+/// While it exists, this program alone may make, move or remove stores. The kernel releases the lock of a
+/// program that is killed. The file stays, because another program may be waiting for it.
 class ZNTStoreMaker::Lock
 {
 public:

@@ -13,7 +13,7 @@ class ZNTStoreWait;
 ///
 /// A store is filled in a folder beside its place and then renamed, so that its place holds nothing or a
 /// whole store, also after a crash or on a full disk. A lock on a file beside both lets one program at a time
-/// do this. What a killed program left is removed by the next one that has the lock.
+/// do this. The next program that has the lock removes what a killed program left.
 class ZNTStoreMaker
 {
 public:
@@ -25,17 +25,16 @@ public:
     {
     }
 
-    /// Makes the store unless its folder exists, and logs why it could not. The path to open afterwards: that
-    /// of a database in memory without any table if a store could not be filled.
+    /// Makes the store unless its folder exists; a failure is logged. Returns the path to open. That is a
+    /// database in memory without any table if no store could be filled.
     std::string preparedDatabasePath();
 
     struct Mended {
         bool succeeded;
         std::string sentence; ///< what was done, or why nothing was
     };
-    /// Puts a store that is missing tables or is damaged aside under a name of its own, with everything in
-    /// its folder, and makes a new one. Anything else is left as it is, also a store that is in use: whether
-    /// a locked database is sound cannot be seen.
+    /// If tables are missing or the database is damaged, renames the store's folder and makes a new store.
+    /// Any other store is left as it is. So is a locked one, because it cannot be checked.
     Mended mend();
 
 private:

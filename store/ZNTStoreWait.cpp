@@ -14,7 +14,8 @@ bool ZNTStoreWait::pause(double seconds)
     const auto before = waited > 0 ? lastPause : clock.timeOfDay();
     clock.sleepFor(seconds);
     lastPause = clock.timeOfDay();
-    // The time of day may be set meanwhile, so no pause counts as less than it is or as more than a second.
+    // Somebody may set the machine's clock meanwhile. So a pause counts at least as long as was asked for and
+    // at most a second.
     waited += std::clamp(std::chrono::duration<double>(lastPause - before).count(), seconds, 1.0);
     if (waited >= nextNotice)
         sayWaiting();

@@ -8,15 +8,15 @@
 #include <limits>
 #include <string>
 
-/// Holds an operation of the store up while another program keeps the database, for as long as that takes.
-/// After a second it says so: once in the platform log, and to the front end.
+/// Lets an operation of the store wait while another program has locked the database. After a second it
+/// reports the wait, once in the platform log and repeatedly to the front end.
 class ZNTStoreWait
 {
 public:
     static constexpr double secondsBeforeNotice = 1.0;
 
-    /// What a front end does meanwhile. Both are called from within the operation that waits, so neither may
-    /// call the store, nor run anything that could.
+    /// The front end's callbacks. Both are called from within the operation that waits. So neither may call
+    /// the store, nor run anything that could call it.
     struct Notice {
         /// Called when a wait has lasted a second, and every 50 ms from then on.
         std::function<void()> waiting;
@@ -27,14 +27,14 @@ public:
     /// Both outlive this.
     ZNTStoreWait(ZNTClock& clock, ZNTPlatformLog& log) : clock(clock), log(log) {}
 
-    /// Takes the place of the notice before. It may be set while nothing waits.
+    /// Replaces the notice before. May be called while nothing waits.
     void setNotice(Notice newNotice) { notice = std::move(newNotice); }
     /// How long a wait may last; without a limit unless set.
     void setPatience(double seconds) { patience = seconds; }
 
-    /// Lets the thread sleep between two tries. False when the patience is at its end: try no more.
+    /// Lets the thread sleep between two tries. False if the patience is at its end; then stop trying.
     [[nodiscard]] bool pause(double seconds);
-    /// The operation goes on, or has been given up.
+    /// Call this when the operation goes on or is given up.
     void end();
 
 private:

@@ -13,5 +13,5 @@ struct ZNTTrigger {
     std::optional<std::u16string> soundFileToPlay; ///< below the sound folder
     bool gag = false;                              ///< a chunk that matched is not spoken
     bool active = false;                           ///< only active triggers are ever loaded
-    bool isUnsaved = false;                        ///< its insert failed: the row with this key is another's
+    bool isUnsaved = false;                        ///< its insert failed; the key belongs to another row
 };

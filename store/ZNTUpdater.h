@@ -27,5 +27,6 @@ private:
     const ZNTFilePlaces& places;
     ZNTPlatformLog& log;
     std::string soundPath;
-    [[maybe_unused]] std::int32_t dataVersion = 0; ///< of the shipped data; there is one version so far
+    /// Kept as part of the interface: the version of the shipped data; there is one version so far.
+    [[maybe_unused]] std::int32_t dataVersion = 0;
 };

@@ -4,10 +4,44 @@
 #include "ZNTConsoleVerbs.h"
 #include "ZNTConsoleWords.h"
 #include "ZNTDatabaseHelper.h"
+#include "ZNTTriggerColumns.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace znt::words;
+
+namespace
+{
+
+/// "--gag and --sound FILE"
+std::u16string optionNames()
+{
+    std::u16string names;
+    for (const auto& column : ZNTTriggerColumns)
+        if (!column.option.empty())
+            names += joined({names.empty() ? u"" : u" and ", column.option,
+                             column.argument.empty() ? u"" : u" ", column.argument});
+    return names;
+}
+
+/// What a trigger does beside its answer: " (gag)", " (sound bell.wav)".
+std::u16string labelsOf(const ZNTTrigger& trigger)
+{
+    std::u16string labels;
+    for (const auto& column : ZNTTriggerColumns) {
+        if (column.label.empty())
+            continue;
+        const auto* flag = std::get_if<bool ZNTTrigger::*>(&column.field);
+        const auto* text = std::get_if<std::optional<std::u16string> ZNTTrigger::*>(&column.field);
+        const auto value = text ? (trigger.**text).value_or(u"") : u"";
+        if (flag ? trigger.**flag : !value.empty())
+            labels += joined({u" (", column.label, value.empty() ? u"" : u" ", value, u")"});
+    }
+    return labels;
+}
+
+} // namespace
 
 ZNTConsoleTriggers::ZNTConsoleTriggers(ZNTConsoleReplies& replies, ZNTDatabaseHelper& database,
                                        std::function<void()> reload)
@@ -45,21 +79,21 @@ void ZNTConsoleTriggers::add(std::u16string_view words)
     finishChange(trigger, u" is on.");
 }
 
-/// Takes "--gag" and "--sound FILE" from the start of `words`. Complains and returns false at any other
+/// Takes the options of the columns from the start of `words`. Complains and returns false at any other
 /// option.
 bool ZNTConsoleTriggers::readOptions(std::u16string_view& words, ZNTTrigger& trigger)
 {
     while (words.starts_with(u"--")) {
         const auto option = firstWord(words);
-        if (option == u"--gag") {
-            trigger.gag = true;
-        } else if (option == u"--sound" && !words.empty()) {
-            trigger.soundFileToPlay = std::u16string(firstWord(words));
-        } else {
-            replies.complain(
-                joined({u"There is no option ", option, u"; there are --gag and --sound FILE."}));
+        const auto* column = std::ranges::find(ZNTTriggerColumns, option, &ZNTTriggerColumn::option);
+        if (column == ZNTTriggerColumns.end() || (!column->argument.empty() && words.empty())) {
+            replies.complain(joined({u"There is no option ", option, u"; there are ", optionNames(), u"."}));
             return false;
         }
+        if (const auto* flag = std::get_if<bool ZNTTrigger::*>(&column->field))
+            trigger.** flag = true;
+        else if (const auto* text = std::get_if<std::optional<std::u16string> ZNTTrigger::*>(&column->field))
+            trigger.** text = std::u16string(firstWord(words));
     }
     return true;
 }
@@ -69,10 +103,8 @@ void ZNTConsoleTriggers::list()
     const auto all = database.loadAllTriggers();
     for (std::size_t at = 0; at < all.size(); ++at) {
         const auto& trigger = all[at];
-        const auto sound = trigger.soundFileToPlay.value_or(u"");
         replies.say(joined({numbered(at), trigger.name, u": ", trigger.check, u" => ", trigger.action,
-                            trigger.gag ? u" (gag)" : u"", sound.empty() ? u"" : u" (sound ", sound,
-                            sound.empty() ? u"" : u")", trigger.active ? u"" : u" (off)"}));
+                            labelsOf(trigger), trigger.active ? u"" : u" (off)"}));
     }
     if (all.empty())
         replies.say(u"There are no triggers yet.");

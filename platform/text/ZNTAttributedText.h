@@ -30,11 +30,11 @@ struct ZNTFont {
 
 enum class ZNTAttributeName : std::uint8_t { Foreground, Background, Font, Underline };
 
-/// What an attribute can hold. Some SGR codes store a bare number where a colour or a font belongs; whoever
-/// shows the text ignores a value of the wrong kind and falls back to the default.
+/// What an attribute can hold. Some SGR codes store a bare number where a colour or a font belongs. A view
+/// ignores a value of the wrong kind and uses the default.
 using ZNTAttributeValue = std::variant<std::monostate, ZNTColour, ZNTFont, int>;
 
-/// The attributes in force over a stretch of text; an entry that holds nothing is not set.
+/// The attributes of a stretch of text. An entry that holds nothing is not set.
 struct ZNTAttributeSet {
     ZNTAttributeValue foreground, background, font, underline;
 
@@ -42,7 +42,7 @@ struct ZNTAttributeSet {
     [[nodiscard]] ZNTAttributeValue& at(ZNTAttributeName name);
     friend bool operator==(const ZNTAttributeSet&, const ZNTAttributeSet&) = default;
 
-    /// As they are shown, with the defaults (white on black, no underline) where a value has the wrong kind.
+    /// As they are shown. A value of the wrong kind counts as the default: white on black, no underline.
     /// A transparent background is black.
     [[nodiscard]] ZNTColour shownForeground() const;
     [[nodiscard]] ZNTColour shownBackground() const;
@@ -51,7 +51,7 @@ struct ZNTAttributeSet {
 };
 
 /// Text with attributes: one string, and runs sorted by where they start. A run reaches to the next one or
-/// the end. Text before the first run, and all of it where there are no runs, has no attributes.
+/// the end. Text before the first run has no attributes.
 struct ZNTAttributedText {
     struct Run {
         std::uint32_t offset; ///< UTF-16 units from the start of `text`
@@ -64,6 +64,6 @@ struct ZNTAttributedText {
     std::vector<ZNTAttributeSet> sets;
 
     [[nodiscard]] bool empty() const { return text.empty(); }
-    /// The set in force at `offset`, or null where there is none. Logarithmic in the number of runs.
+    /// The attributes at `offset`; null if there are none. Logarithmic in the number of runs. For tests.
     [[nodiscard]] const ZNTAttributeSet* attributesAt(std::size_t offset) const;
 };

@@ -21,7 +21,7 @@ struct Tables {
     Names toConverter;
 };
 
-/// GB 2312 has its signs and alphabets in the first rows; the characters in the others have but one name.
+/// The first rows of GB 2312 hold signs and alphabets. The characters of all other rows have one name only.
 constexpr int firstByte = 0xA1, lastByte = 0xFE, lastRowOfSigns = 0xA8;
 
 bool isPrivate(char16_t unit) { return unit >= 0xE000 && unit <= 0xF8FF; }
@@ -40,7 +40,7 @@ UConverter* openStrict(const char* name)
     UErrorCode error = U_ZERO_ERROR;
     UConverter* converter = ucnv_open(name, &error);
     ucnv_setToUCallBack(converter, UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
-    return converter; // null where ICU lacks the table
+    return converter; // null if ICU lacks the table
 }
 
 Tables compared()

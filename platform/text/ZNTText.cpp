@@ -71,7 +71,7 @@ std::u16string textFromUtf8(std::string_view utf8)
 
 std::string utf8FromText(std::u16string_view text)
 {
-    char16_t allBits = 0; // most text is ASCII: told, and narrowed, by loops that the compiler vectorises
+    char16_t allBits = 0; // most text is ASCII; the compiler vectorises the loops that find and narrow it
     for (const auto unit : text)
         allBits |= unit;
     if (allBits < 0x80) {

@@ -9,13 +9,13 @@
 namespace znt
 {
 
-/// Ill-formed sequences become U+FFFD, so nothing that a file or a terminal hands over is refused.
+/// Ill-formed sequences become U+FFFD. So every text of a file or a terminal is accepted.
 std::u16string textFromUtf8(std::string_view utf8);
 /// An unpaired surrogate becomes U+FFFD.
 std::string utf8FromText(std::u16string_view text);
 
-/// The leading decimal number of `text`: blanks, an optional sign, ASCII digits. 0 where there is none, the
-/// nearest representable number where it does not fit, whatever follows is ignored.
+/// The leading decimal number of `text`: blanks, an optional sign, ASCII digits. 0 if there is none, the
+/// nearest representable number if it does not fit. What follows the number is ignored.
 std::int32_t integerValue(std::u16string_view text);
 std::int64_t longValue(std::u16string_view text);
 /// The same for a decimal fraction ("0.5", "50", "-1.25e2").
@@ -27,7 +27,7 @@ std::u16string decimalText(std::int64_t number);
 std::u16string_view trimmedOfBlanks(std::u16string_view text);
 /// Without the spaces (U+0020) and tabs at both ends; other blanks stay.
 std::u16string_view trimmedOfSpacesAndTabs(std::u16string_view text);
-/// The end of `text`, `most` UTF-16 units of it, or all where it has no more.
+/// The last `most` UTF-16 units of `text`, or all of it if it is shorter.
 constexpr std::u16string_view lastUnits(std::u16string_view text, std::size_t most)
 {
     return text.substr(text.size() > most ? text.size() - most : 0);

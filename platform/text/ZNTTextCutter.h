@@ -4,12 +4,12 @@
 #include <string>
 #include <string_view>
 
-/// Takes stretches out of a text, or puts shorter ones in their place, in one pass from front to back: what
-/// stays moves once. Until `finish` only what lies behind the last stretch is as it was.
+/// Removes stretches of a text, or replaces them by shorter ones, in one pass from front to back. Each unit
+/// that stays moves at most once. Until `finish`, only the text behind the last stretch is unchanged.
 class ZNTTextCutter
 {
 public:
-    /// The caller owns `text`, which outlives this and is changed by nobody else meanwhile.
+    /// The caller owns `text`, which outlives this. Nothing else may change it meanwhile.
     explicit ZNTTextCutter(std::u16string& text) : text(text) {}
 
     /// Offsets are those of the whole text. The stretch begins at or behind the end of the one before;
@@ -39,6 +39,6 @@ private:
     }
 
     std::u16string& text;
-    std::size_t written = 0; ///< where what is kept ends
-    std::size_t kept = 0;    ///< where what is not looked at yet begins
+    std::size_t written = 0; ///< end of the text that is finished
+    std::size_t kept = 0;    ///< start of the text that was not looked at yet
 };

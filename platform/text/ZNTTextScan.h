@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-/// Searches that every received character passes through, several times the speed of a unit-by-unit loop.
+/// The searches that look at every received character. They are several times as fast as a simple loop.
 namespace znt
 {
 
