@@ -79,7 +79,6 @@ namespace znt::demo
 {
 
 inline constexpr std::size_t phraseCount = static_cast<std::size_t>(ZNTDemoPhrase::Farewell) + 1;
-inline constexpr auto allPhrases = allOf<ZNTDemoPhrase, phraseCount>();
 
 } // namespace znt::demo
 

@@ -171,8 +171,7 @@ TEST_F(DemoConnection, AFloodWaitsForItsReaderAndComesWhole)
             EXPECT_THAT(flood, HasSubstr("Line 1 of 100000"));
             EXPECT_THAT(flood, HasSubstr("Line 100000 of 100000"));
             std::size_t lines = 0;
-            for (auto at = flood.find(" of 100000:"); at != std::string::npos;
-                 at = flood.find(" of 100000:", at + 1))
+            for (std::size_t at = 0; (at = flood.find(" of 100000:", at)) != std::string::npos; ++at)
                 ++lines;
             EXPECT_EQ(lines, 100'000U);
         } else {

@@ -88,17 +88,10 @@ private:
     void read()
     {
         char bytes[65536];
-        for (;;) {
-            const auto count = recv(descriptor, bytes, sizeof bytes, MSG_DONTWAIT);
-            if (count > 0)
-                received.append(bytes, static_cast<std::size_t>(count));
-            else if (count < 0 && errno == EAGAIN)
-                return;
-            else {
-                hasEnded = true;
-                return;
-            }
-        }
+        auto count = recv(descriptor, bytes, sizeof bytes, MSG_DONTWAIT);
+        for (; count > 0; count = recv(descriptor, bytes, sizeof bytes, MSG_DONTWAIT))
+            received.append(bytes, static_cast<std::size_t>(count));
+        hasEnded = hasEnded || count == 0 || errno != EAGAIN;
     }
 
     VirtualRunLoop& loop;

@@ -18,18 +18,16 @@ constexpr ZNTStringEncoding encodings[] = {ZNTStringEncoding::Ascii, ZNTStringEn
 std::vector<std::u16string> allTexts(const ZNTDemoTexts& texts)
 {
     std::vector<std::u16string> all;
-    for (const auto phrase : allPhrases)
-        all.emplace_back(texts.phrase(phrase));
-    for (const auto room : allRooms) {
-        all.emplace_back(texts.roomName(room));
-        all.emplace_back(texts.roomDescription(room));
-    }
-    for (const auto direction : allDirections)
-        all.emplace_back(texts.direction(direction));
-    for (const auto thing : allThings) {
-        all.emplace_back(texts.thing(thing));
-        all.emplace_back(texts.thingDescription(thing));
-    }
+    const auto add = [&](const auto& table) {
+        for (const auto& row : table)
+            all.emplace_back(row.text);
+    };
+    add(texts.phrases);
+    add(texts.roomNames);
+    add(texts.roomDescriptions);
+    add(texts.directions);
+    add(texts.things);
+    add(texts.thingDescriptions);
     return all;
 }
 
@@ -49,7 +47,6 @@ TEST(DemoTexts, EveryTextCanBeSentInItsEncodingAndIsPlain)
     for (const auto encoding : encodings) {
         for (const auto& text : allTexts(ZNTDemoTexts::forEncoding(encoding))) {
             SCOPED_TRACE(znt::utf8FromText(text));
-            EXPECT_FALSE(text.empty());
             EXPECT_EQ(znt::decodedText(znt::encodedText(text, encoding), encoding), text);
             EXPECT_FALSE(znt::contains(text, u"\x1b")) << "colours are laid on where the text is used";
             EXPECT_FALSE(znt::contains(text, u"!!")) << "a client takes this for a sound tag";
@@ -57,14 +54,13 @@ TEST(DemoTexts, EveryTextCanBeSentInItsEncodingAndIsPlain)
     }
 }
 
-TEST(DemoTexts, TranslationsAskForTheSameWords)
+TEST(DemoTexts, TranslationsHaveTheSamePlaceholders)
 {
-    const auto& english = ZNTDemoTexts::forEncoding(ZNTStringEncoding::Ascii);
+    const auto english = allTexts(ZNTDemoTexts::forEncoding(ZNTStringEncoding::Ascii));
     for (const auto encoding : encodings)
-        for (const auto phrase : allPhrases)
-            EXPECT_EQ(placeholders(ZNTDemoTexts::forEncoding(encoding).phrase(phrase)),
-                      placeholders(english.phrase(phrase)))
-                << znt::utf8FromText(english.phrase(phrase));
+        for (std::size_t at = 0; at < english.size(); ++at)
+            EXPECT_EQ(placeholders(allTexts(ZNTDemoTexts::forEncoding(encoding))[at]),
+                      placeholders(english[at]));
 }
 
 TEST(DemoTexts, LinesAreBrokenBetweenWordsAndNothingIsLost)
