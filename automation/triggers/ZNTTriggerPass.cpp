@@ -18,6 +18,8 @@ constexpr double leastAllowanceOfTrigger = 0.001;
 constexpr double allowanceOfPass = 0.2;
 constexpr double charactersPerAllowance = 256 * 1024;
 
+const std::span<const ZNTTriggerReaction> reactions = znt::triggerReactions();
+
 bool hasSurrogates(std::u16string_view text)
 {
     // Block by block, without a branch for each character, so that the compiler can take many at once.
@@ -186,14 +188,15 @@ std::u16string_view ZNTTriggerPass::groupOf(const ZNTTriggerMatch& match) const
                        static_cast<std::size_t>(match.groupEnd - match.groupStart));
 }
 
-/// Whether a further match of `trigger` would change anything. While answers are given, each match is one.
+/// Whether a further match of `trigger` would change anything. While answers are given, each match causes
+/// one.
 bool ZNTTriggerPass::canChangeAnything(const ZNTTrigger& trigger) const
 {
-    const auto reactions = znt::triggerReactions();
-    return std::any_of(reactions.begin(), reactions.end(), [&](const ZNTTriggerReaction& reaction) {
-        return (isAnswering || reaction.reach == ZNTTriggerReaction::Reach::Chunk) &&
-               reaction.isWanted(trigger, outcome);
-    });
+    return isAnswering ||
+           std::any_of(reactions.begin(), reactions.end(), [&](const ZNTTriggerReaction& reaction) {
+               return reaction.reach == ZNTTriggerReaction::Reach::Chunk &&
+                      reaction.isWanted(trigger, outcome);
+           });
 }
 
 ZNTTriggerPass::Answers ZNTTriggerPass::answer(const ZNTArmedTrigger& armed)
@@ -214,7 +217,7 @@ bool ZNTTriggerPass::react(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& 
 {
     const bool mayAnswer = isAnswering; // an answer may end the answering, but only from the next match on
     const ZNTTriggerOccasion occasion{armed, groupOf(match), actions, log};
-    for (const auto& reaction : znt::triggerReactions()) {
+    for (const auto& reaction : reactions) {
         const bool mayHappen = mayAnswer || reaction.reach == ZNTTriggerReaction::Reach::Chunk;
         if (mayHappen && reaction.isWanted(armed.trigger, outcome) && !reaction.carryOut(occasion, outcome))
             return false;
