@@ -5,7 +5,9 @@
 #include "ZNTTemporaryFolder.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <sqlite3.h>
 #include <string>
@@ -17,27 +19,98 @@ namespace
 {
 
 constexpr const char* file = "Library/Zantor/database/.zantorDB.db";
-constexpr std::size_t mostThousandSteps =
-    1'000; ///< steps, in thousands, that a foreign schema may take to make
+/// How many thousand steps a foreign schema may take to make.
+constexpr std::size_t mostThousandSteps = 1'000;
 
 struct SilentLog final : ZNTPlatformLog {
     void log(std::string_view) override {}
 };
 
-ZNTMacro macro(std::int64_t group)
+using Steps = std::array<std::function<void()>, 3>;
+
+/// Stores a record, changes it and deletes it. If the database is sound and SQLite has stored the record,
+/// each step can be read back.
+void storeAndDelete(const ZNTDatabaseHelper& store, bool isSound, const Steps& steps,
+                    const std::function<bool()>& isStored)
 {
-    return {.oid = 0, .groupOid = group, .name = u"greet", .dataToExecute = u"say hello %1"};
+    steps[0]();
+    const bool counts = isSound && store.didLastChangeSucceed();
+    require(isStored() || !counts, "a stored record can be read");
+    steps[1]();
+    require(isStored() || !counts, "a changed record can be read");
+    steps[2]();
+    require(!isStored() || !counts, "a deleted record cannot be read");
 }
 
-ZNTTrigger trigger()
+void useMacros(ZNTDatabaseHelper& store, bool isSound)
 {
-    return {.oid = 0,
-            .name = u"kick",
-            .check = u"A %1 kicks you hard!",
-            .action = u"kick %1",
-            .soundFileToPlay = u"hit.wav",
-            .gag = true,
-            .active = true};
+    ZNTMacroGroup group{.oid = 0, .groupName = u"friends", .macrosList = {}};
+    store.insertMacroGroup(group);
+    ZNTMacro greet{.oid = 0, .groupOid = group.oid, .name = u"greet", .dataToExecute = u"say hello %1"};
+    const Steps steps{[&] { store.insertMacroSetWithMacroGroup(greet); },
+                      [&] {
+                          greet.dataToExecute = u"wave";
+                          store.updateMacro(greet);
+                          static_cast<void>(store.getMacroFromDatabaseByName(u"greet"));
+                          static_cast<void>(store.getAllMacroNames());
+                          for (const auto& known : store.getAllMacroGroupsFromDatabase())
+                              static_cast<void>(store.getAllMacrosFromDatabaseByMacroGroupId(known.oid));
+                      },
+                      [&] { store.deleteMacro(greet); }};
+    storeAndDelete(store, isSound, steps, [&] {
+        return std::ranges::any_of(
+            store.getAllMacrosFromDatabaseByMacroGroupId(group.oid), [&](const ZNTMacro& each) {
+                return each.oid == greet.oid && each.dataToExecute == greet.dataToExecute;
+            });
+    });
+    store.deleteMacroByOid(group.oid);
+}
+
+void useTriggers(ZNTDatabaseHelper& store, bool isSound)
+{
+    ZNTTrigger kick;
+    kick.check = u"A %1 kicks you hard!";
+    kick.soundFileToPlay = u"hit.wav";
+    kick.gag = true;
+    const Steps steps{[&] { store.insertTrigger(kick); },
+                      [&] {
+                          kick.soundFileToPlay.reset();
+                          store.updateTrigger(kick);
+                          static_cast<void>(store.loadTriggers());
+                      },
+                      [&] { store.deleteTrigger(kick); }};
+    storeAndDelete(store, isSound, steps, [&] {
+        return std::ranges::any_of(store.loadAllTriggers(), [&](const ZNTTrigger& each) {
+            return std::tie(each.oid, each.check, each.gag, each.soundFileToPlay) ==
+                   std::tie(kick.oid, kick.check, kick.gag, kick.soundFileToPlay);
+        });
+    });
+}
+
+void useAddressBook(ZNTDatabaseHelper& store, bool isSound)
+{
+    ZNTMudList mud;
+    mud.port = 4000;
+    const Steps steps{[&] { store.addNewRowMudList(mud); },
+                      [&] {
+                          mud.port = 5000;
+                          store.updateMudListObject(mud);
+                      },
+                      [&] { store.hideZNTMudListValueFromUser(u"ZNTMudList", mud.oid); }};
+    storeAndDelete(store, isSound, steps, [&] {
+        return std::ranges::any_of(store.getAllMudsFromMudList(), [&](const ZNTMudList& each) {
+            return each.oid == mud.oid && each.port == mud.port;
+        });
+    });
+    store.restoreSystemDefaultMudList();
+    store.removeZNTMudListObjectFromTable(u"ZNTMudList", mud.oid);
+}
+
+void useEverything(ZNTDatabaseHelper& store, bool isSound)
+{
+    useMacros(store, isSound);
+    useTriggers(store, isSound);
+    useAddressBook(store, isSound);
 }
 
 /// A home with a database that a player has used.
@@ -51,12 +124,11 @@ struct Home {
     {
         {
             ZNTDatabaseHelper store(places, log);
-            ZNTMacroGroup group{.oid = 0, .groupName = u"friends", .macrosList = {}};
-            store.insertMacroGroup(group);
-            auto stored = macro(group.oid);
-            store.insertMacroSetWithMacroGroup(stored);
-            auto kick = trigger();
-            store.insertTrigger(kick);
+            useEverything(store, false);
+            ZNTMacro macro{.oid = 0, .groupOid = 1, .name = u"kept", .dataToExecute = u"say hello %1"};
+            store.insertMacroSetWithMacroGroup(macro);
+            ZNTTrigger trigger;
+            store.insertTrigger(trigger);
         }
         used = home.read(file);
         schema = soundSchema();
@@ -121,88 +193,6 @@ std::string damaged(std::string image, FuzzInput& damage)
     return image;
 }
 
-/// What is stored in a sound database can be read again, unless SQLite said that it could not be stored.
-class Expectation
-{
-public:
-    Expectation(const ZNTDatabaseHelper& store, bool isSound) : holds(isSound && store.didLastChangeSucceed())
-    {
-    }
-    void operator()(bool isRead) const { require(isRead || !holds, "what is stored can be read again"); }
-
-private:
-    bool holds;
-};
-
-void useMacros(ZNTDatabaseHelper& store, bool isSound)
-{
-    ZNTMacroGroup group{.oid = 0, .groupName = u"new", .macrosList = {}};
-    store.insertMacroGroup(group);
-    auto greet = macro(group.oid);
-    store.insertMacroSetWithMacroGroup(greet);
-    const Expectation expect(store, isSound);
-    const auto isStored = [&] {
-        return std::ranges::any_of(
-            store.getAllMacrosFromDatabaseByMacroGroupId(group.oid), [&](const ZNTMacro& each) {
-                return each.oid == greet.oid && each.dataToExecute == greet.dataToExecute;
-            });
-    };
-    expect(isStored());
-    greet.dataToExecute = u"wave";
-    store.updateMacro(greet);
-    expect(isStored());
-    expect(store.getMacroFromDatabaseByName(u"greet").has_value());
-    expect(!store.getAllMacroNames().empty());
-    for (const auto& known : store.getAllMacroGroupsFromDatabase())
-        static_cast<void>(store.getAllMacrosFromDatabaseByMacroGroupId(known.oid));
-    store.deleteMacro(greet);
-    expect(!isStored());
-    store.deleteMacroByOid(group.oid);
-}
-
-void useTriggers(ZNTDatabaseHelper& store, bool isSound)
-{
-    auto kick = trigger();
-    store.insertTrigger(kick);
-    const Expectation expect(store, isSound);
-    const auto isStored = [&] {
-        return std::ranges::any_of(store.loadAllTriggers(), [&](const ZNTTrigger& each) {
-            return std::tie(each.oid, each.check, each.action, each.gag, each.active, each.soundFileToPlay) ==
-                   std::tie(kick.oid, kick.check, kick.action, kick.gag, kick.active, kick.soundFileToPlay);
-        });
-    };
-    expect(isStored());
-    expect(!store.loadTriggers().empty());
-    kick.soundFileToPlay.reset();
-    store.updateTrigger(kick);
-    expect(isStored());
-    store.deleteTrigger(kick);
-    expect(!isStored());
-}
-
-void useAddressBook(ZNTDatabaseHelper& store, bool isSound)
-{
-    ZNTMudList mud;
-    mud.name = u"Home";
-    mud.port = 4000;
-    store.addNewRowMudList(mud);
-    const Expectation expect(store, isSound);
-    const auto isShown = [&] {
-        return std::ranges::any_of(store.getAllMudsFromMudList(), [&](const ZNTMudList& each) {
-            return each.oid == mud.oid && each.port == mud.port;
-        });
-    };
-    expect(isShown());
-    mud.port = 5000;
-    store.updateMudListObject(mud);
-    expect(isShown());
-    store.hideZNTMudListValueFromUser(u"ZNTMudList", mud.oid);
-    expect(!isShown());
-    store.restoreSystemDefaultMudList();
-    expect(isShown());
-    store.removeZNTMudListObjectFromTable(u"ZNTMudList", mud.oid);
-}
-
 } // namespace
 
 /// The database as a player's home may hold it. The first byte says what the rest is: "R" the file itself,
@@ -223,8 +213,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const bool isSound = kind != 'R' && home.soundSchema() == home.schema;
     ZNTDatabaseHelper store(home.places, home.log);
-    useMacros(store, isSound);
-    useTriggers(store, isSound);
-    useAddressBook(store, isSound);
+    useEverything(store, isSound);
     return 0;
 }

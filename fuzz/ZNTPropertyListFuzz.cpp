@@ -21,10 +21,8 @@ struct SilentLog final : ZNTPlatformLog {
 
 std::string listWith(std::string_view number)
 {
-    return R"(<?xml version="1.0" encoding="UTF-8"?>
-<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
-<plist version="1.0"><dict><key>update_db</key><integer>)" +
-           std::string(number) + "</integer></dict></plist>\n";
+    return "<plist version=\"1.0\"><dict><key>update_db</key><integer>" + std::string(number) +
+           "</integer></dict></plist>\n";
 }
 
 /// The number that all of `bytes` is. The library reads one with a leading zero as an octal number.

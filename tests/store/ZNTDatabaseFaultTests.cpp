@@ -54,7 +54,7 @@ void giveUpPrivileges()
 
 /// A clock by which another program locks a database. A pause takes a millisecond at least, as on a busy
 /// machine.
-struct LockingClock final : ZNTClock {
+struct LockingClock final : ZNTClock { // one for each test, never copied
     double seconds = 0;
     double shortestPause = 1, longestPause = 0;
 
@@ -64,8 +64,6 @@ struct LockingClock final : ZNTClock {
         release();
         sqlite3_close(other);
     }
-    LockingClock(const LockingClock&) = delete;
-    LockingClock& operator=(const LockingClock&) = delete;
 
     void lockFor(double duration)
     {
