@@ -23,7 +23,7 @@ protected:
     {
         inserted.clear();
         caretPlaces.clear();
-        // The bus is started for us, and Qt tells nobody anything before it answers.
+        // Qt announces nothing before the accessibility bus has answered.
         for (int turn = 0; turn < 100 && !QAccessible::isActive(); ++turn)
             settle();
         EXPECT_TRUE(QAccessible::isActive());
@@ -87,7 +87,7 @@ TEST_F(OutputAccessible, UnitsOfEveryKindTileTheText)
     EXPECT_EQ(text()->textAtOffset(2, QAccessible::SentenceBoundary, &start, &end), u"You stand here. "_s);
 }
 
-TEST_F(OutputAccessible, WhatArrivesIsToldOnceARefreshAndAFloodByItsEnd)
+TEST_F(OutputAccessible, NewTextIsAnnouncedOnceARefreshAndAFloodByItsEnd)
 {
     for (int line = 0; line < 20; ++line)
         view.append(coloured(u"hello\r\n"));

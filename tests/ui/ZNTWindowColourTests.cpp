@@ -171,7 +171,7 @@ TEST_F(ZNTWindowColours, BordersAndThumbsOfScrollBarsStandOut)
     });
 }
 
-TEST_F(ZNTWindowColours, WhatIsDisabledLooksSoInEachLook)
+TEST_F(ZNTWindowColours, DisabledControlsLookDisabledInEachLook)
 {
     QPushButton button(u"Button"_s);
     QCheckBox box(u"Mark"_s);

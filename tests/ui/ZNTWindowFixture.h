@@ -66,7 +66,7 @@ protected:
     {
         alert.setMainWindow(&window);
         window.show();
-        window.activateWindow(); // nobody manages windows here
+        window.activateWindow(); // there is no window manager here
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 

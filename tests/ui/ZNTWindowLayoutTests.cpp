@@ -24,7 +24,7 @@ namespace
 
 constexpr int rounding = 1; // of what several rows share
 
-std::string told(const QWidget& widget)
+std::string described(const QWidget& widget)
 {
     const auto* button = qobject_cast<const QAbstractButton*>(&widget);
     const auto* label = qobject_cast<const QLabel*>(&widget);
@@ -95,16 +95,16 @@ void lookAt(const QWidget& widget, Faults& faults)
 {
     const QSize needed = neededBy(widget);
     if (widget.width() < needed.width() || widget.height() < needed.height())
-        faults.push_back(told(widget) + " needs " + std::to_string(needed.width()) + " x " +
+        faults.push_back(described(widget) + " needs " + std::to_string(needed.width()) + " x " +
                          std::to_string(needed.height()));
     const QWidget& around = *widget.parentWidget();
     if (!isInScrolledContent(widget) && !around.rect().contains(widget.geometry()))
-        faults.push_back(told(widget) + " sticks out of " + told(around));
+        faults.push_back(described(widget) + " sticks out of " + described(around));
     if (const auto* header = qobject_cast<const QHeaderView*>(&widget))
         lookAtHeadings(*header, faults);
     const auto* area = qobject_cast<const QScrollArea*>(&widget);
     if (area && area->widget()->width() > area->viewport()->width())
-        faults.push_back(told(widget) + " must be scrolled sideways");
+        faults.push_back(described(widget) + " must be scrolled sideways");
 }
 
 Faults cutIn(QWidget& window)
@@ -118,14 +118,14 @@ Faults cutIn(QWidget& window)
         for (auto other = one + 1; other != shown.end(); ++other)
             if ((*one)->parentWidget() == (*other)->parentWidget() &&
                 (*one)->geometry().intersects((*other)->geometry()))
-                faults.push_back(told(**one) + " and " + told(**other) + " overlap");
+                faults.push_back(described(**one) + " and " + described(**other) + " overlap");
     }
     return faults;
 }
 
 void expectNothingCut(QWidget& window)
 {
-    SCOPED_TRACE(told(window));
+    SCOPED_TRACE(described(window));
     EXPECT_GT(shownIn(window).size(), 2U);
     QTest::qWait(1);
     Faults faults;

@@ -251,7 +251,7 @@ TEST_F(ZNTWindowPlay, WhatIsDoneWithoutAConnectionSaysSo)
     EXPECT_TRUE(status().startsWith(u"Not connected, recording"_s));
 }
 
-TEST_F(ZNTWindowPlay, AGameThatCannotBeReachedIsTold)
+TEST_F(ZNTWindowPlay, AnAlertSaysThatAGameCannotBeReached)
 {
     fill(*window.ipAddress, "127.0.0.1");
     fill(*window.port, "1");

@@ -62,7 +62,7 @@ int exitCodeAfter(const std::function<void()>& action)
 
 } // namespace
 
-TEST_F(ZNTWindowSheets, WhatIsOpenInFrontOfTheWindowDoesNotKeepItOpen)
+TEST_F(ZNTWindowSheets, AnOpenDialogDoesNotKeepTheWindowOpen)
 {
     playDemo(); // nor does a connection
     std::vector<bool> answers;

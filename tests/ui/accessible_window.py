@@ -172,7 +172,7 @@ class AccessibleProgram:
             pass
 
     def _is_too_early(self, field):
-        """Whether a field tells of its caret while the focus is known to be elsewhere in its window."""
+        """Whether a field announces its caret while the focus is known to be elsewhere in its window."""
         if self.focused is None or not has(field, State.FOCUSED):
             return False
         if window_of(field).path != window_of(self.focused).path:

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""What a blind player hears: a real Orca on a screen and buses of its own, and a speech service that records.
+"""What is spoken to a blind player: a real Orca on a screen and buses of its own, and a speech service that records.
 
 Usage: screen_reader_test.py PROBE. Exits 77 (skipped) where a tool is missing.
 """
