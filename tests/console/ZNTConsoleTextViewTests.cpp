@@ -19,6 +19,20 @@ TEST(ZNTConsoleTextView, EveryLineEndIsOneLineFeedWhereverItIsCut)
     }
 }
 
+TEST(ZNTConsoleTextView, NoControlCharacterOfTheServersPassesAndEverythingElseDoes)
+{
+    std::u16string all, expected;
+    for (char16_t unit = 0; unit < 0x100; ++unit)
+        if (unit != u'\n' && unit != u'\r') {
+            all += unit;
+            if (unit == u'\t' || (unit >= 0x20 && unit < 0x7F) || unit > 0x9F)
+                expected += unit;
+        }
+    View view;
+    view << all << u"\x1b]0;title\x07";
+    EXPECT_EQ(znt::textFromUtf8(view.written), expected + u"]0;title");
+}
+
 TEST(ZNTConsoleTextView, ACharacterCutInTwoIsOneCharacterAndHalfOfOneIsMarked)
 {
     View view;

@@ -56,6 +56,24 @@ TEST(AsyncReadPacket, ATerminatorCutBetweenWhatWasReadAndWhatIsKeptEndsTheReadRi
     }
 }
 
+TEST(AsyncReadPacket, WithoutPreBufferingNoByteBehindATerminatorIsAskedFor)
+{
+    for (const std::string line : {"one\r\r\n", "\r\n", "<-<->"}) {
+        AsyncSocketPreBuffer ahead;
+        AsyncReadPacket read;
+        read.buffer = std::make_shared<std::string>();
+        read.term = line.back() == '\n' ? "\r\n" : "<->";
+        auto state = AsyncReadState::Unfinished;
+        while (state == AsyncReadState::Unfinished) {
+            const auto count = read.bytesToAskFor(100, false);
+            ASSERT_LE(read.bytesDone + count, line.size());
+            line.copy(read.roomFor(count), count, read.bytesDone);
+            state = read.tookFromNetwork(count, ahead, false);
+        }
+        EXPECT_EQ(read.data(), line);
+    }
+}
+
 TEST_F(AsyncSocketReadTest, WhatWasReadAheadGoesToTheNextReadOfEveryKind)
 {
     connect();

@@ -101,6 +101,8 @@ TEST_F(AsyncSocketWriteTest, DisconnectAfterWritingSendsEverythingInOrderFirstAn
     socket->writeData("quit\r\n", -1, 3);
     socket->flushQueuedWrites();
     EXPECT_TRUE(heard.events.empty());
+    peer.takeWhatArrived();
+    EXPECT_TRUE(peer.received().starts_with("look\r\n")) << "before the loop turns";
     socket->readDataWithTimeout(-1, 4); // a read that waits keeps nothing open
     socket->disconnectAfterWriting();
     socket->writeData("too late\r\n", -1, 5);

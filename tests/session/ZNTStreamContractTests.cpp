@@ -103,9 +103,13 @@ TYPED_TEST(StreamContract, SilenceTicksUntilBytesComeAndEachReadTakesWhatIsThere
     EXPECT_EQ(this->eventsWithin(1), Events{});
     this->read(3);
     EXPECT_EQ(this->nextEvents(1), Events{"read 3 kept for the next read"});
+    this->read(4);
+    this->loop.turn(2);
+    this->game.send("more");
+    EXPECT_EQ(this->nextEvents(1), Events{"read 4 more"});
 
     this->extension = 0;
-    this->read(4);
+    this->read(5);
     EXPECT_EQ(this->eventsWithin(0.5),
               (Events{"silent for 0.5", "ending: Read operation timed out", "disconnected"}));
     EXPECT_EQ(this->loop.pendingTimers(), 0u);

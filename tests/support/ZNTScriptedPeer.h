@@ -35,6 +35,8 @@ public:
     /// Leaves what the client sends in the network, so that its writes come to a halt.
     void stopReading() { setReading(false); }
     void resumeReading() { setReading(true); }
+    /// Reads a piece of what has arrived at this moment, without a turn of the loop.
+    void takeWhatArrived() { serve(RunLoopInterest::Readable); }
     /// Keeps little room for what is not read yet. For connections accepted from now on.
     void makeReceiveBufferSmall();
 
