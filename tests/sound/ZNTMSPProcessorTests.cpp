@@ -261,7 +261,7 @@ TEST_F(Processor, OnlyAHigherPriorityCutsInAndMusicMeasuresAgainstZero)
     EXPECT_TRUE(last().playsNow);
 }
 
-TEST_F(Processor, ASoundThatWasCutOffStaysSilentAndOneThatNobodyCanPlayStillCutsIn)
+TEST_F(Processor, ASoundThatWasCutOffStaysSilentAndAMissingOneStillCutsIn)
 {
     process(u"!!SOUND(a/b.wav L=5 P=1)");
     auto& first = last();
@@ -281,7 +281,7 @@ TEST_F(Processor, ASoundThatWasCutOffStaysSilentAndOneThatNobodyCanPlayStillCuts
     EXPECT_EQ(processor._sounds(), nullptr);
 }
 
-TEST_F(Processor, AUrlIsMeasuredWhenItsSoundHasComeAndWhatOutranksItMeanwhileKeepsTheChannel)
+TEST_F(Processor, AFetchedSoundIsRankedOnArrivalAndLosesToAHigherOne)
 {
     sounds.urlsTakeTime = true;
     const auto ask = [&](const char16_t* rank) {
@@ -385,7 +385,7 @@ TEST_F(Processor, ATriggersSoundPlaysBesideTheChannelsByItsExactName)
     EXPECT_EQ(sounds.made.size(), 3u);
 }
 
-TEST_F(Processor, ANoticeThatComesAfterTheProcessorsEndMeetsNobody)
+TEST_F(Processor, ANoticeAfterTheProcessorsEndDoesNothing)
 {
     {
         ZNTMSPProcessor brief(places, sounds);

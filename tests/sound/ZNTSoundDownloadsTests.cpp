@@ -144,7 +144,7 @@ TEST_F(SoundDownloads, ARedirectLeadsNowhereThatTheGameMayNotGo)
     EXPECT_LE(redirecting.requests(), 20);
 }
 
-TEST_F(SoundDownloads, WhatIsNotWholeOrNoSoundIsNotFetchedAndNotKept)
+TEST_F(SoundDownloads, PartialDownloadsAndWebPagesAreRejected)
 {
     ZNTSoundDownloads downloads(loop, cache);
     for (const auto* path : {"/page", "/half", "/missing"})
@@ -166,7 +166,7 @@ TEST_F(SoundDownloads, AnEndlessBodyIsCutOffAtTheCap)
     EXPECT_LT(server.bytesSent() - before, 16U << 20);
 }
 
-TEST_F(SoundDownloads, ASilentServerIsGivenUpInTime)
+TEST_F(SoundDownloads, ASilentServerIsGivenUpAfterTheTimeLimit)
 {
     ZNTSoundDownloads downloads(loop, cache, {.seconds = 0.2});
     EXPECT_EQ(fetch(downloads, server.url("/slow0")), "");
@@ -206,7 +206,7 @@ TEST_F(SoundDownloads, AFloodOfRequestsFailsInsteadOfPilingUp)
     EXPECT_TRUE(loop.runUntil([&] { return stillWaiting() == 9; }));
 }
 
-TEST_F(SoundDownloads, AnEndWaitsForNoServer)
+TEST_F(SoundDownloads, TheEndDoesNotWaitForAServer)
 {
     const auto start = std::chrono::steady_clock::now();
     for (int round = 0; round < 5; ++round) {
@@ -219,7 +219,7 @@ TEST_F(SoundDownloads, AnEndWaitsForNoServer)
     loop.runPosted();
 }
 
-TEST_F(SoundDownloads, AreKeptByUrlForThePlayerAloneUpToASize)
+TEST_F(SoundDownloads, AreKeptByUrlUpToASizeReadableByThePlayerAlone)
 {
     const auto url = server.url("/rain.wav");
     for (int round = 0; round < 2; ++round) {

@@ -118,7 +118,7 @@ TEST_F(SpeechService, AStopSilencesWithinFiftyMillisecondsAndDropsTheRest)
     EXPECT_EQ(service.said().size(), 2u);
 }
 
-TEST_F(SpeechService, WhatTheDesktopSilencesIsOver)
+TEST_F(SpeechService, ATextThatTheDesktopSilencesCountsAsEnded)
 {
     service.start();
     service.speakingTime = 10s;
@@ -247,7 +247,7 @@ TEST_F(SpeechService, OneThatStopsAnsweringHoldsUpNeitherTheGameNorItsEnd)
     }
 }
 
-TEST_F(SpeechService, TheEndOfTheEngineIsTheEndOfItsThreadAlsoJustAfterTheServiceDied)
+TEST_F(SpeechService, TheThreadEndsWithTheEngineAlsoJustAfterTheServiceDied)
 {
     for (int round = 0; round < 10; ++round) {
         service.start();
