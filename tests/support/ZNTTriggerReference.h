@@ -1,8 +1,11 @@
 #pragma once
 
 #include "ZNTIcuReference.h"
+#include "ZNTRecordedActions.h"
+#include "ZNTTestPlatform.h"
 #include "ZNTText.h"
 #include "ZNTTrigger.h"
+#include "ZNTTriggerList.h"
 
 #include <algorithm>
 #include <optional>
@@ -91,3 +94,24 @@ private:
         commands.insert(commands.end(), sent.begin(), sent.end());
     }
 };
+
+/// Compares what `list`, which has these triggers, does with `text` with what ICU does, and with a pass in
+/// many parts. Empty if they agree, or if one of them took too long.
+inline std::string differenceFromIcu(const std::vector<ZNTTrigger>& triggers, ZNTTriggerList& list,
+                                     ZNTRecordedLog& log, std::u16string_view text)
+{
+    log.lines.clear();
+    ZNTTriggerReference reference;
+    reference.passOver(triggers, text);
+    ZNTRecordedActions actions, inParts;
+    const bool isGagged = actions.passOver(list, text);
+    inParts.hasTime = false; // the turn ends wherever the pass asks
+    const bool isGaggedInParts = inParts.passOver(list, text);
+    if (reference.isSlow || hasSlowTrigger(log.lines))
+        return "";
+    if (actions.done != reference.commands)
+        return "the commands differ";
+    if (isGagged != reference.isGagged)
+        return "the gags differ";
+    return inParts.done == actions.done && isGaggedInParts == isGagged ? "" : "a pass in parts differs";
+}
