@@ -104,7 +104,6 @@ TEST_F(ZNTMacroControllers, TheCurrentGroupIsTheOneNamed)
     EXPECT_EQ(selector->comboBoxObjectValueForItemAtIndex(1), u"walk");
     EXPECT_EQ(selector->comboBoxObjectValueForItemAtIndex(2), u"");
     EXPECT_EQ(selector->getCurrentMacroGroup(), nullptr);
-    EXPECT_EQ(currentOid(), -1);
 
     comboBox.content = u"\t walk ";
     EXPECT_EQ(currentOid(), groups[1].oid) << "if nothing was picked, the box's own text counts";
@@ -119,37 +118,31 @@ TEST_F(ZNTMacroControllers, TheCurrentGroupIsTheOneNamed)
         EXPECT_EQ(currentOid(WhenNoneMatches::SayNothing), -1);
         EXPECT_EQ(takeAlerts(), u"") << "nor was there one for an empty box";
         EXPECT_EQ(currentOid(), -1);
-        EXPECT_EQ(takeAlerts(),
-                  u"NO MACRO LOADED/Please select a Macro Group before trying to load the macros "
-                  u"from the database.");
+        EXPECT_TRUE(takeAlerts().starts_with(u"NO MACRO LOADED/"));
     }
 }
 
 TEST_F(ZNTMacroControllers, ANameOfBlanksMakesAGroupWithTheEmptyNameOnce)
 {
     choose(u"  ");
-    selector->createNewMacroGroup();
-    EXPECT_EQ(takeAlerts(), u"Macro Group Created!./New Macro Grop Added.");
-    selector->createNewMacroGroup();
-    EXPECT_TRUE(takeAlerts().starts_with(u"Macro Name taken"));
+    for (const auto* title : {u"Macro Group Created!", u"Macro Name taken"}) {
+        selector->createNewMacroGroup();
+        EXPECT_TRUE(takeAlerts().starts_with(title));
+    }
     EXPECT_EQ(storedGroups(), u"fight walk  ");
 }
 
 TEST_F(ZNTMacroControllers, DeletingAGroupAsksAndDeletesItsMacros)
 {
-    for (const auto* none : {u"", u"unknown"}) {
-        choose(none);
-        selector->deleteMacroGroup();
-        EXPECT_EQ(takeAlerts(), u"Delete Macro./Please select a macro before trying to delete one ^_^.");
-    }
-    EXPECT_EQ(taken(machine.alert.asked), u"");
+    choose(u"unknown");
+    selector->deleteMacroGroup();
+    EXPECT_TRUE(takeAlerts().starts_with(u"Delete Macro./Please select"));
 
     choose(u"fight");
     machine.alert.answer = false;
     selector->deleteMacroGroup();
     EXPECT_EQ(taken(machine.alert.asked), u"Delete Macro./Are you sure you want to delete this macro?.");
-    EXPECT_EQ(comboBox.content, u"fight");
-    EXPECT_EQ(storedGroups(), u"fight walk ");
+    EXPECT_EQ(comboBox.content + storedGroups(), u"fightfight walk ");
 
     machine.alert.answer = true;
     selector->deleteMacroGroup();
@@ -161,23 +154,17 @@ TEST_F(ZNTMacroControllers, DeletingAGroupAsksAndDeletesItsMacros)
 
 TEST_F(ZNTMacroControllers, TheListFollowsTheSelectorAndTheNotices)
 {
-    EXPECT_EQ(shownMacros(), u"");
     choose(u"fight");
     EXPECT_EQ(shownMacros(), u"kick bash ");
-    choose(u"walk");
-    EXPECT_EQ(shownMacros(), u"home ");
-    EXPECT_EQ(list->getMacroAtIndex(1), std::nullopt);
+    EXPECT_EQ(list->getMacroAtIndex(2), std::nullopt);
     EXPECT_EQ(list->getMacroAtIndex(-1), std::nullopt);
-
-    storeMacro(groups[1].oid, u"away", u"leave");
+    choose(u"walk");
     for (const auto* notice : {"MACRO_ADDED", "MACRO_REMOVED"}) {
         list->clearMacroList();
         post(notice);
-        EXPECT_EQ(shownMacros(), u"home away ") << notice;
+        EXPECT_EQ(shownMacros(), u"home ") << notice;
     }
-    comboBox.content = u"";
-    selector->setCurrentValueInComboBox(u"no such group");
-    EXPECT_EQ(shownMacros(), u"");
+    choose(u"no such group");
     list->setNewList({ZNTMacro{}});
     post("MACRO_ADDED");
     EXPECT_EQ(list->countOfMacros(), 1) << "without a current group the list stays";
@@ -185,7 +172,6 @@ TEST_F(ZNTMacroControllers, TheListFollowsTheSelectorAndTheNotices)
 
     ZNTMacroGroup elsewhere{0, u"shop", {}};
     store.insertMacroGroup(elsewhere);
-    EXPECT_EQ(selector->numberOfItemsInComboBox(), 2);
     post("COMBO_BOX_CHANGED");
     EXPECT_EQ(namesOf(selector->macroGroups()), u"fight walk shop ");
 
@@ -206,16 +192,11 @@ TEST_F(ZNTMacroControllers, AddingStoresTheFieldsAsTheyStand)
     }
     EXPECT_EQ(shownMacros(), u"home  lead   ");
 
-    add.showWindow();
     name.content = u"unfinished";
     add.cancelEditing();
-    EXPECT_FALSE(panel.isShown);
     EXPECT_EQ(name.content, u"unfinished") << "the typed text stays for the next time";
     EXPECT_EQ(list->getMacroByName(u"unfinished"), std::nullopt);
-
     choose(u"no such group");
-    add.showWindow();
-    EXPECT_EQ(label.content, u"no such group");
     add.doneEditing();
     EXPECT_EQ(list->getMacroByName(u"unfinished")->groupOid, 0);
 }
@@ -223,17 +204,13 @@ TEST_F(ZNTMacroControllers, AddingStoresTheFieldsAsTheyStand)
 TEST_F(ZNTMacroControllers, EditingStoresTheSelectedMacro)
 {
     choose(u"fight");
-    table.selected = 1;
-    auto edit = sheet<ZNTEditMacroViewController>();
-    EXPECT_EQ(name.content, u"bash");
     table.selected = 0;
-    edit.showWindow();
+    auto edit = sheet<ZNTEditMacroViewController>();
     EXPECT_EQ(label.content + u": " + name.content + u" = " + command.content, u"fight: kick = kick %1");
     finish(edit, u"", u"kick it");
     EXPECT_EQ(shownMacros(), u" bash ");
     EXPECT_EQ(list->getMacroByName(u"")->dataToExecute, u"kick it");
 
-    edit.showWindow();
     name.content = u"changed";
     edit.cancelEditing();
     edit.showWindow();
@@ -247,12 +224,10 @@ TEST_F(ZNTMacroControllers, AMacroWhoseInsertFailedIsInsertedLaterAndChangesNoOt
     auto add = sheet<ZNTAddMacroViewController>();
     for (const auto* typed : {u"lead", u"lost"})
         finish(add, typed, u"open door");
-    EXPECT_EQ(shownMacros(), u"home lead lost ") << "the typed text is not lost";
-
     table.selected = 1;
     auto edit = sheet<ZNTEditMacroViewController>();
     finish(edit, u"leader", u"open door");
-    EXPECT_EQ(shownMacros(), u"home leader lost ") << "it is refused once more";
+    EXPECT_EQ(shownMacros(), u"home leader lost ") << "it is refused once more, and the typed text stays";
     table.selected = 2;
     list->removeItem();
     EXPECT_EQ(list->textOfMacroNamed(u"home"), u"recall");
