@@ -1,7 +1,5 @@
 #include "ZNTConsoleScreen.h"
 
-#include <iterator>
-
 ZNTSessionScreen ZNTConsoleScreen::elements()
 {
     ZNTSessionScreen elements;
@@ -14,12 +12,7 @@ ZNTSessionScreen ZNTConsoleScreen::elements()
     elements.myProgressIndicator = &spinner;
     elements.macroTable = &macroTable;
     elements._voiceOver = &voiceOver;
-    ZNTButton** directions[] = {&elements.northButton,     &elements.southButton,
-                                &elements.eastButton,      &elements.westButton,
-                                &elements.northEastButton, &elements.northWestButton,
-                                &elements.southEastButton, &elements.southWestButton,
-                                &elements.upButton,        &elements.downButton};
-    for (std::size_t at = 0; at < std::size(directions); ++at)
-        *directions[at] = &directionButtons[at];
+    for (std::size_t at = 0; at < ZNTDirections.size(); ++at)
+        elements.directionButtons[at] = &directionButtons[at];
     return elements;
 }

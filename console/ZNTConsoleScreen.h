@@ -19,7 +19,8 @@ public:
 
 private:
     ZNTTextView& outputView;
-    ZNTPlainButton connectionButton, directionButtons[10];
+    ZNTPlainButton connectionButton;
+    std::array<ZNTPlainButton, ZNTDirections.size()> directionButtons;
     ZNTPlainSpinner spinner;
     ZNTPlainTableView macroTable;
     ZNTPlainTextArea voiceOver;

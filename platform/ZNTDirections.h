@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-/// The ten ways to go, in the order of ZNTDirections.
+/// The ways to go. The order is that of ZNTDirections.
 enum class ZNTDirection { NorthWest, North, NorthEast, West, East, SouthWest, South, SouthEast, Up, Down };
 
 /// Everything that the client sends, shows and binds for one way to go. A key is written as "Alt+PgUp";
@@ -19,11 +19,11 @@ struct ZNTDirectionRow {
     std::string_view keypadKey;     ///< on the numeric keypad
     std::string_view keypadKeyName; ///< in words, because speech leaves lone signs out
     std::string_view otherKey;      ///< for keyboards without a numeric keypad
-    int row, column;                ///< on the compass; row 3 is below the rose
+    int row, column;                ///< on the compass. Row 3 is below the rose; its column is not read
 };
 
 /// In the order in which they are laid out and in which Tab visits them.
-inline constexpr std::array<ZNTDirectionRow, 10> ZNTDirections{{
+inline constexpr auto ZNTDirections = std::to_array<ZNTDirectionRow>({
     {ZNTDirection::NorthWest, u"northwest", "Northwest", "NW", "northWestButton", "No&rthwest", "Num+7", "7",
      "Alt+Home", 0, 0},
     {ZNTDirection::North, u"north", "North", "N", "northButton", "&North", "Num+8", "8", "Alt+Up", 0, 1},
@@ -40,7 +40,7 @@ inline constexpr std::array<ZNTDirectionRow, 10> ZNTDirections{{
     {ZNTDirection::Up, u"up", "Up", "Up", "upButton", "U&p", "Num+-", "minus", "Alt+Shift+Up", 3, 0},
     {ZNTDirection::Down, u"down", "Down", "Down", "downButton", "&Down", "Num++", "plus", "Alt+Shift+Down", 3,
      1},
-}};
+});
 
 namespace znt
 {

@@ -171,9 +171,7 @@ void ZNTServerConnectController::disableAlmostAllWidgets() { setAlmostAllWidgets
 void ZNTServerConnectController::setAlmostAllWidgetsEnabled(bool enabled)
 {
     screen.textToServer->setEnabled(enabled);
-    for (ZNTButton* button : {screen.northButton, screen.southButton, screen.eastButton, screen.westButton,
-                              screen.northEastButton, screen.northWestButton, screen.southEastButton,
-                              screen.southWestButton, screen.upButton, screen.downButton})
+    for (ZNTButton* button : screen.directionButtons)
         button->setEnabled(enabled);
 }
 

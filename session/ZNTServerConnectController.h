@@ -53,7 +53,7 @@ struct ZNTSessionServices {
     std::function<void(ZNTSessionChange what)> sessionChanged;
     /// Called after received text was put into the output view. Optional.
     std::function<void()> textShown = {};
-    /// Called, while connected, after each half second without a byte. Optional.
+    /// Called, while connected, after each half second without a byte, if reading is not held. Optional.
     std::function<void()> silencePassed = {};
     /// What the player has set; later changes come through `setSettings`.
     ZNTSettings settings = {};
@@ -113,6 +113,9 @@ public:
     /// Double click on the macro table: sends the selected macro's text as it stands.
     void invokeMacro();
 
+    /// A direction button or key: sends its word.
+    void sendToServer(ZNTDirection direction);
+    // Kept as part of the interface: one operation for each of the ten.
     void sendNorthToServer();
     void sendSouthToServer();
     void sendEastToServer();
@@ -143,7 +146,7 @@ public:
     void processMessage(std::optional<std::u16string_view> text);
     /// For a screen that takes its time: while it is full, nothing further is taken from the network.
     void setScreenFull(bool isFull);
-    /// Flushes what is held back, as half a second of silence does.
+    /// Shows what is held back. Half a second of silence calls it.
     void timeUp();
     /// For a front end that quits: shows at once all that came in. Of a chunk whose triggers have much to
     /// answer the rest is not answered.
@@ -271,7 +274,7 @@ private:
 
     // The screen
     void showMudNotResponding();
-    /// The command line and the ten direction buttons: what needs a connection.
+    /// The command line and the direction buttons: what needs a connection.
     void enableAlmostAllWidgets();
     void disableAlmostAllWidgets();
     void setAlmostAllWidgetsEnabled(bool enabled);
@@ -309,7 +312,7 @@ private:
     std::unique_ptr<ZNTCommandInterpreter> commandInterpreter;
     std::unique_ptr<ZNTParserUtility> _zntParserUtility;
     std::unique_ptr<ZNTReceiver> receiver;
-    ZNTHeldBackText mudServerTextSentBuffer;
+    ZNTHeldBackText mudServerTextSentBuffer; ///< received, not yet shown
     std::unique_ptr<ZNTTriggerList> triggers;
     std::unique_ptr<Answers> answers;
     ZNTChunkInHand chunk;

@@ -12,6 +12,9 @@
 namespace
 {
 
+/// Counted from the last block. If the game sends something at least every half second, only IAC GA, IAC WONT
+/// and the length release. While reading is held no tick counts; after that the next tick does, however soon
+/// it comes.
 constexpr double readTimeoutSeconds = 0.5;
 constexpr long readTag = 0;
 
@@ -171,7 +174,8 @@ void ZNTServerConnectController::takeWhatWasHeldUp(ZNTStream& stream)
         receive(receiver->read(*rest, cfStringEncoding_));
 }
 
-/// Shows what a server said just before it closed, unless the next connection stands first.
+/// Shows what a server said just before it closed. If the next connection stands first, that text comes with
+/// the new game's first words.
 void ZNTServerConnectController::showFarewellInAWhile()
 {
     if (!mudServerTextSentBuffer.empty())

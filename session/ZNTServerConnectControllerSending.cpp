@@ -1,5 +1,6 @@
 // The way out: lines to the game, and what is shown of them.
 #include "ZNTCommandInterpreter.h"
+#include "ZNTDirections.h"
 #include "ZNTLogger.h"
 #include "ZNTMSPProcessor.h"
 #include "ZNTMacroSource.h"
@@ -102,19 +103,21 @@ void ZNTServerConnectController::invokeMacro()
         sendMessageToServer(*macro, /*ignoreSpecials=*/false);
 }
 
-void ZNTServerConnectController::sendNorthToServer() { sendMessageToServer(u"north", false); }
-void ZNTServerConnectController::sendSouthToServer() { sendMessageToServer(u"south", false); }
-void ZNTServerConnectController::sendEastToServer() { sendMessageToServer(u"east", false); }
-void ZNTServerConnectController::sendWestToServer() { sendMessageToServer(u"west", false); }
-void ZNTServerConnectController::sendNorthEastToServer() { sendMessageToServer(u"northeast", false); }
-void ZNTServerConnectController::sendNorthWestToServer() { sendMessageToServer(u"northwest", false); }
-void ZNTServerConnectController::sendSouthEastToServer() { sendMessageToServer(u"southeast", false); }
-void ZNTServerConnectController::sendSouthWestToServer()
+void ZNTServerConnectController::sendToServer(ZNTDirection direction)
 {
-    sendMessageToServer(u"southWest", false);
-} // its W is kept
-void ZNTServerConnectController::sendUpToServer() { sendMessageToServer(u"up", false); }
-void ZNTServerConnectController::sendDownToServer() { sendMessageToServer(u"down", false); }
+    sendMessageToServer(znt::rowOf(direction).word, /*ignoreSpecials=*/false);
+}
+
+void ZNTServerConnectController::sendNorthToServer() { sendToServer(ZNTDirection::North); }
+void ZNTServerConnectController::sendSouthToServer() { sendToServer(ZNTDirection::South); }
+void ZNTServerConnectController::sendEastToServer() { sendToServer(ZNTDirection::East); }
+void ZNTServerConnectController::sendWestToServer() { sendToServer(ZNTDirection::West); }
+void ZNTServerConnectController::sendNorthEastToServer() { sendToServer(ZNTDirection::NorthEast); }
+void ZNTServerConnectController::sendNorthWestToServer() { sendToServer(ZNTDirection::NorthWest); }
+void ZNTServerConnectController::sendSouthEastToServer() { sendToServer(ZNTDirection::SouthEast); }
+void ZNTServerConnectController::sendSouthWestToServer() { sendToServer(ZNTDirection::SouthWest); }
+void ZNTServerConnectController::sendUpToServer() { sendToServer(ZNTDirection::Up); }
+void ZNTServerConnectController::sendDownToServer() { sendToServer(ZNTDirection::Down); }
 
 void ZNTServerConnectController::stopAllWalks() { _zntSpeedwalking->stopAll(); }
 

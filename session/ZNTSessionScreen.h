@@ -1,6 +1,9 @@
 #pragma once
 
+#include "ZNTDirections.h"
 #include "ZNTScreenElements.h"
+
+#include <array>
 
 /// The screen elements that the session works with. The window hands in its widgets, the terminal client and
 /// the tests plain records; none is null, and all outlive the session.
@@ -14,16 +17,8 @@ struct ZNTSessionScreen {
     ZNTSpinner* myProgressIndicator = nullptr;
     ZNTTableView* macroTable = nullptr;
     ZNTTextArea* _voiceOver = nullptr; ///< the accessibility echo, emptied at each Return
-    ZNTButton* northButton = nullptr;
-    ZNTButton* southButton = nullptr;
-    ZNTButton* eastButton = nullptr;
-    ZNTButton* westButton = nullptr;
-    ZNTButton* northEastButton = nullptr;
-    ZNTButton* northWestButton = nullptr;
-    ZNTButton* southEastButton = nullptr;
-    ZNTButton* southWestButton = nullptr;
-    ZNTButton* upButton = nullptr;
-    ZNTButton* downButton = nullptr;
+    /// northButton to downButton, in the order of ZNTDirections.
+    std::array<ZNTButton*, ZNTDirections.size()> directionButtons{};
 
     /// What scrolls the output view: the view itself.
     [[nodiscard]] ZNTTextView* scrollView() const { return textFromServer; }

@@ -46,6 +46,7 @@ public:
     /// How the last saving ended; success if there was none.
     [[nodiscard]] const ZNTResult<void>& lastSaving() const { return saving; }
 
+    /// Each step is a list of SQL statements.
     using LaterSteps = std::span<const std::vector<std::string_view>>;
     /// Runs the later steps that `database` has not had, each a list of statements, all in one transaction.
     /// None of them is kept if one fails, and the next start tries again. To be called after the first two

@@ -17,7 +17,7 @@ struct ZNTTriggerColumn {
     ZNTTriggerField field;
     std::string_view stored;     ///< the column of the database
     std::string_view assignment; ///< the same in the statement that updates a trigger
-    int placeInUpdate;           ///< this statement has an order of its own
+    int placeInUpdate; ///< that statement assigns the columns in another order, and its text is settled
     std::u16string_view heading; ///< in the window
     int placeInWindow;
     std::u16string_view option = {};   ///< of the terminal's /trigger add

@@ -216,7 +216,7 @@ ZNTTriggerPass::Answers ZNTTriggerPass::answer(const ZNTArmedTrigger& armed)
 bool ZNTTriggerPass::react(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& match)
 {
     const bool mayAnswer = isAnswering; // an answer may end the answering, but only from the next match on
-    const ZNTTriggerOccasion occasion{armed, groupOf(match), actions, log};
+    const ZNTTriggerOccasion occasion{armed, match, groupOf(match), actions, log};
     for (const auto& reaction : reactions) {
         const bool mayHappen = mayAnswer || reaction.reach == ZNTTriggerReaction::Reach::Chunk;
         if (mayHappen && reaction.isWanted(armed.trigger, outcome) && !reaction.carryOut(occasion, outcome))

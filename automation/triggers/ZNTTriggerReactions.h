@@ -7,6 +7,7 @@ class ZNTPlatformLog;
 class ZNTTriggerActions;
 struct ZNTArmedTrigger;
 struct ZNTTrigger;
+struct ZNTTriggerMatch;
 
 /// What the triggers decide about the chunk itself.
 struct ZNTTriggerOutcome {
@@ -16,17 +17,17 @@ struct ZNTTriggerOutcome {
 /// One match of one trigger.
 struct ZNTTriggerOccasion {
     const ZNTArmedTrigger& armed;
-    std::u16string_view group; ///< the text of group 1
+    const ZNTTriggerMatch& match; ///< where it stands in the chunk
+    std::u16string_view group;    ///< the text of group 1
     ZNTTriggerActions& actions;
     ZNTPlatformLog& log;
 };
 
-/// One thing that a trigger can do at each of its matches. To teach triggers something new, add a row to the
-/// list in the source; what changes the chunk is noted in `ZNTTriggerOutcome`.
+/// One thing that a trigger can do at each of its matches. The README of this room says how to add one.
 struct ZNTTriggerReaction {
     enum class Reach {
-        Chunk,  ///< changes only how the chunk is shown or spoken, and so also happens when it is too late to
-                ///< answer the game
+        Chunk, ///< changes only how the chunk is shown or spoken. It happens even if it is too late to answer
+               ///< the game
         Outside ///< reaches the game or the loudspeakers
     };
     Reach reach;

@@ -14,8 +14,7 @@ namespace
 
 using std::string_view;
 
-// The cuts of the recovery, in bytes. They are settled, and players of Chinese games know which characters
-// go.
+// The cuts of the recovery, in bytes; the header lists them. They are settled.
 constexpr std::size_t frontStep = 4;
 constexpr std::size_t leastForFrontCuts = 9, leastForThreeOff = 15;
 
@@ -87,20 +86,20 @@ std::optional<std::u16string> recoveredText(string_view bytes, ZNTStringEncoding
 {
     if (bytes.size() <= 2)
         return std::nullopt;
-    // First guess: the block's end cut a character in two. Without its first byte, and one more, the rest is
-    // whole in most cases.
+    // The block's end cut a character that stands behind an ASCII one: its first byte and the ASCII go.
     const auto twoOff = bytes.substr(0, bytes.size() - 2);
     if (auto text = znt::decodedText(twoOff, encoding))
         return text;
     if (bytes.size() < leastForFrontCuts)
         return std::nullopt;
-    // Second guess: the block began inside a character that the block before it lost.
+    // The block also begins inside a character, whose first byte the block before it lost.
     CharacterShapes shapes(encoding);
     if (auto text = withoutFront(twoOff, encoding, shapes))
         return text;
     if (bytes.size() < leastForThreeOff)
         return std::nullopt;
-    // Third guess: two characters were cut at the end, as when a command splits one of them.
+    // The block's end cut a character that stands behind a Chinese one: that one goes, too. 3 bytes are one
+    // whole character and the first byte of the cut one.
     return withoutFront(bytes.substr(0, bytes.size() - 3), encoding, shapes);
 }
 

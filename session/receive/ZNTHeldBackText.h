@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-/// What came in since text was last shown. It waits for the go-ahead, refusal or silence that releases it.
+/// What came in since text was last shown. It waits for the IAC GA, IAC WONT or silence that releases it.
 class ZNTHeldBackText
 {
 public:
@@ -19,9 +19,9 @@ public:
     /// that never pauses cannot fill the memory.
     static constexpr std::size_t mostHeldBack = std::size_t{8} << 20;
 
-    /// Takes one block. A block that releases comes behind what was held back, as it stands; any other waits.
-    /// None if nothing is to be shown now: a silence with nothing held back is no chunk, which triggers could
-    /// match.
+    /// Takes one block. If it releases, the result is what was held back, then the block untrimmed. If not,
+    /// the block is trimmed and held back. None if nothing is to be shown now: a silence with nothing held
+    /// back is no chunk, which triggers could match.
     std::optional<Released> take(std::u16string_view block, bool isRelease)
     {
         if (!isRelease) {
@@ -43,7 +43,7 @@ public:
         hasBlocks = true;
     }
 
-    /// Whether no block waits; one of which nothing was left is a block.
+    /// True if no block waits. A block that trimming left empty still counts.
     [[nodiscard]] bool empty() const { return !hasBlocks; }
     /// UTF-16 units.
     [[nodiscard]] std::size_t size() const { return joined.size(); }

@@ -10,7 +10,7 @@
 /// What the telnet commands of one block lead to.
 struct ZNTTelnetAnswers {
     std::string replies;              ///< bytes for the server, in the order of what they answer
-    bool isGoAhead = false;           ///< GA, EOR or an offer of EOR
+    bool isGoAhead = false;           ///< GA, EOR or an offer of EOR. Only noted: `isRelease` releases
     bool isEndOfNegotiations = false; ///< IAC SE
     bool isRelease = false;           ///< IAC GA, or IAC WONT, which servers send before a password
 };
@@ -34,7 +34,8 @@ public:
     void sendCommand(char16_t command, char16_t option);
     /// The replies that wait to be sent. None are left.
     [[nodiscard]] std::string takeReplies();
-    /// Kept as part of the interface: whether a command ends a prompt. A WILL is answered and is none.
+    /// Kept as part of the interface: a classifier of commands. The receive path does not ask it. A WILL is
+    /// answered, and the answer is false.
     bool isGoAhead(std::u16string_view command);
 
     /// The sound tag that `text` sets going: its first one, while sounds are on. To be asked before

@@ -12,7 +12,7 @@ struct ZNTReceived {
     std::u16string text;
     /// Bytes for the server. They are sent before anything of the block is shown.
     std::string replies;
-    bool isGoAhead = false;           ///< the block held GA, EOR or an offer of EOR
+    bool isGoAhead = false;           ///< GA, EOR or an offer of EOR. Only noted: `isRelease` releases
     bool isEndOfNegotiations = false; ///< it held IAC SE
     bool isRelease = false;           ///< what is held back is shown now, with this block's text
 };

@@ -10,8 +10,8 @@
 namespace znt::telnet
 {
 /// The command that starts at the IAC at `start`, as the expression "\xFF(..?)" finds it with dots that
-/// match any one character, line ends too: IAC and the one or two characters that follow. Empty where nothing
-/// follows.
+/// match any one character, line ends too: IAC and the two characters that follow, or one at the text's end.
+/// Empty if nothing follows. The second character may be game text: IAC GA takes the character after it.
 std::u16string_view commandAt(std::u16string_view text, std::size_t start);
 
 /// Calls `handle` with every command of `text`, in order. Returns whether held-back text is released with
@@ -22,7 +22,7 @@ std::u16string_view commandAt(std::u16string_view text, std::size_t start);
 template <typename Handler>
 bool forEachCommand(std::u16string_view text, Handler handle);
 
-/// Takes every command out of `text`.
+/// Takes every command out of `text`, with the characters that `commandAt` counts to it.
 void stripCommands(std::u16string& text);
 
 /// True where stripping would leave nothing.

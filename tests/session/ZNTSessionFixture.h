@@ -42,12 +42,8 @@ protected:
         screen.myProgressIndicator = &spinner;
         screen.macroTable = &macroTable;
         screen._voiceOver = &voiceOver;
-        ZNTButton** buttons[] = {&screen.northButton,     &screen.southButton,     &screen.eastButton,
-                                 &screen.westButton,      &screen.northEastButton, &screen.northWestButton,
-                                 &screen.southEastButton, &screen.southWestButton, &screen.upButton,
-                                 &screen.downButton};
-        for (std::size_t at = 0; at < std::size(buttons); ++at)
-            *buttons[at] = &directions[at];
+        for (std::size_t at = 0; at < directions.size(); ++at)
+            screen.directionButtons[at] = &directions[at];
     }
 
     /// The session, made when it is first asked for, so that a test can fill the store before.
@@ -140,7 +136,7 @@ protected:
     ZNTPlainTextField commandLine, host, port, mudName;
     ZNTPlainTextView view;
     ZNTPlainButton button;
-    ZNTPlainButton directions[10];
+    std::array<ZNTPlainButton, ZNTDirections.size()> directions;
     ZNTPlainSpinner spinner;
     ZNTPlainTableView macroTable;
     ZNTPlainTextArea voiceOver;

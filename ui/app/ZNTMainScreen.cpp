@@ -29,9 +29,6 @@ ZNTMainScreen::ZNTMainScreen(ZNTMainWindow& window)
 
 ZNTSessionScreen ZNTMainScreen::sessionScreen()
 {
-    const auto direction = [this](ZNTDirection which) {
-        return &directionButtons[static_cast<std::size_t>(which)];
-    };
     ZNTSessionScreen screen;
     screen.textToServer = &textToServer;
     screen.textFromServer = window.textFromServer;
@@ -42,15 +39,7 @@ ZNTSessionScreen ZNTMainScreen::sessionScreen()
     screen.myProgressIndicator = &myProgressIndicator;
     screen.macroTable = &macroTable;
     screen._voiceOver = &voiceOver;
-    screen.northButton = direction(ZNTDirection::North);
-    screen.southButton = direction(ZNTDirection::South);
-    screen.eastButton = direction(ZNTDirection::East);
-    screen.westButton = direction(ZNTDirection::West);
-    screen.northEastButton = direction(ZNTDirection::NorthEast);
-    screen.northWestButton = direction(ZNTDirection::NorthWest);
-    screen.southEastButton = direction(ZNTDirection::SouthEast);
-    screen.southWestButton = direction(ZNTDirection::SouthWest);
-    screen.upButton = direction(ZNTDirection::Up);
-    screen.downButton = direction(ZNTDirection::Down);
+    for (std::size_t at = 0; at < ZNTDirections.size(); ++at)
+        screen.directionButtons[at] = &directionButtons[at];
     return screen;
 }

@@ -93,8 +93,7 @@ void ZNTMainWiring::wireDirections()
     for (const ZNTDirectionRow& way : ZNTDirections) {
         QAction* action = menu.directions()[static_cast<std::size_t>(way.direction)];
         joinButton(window.compass->button(way.direction), action);
-        whenTriggered(action,
-                      [this, &way] { session.sendMessageToServer(way.word, /*ignoreSpecials=*/false); });
+        whenTriggered(action, [this, &way] { session.sendToServer(way.direction); });
     }
     keypadKeys = std::make_unique<ZNTKeypadKeys>(window, menu.directions());
     whenToggled(menu["keypadWalks"], [this](bool walks) { setKeypadWalks(walks); });
