@@ -4,7 +4,6 @@
 #include "ZNTFewDescriptors.h"
 
 #include <cerrno>
-#include <stdexcept>
 
 namespace
 {
@@ -84,23 +83,4 @@ TEST(UvRunLoop, WithoutTheDescriptorsForItThereIsAnErrorAndNoLoop)
     }
     const ZNTFewDescriptors enough(6);
     EXPECT_TRUE(UvRunLoop::open());
-}
-
-TEST(VirtualRunLoop, AdvancesInstantlyInOrderAndSaysWhenItIsStuck)
-{
-    VirtualRunLoop loop;
-    std::vector<double> fired;
-    const auto tick = loop.startTimer(0.5, RunLoopRepeat::Forever, [&] { fired.push_back(loop.now()); });
-    const auto later = loop.startTimer(0.75, RunLoopRepeat::Once, [&] { fired.push_back(-loop.now()); });
-    loop.advance(1.6);
-    EXPECT_EQ(fired, (std::vector<double>{0.5, -0.75, 1.0, 1.5}));
-    EXPECT_EQ(loop.now(), 1.6);
-    EXPECT_EQ(loop.pendingTimers(), 1u);
-
-    int ends[2];
-    ASSERT_EQ(::pipe(ends), 0);
-    const auto alwaysReady = loop.watchDescriptor(ends[1], RunLoopInterest::Writable, [](RunLoopInterest) {});
-    EXPECT_THROW(loop.advance(1), std::runtime_error);
-    ::close(ends[0]);
-    ::close(ends[1]);
 }

@@ -47,22 +47,14 @@ TEST(StringEncoding, ChineseIsReadAndWrittenAndACharacterCutOffFails)
 {
     for (const auto& sample : samples()) {
         EXPECT_EQ(encodedText(sample.text, sample.encoding), sample.bytes);
-        std::size_t failures = 0;
         for (std::size_t cut = 0; cut <= sample.bytes.size(); ++cut) {
             SCOPED_TRACE(cut);
             const auto head = decodedText(std::string_view(sample.bytes).substr(0, cut), sample.encoding);
-            const bool insideCharacter = cut == 5 || cut == 7;
-            EXPECT_EQ(head.has_value(), !insideCharacter);
-            if (!head) {
-                ++failures;
-                continue;
-            }
+            const bool isInsideCharacter = cut == 5 || cut == 7;
+            ASSERT_EQ(head.has_value(), !isInsideCharacter);
             const auto tail = decodedText(std::string_view(sample.bytes).substr(cut), sample.encoding);
-            ASSERT_TRUE(tail);
-            EXPECT_EQ(*head + *tail, sample.text);
+            EXPECT_TRUE(!head || *head + tail.value() == sample.text);
         }
-        EXPECT_EQ(failures, 2u);
-        EXPECT_TRUE(decodedText(sample.bytes, sample.encoding)) << "a failure leaves nothing behind";
     }
 }
 
@@ -80,28 +72,20 @@ TEST(StringEncoding, SignsOfChineseTextHaveTheNamesThatAreTypedAndDrawn)
 
 TEST(StringEncoding, HongKongCharactersMayNeedTwoUnits)
 {
-    const std::string bytes = "\x87\x45\x87\x45";
-    const auto text = decodedText(bytes, Big5Hkscs);
-    ASSERT_TRUE(text);
-    EXPECT_EQ(*text, u"\U00027267\U00027267");
-    EXPECT_EQ(encodedText(*text, Big5Hkscs), bytes);
+    EXPECT_EQ(decodedText("\x87\x45\x87\x45", Big5Hkscs), u"\U00027267\U00027267");
+    EXPECT_EQ(encodedText(u"\U00027267\U00027267", Big5Hkscs), "\x87\x45\x87\x45");
 }
 
 TEST(StringEncoding, TelnetCommandsPassThroughChineseText)
 {
-    const std::string option = "\xFF\xFB\x56"; // alone, FB 56 would be a Big5-HKSCS character
-    const std::string goAhead = "\xFF\xF9";    //
-    const std::string literal = "\xFF\xFF";    //
-    const std::string subnegotiation = "\xFF\xFA\x56\xFF\xF0";
-    for (const auto& sample : samples()) {
-        std::string bytes = option;
-        for (const auto* piece :
-             {&sample.bytes, &goAhead, &sample.bytes, &literal, &subnegotiation, &sample.bytes})
-            bytes += *piece;
-        const auto decoded = decodedText(bytes + "\xFF", sample.encoding);
-        ASSERT_TRUE(decoded);
-        EXPECT_EQ(*decoded, u"\u00FF\u00FB\u0056" + sample.text + u"\u00FF\u00F9" + sample.text +
-                                u"\u00FF\u00FF\u00FF\u00FA\u0056\u00FF\u00F0" + sample.text + u"\u00FF");
+    for (const auto& [encoding, bytes, text] : samples()) {
+        // Without the FF, FB 56 would be a Big5-HKSCS character. Behind the go-ahead come a literal FF and a
+        // subnegotiation.
+        const auto decoded = decodedText("\xFF\xFB\x56" + bytes + "\xFF\xF9" + bytes +
+                                             "\xFF\xFF\xFF\xFA\x56\xFF\xF0" + bytes + "\xFF",
+                                         encoding);
+        EXPECT_EQ(decoded, u"\u00FF\u00FB\u0056" + text + u"\u00FF\u00F9" + text +
+                               u"\u00FF\u00FF\u00FF\u00FA\u0056\u00FF\u00F0" + text + u"\u00FF");
     }
     EXPECT_EQ(decodedText("\xFF\xFD", EucCn), u"\u00FF\u00FD") << "the option byte is still to come";
 }
