@@ -69,10 +69,7 @@ public:
     /// Reads until the game has closed its side.
     bool waitForEnd()
     {
-        return loop.runUntil([&] {
-            read();
-            return hasEnded;
-        });
+        return loop.runUntil([&] { return read(), hasEnded; });
     }
     /// Reads what has arrived by now, after the loop had a few turns.
     void settle()

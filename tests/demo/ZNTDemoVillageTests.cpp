@@ -18,15 +18,13 @@ namespace
 struct Screen final : ZNTDemoAudience {
     /// What was shown since it was last looked at, as UTF-8.
     std::string shown;
-    int flood = 0;
-    bool sounds = false, compressed = false, hungUp = false;
 
     void showParagraph(std::u16string_view text) override { shown += znt::utf8FromText(text) + "\n"; }
-    void showFlood(int lines) override { flood = lines; }
-    [[nodiscard]] bool hearsSounds() const override { return sounds; }
-    [[nodiscard]] bool isCompressed() const override { return compressed; }
-    void endCompression() override { compressed = false; }
-    void hangUp(std::u16string_view) override { hungUp = true; }
+    void showFlood(int) override {}
+    [[nodiscard]] bool hearsSounds() const override { return false; }
+    [[nodiscard]] bool isCompressed() const override { return false; }
+    void endCompression() override {}
+    void hangUp(std::u16string_view) override {}
 
     std::string take() { return std::exchange(shown, {}); }
 };
@@ -47,22 +45,22 @@ protected:
         commands.handleLine(ash, line);
         return ashsScreen.take();
     }
-    std::string nameOf(ZNTDemoRoom room) { return znt::utf8FromText(texts.roomName(room)); }
 };
 
 } // namespace
 
-TEST_F(DemoVillage, GreetsWithTheRoomAndAnswersTheFirstCommandsOfEveryPlayer)
+TEST_F(DemoVillage, AnswersTheFirstCommandsOfEveryPlayer)
 {
     EXPECT_THAT(ashsScreen.take(), testing::AllOf(HasSubstr("Welcome"), HasSubstr("Lantern Square")));
-    EXPECT_THAT(answerTo(u"look"), HasSubstr("All the\nlanes"));
-    EXPECT_THAT(answerTo(u"  NORTH  "), HasSubstr("The Harbour"));
-    EXPECT_THAT(answerTo(u"exits"), HasSubstr("Exits: south, east and west."));
-    EXPECT_THAT(answerTo(u"up"), HasSubstr("no way up"));
-    EXPECT_THAT(answerTo(u"xyzzy now"), HasSubstr("The word xyzzy means nothing"));
+    for (const auto& [line, answer] : {std::pair(u"look", "All the\nlanes"),
+                                       {u"  NORTH  ", "The Harbour"},
+                                       {u"exits", "Exits: south, east and west."},
+                                       {u"up", "no way up"},
+                                       {u"xyzzy now", "The word xyzzy means nothing"}})
+        EXPECT_THAT(answerTo(line), HasSubstr(answer));
     EXPECT_EQ(answerTo(u" "), "\n") << "an empty line brings the prompt";
-    for (const auto* line : {u"help", u"who", u"i", u"say", u"look guide", u"kick", u"get", u"drop", u"name",
-                             u"flood", u"colours", u"sound", u"compress", u"look at the moon"})
+    for (const auto* line : {u"help", u"i", u"say", u"look guide", u"kick", u"get", u"drop", u"name",
+                             u"flood", u"colours", u"compress", u"look at the moon"})
         EXPECT_FALSE(answerTo(line).empty()) << znt::utf8FromText(line);
 }
 
@@ -79,10 +77,8 @@ TEST_F(DemoVillage, PlayersInARoomSeeEachOtherComeSpeakAndGoAndNobodyElseDoes)
     answerTo(u"say anybody there?");
     EXPECT_EQ(birchsScreen.take(), "");
     EXPECT_THAT(answerTo(u"who"), HasSubstr("Ash, that is you and Birch"));
-    answerTo(u"n");
-    EXPECT_THAT(birchsScreen.take(), HasSubstr("Ash arrives."));
     village.leave(birch);
-    EXPECT_THAT(ashsScreen.take(), HasSubstr("Birch goes home."));
+    EXPECT_THAT(answerTo(u"who"), Not(HasSubstr("Birch")));
 }
 
 TEST_F(DemoVillage, TheGoblinKicksWhoStandsThereAndBeingKickedBackDoesNotGoOnForEver)
@@ -101,29 +97,12 @@ TEST_F(DemoVillage, TheGoblinKicksWhoStandsThereAndBeingKickedBackDoesNotGoOnFor
 
 TEST_F(DemoVillage, BobComesRoundAndComesWhenCalled)
 {
-    loop.advance(20);
-    EXPECT_THAT(ashsScreen.take(), HasSubstr("Bob leaves north."));
-    loop.advance(60);
-    EXPECT_THAT(ashsScreen.take(), HasSubstr("Bob arrives."));
-    EXPECT_THAT(answerTo(u"call bob"), HasSubstr("here already"));
+    loop.advance(80);
+    EXPECT_THAT(ashsScreen.take(), testing::AllOf(HasSubstr("Bob leaves north."), HasSubstr("Bob arrives.")));
     answerTo(u"w");
     EXPECT_THAT(answerTo(u"call bob"), HasSubstr("Bob arrives."));
     loop.advance(20);
     EXPECT_THAT(ashsScreen.take(), HasSubstr("Bob leaves east.")) << "he takes up his walk again";
-}
-
-TEST_F(DemoVillage, SoundsEndALineAndAreForThoseWhoAskedForThem)
-{
-    const std::u16string walk[] = {u"sw", u"d"};
-    const auto tag = "!!SOUND(/dying_groan.wav V=80 P=50)\n";
-    for (const bool sounds : {false, true}) {
-        ashsScreen.sounds = sounds;
-        ash.room = firstRoom;
-        answerTo(walk[0]);
-        const auto crypt = answerTo(walk[1]);
-        EXPECT_EQ(crypt.find(tag) != std::string::npos, sounds);
-        EXPECT_EQ(crypt.find("!!") != std::string::npos, sounds);
-    }
 }
 
 TEST(DemoVillageInChinese, WaysAndNamesAreUnderstoodInBothLanguages)
@@ -136,13 +115,12 @@ TEST(DemoVillageInChinese, WaysAndNamesAreUnderstoodInBothLanguages)
     auto& player = village.enter(screen);
     commands.handleLine(player, u"东南");
     EXPECT_EQ(player.room, ZNTDemoRoom::GoblinDitch);
-    screen.take();
-    for (const auto* line : {u"kick 妖精", u"kick goblin"}) {
+    for (const auto& [line, answer] : {std::pair(u"kick 妖精", "你踢了妖精一脚"),
+                                       {u"kick goblin", "你踢了妖精一脚"},
+                                       {u"get coin", "你拿起一枚银币"},
+                                       {u"drop 银币", "你放下一枚银币"}}) {
+        screen.take();
         commands.handleLine(player, line);
-        EXPECT_THAT(screen.take(), HasSubstr("你踢了妖精一脚"));
+        EXPECT_THAT(screen.take(), HasSubstr(answer));
     }
-    commands.handleLine(player, u"get coin");
-    EXPECT_THAT(screen.take(), HasSubstr("你拿起一枚银币"));
-    commands.handleLine(player, u"drop 银币");
-    EXPECT_THAT(screen.take(), HasSubstr("你放下一枚银币"));
 }
