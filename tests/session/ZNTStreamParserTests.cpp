@@ -19,20 +19,17 @@ protected:
     std::string repliesTo(std::u16string_view text) { return parser.processServerCommands(text).replies; }
 };
 
-std::string bytes(std::initializer_list<int> values)
-{
-    std::string result;
-    for (const int value : values)
-        result += static_cast<char>(value);
-    return result;
-}
-
 std::u16string command(std::initializer_list<int> values)
 {
     std::u16string result;
     for (const int value : values)
         result += static_cast<char16_t>(value);
     return result;
+}
+
+std::string bytes(std::initializer_list<int> values)
+{
+    return znt::encodedText(command(values), ZNTStringEncoding::Ascii);
 }
 
 } // namespace
@@ -107,30 +104,9 @@ TEST_F(StreamParser, PassesTheFirstSoundTagOnAndTakesOutAll)
 
 TEST(StreamScanners, AnswerAsIcuDoesOnRandomText)
 {
-    ZNTRandomText texts({u"\u00FF",
-                         u"\u00FB",
-                         u"\u00F9",
-                         u"!",
-                         u"!!",
-                         u"SOUND",
-                         u"(",
-                         u")",
-                         u" ",
-                         u"\n",
-                         u"\r",
-                         u"a.wav",
-                         u"é",
-                         u"\u0301",
-                         u"\u203F",
-                         u"\u200D",
-                         u"萬",
-                         u"\xD83D\xDDE1",
-                         u"\xD83D",
-                         u"\xD835\xDC00",
-                         u"\u2028",
-                         u"V=50",
-                         u"!!MUSIC(x y)",
-                         u"\u0085"});
+    auto texts = ZNTRandomText::ofPieces(u"\u00FF¦\u00FB¦\u00F9¦!¦!!¦SOUND¦(¦)¦ ¦\n¦\r¦a.wav¦é¦\u0301¦\u203F¦"
+                                         u"\u200D¦萬¦\xD83D\xDDE1¦\xD83D¦\xD835\xDC00¦\u2028¦V=50¦"
+                                         u"!!MUSIC(x y)¦\u0085");
     // Its dots match every character, one each: ICU's own option would take CR LF for one.
     const auto telnet =
         znt::replacedAll(ZNTServerConnectController::_specialMudProtocolsRegex, u".", u"[\\s\\S]");
@@ -149,9 +125,6 @@ TEST(StreamScanners, AnswerAsIcuDoesOnRandomText)
         ASSERT_EQ(stripped, znt::icu::replacedAll(text, telnet.c_str(), u""));
         ASSERT_EQ(znt::telnet::holdsOnlyCommands(text), stripped.empty());
 
-        const auto expectedTags = znt::icu::matches(text, tag);
-        const auto first = znt::nextSoundTag(text);
-        ASSERT_EQ(first.value_or(u""), expectedTags.empty() ? u"" : expectedTags.front().whole);
         auto withoutTags = text;
         znt::stripSoundTags(withoutTags);
         ASSERT_EQ(withoutTags, znt::icu::replacedAll(text, tag, u""));
