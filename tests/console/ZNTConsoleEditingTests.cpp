@@ -45,38 +45,23 @@ TEST_F(ZNTConsoleEditingTest, BadInputIsRefusedWithASentenceAndChangesNothing)
     const std::string game = "! Say its name, its host and a port from 1 to 65535: /mud add NAME HOST PORT";
     const std::pair<const char*, std::string> cases[] = {
         {"/trigger", "! Say what to do: /trigger add|list|remove|on|off; /help trigger tells more."},
-        {"/trigger add", trigger},
-        {"/trigger add no pattern", trigger},
         {"/trigger add name: => kick", trigger},
-        {"/trigger add : x => kick", trigger},
         {"/trigger add --loud n: x => y", "! There is no option --loud; there are --gag and --sound FILE."},
-        {"/trigger add --sound", "! There is no option --sound; there are --gag and --sound FILE."},
         {"/trigger remove", "! Say which trigger: its number or its name."},
         {"/trigger off 9999", "! There is no trigger 9999."},
-        {"/trigger on 0", "! There is no trigger 0."},
         {"/trigger remove twin", "! Several triggers are called twin; say its number."},
-        {"/group", "! Say what to do: /group add|list|use|remove; /help group tells more."},
         {"/group add mine", "Macro Name taken: You can not name 2 macro groups with the same name."},
         {"/group use yours", "! There is no group yours."},
-        {"/group remove", "! Say which group: its number or its name."},
-        {"/macro rename greet", "! Say what to do: /macro add|list|remove; /help macro tells more."},
         {"/macro add greet", "! Say its name and what it sends: /macro add NAME TEXT"},
         {"/macro remove wave", "! There is no macro wave."},
-        {"/mud", "! Say what to do: /mud add|list|remove|default|restore; /help mud tells more."},
-        {"/mud add mud.example 4000", game},
-        {"/mud add Name mud.example", game},
         {"/mud add Name mud.example 65536", game},
         {"/mud add Name mud.example 99999999999", game},
-        {"/mud default Nowhere", "! There is no game Nowhere."},
         {"/mud remove -1", "! There is no game -1."},
     };
     for (const auto& [command, refusal] : cases) {
         EXPECT_THAT(answerTo(command), ElementsAre(refusal)) << command;
         EXPECT_EQ(allLists(), before) << command;
     }
-    EXPECT_THAT(answerTo("/group add"),
-                ElementsAre("Please input a Macro Group name.: You need to have at least 1 character for a "
-                            "macro name."));
     EXPECT_EQ(allListsAfterRestart(), before) << "nor is anything else stored";
 }
 

@@ -16,34 +16,13 @@ struct ZNTTypedInput final : ZNTConsoleInput {
     bool start(Handlers given) override
     {
         handlers = std::move(given);
-        return canBeRead;
+        return true;
     }
     void setPaused(bool paused) override { isPaused = paused; }
     void writeAside(std::string_view line) override { transcript += line; }
     Handlers handlers;
     std::string& transcript;
-    bool isPaused = false, canBeRead = true;
-};
-
-/// Notes alerts, and writes their titles among the text in their order.
-struct ZNTAlertInTranscript final : ZNTAlert {
-    ZNTAlertInTranscript(ZNTAlert& remembered, ZNTConsoleOutput& output)
-        : remembered(remembered),
-          output(output)
-    {
-    }
-    void showMessage(std::u16string_view title, std::u16string_view text) override
-    {
-        output.writeAside("[" + znt::utf8FromText(title) + "]");
-        remembered.showMessage(title, text);
-    }
-    void askForConfirmation(std::u16string_view title, std::u16string_view text,
-                            std::function<void(bool)> answered) override
-    {
-        remembered.askForConfirmation(title, text, std::move(answered));
-    }
-    ZNTAlert& remembered;
-    ZNTConsoleOutput& output;
+    bool isPaused = false;
 };
 
 /// The terminal client on a machine of its own, with a game in memory at the far end. Time is virtual.
@@ -52,10 +31,16 @@ class ZNTConsoleFixture : public testing::Test
 protected:
     enum class From { Script, Terminal };
 
+    ZNTConsoleFixture()
+    {
+        machine.alert.whenShown = [this](std::u16string_view title) {
+            consoleOutput.writeAside("[" + znt::utf8FromText(title) + "]");
+        };
+    }
     void start(From from = From::Script, ZNTConsoleOptions options = {})
     {
         client.emplace(
-            ZNTConsoleClient::Surroundings{.platform = platform,
+            ZNTConsoleClient::Surroundings{.platform = machine.platform,
                                            .input = input,
                                            .inputIsTerminal = from == From::Terminal,
                                            .sounds = sounds,
@@ -126,9 +111,6 @@ protected:
     std::string& transcript = sink.transcript;
     ZNTTypedInput input{sink.transcript};
     ZNTConsoleOutput consoleOutput{machine.loop, input, sink};
-    ZNTAlertInTranscript alertInTranscript{machine.alert, consoleOutput};
-    ZNTPlatform platform{machine.loop,          machine.loop,      machine.log,
-                         machine.notifications, alertInTranscript, machine.platform.places};
     ZNTRecordedSounds sounds;
     ZNTSilentSpeech speech;
     bool outputIsTerminal = false;

@@ -56,23 +56,8 @@ TEST(ZNTConsoleTextView, ColoursAreSequencesOfOurOwnAndEndWithTheText)
     never.append(text);
     always.append(text);
     EXPECT_EQ(never.written, "plain red\nbold");
+    EXPECT_EQ(never.input.prompt, "bold");
     EXPECT_EQ(always.written, "plain \x1b[0;31;44mred\n\x1b[0;1mbold\x1b[0m");
-}
-
-TEST(ZNTConsoleTextView, AFloodComesInPiecesAndThePromptIsTheUnfinishedLine)
-{
-    View view;
-    std::string expected;
-    std::u16string flood;
-    for (int line = 0; line < 20000; ++line) {
-        flood += u"A goblin \u4F60\u597D kicks.\r\n";
-        expected += "A goblin \xE4\xBD\xA0\xE5\xA5\xBD kicks.\n";
-    }
-    flood += std::u16string(200000, u'=') + u"\r\nHP 10> ";
-    expected += std::string(200000, '=') + "\nHP 10> ";
-    view << flood;
-    EXPECT_TRUE(view.written == expected);
-    EXPECT_EQ(view.input.prompt, "HP 10> ");
 }
 
 } // namespace

@@ -117,7 +117,15 @@ class ConsoleProgram(unittest.TestCase):
         self.assertEqual(code, 0)
 
     def test_exit_codes(self):
-        self.assertEqual(self.play("", "mud.example")[2], 2)
+        out, err, code = self.play("", "--help")
+        self.assertEqual((bool(out), err, code), (True, "", 0))
+        for wrong in (
+            "mud.example", "mud.example 0", "mud.example 65536", "mud.example port", "mud.example 4000 more",
+            "--demo mud.example 4000", "--encoding utf-8", "--encoding", "--colour red", "--set rate=fast",
+            "--set loudness=3", "--set speech", "--unknown"):
+            with self.subTest(wrong):
+                out, err, code = self.play("", *wrong.split())
+                self.assertEqual((out, bool(err), code), ("", True, 2))
         _, err, code = self.play("look\n", "127.0.0.1", "1")
         self.assertIn("MUD Not Responding", err)
         self.assertEqual(code, 1)

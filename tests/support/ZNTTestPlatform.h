@@ -4,6 +4,7 @@
 #include "ZNTPlatform.h"
 #include "ZNTTemporaryFolder.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,10 +20,12 @@ struct ZNTRecordedAlert final : ZNTAlert {
     /// Those of every question, and what it is answered.
     std::vector<std::pair<std::u16string, std::u16string>> asked;
     bool answer = true;
+    std::function<void(std::u16string_view title)> whenShown = [](auto) {};
 
     void showMessage(std::u16string_view title, std::u16string_view text) override
     {
         shown.emplace_back(title, text);
+        whenShown(title);
     }
     void askForConfirmation(std::u16string_view title, std::u16string_view text,
                             std::function<void(bool)> answered) override
