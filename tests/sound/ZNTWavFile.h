@@ -21,7 +21,7 @@ inline std::string wavFileOfSamples(const std::string& samples, std::uint32_t pe
 }
 
 /// A WAV file of `frames` frames of one value, as the mixer plays it: 16 bits, stereo, 44.1 kHz.
-inline std::string wavFile(std::size_t frames, std::int16_t value)
+inline std::string wavFile(std::size_t frames, int value)
 {
     std::string samples(frames * 4, static_cast<char>(value & 0xFF));
     for (std::size_t at = 1; at < samples.size(); at += 2)
