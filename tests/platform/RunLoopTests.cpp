@@ -39,7 +39,7 @@ struct VirtualDriver {
         while (runLoop->now() < end) {
             if (runLoop->runUntil(condition, 0))
                 return true;
-            runLoop->advanceOneTurn(0.001);
+            runLoop->advance(0.001, /*mostTurns=*/1);
         }
         return false;
     }

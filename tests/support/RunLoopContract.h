@@ -3,17 +3,16 @@
 #include "RunLoop.h"
 
 #include <atomic>
-#include <cstdio>
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 #include <memory>
-#include <netinet/in.h>
 #include <string>
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 /// What every run loop promises. A test program instantiates it with a driver:
 ///
@@ -97,31 +96,23 @@ TYPED_TEST_P(RunLoopContract, AnyThreadMayPost)
     EXPECT_EQ(elsewhere, 0u);
 }
 
-TYPED_TEST_P(RunLoopContract, OneShotTimersFireOnceAndInTheirOrder)
+TYPED_TEST_P(RunLoopContract, OneShotTimersFireOnceAtTheirTimeAndInTheirOrder)
 {
     auto& order = this->order;
-    const auto add = [&](char what) { return [&order, what] { order += what; }; };
-    const auto late = this->loop().startTimer(0.06, RunLoopRepeat::Once, add('c'));
-    const auto soon = this->loop().startTimer(0.02, RunLoopRepeat::Once, add('b'));
-    const auto atOnce = this->loop().startTimer(-1, RunLoopRepeat::Once, add('a'));
-    const auto never =
-        this->loop().startTimer(std::numeric_limits<double>::infinity(), RunLoopRepeat::Once, add('x'));
-    const auto notANumber =
-        this->loop().startTimer(std::numeric_limits<double>::quiet_NaN(), RunLoopRepeat::Forever, add('x'));
+    constexpr double endless = std::numeric_limits<double>::infinity();
+    constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+    const double start = this->loop().now();
+    std::vector<std::unique_ptr<RunLoopTimer>> timers;
+    for (const auto& [seconds, what] :
+         {std::pair{0.06, 'c'}, {0.02, 'b'}, {-1.0, 'a'}, {endless, 'x'}, {notANumber, 'x'}})
+        timers.push_back(this->loop().startTimer(seconds, RunLoopRepeat::Once, [&, seconds, what] {
+            order += what;
+            EXPECT_GE(this->loop().now() - start, seconds - 0.001);
+        }));
     EXPECT_EQ(order, "");
     EXPECT_TRUE(this->turnUntil([&] { return order.size() >= 3; }));
     this->pass(0.03);
     EXPECT_EQ(order, "abc");
-}
-
-TYPED_TEST_P(RunLoopContract, ATimerKeepsItsTime)
-{
-    const double start = this->loop().now();
-    double fired = 0;
-    const auto timer =
-        this->loop().startTimer(0.05, RunLoopRepeat::Once, [&] { fired = this->loop().now(); });
-    EXPECT_TRUE(this->turnUntil([&] { return fired != 0; }));
-    EXPECT_GE(fired - start, 0.049);
 }
 
 TYPED_TEST_P(RunLoopContract, ATimerDestroyedInATaskFiresNoMore)
@@ -155,7 +146,9 @@ TYPED_TEST_P(RunLoopContract, AWatchIsCalledOnEveryTurnThatItIsReadyAndOfInteres
         });
     ASSERT_TRUE(watch);
     pair.send();
-    EXPECT_TRUE(this->turnUntil([&] { return readable >= 3; })) << "its byte is not read, so it stays ready";
+    bool hasPosted = false;
+    this->loop().post([&] { hasPosted = true; });
+    EXPECT_TRUE(this->turnUntil([&] { return hasPosted && readable >= 3; })) << "its byte is not read";
     EXPECT_EQ(writable, 0);
     watch->setInterest(RunLoopInterest::Writable);
     EXPECT_TRUE(this->turnUntil([&] { return writable >= 3; }));
@@ -166,30 +159,13 @@ TYPED_TEST_P(RunLoopContract, AWatchIsCalledOnEveryTurnThatItIsReadyAndOfInteres
     watch->setInterest(RunLoopInterest::ReadableAndWritable);
     EXPECT_TRUE(this->turnUntil([&] { return readable > 0 && writable > 0; }));
     watch->setInterest(RunLoopInterest::None);
-}
-
-TYPED_TEST_P(RunLoopContract, AHangUpAndAnErrorStayReady)
-{
-    typename TestFixture::Pair pair;
-    int heard = 0;
-    auto watch = this->loop().watchDescriptor(pair.ends[0], RunLoopInterest::Readable,
-                                              [&](RunLoopInterest) { ++heard; });
+    char unread;
+    EXPECT_EQ(::read(pair.ends[0], &unread, 1), 1);
+    readable = 0;
+    watch->setInterest(RunLoopInterest::Readable);
     pair.closeFar();
-    EXPECT_TRUE(this->turnUntil([&] { return heard >= 2; }));
-    watch.reset();
-
-    const int refused = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
-    sockaddr_in nobody{};
-    nobody.sin_family = AF_INET;
-    nobody.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    nobody.sin_port = htons(1);
-    static_cast<void>(::connect(refused, reinterpret_cast<const sockaddr*>(&nobody), sizeof nobody));
-    heard = 0;
-    watch =
-        this->loop().watchDescriptor(refused, RunLoopInterest::Writable, [&](RunLoopInterest) { ++heard; });
-    EXPECT_TRUE(this->turnUntil([&] { return heard >= 2; }));
-    watch.reset();
-    ::close(refused);
+    EXPECT_TRUE(this->turnUntil([&] { return readable >= 2; })) << "a hang-up stays ready";
+    watch->setInterest(RunLoopInterest::None);
 }
 
 TYPED_TEST_P(RunLoopContract, AWatchEndedInAHandlerIsNotCalledAndItsDescriptorCanBeWatchedAgain)
@@ -216,22 +192,6 @@ TYPED_TEST_P(RunLoopContract, AWatchEndedInAHandlerIsNotCalledAndItsDescriptorCa
     EXPECT_EQ(heardAnew, 1);
 }
 
-TYPED_TEST_P(RunLoopContract, TasksAndTimersRunDuringAFlood)
-{
-    typename TestFixture::Pair pair;
-    pair.send();
-    bool posted = false, timed = false;
-    std::unique_ptr<RunLoopTimer> timer;
-    const auto flood =
-        this->loop().watchDescriptor(pair.ends[0], RunLoopInterest::Readable, [&](RunLoopInterest) {
-            if (timer)
-                return;
-            this->loop().post([&] { posted = true; });
-            timer = this->loop().startTimer(0, RunLoopRepeat::Once, [&] { timed = true; });
-        });
-    EXPECT_TRUE(this->turnUntil([&] { return posted && timed; }));
-}
-
 TYPED_TEST_P(RunLoopContract, AfterADelayReadyDescriptorsComeBeforeDueTimers)
 {
     typename TestFixture::Pair pair;
@@ -251,14 +211,6 @@ TYPED_TEST_P(RunLoopContract, AfterADelayReadyDescriptorsComeBeforeDueTimers)
     });
     EXPECT_TRUE(this->turnUntil([&] { return order.size() >= 2; }));
     EXPECT_EQ(order, "rt");
-}
-
-TYPED_TEST_P(RunLoopContract, ARegularFileCannotBeWatched)
-{
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), &std::fclose);
-    ASSERT_TRUE(file);
-    EXPECT_FALSE(this->loop().watchDescriptor(::fileno(file.get()), RunLoopInterest::Readable,
-                                              [](RunLoopInterest) {}));
 }
 
 TYPED_TEST_P(RunLoopContract, WhatWasScheduledMayOutliveTheLoop)
@@ -281,9 +233,9 @@ TYPED_TEST_P(RunLoopContract, WhatWasScheduledMayOutliveTheLoop)
 }
 
 REGISTER_TYPED_TEST_SUITE_P(RunLoopContract, PostedTasksRunLaterInTheirOrder, AnyThreadMayPost,
-                            OneShotTimersFireOnceAndInTheirOrder, ATimerKeepsItsTime,
+                            OneShotTimersFireOnceAtTheirTimeAndInTheirOrder,
                             ATimerDestroyedInATaskFiresNoMore,
-                            AWatchIsCalledOnEveryTurnThatItIsReadyAndOfInterest, AHangUpAndAnErrorStayReady,
+                            AWatchIsCalledOnEveryTurnThatItIsReadyAndOfInterest,
                             AWatchEndedInAHandlerIsNotCalledAndItsDescriptorCanBeWatchedAgain,
-                            TasksAndTimersRunDuringAFlood, AfterADelayReadyDescriptorsComeBeforeDueTimers,
-                            ARegularFileCannotBeWatched, WhatWasScheduledMayOutliveTheLoop);
+                            AfterADelayReadyDescriptorsComeBeforeDueTimers,
+                            WhatWasScheduledMayOutliveTheLoop);

@@ -13,7 +13,7 @@
 namespace
 {
 constexpr double smallestInterval = 0.001;
-constexpr int mostTurns = 100'000; // at one moment
+constexpr int turnsWhenStuck = 100'000; // at one moment
 } // namespace
 
 struct VirtualRunLoop::State {
@@ -36,31 +36,20 @@ struct VirtualRunLoop::State {
     std::uint64_t lastKey = 0;
 };
 
-namespace
-{
-
-template <typename State>
-class Timer final : public RunLoopTimer
+/// A timer or a watch: it takes its entry out of the loop's state.
+template <typename Base>
+class VirtualRunLoop::Entry final : public Base
 {
 public:
-    Timer(std::shared_ptr<State> state, std::uint64_t key) : state(std::move(state)), key(key) {}
-    ~Timer() override { state->timers.erase(key); }
-
-private:
-    std::shared_ptr<State> state;
-    std::uint64_t key;
-};
-
-template <typename State>
-class Watch final : public RunLoopWatch
-{
-public:
-    Watch(std::shared_ptr<State> state, std::uint64_t key) : state(std::move(state)), key(key) {}
-    ~Watch() override { state->watches.erase(key); }
-    void setInterest(RunLoopInterest interest) override
+    Entry(std::shared_ptr<State> state, std::uint64_t key) : state(std::move(state)), key(key) {}
+    ~Entry() override
     {
-        const auto found = state->watches.find(key);
-        if (found != state->watches.end())
+        state->timers.erase(key);
+        state->watches.erase(key);
+    }
+    void setInterest(RunLoopInterest interest)
+    {
+        if (const auto found = state->watches.find(key); found != state->watches.end())
             found->second.interest = interest;
     }
 
@@ -68,8 +57,6 @@ private:
     std::shared_ptr<State> state;
     std::uint64_t key;
 };
-
-} // namespace
 
 VirtualRunLoop::VirtualRunLoop() : state(std::make_shared<State>()) {}
 
@@ -82,30 +69,19 @@ VirtualRunLoop::~VirtualRunLoop()
     const auto watches = std::exchange(state->watches, {});
 }
 
-void VirtualRunLoop::advance(double seconds)
+void VirtualRunLoop::advance(double seconds, int mostTurns)
 {
     const double until = time + seconds;
     do {
         runPosted();
-        for (int turns = 0; pollWatches(0); ++turns) {
-            if (turns > mostTurns)
+        for (int turns = 0; turns < mostTurns && pollWatches(0); ++turns) {
+            if (turns == turnsWhenStuck)
                 throw std::runtime_error("a watched descriptor stays ready whatever its handler does");
             runPosted();
         }
     } while (fireDueTimer(until));
     time = until;
     runPosted();
-}
-
-void VirtualRunLoop::advanceOneTurn(double seconds)
-{
-    const double until = time + seconds;
-    do {
-        runPosted();
-        pollWatches(0);
-        runPosted();
-    } while (fireDueTimer(until));
-    time = until;
 }
 
 void VirtualRunLoop::runPosted()
@@ -159,7 +135,7 @@ std::unique_ptr<RunLoopTimer> VirtualRunLoop::startTimer(double seconds, RunLoop
                                 : std::numeric_limits<double>::infinity();
     state->timers.emplace(key, State::ScheduledTimer{time + interval, interval,
                                                      repeat == RunLoopRepeat::Forever, std::move(task)});
-    return std::make_unique<Timer<State>>(state, key);
+    return std::make_unique<Entry<RunLoopTimer>>(state, key);
 }
 
 std::unique_ptr<RunLoopWatch> VirtualRunLoop::watchDescriptor(int descriptor, RunLoopInterest interest,
@@ -171,7 +147,7 @@ std::unique_ptr<RunLoopWatch> VirtualRunLoop::watchDescriptor(int descriptor, Ru
         return nullptr; // as epoll has it
     const auto key = ++state->lastKey;
     state->watches.emplace(key, State::Watched{descriptor, interest, std::move(handler)});
-    return std::make_unique<Watch<State>>(state, key);
+    return std::make_unique<Entry<RunLoopWatch>>(state, key);
 }
 
 std::chrono::system_clock::time_point VirtualRunLoop::timeOfDay() const

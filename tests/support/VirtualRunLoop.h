@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <limits>
 #include <map>
 #include <mutex>
 #include <vector>
@@ -19,9 +20,8 @@ public:
 
     /// Moves the time on by `seconds`, firing what falls due at its own moment and in order; what was posted
     /// runs before the time moves. Throws if a descriptor stays ready after many calls of its handler.
-    void advance(double seconds);
-    /// The same with a single look at the descriptors, which may stay ready.
-    void advanceOneTurn(double seconds);
+    /// After `mostTurns` at a moment, descriptors that are still ready wait.
+    void advance(double seconds, int mostTurns = std::numeric_limits<int>::max());
     /// Runs what was posted, and what that posts, until nothing is left. Time stands still.
     void runPosted();
     /// For a test of real descriptors or threads: turns the loop in real time, its own time standing still,
@@ -65,6 +65,8 @@ public:
 
 private:
     struct State;
+    template <typename Base>
+    class Entry;
     bool fireDueTimer(double until);
     bool pollWatches(int milliseconds);
 
