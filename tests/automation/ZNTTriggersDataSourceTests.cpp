@@ -129,7 +129,6 @@ TEST_F(TriggersDataSource, ThePaneFollowsACellEditedBesideItUnlessItHoldsUnsaved
     set(u"look~", "check", 0);
     set(u"sit", "action", 0);
     EXPECT_EQ(pane.content, u"look~~\nsit") << "a pane that is read back in part only is not edited";
-
     pane.content = u"a long pattern~\nbeing written";
     set(true, "active", 0);
     set(u"kneel", "action", 0);

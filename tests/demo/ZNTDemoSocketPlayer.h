@@ -29,7 +29,7 @@ inline int connectionTo(std::uint16_t port)
 class ZNTDemoSocketPlayer
 {
 public:
-    ZNTDemoSocketPlayer(VirtualRunLoop& loop, int descriptor) : loop(loop), descriptor(descriptor) {}
+    ZNTDemoSocketPlayer(VirtualRunLoop& loop, int descriptor) : descriptor(descriptor), loop(loop) {}
     ~ZNTDemoSocketPlayer() { hangUp(); }
     ZNTDemoSocketPlayer(const ZNTDemoSocketPlayer&) = delete;
     ZNTDemoSocketPlayer& operator=(const ZNTDemoSocketPlayer&) = delete;
@@ -80,6 +80,7 @@ public:
 
     /// What has come and was not yet asked for.
     std::string received;
+    int descriptor;
 
 private:
     void read()
@@ -92,7 +93,6 @@ private:
     }
 
     VirtualRunLoop& loop;
-    int descriptor;
     bool hasEnded = false;
 };
 

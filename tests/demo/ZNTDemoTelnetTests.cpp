@@ -17,18 +17,13 @@ struct Recorder final : ZNTDemoTelnetListener {
     }
 };
 
-void receiveAll(ZNTDemoTelnetInput& input, std::string_view bytes)
-{
-    while (!bytes.empty())
-        bytes.remove_prefix(input.receive(bytes));
-}
-
 std::vector<std::string> heardFrom(const std::vector<std::string_view>& slices)
 {
     Recorder recorder;
     ZNTDemoTelnetInput input(recorder);
-    for (const auto slice : slices)
-        receiveAll(input, slice);
+    for (auto slice : slices)
+        while (!slice.empty())
+            slice.remove_prefix(input.receive(slice));
     return recorder.heard;
 }
 
