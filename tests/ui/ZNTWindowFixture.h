@@ -7,14 +7,13 @@
 #include "ZNTOutputView.h"
 #include "ZNTQtAlert.h"
 #include "ZNTQtText.h"
+#include "ZNTRecordedSounds.h"
+#include "ZNTRecordedSpeech.h"
 #include "ZNTScreenReader.h"
-#include "ZNTSilentSounds.h"
 #include "ZNTSocketStream.h"
-#include "ZNTSpeechEngine.h"
 #include "ZNTTemporaryFolder.h"
 #include "ZNTTestPlatform.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
@@ -30,33 +29,6 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
-
-/// A voice that is only remembered.
-struct ZNTRememberedSpeech final : ZNTSpeechEngine {
-    std::vector<std::u16string> said;
-    bool available = true;
-    std::function<void()> listener;
-    [[nodiscard]] bool isSpeaking() const override { return false; }
-    void startSpeaking(std::u16string_view text) override { said.emplace_back(text); }
-    void stopSpeaking() override {}
-    [[nodiscard]] bool isAvailable() const override { return available; }
-    void setAvailabilityListener(std::function<void()> changed) override { listener = std::move(changed); }
-    void setAvailable(bool isAvailable)
-    {
-        available = isAvailable;
-        listener();
-    }
-    [[nodiscard]] bool hasSaid(std::u16string_view text) const
-    {
-        return std::find(said.begin(), said.end(), text) != said.end();
-    }
-};
-
-/// No sound, but a count of what is asked for.
-struct ZNTCountedSounds final : ZNTSilentSounds {
-    int timesAllStopped = 0;
-    void stopAll() override { ++timesAllStopped; }
-};
 
 /// The whole window over a home of its own, with keys pressed and widgets read as a player would.
 class ZNTWindowFixture : public testing::Test
@@ -148,27 +120,12 @@ protected:
     std::pair<QString, QString> answerAlert(Qt::Key key = Qt::Key_Return)
     {
         auto& box = static_cast<QMessageBox&>(waitForDialog("alert"));
-        const std::pair<QString, QString> said{box.text(), box.informativeText()};
+        const std::pair said{box.text(), box.informativeText()};
         press(box, key);
         EXPECT_TRUE(
             until([] { return dialog("alert") == nullptr && QApplication::activeWindow() != nullptr; }));
         return said;
     }
-    /// Titles of its buttons: "OK (default), Cancel".
-    QString buttonsOfAlert()
-    {
-        const auto& box = static_cast<QMessageBox&>(waitForDialog("alert"));
-        QStringList titles;
-        for (auto* button : box.findChildren<QPushButton*>())
-            titles << button->text().remove(QLatin1Char('&')) +
-                          QLatin1String(button == box.defaultButton() ? " (default)" : "");
-        return titles.join(u", "_s);
-    }
-    static std::pair<QString, QString> words(const char* title, const char* text)
-    {
-        return {QString::fromUtf8(title), QString::fromUtf8(text)};
-    }
-
     /// Connects to a demo game through the fields and the keyboard. Null leaves the name as it stands.
     void playDemo(const char* name = "Lantern Cove")
     {
@@ -229,8 +186,8 @@ protected:
         runLoop,       clock, log,
         notifications, alert, {home.path(), ZNTFilePlaces::forThisProcess().resources, home.path(".cache")}};
     ZNTDatabaseHelper database{platform.places, log};
-    ZNTCountedSounds sounds;
-    ZNTRememberedSpeech speech;
+    ZNTRecordedSounds sounds;
+    ZNTRecordedSpeech speech;
     ZNTNoScreenReader screenReader;
     ZNTMainWindow window;
     std::unique_ptr<ZNTApplicationWindow> parts = std::make_unique<ZNTApplicationWindow>(

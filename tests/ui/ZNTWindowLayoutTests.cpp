@@ -5,14 +5,13 @@
 #include <QAbstractSpinBox>
 #include <QAction>
 #include <QComboBox>
+#include <QDebug>
 #include <QFocusFrame>
-#include <QHeaderView>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QToolButton>
 
@@ -24,42 +23,19 @@ namespace
 
 constexpr int rounding = 1; // of what several rows share
 
-std::string described(const QWidget& widget)
-{
-    const auto* button = qobject_cast<const QAbstractButton*>(&widget);
-    const auto* label = qobject_cast<const QLabel*>(&widget);
-    const QRect place = widget.geometry();
-    return u"%1 %2 \"%3\" (%4, %5, %6 x %7)"_s
-        .arg(QLatin1String(widget.metaObject()->className()), widget.objectName(),
-             button  ? button->text()
-             : label ? label->text()
-                     : QString())
-        .arg(place.x())
-        .arg(place.y())
-        .arg(place.width())
-        .arg(place.height())
-        .toStdString();
-}
+std::string described(const QWidget& widget) { return QDebug::toString(&widget).toStdString(); }
 
-/// The room that a widget with words needs at the width that it has; empty for widgets that scroll or show
-/// nothing.
+/// The room that a widget needs at the width that it has; empty for widgets that scroll or lay others out.
 QSize neededBy(const QWidget& widget)
 {
     const QWidget* around = widget.parentWidget();
-    if (qobject_cast<const QComboBox*>(around) || qobject_cast<const QAbstractSpinBox*>(around))
+    if (qobject_cast<const QAbstractScrollArea*>(&widget) || qobject_cast<const QScrollBar*>(&widget) ||
+        widget.layout() != nullptr || qobject_cast<const QComboBox*>(around) ||
+        qobject_cast<const QAbstractSpinBox*>(around))
         return {}; // the field in a box has what the box has
-    const auto* label = qobject_cast<const QLabel*>(&widget);
-    const bool isWorded = qobject_cast<const QAbstractButton*>(&widget) ||
-                          (label && !label->text().isEmpty()) || qobject_cast<const QComboBox*>(&widget) ||
-                          qobject_cast<const QAbstractSpinBox*>(&widget);
-    if (isWorded && (widget.hasHeightForWidth() || (label && label->wordWrap())))
-        return {label ? 0 : widget.minimumSizeHint().width(),
-                widget.heightForWidth(widget.width()) - rounding};
-    if (isWorded)
-        return widget.minimumSizeHint();
-    if (qobject_cast<const QLineEdit*>(&widget))
-        return {widget.fontMetrics().averageCharWidth() * 4, widget.minimumSizeHint().height()};
-    return {};
+    if (widget.hasHeightForWidth())
+        return {0, widget.heightForWidth(widget.width()) - rounding};
+    return widget.minimumSizeHint();
 }
 
 bool isInScrolledContent(const QWidget& widget)
@@ -81,16 +57,6 @@ std::vector<QWidget*> shownIn(QWidget& window)
 
 using Faults = std::vector<std::string>;
 
-void lookAtHeadings(const QHeaderView& header, Faults& faults)
-{
-    for (int section = 0; header.orientation() == Qt::Horizontal && section < header.count(); ++section) {
-        const QString heading = header.model()->headerData(section, Qt::Horizontal).toString();
-        if (header.sectionSize(section) < header.fontMetrics().horizontalAdvance(heading))
-            faults.push_back("the heading " + heading.toStdString() + " is cut to " +
-                             std::to_string(header.sectionSize(section)));
-    }
-}
-
 void lookAt(const QWidget& widget, Faults& faults)
 {
     const QSize needed = neededBy(widget);
@@ -100,8 +66,6 @@ void lookAt(const QWidget& widget, Faults& faults)
     const QWidget& around = *widget.parentWidget();
     if (!isInScrolledContent(widget) && !around.rect().contains(widget.geometry()))
         faults.push_back(described(widget) + " sticks out of " + described(around));
-    if (const auto* header = qobject_cast<const QHeaderView*>(&widget))
-        lookAtHeadings(*header, faults);
     const auto* area = qobject_cast<const QScrollArea*>(&widget);
     if (area && area->widget()->width() > area->viewport()->width())
         faults.push_back(described(widget) + " must be scrolled sideways");
@@ -130,10 +94,8 @@ void expectNothingCut(QWidget& window)
     QTest::qWait(1);
     Faults faults;
     // Layouts settle on later turns.
-    const bool isWhole = QTest::qWaitFor([&] { return (faults = cutIn(window)).empty(); }, 2'000);
-    EXPECT_TRUE(isWhole);
-    for (const std::string& fault : faults)
-        ADD_FAILURE() << fault;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return (faults = cutIn(window)).empty(); }, 2'000))
+        << testing::PrintToString(faults);
 }
 
 /// The desktop's font in points, there before the first widget.
@@ -187,21 +149,6 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheWindow)
     }
 }
 
-TEST_P(ZNTWindowLayout, MenusFitOnTheScreen)
-{
-    const QRect screen = window.screen()->geometry();
-    const auto menus = window.menuBar()->findChildren<QMenu*>();
-    ASSERT_GE(menus.size(), parts->menu.menus().size());
-    for (QMenu* menu : menus) {
-        SCOPED_TRACE(menu->title().toStdString());
-        menu->popup(screen.topLeft());
-        ASSERT_TRUE(until([menu] { return menu->isVisible(); }));
-        EXPECT_TRUE(screen.contains(menu->geometry()));
-        EXPECT_GE(menu->width(), menu->sizeHint().width()); // what is too high scrolls
-        menu->close();
-    }
-}
-
 TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
 {
     action("addMacro").trigger();
@@ -218,15 +165,11 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
     expectSheetWhole("doneRecording", "ZNTCommandRecorderView2");
     expectSheetWhole("keyboardMap", "keyboardPage");
     expectSheetWhole("about", "aboutPage");
-}
-
-TEST_P(ZNTWindowLayout, NothingIsCutOffInThePreferences)
-{
     action("showPreferencesView").trigger();
     QDialog& preferences = waitForDialog("PreferencesView");
     auto& tabs = find<QTabWidget>(preferences, "tabView");
     for (int tab = 0; tab < tabs.count(); ++tab) {
-        SCOPED_TRACE(tabs.tabText(tab).toStdString());
+        SCOPED_TRACE(tab);
         tabs.setCurrentIndex(tab);
         expectNothingCut(preferences);
     }
@@ -254,17 +197,15 @@ TEST_F(ZNTWindowRoom, ControlsThatGrowAndShrinkInOpenWindowsStayWhole)
 
 TEST_F(ZNTWindowRoom, TheOutputHasTheEightyColumnsThatGamesAreMadeForOnASmallScreen)
 {
-    window.resize(1024, 768);
-    ASSERT_TRUE(until([&] { return window.width() == 1024; }));
-    EXPECT_GE(window.textFromServer->columns(), 80);
-    EXPECT_TRUE(window.sidePanel->isVisible());
-    expectNothingCut(window);
     // Larger windows give the rest to the output, smaller ones take it from there.
-    window.resize(900, 700);
-    ASSERT_TRUE(until([&] { return window.textFromServer->columns() < 80; }));
-    expectNothingCut(window);
-    window.resize(1024, 768);
-    EXPECT_TRUE(until([&] { return window.textFromServer->columns() >= 80; }));
+    const std::tuple<int, int, bool> sizes[] = {{1024, 768, true}, {900, 700, false}, {1024, 768, true}};
+    for (const auto& [width, height, hasEighty] : sizes) {
+        window.resize(width, height);
+        EXPECT_TRUE(until(
+            [&, hasEighty = hasEighty] { return (window.textFromServer->columns() >= 80) == hasEighty; }));
+        EXPECT_TRUE(window.sidePanel->isVisible());
+        expectNothingCut(window);
+    }
 }
 
 TEST_F(ZNTWindowRoom, AnEmptyOutputSaysHowToBeginAndHoldsNoText)
@@ -273,11 +214,9 @@ TEST_F(ZNTWindowRoom, AnEmptyOutputSaysHowToBeginAndHoldsNoText)
     EXPECT_TRUE(view.accessibleDescription().contains(u"Pick a game with Ctrl+G"_s));
     EXPECT_EQ(output(), QString());
     playDemo();
-    EXPECT_EQ(view.accessibleDescription(), QString());
     view.clear();
     EXPECT_EQ(view.accessibleDescription(), QString()); // the game goes on
-    action("connectToServer").trigger();
-    EXPECT_TRUE(until([&] { return session().state() == ZNTSessionState::Idle; }));
+    leaveTheGame();
     view.clear();
     EXPECT_TRUE(view.accessibleDescription().contains(u"Pick a game"_s));
 }
@@ -285,28 +224,11 @@ TEST_F(ZNTWindowRoom, AnEmptyOutputSaysHowToBeginAndHoldsNoText)
 TEST_F(ZNTWindowRoom, AnEmptyListSaysWhyItIsEmpty)
 {
     ZNTHintedTable& macros = *window.macroTable;
-    EXPECT_EQ(macros.model()->rowCount(), 0);
     EXPECT_TRUE(macros.accessibleDescription().contains(u"Pick a group"_s));
     makeMacroGroup("Greetings");
     EXPECT_TRUE(macros.accessibleDescription().contains(u"no macros yet"_s));
-
-    action("showPreferencesView").trigger();
-    QDialog& preferences = waitForDialog("PreferencesView");
-    auto& triggers = find<ZNTHintedTable>(preferences, "triggerTableView");
-    auto& sameMacros = find<ZNTHintedTable>(preferences, "preferencesMacroTable");
-    EXPECT_EQ(sameMacros.accessibleDescription(), macros.accessibleDescription());
-    EXPECT_TRUE(triggers.accessibleDescription().contains(u"No triggers yet"_s));
-    find<QPushButton>(preferences, "addTriggerButton").click();
-    EXPECT_EQ(triggers.model()->rowCount(), 1);
-    EXPECT_EQ(triggers.accessibleDescription(), QString());
-    find<QPushButton>(preferences, "removeTriggerButton").click();
-    EXPECT_TRUE(triggers.accessibleDescription().contains(u"No triggers yet"_s));
-    press(preferences, Qt::Key_Escape);
-
     action("addMacro").trigger();
     find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
     EXPECT_TRUE(until([&] { return macros.model()->rowCount() == 1; }));
     EXPECT_EQ(macros.accessibleDescription(), QString());
-    find<QComboBox>("macroComboBoxGroup").setEditText(u"Nobody's"_s);
-    EXPECT_TRUE(macros.accessibleDescription().contains(u"Pick a group"_s));
 }

@@ -26,7 +26,6 @@ TEST_F(ZNTWindowPlay, AGameIsPlayedWithTheKeyboardAlone)
 {
     EXPECT_TRUE(window.ipAddress->hasFocus());
     EXPECT_FALSE(commandLine().isEnabled());
-    EXPECT_EQ(status(), u"Not connected, speech off"_s);
     playDemo();
     EXPECT_EQ(window.connectionButton->accessibleName(), u"Disconnect"_s);
     EXPECT_FALSE(window.ipAddress->isEnabled());
@@ -55,24 +54,19 @@ TEST_F(ZNTWindowPlay, AGameIsPlayedWithTheKeyboardAlone)
     window.mudName->clear();
     typeOnKeypad(*window.mudName, Qt::Key_2);
     EXPECT_EQ(window.mudName->text(), u"2"_s) << "where one types, the keypad types";
-    commandLine().setFocus();
     walks("> southWest", [&] { press(find<QPushButton>("southWestButton"), Qt::Key_Space); });
     walks("> up", [&] { press(commandLine(), Qt::Key_Up, Qt::AltModifier | Qt::ShiftModifier); });
     action("keypadWalks").trigger();
     press(commandLine(), Qt::Key_8, Qt::KeypadModifier);
-    EXPECT_EQ(commandLineText(), u"8"_s);
-    find<QLineEdit>("textToServer").clear();
-
     // What is typed while reading goes to the command line, and the letter that began it is not lost.
     window.textFromServer->setFocus();
     press(*window.textFromServer, Qt::Key_W);
     EXPECT_TRUE(commandLine().hasFocus());
-    EXPECT_EQ(commandLineText(), u"w"_s);
+    EXPECT_EQ(commandLineText(), u"8w"_s);
 
     leaveTheGame();
     EXPECT_EQ(window.connectionButton->accessibleName(), u"Connect"_s);
     EXPECT_TRUE(window.ipAddress->isEnabled());
-    EXPECT_FALSE(commandLine().isEnabled());
     EXPECT_TRUE(window.textFromServer->hasFocus()) << "where the last lines can be read";
     EXPECT_EQ(status(), u"Not connected, speech off"_s);
 }
@@ -92,92 +86,63 @@ TEST_F(ZNTWindowPlay, TheWindowsKeysWorkOnTheCommandLine)
     QApplication::clipboard()->setText(u"say one\nsay two\r\nsay three\n"_s);
     press(commandLine(), Qt::Key_V, Qt::ControlModifier);
     press(commandLine(), Qt::Key_Return);
-    EXPECT_TRUE(outputHas("You say: three"));
-    EXPECT_TRUE(gameIsReady());
-    for (const char* line : {"say one\n", "say two\n", "say three\n", "You say: one", "You say: two"})
+    for (const char* line : {"You say: one", "You say: two", "You say: three"})
         EXPECT_TRUE(outputHas(line)) << line;
-    EXPECT_EQ(commandLineText(), QString());
     EXPECT_EQ(session().lastCommand(), u"say three");
 
     press(commandLine(), Qt::Key_F, Qt::ControlModifier);
     type(*QApplication::focusWidget(), "LANTERN sq");
     EXPECT_TRUE(until([&] { return window.textFromServer->selectedText() == u"Lantern Sq"_s; }));
     EXPECT_TRUE(until([&] { return find<QLabel>("findStatus").text() == u"1 of 1"_s; }));
+
+    sounds.soundFromUrl("http://127.0.0.1/rain.wav")->play();
+    press(commandLine(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_FALSE(sounds.isPlaying());
+    EXPECT_FALSE(action("stopWalking").isEnabled());
+    send("!20n");
+    EXPECT_TRUE(action("stopWalking").isEnabled());
+    press(commandLine(), Qt::Key_Period, Qt::ControlModifier);
+    EXPECT_FALSE(session().isWalking());
+    EXPECT_FALSE(action("stopWalking").isEnabled());
 }
 
 TEST_F(ZNTWindowPlay, TheGameBeingPlayedIsNamedWhateverTheFieldsSay)
 {
     // The list fills the fields; then the player types another address and leaves the name.
     parts->controller.showZNTMudListController();
-    QDialog& sheet = waitForDialog("ZNTMudListView");
-    press(find<QTableView>(sheet, "tableView"), Qt::Key_Return);
-    EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
-    const QString picked = window.mudName->text();
-    EXPECT_NE(picked, QString());
+    press(find<QTableView>(waitForDialog("ZNTMudListView"), "tableView"), Qt::Key_Return);
+    EXPECT_TRUE(until([&] { return dialog("ZNTMudListView") == nullptr; }));
     playDemo(nullptr);
-    EXPECT_EQ(window.mudName->text(), picked) << "it stays as it was left";
+    EXPECT_NE(window.mudName->text(), QString());
     EXPECT_EQ(window.windowTitle(), u"127.0.0.1 - Zantor"_s);
-
     fill(*window.mudName, "Another game");
-    send("look");
     action("startOrPauseRecording").trigger();
     EXPECT_TRUE(status().startsWith(u"Connected to 127.0.0.1 since "_s)) << status().toStdString();
     EXPECT_TRUE(status().contains(u", recording"_s)) << status().toStdString();
-    EXPECT_EQ(window.windowTitle(), u"127.0.0.1 - Zantor"_s);
     leaveTheGame();
     press(*window.connectionButton, Qt::Key_Space);
     EXPECT_TRUE(until([&] { return session().isConnected(); }));
     EXPECT_EQ(window.windowTitle(), u"Another game - Zantor"_s);
 }
 
-TEST_F(ZNTWindowPlay, SpeechThatNothingCanSpeakIsNamedInTheStatusAndInNoAlert)
-{
-    press(window, Qt::Key_F8);
-    EXPECT_EQ(status(), u"Not connected, speech on"_s);
-    speech.setAvailable(false);
-    EXPECT_TRUE(until([&] { return status() == u"Not connected, speech unavailable"_s; }));
-    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-    speech.setAvailable(true);
-    EXPECT_TRUE(until([&] { return status() == u"Not connected, speech on"_s; }));
-}
-
 TEST_F(ZNTWindowPlay, AnAttemptToConnectIsGivenUpByKeyAndMenu)
 {
-    EXPECT_FALSE(action("stopConnecting").isEnabled());
     fill(*window.ipAddress, "127.0.0.1");
     fill(*window.port, "1");
-    const std::vector<std::function<void()>> waysOut{
-        [&] { press(*window.port, Qt::Key_Escape); }, [&] { press(*window.mudName, Qt::Key_Escape); },
-        [&] { press(*window.port, Qt::Key_F5, Qt::ShiftModifier); }};
-    for (const auto& leave : waysOut) {
-        press(*window.port, Qt::Key_Return);
-        ASSERT_EQ(session().state(), ZNTSessionState::Connecting); // the answer comes on a later turn
-        EXPECT_TRUE(action("stopConnecting").isEnabled());
-        leave();
-        EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+    const std::pair<Qt::Key, Qt::KeyboardModifiers> waysOut[] = {{Qt::Key_Escape, Qt::NoModifier},
+                                                                 {Qt::Key_F5, Qt::ShiftModifier}};
+    for (const auto& [key, modifiers] : waysOut) {
         EXPECT_FALSE(action("stopConnecting").isEnabled());
-        EXPECT_TRUE(status().startsWith(u"Not connected"_s));
+        press(*window.port, Qt::Key_Return);
+        EXPECT_TRUE(action("stopConnecting").isEnabled()); // the answer comes on a later turn
+        press(*window.mudName, key, modifiers);
+        EXPECT_EQ(session().state(), ZNTSessionState::Idle);
         QTest::qWait(20);
         EXPECT_EQ(dialog("alert"), nullptr);
     }
 }
 
-TEST_F(ZNTWindowPlay, WalksAndSoundsAreEndedFromTheMenuAndByKey)
-{
-    playDemo();
-    press(commandLine(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(sounds.timesAllStopped, 1);
-    EXPECT_FALSE(action("stopWalking").isEnabled());
-    for (const char* walk : {"!20n", "!20s"})
-        send(walk);
-    EXPECT_TRUE(session().isWalking());
-    EXPECT_TRUE(action("stopWalking").isEnabled());
-    press(commandLine(), Qt::Key_Period, Qt::ControlModifier);
-    EXPECT_FALSE(session().isWalking()) << "both at once";
-    EXPECT_FALSE(action("stopWalking").isEnabled());
-}
-
-TEST_F(ZNTWindowPlay, TheFontPanelIsForLaterTextAndTheUsualSizeIsThePickedOne)
+TEST_F(ZNTWindowPlay, TheFontPanelSetsTheFontOfBothAndTheUsualSizeIsThePickedOne)
 {
     ZNTOutputView& view = *window.textFromServer;
     const auto shownInBoth = [&] {
@@ -185,50 +150,21 @@ TEST_F(ZNTWindowPlay, TheFontPanelIsForLaterTextAndTheUsualSizeIsThePickedOne)
         EXPECT_EQ(commandLine().font().pointSizeF(), view.pointSize());
         return view.pointSize();
     };
-    const auto lastHeight = [&] {
-        return view.characterRect(view.store().line(view.store().endLine() - 2).start).height();
-    };
-    EXPECT_EQ(shownInBoth(), 12);
     playDemo();
-    EXPECT_TRUE(gameIsReady());
-    const int before = lastHeight();
     press(commandLine(), Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
     auto& panel = static_cast<QFontDialog&>(waitForDialog("fontPanel"));
     QFont picked = panel.currentFont();
-    EXPECT_EQ(QFontInfo(picked).family(), QFontInfo(view.textFont()).family());
     EXPECT_TRUE(QFontInfo(picked).fixedPitch());
     picked.setPointSizeF(18);
     panel.setCurrentFont(picked);
     press(panel, Qt::Key_Return);
-    EXPECT_TRUE(until([] { return dialog("fontPanel") == nullptr; }));
+    EXPECT_TRUE(until([&] { return dialog("fontPanel") == nullptr && commandLine().hasFocus(); }));
     EXPECT_EQ(shownInBoth(), 18);
-    EXPECT_EQ(lastHeight(), before);
-    const auto earlier = view.store().endLine() - 2;
-    send("look");
-    EXPECT_TRUE(until([&] { return view.store().endLine() > earlier + 4; }));
-    EXPECT_TRUE(gameIsReady());
-    QTest::qWait(50);
-    EXPECT_GT(lastHeight(), before);
     for (int times = 0; times < 2; ++times)
         press(commandLine(), Qt::Key_Minus, Qt::ControlModifier);
     EXPECT_EQ(shownInBoth(), 16);
     press(commandLine(), Qt::Key_0, Qt::ControlModifier);
     EXPECT_EQ(shownInBoth(), 18);
-}
-
-TEST_F(ZNTWindowPlay, ASecondSessionBeginsOnALineOfItsOwn)
-{
-    playDemo();
-    EXPECT_TRUE(gameIsReady());
-    leaveTheGame();
-    const QString first = output();
-    action("connectToServer").trigger();
-    EXPECT_TRUE(until([&] { return session().isConnected() && output().size() > first.size() + 20; }));
-    const auto& store = window.textFromServer->store();
-    const auto at = static_cast<ZNTOutputStore::Position>(first.size());
-    EXPECT_EQ(store.line(store.lineAt(at)).start, at);
-    EXPECT_TRUE(output().startsWith(first));
-    EXPECT_FALSE(first.endsWith(u'\n')) << "the old one ended in a prompt";
 }
 
 TEST_F(ZNTWindowPlay, WhatIsDoneWithoutAConnectionSaysSo)
@@ -240,33 +176,30 @@ TEST_F(ZNTWindowPlay, WhatIsDoneWithoutAConnectionSaysSo)
     EXPECT_FALSE(window.runMacro->isEnabled());
     EXPECT_FALSE(action("invokeMacro").isEnabled());
 
-    session().setSpeechOnOffBindingState(1);
-    session().zntSpeechSynth().speechOn();
+    press(window, Qt::Key_F8);
     press(*window.resendLastCommand, Qt::Key_Space);
     EXPECT_TRUE(outputHas("look\n"));
-    EXPECT_TRUE(status().startsWith(u"Not connected"_s));
-    EXPECT_TRUE(until([&] { return speech.hasSaid(u"Not connected"); }));
+    EXPECT_TRUE(until([&] { return std::ranges::count(speech.said, "Not connected") == 1; }));
     action("startOrPauseRecording").trigger();
-    EXPECT_TRUE(until([&] { return speech.hasSaid(u"Recording. Not connected"); }));
-    EXPECT_TRUE(status().startsWith(u"Not connected, recording"_s));
+    EXPECT_TRUE(until([&] { return std::ranges::count(speech.said, "Recording. Not connected") == 1; }));
+    speech.isFound = false;
+    speech.availabilityChanged();
+    EXPECT_TRUE(until([&] { return status() == u"Not connected, recording, speech unavailable"_s; }));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 TEST_F(ZNTWindowPlay, AnAlertSaysThatAGameCannotBeReached)
 {
     fill(*window.ipAddress, "127.0.0.1");
-    fill(*window.port, "1");
+    fill(*window.port, " 65537 "); // any number is taken, and cut to the 16 bits of a port
     window.connectionButton->setFocus();
     press(*window.connectionButton, Qt::Key_Space);
-    EXPECT_EQ(answerAlert(),
-              words("MUD Not Responding", "Please select a new MUD or try again later. The MUD "
-                                          "address entered is unavailable."));
-    EXPECT_EQ(session().state(), ZNTSessionState::Idle);
-    EXPECT_TRUE(window.connectionButton->hasFocus());
-    // Return does what the button does, with any number: it is cut to the 16 bits of a port.
-    fill(*window.port, " 65537 ");
-    press(*window.port, Qt::Key_Return);
     EXPECT_EQ(answerAlert().first, u"MUD Not Responding"_s);
+    EXPECT_TRUE(window.connectionButton->hasFocus());
     EXPECT_EQ(window.port->text(), u" 65537 "_s);
+    window.ipAddress->clear();
+    press(*window.connectionButton, Qt::Key_Space);
+    EXPECT_TRUE(window.ipAddress->hasFocus()) << "without an address the button leads to its field";
 }
 
 TEST_F(ZNTWindowPlay, AGameGivenAtTheStartBearsItsNameInTheAddressBookOrElseItsHosts)
@@ -280,20 +213,8 @@ TEST_F(ZNTWindowPlay, AGameGivenAtTheStartBearsItsNameInTheAddressBookOrElseItsH
          {std::pair{u"127.0.0.1"_s, u"127.0.0.1"_s}, {u"localhost"_s, u"Lantern Cove"_s}}) {
         parts->connection.connectTo(host, 1);
         EXPECT_EQ(window.mudName->text(), name);
-        EXPECT_EQ(window.port->text(), u"1"_s);
         answerAlert();
     }
-}
-
-TEST_F(ZNTWindowPlay, AMissingDemoGameIsNamedWithWhatHelps)
-{
-    action("playDemo").trigger(); // not beside this program
-    const auto [title, why] = answerAlert();
-    EXPECT_EQ(title, u"Demo game"_s);
-    EXPECT_TRUE(why.contains(QCoreApplication::applicationDirPath() + u"/zantor-demo: No such file"_s))
-        << why.toStdString();
-    EXPECT_TRUE(why.contains(u"install Zantor again"_s)) << why.toStdString();
-    EXPECT_EQ(session().state(), ZNTSessionState::Idle);
 }
 
 TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
@@ -301,28 +222,14 @@ TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
     playDemo();
     auto& groups = find<QComboBox>("macroComboBoxGroup");
     auto& macros = find<QTableView>("macroTable");
-    const auto names = [&] {
-        QStringList all;
-        for (int row = 0; row < macros.model()->rowCount(); ++row)
-            all << macros.model()->index(row, 0).data().toString();
-        return all;
+    const auto onlyMacro = [&] { return macros.model()->index(0, 0).data().toString(); };
+    const auto isGone = [&](QDialog& sheet, const QWidget& focused) {
+        return until([&] { return !sheet.isVisible() && focused.hasFocus(); });
     };
-
-    action("addMacro").trigger();
-    EXPECT_EQ(answerAlert(), words("Macro does not exist.",
-                                   "Please select a Macro Group before trying to add a new Macro."));
-    press(commandLine(), Qt::Key_E, Qt::ControlModifier);
-    EXPECT_EQ(answerAlert(),
-              words("Macro does not exist.", "Please select a Macro before trying to edit it."));
     groups.setFocus();
     type(groups, "Greetings");
     press(find<QPushButton>("createNewMacroGroup"), Qt::Key_Space);
-    EXPECT_EQ(answerAlert(), words("Macro Group Created!.", "New Macro Grop Added."));
-    EXPECT_EQ(groups.count(), 1);
-    action("editMacro").trigger(); // none is selected
-    EXPECT_EQ(answerAlert().second, u"Please select the macro to edit in the list of macros."_s);
-    EXPECT_EQ(dialog("ZNTEditMacroView"), nullptr);
-
+    answerAlert();
     const auto addsMacro = [&]() -> QDialog& {
         commandLine().setFocus();
         press(commandLine(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
@@ -330,24 +237,17 @@ TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
     };
     QDialog& sheet = addsMacro();
     EXPECT_EQ(sheet.windowModality(), Qt::WindowModal);
-    EXPECT_EQ(find<QLabel>(sheet, "macroGroupNameLabel").text(), u"Greetings"_s);
     type(find<QWidget>(sheet, "macroNameTF"), "gr");
     find<QPushButton>(sheet, "cancelButton").setFocus();
     press(find<QPushButton>(sheet, "cancelButton"), Qt::Key_Return);
-    EXPECT_TRUE(until([&] { return !sheet.isVisible() && commandLine().hasFocus(); }));
-    EXPECT_TRUE(names().isEmpty()) << "Return on Cancel cancels";
-    find<QPushButton>("addMacro").setFocus();
-    press(find<QPushButton>("addMacro"), Qt::Key_Return);
-    waitForDialog("ZNTAddMacroView");
-    press(sheet, Qt::Key_Escape);
-    EXPECT_TRUE(until([&] { return !sheet.isVisible() && window.isActiveWindow(); }));
+    EXPECT_TRUE(isGone(sheet, commandLine()));
+    EXPECT_EQ(macros.model()->rowCount(), 0) << "Return on Cancel cancels";
     addsMacro();
-    EXPECT_EQ(find<QLineEdit>(sheet, "macroNameTF").text(), u"gr"_s) << "kept for this time";
     fill(find<QLineEdit>(sheet, "macroNameTF"), "greet");
     type(find<QWidget>(sheet, "commandText"), "say hello %1");
     press(find<QPushButton>(sheet, "doneButton"), Qt::Key_Space);
-    EXPECT_TRUE(until([&] { return !sheet.isVisible() && commandLine().hasFocus(); }));
-    EXPECT_EQ(names(), QStringList{u"greet"_s});
+    EXPECT_TRUE(isGone(sheet, commandLine()));
+    EXPECT_EQ(onlyMacro(), u"greet"_s);
 
     send("~greet Bob");
     EXPECT_TRUE(outputHas("You say: hello Bob"));
@@ -355,38 +255,31 @@ TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
     macros.selectRow(0);
     press(macros, Qt::Key_Return);
     EXPECT_TRUE(outputHas("You say: hello %1"));
-
     press(macros, Qt::Key_E, Qt::ControlModifier);
     QDialog& edit = waitForDialog("ZNTEditMacroView");
     fill(find<QLineEdit>(edit, "macroNameTF"), "wave");
     press(edit, Qt::Key_Return);
-    EXPECT_TRUE(until([&] { return !edit.isVisible(); }));
-    EXPECT_EQ(names(), QStringList{u"wave"_s});
-    EXPECT_TRUE(until([&] { return macros.hasFocus(); }));
+    EXPECT_TRUE(isGone(edit, macros));
+    EXPECT_EQ(onlyMacro(), u"wave"_s);
 
     press(find<QPushButton>("removeMacro"), Qt::Key_Space);
-    EXPECT_TRUE(names().isEmpty());
-    press(find<QPushButton>("deleteMacroGroup"), Qt::Key_Space);
-    EXPECT_EQ(buttonsOfAlert(), u"OK (default), Cancel"_s);
-    answerAlert(Qt::Key_Escape);
-    EXPECT_EQ(groups.count(), 1);
-    press(find<QPushButton>("deleteMacroGroup"), Qt::Key_Space);
-    answerAlert();
-    EXPECT_EQ(groups.count(), 0);
-    EXPECT_EQ(groups.currentText(), QString());
+    EXPECT_EQ(macros.model()->rowCount(), 0);
+    for (const auto& [key, left] : {std::pair{Qt::Key_Escape, 1}, {Qt::Key_Return, 0}}) {
+        press(find<QPushButton>("deleteMacroGroup"), Qt::Key_Space);
+        answerAlert(key);
+        EXPECT_EQ(groups.count(), left);
+    }
 }
 
 TEST_F(ZNTWindowPlay, LinesAreRecordedReviewedAndSaved)
 {
     playDemo();
     press(commandLine(), Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_TRUE(status().contains(u", recording"_s));
     send("north");
     send("south");
     press(commandLine(), Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
     QDialog& sheet = waitForDialog("ZNTCommandRecorderView2");
     auto& table = find<QTableView>(sheet, "_theTableView");
-    ASSERT_EQ(table.model()->rowCount(), 2);
     editCell(table, 1, 0, "east");
     press(table, Qt::Key_Return);
     ASSERT_EQ(table.model()->rowCount(), 2) << "saving empties the list, so it takes its own button";
@@ -398,14 +291,11 @@ TEST_F(ZNTWindowPlay, LinesAreRecordedReviewedAndSaved)
     ASSERT_FALSE(log.lines.empty());
     for (const char* part : {"NAME: stroll", "east", "SECONDS BETWEEN COMMANDS: 2"})
         EXPECT_NE(log.lines.back().find(part), std::string::npos) << part;
-    press(sheet, Qt::Key_Escape);
-    EXPECT_TRUE(until([&] { return !sheet.isVisible() && commandLine().hasFocus(); }));
 }
 
 TEST_F(ZNTWindowPlay, AnAlertThatComesInTheMiddleOfALineDoesNotTakeTheTyping)
 {
     playDemo();
-    commandLine().setFocus();
     type(commandLine(), "lo");
     alert.showMessage(u"Speech", u"No speech service answers.");
     QDialog& box = waitForDialog("alert");
@@ -421,7 +311,6 @@ TEST_F(ZNTWindowPlay, AnAlertThatComesInTheMiddleOfALineDoesNotTakeTheTyping)
     EXPECT_TRUE(until([] { return dialog("alert") == nullptr; }));
     type(commandLine(), "half a line");
     alert.showMessage(u"Speech", u"No speech service answers.");
-    press(waitForDialog("alert"), Qt::Key_Escape);
-    EXPECT_TRUE(until([] { return dialog("alert") == nullptr; }));
+    answerAlert(Qt::Key_Escape);
     EXPECT_EQ(commandLineText(), u"half a line"_s);
 }

@@ -10,8 +10,8 @@ import sys
 
 sys.dont_write_bytecode = True
 try:
-    from accessible_window import (AccessibleProgram, GaveUp, Relation, Role, State, action_key, children_of, content,
-                                   describe, everything_below, has, related, run_on_a_hidden_screen, shown_below, stop_of,
+    from accessible_window import (AccessibleProgram, Atspi, GaveUp, Relation, Role, State, action_key, children_of,
+                                   content, describe, everything_below, has, related, run_on_a_hidden_screen, shown_below, stop_of,
                                    wait_for)
 except (ImportError, ValueError):  # the bindings, or their description of AT-SPI
     sys.exit(77)
@@ -56,35 +56,28 @@ class Walk:
         self.part = part
         shown = list(shown_below(window))
         focusable = [element for element in shown if has(element, State.FOCUSABLE)]
-        self.check_names(everything_below(window))
+        self.check_texts(everything_below(window))
         self.check_focusable(focusable)
         self.check_labels(shown)
         self.check_mnemonics(shown)
-        self.go_round(window, focusable)
+        self.go_round(focusable)
         self.check_carets()
 
-    def check_names(self, elements):
+    def check_texts(self, elements):
         for element in elements:
+            name, description = element.get_name(), element.get_description()
             if element.get_role() == Role.TABLE_CELL:  # the player's own words
                 continue
-            name, description = element.get_name(), element.get_description()
-            for text in (name, description):
-                if MARKUP.search(text):
-                    self.fault(f"{describe(element)} is not plain text: {text!r}")
+            if MARKUP.search(name + description):
+                self.fault(f"{describe(element)} is not plain text: {description!r}")
             if name and name in description:
                 self.fault(f"{describe(element)} is said twice: {description!r}")
 
     def check_focusable(self, elements):
-        names = set()
+        words = [describe(element) for element in elements if element.get_role() != Role.TABLE_CELL]
         for element in elements:
-            role, name = element.get_role(), element.get_name()
-            if not name.strip():
-                self.fault(f"a {element.get_role_name()} without a name")
-            if role in NO_ROLE:
-                self.fault(f"{name!r} has the role {element.get_role_name()}")
-            if role != Role.TABLE_CELL and (role, name) in names:
-                self.fault(f"two are called {describe(element)}")
-            names.add((role, name))
+            if not element.get_name().strip() or element.get_role() in NO_ROLE or words.count(describe(element)) > 1:
+                self.fault(f"{describe(element)} has no name, or no role, or another is called so too")
 
     def check_labels(self, shown):
         labels = {field.path: label.get_name() for label in shown for field in related(label, Relation.LABEL_FOR)}
@@ -115,38 +108,30 @@ class Walk:
                 self.fault(f"{words} tells of its caret before it tells of the focus")
         self.program.early_carets.clear()
 
-    def go_round(self, window, focusable):
+    def go_round(self, focusable):
         expected = {stop_of(element) for element in focusable if is_tab_stop(element)}
-        if not expected:
-            self.fault("nothing in it can have the focus")
         self.stops += len(expected)
         if len(expected) < 2:
             return
-        forth = self.cycle("Tab", len(expected))
-        for stop in expected.difference(forth):
-            self.fault(f"Tab does not come to {stop.words}")
-        for stop in set(forth).difference(expected):
-            self.fault(f"Tab comes to {stop.words}, which is no stop")
-        back = self.cycle("shift+Tab", len(expected))
+        forth = self.cycle("Tab")
+        for stop in expected.symmetric_difference(forth):
+            self.fault(f"{'Tab does not come to' if stop in expected else 'no stop, but Tab comes to'} {stop.words}")
+        back = self.cycle("shift+Tab")
         if back[:1] + back[:0:-1] != forth:
             self.fault(f"Shift+Tab goes another way: {', '.join(stop.words for stop in back)}")
 
-    def cycle(self, key, count):
+    def cycle(self, key):
         """The stops from here until the focus comes back."""
         visited = [self.program.stop()]
         while (now := self.program.press_and_follow(key, STANDS_STILL)) != visited[0]:
-            if now is None:
-                self.fault(f"{key} does not leave {visited[-1].words}")
-                break
-            if now in visited:
-                self.fault(f"{key} comes back to {now.words} and never to {visited[0].words}")
+            if now is None or now in visited:
+                self.fault(f"{key} goes from {visited[-1].words} to {now and now.words}")
                 break
             visited.append(now)
         return visited
 
     def open(self, title, keys=None, item=None):
         """Opens a window with keys or an item of a menu; returns it and what had the focus before."""
-        self.part = title
         opener = self.program.stop()
         if item is not None:
             self.program.choose(item)
@@ -165,12 +150,10 @@ class Walk:
         self.program.wait_until_gone(title)
         self.expect_focus(opener, f"after {key}")
 
-    def dialog(self, title, keys=None, item=None, holds=None):
-        """A window that Escape closes; with something of a name in it."""
+    def dialog(self, title, keys=None, item=None):
+        """A window that Escape closes."""
         window, opener = self.open(title, keys, item)
         self.check(window, title)
-        if holds is not None and not any(element.get_name() == holds for element in shown_below(window)):
-            self.fault(f"nothing in it is called {holds!r}")
         self.leave(title, opener)
 
     def find_bar(self, window):
@@ -197,33 +180,21 @@ def add_macro(walk):
     walk.leave("Add Macro", opener, "Return")
 
 
-def look_into_the_group(walk):
-    walk.part = "the open list of macro groups"
-    walk.program.press_and_follow("shift+Tab")
-    walk.program.press("F4")
-    walk.check_focusable([walk.program.wait_for_role(Role.LIST)])
-    walk.program.press("Escape")
-    walk.program.wait_for_role(Role.COMBO_BOX)
-
-
 def edit_a_cell(walk):
     """What is edited bears the name of its column, and Escape leaves the cell and not the sheet."""
     _, opener = walk.open("Games", keys="ctrl+g")
     walk.part = "a cell of the games"
     walk.program.press("F2")
-    editor = walk.program.wait_for_role(Role.TEXT)
-    if editor.get_name() != "Name":
-        walk.fault(f"is edited in {describe(editor)}")
+    wait_for(lambda: describe(walk.program.focused) == "text 'Name'", "the editor of the name")
     walk.check_carets()
     walk.program.press("Escape")
-    walk.program.wait_for_role(Role.TABLE, Role.TABLE_CELL)
+    wait_for(lambda: describe(walk.program.focused).startswith("table "), "the table after Escape")
     walk.leave("Games", opener)
 
 
 def walk_sheets(walk):
     program = walk.program
     add_macro(walk)
-    look_into_the_group(walk)
     program.press_until("Tab", "table 'Macro list'")
     walk.dialog("Edit Macro", keys="ctrl+e")
     walk.dialog("Games", keys="ctrl+g")
@@ -233,7 +204,7 @@ def walk_sheets(walk):
     program.type("look")
     program.press("Return")
     wait_for(lambda: content(program.focused) == "", "the command line to be sent")
-    walk.dialog("Command Recorder", keys="ctrl+shift+f", holds="look")
+    walk.dialog("Command Recorder", keys="ctrl+shift+f")
     walk.dialog("Select Font", keys="ctrl+shift+t")
 
 
@@ -241,16 +212,6 @@ def walk_help(walk):
     walk.dialog("First steps", item="First steps")
     walk.dialog("Keyboard map", keys="F1")
     walk.dialog("About Zantor", item="About Zantor")
-
-
-def walk_radio_buttons(walk, window):
-    """The arrows go through a group, one after the other and back."""
-    buttons = [element for element in shown_below(window) if element.get_role() == Role.RADIO_BUTTON]
-    walk.program.press_until("Tab", "the radio buttons of 'Characters of the game'")
-    for key, order in (("Down", buttons[1:]), ("Up", buttons[-2::-1])):
-        for button in order:
-            walk.program.press(key)
-            wait_for(lambda: walk.program.focused.path == button.path, f"{key} to go to {describe(button)}")
 
 
 def walk_preferences(walk):
@@ -264,48 +225,36 @@ def walk_preferences(walk):
             program.press("space")
             wait_for(lambda: program.marked == "Active: yes", "the mark that the space bar sets to be told")
         walk.check(window, f"preferences, {tab}")
-        if tab == "Encoding":
-            walk_radio_buttons(walk, window)
         program.press_until("shift+Tab", f"page tab list {tab!r}")
         program.press("ctrl+Tab")
     walk.leave("Preferences", opener)
 
 
-def connect_to_nothing(walk):
-    """Without an address the button leads to the field for it."""
-    walk.part = "connecting without an address"
-    walk.program.press_until("Tab", "push button 'Connect'")
-    walk.program.press_and_follow("space")
-    if walk.program.stop().words != "text 'Address'":
-        walk.fault(f"the focus goes to {walk.program.stop().words}")
-
-
-def leave_the_game(walk):
-    """The command line goes; the focus stays with what was said last."""
-    walk.part = "the end of the game"
-    walk.program.press("ctrl+l")
-    wait_for(lambda: walk.program.stop().words == "text 'Command line'", "the command line")
-    walk.program.press_and_follow("F5")
-    if walk.program.stop().words != "text 'Output'":
-        walk.fault(f"the focus goes to {walk.program.stop().words}")
+def expect_speech_for_a_reader_started_by_hand(walk):
+    """The desktop knows nothing of such a reader. It is known by what it listens for."""
+    def is_on():
+        return any(element.get_name() == "Status: Not connected, speech on"
+                   for element in everything_below(walk.program.application))
+    wait_for(is_on, "speech to be on")
 
 
 def walk_everything(walk):
     program = walk.program
     window = program.wait_for_window("Zantor")
+    expect_speech_for_a_reader_started_by_hand(walk)
     walk.check(window, "main window, not connected")
     walk.find_bar(window)
-    connect_to_nothing(walk)
     program.press("ctrl+shift+d")
     wait_for(lambda: program.stop().words == "text 'Command line'", "the demo game")
     walk.check(window, "main window, playing")
     walk_sheets(walk)
     walk_help(walk)
     walk_preferences(walk)
-    leave_the_game(walk)
 
 
 def main():
+    reader = Atspi.EventListener.new(lambda event: None)
+    reader.register("object:property-change:accessible-name")
     program = AccessibleProgram([sys.argv[1]])
     walk = Walk(program)
     try:

@@ -25,14 +25,11 @@ WINDOWS = {Role.FRAME, Role.DIALOG, Role.ALERT, Role.APPLICATION}
 MOST_CHILDREN = 400
 
 
-SKIPPED = 77  # as ctest is told
-
-
 def run_on_a_hidden_screen(main):
     """Ends the calling script with what `main` returns on a screen and buses of its own, where the script is started
     again for it; skipped where a tool is missing."""
     if not all(shutil.which(tool) for tool in ("Xvfb", "dbus-run-session", "xdotool")):
-        sys.exit(SKIPPED)
+        sys.exit(77)  # skipped, as ctest is told
     if "--here" in sys.argv:
         sys.exit(main())
     wrapper = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts", "with-display")
@@ -181,31 +178,19 @@ class AccessibleProgram:
         return self.focused.path not in (field.path, parent.path if parent.get_role() == Role.COMBO_BOX else "")
 
     def _find(self):
-        desktop = Atspi.get_desktop(0)
-        for index in range(desktop.get_child_count()):
-            application = desktop.get_child_at_index(index)
-            if application is not None and application.get_process_id() == self.process.pid:
-                return application
-        return None
+        return next((application for application in children_of(Atspi.get_desktop(0))
+                     if application.get_process_id() == self.process.pid), None)
 
     def window(self, title):
         """The window on the screen whose title begins so, or None."""
-        for index in range(self.application.get_child_count()):
-            window = self.application.get_child_at_index(index)
-            if window is not None and window.get_name().startswith(title) and has(window, State.SHOWING):
-                return window
-        return None
+        return next((window for window in children_of(self.application)
+                     if window.get_name().startswith(title) and has(window, State.SHOWING)), None)
 
     def wait_for_window(self, title):
         """Until it is on the screen and has the focus."""
         window = wait_for(lambda: self.window(title), f"the window {title!r}")
         wait_for(lambda: self.focus_is_in(window), f"the focus in {title!r}")
         return window
-
-    def wait_for_role(self, *roles):
-        """Until something of such a role has the focus."""
-        return wait_for(lambda: self.focused.get_role() in roles and self.focused,
-                        f"the focus on a {roles[0].value_nick}")
 
     def wait_until_gone(self, title):
         wait_for(lambda: self.window(title) is None, f"{title!r} to close")
