@@ -11,6 +11,7 @@ import socket
 import subprocess
 import sys
 import tempfile
+import termios
 import unittest
 
 PROGRAM = sys.argv.pop(1)
@@ -65,23 +66,33 @@ class ConsoleProgram(unittest.TestCase):
                     self.assertIn(done.returncode, (0, 1), done.stderr)
                     self.assertTrue(done.returncode == 0 or done.stderr)
 
-    def test_an_alert_leaves_the_line_being_typed_whole(self):
+    def test_the_line_being_typed_is_drawn_again_below_texts_and_alerts(self):
         with socket.create_server(("127.0.0.1", 0)) as listener:
             ours, theirs = pty.openpty()
             self.addCleanup(os.close, ours)
+            termios.tcsetwinsize(ours, (24, 20))
             client = subprocess.Popen(
                 [PROGRAM, "127.0.0.1", str(listener.getsockname()[1])], stdin=theirs, stdout=theirs, stderr=theirs,
-                start_new_session=True, env=dict(os.environ, HOME=self.home, TERM="xterm"))
+                start_new_session=True, env=dict(os.environ, HOME=self.home, TERM="xterm", LC_ALL="C"))
             self.addCleanup(client.wait)
             self.addCleanup(client.kill)
             os.close(theirs)
             connection, _ = listener.accept()
+        prompt = "\u00e9\u00e9> "  # four columns, which a locale without UTF-8 cannot read
         with connection:
-            connection.sendall(b"Hall> \xff\xf9")
-            self.screen_until(ours, r"Hall> $")
-            os.write(ours, b"say he")
+            connection.sendall(b"\xe9\xe9> \xff\xf9")
+            self.screen_until(ours, prompt + "$")
+            os.write(ours, b"say hello world")
+            self.screen_until(ours, r"world$")
+            connection.sendall(b"one row\r\n\xe9\xe9> \xff\xf9")
+            self.screen_until(ours, rf"(?<!1A)\r\x1b\[J{prompt}one row\r\n[^a-z]*{prompt}say hello world$")
+            os.write(ours, b"!")
+            self.screen_until(ours, r"!")
+            connection.sendall(b"two rows\r\n\xe9\xe9> \xff\xf9")
+            self.screen_until(ours, r"\x1b\[1A\r\x1b\[J.*two rows(.|\s)*say hello world!")
+            os.write(ours, b"\x15say he")
             self.screen_until(ours, r"say he$")
-        self.screen_until(ours, r"\x1b\[J\w[^\r\n]*: [^\r\n]+\r\n\r?Hall> say he$")
+        self.screen_until(ours, rf"\x1b\[J\w[^\r\n]*: [^\r\n]+\r\n\r?{prompt}say he$")
 
     def screen_until(self, terminal, pattern):
         """Reads what the client writes until `pattern` is found in it; colours are not shown."""

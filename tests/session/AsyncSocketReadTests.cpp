@@ -45,57 +45,25 @@ TEST(AsyncReadPacket, WithoutPreBufferingNoByteBehindATerminatorIsAskedFor)
     }
 }
 
-TEST_F(AsyncSocketReadTest, WhatWasReadAheadGoesToTheNextReadOfEveryKind)
+TEST_F(AsyncSocketReadTest, WhatWasReadAheadGoesToTheNextReadOfEveryKindUpToItsLength)
 {
     connect();
-    peer.send("line\nabcdefgh");
+    const auto kept = std::make_shared<std::string>("0123456789");
+    peer.send("line\nabcdefgh\n");
     socket->readDataToData(AsyncSocket::LFData, -1, 1);
     ASSERT_TRUE(awaitReads(1));
-    socket->readDataToLength(3, -1, 2);
+    socket->readDataToLength(3, -1, kept, 2, 2);
     socket->readDataWithTimeout(-1, nullptr, 0, 2, 3);
     socket->readDataToData("g", -1, 4);
-    socket->readDataWithTimeout(-1, 5);
+    socket->readDataToData(AsyncSocket::LFData, -1, 2, 5); // just long enough
     ASSERT_TRUE(awaitReads(5));
-    EXPECT_EQ(heard.reads, (std::vector<std::string>{"line\n", "abc", "de", "fg", "h"}));
-}
-
-TEST_F(AsyncSocketReadTest, ALineLongerThanAllowedEndsTheConnection)
-{
-    for (const bool preBuffers : {true, false}) {
-        socket = std::make_unique<AsyncSocket>(loop, &heard);
-        heard.reads.clear();
-        if (!preBuffers)
-            socket->disablePreBuffering();
-        connect();
-        std::optional<std::string> unread;
-        heard.whenEnding = [&](AsyncSocket& ending) { unread = ending.unreadData(); };
-        peer.send("12345678\r\n");
-        socket->readDataToData(AsyncSocket::CRLFData, -1, 10, 1); // just long enough
-        socket->readDataToData(AsyncSocket::CRLFData, -1, 9, 2);
-        ASSERT_TRUE(awaitReads(1));
-        peer.send("12345678\r\nmore");
-        ASSERT_TRUE(awaitEnd());
-        EXPECT_EQ(heard.reads, std::vector<std::string>{"12345678\r\n"});
-        EXPECT_EQ(heard.lastError,
-                  (ZNTError{"AsyncSocketErrorDomain", 3, "Read operation reached set maximum length"}));
-        EXPECT_EQ(unread, "12345678\r\nmore") << "nothing that came is lost";
-        EXPECT_FALSE(socket->unreadData()) << "only while it ends";
-    }
-}
-
-TEST_F(AsyncSocketReadTest, ACallersBufferIsFilledFromItsOffsetAndKeepsTheRest)
-{
-    connect();
-    const auto roomy = std::make_shared<std::string>("0123456789");
-    const auto tight = std::make_shared<std::string>("0123");
-    socket->readDataToLength(3, -1, roomy, 2, 1);
-    socket->readDataToLength(6, -1, tight, 4, 2);
-    socket->readDataToData("\n", -1, roomy, 1, 3);
-    peer.send("abcdefghixy\n");
-    ASSERT_TRUE(awaitReads(3));
-    EXPECT_EQ(heard.reads, (std::vector<std::string>{"abc", "defghi", "xy\n"}));
-    EXPECT_EQ(*roomy, "0xy\nc56789");
-    EXPECT_EQ(*tight, "0123defghi");
+    EXPECT_EQ(heard.reads, (std::vector<std::string>{"line\n", "abc", "de", "fg", "h\n"}));
+    EXPECT_EQ(*kept, "01abc56789") << "a caller's buffer is filled from its offset";
+    socket->readDataToData(AsyncSocket::LFData, -1, 2, 6);
+    peer.send("ij\n");
+    ASSERT_TRUE(awaitEnd());
+    EXPECT_EQ(heard.lastError,
+              (ZNTError{"AsyncSocketErrorDomain", 3, "Read operation reached set maximum length"}));
 }
 
 TEST_F(AsyncSocketReadTest, BytesThatCameWhileTheLoopWasHeldUpAreNoSilence)

@@ -18,7 +18,7 @@ struct RecordingSocketDelegate final : AsyncSocketDelegate {
     std::vector<double> elapsedReads;
     ZNTError lastError;
     bool welcomesConnection = true;
-    double readExtension = 0, writeExtension = 0;
+    double readExtension = 0;
     std::function<void(AsyncSocket&)> whenRead, whenWritten, whenEnding;
 
     bool onSocketWillConnect(AsyncSocket&) override
@@ -45,10 +45,6 @@ struct RecordingSocketDelegate final : AsyncSocketDelegate {
     {
         events.push_back("wrote " + std::to_string(tag));
         call(whenWritten, socket);
-    }
-    double onSocketShouldTimeoutWriteWithTag(AsyncSocket&, std::int64_t, double, std::size_t) override
-    {
-        return std::exchange(writeExtension, 0);
     }
     void onSocketDidWritePartialDataOfLength(AsyncSocket&, std::size_t length, std::int64_t) override
     {

@@ -30,20 +30,6 @@ TEST_F(AsyncSocketWriteTest, WritesThatComeFasterThanTheLoopTurnsDoNotPileUp)
     EXPECT_LE(turns, 10);
 }
 
-TEST_F(AsyncSocketWriteTest, AWriteThatThePeerDoesNotTakeTimesOutOnceItsExtensionIsUsed)
-{
-    peer.makeReceiveBufferSmall();
-    connect();
-    peer.stopReading();
-    heard.writeExtension = 0.4;
-    socket->writeData(more, 0.1, 1);
-    ASSERT_TRUE(loop.runUntil([this] { return heard.partlyWritten > 0; }));
-    loop.advance(0.45);
-    EXPECT_TRUE(socket->isConnected());
-    loop.advance(0.1);
-    EXPECT_EQ(heard.events, (Events{"ending: Write operation timed out", "disconnected"}));
-}
-
 TEST_F(AsyncSocketWriteTest, AWriteForWhichThePeerMadeRoomWhileTheLoopWasHeldUpIsNotGivenUp)
 {
     VirtualRunLoop elsewhere;
