@@ -215,13 +215,6 @@ TEST_F(ZNTDatabaseFaults, TheRestOfAKilledFirstRunIsRemovedIfNoOtherProgramIsMak
     ::close(another);
     EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
     EXPECT_FALSE(machine.home.has(beside));
-
-    machine.home.write(beside + "/.zantorDB.db", "half of it");
-    std::filesystem::remove_all(machine.home.path(files.folder));
-    EXPECT_THAT(storedNames(), IsEmpty());
-    EXPECT_FALSE(machine.home.has(beside));
-    EXPECT_EQ(files.value("pragma integrity_check"), "ok");
-    EXPECT_EQ(files.readProperties(), files.counter(3));
 }
 
 TEST_F(ZNTDatabaseFaults, AFullDiskKeepsWhatIsStored)
@@ -273,14 +266,13 @@ TEST_F(ZNTDatabaseFaults, NoStatementOfAForeignFileIsEndless)
 {
     // With a limit, so that the test ends without the client's own.
     const std::string counting =
-        "with recursive c(oid) as (select 1 union all select oid + 1 from c limit 2000000) ";
-    for (const auto& statement :
-         {"create trigger slow after insert on ZNTMacroGroup begin select count(*) from (" + counting +
-              "select oid from c); end",
-          std::string("drop table ZNTMacro"),
-          "create view ZNTMacro as " + counting +
-              "select oid, 'x' name, 'y' dataToExecute, 1 zntMacroGroupFK from c limit 3"})
-        EXPECT_TRUE(files.rows(statement).empty());
+        "with recursive c(oid) as (select 1 union all select oid + 1 from c limit 2000000) select oid from c";
+    EXPECT_THAT(
+        files.rows("create trigger slow after insert on ZNTMacroGroup begin select count(*) from (" +
+                   counting +
+                   "); end; drop table ZNTMacro; create view ZNTMacro as select oid, 'x' name from (" +
+                   counting + ") limit 3"),
+        IsEmpty());
     ZNTDatabaseHelper store(places, machine.log);
     EXPECT_TRUE(store.getAllMacroNames().empty());
     ZNTMacroGroup group{.oid = 0, .groupName = u"friends", .macrosList = {}};
