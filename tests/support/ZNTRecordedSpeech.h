@@ -13,10 +13,12 @@ struct ZNTRecordedSpeech final : ZNTSpeechEngine {
     std::vector<std::string> said;
     bool staysSpeaking = false;
     bool speaks = false;
+    bool isFound = true;
     int timesStopped = 0; ///< also while nothing was spoken
+    std::function<void()> availabilityChanged;
 
-    [[nodiscard]] bool isAvailable() const override { return true; }
-    void setAvailabilityListener(std::function<void()>) override {}
+    [[nodiscard]] bool isAvailable() const override { return isFound; }
+    void setAvailabilityListener(std::function<void()> changed) override { availabilityChanged = changed; }
     [[nodiscard]] bool isSpeaking() const override { return speaks; }
     void startSpeaking(std::u16string_view text) override
     {
