@@ -177,7 +177,6 @@ TEST_F(ZNTMacroControllers, TheListFollowsTheSelectorAndTheNotices)
 
     list.reset();
     post("MACRO_ADDED"); // the list no longer observes
-    choose(u"fight");
 }
 
 TEST_F(ZNTMacroControllers, AddingStoresTheFieldsAsTheyStand)

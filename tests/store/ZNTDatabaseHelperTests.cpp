@@ -114,9 +114,6 @@ TEST_F(ZNTDatabaseOperations, ASavedEntryIsThePlayersOwnAndVisible)
                     "where oid = " +
                     std::to_string(shipped.oid)),
         "70000|1|0|1|1");
-    const auto count = store.getAllMudsFromMudList().size();
-    store.removeZNTMudListObjectFromTable(u"ZNTMudList", shipped.oid);
-    EXPECT_EQ(store.getAllMudsFromMudList().size(), count) << "deletes nothing";
 }
 
 TEST_F(ZNTDatabaseOperations, AFailedStatementIsSilentAndTheNextOneWorks)

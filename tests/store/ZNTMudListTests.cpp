@@ -120,16 +120,6 @@ TEST_F(ZNTMudListTest, ARowWhoseInsertFailedIsInsertedLaterAndTouchesNoOther)
     EXPECT_EQ(list->tableViewToolTipForRow(4) + list->tableViewToolTipForRow(5), u"");
 }
 
-TEST_F(ZNTMudListTest, AGameThatDoesNotAnswerIsMarkedByHostAndPort)
-{
-    list->setInactiveByIpAndPort(u"b.example", 24);
-    list->setInactiveByIpAndPort(u"B.example", 23);
-    EXPECT_EQ(files.value("select count(*) from ZNTMudList where not active"), "0");
-    list->setInactiveByIpAndPort(u"b.example", 23);
-    EXPECT_EQ(files.value("select telnetURL from ZNTMudList where not active"), "b.example");
-    EXPECT_FALSE(list->objectAtIndex(2)->active);
-}
-
 TEST_F(ZNTMudListTest, PickingAGameFillsTheMainWindowAndClosesTheSheet)
 {
     ZNTPlainPanel sheet;
