@@ -226,10 +226,7 @@ TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
     const auto isGone = [&](QDialog& sheet, const QWidget& focused) {
         return until([&] { return !sheet.isVisible() && focused.hasFocus(); });
     };
-    groups.setFocus();
-    type(groups, "Greetings");
-    press(find<QPushButton>("createNewMacroGroup"), Qt::Key_Space);
-    answerAlert();
+    makeMacroGroup("Greetings");
     const auto addsMacro = [&]() -> QDialog& {
         commandLine().setFocus();
         press(commandLine(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
