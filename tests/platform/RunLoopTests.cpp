@@ -75,10 +75,9 @@ TEST(UvRunLoop, WithoutTheDescriptorsForItThereIsAnErrorAndNoLoop)
     if (sanitizerNeedsDescriptors)
         GTEST_SKIP() << "the sanitizer itself needs descriptors";
     for (int spare = 0; spare < 6; ++spare) {
-        SCOPED_TRACE(spare);
         const ZNTFewDescriptors few(spare);
         const auto opened = UvRunLoop::open();
-        ASSERT_FALSE(opened);
+        ASSERT_FALSE(opened) << spare;
         EXPECT_EQ(opened.error(), posixError(EMFILE));
     }
     const ZNTFewDescriptors enough(6);
