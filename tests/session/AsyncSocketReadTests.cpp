@@ -27,6 +27,24 @@ TEST_F(AsyncSocketReadTest, AFloodComesInBoundedDeliveriesBetweenWhichALineLeave
     EXPECT_LT(gotWhenSent, 3'000'000u);
 }
 
+TEST(AsyncReadPacket, ATerminatorCutBetweenWhatWasReadAndWhatIsKeptEndsTheReadRightBehindIt)
+{
+    for (const std::string term : {"\r\n", "<->"}) {
+        const std::string line = "<-\r" + term;
+        for (std::size_t cut = 0; cut < line.size(); ++cut) {
+            SCOPED_TRACE(term + " cut at " + std::to_string(cut));
+            AsyncReadPacket read;
+            read.buffer = std::make_shared<std::string>(line.substr(0, cut));
+            read.bytesDone = cut;
+            read.term = term;
+            AsyncSocketPreBuffer kept;
+            kept.append(line.substr(cut) + "next" + term);
+            EXPECT_EQ(read.takeFromPreBuffer(kept), AsyncReadState::Done);
+            EXPECT_EQ(read.data(), line);
+        }
+    }
+}
+
 TEST(AsyncReadPacket, WithoutPreBufferingNoByteBehindATerminatorIsAskedFor)
 {
     for (const std::string line : {"one\r\r\n", "\r\n", "<-<->"}) {

@@ -54,6 +54,14 @@ TEST(Inflater, FailsOnPlainTextOnDamageAndOnABlockThatNeverStopsGrowing)
     }
 }
 
+TEST(Inflater, StaysEndedUntilTheNextConnection)
+{
+    ZNTInflater inflater;
+    inflater.startStream();
+    EXPECT_EQ(inflater.anotherInflate(deflated("bye") + "lost").outcome, ZNTInflater::Outcome::Ended);
+    EXPECT_EQ(inflater.anotherInflate(deflated("again")).outcome, ZNTInflater::Outcome::Failed);
+}
+
 TEST(BlockDecoder, RecoversTheSameAsTryingEveryBeginning)
 {
     std::mt19937 random(7);
