@@ -2,7 +2,6 @@
 
 #include "ZNTTemporaryFolder.h"
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -36,8 +35,6 @@ public:
         setenv("SDL_DISKAUDIODELAY", "0", 1);
     }
     ~ZNTLoudspeaker() { close(descriptor); }
-    ZNTLoudspeaker(const ZNTLoudspeaker&) = delete;
-    ZNTLoudspeaker& operator=(const ZNTLoudspeaker&) = delete;
 
     /// Listens in steps until `isEnough`, asked before each. False if nothing has come for 20 seconds.
     bool listenUntil(const std::function<bool()>& isEnough)
@@ -70,13 +67,8 @@ public:
             count += value != 0 ? ofValue : 0;
         return count;
     }
-    [[nodiscard]] int loudest() const
-    {
-        return frames.empty() ? 0 : std::max(-frames.begin()->first, frames.rbegin()->first);
-    }
 
     bool isOpen = false;
-    int beginnings = 0; ///< how often something followed silence
 
 private:
     bool listenOnce()
@@ -90,17 +82,14 @@ private:
         if (!isOpen) // without another end the poll does not wait
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
         for (int at = 0; at < length / 4; ++at) {
-            const int value = samples.at(static_cast<std::size_t>(2 * at));
-            beginnings += value != 0 && last == 0 ? 1 : 0;
-            last = value;
-            ++frames[value];
+            ++frames[samples.at(static_cast<std::size_t>(2 * at))];
             ++framesHeard;
         }
         return isOpen;
     }
 
     ZNTTemporaryFolder folder;
-    int descriptor = -1, last = 0;
+    int descriptor = -1;
     std::size_t framesHeard = 0;
     std::map<int, std::size_t> frames; ///< by value
 };

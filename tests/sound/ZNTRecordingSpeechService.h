@@ -127,20 +127,15 @@ private:
             queue.push_back({std::to_string(++numbersGiven), std::exchange(text, {})});
             send("225-" + queue.back().number + "\r\n225 OK MESSAGE QUEUED\r\n");
         } else {
-            obey(line);
-        }
-    }
-    void obey(const std::string& line)
-    {
-        ++commandsHeard;
-        isInText = line == "SPEAK";
-        if (isInText) {
-            send("230 OK RECEIVING DATA\r\n");
-        } else if (line == "CANCEL SELF") {
-            send("213 OK CANCELED\r\n");
-            cancel();
-        } else {
-            send(line.starts_with("SET SELF ") ? "200 OK SET\r\n" : "500 ERR INVALID COMMAND\r\n");
+            ++commandsHeard;
+            isInText = line == "SPEAK";
+            const bool isCancel = line == "CANCEL SELF", isKnown = line.starts_with("SET SELF ");
+            send(isInText   ? "230 OK RECEIVING DATA\r\n"
+                 : isCancel ? "213 OK CANCELED\r\n"
+                 : isKnown  ? "200 OK SET\r\n"
+                            : "500 ERR INVALID COMMAND\r\n");
+            if (isCancel)
+                cancel();
         }
     }
     void send(const std::string& reply) const

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <arpa/inet.h>
 #include <array>
 #include <atomic>
@@ -60,17 +59,14 @@ public:
         accepting.join();
         close(listening);
     }
-    ZNTSoundServer(const ZNTSoundServer&) = delete;
-    ZNTSoundServer& operator=(const ZNTSoundServer&) = delete;
 
-    [[nodiscard]] std::string url(const std::string& path) const { return url(path, host); }
-    [[nodiscard]] std::string url(const std::string& path, const std::string& otherHost) const
+    [[nodiscard]] std::string url(const std::string& path, const std::string& otherHost = "") const
     {
-        return "http://" + otherHost + ":" + std::to_string(port) + path;
+        return "http://" + (otherHost.empty() ? host : otherHost) + ":" + std::to_string(port) + path;
     }
     void release() { isReleased = true; }
 
-    std::atomic<int> requests = 0, connections = 0, openNow = 0, mostAtOnce = 0;
+    std::atomic<int> requests = 0, connections = 0, openNow = 0;
     std::atomic<std::size_t> bytesSent = 0;
 
 private:
@@ -79,7 +75,7 @@ private:
         std::vector<std::jthread> clients;
         for (int client = 0; (client = accept4(listening, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
             ++connections;
-            mostAtOnce = std::max<int>(mostAtOnce, ++openNow);
+            ++openNow;
             clients.emplace_back([this, client] { serve(client); });
         }
     }

@@ -23,22 +23,29 @@ struct SpeechService : testing::Test {
     ZNTRecordedLog log;
     std::optional<ZNTSpeechDispatcher> engine;
 
-    SpeechService() { engine.emplace(loop, log, ZNTSpeechServiceStart::Never); }
+    SpeechService()
+    {
+        service.start();
+        engine.emplace(loop, log, ZNTSpeechServiceStart::Never);
+    }
 
     /// Real time passes until all is said.
     bool fallsSilent()
     {
         return loop.runUntil([this] { return !engine->isSpeaking(); }, 10);
     }
-    bool hasBegun(std::size_t messages)
+    /// Hands a text over that takes its time, and waits for the service to begin it.
+    void sayLong()
     {
-        return loop.runUntil([this, messages] { return service.said().size() >= messages; });
+        const auto before = service.said().size();
+        service.speakingTime = 10s;
+        engine->startSpeaking(u"long");
+        ASSERT_TRUE(loop.runUntil([&] { return service.said().size() > before; }));
     }
 };
 
 TEST_F(SpeechService, ItIsSpeakingFromTheHandOverUntilTheServiceHasSaidAll)
 {
-    service.start();
     service.speakingTime = 60ms;
     EXPECT_FALSE(engine->isSpeaking());
     const auto start = Clock::now();
@@ -52,7 +59,6 @@ TEST_F(SpeechService, ItIsSpeakingFromTheHandOverUntilTheServiceHasSaidAll)
 
 TEST_F(SpeechService, TextArrivesAsItWasAndNothingIsNeverHandedOver)
 {
-    service.start();
     for (const auto* text : {u"", u"  \t\r\n", u".", u"..", u".\r\n.",
                              u"caf\u00e9 \u4f60\u597d \U0001F600 %s \"x\"", u"QUIT", u"after"})
         engine->startSpeaking(text);
@@ -65,11 +71,8 @@ TEST_F(SpeechService, TextArrivesAsItWasAndNothingIsNeverHandedOver)
 
 TEST_F(SpeechService, AStopSilencesWithinFiftyMillisecondsAndDropsTheRest)
 {
-    service.start();
-    service.speakingTime = 10s;
-    engine->startSpeaking(u"long");
+    sayLong();
     engine->startSpeaking(u"never");
-    ASSERT_TRUE(hasBegun(1));
     const auto stopped = Clock::now();
     engine->stopSpeaking();
     EXPECT_FALSE(engine->isSpeaking());
@@ -88,14 +91,10 @@ TEST_F(SpeechService, AStopSilencesWithinFiftyMillisecondsAndDropsTheRest)
 
 TEST_F(SpeechService, ATextThatTheDesktopSilencesCountsAsEndedAndTheEndOfTheEngineSilencesIt)
 {
-    service.start();
-    service.speakingTime = 10s;
-    engine->startSpeaking(u"long");
-    ASSERT_TRUE(hasBegun(1));
+    sayLong();
     service.cancelAll();
     EXPECT_TRUE(fallsSilent());
-    engine->startSpeaking(u"long");
-    ASSERT_TRUE(hasBegun(2));
+    sayLong();
     engine.reset();
     EXPECT_TRUE(service.said()[1].wasCancelled);
 }
@@ -104,24 +103,17 @@ TEST(SpeechMessages, OneWhoseEndIsLostIsGivenUpAndOneThatWaitedIsGivenItsTimeAfr
 {
     ZNTSpeechMessages messages;
     const ZNTSpeechMessages::Time start{};
-    messages.add(7, {"lost", 0}, start);
-    messages.add(9, {"long after others", 1}, start);
+    messages.add(7, {"lost"}, start);
+    messages.add(9, {"long after others"}, start);
     messages.noteBegin(9, start + 30s);
-    messages.forgetOverdue(start + 31s);
-    EXPECT_TRUE(messages.noteEnd(7));
     messages.forgetOverdue(start + 60s);
     const auto owed = messages.takeAll();
     ASSERT_EQ(owed.size(), 1u);
     EXPECT_EQ(owed[0].utf8, "long after others");
-    EXPECT_EQ(owed[0].timesLost, 1);
-    messages.add(10, {"lost", 0}, start);
-    messages.forgetOverdue(start + 32s);
-    EXPECT_TRUE(messages.isEmpty());
 }
 
 TEST_F(SpeechService, AStopReachesEvenATextThatIsJustOnItsWay)
 {
-    service.start();
     service.speakingTime = 10s;
     for (int round = 0; round < 50; ++round) {
         engine->startSpeaking(u"overtaken");
@@ -138,18 +130,15 @@ TEST_F(SpeechService, AStopReachesEvenATextThatIsJustOnItsWay)
 
 TEST_F(SpeechService, AServiceThatIsKilledAndComesBackSaysWhatItOwes)
 {
-    service.start();
-    service.speakingTime = 10s;
-    engine->startSpeaking(u"one");
+    sayLong();
     engine->startSpeaking(u"two");
-    ASSERT_TRUE(hasBegun(2));
     service.kill();
     engine->startSpeaking(u"three");
     EXPECT_TRUE(engine->isSpeaking());
     service.speakingTime = 0ms;
     service.start();
     ASSERT_TRUE(fallsSilent());
-    EXPECT_THAT(service.finishedTexts(), ElementsAre("one", "two", "three"));
+    EXPECT_THAT(service.finishedTexts(), ElementsAre("long", "two", "three"));
     service.kill();
     service.start();
     engine->startSpeaking(u"four");
@@ -159,6 +148,7 @@ TEST_F(SpeechService, AServiceThatIsKilledAndComesBackSaysWhatItOwes)
 
 TEST_F(SpeechService, WithoutAServiceSpeechIsUnavailableAndNothingWaits)
 {
+    service.kill();
     int changes = 0;
     engine->setAvailabilityListener([&] { ++changes; });
     for (const auto* text : {u"one", u"two"}) {

@@ -120,18 +120,6 @@ TEST_F(SpeechSynth, TheReaderSpeaksWhileItRunsAndTheEngineWhereItFindsNoWay)
     EXPECT_THAT(engine.said, ElementsAre("no way", "own voice"));
 }
 
-TEST_F(SpeechSynth, ALineThatMeetsASpeakingEngineIsDroppedAndThePollingGoesOn)
-{
-    synth.speechOn();
-    engine.speaks = true;
-    synth.speakVoiceOverText(u"lost");
-    engine.speaks = false;
-    speakAtOnce(u"next");
-    EXPECT_THAT(engine.said, ElementsAre("next"));
-    loop.advance(5);
-    EXPECT_EQ(loop.pendingTimers(), 1u);
-}
-
 TEST_F(SpeechSynth, NeitherEngineNorReaderIsHandedControlsOrPrivateUse)
 {
     speakWithoutPacing();
