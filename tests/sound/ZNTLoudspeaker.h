@@ -36,16 +36,14 @@ public:
     }
     ~ZNTLoudspeaker() { close(descriptor); }
 
-    /// Listens in steps until `isEnough`, asked before each. False if nothing has come for 20 seconds.
+    /// Listens in steps until `isEnough`, asked before each. False after a minute.
     bool listenUntil(const std::function<bool()>& isEnough)
     {
         using namespace std::chrono;
-        for (auto lastHeard = steady_clock::now(); !isEnough();)
-            if (listenOnce())
-                lastHeard = steady_clock::now();
-            else if (steady_clock::now() - lastHeard > seconds(20))
-                return false;
-        return true;
+        const auto end = steady_clock::now() + minutes(1);
+        while (!isEnough() && steady_clock::now() < end)
+            listenOnce();
+        return isEnough();
     }
     bool listen(double seconds)
     {
@@ -71,11 +69,11 @@ public:
     bool isOpen = false;
 
 private:
-    bool listenOnce()
+    void listenOnce()
     {
         pollfd watched{descriptor, POLLIN, 0};
         if (poll(&watched, 1, 2) <= 0)
-            return false;
+            return;
         std::array<std::int16_t, 2'048> samples;
         const auto length = read(descriptor, samples.data(), samples.size() * 2);
         isOpen = length > 0;
@@ -85,7 +83,6 @@ private:
             ++frames[samples.at(static_cast<std::size_t>(2 * at))];
             ++framesHeard;
         }
-        return isOpen;
     }
 
     ZNTTemporaryFolder folder;
