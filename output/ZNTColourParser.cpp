@@ -12,7 +12,6 @@
 namespace
 {
 
-constexpr char16_t escape = 0x1B;
 constexpr double standingSize = 12;
 
 /// The attributes in force while the sequences of one text are walked: for each attribute the code that set
@@ -133,7 +132,7 @@ ZNTAttributedText ZNTColourParser::attributedText(std::u16string text) const
     AttributeWalk attributes(*this, result);
     SequenceWalk sequences(attributes);
     ZNTTextCutter cutter(text);
-    for (std::size_t at = 0; (at = znt::findUnit(text, escape, at)) != std::u16string::npos;) {
+    for (std::size_t at = 0; (at = znt::findUnit(text, znt::escape, at)) != std::u16string::npos;) {
         const auto match = znt::sgrMatchAt(text, at);
         if (!match) {
             ++at;

@@ -9,8 +9,6 @@
 namespace
 {
 
-constexpr char16_t escape = 0x1B;
-
 /// Reads the parts of a sequence one after the other. A read that fails leaves the position unchanged.
 ///
 /// Reading forward once gives ICU's answer: after "\d{1,2}" comes ";" or "m", which is no digit, so taking
@@ -98,7 +96,7 @@ template <typename MatchEnd>
 void replaceMatches(std::u16string& text, MatchEnd matchEnd, std::u16string_view replacement)
 {
     ZNTTextCutter cutter(text);
-    for (std::size_t start = 0; (start = znt::findUnit(text, escape, start)) != std::u16string::npos;) {
+    for (std::size_t start = 0; (start = znt::findUnit(text, znt::escape, start)) != std::u16string::npos;) {
         const std::size_t end = matchEnd(std::u16string_view(text), start);
         if (end == 0) {
             ++start;
@@ -117,7 +115,7 @@ namespace znt
 
 void normaliseSequences(std::u16string& text)
 {
-    if (findUnit(text, escape) == text.npos)
+    if (findUnit(text, znt::escape) == text.npos)
         return;
     // Three passes, because each expression also sees what the one before it has written.
     replaceMatches(

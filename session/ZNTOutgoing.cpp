@@ -4,13 +4,6 @@
 
 #include <utility>
 
-namespace
-{
-
-constexpr double noTimeout = -1;
-
-} // namespace
-
 void ZNTOutgoing::useConnection(ZNTStream* newConnection)
 {
     connection = newConnection;

@@ -15,6 +15,7 @@ class ZNTOutgoing
 public:
     static constexpr long lineTag = 0;  ///< of a line
     static constexpr long replyTag = 1; ///< of telnet replies
+    static constexpr double noTimeout = -1;
 
     /// Bytes that may wait for the server to take them before triggers and walks send nothing further.
     static constexpr std::size_t mostAnswerBytes = std::size_t{64} << 10;

@@ -16,8 +16,7 @@
 namespace
 {
 
-constexpr double noTimeout = -1;
-constexpr double pauseWhenSending = 0.3, pauseAtReturn = 0.2, noPause = 0; // seconds
+constexpr double pauseWhenSending = 0.3, pauseAtReturn = 0.2; // seconds
 
 } // namespace
 
@@ -31,7 +30,7 @@ void ZNTServerConnectController::sendMessageToServer(std::u16string_view line, b
     insertTextInWindow(line);
     std::u16string withLineEnd(line);
     withLineEnd += u"\r\n";
-    writeData(znt::encodedText(withLineEnd, cfStringEncoding_), noTimeout, ZNTOutgoing::lineTag);
+    writeData(znt::encodedText(withLineEnd, cfStringEncoding_), ZNTOutgoing::noTimeout, ZNTOutgoing::lineTag);
 }
 
 void ZNTServerConnectController::writeData(std::string_view data, double timeout, long tag)
@@ -149,7 +148,7 @@ void ZNTServerConnectController::insertTextInWindow(std::u16string_view text)
 
 void ZNTServerConnectController::insertTextIntoTheWindow(std::u16string_view text)
 {
-    speech->interrupt(noPause);
+    speech->interrupt(ZNTSessionSpeech::noPause);
     insertTextInWindow(text);
 }
 

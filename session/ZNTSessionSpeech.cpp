@@ -5,13 +5,6 @@
 #include <memory>
 #include <utility>
 
-namespace
-{
-
-constexpr double noPause = 0;
-
-} // namespace
-
 ZNTSessionSpeech::ZNTSessionSpeech(RunLoop& runLoop, ZNTClock& clock, ZNTSpeechEngine& engine,
                                    ZNTScreenReader& screenReader, std::function<void()> beforePause)
     : runLoop(runLoop),

@@ -17,6 +17,7 @@ class ZNTSessionSpeech
 public:
     /// UTF-16 units kept for `replay`, the newest; hours more could not be listened to.
     static constexpr std::size_t mostReplayed = std::size_t{1} << 20;
+    static constexpr double noPause = 0;
 
     /// `beforePause` is called before the run loop's thread pauses: what is queued for the server leaves
     /// then. All that is passed outlives this object.

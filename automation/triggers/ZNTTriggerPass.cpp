@@ -18,7 +18,7 @@ constexpr double leastAllowanceOfTrigger = 0.001;
 constexpr double allowanceOfPass = 0.2;
 constexpr double charactersPerAllowance = 256 * 1024;
 
-const std::span<const ZNTTriggerReaction> reactions = znt::triggerReactions();
+const std::span<const ZNTTriggerReaction> allReactions = znt::triggerReactions();
 
 bool hasSurrogates(std::u16string_view text)
 {
@@ -193,7 +193,7 @@ std::u16string_view ZNTTriggerPass::groupOf(const ZNTTriggerMatch& match) const
 bool ZNTTriggerPass::canChangeAnything(const ZNTTrigger& trigger) const
 {
     return isAnswering ||
-           std::any_of(reactions.begin(), reactions.end(), [&](const ZNTTriggerReaction& reaction) {
+           std::any_of(allReactions.begin(), allReactions.end(), [&](const ZNTTriggerReaction& reaction) {
                return reaction.reach == ZNTTriggerReaction::Reach::Chunk &&
                       reaction.isWanted(trigger, outcome);
            });
@@ -217,7 +217,7 @@ bool ZNTTriggerPass::react(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& 
 {
     const bool mayAnswer = isAnswering; // an answer may end the answering, but only from the next match on
     const ZNTTriggerOccasion occasion{armed, match, groupOf(match), actions, log};
-    for (const auto& reaction : reactions) {
+    for (const auto& reaction : allReactions) {
         const bool mayHappen = mayAnswer || reaction.reach == ZNTTriggerReaction::Reach::Chunk;
         if (mayHappen && reaction.isWanted(armed.trigger, outcome) && !reaction.carryOut(occasion, outcome))
             return false;

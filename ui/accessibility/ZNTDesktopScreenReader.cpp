@@ -39,8 +39,6 @@ namespace
 /// worked them off long before this time is over.
 constexpr int millisecondsBetweenLines = 40;
 
-QDBusConnection accessibilityBus() { return QDBusConnection(QStringLiteral("a11y")); }
-
 QDBusMessage eventOf(QWidget& window, const QString& event)
 {
     const auto id = QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&window));
@@ -51,11 +49,12 @@ QDBusMessage eventOf(QWidget& window, const QString& event)
 void sendWindowName(QWidget& window, const QVariant& name)
 {
     const ZNTAccessibleReference application{
-        accessibilityBus().baseService(), QDBusObjectPath(QStringLiteral("/org/a11y/atspi/accessible/root"))};
+        ZNTScreenReaderWatch::accessibilityBus().baseService(),
+        QDBusObjectPath(QStringLiteral("/org/a11y/atspi/accessible/root"))};
     auto event = eventOf(window, QStringLiteral("PropertyChange"));
     event << QStringLiteral("accessible-name") << 0 << 0 << QVariant::fromValue(QDBusVariant(name))
           << QVariant::fromValue(application);
-    accessibilityBus().send(event);
+    ZNTScreenReaderWatch::accessibilityBus().send(event);
 }
 
 void sendAnnouncement(QWidget& window, const QString& text)
@@ -63,7 +62,7 @@ void sendAnnouncement(QWidget& window, const QString& text)
     constexpr int polite = 1;
     auto event = eventOf(window, QStringLiteral("Announcement"));
     event << QString() << polite << 0 << QVariant::fromValue(QDBusVariant(text)) << QVariantMap();
-    accessibilityBus().send(event);
+    ZNTScreenReaderWatch::accessibilityBus().send(event);
 }
 
 } // namespace
@@ -95,7 +94,7 @@ void ZNTDesktopScreenReader::forgetWhatWaits() { waiting.clear(); }
 bool ZNTDesktopScreenReader::canSpeak() const
 {
     return window && window->isActiveWindow() && watch.way() != ZNTReaderWay::None &&
-           accessibilityBus().isConnected();
+           ZNTScreenReaderWatch::accessibilityBus().isConnected();
 }
 
 void ZNTDesktopScreenReader::handOverNext()

@@ -19,9 +19,6 @@ const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties
 const auto registryName = QStringLiteral("org.a11y.atspi.Registry");
 const auto registryPath = QStringLiteral("/org/a11y/atspi/registry");
 
-/// The connection of Qt's own accessibility bridge. Our announcements leave on it, too.
-QDBusConnection accessibilityBus() { return QDBusConnection(QStringLiteral("a11y")); }
-
 /// Whether the event `wanted` goes to a listener for `registered` ("Object:PropertyChange:AccessibleName"; an
 /// empty part stands for all).
 bool includes(const QString& registered, const QStringList& wanted)
@@ -45,6 +42,8 @@ ZNTReaderWay wayOfListener(const QString& registered)
 }
 
 } // namespace
+
+QDBusConnection ZNTScreenReaderWatch::accessibilityBus() { return QDBusConnection(QStringLiteral("a11y")); }
 
 ZNTScreenReaderWatch::ZNTScreenReaderWatch(QObject* parent) : QObject(parent)
 {
@@ -77,7 +76,7 @@ void ZNTScreenReaderWatch::readStatus()
 
 void ZNTScreenReaderWatch::watchRegistry()
 {
-    auto bus = accessibilityBus();
+    auto bus = ZNTScreenReaderWatch::accessibilityBus();
     if (!bus.isConnected())
         return;
     untilConnected.stop();
@@ -95,7 +94,8 @@ void ZNTScreenReaderWatch::askForListeners()
 {
     const auto question = QDBusMessage::createMethodCall(registryName, registryPath, registryName,
                                                          QStringLiteral("GetRegisteredEvents"));
-    auto* answer = new QDBusPendingCallWatcher(accessibilityBus().asyncCall(question), this);
+    auto* answer =
+        new QDBusPendingCallWatcher(ZNTScreenReaderWatch::accessibilityBus().asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
         takeListeners(answer->reply());

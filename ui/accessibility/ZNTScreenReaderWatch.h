@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <QVariantMap>
 
+class QDBusConnection;
 class QDBusMessage;
 
 /// How a reader can be made to speak a line.
@@ -32,6 +33,9 @@ public:
 
     [[nodiscard]] bool isRunning() const { return isEnabled || way_ != ZNTReaderWay::None; }
     [[nodiscard]] ZNTReaderWay way() const { return way_; }
+
+    /// The connection of Qt's own accessibility bridge. Our announcements leave on it, too.
+    [[nodiscard]] static QDBusConnection accessibilityBus();
 
 Q_SIGNALS:
     void runningChanged(bool isRunning);

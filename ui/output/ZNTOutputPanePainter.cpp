@@ -6,7 +6,6 @@
 namespace
 {
 
-constexpr int margin = ZNTOutputLayout::margin;
 constexpr QColor ruleColour(0x8A, 0x92, 0x9E); // 3 to 1 and more on black
 
 using Mark = ZNTOutputPainter::Mark;
@@ -48,11 +47,11 @@ void ZNTOutputPanePainter::paintRow(QPainter& canvas, const ZNTOutputLayout::Row
 {
     using Layout = ZNTOutputLayout;
     if (row.place.row == 0 && layout.hasRule(row.place.line))
-        canvas.fillRect(margin, area.top() + (Layout::ruleRoom - Layout::ruleWidth) / 2,
-                        area.width() - 2 * margin, Layout::ruleWidth, ruleColour);
+        canvas.fillRect(ZNTOutputLayout::margin, area.top() + (Layout::ruleRoom - Layout::ruleWidth) / 2,
+                        area.width() - 2 * ZNTOutputLayout::margin, Layout::ruleWidth, ruleColour);
     const int rule = area.height() - size.textHeight;
     painter.drawRow(canvas,
-                    {.corner = QPointF(margin, area.top() + rule),
+                    {.corner = QPointF(ZNTOutputLayout::margin, area.top() + rule),
                      .height = size.textHeight,
                      .ascent = size.ascent,
                      .column = grid.column},

@@ -6,8 +6,6 @@
 namespace
 {
 
-constexpr int margin = ZNTOutputLayout::margin;
-
 } // namespace
 
 std::int64_t ZNTOutputScroll::newLinesBelow() const
@@ -78,15 +76,18 @@ std::optional<ZNTRowPlace> ZNTOutputScroll::topToShow(ZNTRowPlace place) const
 
 std::vector<ZNTOutputScroll::Pane> ZNTOutputScroll::panes() const
 {
-    std::vector<Pane> found{{top_, margin, readingHeight()}};
+    std::vector<Pane> found{{top_, ZNTOutputLayout::margin, readingHeight()}};
     const int height = lastRowsShown() * rowHeight();
     if (!isFollowing_ && height > 0)
-        found.push_back(
-            {layout.highestAbove(layout.lastRow(), height), viewport.height() - margin - height, height});
+        found.push_back({layout.highestAbove(layout.lastRow(), height),
+                         viewport.height() - ZNTOutputLayout::margin - height, height});
     return found;
 }
 
-int ZNTOutputScroll::textHeight() const { return std::max(viewport.height() - 2 * margin, rowHeight()); }
+int ZNTOutputScroll::textHeight() const
+{
+    return std::max(viewport.height() - 2 * ZNTOutputLayout::margin, rowHeight());
+}
 
 /// Few where there is little room: what is read comes first.
 int ZNTOutputScroll::lastRowsShown() const

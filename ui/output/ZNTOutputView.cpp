@@ -19,7 +19,6 @@
 namespace
 {
 
-constexpr int margin = ZNTOutputLayout::margin;
 constexpr int leastPaintInterval = 16; // milliseconds
 constexpr int countingSlice = 6;       // milliseconds of counting matches per turn
 constexpr QColor focusFrame(0x6C, 0xB4, 0xFF);
@@ -206,7 +205,7 @@ void ZNTOutputView::refresh()
 
 void ZNTOutputView::layoutChanged()
 {
-    textLayout.setRoom(viewport()->width() - 2 * margin);
+    textLayout.setRoom(viewport()->width() - 2 * ZNTOutputLayout::margin);
     scrolling.keepRowInItsLine();
     refresh();
 }
@@ -265,7 +264,8 @@ void ZNTOutputView::updateMark()
         mark->setAccessibleName(tr("%1, go to the end").arg(text));
         mark->adjustSize();
     }
-    mark->move(viewport()->width() - mark->width() - 2 * margin, margin + scrolling.readingHeight() + 1);
+    mark->move(viewport()->width() - mark->width() - 2 * ZNTOutputLayout::margin,
+               ZNTOutputLayout::margin + scrolling.readingHeight() + 1);
     mark->show();
 }
 
@@ -296,9 +296,10 @@ void ZNTOutputView::resizeEvent(QResizeEvent* event)
 
 QSize ZNTOutputView::sizeForGrid(int columnCount, int rowCount) const
 {
-    const int width = static_cast<int>(std::ceil(columnCount * baseFace().cellWidth())) + 2 * margin;
+    const int width =
+        static_cast<int>(std::ceil(columnCount * baseFace().cellWidth())) + 2 * ZNTOutputLayout::margin;
     return {width + verticalScrollBar()->sizeHint().width() + 2 * frameWidth(),
-            rowCount * baseFace().cellHeight() + 2 * margin + 2 * frameWidth()};
+            rowCount * baseFace().cellHeight() + 2 * ZNTOutputLayout::margin + 2 * frameWidth()};
 }
 
 QSize ZNTOutputView::sizeHint() const { return sizeForGrid(80, 24); }
@@ -313,8 +314,10 @@ void ZNTOutputView::paintEvent(QPaintEvent* event)
         larger.setPointSizeF(larger.pointSizeF() * 1.25);
         canvas.setFont(larger);
         canvas.setPen(hintColour);
-        znt::paintEmptyHint(canvas, viewport()->rect().adjusted(margin, margin, -margin, -margin), emptyHint,
-                            Qt::AlignCenter);
+        znt::paintEmptyHint(canvas,
+                            viewport()->rect().adjusted(ZNTOutputLayout::margin, ZNTOutputLayout::margin,
+                                                        -ZNTOutputLayout::margin, -ZNTOutputLayout::margin),
+                            emptyHint, Qt::AlignCenter);
     }
     textLayout.rows().update();
 
@@ -322,8 +325,8 @@ void ZNTOutputView::paintEvent(QPaintEvent* event)
         panePainter.paint(canvas, pane, event->rect(), viewport()->width(),
                           {selection.start(), selection.end()});
     if (!scrolling.isFollowing()) // between what is read and the last rows; the mark stands in it
-        canvas.fillRect(0, margin + scrolling.readingHeight(), viewport()->width(), scrolling.stripHeight(),
-                        stripColour);
+        canvas.fillRect(0, ZNTOutputLayout::margin + scrolling.readingHeight(), viewport()->width(),
+                        scrolling.stripHeight(), stripColour);
 
     if (hasFocus()) {
         const auto area = characterRect(selection.caret());
@@ -354,7 +357,7 @@ QRect ZNTOutputView::characterRect(Position position) const
         const qreal x = textLayout.xInRow(row, position);
         const qreal advance = textLayout.xInRow(row, textLayout.nextCluster(position)) - x;
         const qreal width = advance > 0 ? advance : baseFace().cellWidth();
-        return {margin + static_cast<int>(std::floor(x)), y + size.height - size.textHeight,
+        return {ZNTOutputLayout::margin + static_cast<int>(std::floor(x)), y + size.height - size.textHeight,
                 static_cast<int>(std::ceil(width)), size.textHeight};
     }
     return {};
@@ -373,7 +376,8 @@ ZNTOutputView::Position ZNTOutputView::positionAt(QPoint point) const
         if (y > pane.y + pane.height)
             break;
     }
-    return textLayout.positionInRow(textLayout.rowAtPlace(place), std::max(point.x() - margin, 0));
+    return textLayout.positionInRow(textLayout.rowAtPlace(place),
+                                    std::max(point.x() - ZNTOutputLayout::margin, 0));
 }
 
 std::pair<ZNTOutputView::Position, ZNTOutputView::Position> ZNTOutputView::rowAround(Position position) const

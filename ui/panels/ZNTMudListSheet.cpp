@@ -5,7 +5,7 @@
 namespace
 {
 
-std::vector<ZNTColumn> columns()
+std::vector<ZNTColumn> gameColumns()
 {
     using Kind = ZNTColumn::Kind;
     return {{"name", QStringLiteral("Name"), Kind::Text},
@@ -22,7 +22,7 @@ ZNTMudListSheet::ZNTMudListSheet(QWidget& window, const ZNTWindowServices& servi
                                  std::function<void()> whenPicked)
     : whenPicked(std::move(whenPicked)),
       dialog(new ZNTSheetDialog(&window)),
-      rows(columns()),
+      rows(gameColumns()),
       tableView((layout.setupUi(dialog), layout.tableView), &rows),
       theSheet(dialog),
       arrayController(services.database),

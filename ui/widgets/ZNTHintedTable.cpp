@@ -11,7 +11,7 @@
 namespace
 {
 constexpr int fewestRows = 4;
-constexpr int comfortableColumns = 40; ///< of text, where there is little in the table yet
+constexpr int columnsIfEmpty = 40; ///< of text, while there is little in the table
 constexpr int hintMargin = 10;
 } // namespace
 
@@ -77,8 +77,7 @@ QSize ZNTHintedTable::sizeHint() const
     int width = verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
     for (int column = 0; model() && column < model()->columnCount(); ++column)
         width += std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column));
-    return {std::max(width, fontMetrics().averageCharWidth() * comfortableColumns),
-            minimumSizeHint().height()};
+    return {std::max(width, fontMetrics().averageCharWidth() * columnsIfEmpty), minimumSizeHint().height()};
 }
 
 bool ZNTHintedTable::event(QEvent* event)
