@@ -75,7 +75,12 @@ TEST_F(MixerSounds, MusicSoundAndATriggersSoundPlayTogetherUntilAllStopsAtOnce)
     ASSERT_TRUE(processSound(u"!!SOUND(weather/rain.wav L=1000 V=50)"));
     ASSERT_TRUE(listenUntil([&] { return loudspeaker.framesOf(theme + rain / 2) > 2 * rainFrames; }));
     processor.playTriggerSound(u"battle/hit.wav");
-    ASSERT_TRUE(listenUntil([&] { return loudspeaker.framesOf(theme + rain / 2 + hit) == hitFrames; }));
+    // On a busy machine there can be a moment of silence between two rounds of the rain or the music.
+    ASSERT_TRUE(listenUntil([&] {
+        return loudspeaker.framesOf(theme + rain / 2 + hit) + loudspeaker.framesOf(theme + hit) +
+                   loudspeaker.framesOf(rain / 2 + hit) + loudspeaker.framesOf(hit) ==
+               hitFrames;
+    }));
     write("battle/long.wav", wavFile(100 * hitFrames, hit));
     processor.playTriggerSound(u"battle/long.wav");
     processor.stopAllSounds();
