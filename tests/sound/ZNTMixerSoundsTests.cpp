@@ -18,7 +18,8 @@ namespace
 
 constexpr std::size_t rainFrames = 10'000, hitFrames = 3'000;
 constexpr std::size_t longFrames = std::size_t{30} * ZNTLoudspeaker::framesPerSecond;
-constexpr int rain = 8'000, hit = 600, theme = 4'000;
+/// Amplitudes of which every sum is another number, also at half the volume.
+constexpr int rain = 8'000, hit = 600, theme = 5'000;
 
 const std::string longMusic = wavFile(longFrames, theme);
 
