@@ -3,6 +3,7 @@
 #include "ZNTCommandRecorderView.h"
 #include "ZNTConsoleCommands.h"
 #include "ZNTRecorder.h"
+#include "ZNTTerminalSize.h"
 #include "ZNTText.h"
 
 #include <utility>
@@ -60,9 +61,16 @@ ZNTSessionServices ZNTConsoleClient::services()
                 [this](ZNTSessionChange what) {
                     if (what == ZNTSessionChange::State)
                         stateChanged();
+                    else if (what == ZNTSessionChange::Typing)
+                        surroundings.input.setTypingHidden(controller.isTypingHidden());
                 },
             .textShown = [this] { script.textShown(); },
-            .silencePassed = [this] { script.silencePassed(); },
+            .silencePassed =
+                [this] {
+                    noteTerminalSize();
+                    script.silencePassed();
+                },
+            .notice = [this](const ZNTSessionNotice& notice) { showNotice(notice); },
             .settings = keeper.settings()};
 }
 
@@ -165,6 +173,7 @@ void ZNTConsoleClient::stateChanged()
     const auto state = controller.state();
     useSettingsOfGame(state);
     if (state == ZNTSessionState::Connected) {
+        noteTerminalSize();
         alerts.showWaiting(); // of the connection before
         script.connected();
     }
@@ -174,6 +183,21 @@ void ZNTConsoleClient::stateChanged()
         finish(exitBroken);
     else
         script.disconnected();
+}
+
+/// A hint is for people at a terminal, and not for the demo game, which plays right both ways.
+void ZNTConsoleClient::showNotice(const ZNTSessionNotice& notice)
+{
+    const bool isHint = notice.kind == ZNTSessionNotice::Kind::Hint;
+    if (isHint && (!surroundings.inputIsTerminal || demoGame || std::exchange(isHintShown, true)))
+        return;
+    complain(notice.sentence);
+}
+
+void ZNTConsoleClient::noteTerminalSize()
+{
+    if (const auto size = surroundings.outputIsTerminal ? znt::terminalSize() : std::nullopt)
+        controller.setViewSize(size->columns, size->rows);
 }
 
 /// A game may have settings of its own. They end with the connection.

@@ -82,6 +82,8 @@ private:
     void carryOut(const std::string& utf8);
     void stateChanged();
     void useSettingsOfGame(ZNTSessionState state);
+    void showNotice(const ZNTSessionNotice& notice);
+    void noteTerminalSize();
     void startDemo();
     void finish(int exitCode);
     [[nodiscard]] bool isFarewellHeldBack() const;
@@ -106,4 +108,5 @@ private:
 
     bool hasLostLine = false; ///< one could not be sent
     bool hasFinished = false;
+    bool isHintShown = false;
 };

@@ -55,13 +55,13 @@ public:
         require(received.replies.size() <= mostUnits + refusalsOfCompression,
                 "a reply is no longer than its offer");
         heldUnits += received.text.size();
-        if (auto released = heldBack.take(received.text, received.isRelease))
+        if (auto released = heldBack.take(received.text, received.isRelease, received.ready))
             show(std::move(released->text));
         require(heldBack.size() <= heldUnits, "no more is held back than came in");
     }
     void silence()
     {
-        if (auto released = heldBack.take(u"", /*isRelease=*/true))
+        if (auto released = heldBack.take(u"", /*isRelease=*/true, 0))
             show(std::move(released->text));
     }
 

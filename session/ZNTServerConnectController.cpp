@@ -35,10 +35,12 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
       commands(std::make_unique<Commands>(*this)),
       commandInterpreter(std::make_unique<ZNTCommandInterpreter>(*commands, *this)),
       _zntParserUtility(std::make_unique<ZNTParserUtility>()),
-      receiver(std::make_unique<ZNTDecodeFirstReceiver>(*_zntParserUtility)),
+      settledReceiver(std::make_unique<ZNTDecodeFirstReceiver>(*_zntParserUtility)),
+      receiver(settledReceiver.get()),
       triggers(std::make_unique<ZNTTriggerList>(platform.log, platform.runLoop)),
       answers(std::make_unique<Answers>(*this)),
-      chunk(platform.runLoop, *triggers, *answers, *this)
+      chunk(platform.runLoop, *triggers, *answers, *this),
+      viewSize(platform.runLoop, [this](ZNTViewSizeReport::Size size) { reportViewSize(size); })
 {
     ZNTUpdater updater(platform.places, platform.log);
     updater.createSoundFolder();
@@ -115,6 +117,7 @@ void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std:
     services.sounds.setGameAddress(host);
     farewellTimer.reset(); // what is held back from before shows with this game's first words
     receiver->startStream();
+    isHintGiven = false;
     screen.myProgressIndicator->stopAnimation();
     screen.connectionButton->setTitle(u"Disconnect");
     isConnected_ = true;
@@ -128,6 +131,12 @@ void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std:
     changed(ZNTSessionChange::State);
 }
 
+void ZNTServerConnectController::reportViewSize(ZNTViewSizeReport::Size size)
+{
+    writeData(receiver->windowSizeChanged(size.columns, size.rows), ZNTParserUtility::replyTimeout,
+              ZNTOutgoing::replyTag);
+}
+
 void ZNTServerConnectController::onSocketWillDisconnectWithError(ZNTStream& socket, const ZNTError* error)
 {
     lastEnding_ = error ? ZNTSessionEnding::Broken : ZNTSessionEnding::ByServer;
@@ -135,7 +144,10 @@ void ZNTServerConnectController::onSocketWillDisconnectWithError(ZNTStream& sock
     receiver->stopInflating();
     screen.myProgressIndicator->stopAnimation();
     screen.myProgressIndicator->setHidden(true);
-    showMudNotResponding();
+    if (error || receiver->isCloseAnError())
+        showMudNotResponding();
+    else
+        note(znt::notices::gameClosed);
     socket.disconnect();
 }
 
@@ -149,12 +161,22 @@ void ZNTServerConnectController::onSocketDidDisconnect(ZNTStream&)
     screen.port->setEnabled(true);
     disableAlmostAllWidgets();
     isConnected_ = false;
+    endAgreements();
     screen.myProgressIndicator->stopAnimation();
     outgoing->forget();
     chunk.giveUpAnswers();
     showFarewellInAWhile();
     changed(ZNTSessionChange::State);
     noteCompression(); // last, since what is called may connect again
+}
+
+/// What the game and the receiver had agreed on holds for one connection.
+void ZNTServerConnectController::endAgreements()
+{
+    if (std::exchange(cfStringEncoding_, settings_.encoding) != settings_.encoding)
+        changed(ZNTSessionChange::Encoding);
+    if (std::exchange(wasTypingHidden, false))
+        changed(ZNTSessionChange::Typing);
 }
 
 void ZNTServerConnectController::showMudNotResponding()
@@ -288,6 +310,12 @@ ZNTSessionState ZNTServerConnectController::state() const
 }
 
 bool ZNTServerConnectController::isWalking() const { return _zntSpeedwalking->isWalking(); }
+
+void ZNTServerConnectController::note(const ZNTSessionNotice& notice)
+{
+    if (services.notice)
+        services.notice(notice);
+}
 
 void ZNTServerConnectController::changed(ZNTSessionChange what)
 {

@@ -5,10 +5,12 @@
 #include "ZNTLineSender.h"
 #include "ZNTPlatform.h"
 #include "ZNTSessionChange.h"
+#include "ZNTSessionNotice.h"
 #include "ZNTSessionScreen.h"
 #include "ZNTSettings.h"
 #include "ZNTStream.h"
 #include "ZNTStringEncoding.h"
+#include "ZNTViewSizeReport.h"
 
 #include <chrono>
 #include <cstdint>
@@ -55,6 +57,7 @@ struct ZNTSessionServices {
     std::function<void()> textShown = {};
     /// Called, while connected, after each half second without a byte, if reading is not held. Optional.
     std::function<void()> silencePassed = {};
+    std::function<void(const ZNTSessionNotice& notice)> notice = {}; ///< optional
     /// What the player has set; later changes come through `setSettings`.
     ZNTSettings settings = {};
 };
@@ -146,7 +149,9 @@ public:
     void processMessage(std::optional<std::u16string_view> text);
     /// For a screen that takes its time: while it is full, nothing further is taken from the network.
     void setScreenFull(bool isFull);
-    /// Shows what is held back. Half a second of silence calls it.
+    /// The output view shows so many characters in a line and so many lines. Games that ask are answered.
+    void setViewSize(int columns, int rows) { viewSize.setSize({columns, rows}); }
+    /// Shows what is held back. A silence of the game calls it.
     void timeUp();
     /// For a front end that quits: shows at once all that came in. Of a chunk whose triggers have much to
     /// answer the rest is not answered.
@@ -221,6 +226,9 @@ public:
     [[nodiscard]] bool isGoAhead() const { return isGoAhead_; }
     /// Whether the next block is taken as compressed.
     [[nodiscard]] bool _mccp() const;
+    /// Whether the game echoes what is typed, as games do for a password. Then a line is sent as it stands
+    /// and is not shown, spoken, logged, recorded or sent again; the command line shows no letters.
+    [[nodiscard]] bool isTypingHidden() const;
     [[nodiscard]] bool isWalking() const;
     /// Whether something that came in is not shown yet.
     [[nodiscard]] bool hasTextHeldBack() const
@@ -265,7 +273,11 @@ private:
     void readNextBlock();
     void holdReadingWhileBusy();
     void receive(const ZNTReceived& received);
+    void noteAgreements(const ZNTReceived& received);
     void noteCompression();
+    void endAgreements();
+    void reportViewSize(ZNTViewSizeReport::Size size);
+    void endUnreadable(std::u16string_view sentence);
     void takeWhatWasHeldUp(ZNTStream& stream);
     ZNTAttributedText coloured(std::u16string text);
     void showFarewellInAWhile();
@@ -281,6 +293,7 @@ private:
     void fillFromDefaultMud();
     void putIntoForce(const ZNTSettings& before);
     void changed(ZNTSessionChange what);
+    void note(const ZNTSessionNotice& notice);
 
     ZNTPlatform platform;
     ZNTSessionScreen screen;
@@ -292,8 +305,12 @@ private:
     bool endOfNegotiations_ = false;
     bool isGoAhead_ = false;
     bool isScreenFull = false;
-    bool wasInflating = false; ///< when `changed` last said so
-    bool _isMspOnOff_ = false; ///< shared by the switches for sound and compression
+    bool wasInflating = false;    ///< when `changed` last said so
+    bool wasTypingHidden = false; ///< likewise
+    bool isHintGiven = false;     ///< in this connection
+    double nextTick = 0;          ///< seconds until the pending read's next tick
+    double silenceSoFar = 0;      ///< seconds of the ticks since the last block or silence
+    bool _isMspOnOff_ = false;    ///< shared by the switches for sound and compression
     ZNTStringEncoding cfStringEncoding_ = ZNTStringEncoding::Ascii;
     std::string rootPath_;
     std::u16string lastCommand_;
@@ -311,11 +328,13 @@ private:
     std::unique_ptr<Commands> commands;
     std::unique_ptr<ZNTCommandInterpreter> commandInterpreter;
     std::unique_ptr<ZNTParserUtility> _zntParserUtility;
-    std::unique_ptr<ZNTReceiver> receiver;
-    ZNTHeldBackText mudServerTextSentBuffer; ///< received, not yet shown
+    std::unique_ptr<ZNTReceiver> settledReceiver; ///< keeps what is switched while there is no connection
+    ZNTReceiver* receiver;                        ///< of the connection that stands, or stood last
+    ZNTHeldBackText mudServerTextSentBuffer;      ///< received, not yet shown
     std::unique_ptr<ZNTTriggerList> triggers;
     std::unique_ptr<Answers> answers;
     ZNTChunkInHand chunk;
+    ZNTViewSizeReport viewSize;
     std::unique_ptr<RunLoopTimer> farewellTimer;
     std::unique_ptr<ZNTStream> mudServer; ///< made anew at each connect
 };

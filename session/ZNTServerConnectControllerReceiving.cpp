@@ -6,23 +6,27 @@
 #include "ZNTReceiver.h"
 #include "ZNTServerConnectController.h"
 #include "ZNTSessionSpeech.h"
+#include "ZNTSoundTagScanner.h"
 
 #include <utility>
 
 namespace
 {
 
-/// Counted from the last block. If the game sends something at least every half second, only IAC GA, IAC WONT
-/// and the length release. While reading is held no tick counts; after that the next tick does, however soon
-/// it comes.
-constexpr double readTimeoutSeconds = 0.5;
+/// Counted from the last block. The front end is called after each such silence.
+constexpr double silenceSeconds = 0.5;
 constexpr long readTag = 0;
 
 } // namespace
 
+/// The first tick comes after the receiver's time of quiet, counted from the last block: if the game sends
+/// something more often, only what the receiver calls a release, and the length, release text. While reading
+/// is held no tick counts; after that the next tick does, however soon it comes.
 void ZNTServerConnectController::readNextBlock()
 {
-    mudServer->readDataWithTimeout(readTimeoutSeconds, std::make_shared<std::string>(), 0, readTag);
+    silenceSoFar = 0;
+    nextTick = hasTextHeldBack() ? receiver->secondsOfQuiet() : silenceSeconds;
+    mudServer->readDataWithTimeout(nextTick, std::make_shared<std::string>(), 0, readTag);
     holdReadingWhileBusy();
 }
 
@@ -74,15 +78,45 @@ void ZNTServerConnectController::receive(const ZNTReceived& received)
     writeData(received.replies, ZNTParserUtility::replyTimeout, ZNTOutgoing::replyTag);
     endOfNegotiations_ |= received.isEndOfNegotiations;
     isGoAhead_ |= received.isGoAhead;
-    noteCompression();
+    noteAgreements(received);
     const bool isRelease = received.isRelease || readTimeout_;
-    auto released = mudServerTextSentBuffer.take(received.text, isRelease);
+    const auto ready = readTimeout_ ? received.text.size() : received.ready;
+    auto released = mudServerTextSentBuffer.take(received.text, isRelease, ready);
     if (isRelease || released)
         isGoAhead_ = readTimeout_ = false;
-    if (!released)
-        return;
-    speech->setChunkInHand(true);
-    chunk.start(coloured(std::move(released->text)), released->isFlood);
+    if (released) {
+        speech->setChunkInHand(true);
+        chunk.start(coloured(std::move(released->text)), released->isFlood);
+    }
+    if (!received.failure.empty())
+        endUnreadable(received.failure);
+}
+
+/// What the block has changed for the rest of the connection.
+void ZNTServerConnectController::noteAgreements(const ZNTReceived& received)
+{
+    if (received.agreedEncoding && *received.agreedEncoding != cfStringEncoding_) {
+        cfStringEncoding_ = *received.agreedEncoding;
+        changed(ZNTSessionChange::Encoding);
+    }
+    if (received.isRefusal && !std::exchange(isHintGiven, true))
+        note(znt::notices::standardTelnetMayHelp);
+    if (std::exchange(wasTypingHidden, isTypingHidden()) != isTypingHidden())
+        changed(ZNTSessionChange::Typing);
+    noteCompression();
+}
+
+bool ZNTServerConnectController::isTypingHidden() const
+{
+    return isConnected_ && receiver->isEchoedByServer();
+}
+
+void ZNTServerConnectController::endUnreadable(std::u16string_view sentence)
+{
+    lastEnding_ = ZNTSessionEnding::Broken;
+    platform.alert.showMessage(u"Connection closed", sentence);
+    if (mudServer)
+        mudServer->disconnect();
 }
 
 void ZNTServerConnectController::noteCompression()
@@ -95,7 +129,9 @@ ZNTAttributedText ZNTServerConnectController::coloured(std::u16string text)
 {
     if (const auto tag = _zntParserUtility->soundTag(text))
         static_cast<void>(_soundProcessor->processSound(*tag)); // a tag that cannot be understood is dropped
-    return _zntParserUtility->processIncomingStream(std::move(text));
+    receiver->stripCommands(text);
+    znt::stripSoundTags(text);
+    return _zntParserUtility->colours().attributedText(std::move(text));
 }
 
 // The chunk's way to the player
@@ -141,11 +177,15 @@ double ZNTServerConnectController::onSocketShouldTimeoutReadWithTag(ZNTStream& s
                                                                     std::size_t)
 {
     if (stream.isReadingHeld())
-        return readTimeoutSeconds; // nothing was read meanwhile, so this is no silence
+        return nextTick; // nothing was read meanwhile, so this is no silence
     timeUp();
+    silenceSoFar += nextTick;
+    if (silenceSoFar < silenceSeconds)
+        return nextTick = silenceSeconds - silenceSoFar;
+    silenceSoFar = 0;
     if (services.silencePassed)
         services.silencePassed();
-    return readTimeoutSeconds;
+    return nextTick = silenceSeconds;
 }
 
 void ZNTServerConnectController::timeUp()
@@ -179,8 +219,8 @@ void ZNTServerConnectController::takeWhatWasHeldUp(ZNTStream& stream)
 void ZNTServerConnectController::showFarewellInAWhile()
 {
     if (!mudServerTextSentBuffer.empty())
-        farewellTimer =
-            platform.runLoop.startTimer(readTimeoutSeconds, RunLoopRepeat::Once, [this] { timeUp(); });
+        farewellTimer = platform.runLoop.startTimer(receiver->secondsOfQuiet(), RunLoopRepeat::Once,
+                                                    [this] { timeUp(); });
 }
 
 void ZNTServerConnectController::showAllThatCame()

@@ -6,6 +6,7 @@
 #include "ZNTMacroSource.h"
 #include "ZNTOutgoing.h"
 #include "ZNTParserUtility.h"
+#include "ZNTReceiver.h"
 #include "ZNTRecorder.h"
 #include "ZNTServerConnectController.h"
 #include "ZNTSessionActors.h"
@@ -27,10 +28,12 @@ void ZNTServerConnectController::sendMessageToServer(std::u16string_view line, b
         return;
     }
     speech->interrupt(pauseWhenSending);
-    insertTextInWindow(line);
+    if (!isTypingHidden())
+        insertTextInWindow(line);
     std::u16string withLineEnd(line);
     withLineEnd += u"\r\n";
-    writeData(znt::encodedText(withLineEnd, cfStringEncoding_), ZNTOutgoing::noTimeout, ZNTOutgoing::lineTag);
+    writeData(receiver->encodedLine(withLineEnd, cfStringEncoding_), ZNTOutgoing::noTimeout,
+              ZNTOutgoing::lineTag);
 }
 
 void ZNTServerConnectController::writeData(std::string_view data, double timeout, long tag)
@@ -43,18 +46,26 @@ void ZNTServerConnectController::writeQueuedLines() { outgoing->flush(); }
 void ZNTServerConnectController::sendTextToServer()
 {
     const auto line = screen.textToServer->text();
-    _zntRecorder->addCommand(line);
-    if (!line.empty()) {
-        lastCommand_ = line;
-        speech->forgetReplay();
+    const bool isHidden = isTypingHidden(); // a password may begin with a prefix
+    if (!isHidden) {
+        _zntRecorder->addCommand(line);
+        if (!line.empty())
+            lastCommand_ = line;
     }
-    sendMessageToServer(line, /*ignoreSpecials=*/false);
+    if (!line.empty())
+        speech->forgetReplay();
+    sendMessageToServer(line, /*ignoreSpecials=*/isHidden);
     screen.textToServer->setText(_emptyString);
 }
 
 void ZNTServerConnectController::sendTextToServerNoWidget(std::u16string_view givenLine)
 {
     const std::u16string line(givenLine); // may be the last command itself
+    if (isTypingHidden()) {
+        sendMessageToServer(line, /*ignoreSpecials=*/true);
+        screen.textToServer->setText(_emptyString);
+        return;
+    }
     _zntRecorder->addCommand(line);
     commandInterpreter->showStrings(line);
     if (!line.empty()) {

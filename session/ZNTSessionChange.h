@@ -7,6 +7,7 @@ enum class ZNTSessionChange {
     Title,       ///< the game's name, host or port, as the session has filled them in
     Encoding,    ///< the string encoding
     Compression, ///< whether what comes is taken as compressed
+    Typing,      ///< whether what is typed is hidden
     Sounds,      ///< whether sound tags are carried out
     Speech,      ///< speech on or off, its interruption, and whether anything can speak
     Walking,     ///< whether a speed walk is under way

@@ -39,6 +39,9 @@ public:
     /// What has been typed so far need not be shown again, because the caller shows the line itself.
     virtual void replaceTypedLine() {}
 
+    /// Whether what is typed is shown. A line that is typed while it is hidden is kept in no history.
+    virtual void setTypingHidden(bool isHidden) { static_cast<void>(isHidden); }
+
     /// The input for stdin: with line editing on a terminal, else plain lines from a pipe, a file or a
     /// device. `runLoop` outlives it.
     static std::unique_ptr<ZNTConsoleInput> forStandardInput(RunLoop& runLoop);

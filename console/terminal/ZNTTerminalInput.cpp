@@ -1,5 +1,7 @@
 #include "ZNTTerminalInput.h"
 
+#include "ZNTTerminalSize.h"
+
 #include <algorithm>
 #include <clocale>
 #include <cstdio>
@@ -7,7 +9,6 @@
 #include <cwchar>
 #include <editline/readline.h>
 #include <langinfo.h>
-#include <sys/ioctl.h>
 #include <unistd.h>
 #include <utility>
 
@@ -65,8 +66,8 @@ std::string decodable(std::string_view text)
 
 int terminalColumns()
 {
-    winsize size{};
-    return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+    const auto size = znt::terminalSize();
+    return size ? size->columns : 80;
 }
 
 } // namespace
@@ -84,6 +85,7 @@ ZNTTerminalInput::ZNTTerminalInput(RunLoop& runLoop) : runLoop(runLoop)
 
 ZNTTerminalInput::~ZNTTerminalInput()
 {
+    setTypingHidden(false);
     if (isInstalled)
         rl_callback_handler_remove();
     theOne = nullptr;
@@ -103,8 +105,59 @@ bool ZNTTerminalInput::start(Handlers given)
     return watch != nullptr;
 }
 
+/// The line editor draws what it reads, so it rests while typing is hidden. The terminal then gives whole
+/// lines and shows nothing of them.
+void ZNTTerminalInput::setTypingHidden(bool isHidden)
+{
+    if (isHidden == shown.has_value() || !watch)
+        return;
+    if (!isHidden) {
+        ::tcsetattr(STDIN_FILENO, TCSANOW, &*shown);
+        shown.reset();
+        hiddenLine.clear();
+        rl_callback_handler_install(prompt.c_str(), &ZNTTerminalInput::onLine);
+        isInstalled = true;
+        return;
+    }
+    if (isInstalled && !isDelivering && rl_line_buffer && *rl_line_buffer != '\0') {
+        writeToTerminal(cursorUp(rowsBelowFirst(rl_line_buffer)) + "\r\x1b[J" + prompt);
+        hiddenLine = rl_line_buffer; // it was meant for the same question
+    }
+    rl_callback_handler_remove();
+    isInstalled = false;
+    termios modes{};
+    ::tcgetattr(STDIN_FILENO, &modes);
+    shown = modes;
+    modes.c_lflag |= ICANON;
+    modes.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    ::tcsetattr(STDIN_FILENO, TCSANOW, &modes);
+}
+
+void ZNTTerminalInput::readHidden()
+{
+    char bytes[1024];
+    const auto count = ::read(STDIN_FILENO, bytes, sizeof bytes);
+    if (count <= 0) { // Ctrl+D on an empty line
+        setTypingHidden(false);
+        deliver(nullptr);
+        return;
+    }
+    hiddenLine.append(bytes, static_cast<std::size_t>(count));
+    // The terminal gives one line at a time; what follows its end would be the next read's.
+    if (!hiddenLine.ends_with('\n'))
+        return;
+    hiddenLine.pop_back();
+    writeToTerminal("\n");
+    handlers.line(std::exchange(hiddenLine, {}));
+    handlers.catchUp();
+}
+
 void ZNTTerminalInput::readCharacters()
 {
+    if (shown) {
+        readHidden();
+        return;
+    }
     handlers.catchUp(); // the library draws the typed character at the cursor
     rl_callback_read_char();
     if (!std::exchange(hasDelivered, false) || !isInstalled)

@@ -47,11 +47,22 @@ ZNTReceived ZNTDecodeFirstReceiver::readText(std::u16string text)
     // The only subnegotiation that is ever agreed to is the start of MCCP2.
     if (answers.isEndOfNegotiations)
         _mccp = true;
-    return {.text = std::move(text),
-            .replies = std::move(answers.replies),
-            .isGoAhead = answers.isGoAhead,
-            .isEndOfNegotiations = answers.isEndOfNegotiations,
-            .isRelease = answers.isRelease};
+    ZNTReceived received{.text = std::move(text),
+                         .replies = std::move(answers.replies),
+                         .isGoAhead = answers.isGoAhead,
+                         .isEndOfNegotiations = answers.isEndOfNegotiations,
+                         .isRelease = answers.isRelease};
+    constexpr char refused[] = {static_cast<char>(IAC), static_cast<char>(Refusal)};
+    received.isRefusal = received.replies.find(std::string_view(refused, 2)) != std::string::npos;
+    received.ready = received.isRelease ? received.text.size() : 0;
+    return received;
+}
+
+void ZNTDecodeFirstReceiver::stripCommands(std::u16string& text) const { parser.stripCommands(text); }
+
+std::string ZNTDecodeFirstReceiver::encodedLine(std::u16string_view line, ZNTStringEncoding encoding) const
+{
+    return znt::encodedText(line, encoding);
 }
 
 std::string ZNTDecodeFirstReceiver::switchCompression(bool on)

@@ -21,6 +21,13 @@ public:
     ZNTReceived read(std::string_view block, ZNTStringEncoding encoding) override;
     ZNTReceived readText(std::u16string text) override;
 
+    [[nodiscard]] bool keepsBlanks() const override { return false; }
+    [[nodiscard]] double secondsOfQuiet() const override { return 0.5; }
+    [[nodiscard]] bool isCloseAnError() const override { return true; }
+    void stripCommands(std::u16string& text) const override;
+    [[nodiscard]] std::string encodedLine(std::u16string_view line,
+                                          ZNTStringEncoding encoding) const override;
+
     /// Switched on, the very next block is taken as compressed.
     std::string switchCompression(bool on) override;
     std::string switchSounds(bool on) override;

@@ -7,10 +7,13 @@
 #include <string_view>
 #include <utility>
 
-/// What came in since text was last shown. It waits for the IAC GA, IAC WONT or silence that releases it.
+/// What came in since text was last shown. It waits for the go-ahead or the silence that releases it.
 class ZNTHeldBackText
 {
 public:
+    /// Whether spaces and tabs at the ends of a block that is held back stay.
+    enum class Blanks { Trimmed, Kept };
+
     struct Released {
         std::u16string text;  ///< everything held back, in order and with nothing between
         bool isFlood = false; ///< released because of its length alone
@@ -19,10 +22,12 @@ public:
     /// that never pauses cannot fill the memory.
     static constexpr std::size_t mostHeldBack = std::size_t{8} << 20;
 
-    /// Takes one block. If it releases, the result is what was held back, then the block untrimmed. If not,
-    /// the block is trimmed and held back. None if nothing is to be shown now: a silence with nothing held
-    /// back is no chunk, which triggers could match.
-    std::optional<Released> take(std::u16string_view block, bool isRelease)
+    void setBlanks(Blanks wanted) { blanks = wanted; }
+
+    /// Takes one block. If it releases, the result is what was held back, then the first `ready` units of the
+    /// block as they stand; the rest of it is held back. If not, all of it is held back. None if nothing is
+    /// to be shown now: a silence with nothing held back is no chunk, which triggers could match.
+    std::optional<Released> take(std::u16string_view block, bool isRelease, std::size_t ready)
     {
         if (!isRelease) {
             add(block);
@@ -32,14 +37,17 @@ public:
         }
         if (block.empty() && empty())
             return std::nullopt;
-        return Released{releasedWith(block), /*isFlood=*/false};
+        Released released{releasedWith(block.substr(0, ready)), /*isFlood=*/false};
+        if (ready < block.size())
+            add(block.substr(ready));
+        return released;
     }
 
-    /// Adds a block, without the spaces and tabs at its ends; line ends stay. Wide and no-break spaces stay
-    /// too: they belong to the layout of Chinese text.
+    /// Adds a block. If blanks are trimmed, line ends stay, and wide and no-break spaces too: those belong to
+    /// the layout of Chinese text.
     void add(std::u16string_view block)
     {
-        joined += znt::trimmedOfSpacesAndTabs(block);
+        joined += blanks == Blanks::Trimmed ? znt::trimmedOfSpacesAndTabs(block) : block;
         hasBlocks = true;
     }
 
@@ -69,6 +77,7 @@ public:
     }
 
 private:
+    Blanks blanks = Blanks::Trimmed;
     std::u16string joined;
     bool hasBlocks = false;
 };

@@ -115,13 +115,16 @@ std::optional<std::u16string_view> ZNTParserUtility::soundTag(std::u16string_vie
 
 ZNTAttributedText ZNTParserUtility::processIncomingStream(std::u16string text) const
 {
-    if (text.empty())
-        return {};
     stripCommands(text);
-    if (text == u"m") // what is left of a colour sequence that two blocks shared
-        text.clear();
     znt::stripSoundTags(text);
     return colourParser.attributedText(std::move(text));
+}
+
+void ZNTParserUtility::stripCommands(std::u16string& text)
+{
+    znt::telnet::stripCommands(text);
+    if (text == u"m") // what is left of a colour sequence that two blocks shared
+        text.clear();
 }
 
 std::string ZNTParserUtility::charCodeString(std::u16string_view text)

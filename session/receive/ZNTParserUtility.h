@@ -43,6 +43,8 @@ public:
     [[nodiscard]] std::optional<std::u16string_view> soundTag(std::u16string_view text) const;
     /// Takes out telnet commands and sound tags, and turns SGR sequences into attributes.
     [[nodiscard]] ZNTAttributedText processIncomingStream(std::u16string text) const;
+    /// The first step of `processIncomingStream` alone.
+    static void stripCommands(std::u16string& text);
 
     /// Whether compression and sound are accepted when the server offers them.
     void set_isMccpOnOff(bool on) { _isMccpOnOff_ = on; }

@@ -112,10 +112,14 @@ void ZNTConnectionWiring::playDemo()
     const ZNTPlatform& platform = controller.services().platform;
     demoGame = std::make_unique<ZNTDemoGame>(platform.runLoop);
     demoGame->start(session.cfStringEncoding(), [this, &platform](const ZNTResult<std::uint16_t>& started) {
-        if (started)
+        if (started) {
+            demoPort = QString::number(started.value());
             connectTo(QStringLiteral("127.0.0.1"), started.value(), QStringLiteral("Demo game"));
-        else
+        } else {
             platform.alert.showMessage(u"Demo game",
                                        textOfQt(QString::fromStdString(started.error().description)));
+        }
     });
 }
+
+bool ZNTConnectionWiring::isDemoPlayed() const { return demoGame && window.port->text() == demoPort; }

@@ -25,6 +25,8 @@ public:
     /// Starts the demo game and connects to it. Does nothing while there is a connection.
     void playDemo();
 
+    [[nodiscard]] bool isDemoPlayed() const;
+
     /// Called when the session's state is to be looked at again.
     std::function<void()> whenStateChanges;
     ZNTGameFields fields;
@@ -47,4 +49,5 @@ private:
     ZNTServerConnectController& session;
     ZNTSpokenNews news;
     std::unique_ptr<ZNTDemoGame> demoGame;
+    QString demoPort; ///< of the demo game that was started last
 };

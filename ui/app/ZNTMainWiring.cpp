@@ -34,10 +34,10 @@ namespace
 
 QString text(const char* latin) { return QString::fromLatin1(latin); }
 
-constexpr std::array allChanges{ZNTSessionChange::State,    ZNTSessionChange::Title,
-                                ZNTSessionChange::Encoding, ZNTSessionChange::Compression,
-                                ZNTSessionChange::Sounds,   ZNTSessionChange::Speech,
-                                ZNTSessionChange::Walking,  ZNTSessionChange::Recording};
+constexpr std::array allChanges{
+    ZNTSessionChange::State,       ZNTSessionChange::Title,     ZNTSessionChange::Encoding,
+    ZNTSessionChange::Compression, ZNTSessionChange::Sounds,    ZNTSessionChange::Speech,
+    ZNTSessionChange::Walking,     ZNTSessionChange::Recording, ZNTSessionChange::Typing};
 
 } // namespace
 
@@ -63,12 +63,14 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireColours();
     wireHelp();
     controller.whenSessionChanges = [this](ZNTSessionChange what) { sessionChanged(what); };
+    controller.whenNoticed = [this](const ZNTSessionNotice& notice) { showNotice(notice); };
     connection.whenStateChanges = [this] { sessionChanged(ZNTSessionChange::State); };
 }
 
 ZNTMainWiring::~ZNTMainWiring()
 {
     controller.whenSessionChanges = nullptr;
+    controller.whenNoticed = nullptr;
     connection.whenStateChanges = nullptr;
 }
 
@@ -221,6 +223,9 @@ void ZNTMainWiring::wireView()
     // A player who needs the game's text large needs the typed text large, too.
     window.textToServer->setFont(output->shownFont());
     QObject::connect(output, &ZNTOutputView::shownFontChanged, window.textToServer, &QLineEdit::setFont);
+    const auto noteSize = [this, output] { session.setViewSize(output->columns(), output->visibleRows()); };
+    QObject::connect(output, &ZNTOutputView::gridChanged, output, noteSize);
+    noteSize();
     whenTriggered(menu["changeFont"], [this, output] { chooseFont(window, *output, session); });
     whenTriggered(menu["controlsLarger"], [] { zoomControls(1); });
     whenTriggered(menu["controlsSmaller"], [] { zoomControls(-1); });
@@ -287,6 +292,9 @@ void ZNTMainWiring::sessionChanged(ZNTSessionChange what)
     case ZNTSessionChange::Walking:
         menu.enable(Enabled::WhileWalking, status.facts().isWalking);
         return;
+    case ZNTSessionChange::Typing:
+        showTyping();
+        return;
     case ZNTSessionChange::Compression: // the status line alone shows these two
     case ZNTSessionChange::Sounds:
         return;
@@ -321,6 +329,25 @@ void ZNTMainWiring::showEncoding()
 {
     const bool isChinese = session.cfStringEncoding() != ZNTStringEncoding::Ascii;
     window.textFromServer->setAmbiguousWidth(isChinese ? AmbiguousWidth::Wide : AmbiguousWidth::Narrow);
+}
+
+/// A hint is not for the demo game, which plays right both ways.
+void ZNTMainWiring::showNotice(const ZNTSessionNotice& notice)
+{
+    if (notice.kind == ZNTSessionNotice::Kind::Hint && connection.isDemoPlayed())
+        return;
+    status.showNotice(notice.sentence);
+    news.say(notice.sentence);
+}
+
+void ZNTMainWiring::showTyping()
+{
+    const bool isHidden = session.isTypingHidden();
+    if (isHidden == wasTypingHidden)
+        return;
+    wasTypingHidden = isHidden;
+    window.textToServer->setTypingHidden(isHidden);
+    news.say(isHidden ? u"What you type is hidden" : u"What you type is shown again");
 }
 
 void ZNTMainWiring::showRecording()

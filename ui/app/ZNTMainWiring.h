@@ -44,6 +44,8 @@ private:
     void sessionChanged(ZNTSessionChange what);
     void showState();
     void showEncoding();
+    void showNotice(const ZNTSessionNotice& notice);
+    void showTyping();
     void showRecording();
     void showSpeech();
 
@@ -56,6 +58,7 @@ private:
     ZNTStatusLine status;
     ZNTSpokenNews news;
     bool wasConnected = false; ///< when the state was last shown
+    bool wasTypingHidden = false;
     std::unique_ptr<ZNTHelpWindow> help;
     std::unique_ptr<ZNTKeypadKeys> keypadKeys;
     std::unique_ptr<ZNTQuitAnywhere> quitAnywhere;

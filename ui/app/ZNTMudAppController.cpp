@@ -30,6 +30,11 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
            .showZNTCommandRecorderView =
                [this](ZNTCommandRecorderDataSource& commands) { showZNTCommandRecorderView(commands); },
            .sessionChanged = [this](ZNTSessionChange what) { changed(what); },
+           .notice =
+               [this](const ZNTSessionNotice& notice) {
+                   if (whenNoticed)
+                       whenNoticed(notice);
+               },
            .settings = keeper.settings()})
 {
     ZNTMacroGroupDropDownController& groups = zntMacroGroupDropDownController;

@@ -67,6 +67,7 @@ public:
 
     /// Called when something of that kind has changed in the session or in the sounds.
     std::function<void(ZNTSessionChange what)> whenSessionChanges;
+    std::function<void(const ZNTSessionNotice& notice)> whenNoticed;
     /// Called when the list of games has filled the connection fields.
     std::function<void()> whenGamePicked;
 

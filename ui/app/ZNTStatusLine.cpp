@@ -1,6 +1,7 @@
 #include "ZNTStatusLine.h"
 
 #include "ZNTMudAppController.h"
+#include "ZNTQtText.h"
 #include "ZNTRecorder.h"
 #include "ZNTSoundFactory.h"
 
@@ -33,8 +34,15 @@ void ZNTStatusLine::sessionChanged(ZNTSessionChange what)
         break;
     case ZNTSessionChange::Title:
     case ZNTSessionChange::Encoding:
+    case ZNTSessionChange::Typing:
         return;
     }
+    show();
+}
+
+void ZNTStatusLine::showNotice(std::u16string_view sentence)
+{
+    facts_.notice = znt::qtText(sentence);
     show();
 }
 
@@ -47,6 +55,7 @@ void ZNTStatusLine::takeState()
         facts_.connection = Connection::None;
         break;
     case ZNTSessionState::Connecting:
+        facts_.notice.clear();
         facts_.connection = Connection::Connecting;
         break;
     case ZNTSessionState::Connected:

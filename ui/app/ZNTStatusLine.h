@@ -3,6 +3,8 @@
 #include "ZNTSessionChange.h"
 #include "ZNTStatusWords.h"
 
+#include <string_view>
+
 class QLabel;
 class ZNTMudAppController;
 
@@ -14,6 +16,8 @@ public:
     ZNTStatusLine(QLabel& label, ZNTMudAppController& controller);
 
     void sessionChanged(ZNTSessionChange what);
+    /// Stands before the other words until the next attempt to connect.
+    void showNotice(std::u16string_view sentence);
 
     [[nodiscard]] const ZNTStatusFacts& facts() const { return facts_; }
     [[nodiscard]] QString words() const { return znt::statusInWords(facts_); }

@@ -208,6 +208,7 @@ void ZNTOutputView::layoutChanged()
     textLayout.setRoom(viewport()->width() - 2 * ZNTOutputLayout::margin);
     scrolling.keepRowInItsLine();
     refresh();
+    Q_EMIT gridChanged();
 }
 
 void ZNTOutputView::updateScrollBar()

@@ -139,6 +139,8 @@ Q_SIGNALS:
     /// Whether there is a selection has changed.
     void copyAvailable(bool available);
     void shownFontChanged(const QFont& font);
+    /// The columns or the rows that fit may have changed.
+    void gridChanged();
     void followsEndChanged(bool follows);
     void findStatusChanged(const ZNTOutputFind::Status& status);
 

@@ -31,6 +31,15 @@ void call(const std::function<void()>& handler)
 
 ZNTCommandLine::ZNTCommandLine(QWidget* parent) : QLineEdit(parent) {}
 
+void ZNTCommandLine::setTypingHidden(bool isHidden)
+{
+    if (isHidden == (echoMode() == Password))
+        return;
+    if (!isHidden)
+        clear();
+    setEchoMode(isHidden ? Password : Normal);
+}
+
 bool ZNTCommandLine::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride) {

@@ -23,6 +23,10 @@ public:
     /// heir it goes to the next widget.
     void setHeir(QWidget* widget) { heir = widget; }
 
+    /// While hidden, each letter shows as a dot and screen readers take the line for a password. What stands
+    /// in the line when it is shown again goes, since it was typed unseen.
+    void setTypingHidden(bool isHidden);
+
 protected:
     bool event(QEvent* event) override;
     bool focusNextPrevChild(bool next) override;

@@ -35,5 +35,6 @@ QString znt::statusInWords(const ZNTStatusFacts& facts)
                                         : QStringLiteral("speech unavailable"));
     if (facts.isMuted)
         words << QStringLiteral("sounds muted");
-    return words.join(QStringLiteral(", "));
+    const QString line = words.join(QStringLiteral(", "));
+    return facts.notice.isEmpty() ? line : facts.notice + u' ' + line;
 }

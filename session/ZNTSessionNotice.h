@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string_view>
+
+/// A sentence for the player that is neither game text nor an alert. The window shows it in the status line,
+/// the terminal client on stderr.
+struct ZNTSessionNotice {
+    enum class Kind {
+        Fact, ///< something has happened
+        Hint  ///< a setting could make this game play better; a front end that knows better need not show it
+    };
+    Kind kind;
+    std::u16string_view sentence;
+};
+
+namespace znt::notices
+{
+
+inline constexpr ZNTSessionNotice gameClosed{ZNTSessionNotice::Kind::Fact,
+                                             u"The game closed the connection."};
+inline constexpr ZNTSessionNotice standardTelnetMayHelp{
+    ZNTSessionNotice::Kind::Hint,
+    u"If the game refuses your name, switch on Standard telnet and connect again."};
+
+} // namespace znt::notices
