@@ -336,7 +336,7 @@ void ZNTMainWiring::showNotice(const ZNTSessionNotice& notice)
 {
     if (notice.kind == ZNTSessionNotice::Kind::Hint && connection.isDemoPlayed())
         return;
-    status.showNotice(notice.sentence);
+    status.showNotice(notice);
     news.say(notice.sentence);
 }
 

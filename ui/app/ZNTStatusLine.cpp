@@ -40,9 +40,10 @@ void ZNTStatusLine::sessionChanged(ZNTSessionChange what)
     show();
 }
 
-void ZNTStatusLine::showNotice(std::u16string_view sentence)
+void ZNTStatusLine::showNotice(const ZNTSessionNotice& notice)
 {
-    facts_.notice = znt::qtText(sentence);
+    facts_.notice = znt::qtText(notice.sentence);
+    isNoticeAHint = notice.kind == ZNTSessionNotice::Kind::Hint;
     show();
 }
 
@@ -53,6 +54,8 @@ void ZNTStatusLine::takeState()
     switch (session.state()) {
     case ZNTSessionState::Idle:
         facts_.connection = Connection::None;
+        if (isNoticeAHint)
+            facts_.notice.clear();
         break;
     case ZNTSessionState::Connecting:
         facts_.notice.clear();

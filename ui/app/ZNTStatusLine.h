@@ -1,9 +1,8 @@
 #pragma once
 
 #include "ZNTSessionChange.h"
+#include "ZNTSessionNotice.h"
 #include "ZNTStatusWords.h"
-
-#include <string_view>
 
 class QLabel;
 class ZNTMudAppController;
@@ -16,8 +15,8 @@ public:
     ZNTStatusLine(QLabel& label, ZNTMudAppController& controller);
 
     void sessionChanged(ZNTSessionChange what);
-    /// Stands before the other words until the next attempt to connect.
-    void showNotice(std::u16string_view sentence);
+    /// Stands behind the other words until the next attempt to connect; a hint until the disconnect.
+    void showNotice(const ZNTSessionNotice& notice);
 
     [[nodiscard]] const ZNTStatusFacts& facts() const { return facts_; }
     [[nodiscard]] QString words() const { return znt::statusInWords(facts_); }
@@ -31,4 +30,5 @@ private:
     QLabel& label;
     ZNTMudAppController& controller;
     ZNTStatusFacts facts_;
+    bool isNoticeAHint = false;
 };

@@ -36,5 +36,5 @@ QString znt::statusInWords(const ZNTStatusFacts& facts)
     if (facts.isMuted)
         words << QStringLiteral("sounds muted");
     const QString line = words.join(QStringLiteral(", "));
-    return facts.notice.isEmpty() ? line : facts.notice + u' ' + line;
+    return facts.notice.isEmpty() ? line : line + QStringLiteral(". ") + facts.notice;
 }

@@ -15,7 +15,7 @@ struct ZNTStatusFacts {
     bool isSpeechOn = false;
     bool isSpeechAvailable = true;
     bool isMuted = false;
-    QString notice; ///< a sentence that stands before the rest; empty for none
+    QString notice; ///< a sentence that stands after the rest; empty for none
 
     friend bool operator==(const ZNTStatusFacts&, const ZNTStatusFacts&) = default;
 };
