@@ -1,9 +1,9 @@
 #include "ZNTLineWrap.h"
 #include "ZNTOutputRows.h"
 #include "ZNTOutputSamples.h"
+#include "ZNTRandomText.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace
 {
@@ -46,13 +46,11 @@ TEST(LineWrap, RowsBreakWhereAReaderWouldBreakThem)
 
 TEST(LineWrap, RowsOfAnyTextTileItAndFit)
 {
-    std::mt19937 random(3);
-    const std::vector<std::u16string> pieces{u"a",          u"guard ", u" ",       u"   ",    u"\u4F60\u7AD9",
-                                             u"\U0001F600", u"\t",     u"e\u0301", u"\u0301", u"\u3000",
-                                             u"\xD83D",     u"\xDE00", u"\u2605"};
+    auto lines = ZNTRandomText::ofPieces(u"a¦guard ¦ ¦   ¦\u4F60\u7AD9¦\U0001F600¦\t¦e\u0301¦\u0301¦\u3000¦"
+                                         u"\xD83D¦\xDE00¦\u2605");
     for (int sample = 0; sample < 3000; ++sample) {
-        const auto line = randomLine(random, pieces, random() % 40);
-        const int columns = 2 + static_cast<int>(random() % 30);
+        const auto line = lines.next(39);
+        const int columns = 2 + static_cast<int>(lines.number(30));
         const znt::GridWidth grid{columns, AmbiguousWidth::Narrow};
         std::u16string joined;
         const auto rows = rowsOf(line, columns);
@@ -77,17 +75,14 @@ TEST(LineWrap, RowsOfAnyTextTileItAndFit)
 
 TEST(OutputRows, EveryRowIsFoundAgainAfterEveryChangeOfWidth)
 {
-    std::mt19937 random(11);
+    auto lines = ZNTRandomText::ofPieces(u"guard ¦\u4F60¦castle ¦x");
     ZNTOutputStore store;
     ZNTOutputRows rows(store);
     for (const int columns : {80, 23, 200, 40}) {
         SCOPED_TRACE(columns);
         rows.setRoom(columns, [](auto) { return 1.0; });
-        for (int line = 0; line < 1500; ++line) {
-            store.append(
-                coloured(randomLine(random, {u"guard ", u"\u4F60", u"castle ", u"x"}, random() % 30)));
-            store.append(coloured(u"\n"));
-        }
+        for (int line = 0; line < 1500; ++line)
+            store.append(coloured(lines.next(29) + u"\n"));
         rows.update();
         std::int64_t all = 0;
         for (auto line = store.firstLine(); line < store.endLine(); ++line)

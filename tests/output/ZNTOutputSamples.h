@@ -3,7 +3,6 @@
 #include "ZNTAttributedText.h"
 #include "ZNTOutputStore.h"
 
-#include <random>
 #include <string>
 #include <string_view>
 
@@ -20,14 +19,4 @@ inline ZNTAttributedText coloured(std::u16string_view text, ZNTColour colour = z
 inline std::u16string everything(const ZNTOutputStore& store)
 {
     return store.text(store.start(), store.end());
-}
-
-/// A line of `pieces` drawn at random; `number` of them.
-inline std::u16string randomLine(std::mt19937& random, const std::vector<std::u16string>& pieces,
-                                 std::size_t number)
-{
-    std::u16string line;
-    for (std::size_t piece = 0; piece < number; ++piece)
-        line += pieces[random() % pieces.size()];
-    return line;
 }

@@ -1,8 +1,7 @@
 #include "ZNTOutputSamples.h"
-#include "ZNTOutputStore.h"
+#include "ZNTRandomText.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace
 {
@@ -87,28 +86,26 @@ TEST(OutputStore, ALineWithoutEndGoesOnInFurtherLinesAndCopiesWithoutABreak)
 
 TEST(OutputStore, PlacesAndTextAgreeWithAPlainStringOverManyBlocks)
 {
-    std::mt19937 random(7);
+    auto lines = ZNTRandomText::ofPieces(u"word ¦a¦\u4F60¦\t¦\U0001F600¦e\u0301");
     ZNTOutputStore store;
     std::u16string plain;
     std::vector<std::size_t> starts{0};
     while (plain.size() < 400'000) {
-        const auto line =
-            randomLine(random, {u"word ", u"a", u"\u4F60", u"\t", u"\U0001F600", u"e\u0301"}, random() % 60);
-        store.append(coloured(line, random() % 2 ? red : green));
-        store.append(coloured(u"\n"));
-        plain += line + u"\n";
+        const auto line = lines.next(59) + u"\n";
+        store.append(coloured(line, lines.number(2) == 0 ? red : green));
+        plain += line;
         starts.push_back(plain.size());
     }
     ASSERT_GT(store.endBlock(), 4);
     EXPECT_EQ(store.endLine(), static_cast<std::int64_t>(starts.size()));
     for (int sample = 0; sample < 2000; ++sample) {
-        const auto at = random() % plain.size();
+        const auto at = lines.number(plain.size());
         const auto number = store.lineAt(static_cast<std::int64_t>(at));
         const auto after = std::upper_bound(starts.begin(), starts.end(), at);
         ASSERT_EQ(number, after - starts.begin() - 1);
         const auto start = starts[static_cast<std::size_t>(number)];
         ASSERT_EQ(store.line(number).text, plain.substr(start, *after - start - 1));
-        const auto to = std::min(plain.size(), at + random() % 70'000);
+        const auto to = std::min(plain.size(), at + lines.number(70'000));
         ASSERT_EQ(store.text(static_cast<std::int64_t>(at), static_cast<std::int64_t>(to)),
                   plain.substr(at, to - at));
     }
