@@ -9,21 +9,7 @@
 
 #include <gmock/gmock.h>
 #include <optional>
-
-/// Lines that a test types.
-struct ZNTTypedInput final : ZNTConsoleInput {
-    explicit ZNTTypedInput(std::string& transcript) : transcript(transcript) {}
-    bool start(Handlers given) override
-    {
-        handlers = std::move(given);
-        return true;
-    }
-    void setPaused(bool paused) override { isPaused = paused; }
-    void writeAside(std::string_view line) override { transcript += line; }
-    Handlers handlers;
-    std::string& transcript;
-    bool isPaused = false;
-};
+#include <sstream>
 
 /// The terminal client on a machine of its own, with a game in memory at the far end. Time is virtual.
 class ZNTConsoleFixture : public testing::Test
@@ -31,12 +17,6 @@ class ZNTConsoleFixture : public testing::Test
 protected:
     enum class From { Script, Terminal };
 
-    ZNTConsoleFixture()
-    {
-        machine.alert.whenShown = [this](std::u16string_view title) {
-            consoleOutput.writeAside("[" + znt::utf8FromText(title) + "]");
-        };
-    }
     void start(From from = From::Script, ZNTConsoleOptions options = {})
     {
         client.emplace(
@@ -47,7 +27,7 @@ protected:
                                            .speechEngine = speech,
                                            .streams = server.streams(),
                                            .output = consoleOutput,
-                                           .outputIsTerminal = outputIsTerminal,
+                                           .outputIsTerminal = false,
                                            .exit = [this](int code) { exitCodes.push_back(code); }},
             options);
         client->start();
@@ -82,25 +62,20 @@ protected:
         server.send(std::move(text) + "\xFF\xF9");
         settle();
     }
-    /// What a command of the client's own answers: on stdout, in the log and as alerts, in that order.
+    /// What a command of the client's own answers: the lines on stdout, then those in the log.
     std::vector<std::string> answerTo(const std::string& command)
     {
         consoleOutput.catchUp();
         output.clear();
         machine.log.lines.clear();
-        machine.alert.shown.clear();
         type(command);
         consoleOutput.catchUp();
         std::vector<std::string> answer;
-        for (std::size_t at = 0; at < output.size();) {
-            const auto end = std::min(output.find('\n', at), output.size());
-            answer.push_back(output.substr(at, end - at));
-            at = end + 1;
-        }
+        std::istringstream lines(output);
+        for (std::string line; std::getline(lines, line);)
+            answer.push_back(line);
         for (const auto& line : machine.log.lines)
             answer.push_back("! " + line);
-        for (const auto& [title, text] : machine.alert.shown)
-            answer.push_back(znt::utf8FromText(title) + ": " + znt::utf8FromText(text));
         return answer;
     }
 
@@ -108,12 +83,10 @@ protected:
     ZNTMemoryGame server{machine.loop};
     ZNTNotedSink sink;
     std::string& output = sink.output;
-    std::string& transcript = sink.transcript;
-    ZNTTypedInput input{sink.transcript};
+    ZNTNotedInput input;
     ZNTConsoleOutput consoleOutput{machine.loop, input, sink};
     ZNTRecordedSounds sounds;
     ZNTSilentSpeech speech;
-    bool outputIsTerminal = false;
     std::vector<int> exitCodes;
     std::optional<ZNTConsoleClient> client;
 };

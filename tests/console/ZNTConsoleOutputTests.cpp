@@ -8,8 +8,6 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
-using testing::ElementsAre;
-
 namespace
 {
 
@@ -20,40 +18,23 @@ struct ZNTConsoleOutputTest : testing::Test {
     ZNTConsoleOutput output{loop, input, sink};
 };
 
-TEST_F(ZNTConsoleOutputTest, ATurnsTextIsWrittenOnceAndAfterWhatGoesToTheGame)
+TEST_F(ZNTConsoleOutputTest, ATurnsTextIsWrittenOnceWhileTheTypedLineIsHidden)
 {
-    std::vector<std::string> happened;
-    output.aboutToWrite = [&] { happened.emplace_back("sends"); };
+    std::vector<std::string> written;
     sink.beforeWriting = [&](std::string_view text) {
         EXPECT_TRUE(input.isHidden);
-        happened.emplace_back(text);
+        written.emplace_back(text);
     };
     output.write("a troll\n");
     output.write("> ");
     output.setUnfinishedLine("> ");
-    EXPECT_THAT(happened, ElementsAre());
     loop.runPosted();
-    EXPECT_THAT(happened, ElementsAre("sends", "a troll\n> "));
     EXPECT_FALSE(input.isHidden);
     EXPECT_EQ(input.prompt, "> ");
-
     output.write("once");
     output.catchUp();
-    EXPECT_THAT(happened, ElementsAre("sends", "a troll\n> ", "sends", "once"));
     loop.runPosted();
-    EXPECT_EQ(sink.output, "a troll\n> once");
-}
-
-TEST_F(ZNTConsoleOutputTest, AFloodIsHandedOverInPieces)
-{
-    std::size_t pieces = 0;
-    sink.beforeWriting = [&](std::string_view) { ++pieces; };
-    const std::string line(1000, 'x');
-    for (int count = 0; count < 1000; ++count)
-        output.write(line);
-    EXPECT_EQ(pieces, 1000u / 66);
-    loop.runPosted();
-    EXPECT_EQ(sink.output.size(), 1000u * 1000);
+    EXPECT_THAT(written, testing::ElementsAre("a troll\n> ", "once"));
 }
 
 TEST_F(ZNTConsoleOutputTest, WhileTheTerminalTakesNothingTheTypedLineStaysHiddenAndTheOrderIsKept)
@@ -65,7 +46,6 @@ TEST_F(ZNTConsoleOutputTest, WhileTheTerminalTakesNothingTheTypedLineStaysHidden
     loop.runPosted();
     EXPECT_TRUE(input.isHidden);
     output.writeAside("Title: after\n");
-    EXPECT_EQ(sink.transcript, "text\nTitle: after\n");
     sink.goOn();
     EXPECT_FALSE(input.isHidden);
 
@@ -73,7 +53,7 @@ TEST_F(ZNTConsoleOutputTest, WhileTheTerminalTakesNothingTheTypedLineStaysHidden
     output.write("more\n");
     output.catchUp();
     EXPECT_FALSE(input.isHidden) << "before a key is drawn";
-    EXPECT_EQ(sink.output, "text\nmore\n");
+    EXPECT_EQ(sink.output, "text\nTitle: after\nmore\n");
 }
 
 TEST(ZNTConsoleWriter, AFullPipeDoesNotBlockTheWriterAndLosesNothing)
@@ -82,14 +62,12 @@ TEST(ZNTConsoleWriter, AFullPipeDoesNotBlockTheWriterAndLosesNothing)
     int ends[2];
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
     ZNTConsoleWriter writer(loop, {ends[1], ends[1]}, /*mostWaiting=*/100'000, [] { FAIL(); });
-    int timesWritten = 0, timesRoomCame = 0;
-    writer.writtenAll = [&] { ++timesWritten; };
+    int timesRoomCame = 0;
     writer.roomAgain = [&] { ++timesRoomCame; };
     std::string expected;
     for (int line = 0; line < 20000; ++line) {
         const auto text = "line " + std::to_string(line) + "\n";
-        const bool isAside = line % 1000 == 0;
-        writer.write(text, isAside ? ZNTTextSink::To::Errors : ZNTTextSink::To::Output);
+        writer.write(text, line % 1000 == 0 ? ZNTTextSink::To::Errors : ZNTTextSink::To::Output);
         expected += text;
     }
     EXPECT_FALSE(writer.hasWrittenAll()) << "the pipe is smaller than that";
@@ -105,7 +83,6 @@ TEST(ZNTConsoleWriter, AFullPipeDoesNotBlockTheWriterAndLosesNothing)
     loop.runPosted();
     EXPECT_EQ(timesRoomCame, 1);
     EXPECT_FALSE(writer.isFull());
-    EXPECT_GE(timesWritten, 1) << "each time that nothing waits any more";
     ::close(ends[0]);
     ::close(ends[1]);
 }

@@ -1,5 +1,4 @@
 #include "ZNTNotedOutput.h"
-#include "ZNTText.h"
 
 #include <gtest/gtest.h>
 
@@ -17,20 +16,6 @@ TEST(ZNTConsoleTextView, EveryLineEndIsOneLineFeedWhereverItIsCut)
         view << text.substr(0, cut) << text.substr(cut);
         EXPECT_EQ(view.written, "a\nb\nc\nd\ne\n\n\nf\n\n");
     }
-}
-
-TEST(ZNTConsoleTextView, NoControlCharacterOfTheServersPassesAndEverythingElseDoes)
-{
-    std::u16string all, expected;
-    for (char16_t unit = 0; unit < 0x100; ++unit)
-        if (unit != u'\n' && unit != u'\r') {
-            all += unit;
-            if (unit == u'\t' || (unit >= 0x20 && unit < 0x7F) || unit > 0x9F)
-                expected += unit;
-        }
-    View view;
-    view << all << u"\x1b]0;title\x07";
-    EXPECT_EQ(znt::textFromUtf8(view.written), expected + u"]0;title");
 }
 
 TEST(ZNTConsoleTextView, ACharacterCutInTwoIsOneCharacterAndHalfOfOneIsMarked)
@@ -52,11 +37,9 @@ TEST(ZNTConsoleTextView, ColoursAreSequencesOfOurOwnAndEndWithTheText)
     text.sets[1].background = znt::colours::blue;
     text.sets[2].font = ZNTFont{u"Menlo-Bold"};
     text.runs = {{0, 0}, {6, 1}, {11, 2}};
-    View never(ZNTConsoleColour::Never), always(ZNTConsoleColour::Always);
-    never.append(text);
+    View always(ZNTConsoleColour::Always);
     always.append(text);
-    EXPECT_EQ(never.written, "plain red\nbold");
-    EXPECT_EQ(never.input.prompt, "bold");
+    EXPECT_EQ(always.input.prompt, "bold");
     EXPECT_EQ(always.written, "plain \x1b[0;31;44mred\n\x1b[0;1mbold\x1b[0m");
 }
 

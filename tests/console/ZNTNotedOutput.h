@@ -8,15 +8,15 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// Keeps what is written.
 struct ZNTNotedSink final : ZNTTextSink {
-    void write(std::string_view utf8, To to) override
+    void write(std::string_view utf8, To) override
     {
         if (beforeWriting)
             beforeWriting(utf8);
-        (to == To::Output ? output : errors) += utf8;
-        transcript += utf8;
+        output += utf8;
     }
     [[nodiscard]] bool hasWrittenAll() const override { return !isStopped; }
     void waitUntilWritten() override { goOn(); }
@@ -30,14 +30,18 @@ struct ZNTNotedSink final : ZNTTextSink {
     bool isFullNow = false;
     bool isStopped = false; ///< the terminal takes nothing for now
     std::function<void(std::string_view)> beforeWriting;
-    std::string output, errors;
-    std::string transcript; ///< both, in their order
+    std::string output; ///< and errors, in their order
 };
 
-/// Notes what is asked of the line being typed on a terminal.
+/// Lines that a test types on a terminal. Notes what is asked of the line being typed.
 struct ZNTNotedInput final : ZNTConsoleInput {
     [[nodiscard]] bool isTerminal() const override { return true; }
-    bool start(Handlers) override { return true; }
+    bool start(Handlers given) override
+    {
+        handlers = std::move(given);
+        return true;
+    }
+    void setPaused(bool paused) override { isPaused = paused; }
     void hideLine() override { isHidden = true; }
     void showLine(std::string_view unfinishedLine) override
     {
@@ -45,7 +49,8 @@ struct ZNTNotedInput final : ZNTConsoleInput {
         prompt = unfinishedLine;
     }
     void writeAside(std::string_view line) override { aside += line; }
-    bool isHidden = false;
+    Handlers handlers;
+    bool isHidden = false, isPaused = false;
     std::string prompt, aside;
 };
 

@@ -12,45 +12,29 @@ namespace
 
 using Lines = std::vector<std::string>;
 
-class ZNTPlainInputTest : public testing::Test
-{
-protected:
-    ~ZNTPlainInputTest() override { closeAll(); }
-    void closeAll()
-    {
-        for (int& end : ends)
-            if (end >= 0)
-                ::close(std::exchange(end, -1));
-    }
-    void openPipe() { ASSERT_EQ(::pipe2(ends, O_NONBLOCK), 0); }
-    void openScript(const std::string& content)
+struct Reading {
+    /// Of a file with that content, or else of a pipe.
+    explicit Reading(const std::string& content = {})
     {
         folder.write("script", content);
-        closeAll();
-        lines.clear();
-        timesEnded = 0;
-        ASSERT_GE(ends[0] = ::open(folder.path("script").c_str(), O_RDONLY), 0);
-    }
-    void start()
-    {
+        if (!content.empty())
+            ends[0] = ::open(folder.path("script").c_str(), O_RDONLY);
+        else
+            EXPECT_EQ(::pipe2(ends, O_NONBLOCK), 0);
         input.emplace(loop, ends[0]);
         EXPECT_TRUE(input->start({.line = [this](std::string line) { lines.push_back(std::move(line)); },
-                                  .end = [this] { ++timesEnded; }}));
-        EXPECT_TRUE(lines.empty() && timesEnded == 0) << "nothing comes from inside start";
+                                  .end = [this] { hasEnded = true; }}));
     }
+    ~Reading() { ::close(ends[0]); }
     void write(std::string_view bytes)
     {
-        ASSERT_EQ(::write(ends[1], bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+        EXPECT_EQ(::write(ends[1], bytes.data(), bytes.size()), std::ssize(bytes));
         loop.turn(3);
     }
     void finish()
     {
-        if (ends[1] >= 0)
-            ::close(std::exchange(ends[1], -1));
-        for (int turn = 0; turn < 1000 && timesEnded == 0; ++turn)
-            loop.advance(0.01);
-        loop.advance(1);
-        EXPECT_EQ(timesEnded, 1);
+        ::close(ends[1]);
+        EXPECT_TRUE(loop.runUntil([this] { return hasEnded; }));
     }
 
     VirtualRunLoop loop;
@@ -58,60 +42,50 @@ protected:
     int ends[2] = {-1, -1};
     std::optional<ZNTPlainInput> input;
     Lines lines;
-    int timesEnded = 0;
+    bool hasEnded = false;
 };
 
-TEST_F(ZNTPlainInputTest, APipesLinesComeWholeHoweverTheyAreCut)
+TEST(ZNTPlainInput, APipesLinesComeWholeHoweverTheyAreCut)
 {
-    openPipe();
-    start();
-    write("lo");
-    write("ok\r");
-    write("\n\nsay a\rb\nlast\r");
-    EXPECT_EQ(lines, (Lines{"look", "", "say a\rb"}));
-    finish();
-    EXPECT_EQ(lines.back(), "last") << "the last line needs no end";
+    Reading pipe;
+    pipe.write("lo");
+    pipe.write("ok\r");
+    pipe.write("\n\nsay a\rb\nlast\r");
+    EXPECT_EQ(pipe.lines, (Lines{"look", "", "say a\rb"}));
+    pipe.finish();
+    EXPECT_EQ(pipe.lines.back(), "last") << "the last line needs no end";
 }
 
-TEST_F(ZNTPlainInputTest, AVeryLongLineComesInPiecesWithoutLoss)
+TEST(ZNTPlainInput, AVeryLongLineComesInPiecesWithoutLoss)
 {
     // Whatever the offset at which the pieces are cut, characters of three bytes stay whole.
-    for (const std::string_view start_ : {"", "a", "ab"}) {
-        SCOPED_TRACE(start_);
-        std::string line(start_);
+    for (std::string line : {"", "a", "ab"}) {
+        SCOPED_TRACE(line);
         while (line.size() < ZNTPlainInput::longestLine * 5 / 2)
             line += "\xE4\xBD\xA0";
-        openScript(line + "\r\nnext\n");
-        start();
-        finish();
-        ASSERT_EQ(lines.size(), 4u);
-        EXPECT_TRUE(lines[0] + lines[1] + lines[2] == line);
-        EXPECT_EQ(lines[3], "next");
-        for (const auto& piece : lines)
+        Reading file(line + "\r\nnext\n");
+        file.finish();
+        ASSERT_EQ(file.lines.size(), 4u);
+        EXPECT_TRUE(file.lines[0] + file.lines[1] + file.lines[2] == line);
+        EXPECT_EQ(file.lines[3], "next");
+        for (const auto& piece : file.lines)
             EXPECT_NE(static_cast<unsigned char>(piece.front()) & 0xC0, 0x80) << "cut inside a character";
     }
 }
 
-TEST_F(ZNTPlainInputTest, WhilePausedNothingIsReadAndNothingIsLost)
+TEST(ZNTPlainInput, WhilePausedNothingIsReadAndNothingIsLost)
 {
-    openPipe();
-    start();
-    input->setPaused(true);
-    write("one\n");
-    EXPECT_TRUE(lines.empty());
-    input->setPaused(false);
-    write("two\n");
-    EXPECT_EQ(lines, (Lines{"one", "two"}));
-    finish();
-
-    openScript("look\nnorth\n");
-    start();
-    input->setPaused(true);
-    loop.advance(1);
-    EXPECT_TRUE(lines.empty());
-    input->setPaused(false);
-    finish();
-    EXPECT_EQ(lines, (Lines{"look", "north"}));
+    Reading pipe, file("look\nnorth\n");
+    for (Reading* reading : {&pipe, &file}) {
+        reading->input->setPaused(true);
+        if (reading == &pipe)
+            pipe.write("look\nnorth\n");
+        reading->loop.advance(1);
+        EXPECT_TRUE(reading->lines.empty());
+        reading->input->setPaused(false);
+        reading->finish();
+        EXPECT_EQ(reading->lines, (Lines{"look", "north"}));
+    }
 }
 
 } // namespace
