@@ -116,11 +116,11 @@ protected:
             throw std::runtime_error(std::string("no dialog ") + name);
         return *dialog(name);
     }
-    /// Title and text of the alert on the screen, which is answered with `key`.
-    std::pair<QString, QString> answerAlert(Qt::Key key = Qt::Key_Return)
+    /// The title of the alert on the screen, which is answered with `key`.
+    QString answerAlert(Qt::Key key = Qt::Key_Return)
     {
         auto& box = static_cast<QMessageBox&>(waitForDialog("alert"));
-        const std::pair said{box.text(), box.informativeText()};
+        const QString said = box.text();
         press(box, key);
         EXPECT_TRUE(
             until([] { return dialog("alert") == nullptr && QApplication::activeWindow() != nullptr; }));

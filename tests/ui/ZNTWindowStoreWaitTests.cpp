@@ -1,39 +1,29 @@
-#include "ZNTDatabaseHelper.h"
 #include "ZNTStoreWaitSign.h"
-#include "ZNTTestPlatform.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
+#include <algorithm>
 #include <gtest/gtest.h>
-
-namespace
-{
-
-QDialog* waitDialog()
-{
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        if (widget->objectName() == QLatin1String("waitingForDatabase") && widget->isVisible())
-            return qobject_cast<QDialog*>(widget);
-    return nullptr;
-}
 
 TEST(ZNTStoreWait, AtTheStartAWindowSaysSoAndThePlayerCanEndIt)
 {
+    const auto shown = [] {
+        const auto all = QApplication::topLevelWidgets();
+        const auto found = std::ranges::find_if(all, &QWidget::isVisible);
+        return found == all.end() ? nullptr : *found;
+    };
     bool hasQuit = false;
-    {
-        ZNTStoreWaitWindow sign([&] { hasQuit = true; });
-        EXPECT_EQ(waitDialog(), nullptr) << "there may be nothing to wait for";
-        sign.keepAlive();
-        QDialog* dialog = waitDialog();
-        ASSERT_NE(dialog, nullptr);
-        EXPECT_TRUE(dialog->accessibleName().contains(QLatin1String("another program has locked it")));
-        QMetaObject::invokeMethod(dialog->findChild<QPushButton*>(), "click", Qt::QueuedConnection);
-        sign.keepAlive();
-        EXPECT_TRUE(hasQuit) << "what the player does is taken while it waits";
-    }
-    EXPECT_EQ(waitDialog(), nullptr);
+    ZNTStoreWaitWindow sign([&] { hasQuit = true; });
+    EXPECT_EQ(shown(), nullptr) << "there may be nothing to wait for";
+    sign.keepAlive();
+    const QWidget* dialog = shown();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_TRUE(dialog->accessibleName().contains(QLatin1String("another program has locked it")));
+    QMetaObject::invokeMethod(dialog->findChild<QPushButton*>(), "click", Qt::QueuedConnection);
+    sign.keepAlive();
+    EXPECT_TRUE(hasQuit) << "what the player does is taken while it waits";
 }
 
 TEST(ZNTStoreWait, InPlayTheStatusLineSaysSoAndNothingElseHappens)
@@ -49,5 +39,3 @@ TEST(ZNTStoreWait, InPlayTheStatusLineSaysSoAndNothingElseHappens)
     sign.clear();
     EXPECT_EQ(status.text(), QStringLiteral("Connected"));
 }
-
-} // namespace

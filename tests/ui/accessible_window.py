@@ -16,7 +16,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402 (the version comes first)
 
-Role, State, Relation = Atspi.Role, Atspi.StateType, Atspi.RelationType
+Role, State = Atspi.Role, Atspi.StateType
 # For a machine that is busy with other tests.
 LIMIT = 20.0
 # One stop of Tab each, whatever in them has the focus.
@@ -95,11 +95,6 @@ def content(element):
         return element.get_name()  # a box is called by what it holds
 
 
-def related(element, kind):
-    return [relation.get_target(index) for relation in element.get_relation_set()
-            if relation.get_relation_type() == kind for index in range(relation.get_n_targets())]
-
-
 def action_key(element):
     """The keys of what the element does first, such as "Alt+C"; empty where it has none."""
     try:
@@ -144,9 +139,8 @@ class AccessibleProgram:
         self.early_carets = []
         self.marked = None
         self.listener = Atspi.EventListener.new(self._heard)
-        self.listener.register("object:state-changed:focused")
-        self.listener.register("object:text-caret-moved")
-        self.listener.register("object:state-changed:checked")
+        for event in ("state-changed:focused", "text-caret-moved", "state-changed:checked"):
+            self.listener.register("object:" + event)
         self.process = subprocess.Popen(command)
         self.application = wait_for(self._find, "the program on the accessibility bus")
 
@@ -181,19 +175,15 @@ class AccessibleProgram:
         return next((application for application in children_of(Atspi.get_desktop(0))
                      if application.get_process_id() == self.process.pid), None)
 
-    def window(self, title):
-        """The window on the screen whose title begins so, or None."""
-        return next((window for window in children_of(self.application)
-                     if window.get_name().startswith(title) and has(window, State.SHOWING)), None)
-
     def wait_for_window(self, title):
-        """Until it is on the screen and has the focus."""
-        window = wait_for(lambda: self.window(title), f"the window {title!r}")
-        wait_for(lambda: self.focus_is_in(window), f"the focus in {title!r}")
-        return window
-
-    def wait_until_gone(self, title):
-        wait_for(lambda: self.window(title) is None, f"{title!r} to close")
+        """The window whose title begins so, once it has the focus."""
+        def found():
+            try:
+                window = window_of(self.focused)
+            except (AttributeError, GLib.Error):
+                return None
+            return window if window.get_name().startswith(title) else None
+        return wait_for(found, f"the focus in {title!r}")
 
     def stop(self):
         """Where the focus is."""
@@ -201,21 +191,6 @@ class AccessibleProgram:
             return stop_of(self.focused)
         except GLib.Error:
             return Stop("", "something that is gone")
-
-    def focus_is_in(self, window):
-        above = self.focused
-        try:
-            while above is not None and above.path != window.path:
-                above = above.get_parent()
-        except GLib.Error:
-            return False
-        return above is not None
-
-    def choose(self, item):
-        """From the menus, as a reader does that clicks for its user."""
-        found = next(element for element in everything_below(self.application)
-                     if element.get_role() == Role.MENU_ITEM and element.get_name() == item)
-        found.do_action(0)
 
     def press(self, *keys):
         subprocess.check_call(["xdotool", "key", *keys])
