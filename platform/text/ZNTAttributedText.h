@@ -18,7 +18,11 @@ namespace znt::colours
 {
 inline constexpr ZNTColour red{255, 0, 0}, green{0, 255, 0}, yellow{255, 255, 0}, blue{0, 0, 255},
     magenta{255, 0, 255}, cyan{0, 255, 255}, black{0, 0, 0}, white{255, 255, 255}, clear{0, 0, 0, 0};
-}
+/// The bright ones of a terminal. They are lighter than the pure colours, so that they differ from them.
+inline constexpr ZNTColour brightBlack{127, 127, 127}, brightRed{255, 128, 128}, brightGreen{128, 255, 128},
+    brightYellow{255, 255, 128}, brightBlue{128, 128, 255}, brightMagenta{255, 128, 255},
+    brightCyan{128, 255, 255};
+} // namespace znt::colours
 
 /// A font by the name that the text asks for and its size in points. A view that lacks the name shows its
 /// fixed-width font, bold for a name that ends in "-Bold".
@@ -26,6 +30,16 @@ struct ZNTFont {
     std::u16string name;
     double size = 12;
     friend bool operator==(const ZNTFont&, const ZNTFont&) = default;
+};
+
+/// Further ways to show text. Each is a bit, so that a set stays small.
+enum class ZNTTextStyle : std::uint8_t {
+    Italic = 1,
+    Strike = 2,
+    Reverse = 4,
+    Faint = 8,
+    Conceal = 16,
+    Blink = 32
 };
 
 enum class ZNTAttributeName : std::uint8_t { Foreground, Background, Font, Underline };
@@ -37,17 +51,22 @@ using ZNTAttributeValue = std::variant<std::monostate, ZNTColour, ZNTFont, int>;
 /// The attributes of a stretch of text. An entry that holds nothing is not set.
 struct ZNTAttributeSet {
     ZNTAttributeValue foreground, background, font, underline;
+    std::uint8_t styles = 0; ///< the bits of ZNTTextStyle
 
     [[nodiscard]] const ZNTAttributeValue& at(ZNTAttributeName name) const;
     [[nodiscard]] ZNTAttributeValue& at(ZNTAttributeName name);
     friend bool operator==(const ZNTAttributeSet&, const ZNTAttributeSet&) = default;
 
     /// As they are shown. A value of the wrong kind counts as the default: white on black, no underline.
-    /// A transparent background is black.
+    /// A transparent background is black. The colours are those before any reversal.
     [[nodiscard]] ZNTColour shownForeground() const;
     [[nodiscard]] ZNTColour shownBackground() const;
     [[nodiscard]] bool isShownBold() const;
     [[nodiscard]] bool isShownUnderlined() const;
+    [[nodiscard]] bool has(ZNTTextStyle style) const
+    {
+        return (styles & static_cast<std::uint8_t>(style)) != 0;
+    }
 };
 
 /// Text with attributes: one string, and runs sorted by where they start. A run reaches to the next one or
