@@ -4,15 +4,18 @@
 #include "UvRunLoop.h"
 #include "ZNTBlockDecoder.h"
 #include "ZNTColourParser.h"
+#include "ZNTFullColourParser.h"
 #include "ZNTGameText.h"
 #include "ZNTInflater.h"
 #include "ZNTParserUtility.h"
 #include "ZNTSessionless.h"
 #include "ZNTSoundTagScanner.h"
 #include "ZNTTelnetScanner.h"
+#include "ZNTText.h"
 
 #include <benchmark/benchmark.h>
 #include <cstring>
+#include <string>
 #include <zlib.h>
 
 namespace
@@ -91,6 +94,31 @@ void colours(benchmark::State& state)
     setRate(state, text.size());
 }
 BENCHMARK(colours)->Unit(benchmark::kMillisecond);
+
+void fullColours(benchmark::State& state)
+{
+    ZNTFullColourParser parser;
+    const auto text = znt::textOfBlock(gameText(), ZNTStringEncoding::Ascii);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(parser.attributedText(text));
+    setRate(state, text.size());
+}
+BENCHMARK(fullColours)->Unit(benchmark::kMillisecond);
+
+/// A colour of its own for each character, unfinished sequences between: the rate must not fall with the
+/// size.
+void fullColoursOfHostileText(benchmark::State& state)
+{
+    ZNTFullColourParser parser;
+    std::u16string text;
+    for (int colour = 0; text.size() < static_cast<std::size_t>(state.range(0)) << 20; ++colour)
+        text += u"\x1b[38;2;" + znt::textFromUtf8(std::to_string(colour % 251)) + u";7;" +
+                znt::textFromUtf8(std::to_string(colour % 241)) + u"mx\x1b]\x1b[2J\x1b[;;;;";
+    for (auto _ : state)
+        benchmark::DoNotOptimize(parser.attributedText(text));
+    setRate(state, text.size());
+}
+BENCHMARK(fullColoursOfHostileText)->Arg(1)->Arg(16)->Arg(64)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 void inflateBlocks(benchmark::State& state)
 {
