@@ -1,8 +1,11 @@
 #include "ZNTOutputStore.h"
 
+#include "ZNTColourTable.h"
+
 #include <algorithm>
 #include <optional>
 #include <unicode/utf16.h>
+#include <utility>
 
 namespace
 {
@@ -11,6 +14,8 @@ constexpr std::uint16_t goesOn = 0x8000;
 constexpr std::size_t largestBlock = 0xFFFF; // units, so that offsets take two bytes
 /// A line begins only where the longest one still fits, its pair and its "\n" included.
 constexpr std::size_t lastLineStart = largestBlock - ZNTOutputStore::longestLine - 2;
+
+constexpr std::size_t mostExactStyles = 0xC000;
 
 constexpr bool isControl(char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }
 
@@ -37,9 +42,57 @@ std::uint64_t keyOf(const ZNTOutputStyle& style)
     const auto packed = [](ZNTColour colour) {
         return static_cast<std::uint64_t>(colour.red << 16 | colour.green << 8 | colour.blue);
     };
-    return static_cast<std::uint64_t>(style.font) << 50 | packed(style.foreground) << 26 |
-           packed(style.background) << 2 | static_cast<std::uint64_t>(style.isBold) << 1 |
-           static_cast<std::uint64_t>(style.isUnderlined);
+    std::uint64_t key = style.font;
+    key = key << 24 | packed(style.foreground);
+    key = key << 24 | packed(style.background);
+    for (const bool isOn :
+         {style.isBold, style.isUnderlined, style.isItalic, style.isStruck, style.isConcealed})
+        key = key << 1 | static_cast<std::uint64_t>(isOn);
+    return key;
+}
+
+constexpr std::uint8_t halfWay(std::uint8_t from, std::uint8_t to)
+{
+    return static_cast<std::uint8_t>((from + to) / 2);
+}
+
+/// How a set is shown in the font of that number.
+ZNTOutputStyle shownStyle(const ZNTAttributeSet& set, std::uint16_t font)
+{
+    using enum ZNTTextStyle;
+    ZNTOutputStyle style{.foreground = set.shownForeground(),
+                         .background = set.shownBackground(),
+                         .isBold = set.isShownBold() || set.has(Blink),
+                         .isUnderlined = set.isShownUnderlined(),
+                         .font = font,
+                         .isItalic = set.has(Italic),
+                         .isStruck = set.has(Strike),
+                         .isConcealed = set.has(Conceal)};
+    if (set.has(Reverse))
+        std::swap(style.foreground, style.background);
+    const auto behind = style.background;
+    if (set.has(Faint))
+        style.foreground = {halfWay(style.foreground.red, behind.red),
+                            halfWay(style.foreground.green, behind.green),
+                            halfWay(style.foreground.blue, behind.blue)};
+    if (style.isConcealed)
+        style.foreground = behind;
+    return style;
+}
+
+/// The same with the nearest of the eight colours. Text stays readable.
+ZNTOutputStyle withFewColours(ZNTOutputStyle style)
+{
+    const auto rounded = [](ZNTColour colour) {
+        return znt::colourTable.at(znt::nearestColour(colour, 0, 8));
+    };
+    const bool isOneColour = style.foreground == style.background;
+    style.foreground = rounded(style.foreground);
+    style.background = rounded(style.background);
+    if (!isOneColour && style.foreground == style.background)
+        style.foreground =
+            style.background == znt::colours::black ? znt::colours::white : znt::colours::black;
+    return style;
 }
 
 } // namespace
@@ -357,16 +410,18 @@ ZNTOutputStore::FontNumber ZNTOutputStore::numberOfFont(const ZNTFont& font)
     return number;
 }
 
-/// Games use a handful of styles. If a game uses more than can be numbered, the rest look like plain text.
+/// Games use a few hundred styles at most. Past `mostExactStyles` further ones have one of eight colours. If
+/// even those are more than can be numbered, the rest look like plain text.
 ZNTOutputStore::StyleNumber ZNTOutputStore::styleFor(const ZNTAttributeSet& attributes)
 {
     const auto* font = std::get_if<ZNTFont>(&attributes.font);
-    const ZNTOutputStyle shown{attributes.shownForeground(), attributes.shownBackground(),
-                               attributes.isShownBold(), attributes.isShownUnderlined(),
-                               font ? numberOfFont(*font) : defaultFont_};
+    auto shown = shownStyle(attributes, font ? numberOfFont(*font) : defaultFont_);
+    if (const auto found = styleNumbers.find(keyOf(shown)); found != styleNumbers.end())
+        return found->second;
+    if (styles.size() >= mostExactStyles)
+        shown = withFewColours(shown);
     const auto key = keyOf(shown);
-    const auto found = styleNumbers.find(key);
-    if (found != styleNumbers.end())
+    if (const auto found = styleNumbers.find(key); found != styleNumbers.end())
         return found->second;
     if (styles.size() + 1 >= std::numeric_limits<StyleNumber>::max())
         return 0;

@@ -13,13 +13,18 @@
 #include <utility>
 #include <vector>
 
-/// How a stretch of text is shown. `font` is the number that the store gave to its family and size.
+/// How a stretch of text is shown. `font` is the number that the store gave to its family and size. The
+/// colours are those on the screen: after reversal, half as strong for faint text, and the background twice
+/// for concealed text. Text that blinks in a terminal is bold here, because flashing text disturbs.
 struct ZNTOutputStyle {
     ZNTColour foreground = znt::colours::white;
     ZNTColour background = znt::colours::black;
     bool isBold = false;
     bool isUnderlined = false;
     std::uint16_t font = 0;
+    bool isItalic = false;
+    bool isStruck = false;
+    bool isConcealed = false; ///< stays so whatever is done to its colours
     friend bool operator==(const ZNTOutputStyle&, const ZNTOutputStyle&) = default;
 };
 

@@ -217,6 +217,10 @@ QString ZNTOutputAccessible::attributes(int offset, int* startOffset, int* endOf
     described += style.isBold ? QStringLiteral("font-weight:bold;") : QStringLiteral("font-weight:normal;");
     if (style.isUnderlined)
         described += QStringLiteral("text-underline-style:solid;text-underline-type:single;");
+    if (style.isItalic)
+        described += QStringLiteral("font-style:italic;");
+    if (style.isStruck)
+        described += QStringLiteral("text-line-through-style:solid;text-line-through-type:single;");
     return described;
 }
 

@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr qsizetype mostGlyphs =
-    8192; // clusters kept for each weight; more than the Chinese characters that a game uses
+    8192; // clusters kept for each form; more than the Chinese characters that a game uses
 
 constexpr qreal largestGrowth = 1.15; // of a glyph that is narrower than its columns
 
@@ -27,32 +27,37 @@ bool fillsOneCell(const QFontMetricsF& metrics, qreal width)
 
 } // namespace
 
-ZNTOutputFace::ZNTOutputFace(const QFont& font) : regular(font)
+ZNTOutputFace::ZNTOutputFace(const QFont& font)
 {
-    regular.setStyleHint(QFont::Monospace);
-    regular.setBold(false);
-    regular.setKerning(false);
-    bold = regular;
-    bold.setBold(true);
-    const QFontMetricsF metrics(regular), boldMetrics(bold);
+    for (const bool isItalic : {false, true})
+        for (const bool isBold : {false, true}) {
+            auto& form = forms[ZNTFaceForm{isBold, isItalic}.index()];
+            form.font = font;
+            form.font.setStyleHint(QFont::Monospace);
+            form.font.setBold(isBold);
+            form.font.setItalic(isItalic);
+            form.font.setKerning(false);
+        }
+    const QFontMetricsF metrics(forms[0].font), boldMetrics(forms[1].font);
     width = std::max<qreal>(metrics.horizontalAdvance(u'0'), 1);
     // A height with a fraction would leave gaps between the backgrounds of rows.
     height = std::max(static_cast<int>(std::ceil(std::max(metrics.height(), boldMetrics.height()))), 1);
     ascent_ = static_cast<int>(std::ceil(std::max(metrics.ascent(), boldMetrics.ascent())));
-    isGrid_ = fillsOneCell(metrics, width) && fillsOneCell(boldMetrics, width);
+    for (auto& form : forms)
+        form.isGrid = fillsOneCell(QFontMetricsF(form.font), width);
 }
 
 /// Shaping a character that the font lacks takes longer than drawing it, so its shape is kept.
-const ZNTOutputFace::Glyphs& ZNTOutputFace::glyphsOf(std::u16string_view cluster, int cells, bool isBold)
+const ZNTOutputFace::Glyphs& ZNTOutputFace::glyphsOf(std::u16string_view cluster, int cells, ZNTFaceForm form)
 {
-    auto& kept = glyphs[isBold ? 1 : 0];
+    auto& kept = forms[form.index()].glyphs;
     const auto key = QString::fromUtf16(cluster.data(), static_cast<qsizetype>(cluster.size()));
     const auto found = kept.constFind(key);
     if (found != kept.constEnd())
         return *found;
     if (kept.size() >= mostGlyphs)
         kept.clear();
-    const auto& font = isBold ? bold : regular;
+    const auto& font = forms[form.index()].font;
     auto made = shaped(key, font);
     const qreal room = cells * width;
     made.isStretched = cells == 2 && isDrawing(cluster.front()) && made.advance > 0;

@@ -8,12 +8,21 @@
 #include <QList>
 #include <QString>
 
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <string_view>
 #include <vector>
 
-/// One family and size at the present zoom, in both weights: the size of its cells, and its characters once
-/// they were shaped.
+/// The forms of a face: two weights, each upright and slanted.
+struct ZNTFaceForm {
+    bool isBold = false;
+    bool isItalic = false;
+    [[nodiscard]] std::size_t index() const { return (isBold ? 1U : 0U) | (isItalic ? 2U : 0U); }
+};
+
+/// One family and size at the present zoom, in all its forms: the size of its cells, and its characters once
+/// they were shaped. The upright forms give the cells their size, and slanted ones stand in the same cells.
 class ZNTOutputFace
 {
 public:
@@ -25,25 +34,28 @@ public:
 
     explicit ZNTOutputFace(const QFont& font);
 
-    [[nodiscard]] const QFont& font(bool isBold) const { return isBold ? bold : regular; }
+    [[nodiscard]] const QFont& font(ZNTFaceForm form) const { return forms[form.index()].font; }
     [[nodiscard]] qreal cellWidth() const { return width; }
-    /// The same for both weights.
+    /// The same for all forms.
     [[nodiscard]] int cellHeight() const { return height; }
     [[nodiscard]] int ascent() const { return ascent_; }
-    /// A plain character is just one cell wide, in both weights.
-    [[nodiscard]] bool isGrid() const { return isGrid_; }
+    /// A plain character of this form is just one cell wide.
+    [[nodiscard]] bool isGrid(ZNTFaceForm form) const { return forms[form.index()].isGrid; }
     /// Of one cluster that takes so many cells. Good until the next call.
-    const Glyphs& glyphsOf(std::u16string_view cluster, int cells, bool isBold);
+    const Glyphs& glyphsOf(std::u16string_view cluster, int cells, ZNTFaceForm form);
 
 private:
+    struct Form {
+        QFont font;
+        bool isGrid = true;
+        QHash<QString, Glyphs> glyphs; // by cluster
+    };
     [[nodiscard]] static Glyphs shaped(const QString& cluster, const QFont& font);
 
-    QFont regular, bold;
+    std::array<Form, 4> forms; // by ZNTFaceForm
     qreal width = 1;
     int height = 1;
     int ascent_ = 1;
-    bool isGrid_ = true;
-    QHash<QString, Glyphs> glyphs[2]; // by cluster; regular and bold
 };
 
 /// The faces of the fonts that a text is in, all larger or smaller by one factor.

@@ -51,6 +51,8 @@ ZNTOutputPainter::Look ZNTOutputPainter::lookOf(const Stretch& stretch)
     case Mark::None:
         break;
     }
+    if (stretch.style.isConcealed) // what is marked is shown; it may be copied, too
+        return {colourOf(stretch.style.background), colourOf(stretch.style.background)};
     const Look asked{colourOf(stretch.style.foreground), colourOf(stretch.style.background)};
     if (!isReadable)
         return asked;
@@ -96,33 +98,38 @@ void ZNTOutputPainter::drawStretch(QPainter& painter, const Place& place, std::u
     painter.setPen(look.foreground);
     auto& face = fonts.face(stretch.style.font);
     const qreal baseline = place.corner.y() + place.ascent;
-    if (stretch.style.isUnderlined) {
-        const qreal line = std::max<qreal>(1, std::round(face.cellHeight() / 16.0));
-        painter.fillRect(QRectF(area.left(), baseline + line, area.width(), line), look.foreground);
-    }
+    const qreal line = std::max<qreal>(1, std::round(face.cellHeight() / 16.0));
+    const auto drawLine = [&](qreal y) {
+        painter.fillRect(QRectF(area.left(), y, area.width(), line), look.foreground);
+    };
+    if (stretch.style.isUnderlined)
+        drawLine(baseline + line);
+    if (stretch.style.isStruck) // through the middle of small letters
+        drawLine(std::round(baseline - 0.3 * face.ascent()));
+    const ZNTFaceForm form{stretch.style.isBold, stretch.style.isItalic};
     auto text = row.substr(first.offset, last.offset + last.length - first.offset);
     const bool isPlain = std::all_of(text.begin(), text.end(), &znt::isPlainUnit);
-    if (!isPlain || !face.isGrid()) {
-        drawClusters(painter, place, row, clusters, face, stretch.style.isBold);
+    if (!isPlain || !face.isGrid(form)) {
+        drawClusters(painter, place, row, clusters, face, form);
         return;
     }
     while (!text.empty() && text.back() == u' ')
         text.remove_suffix(1);
     if (text.empty())
         return;
-    painter.setFont(face.font(stretch.style.isBold));
+    painter.setFont(face.font(form));
     painter.drawText(QPointF(area.left(), baseline), textOf(text));
 }
 
 void ZNTOutputPainter::drawClusters(QPainter& painter, const Place& place, std::u16string_view row,
                                     std::span<const znt::PlacedCluster> clusters, ZNTOutputFace& face,
-                                    bool isBold)
+                                    ZNTFaceForm form)
 {
     for (const auto& cluster : clusters) {
         const char16_t unit = row[cluster.offset];
         if (unit == u'\t' || unit == u' ' || (cluster.width == 0 && cluster.cells != 0))
             continue;
-        const auto& drawn = face.glyphsOf(row.substr(cluster.offset, cluster.length), cluster.cells, isBold);
+        const auto& drawn = face.glyphsOf(row.substr(cluster.offset, cluster.length), cluster.cells, form);
         const QPointF origin(place.corner.x() + cluster.column * place.column,
                              place.corner.y() + place.ascent);
         drawGlyphs(painter, drawn, origin, cluster.cells * face.cellWidth());

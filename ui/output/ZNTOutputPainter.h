@@ -59,7 +59,8 @@ private:
     void drawStretch(QPainter& painter, const Place& place, std::u16string_view row,
                      std::span<const znt::PlacedCluster> clusters, const Stretch& stretch);
     static void drawClusters(QPainter& painter, const Place& place, std::u16string_view row,
-                             std::span<const znt::PlacedCluster> clusters, ZNTOutputFace& face, bool isBold);
+                             std::span<const znt::PlacedCluster> clusters, ZNTOutputFace& face,
+                             ZNTFaceForm form);
 
     const ZNTOutputFonts& fonts;
     bool isReadable = false;

@@ -63,7 +63,7 @@ public:
     [[nodiscard]] QFont shownFont() const { return ZNTOutputFonts::fontOf(base(), fonts.zoom()); }
     [[nodiscard]] QFont shownFontOf(const ZNTOutputStyle& style) const
     {
-        return fonts.face(style.font).font(style.isBold);
+        return fonts.face(style.font).font({style.isBold, style.isItalic});
     }
 
     /// For games in a Chinese encoding: line drawing, stars and their like are two columns wide.
