@@ -21,7 +21,7 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
                surroundings.platform.places},
       outputView(options.isInColour(surroundings.outputIsTerminal) ? ZNTConsoleColour::Always
                                                                    : ZNTConsoleColour::Never,
-                 surroundings.output),
+                 surroundings.output, surroundings.colourDepth),
       screen(outputView),
       keeper(platform.places, platform.log, options.settings),
       store(platform.places, platform.log),

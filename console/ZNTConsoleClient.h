@@ -43,6 +43,7 @@ public:
         ZNTStreamFactory streams;
         ZNTConsoleOutput& output;
         bool outputIsTerminal;
+        ZNTColourDepth colourDepth = ZNTColourDepth::Sixteen; ///< of the output
         /// Ends the program with an exit code. Called once.
         std::function<void(int)> exit;
         /// The program that the option --demo starts.

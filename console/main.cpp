@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <iostream>
+#include <string_view>
 #include <unistd.h>
 
 namespace
@@ -32,6 +33,13 @@ void openMissingStandardDescriptors()
 /// waits, so little may wait there. For a script more may wait: the session then takes a flood while the
 /// terminal still shows earlier text.
 constexpr std::size_t mostWaitingForTerminal = std::size_t{1} << 20, mostWaiting = std::size_t{16} << 20;
+
+/// Empty if it is not set.
+std::string_view environment(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
 
 /// Says what was done on stdout, why nothing could be done on stderr.
 int mendHome()
@@ -87,6 +95,7 @@ int main(int count, char** arguments)
                              .streams = socketStreams(runLoop),
                              .output = output,
                              .outputIsTerminal = ::isatty(STDOUT_FILENO) != 0,
+                             .colourDepth = znt::colourDepth(environment("COLORTERM"), environment("TERM")),
                              .exit =
                                  [&](int code) {
                                      exitCode = code;

@@ -1,8 +1,10 @@
 #include "ZNTConsoleTextView.h"
 
+#include "ZNTColourTable.h"
 #include "ZNTText.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -14,29 +16,62 @@ constexpr std::size_t longestLastLine = 1024;
 
 constexpr bool isPlain(char16_t unit) { return unit >= 0x20 && unit < 0x7F; }
 
-/// The offset from 30 (foreground) or 40 (background) of a colour in the terminal's palette.
-int paletteOffset(ZNTColour colour)
+/// The parameters that show a colour: `first` is 30 for the foreground and 40 for the background. Named
+/// colours are the terminal's own, which its player may have chosen.
+std::string colourParameters(ZNTColour colour, int first, ZNTColourDepth depth)
 {
-    return (colour.red ? 1 : 0) | (colour.green ? 2 : 0) | (colour.blue ? 4 : 0);
+    const auto& table = znt::colourTable;
+    const auto nearest = znt::nearestColour(colour, 0, znt::namedColours);
+    if (depth == ZNTColourDepth::Sixteen || table[nearest] == colour) {
+        const bool isBright = nearest >= 8; // these are at 90 and 100
+        return ";" + std::to_string(static_cast<std::size_t>(first) + nearest + (isBright ? 60 - 8 : 0));
+    }
+    const std::string extended = ";" + std::to_string(first + 8);
+    if (depth == ZNTColourDepth::Numbered)
+        return extended + ";5;" + std::to_string(znt::nearestColour(colour, znt::namedColours, table.size()));
+    return extended + ";2;" + std::to_string(colour.red) + ";" + std::to_string(colour.green) + ";" +
+           std::to_string(colour.blue);
 }
 
+/// The SGR codes of what a set has besides colours, in the order in which they are written.
+struct StyleCode {
+    std::string_view parameter;
+    bool (*isOn)(const ZNTAttributeSet& set);
+};
+constexpr std::array styleCodes{
+    StyleCode{";1", [](const ZNTAttributeSet& set) { return set.isShownBold(); }},
+    StyleCode{";2", [](const ZNTAttributeSet& set) { return set.has(ZNTTextStyle::Faint); }},
+    StyleCode{";3", [](const ZNTAttributeSet& set) { return set.has(ZNTTextStyle::Italic); }},
+    StyleCode{";4", [](const ZNTAttributeSet& set) { return set.isShownUnderlined(); }},
+    StyleCode{";5", [](const ZNTAttributeSet& set) { return set.has(ZNTTextStyle::Blink); }},
+    StyleCode{";7", [](const ZNTAttributeSet& set) { return set.has(ZNTTextStyle::Reverse); }},
+    StyleCode{";8", [](const ZNTAttributeSet& set) { return set.has(ZNTTextStyle::Conceal); }},
+    StyleCode{";9", [](const ZNTAttributeSet& set) { return set.has(ZNTTextStyle::Strike); }},
+};
+
 /// The parameters of the one SGR sequence that shows a set, from a reset on.
-std::string sgrParameters(const ZNTAttributeSet& set)
+std::string sgrParameters(const ZNTAttributeSet& set, ZNTColourDepth depth)
 {
     std::string parameters = "0";
-    if (set.isShownBold())
-        parameters += ";1";
-    if (set.isShownUnderlined())
-        parameters += ";4";
+    for (const auto& code : styleCodes)
+        if (code.isOn(set))
+            parameters += code.parameter;
     // White and black are left to the terminal, which may be dark on light.
     if (const auto foreground = set.shownForeground(); foreground != znt::colours::white)
-        parameters += ";" + std::to_string(30 + paletteOffset(foreground));
+        parameters += colourParameters(foreground, 30, depth);
     if (const auto background = set.shownBackground(); background != znt::colours::black)
-        parameters += ";" + std::to_string(40 + paletteOffset(background));
+        parameters += colourParameters(background, 40, depth);
     return parameters;
 }
 
 } // namespace
+
+ZNTColourDepth znt::colourDepth(std::string_view colorterm, std::string_view term)
+{
+    if (colorterm == "truecolor" || colorterm == "24bit")
+        return ZNTColourDepth::Exact;
+    return term.find("256color") != term.npos ? ZNTColourDepth::Numbered : ZNTColourDepth::Sixteen;
+}
 
 void ZNTConsoleTextView::append(const ZNTAttributedText& text)
 {
@@ -46,7 +81,7 @@ void ZNTConsoleTextView::append(const ZNTAttributedText& text)
     } else {
         std::vector<std::string> parametersOfSets;
         for (const auto& set : text.sets)
-            parametersOfSets.push_back(sgrParameters(set));
+            parametersOfSets.push_back(sgrParameters(set, depth));
         appendCharacters(all.substr(0, text.runs.front().offset));
         for (std::size_t run = 0; run < text.runs.size(); ++run) {
             const std::size_t start = text.runs[run].offset;

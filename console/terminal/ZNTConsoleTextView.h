@@ -10,14 +10,32 @@
 
 enum class ZNTConsoleColour { Never, Always };
 
+/// How many colours a terminal has.
+enum class ZNTColourDepth { Sixteen, Numbered /**< 256 */, Exact /**< 24 bits */ };
+
+namespace znt
+{
+
+/// As the terminal says in the variables COLORTERM and TERM of the environment; empty if not set.
+ZNTColourDepth colourDepth(std::string_view colorterm, std::string_view term);
+
+} // namespace znt
+
 /// The output view of the terminal client: text as UTF-8 with "\n" for each line break. Nothing that a server
 /// sent reaches the terminal as a control character; colours are SGR sequences of our own (ECMA-48), and only
-/// those that differ from the terminal's standing colours.
+/// those that differ from the terminal's standing colours. A colour that the terminal lacks is shown as the
+/// nearest one that it has.
 class ZNTConsoleTextView final : public ZNTTextView
 {
 public:
     /// `output` outlives this.
-    ZNTConsoleTextView(ZNTConsoleColour colour, ZNTConsoleOutput& output) : colour(colour), output(output) {}
+    ZNTConsoleTextView(ZNTConsoleColour colour, ZNTConsoleOutput& output,
+                       ZNTColourDepth depth = ZNTColourDepth::Sixteen)
+        : colour(colour),
+          depth(depth),
+          output(output)
+    {
+    }
 
     void append(const ZNTAttributedText& text) override;
     void scrollToEnd() override {}
@@ -32,6 +50,7 @@ private:
     void flush();
 
     ZNTConsoleColour colour;
+    ZNTColourDepth depth;
     ZNTConsoleOutput& output;
     ZNTLineEnds lineEnds;
     std::string pending;

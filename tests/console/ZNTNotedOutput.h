@@ -56,7 +56,11 @@ struct ZNTNotedInput final : ZNTConsoleInput {
 
 /// A terminal's view, and what it writes.
 struct ZNTNotedTerminal {
-    explicit ZNTNotedTerminal(ZNTConsoleColour colour = ZNTConsoleColour::Never) : view(colour, output) {}
+    explicit ZNTNotedTerminal(ZNTConsoleColour colour = ZNTConsoleColour::Never,
+                              ZNTColourDepth depth = ZNTColourDepth::Sixteen)
+        : view(colour, output, depth)
+    {
+    }
     void append(const ZNTAttributedText& text)
     {
         view.append(text);
