@@ -15,6 +15,7 @@ struct ZNTSettings {
     ZNTStringEncoding encoding = ZNTStringEncoding::Ascii;
     bool compression = false;
     bool sounds = false;
+    bool fullColours = false;
     bool speech = false;
     bool interruption = false;
     bool systemVoice = false;
@@ -67,6 +68,11 @@ inline constexpr std::array ZNTSettingsTable{
                   .tab = ZNTSettingTab::Protocols,
                   .scope = ZNTSettingScope::Game,
                   .hasOwnControl = true},
+    ZNTSettingRow{.name = "full-colours",
+                  .field = &ZNTSettings::fullColours,
+                  .sentence = "Shows all colours and styles of text that terminals have.",
+                  .tab = ZNTSettingTab::Protocols,
+                  .scope = ZNTSettingScope::Game},
     ZNTSettingRow{.name = "speech",
                   .field = &ZNTSettings::speech,
                   .sentence = "Speaks what the game sends.",

@@ -132,8 +132,8 @@ TEST_F(ZNTSettingsTest, WhatIsWrongWithANameOrAValueIsSaidInASentence)
     const std::vector<std::pair<std::string, std::string>> cases{
         {"speech", "Say NAME=VALUE, as in speech=on."},
         {"loud=on",
-         "There is no setting loud; there are encoding, compression, sounds, speech, interruption, "
-         "system-voice, pacing and rate."},
+         "There is no setting loud; there are encoding, compression, sounds, full-colours, speech, "
+         "interruption, system-voice, pacing and rate."},
         {"speech=yes", "The setting speech is on or off, not \"yes\"."},
         {"rate=601", "The setting rate is a number from 10 to 600, not \"601\"."},
         {"rate=20x", "The setting rate is a number from 10 to 600, not \"20x\"."},
