@@ -49,7 +49,8 @@ int main(int argc, char** argv)
     for (const auto& row : ZNTStringEncodings)
         encodings.emplace(row.name, row.encoding);
     program
-        .add_option("--encoding", options.encoding, "ascii: English; euc-cn, big5: the two kinds of Chinese")
+        .add_option("--encoding", options.encoding,
+                    "ascii, utf-8: English; euc-cn, big5: the two kinds of Chinese")
         ->transform(CLI::CheckedTransformer(encodings, CLI::ignore_case))
         ->option_text(znt::encodingNames("|", "|"));
     program.add_flag("--once", options.endsAfterFirstPlayer, "End when the first player has left");

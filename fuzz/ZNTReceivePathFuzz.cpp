@@ -19,6 +19,7 @@ struct Settings {
 };
 
 constexpr std::size_t refusalsOfCompression = 6; ///< bytes, sent unasked
+constexpr std::size_t mostWaitingUnits = 1;      ///< of a character that the block before cut off
 
 void checkShown(const ZNTAttributedText& shown, std::size_t mostUnits)
 {
@@ -48,8 +49,8 @@ public:
 
     void receive(std::string_view block)
     {
-        const auto mostUnits =
-            receiver.isInflating() ? ZNTInflater::mostInflated + 8 * block.size() : block.size();
+        const auto mostUnits = receiver.isInflating() ? ZNTInflater::mostInflated + 8 * block.size()
+                                                      : block.size() + mostWaitingUnits;
         const auto received = receiver.read(block, encoding);
         require(received.text.size() <= mostUnits, "a block stays small");
         require(received.replies.size() <= mostUnits + refusalsOfCompression,

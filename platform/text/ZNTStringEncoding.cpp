@@ -2,6 +2,7 @@
 
 #include "ZNTGbCharacters.h"
 #include "ZNTTelnetCodes.h"
+#include "ZNTTextScan.h"
 
 #include <algorithm>
 #include <map>
@@ -50,22 +51,6 @@ UConverter* converterNamed(const char* name)
     return known->second.get();
 }
 
-/// The length in bytes of the telnet command that starts with the IAC at `at`.
-std::size_t telnetLength(std::string_view bytes, std::size_t at)
-{
-    const std::size_t left = bytes.size() - at;
-    if (left < 2)
-        return left;
-    const bool hasOption = znt::telnet::isFollowedByOption(static_cast<unsigned char>(bytes[at + 1]));
-    return std::min<std::size_t>(left, hasOption ? 3 : 2);
-}
-
-void widen(const char* __restrict from, std::size_t count, char16_t* __restrict to)
-{
-    for (std::size_t at = 0; at < count; ++at)
-        to[at] = static_cast<unsigned char>(from[at]);
-}
-
 /// No character of these encodings contains the byte IAC. So the text between two of them is converted in one
 /// call, and a character that one cuts off is ill-formed.
 std::optional<std::u16string> decodedByConverter(std::string_view bytes, UConverter* converter,
@@ -76,8 +61,8 @@ std::optional<std::u16string> decodedByConverter(std::string_view bytes, UConver
     char16_t* to = text.data();
     for (std::size_t at = 0; at < bytes.size();) {
         if (bytes[at] == iac) {
-            const auto length = telnetLength(bytes, at);
-            widen(bytes.data() + at, length, to);
+            const auto length = znt::telnetLengthAt(bytes, at);
+            znt::widen(bytes.substr(at, length), to);
             to += length;
             at += length;
             continue;
@@ -99,10 +84,8 @@ std::optional<std::u16string> decodedByConverter(std::string_view bytes, UConver
     return text;
 }
 
-std::string encodedByConverter(std::u16string text, UConverter* converter, ZNTStringEncoding encoding)
+std::string encodedByConverter(std::u16string_view text, UConverter* converter)
 {
-    if (encoding == ZNTStringEncoding::EucCn)
-        znt::toConverterGbNames(text.data(), text.data() + text.size());
     std::string bytes(text.size() * static_cast<std::size_t>(ucnv_getMaxCharSize(converter)), '\0');
     char* to = bytes.data();
     const char16_t* from = text.data();
@@ -117,18 +100,44 @@ std::string encodedByConverter(std::u16string text, UConverter* converter, ZNTSt
 std::u16string decodedAscii(std::string_view bytes)
 {
     std::u16string text(bytes.size(), u'\0');
-    widen(bytes.data(), bytes.size(), text.data());
+    znt::widen(bytes, text.data());
     return text;
+}
+
+/// The units of the character at `at`: one, or a pair of surrogates.
+std::size_t unitsOfCharacter(std::u16string_view text, std::size_t at)
+{
+    return U16_IS_LEAD(text[at]) && at + 1 < text.size() && U16_IS_TRAIL(text[at + 1]) ? 2 : 1;
 }
 
 std::string encodedAscii(std::u16string_view text)
 {
     std::string bytes;
     bytes.reserve(text.size());
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (U16_IS_LEAD(text[at]) && at + 1 < text.size() && U16_IS_TRAIL(text[at + 1]))
-            ++at; // two units, one character
-        bytes += text[at] <= 0xFF ? static_cast<char>(text[at]) : '?';
+    for (std::size_t at = 0, units = 0; at < text.size(); at += units) {
+        units = unitsOfCharacter(text, at);
+        bytes += units == 1 && text[at] <= 0xFF ? static_cast<char>(text[at]) : '?';
+    }
+    return bytes;
+}
+
+/// GB 18030 writes in four bytes what GBK lacks; a reader of GBK would see other characters. The narrow set
+/// decides about those: it knows a few by a second name.
+constexpr std::size_t mostBytesOfWiderCharacter = 2;
+
+std::string encodedWidely(std::u16string_view text, UConverter* wider, ZNTStringEncoding encoding)
+{
+    std::string bytes;
+    bytes.reserve(2 * text.size());
+    for (std::size_t at = 0, units = 0; at < text.size(); at += units) {
+        units = unitsOfCharacter(text, at);
+        const auto character = text.substr(at, units);
+        if (character.front() < 0x80) {
+            bytes += static_cast<char>(character.front());
+            continue;
+        }
+        const auto wide = encodedByConverter(character, wider);
+        bytes += wide.size() <= mostBytesOfWiderCharacter ? wide : znt::encodedText(character, encoding);
     }
     return bytes;
 }
@@ -147,11 +156,33 @@ std::optional<std::u16string> decodedText(std::string_view bytes, ZNTStringEncod
     return converter ? decodedByConverter(bytes, converter, encoding) : std::nullopt;
 }
 
+std::size_t telnetLengthAt(std::string_view bytes, std::size_t at)
+{
+    const std::size_t left = bytes.size() - at;
+    if (left < 2)
+        return left;
+    const bool hasOption = telnet::isFollowedByOption(static_cast<unsigned char>(bytes[at + 1]));
+    return std::min<std::size_t>(left, hasOption ? 3 : 2);
+}
+
 std::string encodedText(std::u16string_view text, ZNTStringEncoding encoding)
 {
     const char* name = rowOf(encoding).converter;
     auto* converter = name ? converterNamed(name) : nullptr;
-    return converter ? encodedByConverter(std::u16string(text), converter, encoding) : encodedAscii(text);
+    if (!converter)
+        return encodedAscii(text);
+    if (encoding != ZNTStringEncoding::EucCn)
+        return encodedByConverter(text, converter);
+    std::u16string named(text);
+    toConverterGbNames(named.data(), named.data() + named.size());
+    return encodedByConverter(named, converter);
+}
+
+std::string encodedLeniently(std::u16string_view text, ZNTStringEncoding encoding)
+{
+    const char* name = rowOf(encoding).widerConverter;
+    auto* wider = name ? converterNamed(name) : nullptr;
+    return wider ? encodedWidely(text, wider, encoding) : encodedText(text, encoding);
 }
 
 const ZNTStringEncodingRow& rowOf(ZNTStringEncoding encoding)
@@ -169,7 +200,7 @@ std::optional<ZNTStringEncoding> encodingNamed(std::string_view name)
 std::optional<ZNTStringEncoding> encodingTitled(std::u16string_view title)
 {
     const auto* found = std::ranges::find(ZNTStringEncodings, title, &ZNTStringEncodingRow::title);
-    return found == ZNTStringEncodings.end() ? std::nullopt : std::optional(found->encoding);
+    return title.empty() || found == ZNTStringEncodings.end() ? std::nullopt : std::optional(found->encoding);
 }
 
 std::string encodingNames(std::string_view between, std::string_view beforeLast)

@@ -35,4 +35,30 @@ std::size_t findUnit(std::u16string_view text, char16_t wanted, std::size_t from
     return std::u16string_view::npos;
 }
 
+std::size_t asciiLength(std::string_view bytes)
+{
+    // The compiler makes two vector operations of each step.
+    constexpr std::size_t step = 32;
+    std::size_t at = 0;
+    for (; at + step <= bytes.size(); at += step) {
+        unsigned char all = 0;
+        for (std::size_t each = 0; each < step; ++each)
+            all |= static_cast<unsigned char>(bytes[at + each]);
+        if (all >= 0x80)
+            break;
+    }
+    while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80)
+        ++at;
+    return at;
+}
+
+void widen(std::string_view bytes, char16_t* to)
+{
+    // Pointers that cannot overlap let the compiler use vectors.
+    const char* __restrict from = bytes.data();
+    char16_t* __restrict into = to;
+    for (std::size_t at = 0; at < bytes.size(); ++at)
+        into[at] = static_cast<unsigned char>(from[at]);
+}
+
 } // namespace znt

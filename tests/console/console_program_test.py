@@ -112,7 +112,7 @@ class ConsoleProgram(unittest.TestCase):
         self.assertEqual((bool(out), err, code), (True, "", 0))
         for wrong in (
             "mud.example", "mud.example 0", "mud.example 65536", "mud.example port", "mud.example 4000 more",
-            "--demo mud.example 4000", "--encoding utf-8", "--encoding", "--colour red", "--set rate=fast",
+            "--demo mud.example 4000", "--encoding latin", "--encoding", "--colour red", "--set rate=fast",
             "--set loudness=3", "--set speech", "--unknown"):
             with self.subTest(wrong):
                 out, err, code = self.play("", *wrong.split())

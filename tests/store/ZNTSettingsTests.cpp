@@ -137,7 +137,7 @@ TEST_F(ZNTSettingsTest, WhatIsWrongWithANameOrAValueIsSaidInASentence)
         {"speech=yes", "The setting speech is on or off, not \"yes\"."},
         {"rate=601", "The setting rate is a number from 10 to 600, not \"601\"."},
         {"rate=20x", "The setting rate is a number from 10 to 600, not \"20x\"."},
-        {"encoding=latin", "The setting encoding is ascii, euc-cn or big5, not \"latin\"."},
+        {"encoding=latin", "The setting encoding is ascii, euc-cn, big5 or utf-8, not \"latin\"."},
         {"rate=600", ""},
     };
     for (const auto& [assignment, complaint] : cases)

@@ -327,7 +327,7 @@ void ZNTMainWiring::showState()
 /// Games in a Chinese encoding lay their text out for signs of two columns.
 void ZNTMainWiring::showEncoding()
 {
-    const bool isChinese = session.cfStringEncoding() != ZNTStringEncoding::Ascii;
+    const bool isChinese = znt::rowOf(session.cfStringEncoding()).isChinese;
     window.textFromServer->setAmbiguousWidth(isChinese ? AmbiguousWidth::Wide : AmbiguousWidth::Narrow);
 }
 
