@@ -163,7 +163,7 @@ void ZNTConsoleCommands::stopSounds()
 void ZNTConsoleCommands::changeEncoding(std::u16string_view name)
 {
     if (const auto encoding = znt::encodingNamed(znt::utf8FromText(name)))
-        client.session().changeEncoding(znt::rowOf(*encoding).title);
+        client.session().changeEncoding(*encoding);
     else
         client.complain(joined({u"There are ", countWord(ZNTStringEncodings.size()),
                                 u" encodings: /encoding ", encodingChoices()}));

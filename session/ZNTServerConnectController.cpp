@@ -201,7 +201,12 @@ void ZNTServerConnectController::setAlmostAllWidgetsEnabled(bool enabled)
 
 void ZNTServerConnectController::changeEncoding(std::u16string_view title)
 {
-    cfStringEncoding_ = znt::encodingTitled(title).value_or(cfStringEncoding_);
+    changeEncoding(znt::encodingTitled(title).value_or(cfStringEncoding_));
+}
+
+void ZNTServerConnectController::changeEncoding(ZNTStringEncoding encoding)
+{
+    cfStringEncoding_ = encoding;
     settings_.encoding = cfStringEncoding_;
     changed(ZNTSessionChange::Encoding);
 }

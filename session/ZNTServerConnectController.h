@@ -160,6 +160,8 @@ public:
     // Settings of the running session
     /// `title` as the encoding buttons bear it; any other title changes nothing.
     void changeEncoding(std::u16string_view title);
+    /// The same for any encoding, also one that no button bears.
+    void changeEncoding(ZNTStringEncoding encoding);
     /// For text that arrives later.
     void changeFont(const ZNTFont& font);
     /// Whether sound tags of the game are carried out.

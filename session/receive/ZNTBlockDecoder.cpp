@@ -2,6 +2,7 @@
 
 #include "ZNTTelnetCodes.h"
 #include "ZNTText.h"
+#include "ZNTTextScan.h"
 
 #include <algorithm>
 #include <array>
@@ -103,13 +104,64 @@ std::optional<std::u16string> recoveredText(string_view bytes, ZNTStringEncoding
     return withoutFront(bytes.substr(0, bytes.size() - 3), encoding, shapes);
 }
 
+/// The units from `start` on are text. A unit that looks like IAC gets another form.
+void keepApartFromTelnet(std::u16string& text, std::size_t start)
+{
+    constexpr std::u16string_view iac(u"\u00FF"), sameLook(u"y\u0308");
+    if (znt::findUnit(text, iac.front(), start) == text.npos)
+        return;
+    const auto apart = znt::replacedAll(std::u16string_view(text).substr(start), iac, sameLook);
+    text.replace(start, text.npos, apart);
+}
+
+void appendUtf8(ZNTTextDecoder& utf8, string_view block, std::u16string& text)
+{
+    const auto padding = block.size() - (block.find_last_not_of('\0') + 1);
+    const auto bytes = block.substr(0, block.size() - padding);
+    for (std::size_t at = 0; at < bytes.size();) {
+        const auto iac = std::min(bytes.find(static_cast<char>(znt::telnet::IAC), at), bytes.size());
+        if (iac > at) {
+            const auto start = text.size();
+            utf8.decode(bytes.substr(at, iac - at), text);
+            keepApartFromTelnet(text, start);
+        }
+        if (iac == bytes.size())
+            break;
+        utf8.finish(text);
+        const auto command = bytes.substr(iac, znt::telnetLengthAt(bytes, iac));
+        text.resize(text.size() + command.size());
+        znt::widen(command, text.data() + text.size() - command.size());
+        at = iac + command.size();
+    }
+    text.append(padding, u'\0');
+}
+
 } // namespace
+
+std::u16string ZNTBlockDecoder::textOfBlock(std::string_view bytes, ZNTStringEncoding encoding)
+{
+    std::u16string text;
+    if (encoding == ZNTStringEncoding::Utf8) {
+        appendUtf8(utf8, bytes, text);
+        return text;
+    }
+    utf8.finish(text); // of an encoding that was changed meanwhile
+    auto block = znt::textOfBlock(bytes, encoding);
+    return text.empty() ? block : text + block;
+}
 
 namespace znt
 {
 
 std::u16string textOfBlock(std::string_view bytes, ZNTStringEncoding encoding)
 {
+    if (encoding == ZNTStringEncoding::Utf8) {
+        std::u16string text;
+        ZNTTextDecoder utf8(encoding);
+        appendUtf8(utf8, bytes, text);
+        utf8.finish(text);
+        return text;
+    }
     if (auto text = decodedText(bytes, encoding))
         return *std::move(text);
     if (encoding != ZNTStringEncoding::Ascii)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZNTStringEncoding.h"
+#include "ZNTTextDecoder.h"
 
 #include <string>
 #include <string_view>
@@ -22,7 +22,28 @@ namespace znt
 /// Kept quirks: 2 and 3 cut at least 4 bytes at the front, even if that would not be needed. The NULs behind
 /// an inflated block decode, so a cut character there can cost the whole text of the block.
 ///
+/// UTF-8 knows no such cuts: what is ill-formed or cut off is U+FFFD.
+///
 /// Linear in the block, also if thousands of beginnings fail.
 std::u16string textOfBlock(std::string_view bytes, ZNTStringEncoding encoding);
 
 } // namespace znt
+
+/// The text of a connection's blocks, one after another, for a receiver that looks for telnet in the text.
+/// Each block is read by itself, as `znt::textOfBlock` does. In UTF-8, however, a character that two blocks
+/// share waits for its end; it is the only thing that waits.
+///
+/// UTF-8 lets telnet's bytes through as the Chinese encodings do. An IAC cuts a character off. A "ÿ" of
+/// the text would look like IAC and take two characters along, so it is given out as "y" and U+0308, which
+/// look the same. NULs at a block's end are the inflater's; a character that waits goes on behind them.
+class ZNTBlockDecoder
+{
+public:
+    /// Begins a new connection.
+    void startStream() { utf8.reset(); }
+    /// `encoding` may differ from that of the block before.
+    std::u16string textOfBlock(std::string_view bytes, ZNTStringEncoding encoding);
+
+private:
+    ZNTTextDecoder utf8{ZNTStringEncoding::Utf8};
+};

@@ -1,6 +1,5 @@
 #include "ZNTDecodeFirstReceiver.h"
 
-#include "ZNTBlockDecoder.h"
 #include "ZNTParserUtility.h"
 #include "ZNTTelnetScanner.h"
 
@@ -30,7 +29,7 @@ ZNTReceived ZNTDecodeFirstReceiver::read(std::string_view block, ZNTStringEncodi
 std::u16string ZNTDecodeFirstReceiver::decoded(std::string_view block, ZNTStringEncoding encoding)
 {
     if (!_mccp || block.empty() || isBareCommands(block, encoding))
-        return znt::textOfBlock(block, encoding);
+        return decoder.textOfBlock(block, encoding);
     const auto inflated = mccp2.anotherInflate(block);
     if (inflated.outcome != ZNTInflater::Outcome::GoesOn) {
         // The end of a stream and damage are one case: compression is refused, what comes next is plain.
@@ -38,7 +37,7 @@ std::u16string ZNTDecodeFirstReceiver::decoded(std::string_view block, ZNTString
         parser.sendCommand(Refusal, option::CompressionV2);
         parser.sendCommand(Refusal, option::CompressionV1);
     }
-    return znt::textOfBlock(inflated.bytes, encoding);
+    return decoder.textOfBlock(inflated.bytes, encoding);
 }
 
 ZNTReceived ZNTDecodeFirstReceiver::readText(std::u16string text)

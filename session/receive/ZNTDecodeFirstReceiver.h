@@ -1,12 +1,14 @@
 #pragma once
 
+#include "ZNTBlockDecoder.h"
 #include "ZNTInflater.h"
 #include "ZNTReceiver.h"
 
 class ZNTParserUtility;
 
 /// The receiver that decodes first: bytes are inflated, decoded to text, and telnet commands are looked for
-/// in that text. Each block is read by itself; a command or a character that two blocks share is not joined.
+/// in that text. Each block is read by itself; a command or a character that two blocks share is not joined
+/// (in UTF-8 a character is).
 ///
 /// Kept quirks: any IAC SE switches inflating on, beginning with the next block. A block that consists of
 /// bare telnet commands is not inflated, since servers announce compression with commands that are not
@@ -17,7 +19,11 @@ public:
     /// `parser` answers the offers. The caller owns it; it outlives the receiver.
     explicit ZNTDecodeFirstReceiver(ZNTParserUtility& parser) : parser(parser) {}
 
-    void startStream() override { mccp2.startStream(); }
+    void startStream() override
+    {
+        mccp2.startStream();
+        decoder.startStream();
+    }
     ZNTReceived read(std::string_view block, ZNTStringEncoding encoding) override;
     ZNTReceived readText(std::u16string text) override;
 
@@ -41,5 +47,6 @@ private:
 
     ZNTParserUtility& parser;
     ZNTInflater mccp2;
+    ZNTBlockDecoder decoder;
     bool _mccp = false;
 };

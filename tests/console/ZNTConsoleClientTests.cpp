@@ -92,6 +92,8 @@ TEST_F(ZNTConsoleClientTest, LinesOnATerminalGoOutAtOnceAndCommandsDoNotWaitForT
     type("look");
     type("/encoding big5");
     EXPECT_EQ(client->session().cfStringEncoding(), ZNTStringEncoding::Big5Hkscs);
+    type("/encoding utf-8");
+    EXPECT_EQ(client->session().cfStringEncoding(), ZNTStringEncoding::Utf8);
     waitForConnection();
     type("north");
     EXPECT_EQ(received(), "look\r\nnorth\r\n");

@@ -101,6 +101,8 @@ class ConsoleProgram(unittest.TestCase):
         out, _, _ = self.play("", "--demo", "--encoding", "big5")
         self.assertRegex(out, "[\u4e00-\u9fff]{4}")
         self.assertNotIn("\ufffd", out)
+        out, _, _ = self.play("say 世界 é\n", "--demo", "--set=encoding=utf-8")
+        self.assertIn("You say: 世界 é", out)
 
     def test_without_a_usable_home_play_goes_on(self):
         out, _, code = self.play("north\n", "--demo", home="/dev/null")

@@ -181,6 +181,19 @@ TEST_F(Session, PlaysInTheChineseEncodings)
     }
 }
 
+TEST_F(Session, PlaysInUtf8WithCharactersThatBlocksShare)
+{
+    connect();
+    session().changeEncoding(ZNTStringEncoding::Utf8);
+    for (const auto* title : {u"", u"utf-8"})
+        session().changeEncoding(title);
+    receive("caf\xC3");
+    receive("\xA9 \xE4\xB8" + telnet({255, 251, 3}) + "\xE4\xB8\x96" + goAhead);
+    EXPECT_EQ(shown(), u"café \uFFFD世");
+    session().sendMessageToServer(u"說 café", false);
+    EXPECT_TRUE(received().ends_with("\xE8\xAA\xAA caf\xC3\xA9\r\n"));
+}
+
 TEST_F(Session, StartsWithTheLastGameByNameThatIsTheDefault)
 {
     for (const auto* name : {u"B", u"A", u"C"}) {
