@@ -13,8 +13,11 @@
 /// the defaults, which are the program's usual behaviour.
 struct ZNTSettings {
     ZNTStringEncoding encoding = ZNTStringEncoding::Ascii;
+    bool isEncodingNamed = false; ///< no setting: whether the player chose the encoding, so that no game may
     bool compression = false;
     bool sounds = false;
+    bool standardTelnet = false;
+    bool tellScreenReader = false;
     bool fullColours = false;
     bool speech = false;
     bool interruption = false;
@@ -68,6 +71,16 @@ inline constexpr std::array ZNTSettingsTable{
                   .tab = ZNTSettingTab::Protocols,
                   .scope = ZNTSettingScope::Game,
                   .hasOwnControl = true},
+    ZNTSettingRow{.name = "standard-telnet",
+                  .field = &ZNTSettings::standardTelnet,
+                  .sentence = "Reads telnet as its standards say, from the next connection on.",
+                  .tab = ZNTSettingTab::Protocols,
+                  .scope = ZNTSettingScope::Game},
+    ZNTSettingRow{.name = "tell-screen-reader",
+                  .field = &ZNTSettings::tellScreenReader,
+                  .sentence = "With standard telnet, lets games that ask know that you use a screen reader.",
+                  .tab = ZNTSettingTab::Protocols,
+                  .scope = ZNTSettingScope::Player},
     ZNTSettingRow{.name = "full-colours",
                   .field = &ZNTSettings::fullColours,
                   .sentence = "Shows all colours and styles of text that terminals have.",
