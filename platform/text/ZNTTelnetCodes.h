@@ -17,10 +17,21 @@ constexpr bool isFollowedByOption(unsigned char command) { return command >= SB 
 namespace option
 {
 
-inline constexpr unsigned char SuppressGoAhead = 3, TerminalType = 24, EndOfRecord = 25, WindowSize = 31,
-                               Charset = 42, Msdp = 69, Mssp = 70, CompressionV1 = 85, CompressionV2 = 86,
-                               Sound = 90, Mxp = 91, Zmp = 93, OwnChannel = 102, Atcp = 200, Gmcp = 201;
+inline constexpr unsigned char Echo = 1, SuppressGoAhead = 3, TerminalType = 24, EndOfRecord = 25,
+                               WindowSize = 31, Charset = 42, Msdp = 69, Mssp = 70, CompressionV1 = 85,
+                               CompressionV2 = 86, Sound = 90, Mxp = 91, Zmp = 93, OwnChannel = 102,
+                               Atcp = 200, Gmcp = 201;
 
 } // namespace option
+
+/// Codes within subnegotiations: of the terminal type (RFC 1091) and of the character set (RFC 2066).
+namespace terminaltype
+{
+inline constexpr unsigned char Is = 0, Send = 1;
+}
+namespace charset
+{
+inline constexpr unsigned char Request = 1, Accepted = 2, Rejected = 3, TableIs = 4, TableRejected = 5;
+}
 
 } // namespace znt::telnet
