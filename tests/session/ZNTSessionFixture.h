@@ -58,7 +58,7 @@ protected:
                                    .speechEngine = speech,
                                    .screenReader = reader,
                                    .streams = server.streams(),
-                                   .showZNTCommandRecorderView = [this](auto&) { ++timesRecorderSheetShown; },
+                                   .showZNTCommandRecorderView = [](auto&) {},
                                    .sessionChanged = [this](ZNTSessionChange) { whenSessionChanges(); },
                                    .textShown = {},
                                    .silencePassed = [this] { ++silences; }});
@@ -145,7 +145,7 @@ protected:
     ZNTRecordedSounds sounds;
     ZNTRecordedSpeech speech;
     ZNTRecordedReader reader;
-    int timesRecorderSheetShown = 0, silences = 0;
+    int silences = 0;
     std::function<void()> whenSessionChanges = [] {};
     ZNTDatabaseHelper database{machine.platform.places, machine.log};
     ZNTMacroGroupDropDownController groups{machine.platform, database, macroGroupBox};

@@ -7,6 +7,7 @@
 #include "ZNTText.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace
 {
@@ -16,7 +17,10 @@ class StreamParser : public testing::Test
 protected:
     ZNTParserUtility parser;
 
-    std::string repliesTo(std::u16string_view text) { return parser.processServerCommands(text).replies; }
+    std::u16string repliesTo(std::u16string_view text)
+    {
+        return znt::decodedText(parser.processServerCommands(text).replies, ZNTStringEncoding::Ascii).value();
+    }
 };
 
 std::u16string command(std::initializer_list<int> values)
@@ -25,11 +29,6 @@ std::u16string command(std::initializer_list<int> values)
     for (const int value : values)
         result += static_cast<char16_t>(value);
     return result;
-}
-
-std::string bytes(std::initializer_list<int> values)
-{
-    return znt::encodedText(command(values), ZNTStringEncoding::Ascii);
 }
 
 } // namespace
@@ -42,8 +41,7 @@ TEST_F(StreamParser, AnswersEveryOfferByTheTable)
     for (int option = 0; option < 256; ++option) {
         SCOPED_TRACE(option);
         const auto answer = refusedBy.find(option);
-        const auto expected =
-            answer == refusedBy.end() ? std::string() : bytes({255, answer->second, option});
+        const auto expected = answer == refusedBy.end() ? u"" : command({255, answer->second, option});
         EXPECT_EQ(repliesTo(command({255, 251, option})), expected);
         for (const int other : {250, 252, 253, 254})
             EXPECT_TRUE(repliesTo(command({255, other, option})).empty());
@@ -51,27 +49,25 @@ TEST_F(StreamParser, AnswersEveryOfferByTheTable)
     parser.set_isMccpOnOff(true);
     parser.set_isMspOnOff(true);
     EXPECT_EQ(repliesTo(command({255, 251, 90, 'a', 255, 251, 85, 255, 251, 86})),
-              bytes({255, 253, 90, 255, 25, 85, 255, 253, 86}));
+              command({255, 253, 90, 255, 25, 85, 255, 253, 86}));
 }
 
 TEST_F(StreamParser, NotesGoAheadsReleasesAndTheEndOfNegotiations)
 {
-    struct Row {
-        std::u16string text;
-        bool isGoAhead, isRelease, isEnd;
-    };
-    for (const auto& row :
-         {Row{command({255, 249}), true, true, false}, Row{command({255, 239, 'x'}), true, false, false},
-          Row{command({255, 251, 25}), true, false, false},
-          Row{command({'a', 255, 252, 1}), false, true, false},
-          Row{command({255, 255, 249}), false, true, false},
-          Row{command({255, 250, 86, 255, 240}), false, false, true},
-          Row{command({'a', 249, 255}), false, false, false}}) {
-        SCOPED_TRACE(znt::utf8FromText(row.text));
-        const auto answers = parser.processServerCommands(row.text);
-        EXPECT_EQ(answers.isGoAhead, row.isGoAhead);
-        EXPECT_EQ(answers.isRelease, row.isRelease);
-        EXPECT_EQ(answers.isEndOfNegotiations, row.isEnd);
+    const std::tuple<std::u16string, bool, bool, bool> rows[] = {
+        {command({255, 249}), true, true, false},
+        {command({255, 239, 'x'}), true, false, false},
+        {command({255, 251, 25}), true, false, false},
+        {command({'a', 255, 252, 1}), false, true, false},
+        {command({255, 255, 249}), false, true, false},
+        {command({255, 250, 86, 255, 240}), false, false, true},
+        {command({'a', 249, 255}), false, false, false}};
+    for (const auto& [text, isGoAhead, isRelease, isEnd] : rows) {
+        SCOPED_TRACE(znt::utf8FromText(text));
+        const auto answers = parser.processServerCommands(text);
+        EXPECT_EQ(answers.isGoAhead, isGoAhead);
+        EXPECT_EQ(answers.isRelease, isRelease);
+        EXPECT_EQ(answers.isEndOfNegotiations, isEnd);
     }
 }
 

@@ -4,7 +4,6 @@
 
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -15,7 +14,6 @@ struct ZNTNotedCommands : ZNTCommandActions, ZNTLineSender {
     void speedwalk(const std::shared_ptr<const ZNTSpeedWalking::Route>& route) override
     {
         done.push_back(u"walk " + route->path);
-        routes.insert(route);
     }
     void stopSpeedwalk() override { done.emplace_back(u"stop"); }
     std::vector<std::u16string> getAllMacroNames() override
@@ -54,7 +52,6 @@ struct ZNTNotedCommands : ZNTCommandActions, ZNTLineSender {
     std::map<std::u16string, std::u16string> macros;
     int timesLookedUp = 0;
     std::size_t linesSent = 0; ///< by macros too
-    std::set<std::shared_ptr<const ZNTSpeedWalking::Route>> routes;
     Done done;
     ZNTCommandInterpreter interpreter{*this, *this};
 };
