@@ -285,16 +285,6 @@ TEST_F(Processor, ATriggersSoundPlaysBesideTheChannelsByItsExactName)
     EXPECT_EQ(sounds.made.size(), 2u);
 }
 
-TEST_F(Processor, ANoticeAfterTheProcessorsEndDoesNothing)
-{
-    {
-        ZNTMSPProcessor brief(places, sounds);
-        EXPECT_TRUE(brief.processSound(u"!!SOUND(a/b.wav L=5)"));
-    }
-    sounds.finishAll();
-    EXPECT_EQ(last().timesPlayed, 1);
-}
-
 TEST_F(Processor, ATagOfMegabytesIsHandledInTime)
 {
     const std::u16string many(1'000'000, u'*'), digits(1'000'000, u'9');

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <deque>
 #include <mutex>
 #include <poll.h>
@@ -23,11 +22,9 @@
 class ZNTRecordingSpeechService
 {
 public:
-    using Clock = std::chrono::steady_clock;
     struct Said {
         std::string text;
-        Clock::time_point begin, end;
-        bool wasCancelled = false;
+        bool isFinished = false, wasCancelled = false;
     };
 
     /// Sets SPEECHD_ADDRESS for this process. Does not start yet.
@@ -63,8 +60,8 @@ public:
         cancel();
     }
 
-    /// How long every message takes that begins from now on.
-    std::atomic<std::chrono::milliseconds> speakingTime{};
+    /// While true, the message that is being said does not end.
+    std::atomic<bool> staysSpeaking = false;
     /// If false, it takes connections and commands but answers nothing.
     std::atomic<bool> answers = true;
     /// Commands that came in, answered or not.
@@ -81,7 +78,7 @@ public:
     {
         std::vector<std::string> texts;
         for (const auto& one : said())
-            if (one.end != Clock::time_point{} && !one.wasCancelled)
+            if (one.isFinished)
                 texts.push_back(one.text);
         return texts;
     }
@@ -129,12 +126,8 @@ private:
         } else {
             ++commandsHeard;
             isInText = line == "SPEAK";
-            const bool isCancel = line == "CANCEL SELF", isKnown = line.starts_with("SET SELF ");
-            send(isInText   ? "230 OK RECEIVING DATA\r\n"
-                 : isCancel ? "213 OK CANCELED\r\n"
-                 : isKnown  ? "200 OK SET\r\n"
-                            : "500 ERR INVALID COMMAND\r\n");
-            if (isCancel)
+            send(isInText ? "230 OK RECEIVING DATA\r\n" : "200 OK SET\r\n");
+            if (line == "CANCEL SELF")
                 cancel();
         }
     }
@@ -149,29 +142,26 @@ private:
     }
     void speakOn()
     {
-        const auto now = Clock::now();
         while (!queue.empty()) {
             if (!isSpeaking) {
                 isSpeaking = true;
-                record.push_back({queue.front().text, now, {}, false});
+                record.push_back({queue.front().text});
                 // Begin, and then two events (index mark, resumed) that are no end.
                 for (const auto* code : {"701", "700", "705"})
                     sendEvent(queue.front(), code);
             }
-            if (now < record.back().begin + speakingTime.load())
+            if (staysSpeaking)
                 return;
             isSpeaking = false;
-            record.back().end = now;
+            record.back().isFinished = true;
             sendEvent(queue.front(), "702");
             queue.pop_front();
         }
     }
     void cancel()
     {
-        if (std::exchange(isSpeaking, false)) {
-            record.back().end = Clock::now();
+        if (std::exchange(isSpeaking, false))
             record.back().wasCancelled = true;
-        }
         for (const auto& message : std::exchange(queue, {}))
             sendEvent(message, "703");
     }

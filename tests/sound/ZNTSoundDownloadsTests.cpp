@@ -37,8 +37,7 @@ std::map<std::string, ZNTSoundAnswer> answers()
             {"/b.wav", whole},
             {"/slow", slow},
             {"/page", soundAnswer("<html>There is no such sound here.</html>")},
-            {"/half", {whole.bytes.substr(0, whole.bytes.size() - rain.size() / 2)}},
-            {"/endless", {"HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n" + rain.substr(0, 44), false, true}}};
+            {"/half", {whole.bytes.substr(0, whole.bytes.size() - rain.size() / 2)}}};
 }
 
 struct SoundDownloads : testing::Test {
@@ -78,7 +77,6 @@ struct SoundDownloads : testing::Test {
 TEST_F(SoundDownloads, AGameOnALocalAddressMayNameItsOwnHostAndNoOtherOfItsNetwork)
 {
     ZNTSoundServer neighbour(answers(), "127.0.0.2");
-    ZNTSoundServer redirecting({{"/away", redirection(neighbour.url("/a.wav"))}});
     ZNTSoundDownloads downloads(loop, cache);
     for (const auto* host : {"127.0.0.1", "localhost", "2130706433", "0x7f.1", "0", "[::ffff:127.0.0.1]"})
         EXPECT_EQ(fetch(downloads, server.url("/rain.wav", host), noHost), "") << host;
@@ -86,7 +84,6 @@ TEST_F(SoundDownloads, AGameOnALocalAddressMayNameItsOwnHostAndNoOtherOfItsNetwo
     for (const auto* game : {"127.0.0.1", "::ffff:127.0.0.1"}) {
         EXPECT_EQ(fetch(downloads, server.url("/rain.wav", "localhost"), game), rain) << game;
         EXPECT_EQ(fetch(downloads, neighbour.url("/rain.wav"), game), "");
-        EXPECT_EQ(fetch(downloads, redirecting.url("/away"), game), "");
     }
     EXPECT_EQ(neighbour.connections, 0);
     EXPECT_EQ(fetch(downloads, neighbour.url("/rain.wav"), "127.0.0.2"), rain);
@@ -121,11 +118,12 @@ TEST_F(SoundDownloads, PartialDownloadsWebPagesAndSilentServersAreGivenUp)
 
 TEST_F(SoundDownloads, AnEndlessBodyIsCutOffAtTheCap)
 {
+    ZNTSoundServer endless({{"/", {"HTTP/1.1 200 OK\r\n\r\n" + rain + std::string(64U << 20, '\0')}}});
     ZNTSoundDownloads downloads(loop, cache);
-    EXPECT_EQ(fetch(downloads, server.url("/endless")), "");
-    ASSERT_TRUE(loop.runUntil([&] { return server.openNow == 0; }));
-    EXPECT_GE(server.bytesSent, 16U << 20);
-    EXPECT_LT(server.bytesSent, 32U << 20);
+    EXPECT_EQ(fetch(downloads, endless.url("/")), "");
+    EXPECT_TRUE(loop.runUntil([&] { return endless.bytesSent >= 16U << 20; }))
+        << "or is it cut off too soon?";
+    EXPECT_LT(endless.bytesSent, 32U << 20);
 }
 
 TEST_F(SoundDownloads, FourRunAtOnceSomeWaitForThemAndAFloodFails)
@@ -148,10 +146,10 @@ TEST_F(SoundDownloads, FourRunAtOnceSomeWaitForThemAndAFloodFails)
 TEST_F(SoundDownloads, TheEndDoesNotWaitForAServer)
 {
     const auto begin = std::chrono::steady_clock::now();
-    for (const int connections : {0, 1}) {
+    {
         ZNTSoundDownloads downloads(loop, cache);
         start(downloads, server.url("/slow"), ownHost);
-        ASSERT_TRUE(loop.runUntil([&] { return server.openNow >= connections; }));
+        ASSERT_TRUE(loop.runUntil([&] { return server.requests == 1; }));
     }
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
     loop.runPosted();
