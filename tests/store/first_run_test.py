@@ -60,10 +60,6 @@ class FirstRun(unittest.TestCase):
         for path in (home.zantor, home.folder, home.database, home.properties):
             self.assertEqual(stat.S_IMODE(os.stat(path).st_mode) & 0o077, 0, path)
 
-    def assert_nothing_or_whole(self, home):
-        if os.path.exists(home.folder):
-            self.assert_whole(home)
-
     def assert_next_start_is_whole(self, home):
         home.run()
         self.assert_whole(home)
@@ -90,7 +86,8 @@ class FirstRun(unittest.TestCase):
             time.sleep(self.random.uniform(0, seconds))
             program.kill()
             program.communicate()
-            self.assert_nothing_or_whole(home)
+            if os.path.exists(home.folder):
+                self.assert_whole(home)
             self.assert_next_start_is_whole(home)
 
     def test_a_broken_home_is_named_and_mended_when_asked(self):
