@@ -4,7 +4,6 @@
 
 #include "ZNTText.h"
 
-#include <algorithm>
 #include <ctime>
 
 using testing::ElementsAre;
@@ -45,14 +44,10 @@ protected:
 
 TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
 {
-    struct Case {
-        std::u16string check, action, text;
-        std::vector<std::u16string> done;
-    };
-    const Case cases[] = {
+    using Text = std::u16string;
+    const std::tuple<Text, Text, Text, std::vector<Text>> cases[] = {
         {u"A %1 kicks you hard!", u"kick %1", u"A big goblin kicks you hard!\r\n", {u"kick big goblin"}},
         {u"A %1 kicks you hard!", u"kick %1", u"A  kicks you hard!", {}},
-        {u"*arrives.", u"look", u" arrives.", {u"look"}},
         {u"You are hungry\\.", u"eat", u"You are hungry!", {}},
         {u"^Bob", u"wave", u"Ann\nBob", {}},
         {u"%1 gives * to %1", u"%1 %1", u"Bob gives bread to Ann.", {u"Bob Bob"}},
@@ -63,10 +58,8 @@ TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
         {u"(\\c()a|b(\\c)c)goblin", u"yes", u"\ba", {u"yes"}},
         {u"(\\c[)x|y(]z)goblin", u"yes", u"\x1bx", {u"yes"}},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(znt::utf8FromText(row.check + u" over " + row.text));
-        EXPECT_EQ(doneBy({trigger(row.check, row.action)}, row.text), row.done);
-    }
+    for (const auto& [check, action, text, done] : cases)
+        EXPECT_EQ(doneBy({trigger(check, action)}, text), done) << znt::utf8FromText(check);
     EXPECT_THAT(log.lines, IsEmpty());
 }
 
@@ -76,16 +69,6 @@ TEST_F(TriggerList, EveryMatchActsInOrderOfTheListThenOfPosition)
     EXPECT_THAT(doneBy({loud, silent, loud}, u"A rat bites! A cat bites!"),
                 ElementsAre(u"hit A rat", u"sound:bite.wav", u"hit  A cat", u"sound:bite.wav", u"flee",
                             u"sound:", u"hit A rat", u"sound:bite.wav", u"hit  A cat", u"sound:bite.wav"));
-}
-
-TEST_F(TriggerList, TheTextOfTheGroupIsAReplacementTemplate)
-{
-    const std::pair<std::u16string, std::u16string> cases[] = {
-        {u"C:\\\\x", u"say C:\\x"}, {u"a\\nb", u"say anb"}, {u"\\u0041", u"say A"}, {u"\\$1", u"say $1"},
-        {u"$0!", u"say %1!"},       {u"$05", u"say %15"},   {u"end\\", u"say end"}, {u"", u"say "}};
-    for (const auto& [group, command] : cases)
-        EXPECT_THAT(doneBy({trigger(u"<(.{0,20})>", u"say %1")}, u"<" + group + u">"), ElementsAre(command))
-            << znt::utf8FromText(group);
 }
 
 TEST_F(TriggerList, ATriggerThatCannotBeUsedDoesNothingAndTheOthersDo)
@@ -108,9 +91,7 @@ TEST_F(TriggerList, ATriggerThatCannotBeUsedDoesNothingAndTheOthersDo)
 
 TEST_F(TriggerList, AnExpressionThatTakesTooLongCostsItsOwnActionsOnly)
 {
-    auto quick = trigger(u"end", u"yes");
-    quick.oid = 0;
-    list.setTriggers({trigger(u"(a+)+$", u"found"), quick});
+    list.setTriggers({trigger(u"(a+)+$", u"found"), trigger(u"end", u"yes")});
     const auto text = std::u16string(40, u'a') + u"! end";
     for (int chunk = 0; chunk < 3; ++chunk) {
         EXPECT_FALSE(list.isResting(7));
@@ -119,8 +100,6 @@ TEST_F(TriggerList, AnExpressionThatTakesTooLongCostsItsOwnActionsOnly)
     EXPECT_THAT(log.lines, ElementsAre(HasSubstr("took too long"), HasSubstr("took too long"),
                                        HasSubstr("is given 1 ms a chunk for the next 30 s")));
     EXPECT_TRUE(list.isResting(7));
-    EXPECT_FALSE(list.isResting(0)) << "the other one";
-
     loop.advance(29.9);
     for (int chunk = 0; chunk < 5; ++chunk)
         EXPECT_THAT(doneFor(text), ElementsAre(u"yes"));
@@ -157,18 +136,6 @@ TEST_F(TriggerList, AFloodOfWordsIsMatchedInFull)
     ASSERT_EQ(done.size(), 2u);
     EXPECT_EQ(done.front().size(), flood.size() + std::u16string_view(u"kick ").size() - 2);
     EXPECT_EQ(done.back(), u"kick troll");
-}
-
-TEST_F(TriggerList, MoreMatchesThanAreRememberedAreAllFound)
-{
-    const std::vector<int> counts{120'000, 60'000, 40'000, 30'000, 120'000, 120'001};
-    std::vector<ZNTTrigger> triggers;
-    for (const auto* check :
-         {u"-", u"--", u"---", u"----", u"[-]", u"x?"}) // the last one matches the empty text
-        triggers.push_back(trigger(check, check));
-    const auto done = doneBy(triggers, std::u16string(120'000, u'-'));
-    for (std::size_t at = 0; at < counts.size(); ++at)
-        EXPECT_EQ(std::count(done.begin(), done.end(), triggers[at].action), counts[at]) << at;
 }
 
 TEST_F(TriggerList, ACommandMayReplaceTheListAndRunAPassOfItsOwn)

