@@ -28,13 +28,3 @@ TEST(DemoServer, SeatsManyAtOnceTurnsOneTooManyAwayAndFreesASeatThatIsLeft)
     join();
     EXPECT_THAT(players.back()->readUntil("> "), HasSubstr("Welcome"));
 }
-
-TEST(DemoServer, APortThatIsTakenIsAnError)
-{
-    VirtualRunLoop loop;
-    const auto first = ZNTDemoServer::onPort(0, ZNTStringEncoding::Ascii, loop);
-    ASSERT_TRUE(first);
-    const auto second = ZNTDemoServer::onPort(first.value()->port(), ZNTStringEncoding::Ascii, loop);
-    ASSERT_FALSE(second);
-    EXPECT_EQ(second.error().code, EADDRINUSE);
-}

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <string>
 #include <string_view>
@@ -40,15 +41,11 @@ public:
             close(descriptor);
         descriptor = -1;
     }
-    /// Turns the loop until all of it is taken.
-    bool send(std::string_view bytes)
+    /// A few bytes, which the network takes at once.
+    void send(std::string_view bytes)
     {
-        return loop.runUntil([&] {
-            const auto count = ::send(descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-            if (count > 0)
-                bytes.remove_prefix(static_cast<std::size_t>(count));
-            return bytes.empty() || (count < 0 && errno != EAGAIN);
-        }) && bytes.empty();
+        EXPECT_EQ(::send(descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL),
+                  static_cast<ssize_t>(bytes.size()));
     }
     /// Reads until `text` has come; forgets everything up to its end and answers that.
     std::string readUntil(std::string_view text)

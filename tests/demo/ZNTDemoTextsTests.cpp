@@ -12,9 +12,6 @@ using namespace znt::demo;
 namespace
 {
 
-constexpr ZNTStringEncoding encodings[] = {ZNTStringEncoding::Ascii, ZNTStringEncoding::EucCn,
-                                           ZNTStringEncoding::Big5Hkscs};
-
 std::vector<std::u16string> allTexts(const ZNTDemoTexts& texts)
 {
     std::vector<std::u16string> all;
@@ -36,7 +33,8 @@ std::vector<std::u16string> allTexts(const ZNTDemoTexts& texts)
 TEST(DemoTexts, EveryTextCanBeSentInItsEncodingAndIsPlainAndFilledInAsTheEnglishOne)
 {
     const auto english = allTexts(ZNTDemoTexts::forEncoding(ZNTStringEncoding::Ascii));
-    for (const auto encoding : encodings) {
+    for (const auto encoding :
+         {ZNTStringEncoding::Ascii, ZNTStringEncoding::EucCn, ZNTStringEncoding::Big5Hkscs}) {
         const auto texts = allTexts(ZNTDemoTexts::forEncoding(encoding));
         for (std::size_t at = 0; at < texts.size(); ++at) {
             const auto& text = texts[at];

@@ -59,9 +59,6 @@ TEST_F(DemoVillage, AnswersTheFirstCommandsOfEveryPlayer)
                                        {u"xyzzy now", "The word xyzzy means nothing"}})
         EXPECT_THAT(answerTo(line), HasSubstr(answer));
     EXPECT_EQ(answerTo(u" "), "\n") << "an empty line brings the prompt";
-    for (const auto* line : {u"help", u"i", u"say", u"look guide", u"kick", u"get", u"drop", u"name",
-                             u"flood", u"colours", u"compress", u"look at the moon"})
-        EXPECT_FALSE(answerTo(line).empty()) << znt::utf8FromText(line);
 }
 
 TEST_F(DemoVillage, PlayersInARoomSeeEachOtherComeSpeakAndGoAndNobodyElseDoes)
@@ -77,8 +74,6 @@ TEST_F(DemoVillage, PlayersInARoomSeeEachOtherComeSpeakAndGoAndNobodyElseDoes)
     answerTo(u"say anybody there?");
     EXPECT_EQ(birchsScreen.take(), "");
     EXPECT_THAT(answerTo(u"who"), HasSubstr("Ash, that is you and Birch"));
-    village.leave(birch);
-    EXPECT_THAT(answerTo(u"who"), Not(HasSubstr("Birch")));
 }
 
 TEST_F(DemoVillage, TheGoblinKicksWhoStandsThereAndBeingKickedBackDoesNotGoOnForEver)
@@ -95,16 +90,6 @@ TEST_F(DemoVillage, TheGoblinKicksWhoStandsThereAndBeingKickedBackDoesNotGoOnFor
     EXPECT_THAT(ashsScreen.take(), Not(HasSubstr("kicks"))) << "nobody is kicked anywhere else";
 }
 
-TEST_F(DemoVillage, BobComesRoundAndComesWhenCalled)
-{
-    loop.advance(80);
-    EXPECT_THAT(ashsScreen.take(), testing::AllOf(HasSubstr("Bob leaves north."), HasSubstr("Bob arrives.")));
-    answerTo(u"w");
-    EXPECT_THAT(answerTo(u"call bob"), HasSubstr("Bob arrives."));
-    loop.advance(20);
-    EXPECT_THAT(ashsScreen.take(), HasSubstr("Bob leaves east.")) << "he takes up his walk again";
-}
-
 TEST_F(DemoVillage, WaysAndNamesAreUnderstoodInChineseAsWell)
 {
     const auto& chinese = ZNTDemoTexts::forEncoding(ZNTStringEncoding::EucCn);
@@ -113,12 +98,9 @@ TEST_F(DemoVillage, WaysAndNamesAreUnderstoodInChineseAsWell)
     auto& birch = town.enter(birchsScreen);
     words.handleLine(birch, u"东南");
     EXPECT_EQ(birch.room, ZNTDemoRoom::GoblinDitch);
-    for (const auto& [line, answer] : {std::pair(u"kick 妖精", "你踢了妖精一脚"),
-                                       {u"kick goblin", "你踢了妖精一脚"},
-                                       {u"get coin", "你拿起一枚银币"},
-                                       {u"drop 银币", "你放下一枚银币"}}) {
+    for (const auto* line : {u"kick 妖精", u"kick goblin"}) {
         birchsScreen.take();
         words.handleLine(birch, line);
-        EXPECT_THAT(birchsScreen.take(), HasSubstr(answer));
+        EXPECT_THAT(birchsScreen.take(), HasSubstr("你踢了妖精一脚"));
     }
 }
