@@ -1,9 +1,6 @@
 #include "RunLoopContract.h"
 #include "UvRunLoop.h"
 #include "VirtualRunLoop.h"
-#include "ZNTFewDescriptors.h"
-
-#include <cerrno>
 
 namespace
 {
@@ -68,18 +65,4 @@ TEST(UvRunLoop, StopsAfterTheTurnAndRunsAgain)
     EXPECT_EQ(order, "ab");
     const auto kept = loop->startTimer(1, RunLoopRepeat::Once, [] {});
     loop->stop(); // and is then destroyed without running again
-}
-
-TEST(UvRunLoop, WithoutTheDescriptorsForItThereIsAnErrorAndNoLoop)
-{
-    if (sanitizerNeedsDescriptors)
-        GTEST_SKIP() << "the sanitizer itself needs descriptors";
-    for (int spare = 0; spare < 6; ++spare) {
-        const ZNTFewDescriptors few(spare);
-        const auto opened = UvRunLoop::open();
-        ASSERT_FALSE(opened) << spare;
-        EXPECT_EQ(opened.error(), posixError(EMFILE));
-    }
-    const ZNTFewDescriptors enough(6);
-    EXPECT_TRUE(UvRunLoop::open());
 }

@@ -130,11 +130,10 @@ void VirtualRunLoop::post(Task task)
 std::unique_ptr<RunLoopTimer> VirtualRunLoop::startTimer(double seconds, RunLoopRepeat repeat, Task task)
 {
     const auto key = ++state->lastKey;
-    const double interval = std::isfinite(seconds)
-                                ? std::max(seconds, repeat == RunLoopRepeat::Forever ? smallestInterval : 0)
-                                : std::numeric_limits<double>::infinity();
-    state->timers.emplace(key, State::ScheduledTimer{time + interval, interval,
-                                                     repeat == RunLoopRepeat::Forever, std::move(task)});
+    const bool repeats = repeat == RunLoopRepeat::Forever;
+    const double interval = std::isfinite(seconds) ? std::max(seconds, repeats ? smallestInterval : 0)
+                                                   : std::numeric_limits<double>::infinity();
+    state->timers.emplace(key, State::ScheduledTimer{time + interval, interval, repeats, std::move(task)});
     return std::make_unique<Entry<RunLoopTimer>>(state, key);
 }
 
@@ -143,7 +142,7 @@ std::unique_ptr<RunLoopWatch> VirtualRunLoop::watchDescriptor(int descriptor, Ru
 {
     struct stat about {
     };
-    if (!hasRoomForWatches || ::fstat(descriptor, &about) != 0 || S_ISREG(about.st_mode))
+    if (::fstat(descriptor, &about) != 0 || S_ISREG(about.st_mode))
         return nullptr; // as epoll has it
     const auto key = ++state->lastKey;
     state->watches.emplace(key, State::Watched{descriptor, interest, std::move(handler)});
@@ -158,8 +157,6 @@ std::chrono::system_clock::time_point VirtualRunLoop::timeOfDay() const
 
 bool VirtualRunLoop::fireDueTimer(double until)
 {
-    if (const auto happening = std::exchange(beforeTimers, nullptr))
-        happening();
     auto next = state->timers.end();
     for (auto timer = state->timers.begin(); timer != state->timers.end(); ++timer)
         if (timer->second.due <= until + 1e-9 &&
@@ -169,10 +166,8 @@ bool VirtualRunLoop::fireDueTimer(double until)
         return false;
     time = std::max(time, next->second.due);
     const auto task = next->second.task;
-    if (next->second.repeats)
-        next->second.due = time + next->second.interval;
-    else
-        next->second.due = std::numeric_limits<double>::infinity();
+    next->second.due =
+        next->second.repeats ? time + next->second.interval : std::numeric_limits<double>::infinity();
     task();
     return true;
 }

@@ -54,10 +54,6 @@ public:
 
     /// What `timeOfDay` answers when `now` is 0.
     std::chrono::system_clock::time_point startOfTime{};
-    /// False: no descriptor can be watched any more, as on a machine that is short of memory.
-    bool hasRoomForWatches = true;
-    /// Called once, after the descriptors are looked at and before any timer fires.
-    Task beforeTimers;
     /// Every pause asked for, in seconds.
     std::vector<double> slept;
     /// Called at each.

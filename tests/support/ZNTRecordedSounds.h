@@ -13,7 +13,7 @@ struct ZNTRecordedSound final : ZNTSoundObject, std::enable_shared_from_this<ZNT
     std::string source; ///< the file's path, or the URL
     float volume = 1;
     bool loops = false;
-    int timesPlayed = 0, timesSoughtToStart = 0;
+    int timesPlayed = 0;
     bool playsNow = false;
     bool isHere = true;
     std::function<void(bool isLoaded)> whenLoaded;
@@ -40,7 +40,7 @@ struct ZNTRecordedSound final : ZNTSoundObject, std::enable_shared_from_this<ZNT
         return true;
     }
     void setVolume(float newVolume) override { volume = newVolume; }
-    void setCurrentTime(double seconds) override { timesSoughtToStart += seconds == 0 ? 1 : 0; }
+    void setCurrentTime(double) override {}
     void setLoops(bool newLoops) override { loops = newLoops; }
     void setDelegate(std::weak_ptr<ZNTSoundDelegate> newDelegate) override
     {
@@ -60,12 +60,6 @@ struct ZNTRecordedSound final : ZNTSoundObject, std::enable_shared_from_this<ZNT
         if (loaded)
             loaded(isFound);
         return loaded != nullptr;
-    }
-    /// Comes to the end of this play.
-    void finish()
-    {
-        playsNow = false;
-        notice(/*finished=*/true);
     }
 };
 
@@ -106,8 +100,8 @@ struct ZNTRecordedSounds : ZNTSilentSounds {
     {
         for (; isPlaying() && rounds > 0; --rounds)
             for (const auto& sound : made)
-                if (sound->playsNow)
-                    sound->finish();
+                if (std::exchange(sound->playsNow, false))
+                    sound->notice(/*finished=*/true);
     }
 
 private:

@@ -12,7 +12,6 @@
 
 namespace
 {
-constexpr std::size_t longestPiece = 1 << 16;
 constexpr int smallBuffer = 4096, on = 1;
 } // namespace
 
@@ -107,7 +106,7 @@ void ZNTScriptedPeer::dropClient()
 void ZNTScriptedPeer::serve(RunLoopInterest ready)
 {
     if (includes(ready, RunLoopInterest::Readable) && isReading && !clientClosed) {
-        std::array<char, longestPiece> piece;
+        std::array<char, 1 << 16> piece;
         const ssize_t count = ::recv(client, piece.data(), piece.size(), 0);
         receivedBytes.append(piece.data(), static_cast<std::size_t>(count > 0 ? count : 0));
         clientClosed = count == 0 || (count < 0 && errno != EAGAIN);

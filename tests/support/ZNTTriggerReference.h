@@ -7,20 +7,10 @@
 #include "ZNTTrigger.h"
 #include "ZNTTriggerList.h"
 
-#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-/// Whether a trigger reached its limit of time, as it can on a busy machine. It answers less than it would
-/// then.
-inline bool hasSlowTrigger(const std::vector<std::string>& log)
-{
-    return std::any_of(log.begin(), log.end(), [](const std::string& line) {
-        return line.find("took too long") != std::string::npos;
-    });
-}
 
 /// What triggers answer if ICU alone does all the work: each expression is built, compiled and run anew, and
 /// ICU puts the commands together. A template that is ill-formed ends its trigger; the matches before it
@@ -107,7 +97,11 @@ inline std::string differenceFromIcu(const std::vector<ZNTTrigger>& triggers, ZN
     const bool isGagged = actions.passOver(list, text);
     inParts.hasTime = false; // the turn ends wherever the pass asks
     const bool isGaggedInParts = inParts.passOver(list, text);
-    if (reference.isSlow || hasSlowTrigger(log.lines))
+    // On a busy machine a trigger can reach its limit of time. It answers less than it would then.
+    for (const auto& line : log.lines)
+        if (line.find("took too long") != std::string::npos)
+            return "";
+    if (reference.isSlow)
         return "";
     if (actions.done != reference.commands)
         return "the commands differ";
