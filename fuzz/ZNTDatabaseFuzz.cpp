@@ -1,7 +1,6 @@
 #include "FuzzInput.h"
 #include "ZNTDatabaseHelper.h"
-#include "ZNTPlatformLog.h"
-#include "ZNTTemporaryFolder.h"
+#include "ZNTTestPlatform.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -17,10 +16,6 @@ namespace
 constexpr const char* file = "Library/Zantor/database/.zantorDB.db";
 /// How many thousand steps a foreign schema may take to make.
 constexpr std::size_t mostThousandSteps = 1'000;
-
-struct SilentLog final : ZNTPlatformLog {
-    void log(std::string_view) override {}
-};
 
 /// Every operation, whatever it finds.
 void useEverything(ZNTDatabaseHelper& store)
@@ -57,7 +52,7 @@ void useEverything(ZNTDatabaseHelper& store)
 struct Home {
     ZNTTemporaryFolder home;
     ZNTFilePlaces places{home.path(), ZNTFilePlaces::forThisProcess().resources, home.path("cache")};
-    SilentLog log;
+    ZNTRecordedLog log;
     std::string used;
 
     Home()
@@ -136,6 +131,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         home.home.write(file, kind == 'S' ? home.used : damaged(home.used, input));
     if (kind == 'S')
         home.run(std::string(input.rest()));
+    home.log.lines.clear();
     ZNTDatabaseHelper store(home.places, home.log);
     useEverything(store);
     return 0;

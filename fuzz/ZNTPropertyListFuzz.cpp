@@ -1,8 +1,7 @@
 #include "FuzzInput.h"
 #include "FuzzRequire.h"
 #include "ZNTDatabaseAndPropertyUpdater.h"
-#include "ZNTPlatformLog.h"
-#include "ZNTTemporaryFolder.h"
+#include "ZNTTestPlatform.h"
 
 #include <filesystem>
 #include <string>
@@ -12,10 +11,6 @@ namespace
 
 constexpr const char* folder = "Library/Zantor/database";
 constexpr const char* file = "Library/Zantor/database/database_properties.plist";
-
-struct SilentLog final : ZNTPlatformLog {
-    void log(std::string_view) override {}
-};
 
 std::string listWith(std::string_view number)
 {
@@ -31,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     static const ZNTTemporaryFolder home;
     static const ZNTFilePlaces places{home.path(), home.path("no resources"), home.path("cache")};
-    SilentLog log;
+    ZNTRecordedLog log;
     const auto bytes = FuzzInput(data, size).rest();
     const bool isNumber = bytes.size() < 10 && bytes.find_first_not_of("0123456789") == bytes.npos;
     const auto content = isNumber ? listWith(bytes) : std::string(bytes);

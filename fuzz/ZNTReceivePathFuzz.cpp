@@ -12,12 +12,6 @@ namespace
 
 using namespace znt::telnet;
 
-/// What is settled for a run before its first byte.
-struct Settings {
-    ZNTStringEncoding encoding = ZNTStringEncoding::Ascii;
-    bool acceptsSounds = false, acceptsCompression = false, isCompressed = false;
-};
-
 constexpr std::size_t refusalsOfCompression = 6; ///< bytes, sent unasked
 constexpr std::size_t mostWaitingUnits = 1;      ///< of a character that the block before cut off
 
@@ -38,12 +32,14 @@ void checkShown(const ZNTAttributedText& shown, std::size_t mostUnits)
 class Receiver
 {
 public:
-    explicit Receiver(const Settings& settings) : encoding(settings.encoding)
+    /// `choices` settle the encoding and what is accepted before the first byte.
+    explicit Receiver(std::uint8_t choices)
+        : encoding(ZNTStringEncodings[choices % ZNTStringEncodings.size()].encoding)
     {
         receiver.startStream();
-        parser.set_isMspOnOff(settings.acceptsSounds);
-        receiver.acceptCompressionOffers(settings.acceptsCompression);
-        if (settings.isCompressed)
+        parser.set_isMspOnOff((choices & 0x10) != 0);
+        receiver.acceptCompressionOffers((choices & 0x20) != 0);
+        if (choices & 0x80)
             static_cast<void>(receiver.switchCompression(true));
     }
 
@@ -90,12 +86,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     FuzzInput input(data, size);
     const auto choices = input.byte();
-    const Settings settings{.encoding = ZNTStringEncodings[choices % ZNTStringEncodings.size()].encoding,
-                            .acceptsSounds = (choices & 0x10) != 0,
-                            .acceptsCompression = (choices & 0x20) != 0,
-                            .isCompressed = (choices & 0x80) != 0};
     const std::size_t longestBlock = choices & 0x40 ? 32 : 65536;
-    Receiver receiver(settings);
+    Receiver receiver(choices);
     while (!input.empty()) {
         const auto cut = input.byte();
         receiver.receive(input.take(1 + cut * longestBlock / 255));

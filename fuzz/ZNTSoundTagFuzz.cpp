@@ -56,12 +56,11 @@ struct Home {
     ZNTFilePlaces places{folder.path(), "", folder.path("cache")};
     CheckedSounds sounds;
 
-    Home() : sounds(prepare(places, folder)) {}
+    Home() : sounds(prepare(places.soundFolder(), folder)) {}
 
 private:
-    static std::string prepare(const ZNTFilePlaces& places, const ZNTTemporaryFolder& folder)
+    static std::string prepare(const std::string& sounds, const ZNTTemporaryFolder& folder)
     {
-        const auto sounds = places.soundFolder();
         for (const auto* name : {"weather/rain.wav", "battle/hit", "dying_groan.wav", "a/b.wav)",
                                  "weather/Donner \xC3\x9C.wav", "weather/re\xCC\x81gen.WAV"})
             folder.write(std::string("Music/Zantor/sounds/").append(name), "sound");
