@@ -52,9 +52,11 @@ TEST(OutputStyle, ColoursAreReversedThenFaintThenConcealed)
 TEST(OutputStyle, TextOfMoreColoursThanCanBeNumberedKeepsAColourAndStaysReadable)
 {
     ZNTOutputStore store;
+    auto text = styled({}, white, black);
     for (int colour = 0; colour < 0x12000; ++colour) {
         const auto channel = [&](int shift) { return static_cast<std::uint8_t>(colour >> shift & 0xFF); };
-        store.append(styled({}, {channel(0), channel(8), channel(16)}, black));
+        text.sets[0].foreground = ZNTColour{channel(0), channel(8), channel(16)};
+        store.append(text);
     }
     store.append(styled({}, {250, 3, 4}, {1, 2, 90}));
     EXPECT_EQ(lastStyle(store).foreground, red);

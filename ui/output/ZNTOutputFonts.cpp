@@ -43,8 +43,14 @@ ZNTOutputFace::ZNTOutputFace(const QFont& font)
     // A height with a fraction would leave gaps between the backgrounds of rows.
     height = std::max(static_cast<int>(std::ceil(std::max(metrics.height(), boldMetrics.height()))), 1);
     ascent_ = static_cast<int>(std::ceil(std::max(metrics.ascent(), boldMetrics.ascent())));
-    for (auto& form : forms)
-        form.isGrid = fillsOneCell(QFontMetricsF(form.font), width);
+}
+
+bool ZNTOutputFace::isGrid(ZNTFaceForm form)
+{
+    auto& asked = forms[form.index()];
+    if (!asked.isGrid)
+        asked.isGrid = fillsOneCell(QFontMetricsF(asked.font), width);
+    return *asked.isGrid;
 }
 
 /// Shaping a character that the font lacks takes longer than drawing it, so its shape is kept.

@@ -11,6 +11,7 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -40,14 +41,14 @@ public:
     [[nodiscard]] int cellHeight() const { return height; }
     [[nodiscard]] int ascent() const { return ascent_; }
     /// A plain character of this form is just one cell wide.
-    [[nodiscard]] bool isGrid(ZNTFaceForm form) const { return forms[form.index()].isGrid; }
+    [[nodiscard]] bool isGrid(ZNTFaceForm form);
     /// Of one cluster that takes so many cells. Good until the next call.
     const Glyphs& glyphsOf(std::u16string_view cluster, int cells, ZNTFaceForm form);
 
 private:
     struct Form {
         QFont font;
-        bool isGrid = true;
+        std::optional<bool> isGrid; // asked for when it is first drawn: few games write slanted text
         QHash<QString, Glyphs> glyphs; // by cluster
     };
     [[nodiscard]] static Glyphs shaped(const QString& cluster, const QFont& font);
