@@ -48,7 +48,7 @@ public:
 private:
     struct Form {
         QFont font;
-        std::optional<bool> isGrid; // asked for when it is first drawn: few games write slanted text
+        std::optional<bool> isGrid;    // asked for when it is first drawn: few games write slanted text
         QHash<QString, Glyphs> glyphs; // by cluster
     };
     [[nodiscard]] static Glyphs shaped(const QString& cluster, const QFont& font);
