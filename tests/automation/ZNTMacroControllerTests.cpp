@@ -100,7 +100,6 @@ protected:
 
 TEST_F(ZNTMacroControllers, TheCurrentGroupIsTheOneNamed)
 {
-    EXPECT_EQ(selector->comboBoxObjectValueForItemAtIndex(1), u"walk");
     EXPECT_EQ(selector->comboBoxObjectValueForItemAtIndex(2), u"");
     comboBox.content = u"\t walk ";
     EXPECT_EQ(currentOid(), groups[1].oid) << "if nothing was picked, the box's own text counts";
@@ -116,16 +115,6 @@ TEST_F(ZNTMacroControllers, TheCurrentGroupIsTheOneNamed)
         EXPECT_EQ(currentOid(), -1);
         EXPECT_TRUE(takeAlerts().starts_with(u"NO MACRO LOADED/"));
     }
-}
-
-TEST_F(ZNTMacroControllers, ANameOfBlanksMakesAGroupWithTheEmptyNameOnce)
-{
-    choose(u"  ");
-    for (const auto* title : {u"Macro Group Created!", u"Macro Name taken"}) {
-        selector->createNewMacroGroup();
-        EXPECT_TRUE(takeAlerts().starts_with(title));
-    }
-    EXPECT_EQ(storedGroups(), u"fight walk  ");
 }
 
 TEST_F(ZNTMacroControllers, DeletingAGroupAsksAndDeletesItsMacros)

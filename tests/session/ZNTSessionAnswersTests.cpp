@@ -1,7 +1,6 @@
 #include "ZNTDeflated.h"
 #include "ZNTSessionFixture.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace
@@ -86,21 +85,6 @@ TEST_F(Answers, WaitForAServerThatDoesNotTakeThemAndSoDoesItsFurtherText)
     EXPECT_TRUE(received == repeated(std::string(1'000, 'x') + "\r\n", matches));
     machine.loop.advance(0.5);
     EXPECT_EQ(silences, 1);
-}
-
-TEST_F(Answers, DoNotPileUpChunkAfterChunkForAServerThatDoesNotTakeThem)
-{
-    addTrigger(u"a", std::u16string(1'000, u'x'));
-    connect();
-    server.stopReading();
-    constexpr int chunks = 30; // with 60 kB of answers each
-    for (int count = 0; count < chunks; ++count)
-        receive(std::string(60, 'a') + "." + goAhead + "\n"); // which goes with the command
-    const auto text = shown();
-    EXPECT_LT(std::count(text.begin(), text.end(), u'.'), chunks);
-    server.resumeReading();
-    EXPECT_EQ(received().size(), chunks * 60U * 1'002);
-    EXPECT_TRUE(shown().ends_with(u"."));
 }
 
 TEST_F(Answers, AreDroppedAtTheEndOfTheirConnectionAndItsTextIsShown)

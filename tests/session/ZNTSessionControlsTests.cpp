@@ -14,18 +14,6 @@ TEST_F(SessionControls, TheSpeechSwitchesFollowTheStateOfTheirMenuItem)
     }
 }
 
-TEST_F(SessionControls, TheRecorderNotesTypedAndResentLines)
-{
-    connect();
-    type(u"before");
-    session().startOrPauseRecording();
-    type(u"north");
-    session().resendLastCommand();
-    session().sendEastToServer(); // a button is not typed
-    EXPECT_EQ(session().recorder().getACopyOfTheCommands(),
-              (std::vector<std::u16string>{u"north", u"north"}));
-}
-
 TEST_F(SessionControls, ADoubleClickSendsTheTextOfTheMacro)
 {
     macros.setNewList(

@@ -153,17 +153,6 @@ TEST_F(SoundObject, EachPlayHasOneNoticeAtItsEndOrAfterAStopAndNeverFromInsideAC
     EXPECT_THAT(notices->finished, ElementsAre(true, false));
 }
 
-TEST_F(SoundObject, AtMostThirtyTwoPlayAtOnce)
-{
-    std::vector<std::shared_ptr<ZNTSoundObject>> all;
-    for (int number = 0; number < 40; ++number) {
-        all.push_back(sound("battle/hit.wav"));
-        all.back()->setLoops(true);
-        EXPECT_EQ(all.back()->play(), number < 32);
-    }
-    EXPECT_TRUE(listenUntil([&] { return loudspeaker.framesOf(32 * hit) > 0; }));
-}
-
 TEST_F(SoundObject, DamagedFilesPlayNothingAndAreNotTriedAgain)
 {
     write("empty.wav", "");

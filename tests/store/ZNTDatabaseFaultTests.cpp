@@ -193,18 +193,4 @@ TEST_F(ZNTDatabaseFaults, AFullDiskKeepsWhatIsStored)
     }
 }
 
-TEST_F(ZNTDatabaseFaults, AFirstRunOnAFullDiskLeavesNoStore)
-{
-    std::filesystem::remove_all(machine.home.path("Library"));
-    expectInChild([&] {
-        fillDisk(100);
-        ZNTDatabaseHelper store(places, machine.log);
-        return store.getAllMudsFromMudList().empty() && machine.log.lines.size() == 1 &&
-               machine.log.lines[0].starts_with("File copy issue ");
-    });
-    EXPECT_FALSE(machine.home.has(files.folder));
-    EXPECT_THAT(storedNames(), IsEmpty());
-    EXPECT_EQ(files.readProperties(), files.counter(3)) << "the next start makes it";
-}
-
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "ZNTTriggerList.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,8 +10,6 @@ struct ZNTRecordedActions final : ZNTTriggerActions {
     std::vector<std::u16string> done;
     /// What every question for more time is answered.
     bool hasTime = true;
-    /// Called with each command after it was noted.
-    std::function<void(std::u16string_view)> whenSent = [](auto) {};
 
     /// A whole pass over `text`, in as many parts as it takes. True if the chunk is gagged.
     bool passOver(ZNTTriggerList& list, std::u16string_view text)
@@ -22,11 +19,7 @@ struct ZNTRecordedActions final : ZNTTriggerActions {
             continue;
         return pass->isGagged();
     }
-    void sendCommand(std::u16string_view command) override
-    {
-        done.emplace_back(command);
-        whenSent(command);
-    }
+    void sendCommand(std::u16string_view command) override { done.emplace_back(command); }
     void playTriggerSound(std::u16string_view fileName) override
     {
         done.push_back(u"sound:" + std::u16string(fileName));
