@@ -3,6 +3,7 @@
 #include "ZNTCommandInterpreter.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDecodeFirstReceiver.h"
+#include "ZNTFullColourParser.h"
 #include "ZNTLogger.h"
 #include "ZNTMSPProcessor.h"
 #include "ZNTOutgoing.h"
@@ -12,10 +13,25 @@
 #include "ZNTSessionSpeech.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTSpeedWalking.h"
+#include "ZNTStandardReceiver.h"
 #include "ZNTTriggerList.h"
 #include "ZNTUpdater.h"
 
 #include <utility>
+
+namespace
+{
+
+ZNTStandardChoices choicesFrom(const ZNTSettings& settings)
+{
+    return {.compression = settings.compression,
+            .sounds = settings.sounds,
+            .isEncodingNamed = settings.isEncodingNamed,
+            .fullColours = settings.fullColours,
+            .tellsScreenReader = settings.tellScreenReader};
+}
+
+} // namespace
 
 ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platform,
                                                        const ZNTSessionScreen& screen,
@@ -35,6 +51,7 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
       commands(std::make_unique<Commands>(*this)),
       commandInterpreter(std::make_unique<ZNTCommandInterpreter>(*commands, *this)),
       _zntParserUtility(std::make_unique<ZNTParserUtility>()),
+      fullColours(std::make_unique<ZNTFullColourParser>()),
       settledReceiver(std::make_unique<ZNTDecodeFirstReceiver>(*_zntParserUtility)),
       receiver(settledReceiver.get()),
       triggers(std::make_unique<ZNTTriggerList>(platform.log, platform.runLoop)),
@@ -116,7 +133,11 @@ void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std:
 {
     services.sounds.setGameAddress(host);
     farewellTimer.reset(); // what is held back from before shows with this game's first words
+    receiver = &chooseReceiver();
     receiver->startStream();
+    mudServerTextSentBuffer.setBlanks(receiver->keepsBlanks() ? ZNTHeldBackText::Blanks::Kept
+                                                              : ZNTHeldBackText::Blanks::Trimmed);
+    fullColours->reset();
     isHintGiven = false;
     screen.myProgressIndicator->stopAnimation();
     screen.connectionButton->setTitle(u"Disconnect");
@@ -129,6 +150,17 @@ void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std:
     chunk.giveUpAnswers(); // those of another game, or of the time between
     readNextBlock();
     changed(ZNTSessionChange::State);
+}
+
+/// The choice holds until the next connect: two ways to read one stream would each have half of its state.
+ZNTReceiver& ZNTServerConnectController::chooseReceiver()
+{
+    if (!settings_.standardTelnet)
+        return *settledReceiver;
+    standardReceiver = std::make_unique<ZNTStandardReceiver>(choicesFrom(settings_));
+    const auto size = viewSize.size();
+    static_cast<void>(standardReceiver->windowSizeChanged(size.columns, size.rows)); // nobody has asked yet
+    return *standardReceiver;
 }
 
 void ZNTServerConnectController::reportViewSize(ZNTViewSizeReport::Size size)
@@ -214,12 +246,17 @@ void ZNTServerConnectController::changeEncoding(ZNTStringEncoding encoding)
 void ZNTServerConnectController::changeFont(const ZNTFont& font)
 {
     _zntParserUtility->colours().setFont(font);
+    fullColours->setFont(font);
 }
+
+/// A standard receiver is made from the settings at each connect, so what is switched before that has to
+/// reach the settled one.
+ZNTReceiver& ZNTServerConnectController::switched() { return isConnected_ ? *receiver : *settledReceiver; }
 
 void ZNTServerConnectController::set_isMccpOnOff(bool on)
 {
     settings_.compression = _isMspOnOff_ = on;
-    writeData(receiver->switchCompression(on), ZNTParserUtility::replyTimeout, ZNTOutgoing::replyTag);
+    writeData(switched().switchCompression(on), ZNTParserUtility::replyTimeout, ZNTOutgoing::replyTag);
     wasInflating = receiver->isInflating();
     changed(ZNTSessionChange::Compression); // the switch, also if the stream stays as it is
 }
@@ -227,14 +264,14 @@ void ZNTServerConnectController::set_isMccpOnOff(bool on)
 void ZNTServerConnectController::set_isMspOnOff(bool on)
 {
     settings_.sounds = _isMspOnOff_ = on;
-    writeData(receiver->switchSounds(on), ZNTParserUtility::replyTimeout, ZNTOutgoing::replyTag);
+    writeData(switched().switchSounds(on), ZNTParserUtility::replyTimeout, ZNTOutgoing::replyTag);
     changed(ZNTSessionChange::Sounds);
 }
 
 void ZNTServerConnectController::acceptCompressionOffers(bool accept)
 {
     settings_.compression = _isMspOnOff_ = accept;
-    receiver->acceptCompressionOffers(accept);
+    switched().acceptCompressionOffers(accept);
     changed(ZNTSessionChange::Compression);
 }
 

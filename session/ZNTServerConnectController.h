@@ -23,6 +23,7 @@
 class ZNTCommandInterpreter;
 class ZNTCommandRecorderDataSource;
 class ZNTDatabaseHelper;
+class ZNTFullColourParser;
 class ZNTLogger;
 class ZNTMSPProcessor;
 class ZNTMacroSource;
@@ -37,6 +38,7 @@ class ZNTSpeechEngine;
 class ZNTSpeechReview;
 class ZNTSpeechSynth;
 class ZNTSpeedWalking;
+class ZNTStandardReceiver;
 class ZNTTriggerList;
 struct ZNTReceived;
 
@@ -281,7 +283,11 @@ private:
     void reportViewSize(ZNTViewSizeReport::Size size);
     void endUnreadable(std::u16string_view sentence);
     void takeWhatWasHeldUp(ZNTStream& stream);
-    ZNTAttributedText coloured(std::u16string text);
+    ZNTReceiver& chooseReceiver();
+    ZNTReceiver& switched();
+    /// Carries out the sound tag of a text, takes out what is not to be shown, and gives the rest.
+    std::u16string processed(std::u16string text);
+    ZNTAttributedText coloured(std::u16string gameText);
     void showFarewellInAWhile();
     /// Hands telnet replies and lines to the connection. Without one they are dropped.
     void writeData(std::string_view data, double timeout, long tag);
@@ -330,9 +336,11 @@ private:
     std::unique_ptr<Commands> commands;
     std::unique_ptr<ZNTCommandInterpreter> commandInterpreter;
     std::unique_ptr<ZNTParserUtility> _zntParserUtility;
+    std::unique_ptr<ZNTFullColourParser> fullColours;
     std::unique_ptr<ZNTReceiver> settledReceiver; ///< keeps what is switched while there is no connection
-    ZNTReceiver* receiver;                        ///< of the connection that stands, or stood last
-    ZNTHeldBackText mudServerTextSentBuffer;      ///< received, not yet shown
+    std::unique_ptr<ZNTStandardReceiver> standardReceiver; ///< made anew at each connect that wants it
+    ZNTReceiver* receiver;                                 ///< of the connection that stands, or stood last
+    ZNTHeldBackText mudServerTextSentBuffer;               ///< received, not yet shown
     std::unique_ptr<ZNTTriggerList> triggers;
     std::unique_ptr<Answers> answers;
     ZNTChunkInHand chunk;

@@ -1,4 +1,5 @@
 // The way in: from a received block to shown text.
+#include "ZNTFullColourParser.h"
 #include "ZNTLogger.h"
 #include "ZNTMSPProcessor.h"
 #include "ZNTOutgoing.h"
@@ -125,13 +126,20 @@ void ZNTServerConnectController::noteCompression()
         changed(ZNTSessionChange::Compression);
 }
 
-ZNTAttributedText ZNTServerConnectController::coloured(std::u16string text)
+ZNTAttributedText ZNTServerConnectController::coloured(std::u16string gameText)
+{
+    auto text = processed(std::move(gameText));
+    return settings_.fullColours ? fullColours->attributedText(std::move(text))
+                                 : _zntParserUtility->colours().attributedText(std::move(text));
+}
+
+std::u16string ZNTServerConnectController::processed(std::u16string text)
 {
     if (const auto tag = _zntParserUtility->soundTag(text))
         static_cast<void>(_soundProcessor->processSound(*tag)); // a tag that cannot be understood is dropped
     receiver->stripCommands(text);
     znt::stripSoundTags(text);
-    return _zntParserUtility->colours().attributedText(std::move(text));
+    return text;
 }
 
 // The chunk's way to the player

@@ -139,7 +139,7 @@ void ZNTServerConnectController::insertText(std::u16string_view text, ZNTColour)
 {
     if (text.empty())
         return;
-    const auto result = coloured(std::u16string(text));
+    const auto result = _zntParserUtility->colours().attributedText(processed(std::u16string(text)));
     if (result.empty())
         return;
     speech->speakIfOn(result.text);

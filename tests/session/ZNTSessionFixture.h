@@ -52,16 +52,19 @@ protected:
         if (!controller) {
             controller = std::make_unique<ZNTServerConnectController>(
                 machine.platform, screen,
-                ZNTSessionServices{.database = database,
-                                   .macros = macros,
-                                   .sounds = sounds,
-                                   .speechEngine = speech,
-                                   .screenReader = reader,
-                                   .streams = server.streams(),
-                                   .showZNTCommandRecorderView = [](auto&) {},
-                                   .sessionChanged = [this](ZNTSessionChange) { whenSessionChanges(); },
-                                   .textShown = {},
-                                   .silencePassed = [this] { ++silences; }});
+                ZNTSessionServices{
+                    .database = database,
+                    .macros = macros,
+                    .sounds = sounds,
+                    .speechEngine = speech,
+                    .screenReader = reader,
+                    .streams = server.streams(),
+                    .showZNTCommandRecorderView = [](auto&) {},
+                    .sessionChanged = [this](ZNTSessionChange) { whenSessionChanges(); },
+                    .textShown = {},
+                    .silencePassed = [this] { ++silences; },
+                    .notice =
+                        [this](const ZNTSessionNotice& notice) { notices.emplace_back(notice.sentence); }});
             controller->awakeFromNib();
         }
         return *controller;
@@ -146,6 +149,7 @@ protected:
     ZNTRecordedSpeech speech;
     ZNTRecordedReader reader;
     int silences = 0;
+    std::vector<std::u16string> notices;
     std::function<void()> whenSessionChanges = [] {};
     ZNTDatabaseHelper database{machine.platform.places, machine.log};
     ZNTMacroGroupDropDownController groups{machine.platform, database, macroGroupBox};
