@@ -4,7 +4,6 @@ Nothing here sleeps for a fixed time: what is waited for is asked again until it
 key is waited for, since Qt hands keys to the accessibility bus before it looks at them itself, but does what a
 shortcut says at once: a shortcut overtakes what was typed before it, and with Alt its own Alt.
 """
-import dataclasses
 import os
 import shutil
 import subprocess
@@ -42,40 +41,26 @@ class GaveUp(Exception):
 
 def wait_for(question, what, limit=LIMIT):
     """The first answer that is not empty; events are taken in meanwhile."""
-    events = GLib.MainContext.default()
     end = time.monotonic() + limit
-    while True:
-        while events.iteration(False):
+    while time.monotonic() < end:
+        while GLib.MainContext.default().iteration(False):
             pass
-        answer = question()
-        if answer:
-            return answer
-        if time.monotonic() > end:
-            raise GaveUp(f"waited in vain for {what}")
+        try:
+            if answer := question():
+                return answer
+        except (AttributeError, GLib.Error):  # an element that is gone, or has not come
+            pass
         time.sleep(0.01)
+    raise GaveUp(f"waited in vain for {what}")
 
 
-def children_of(element):
-    try:
-        children = [element.get_child_at_index(index)
-                    for index in range(min(element.get_child_count(), MOST_CHILDREN))]
-    except GLib.Error:  # it went away meanwhile
-        return []
-    return [child for child in children if child is not None]
-
-
-def everything_below(element):
-    for child in children_of(element):
-        yield child
-        yield from everything_below(child)
-
-
-def shown_below(element):
-    """Qt calls the cells of a table shown even while the table itself is not."""
-    for child in children_of(element):
-        if has(child, State.SHOWING):
+def everything_below(element, isWanted=lambda child: True):
+    """Also below what is wanted only."""
+    for index in range(min(element.get_child_count(), MOST_CHILDREN)):
+        child = element.get_child_at_index(index)
+        if child is not None and isWanted(child):
             yield child
-            yield from shown_below(child)
+            yield from everything_below(child, isWanted)
 
 
 def has(element, *states):
@@ -87,14 +72,6 @@ def describe(element):
     return f"{element.get_role_name()} {element.get_name()!r}"
 
 
-def content(element):
-    """What stands in a field."""
-    try:
-        return Atspi.Text.get_text(element, 0, Atspi.Text.get_character_count(element))
-    except GLib.Error:
-        return element.get_name()  # a box is called by what it holds
-
-
 def action_key(element):
     """The keys of what the element does first, such as "Alt+C"; empty where it has none."""
     try:
@@ -103,31 +80,12 @@ def action_key(element):
         return ""
 
 
-def window_of(element):
-    while element.get_role() not in WINDOWS:
-        element = element.get_parent()
-    return element
-
-
-@dataclasses.dataclass(frozen=True)
-class Stop:
-    """What Tab goes to as one thing."""
-
-    key: str
-    words: str = dataclasses.field(compare=False)  # a box is called by what it holds, which changes
-
-
-def stop_of(element):
-    """The outermost composite around the element, or its group of radio buttons, or the element itself."""
-    if element.get_role() == Role.RADIO_BUTTON:
-        group = element.get_parent()
-        return Stop("in " + group.path, f"the radio buttons of {group.get_name()!r}")
-    outermost, above = element, element
-    while above is not None and above.get_role() not in WINDOWS:
-        if above.get_role() in COMPOSITES:
-            outermost = above
-        above = above.get_parent()
-    return Stop(outermost.path, describe(outermost))
+def up_to_window(element):
+    """The element and all above it, the window last."""
+    chain = [element]
+    while chain[-1].get_role() not in WINDOWS:
+        chain.append(chain[-1].get_parent())
+    return chain
 
 
 class AccessibleProgram:
@@ -144,9 +102,9 @@ class AccessibleProgram:
         self.process = subprocess.Popen(command)
         self.application = wait_for(self._find, "the program on the accessibility bus")
 
-    def end(self):
-        self.process.terminate()
-        self.process.wait(LIMIT)
+    def _find(self):
+        return next((application for application in everything_below(Atspi.get_desktop(0))
+                     if application.get_process_id() == self.process.pid), None)
 
     def _heard(self, event):
         try:
@@ -166,31 +124,26 @@ class AccessibleProgram:
         """Whether a field announces its caret while the focus is known to be elsewhere in its window."""
         if self.focused is None or not has(field, State.FOCUSED):
             return False
-        if window_of(field).path != window_of(self.focused).path:
+        if up_to_window(field)[-1].path != up_to_window(self.focused)[-1].path:
             return False
         parent = field.get_parent()  # the line of a box is not told of itself
         return self.focused.path not in (field.path, parent.path if parent.get_role() == Role.COMBO_BOX else "")
 
-    def _find(self):
-        return next((application for application in children_of(Atspi.get_desktop(0))
-                     if application.get_process_id() == self.process.pid), None)
-
     def wait_for_window(self, title):
         """The window whose title begins so, once it has the focus."""
         def found():
-            try:
-                window = window_of(self.focused)
-            except (AttributeError, GLib.Error):
-                return None
+            window = up_to_window(self.focused)[-1]
             return window if window.get_name().startswith(title) else None
         return wait_for(found, f"the focus in {title!r}")
 
     def stop(self):
-        """Where the focus is."""
+        """Where the focus is, as one thing that Tab goes to: its path and what it is called."""
         try:
-            return stop_of(self.focused)
+            chain = up_to_window(self.focused)[:-1]
+            outermost = next((each for each in reversed(chain) if each.get_role() in COMPOSITES), self.focused)
+            return outermost.path, describe(outermost)
         except GLib.Error:
-            return Stop("", "something that is gone")
+            return "", "something that is gone"
 
     def press(self, *keys):
         subprocess.check_call(["xdotool", "key", *keys])
@@ -198,21 +151,25 @@ class AccessibleProgram:
     def type(self, text):
         """Into a field that is empty or selected."""
         subprocess.check_call(["xdotool", "type", text])
-        wait_for(lambda: content(self.focused) == text, f"{text!r} in {self.stop().words}")
+        wait_for(lambda: self.content() == text, f"{text!r} in {self.stop()[1]}")
+
+    def content(self):
+        """What stands in the field that has the focus."""
+        try:
+            return Atspi.Text.get_text(self.focused, 0, Atspi.Text.get_character_count(self.focused))
+        except GLib.Error:
+            return self.focused.get_name()  # a box is called by what it holds
 
     def press_until(self, key, words, most=60):
         """Again and again, until the focus is on what is called so."""
         for _ in range(most):
-            if self.stop().words == words:
+            if self.stop()[1] == words:
                 return
             self.press_and_follow(key)
         raise GaveUp(f"{key} does not come to {words}")
 
     def press_and_follow(self, key, limit=LIMIT):
-        """The stop that the focus goes to; None where it stays."""
-        before = self.stop()
+        """The stop that the focus goes to."""
+        before = self.stop()[0]
         self.press(key)
-        try:
-            return wait_for(lambda: (now := self.stop()) != before and now, key, limit)
-        except GaveUp:
-            return None
+        return wait_for(lambda: (now := self.stop())[0] != before and now, f"{key} from {before}", limit)
