@@ -17,7 +17,7 @@
 #include <QSocketNotifier>
 #include <QWidget>
 
-#include <cstdio>
+#include <iostream>
 #include <memory>
 #include <string>
 #include <unistd.h>
@@ -54,9 +54,8 @@ struct Probe {
             other.reset();
             window.activateWindow();
         } else if (word == u"state") {
-            std::printf("%s, %s\n", reader.isRunning() ? "running" : "off",
-                        window.isActiveWindow() ? "active" : "inactive");
-            std::fflush(stdout);
+            std::cout << (reader.isRunning() ? "running, " : "off, ")
+                      << (window.isActiveWindow() ? "active" : "inactive") << std::endl;
         }
     }
 };
@@ -79,20 +78,15 @@ int main(int argc, char** argv)
     probe.synth.setUseTimer(false);
     probe.synth.speechOn();
 
-    std::string received;
+    std::ios::sync_with_stdio(false);
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &application, [&] {
-        char bytes[4096];
-        const auto count = read(STDIN_FILENO, bytes, sizeof bytes);
-        if (count <= 0) {
-            QApplication::quit();
-            return;
-        }
-        received.append(bytes, static_cast<std::size_t>(count));
-        for (auto end = received.find('\n'); end != std::string::npos; end = received.find('\n')) {
-            probe.obey(QString::fromStdString(received.substr(0, end)));
-            received.erase(0, end + 1);
-        }
+        std::string line;
+        do {
+            if (!std::getline(std::cin, line))
+                return QApplication::quit();
+            probe.obey(QString::fromStdString(line));
+        } while (std::cin.rdbuf()->in_avail() > 0);
     });
     return QApplication::exec();
 }

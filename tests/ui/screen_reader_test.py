@@ -24,6 +24,8 @@ except (ImportError, ValueError):  # the bindings, or their description of AT-SP
 
 OURS = ":zantor:"
 MARKUP = re.compile("<[^>]*>")  # Orca marks the words
+ANSWERS = {"LIST": ("249-recording\ten\tnone", "249 OK LIST SENT"), "GET": ("251-0", "251 OK GET RETURNED"),
+           "HISTORY": ("245-1", "245 OK CLIENT ID SENT")}
 
 
 class RecordingService(threading.Thread):
@@ -50,23 +52,17 @@ class RecordingService(threading.Thread):
             client.sendall("".join(line + "\r\n" for line in answer).encode())
 
         for line in lines:
-            verb = line.upper()
-            if verb.startswith("SET SELF CLIENT_NAME"):
+            verb = line.upper().partition(" ")[0]
+            if "CLIENT_NAME" in line:
                 name = line.split()[-1]
             if verb == "SPEAK":
                 send("230 OK RECEIVING DATA")
                 body = "\n".join(text.removeprefix(".") for text in iter(lambda: next(lines), "."))
                 self.say(name, body, send)
-            elif verb.startswith(("CHAR ", "KEY ", "SOUND_ICON ")):
+            elif verb in ("CHAR", "KEY", "SOUND_ICON"):
                 self.say(name, line, send)
-            elif verb.startswith("LIST "):
-                send("249-recording\ten\tnone", "249 OK LIST SENT")
-            elif verb.startswith("GET "):
-                send("251-0", "251 OK GET RETURNED")
-            elif verb == "HISTORY GET CLIENT_ID":
-                send("245-1", "245 OK CLIENT ID SENT")
             else:
-                send("200 OK")
+                send(*ANSWERS.get(verb, ["200 OK"]))
 
     def say(self, name, text, send):
         self.said.append((name, MARKUP.sub("", text)))
