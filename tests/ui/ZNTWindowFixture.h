@@ -47,10 +47,9 @@ protected:
     template <typename Widget>
     static Widget& find(QWidget& in, const char* name)
     {
-        auto* found = in.findChild<Widget*>(QString::fromLatin1(name));
-        if (found == nullptr)
-            throw std::runtime_error(std::string("no widget ") + name);
-        return *found;
+        if (auto* found = in.findChild<Widget*>(QString::fromLatin1(name)))
+            return *found;
+        throw std::runtime_error(std::string("no widget ") + name);
     }
     template <typename Widget>
     Widget& find(const char* name)
@@ -63,11 +62,7 @@ protected:
         QTest::keyClick(&widget, key, modifiers);
     }
     /// To whatever has the focus, as a keyboard would.
-    void pressHere(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QWidget* focused = QApplication::focusWidget();
-        QTest::keyClick(focused ? focused : &window, key, modifiers);
-    }
+    static void pressHere(Qt::Key key) { press(*QApplication::focusWidget(), key); }
     static void type(QWidget& widget, const char* text)
     {
         QTest::keyClicks(&widget, QString::fromUtf8(text));
@@ -85,21 +80,16 @@ protected:
         type(field, text);
     }
 
-    /// Types into the cell and ends with Return; the view takes the text, or what of it it allowed, on a
-    /// later turn.
-    static void editCell(QTableView& table, int row, int column, const char* text,
-                         const char* taken = nullptr)
+    /// Types into the cell and ends with Return; the view takes what it allows of the text on a later turn.
+    static void editCell(QTableView& table, int row, int column, const char* text, const char* taken)
     {
         const QModelIndex cell = table.model()->index(row, column);
         table.setFocus();
         table.setCurrentIndex(cell);
         press(table, Qt::Key_F2);
-        auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-        ASSERT_NE(editor, nullptr);
-        fill(*editor, text);
-        press(*editor, Qt::Key_Return);
-        const QString expected = QString::fromUtf8(taken ? taken : text);
-        EXPECT_TRUE(until([&] { return cell.data().toString() == expected; }));
+        type(*QApplication::focusWidget(), text);
+        pressHere(Qt::Key_Return);
+        EXPECT_TRUE(until([&] { return cell.data().toString() == QLatin1String(taken); }));
     }
 
     /// The dialog of that name that is on the screen, or null.

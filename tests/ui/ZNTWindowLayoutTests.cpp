@@ -101,15 +101,6 @@ class ZNTWindowLayout : private DesktopFont, public ZNTWindowFixture, public tes
 {
 protected:
     ZNTWindowLayout() : DesktopFont(GetParam()) {}
-
-    void expectSheetWhole(ZNTActionName opener, const char* name)
-    {
-        action(opener).trigger();
-        QDialog& sheet = waitForDialog(name);
-        expectNothingCut(sheet);
-        press(sheet, Qt::Key_Escape);
-        EXPECT_TRUE(until([name] { return dialog(name) == nullptr; })) << name;
-    }
 };
 
 INSTANTIATE_TEST_SUITE_P(Points, ZNTWindowLayout, testing::Values(8, 11, 14, 24, 48));
@@ -140,11 +131,21 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
     expectNothingCut(waitForDialog("ZNTAddMacroView"));
     find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
     window.macroTable->selectRow(0);
-    expectSheetWhole("editMacro", "ZNTEditMacroView");
-    expectSheetWhole("showZNTMudListController", "ZNTMudListView");
-    expectSheetWhole("doneRecording", "ZNTCommandRecorderView2");
-    expectSheetWhole("keyboardMap", "keyboardPage");
-    expectSheetWhole("about", "aboutPage");
+    const struct {
+        ZNTActionName opener;
+        const char* name;
+    } sheets[] = {{"editMacro", "ZNTEditMacroView"},
+                  {"showZNTMudListController", "ZNTMudListView"},
+                  {"doneRecording", "ZNTCommandRecorderView2"},
+                  {"keyboardMap", "keyboardPage"},
+                  {"about", "aboutPage"}};
+    for (const auto& [opener, name] : sheets) {
+        action(opener).trigger();
+        QDialog& sheet = waitForDialog(name);
+        expectNothingCut(sheet);
+        press(sheet, Qt::Key_Escape);
+        EXPECT_TRUE(until([name = name] { return dialog(name) == nullptr; }));
+    }
     action("showPreferencesView").trigger();
     QDialog& preferences = waitForDialog("PreferencesView");
     auto& tabs = find<QTabWidget>(preferences, "tabView");
