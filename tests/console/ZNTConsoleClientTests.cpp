@@ -133,7 +133,6 @@ TEST_F(ZNTConsoleClientTest, LinesThatCannotBeSentMakeTheExitCodeOne)
 {
     start();
     type("look");
-    type("/help quit");
     endInput();
     settle();
     EXPECT_THAT(exitCodes, ElementsAre(1));
@@ -225,7 +224,6 @@ TEST_F(ZNTConsoleClientTest, CompressionAndSoundAreAskedFor)
     type("/msp on");
     type("/mccp off");
     EXPECT_EQ(received(), "\xFF\xFD\x56\xFF\xFD\x5A\xFF\x19\x56");
-    EXPECT_THAT(output, EndsWith("Hello\n")) << "what is not compressed is read as it is";
 }
 
 } // namespace

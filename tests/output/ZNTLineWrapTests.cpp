@@ -34,7 +34,7 @@ TEST(LineWrap, RowsBreakWhereAReaderWouldBreakThem)
         {"marks stay with their letter", u"abcde\u0301f", 5, {u"abcde\u0301", u"f"}},
         {"pairs are one wide", u"ab\U0001F600\U0001F600", 5, {u"ab\U0001F600", u"\U0001F600"}},
         {"tab stops", u"a\tb\tc", 16, {u"a\tb\t", u"c"}},
-        {"tab stops, and one more column", u"a\tb\tc", 17, {u"a\tb\tc"}},
+        {"tab stops and one column", u"a\tb\tc", 17, {u"a\tb\tc"}},
     };
     for (const auto& [what, line, columns, rows] : cases) {
         SCOPED_TRACE(what);
