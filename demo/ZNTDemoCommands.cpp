@@ -43,6 +43,8 @@ std::optional<ZNTDemoDirection> ZNTDemoCommands::directionCalled(std::u16string_
 
 void ZNTDemoCommands::handleLine(ZNTDemoPlayer& player, std::u16string_view line)
 {
+    if (!player.wantedName.empty())
+        return village.takePassword(player, line);
     auto rest = znt::trimmedOfBlanks(line);
     const auto typed = takeWord(rest);
     const auto word = lowerCased(typed);
@@ -84,7 +86,14 @@ void ZNTDemoCommands::handleLine(ZNTDemoPlayer& player, std::u16string_view line
         return flood(player, rest);
     if (word == u"quit")
         return player.audience.hangUp(texts.phrase(ZNTDemoPhrase::Farewell));
-    village.tell(player, ZNTDemoPhrase::UnknownWord, typed.substr(0, longestEcho));
+    village.tell(player, ZNTDemoPhrase::UnknownWord, startOf(typed, longestEcho));
+}
+
+void ZNTDemoCommands::handleTooLongLine(ZNTDemoPlayer& player)
+{
+    if (!player.wantedName.empty())
+        village.takePassword(player, {});
+    village.tell(player, ZNTDemoPhrase::LineTooLong);
 }
 
 void ZNTDemoCommands::look(ZNTDemoPlayer& player, std::u16string_view rest)

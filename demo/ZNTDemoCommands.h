@@ -14,6 +14,8 @@ public:
 
     /// Answers every line. An empty line gets a prompt.
     void handleLine(ZNTDemoPlayer& player, std::u16string_view line);
+    /// Answers a line that was too long to be kept.
+    void handleTooLongLine(ZNTDemoPlayer& player);
 
 private:
     [[nodiscard]] std::optional<ZNTDemoDirection> directionCalled(std::u16string_view word) const;

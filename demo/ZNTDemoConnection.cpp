@@ -36,14 +36,15 @@ ZNTDemoConnection::ZNTDemoConnection(const Game& game, int descriptor,
     : game(game),
       descriptor(descriptor),
       whenOver(std::move(whenOver)),
-      telnetInput(*this)
+      telnetInput(*this),
+      options(*this),
+      traits(game.encoding == ZNTStringEncoding::Utf8)
 {
     const int on = 1;
     setsockopt(descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     watch = game.runLoop.watchDescriptor(descriptor, RunLoopInterest::Readable,
                                          [this](RunLoopInterest ready) { onReady(ready); });
-    write(telnet::command(telnet::WILL, telnet::option::CompressionV2) +
-          telnet::command(telnet::WILL, telnet::option::Sound));
+    options.offer(ZNTDemoOfferTime::AtOnce);
     player = &game.village.enter(*this);
     if (!watch)
         finish();
@@ -64,8 +65,7 @@ void ZNTDemoConnection::showParagraph(std::u16string_view text)
     std::u16string paragraph = u"\n";
     if (!text.empty())
         paragraph.append(text).append(u"\n");
-    paragraph += game.texts.phrase(ZNTDemoPhrase::Prompt);
-    write(encoded(paragraph) + telnet::endOfPrompt());
+    write(encodedPrompt(paragraph));
 }
 
 void ZNTDemoConnection::showFlood(int lines)
@@ -87,13 +87,25 @@ void ZNTDemoConnection::continueFlood()
         if (floodLine < floodLines)
             writeText(lines);
         else
-            write(encoded(lines + std::u16string(game.texts.phrase(ZNTDemoPhrase::Prompt))) +
-                  telnet::endOfPrompt());
+            write(encodedPrompt(lines));
     }
 }
 
+ZNTDemoScreen ZNTDemoConnection::screen() const
+{
+    auto screen = traits.screen();
+    screen.canHideTyping = options.isTelnetSpoken();
+    return screen;
+}
+
+/// A client does not show what is typed while the game says that it does that itself (RFC 857).
+void ZNTDemoConnection::hideTyping(bool hide) { options.want(telnet::option::Echo, hide); }
+
+bool ZNTDemoConnection::hearsSounds() const { return options.isOn(telnet::option::Sound); }
+
 void ZNTDemoConnection::endCompression()
 {
+    options.want(telnet::option::CompressionV2, false);
     output.endCompression();
     watchForWhatMatters();
 }
@@ -112,7 +124,7 @@ void ZNTDemoConnection::hangUp(std::u16string_view farewell)
 
 void ZNTDemoConnection::onLine(std::string_view bytes)
 {
-    const auto text = znt::decodedText(bytes, game.encoding);
+    const auto text = znt::decodedText(bytes, encoding());
     // If the bytes are no text in this encoding, they are decoded one by one, so that every line gets an
     // answer.
     game.commands.handleLine(
@@ -120,21 +132,36 @@ void ZNTDemoConnection::onLine(std::string_view bytes)
         withoutControls(text ? *text : znt::decodedText(bytes, ZNTStringEncoding::Ascii).value_or(u"")));
 }
 
-void ZNTDemoConnection::onLineTooLong() { game.village.tell(*player, ZNTDemoPhrase::LineTooLong); }
+void ZNTDemoConnection::onLineTooLong() { game.commands.handleTooLongLine(*player); }
 
-void ZNTDemoConnection::onOption(unsigned char verb, unsigned char option)
+void ZNTDemoConnection::onOption(unsigned char verb, unsigned char option) { options.receive(verb, option); }
+
+void ZNTDemoConnection::onSubnegotiation(unsigned char option, std::string_view content)
 {
-    const bool isRefusal = verb == telnet::DONT || verb == telnet::Refusal;
-    if (option == telnet::option::Sound && (verb == telnet::DO || isRefusal))
-        soundsAreOn = verb == telnet::DO;
-    else if (option == telnet::option::CompressionV2 && verb == telnet::DO)
+    write(traits.receive(option, content));
+}
+
+void ZNTDemoConnection::sendCommand(unsigned char verb, unsigned char option)
+{
+    write(telnet::command(verb, option));
+}
+
+void ZNTDemoConnection::onOptionSwitched(const ZNTDemoOption& option, unsigned char verb)
+{
+    if (option.code == telnet::option::CompressionV2)
+        switchCompression(verb);
+    else if (option.code == telnet::option::TerminalType && verb == telnet::WILL)
+        write(traits.askForTerminalType());
+    else if (option.code == telnet::option::Charset && verb == telnet::DO)
+        write(traits.askForUnicode());
+}
+
+void ZNTDemoConnection::switchCompression(unsigned char verb)
+{
+    if (verb == telnet::DO)
         announceCompression();
-    else if (option == telnet::option::CompressionV2 && isRefusal)
+    else
         refuseCompression(verb);
-    else if (verb == telnet::DO)
-        write(telnet::command(telnet::WONT, option));
-    else if (verb == telnet::WILL)
-        write(telnet::command(telnet::DONT, option));
 }
 
 void ZNTDemoConnection::announceCompression()
@@ -142,6 +169,10 @@ void ZNTDemoConnection::announceCompression()
     if (output.isCompressing() || compressionDelay)
         return;
     write(telnet::startOfCompression());
+    if (options.isTelnetSpoken()) {
+        output.startCompressionVisibly();
+        return;
+    }
     compressionDelay = game.runLoop.startTimer(secondsBeforeCompression, RunLoopRepeat::Once,
                                                [this] { beginCompression(); });
 }
@@ -176,9 +207,24 @@ std::string ZNTDemoConnection::encoded(std::u16string_view text) const
     for (const char16_t unit : text) {
         if (unit == u'\n')
             lines += u'\r';
-        lines += unit;
+        // A client that does not speak telnet would take the letter of this number for a command.
+        if (unit != telnet::IAC || options.isTelnetSpoken() || encoding() == ZNTStringEncoding::Utf8)
+            lines += unit;
     }
-    return znt::encodedText(lines, game.encoding);
+    if (traits.screen().colours == ZNTDemoColours::None)
+        lines = withoutColours(lines);
+    return telnet::doubled(znt::encodedText(lines, encoding()));
+}
+
+std::string ZNTDemoConnection::encodedPrompt(std::u16string_view before) const
+{
+    return encoded(std::u16string(before).append(game.texts.phrase(ZNTDemoPhrase::Prompt))) +
+           telnet::endOfPrompt(options.isOn(telnet::option::EndOfRecord));
+}
+
+ZNTStringEncoding ZNTDemoConnection::encoding() const
+{
+    return traits.screen().hasEveryCharacter ? ZNTStringEncoding::Utf8 : game.encoding;
 }
 
 void ZNTDemoConnection::write(std::string_view bytes)

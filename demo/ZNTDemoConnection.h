@@ -1,7 +1,9 @@
 #pragma once
 
 #include "RunLoop.h"
+#include "ZNTDemoClientTraits.h"
 #include "ZNTDemoCommands.h"
+#include "ZNTDemoOptions.h"
 #include "ZNTDemoOutput.h"
 #include "ZNTDemoPlayer.h"
 #include "ZNTDemoTelnet.h"
@@ -15,7 +17,9 @@
 ///
 /// While a player does not read, his lines wait; if too much waits for him, he is dropped. A flood is made
 /// only as fast as it is read. So no player costs more than a few MiB.
-class ZNTDemoConnection final : public ZNTDemoAudience, private ZNTDemoTelnetListener
+class ZNTDemoConnection final : public ZNTDemoAudience,
+                                private ZNTDemoTelnetListener,
+                                private ZNTDemoOptionsListener
 {
 public:
     struct Game {
@@ -34,7 +38,9 @@ public:
 
     void showParagraph(std::u16string_view text) override;
     void showFlood(int lines) override;
-    [[nodiscard]] bool hearsSounds() const override { return soundsAreOn; }
+    [[nodiscard]] ZNTDemoScreen screen() const override;
+    void hideTyping(bool hide) override;
+    [[nodiscard]] bool hearsSounds() const override;
     [[nodiscard]] bool isCompressed() const override { return output.isCompressing(); }
     void endCompression() override;
     void hangUp(std::u16string_view farewell) override;
@@ -43,6 +49,9 @@ private:
     void onLine(std::string_view bytes) override;
     void onLineTooLong() override;
     void onOption(unsigned char verb, unsigned char option) override;
+    void onSubnegotiation(unsigned char option, std::string_view content) override;
+    void sendCommand(unsigned char verb, unsigned char option) override;
+    void onOptionSwitched(const ZNTDemoOption& option, unsigned char verb) override;
 
     void onReady(RunLoopInterest ready);
     void receive();
@@ -52,12 +61,15 @@ private:
     void continueFlood();
     void finish();
 
+    void switchCompression(unsigned char verb);
     void announceCompression();
     void beginCompression();
     void refuseCompression(unsigned char verb);
     void write(std::string_view bytes);
     void writeText(std::u16string_view text);
+    [[nodiscard]] ZNTStringEncoding encoding() const;
     [[nodiscard]] std::string encoded(std::u16string_view text) const;
+    [[nodiscard]] std::string encodedPrompt(std::u16string_view before) const;
     void watchForWhatMatters();
 
     Game game;
@@ -66,13 +78,14 @@ private:
     ZNTDemoPlayer* player = nullptr;
 
     ZNTDemoTelnetInput telnetInput;
+    ZNTDemoOptions options;
+    ZNTDemoClientTraits traits;
     std::string unhandled;
     ZNTDemoOutput output;
     /// Bytes that were written while the start of compression must travel alone.
     std::string held;
     std::unique_ptr<RunLoopTimer> compressionDelay;
 
-    bool soundsAreOn = false;
     bool isHangingUp = false;
     bool isOver = false;
     bool isShutDown = false;

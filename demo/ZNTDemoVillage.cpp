@@ -1,5 +1,6 @@
 #include "ZNTDemoVillage.h"
 
+#include "ZNTDemoGallery.h"
 #include "ZNTDemoWords.h"
 
 #include <algorithm>
@@ -13,8 +14,6 @@ namespace
 
 constexpr double secondsBetweenKicks = 12;
 constexpr double secondsBetweenBobsSteps = 20;
-constexpr std::size_t columns = 76;
-constexpr std::size_t longestName = 20;
 
 constexpr std::u16string_view titleColour = u"1;33";
 constexpr std::u16string_view exitsColour = u"0;36";
@@ -66,6 +65,7 @@ ZNTDemoPlayer& ZNTDemoVillage::enter(ZNTDemoAudience& audience)
     auto& player = *players.back();
     startEvents();
     const auto welcome = filled(texts.phrase(ZNTDemoPhrase::Welcome), player.name);
+    const auto columns = audience.screen().columns;
     audience.showParagraph(coloured(u"1;32", wrapped(welcome, columns)) + u"\n" +
                            wrapped(texts.phrase(ZNTDemoPhrase::WelcomeHint), columns) + u"\n\n" +
                            roomText(player));
@@ -90,10 +90,7 @@ void ZNTDemoVillage::leave(ZNTDemoPlayer& player)
 
 void ZNTDemoVillage::describeRoom(ZNTDemoPlayer& player) { player.audience.showParagraph(roomText(player)); }
 
-void ZNTDemoVillage::listExits(ZNTDemoPlayer& player)
-{
-    player.audience.showParagraph(exitsText(player.room));
-}
+void ZNTDemoVillage::listExits(ZNTDemoPlayer& player) { player.audience.showParagraph(exitsText(player)); }
 
 void ZNTDemoVillage::go(ZNTDemoPlayer& player, ZNTDemoDirection direction)
 {
@@ -125,21 +122,6 @@ void ZNTDemoVillage::listPlayers(ZNTDemoPlayer& player)
         names.push_back(each.get() == &player ? filled(texts.phrase(ZNTDemoPhrase::You), each->name)
                                               : each->name);
     tell(player, ZNTDemoPhrase::WhoIsThere, list(names));
-}
-
-void ZNTDemoVillage::rename(ZNTDemoPlayer& player, std::u16string_view name)
-{
-    if (name.empty() || name.size() > longestName || !std::all_of(name.begin(), name.end(), isLetter)) {
-        tell(player, ZNTDemoPhrase::NameHow);
-        return;
-    }
-    if (isTaken(name, &player)) {
-        tell(player, ZNTDemoPhrase::NameTaken);
-        return;
-    }
-    const auto before = std::exchange(player.name, std::u16string(name));
-    tell(player, ZNTDemoPhrase::NameIs, name);
-    tellOthersIn(player.room, &player, ZNTDemoPhrase::SomeoneIsNowCalled, before, name);
 }
 
 void ZNTDemoVillage::listCarried(ZNTDemoPlayer& player)
@@ -179,7 +161,8 @@ void ZNTDemoVillage::lookAt(ZNTDemoPlayer& player, std::u16string_view word)
         return each.carrier == &player || (each.carrier == nullptr && each.room == player.room);
     });
     if (thing)
-        player.audience.showParagraph(wrapped(texts.thingDescription(*thing), columns));
+        player.audience.showParagraph(
+            wrapped(texts.thingDescription(*thing), player.audience.screen().columns));
     else if (isCalled(ZNTDemoPhrase::Guide, word) && player.room == firstRoom)
         tell(player, ZNTDemoPhrase::GuideText, u"%1"); // the guide quotes the placeholder itself
     else if (isCalled(ZNTDemoPhrase::Goblin, word) && player.room == ZNTDemoRoom::GoblinDitch)
@@ -232,7 +215,8 @@ void ZNTDemoVillage::showSound(ZNTDemoPlayer& player)
 {
     const bool hears = player.audience.hearsSounds();
     player.audience.showParagraph(
-        std::u16string(texts.phrase(hears ? ZNTDemoPhrase::SoundOn : ZNTDemoPhrase::SoundOff)) +
+        wrapped(texts.phrase(hears ? ZNTDemoPhrase::SoundOn : ZNTDemoPhrase::SoundOff),
+                player.audience.screen().columns) +
         soundFor(player, groan));
 }
 
@@ -242,7 +226,8 @@ void ZNTDemoVillage::tell(ZNTDemoPlayer& player, ZNTDemoPhrase phrase, std::u16s
     const auto colour = colourOf(phrase);
     const auto text = filled(texts.phrase(phrase), first, second);
     // Spoken words stay one line, however long, because a trigger may wait for them.
-    player.audience.showParagraph(colour.empty() ? wrapped(text, columns) : coloured(colour, text));
+    player.audience.showParagraph(colour.empty() ? wrapped(text, player.audience.screen().columns)
+                                                 : coloured(colour, text));
 }
 
 void ZNTDemoVillage::forOthersIn(ZNTDemoRoom room, const ZNTDemoPlayer* except, const Listener& listener)
@@ -260,13 +245,22 @@ void ZNTDemoVillage::tellOthersIn(ZNTDemoRoom room, const ZNTDemoPlayer* except,
 
 std::u16string ZNTDemoVillage::roomText(const ZNTDemoPlayer& player) const
 {
-    auto text = coloured(titleColour, texts.roomName(player.room));
+    const auto screen = player.audience.screen();
+    auto text = coloured(titleColour, wrapped(texts.roomName(player.room), screen.columns));
     if (player.room == ZNTDemoRoom::Crypt)
         text += soundFor(player, groan);
-    text += u"\n" + wrapped(texts.roomDescription(player.room), columns);
-    text += u"\n" + exitsText(player.room);
-    const auto add = [&](std::u16string_view colour, std::u16string_view line) {
-        text += u"\n" + coloured(colour, line);
+    text += u"\n" + wrapped(texts.roomDescription(player.room), screen.columns);
+    if (player.room == ZNTDemoRoom::Gallery)
+        text += galleryText(texts, screen);
+    return text + u"\n" + exitsText(player) + presenceText(player);
+}
+
+std::u16string ZNTDemoVillage::presenceText(const ZNTDemoPlayer& player) const
+{
+    std::u16string text;
+    const auto add = [&, columns = player.audience.screen().columns](std::u16string_view colour,
+                                                                     std::u16string_view line) {
+        text += u"\n" + coloured(colour, wrapped(line, columns));
     };
     for (const auto thing : allThings) {
         const auto& lying = things[static_cast<std::size_t>(thing)];
@@ -285,13 +279,14 @@ std::u16string ZNTDemoVillage::roomText(const ZNTDemoPlayer& player) const
     return text;
 }
 
-std::u16string ZNTDemoVillage::exitsText(ZNTDemoRoom room) const
+std::u16string ZNTDemoVillage::exitsText(const ZNTDemoPlayer& player) const
 {
     std::vector<std::u16string> exits;
     for (const auto direction : allDirections)
-        if (roomInDirection(room, direction))
+        if (roomInDirection(player.room, direction))
             exits.emplace_back(texts.direction(direction));
-    return coloured(exitsColour, wrapped(filled(texts.phrase(ZNTDemoPhrase::Exits), list(exits)), columns));
+    return coloured(exitsColour, wrapped(filled(texts.phrase(ZNTDemoPhrase::Exits), list(exits)),
+                                         player.audience.screen().columns));
 }
 
 std::u16string ZNTDemoVillage::list(const std::vector<std::u16string>& items) const
@@ -304,31 +299,6 @@ std::u16string ZNTDemoVillage::list(const std::vector<std::u16string>& items) co
         text += items[i];
     }
     return text;
-}
-
-std::u16string ZNTDemoVillage::freeName() const
-{
-    // Past the end of the list the names come again with letters added: names are letters only, so that a
-    // trigger's word matches them whole.
-    std::u16string ending;
-    for (;;) {
-        auto names = texts.phrase(ZNTDemoPhrase::Names);
-        while (!names.empty()) {
-            auto name = std::u16string(takeWord(names)) + ending;
-            if (!isTaken(name, nullptr))
-                return name;
-        }
-        ending += u'a';
-    }
-}
-
-bool ZNTDemoVillage::isTaken(std::u16string_view name, const ZNTDemoPlayer* by) const
-{
-    return isCalled(ZNTDemoPhrase::Bob, name) || isCalled(ZNTDemoPhrase::Goblin, name) ||
-           isCalled(ZNTDemoPhrase::Guide, name) ||
-           std::any_of(players.begin(), players.end(), [&](const auto& each) {
-               return each.get() != by && equalsIgnoringCase(each->name, name);
-           });
 }
 
 bool ZNTDemoVillage::isCalled(ZNTDemoPhrase name, std::u16string_view word) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RunLoop.h"
+#include "ZNTDemoPasswords.h"
 #include "ZNTDemoPlayer.h"
 #include "ZNTDemoTexts.h"
 
@@ -29,7 +30,11 @@ public:
     void go(ZNTDemoPlayer& player, ZNTDemoDirection direction);
     void say(ZNTDemoPlayer& player, std::u16string_view words);
     void listPlayers(ZNTDemoPlayer& player);
+    /// If the player's client can hide what he types, he is asked for the password of the name. A name that
+    /// has one is given to nobody else.
     void rename(ZNTDemoPlayer& player, std::u16string_view name);
+    /// Takes the answer of a player who wants a name. An empty one leaves his name as it is.
+    void takePassword(ZNTDemoPlayer& player, std::u16string_view password);
 
     void listCarried(ZNTDemoPlayer& player);
     void take(ZNTDemoPlayer& player, std::u16string_view word);
@@ -59,8 +64,10 @@ private:
     void tellOthersIn(ZNTDemoRoom room, const ZNTDemoPlayer* except, ZNTDemoPhrase phrase,
                       std::u16string_view first = {}, std::u16string_view second = {});
     [[nodiscard]] std::u16string roomText(const ZNTDemoPlayer& player) const;
-    [[nodiscard]] std::u16string exitsText(ZNTDemoRoom room) const;
+    [[nodiscard]] std::u16string presenceText(const ZNTDemoPlayer& player) const;
+    [[nodiscard]] std::u16string exitsText(const ZNTDemoPlayer& player) const;
     [[nodiscard]] std::u16string list(const std::vector<std::u16string>& items) const;
+    void giveName(ZNTDemoPlayer& player, std::u16string_view name);
     [[nodiscard]] std::u16string freeName() const;
     [[nodiscard]] bool isTaken(std::u16string_view name, const ZNTDemoPlayer* by) const;
     [[nodiscard]] bool isCalled(ZNTDemoPhrase name, std::u16string_view word) const;
@@ -78,6 +85,7 @@ private:
     const ZNTDemoTexts& texts;
     std::vector<std::unique_ptr<ZNTDemoPlayer>> players;
     std::array<Thing, znt::demo::thingCount> things;
+    ZNTDemoPasswords passwords;
     ZNTDemoRoom bobsRoom;
     std::size_t nextVictim = 0;
     std::unique_ptr<RunLoopTimer> goblinTimer;

@@ -12,7 +12,7 @@ using testing::StartsWith;
 namespace
 {
 
-const std::string prompt = "> \xFF\xF9";
+const std::string prompt = "> \xFF\xF9", recordPrompt = "> \xFF\xEF";
 const std::string doCompress = "\xFF\xFD\x56", dontCompress = "\xFF\xFE\x56";
 const std::string startOfCompression = "\xFF\xFA\x56\xFF\xF0";
 
@@ -66,11 +66,11 @@ protected:
 
 } // namespace
 
-TEST_F(DemoConnection, OffersItsTwoOptionsThenGreetsAndEndsThePromptWithGoAhead)
+TEST_F(DemoConnection, MakesItsRequestsAndOffersThenGreetsAndEndsThePromptWithGoAhead)
 {
     Seat seat(*this);
     EXPECT_THAT(seat.greeting,
-                testing::AllOf(StartsWith("\xFF\xFB\x56\xFF\xFB\x5A\r\n"),
+                testing::AllOf(StartsWith("\xFF\xFD\x1F\xFF\xFD\x18\xFF\xFB\x56\xFF\xFB\x5A\r\n"),
                                HasSubstr("Lantern Square\x1b[0m\r\n"), testing::EndsWith(prompt)));
     // A client may take the byte after a go-ahead with it: that byte is never the game's text.
     EXPECT_THAT(answerTo(seat, "look"), StartsWith("\r\n"));
@@ -98,18 +98,65 @@ TEST_F(DemoConnection, CompressesFromAPieceOfItsOwnAndEndsAsAsked)
         << "plain from the end of the stream on";
 }
 
-TEST_F(DemoConnection, AnswersOffersAndRequestsOnceAndRefusalsNever)
+TEST_F(DemoConnection, AClientWithOddRefusalsIsAnsweredByNothingAndGetsItsSounds)
 {
     Seat seat(*this);
-    seat.player.send(
-        "\xFF\xFB\x1F\xFF\xFD\x01\xFF\xFC\x18\xFF\xFE\x19\xFF\x19\x46\xFF\xFA\x1F\x01\x02\xFF\xF0");
-    EXPECT_EQ(seat.player.readUntil("\xFF\xFC\x01"), "\xFF\xFE\x1F\xFF\xFC\x01");
-    EXPECT_THAT(answerTo(seat, "look"), StartsWith("\r\n"));
+    seat.player.send("\xFF\x19\x56\xFF\x19\x5A\xFF\xFC\x2A\xFF\x19\x46");
+    EXPECT_THAT(answerTo(seat, "say \xFF\xFFhi"), StartsWith("\r\n\x1b[0;33mYou say: hi\x1b"));
+    EXPECT_THAT(answerTo(seat, "name Oak"), HasSubstr("You are called Oak"))
+        << "nothing could hide a password";
     seat.player.send("\xFF\xFD\x5A");
     EXPECT_THAT(answerTo(seat, "sound"), HasSubstr("crypt. !!SOUND(/dying_groan.wav V=80 P=50)\r\n"));
     seat.player.send("\xFF\x19\x5A");
     EXPECT_THAT(answerTo(seat, "sound"),
                 testing::AllOf(HasSubstr("has not asked"), testing::Not(HasSubstr("!!"))));
+}
+
+TEST_F(DemoConnection, AClientThatAnswersRequestsGetsTheFirstCompressedBytesWithTheStart)
+{
+    Seat seat(*this);
+    seat.player.send("\xFF\xFC\x1F\xFF\xFC\x18" + doCompress + "\xFF\xFD\x19");
+    EXPECT_EQ(seat.player.readUntil(startOfCompression), "\xFF\xFB\x19\xFF\xFB\x2A" + startOfCompression);
+    EXPECT_THAT(seat.player.received, StartsWith("\x78\x9C")) << "zlib's first bytes, in the same piece";
+    seat.player.send("look\r\ncompress end\r\nlook\r\n");
+    const auto plain = seat.player.readUntil(recordPrompt);
+    auto bytes = plain;
+    EXPECT_THAT(inflatedFrom(bytes, streamHasEnded),
+                testing::AllOf(HasSubstr(recordPrompt), testing::EndsWith("\xFF\xFC\x56")))
+        << "the game says that it ends the compression before it does";
+    EXPECT_TRUE(streamHasEnded);
+    EXPECT_THAT(bytes, testing::AllOf(StartsWith("\r\n\x1b[1;33mLantern"), testing::EndsWith(recordPrompt)));
+}
+
+TEST_F(DemoConnection, APasswordIsHiddenFromItsTyperAndEverybodyElse)
+{
+    Seat seat(*this), other(*this);
+    seat.player.send("\xFF\xFB\x18");
+    seat.player.readUntil("\xFF\xFA\x18\x01\xFF\xF0\xFF\xFB\x19\xFF\xFB\x2A");
+    EXPECT_THAT(answerTo(seat, "name Oak"),
+                testing::AllOf(StartsWith("\xFF\xFB\x01\r\n"), HasSubstr("Choose")));
+    seat.player.send("\xFF\xFD\x01");
+    const auto answer = answerTo(seat, "sesame");
+    EXPECT_THAT(answer, testing::AllOf(StartsWith("\xFF\xFC\x01\r\n"), HasSubstr("You are called Oak")));
+    EXPECT_THAT(answerTo(seat, "say hi") + answer, testing::Not(HasSubstr("sesame")));
+    EXPECT_THAT(other.player.readUntil("says: hi"),
+                testing::AllOf(HasSubstr("is called Oak"), testing::Not(HasSubstr("sesame"))));
+    answerTo(seat, "name Elm");
+    EXPECT_THAT(answerTo(seat, std::string(2000, 'x')), HasSubstr("still called Oak"));
+    EXPECT_THAT(seat.player.readUntil(prompt), HasSubstr("too long"));
+    EXPECT_THAT(answerTo(seat, "who"), HasSubstr("In the village")) << "the question is over";
+}
+
+TEST_F(DemoConnection, TextTravelsInUtf8FromTheAgreementOn)
+{
+    Seat seat(*this), other(*this);
+    seat.player.send("\xFF\xFB\x18\xFF\xFD\x2A");
+    seat.player.readUntil("\xFF\xFA\x2A\x01;UTF-8\xFF\xF0");
+    EXPECT_THAT(answerTo(seat, "say \xE9\xFF\xFF"), HasSubstr("say: \xE9\xFF\xFF\x1b"));
+    seat.player.send("\xFF\xFA\x2A\x02UTF-8\xFF\xF0");
+    EXPECT_THAT(answerTo(seat, "say é ÿ 海"), HasSubstr("You say: é ÿ 海\x1b"));
+    EXPECT_THAT(other.player.readUntil("\xE9  ?"), HasSubstr("says: \xE9\x1b"))
+        << "others get what they can read";
 }
 
 TEST_F(DemoConnection, AFloodWaitsForItsReaderAndComesWhole)

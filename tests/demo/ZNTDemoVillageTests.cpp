@@ -20,7 +20,12 @@ struct Screen final : ZNTDemoAudience {
     std::string shown;
 
     void showParagraph(std::u16string_view text) override { shown += znt::utf8FromText(text) + "\n"; }
+    ZNTDemoScreen traits;
+    bool isHiding = false;
+
     void showFlood(int) override {}
+    [[nodiscard]] ZNTDemoScreen screen() const override { return traits; }
+    void hideTyping(bool hide) override { isHiding = hide; }
     [[nodiscard]] bool hearsSounds() const override { return false; }
     [[nodiscard]] bool isCompressed() const override { return false; }
     void endCompression() override {}
@@ -102,5 +107,73 @@ TEST_F(DemoVillage, WaysAndNamesAreUnderstoodInChineseAsWell)
         birchsScreen.take();
         words.handleLine(birch, line);
         EXPECT_THAT(birchsScreen.take(), HasSubstr("你踢了妖精一脚"));
+    }
+}
+
+TEST_F(DemoVillage, ANameBelongsToItsPasswordUntilTheGameEnds)
+{
+    ashsScreen.traits.canHideTyping = true;
+    const struct {
+        const char16_t* line;
+        const char* answer;
+        bool isHidingAfter;
+    } rows[] = {
+        {u"name Oak", "Choose a password for the name Oak", true},
+        {u"", "You are still called Ash", false},
+        {u"name Oak", "Choose a password", true},
+        {u" quit", "You are called Oak", false}, // a password, and the blank is part of it
+        {u"name Elm", "Choose", true},
+        {u"x", "You are called Elm", false},
+        {u"name OAK", "What is the password of OAK?", true},
+        {u"quit", "not the password of OAK", false},
+        {u"who", "Elm, that is you", false},
+        {u"name oak", "What is the password", true},
+        {u" quit", "You are called oak", false},
+        {u"name Goblin", "Somebody else is called that", false},
+        {u"name Yew", "Choose", true},
+        {u"00000000001111111111222222222233333333334444444444555555555566666", "at most 64", false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(znt::utf8FromText(row.line));
+        EXPECT_THAT(answerTo(row.line), HasSubstr(row.answer));
+        EXPECT_EQ(ashsScreen.isHiding, row.isHidingAfter);
+    }
+    auto& birch = village.enter(birchsScreen);
+    birchsScreen.take();
+    commands.handleLine(birch, u"name Elm");
+    EXPECT_THAT(birchsScreen.take(), HasSubstr("The name Elm has a password"))
+        << "his client shows what he types";
+}
+
+TEST_F(DemoVillage, LinesFitANarrowScreen)
+{
+    ashsScreen.traits = {.columns = 20, .colours = ZNTDemoColours::True, .hasEveryCharacter = true};
+    for (const auto* line : {u"look", u"help", u"look guide", u"who", u"sound", u"w", u"u", u"exits"}) {
+        const auto answer = withoutColours(znt::textFromUtf8(answerTo(line)));
+        std::size_t start = 0;
+        for (auto end = answer.find(u'\n'); end != answer.npos; end = answer.find(u'\n', start = end + 1))
+            EXPECT_LE(end - start, 20U) << znt::utf8FromText(answer.substr(start, end - start));
+    }
+}
+
+TEST_F(DemoVillage, TheGalleryShowsWhatTheScreenCanAndSaysWhatIsThere)
+{
+    answerTo(u"w");
+    answerTo(u"u");
+    const struct {
+        ZNTDemoScreen screen;
+        const char *there, *missing;
+    } rows[] = {
+        {{}, "rainbow in 5 shades", "48;"},
+        {{}, "have not agreed on UTF-8", "море"},
+        {{.colours = ZNTDemoColours::None}, "no colours", "\x1b[4"},
+        {{.colours = ZNTDemoColours::TwoHundredFiftySix}, "\x1b[48;5;196m", "more shades"},
+        {{.colours = ZNTDemoColours::True}, "rainbow in 72 shades", "48;5"},
+        {{.colours = ZNTDemoColours::True}, "\x1b[48;2;255;0;0m ", "more shades"},
+        {{.hasEveryCharacter = true}, "\U0001F30A", "UTF-8"},
+    };
+    for (const auto& row : rows) {
+        ashsScreen.traits = row.screen;
+        EXPECT_THAT(answerTo(u"look"), testing::AllOf(HasSubstr(row.there), Not(HasSubstr(row.missing))));
     }
 }

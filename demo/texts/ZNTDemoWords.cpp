@@ -10,6 +10,12 @@ char16_t lowerCased(char16_t unit)
     return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
 }
 
+/// Line and paragraph separators, embeddings, overrides and isolates (Unicode, UAX #9).
+bool isOfLineOrDirection(char16_t unit)
+{
+    return (unit >= 0x2028 && unit <= 0x202E) || (unit >= 0x2066 && unit <= 0x2069);
+}
+
 bool isLatinLetter(char16_t unit) { return lowerCased(unit) >= u'a' && lowerCased(unit) <= u'z'; }
 
 } // namespace
@@ -34,6 +40,13 @@ std::u16string_view takeWord(std::u16string_view& line)
     line.remove_prefix(word.size());
     line.remove_prefix(std::min(line.find_first_not_of(u' '), line.size()));
     return word;
+}
+
+std::u16string_view startOf(std::u16string_view text, std::size_t units)
+{
+    const bool endsWithin =
+        units > 0 && units < text.size() && (text[units] & 0xFC00) == 0xDC00; // the second half of a pair
+    return text.substr(0, endsWithin ? units - 1 : units);
 }
 
 std::u16string lowerCased(std::u16string_view text)
@@ -65,13 +78,26 @@ bool isNamedBy(std::u16string_view thing, std::u16string_view word)
     return !beginsInside && !endsInside && (word.size() > 1 || !isLatinLetter(word.front()));
 }
 
+std::u16string withoutColours(std::u16string_view text)
+{
+    std::u16string result;
+    for (;;) {
+        const auto start = text.find(u"\x1b[");
+        result += text.substr(0, start);
+        if (start == std::u16string_view::npos)
+            return result;
+        text.remove_prefix(start);
+        text.remove_prefix(std::min(text.find(u'm'), text.size() - 1) + 1);
+    }
+}
+
 std::u16string withoutControls(std::u16string_view line)
 {
     std::u16string result;
     for (const char16_t unit : line) {
         if (unit == u'\t')
             result += u' ';
-        else if (unit >= 0x20 && !(unit >= 0x7F && unit < 0xA0) && unit != 0xFF) // 255 would be telnet's IAC
+        else if (unit >= 0x20 && !(unit >= 0x7F && unit < 0xA0) && !isOfLineOrDirection(unit))
             result += unit;
     }
     return result;

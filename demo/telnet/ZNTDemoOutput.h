@@ -19,6 +19,8 @@ public:
     [[nodiscard]] bool isCompressing() const { return stream != nullptr; }
     /// What is written from now on is one zlib stream.
     void startCompression();
+    /// The same, and the first bytes of the stream follow at once.
+    void startCompressionVisibly();
     /// Ends the stream as zlib does; what follows is plain.
     void endCompression();
     /// Goes on in plain text without ending the stream: for a client that has stopped inflating already and

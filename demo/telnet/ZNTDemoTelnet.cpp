@@ -10,12 +10,29 @@ std::string command(unsigned char verb, unsigned char option)
     return {static_cast<char>(IAC), static_cast<char>(verb), static_cast<char>(option)};
 }
 
-std::string startOfCompression()
+std::string subnegotiation(unsigned char option, std::string_view content)
 {
-    return command(SB, option::CompressionV2) + static_cast<char>(IAC) + static_cast<char>(SE);
+    return command(SB, option) + doubled(content) + static_cast<char>(IAC) + static_cast<char>(SE);
 }
 
-std::string endOfPrompt() { return {static_cast<char>(IAC), static_cast<char>(GA)}; }
+std::string startOfCompression() { return subnegotiation(option::CompressionV2, {}); }
+
+std::string endOfPrompt(bool isRecord)
+{
+    return {static_cast<char>(IAC), static_cast<char>(isRecord ? EOR : GA)};
+}
+
+std::string doubled(std::string_view bytes)
+{
+    std::string result;
+    result.reserve(bytes.size());
+    for (const char byte : bytes) {
+        result += byte;
+        if (static_cast<unsigned char>(byte) == IAC)
+            result += byte;
+    }
+    return result;
+}
 
 } // namespace znt::demo::telnet
 
@@ -38,12 +55,19 @@ std::size_t ZNTDemoTelnetInput::receive(std::string_view bytes)
             state = State::Text;
             listener.onOption(verb, byte);
             break;
+        case State::SubnegotiationOption:
+            option = byte;
+            content.clear();
+            state = State::Subnegotiation;
+            break;
         case State::Subnegotiation:
             if (byte == telnet::IAC)
                 state = State::SubnegotiationCommand;
+            else
+                takeContent(byte);
             break;
         case State::SubnegotiationCommand:
-            state = byte == telnet::SE ? State::Text : State::Subnegotiation;
+            takeSubnegotiationCommand(byte);
             break;
         }
     }
@@ -74,6 +98,11 @@ void ZNTDemoTelnetInput::takeText(unsigned char byte)
     }
     if (byte == '\n' || byte == '\0')
         return; // the second half of a line end
+    takeLetter(byte);
+}
+
+void ZNTDemoTelnetInput::takeLetter(unsigned char byte)
+{
     if (line.size() >= longestLine) {
         isTooLong = true;
         line.clear();
@@ -94,10 +123,29 @@ void ZNTDemoTelnetInput::takeCommand(unsigned char byte)
         state = State::Option;
         break;
     case telnet::SB:
-        state = State::Subnegotiation;
+        state = State::SubnegotiationOption;
         break;
-    default: // commands of two bytes, and the escaped 255, which is no letter in any of our languages
+    case telnet::IAC: // a doubled 255 is one as data
+        state = State::Text;
+        takeLetter(byte);
+        break;
+    default: // commands of two bytes
         state = State::Text;
         break;
     }
+}
+
+void ZNTDemoTelnetInput::takeContent(unsigned char byte)
+{
+    if (content.size() <= longestSubnegotiation)
+        content.push_back(static_cast<char>(byte));
+}
+
+void ZNTDemoTelnetInput::takeSubnegotiationCommand(unsigned char byte)
+{
+    state = byte == telnet::SE ? State::Text : State::Subnegotiation;
+    if (byte == telnet::IAC)
+        takeContent(byte);
+    else if (byte == telnet::SE && content.size() <= longestSubnegotiation)
+        listener.onSubnegotiation(option, content);
 }

@@ -29,6 +29,12 @@ void ZNTDemoOutput::startCompression()
         stream = std::make_unique<Stream>();
 }
 
+void ZNTDemoOutput::startCompressionVisibly()
+{
+    startCompression();
+    deflateInto({}, Z_SYNC_FLUSH);
+}
+
 void ZNTDemoOutput::endCompression()
 {
     if (isCompressing())

@@ -70,13 +70,35 @@ constexpr ZNTDemoTexts texts{
          u"觸發器替你回答：樣式寫 一隻%1狠狠地踢了你一腳！ 動作寫 kick "
          u"%1，別人一踢你就踢回去，東南邊的妖精會陪你練習。\n"
          u"它也能播放聲音，比如有人來的時候；鮑伯隔一會兒就會路過。\n"
-         u"打開遊戲聲音，往西南再往下，到地下墓室去聽一聽；打開壓縮，除了位元組變少，什麼都不會變。」"},
+         u"打開遊戲聲音，往西南再往下，到地下墓室去聽一聽；打開壓縮，除了位元組變少，什麼都不會變。\n"
+         u"別的遊戲大多要用標準 telnet，這裡也有幾樣東西要用它：按 Ctrl+Shift+T，或者在終端機裡打 "
+         u"/standard "
+         u"on，然後重新連線。這樣每個名字都有別人看不見的密碼，文字會按視窗的寬度換行，從這裡往西再往上的畫廊"
+         u"會有所有的顏色和外國的字。」"},
+        {Phrase::GalleryRainbow,
+         u"北牆上是一道彩虹，有 %1 種顏色：左邊是紅色，然後是橙、黃、綠、藍，右邊是紫色。"},
+        {Phrase::GalleryDawn,
+         u"南牆上是一片朝霞，有 %1 種顏色：左邊是夜藍，然後是紫、玫瑰紅、金黃，右邊是淡淡的亮光。"},
+        {Phrase::GalleryHasMore, u"這兩幅畫的顏色，比你的用戶端要求的還多。"},
+        {Phrase::GalleryWithoutColours,
+         u"這裡掛著一道彩虹和一片朝霞，可是你的用戶端不顯示顏色，所以都是灰的。"},
+        {Phrase::GallerySea, u"樓梯上面，水手們畫了一個海浪 %1 和「海」這個字：%2。"},
+        {Phrase::SailorsHomes, u"俄國 希臘 以色列 日本 越南 泰國"},
+        {Phrase::GalleryWithoutSea,
+         u"樓梯上面，水手們用他們自己的文字寫了些什麼，用布遮著：你的用戶端和遊戲還沒有約定用 UTF-8。"},
         {Phrase::ColoursTitle, u"所有的顏色："},
         {Phrase::FloodLine, u"第 %1 行，共 %2 行：潮水漲上來，潮水又退下去。"},
         {Phrase::FloodHow, u"打 flood 和行數，最多 100000 行。"},
         {Phrase::NameIs, u"從現在起你叫%1。"},
         {Phrase::NameHow, u"打 name 和一個名字，最多 20 個字。"},
         {Phrase::NameTaken, u"已經有人叫這個名字了。"},
+        {Phrase::NameStays, u"你還是叫%1。"},
+        {Phrase::PasswordChoose, u"給%1這個名字選一個密碼。密碼留到遊戲結束；打一個空行，名字就不變。"},
+        {Phrase::PasswordAsk, u"%1的密碼是什麼？打一個空行，名字就不變。"},
+        {Phrase::PasswordWrong, u"這不是%1的密碼。你的名字沒有變。"},
+        {Phrase::PasswordTooLong, u"密碼最多 64 個字。你的名字沒有變。"},
+        {Phrase::PasswordCannotBeHidden, u"%1這個名字有密碼，可是你打的密碼，你的用戶端會顯示出來。請打開標準"
+                                         u" telnet，重新連線，再要這個名字。"},
         {Phrase::SomeoneIsNowCalled, u"從現在起%1叫%2。"},
         {Phrase::Names, u"小白 小樺 小松 小榛 小柏 小菩 小楓 小楠 小杉 小柳"},
         {Phrase::CompressionOn, u"你讀到的字是壓縮以後送來的。打 compress end 就結束壓縮。"},
@@ -103,6 +125,7 @@ constexpr ZNTDemoTexts texts{
         {Room::Crypt, u"地下墓室"},
         {Room::Passage, u"滴水的通道"},
         {Room::Cellar, u"走私者的地窖"},
+        {Room::Gallery, u"畫廊"},
     }},
     .roomDescriptions = {{
         {Room::Square,
@@ -120,6 +143,7 @@ constexpr ZNTDemoTexts texts{
         {Room::Crypt, u"這裡又冷又靜，只有不知是誰在呻吟。風從東邊吹來。"},
         {Room::Passage, u"水滴數著時間。鐵梯向上通往亮處，一條低矮的地道向東北方爬升。"},
         {Room::Cellar, u"酒桶一直堆到屋頂，頭上有腳步聲。梯子通向一方亮光，那裡有蘋果的香味。"},
+        {Room::Gallery, u"梯子盡頭是屋頂下一間長長的白房間，有油漆的氣味。牆前拉著繩子，不讓人摸牆上的畫。"},
     }},
     .directions = {{
         {Direction::North, u"北"},

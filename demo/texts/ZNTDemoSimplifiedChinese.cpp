@@ -70,13 +70,35 @@ constexpr ZNTDemoTexts texts{
          u"触发器替你回答：模式写 一只%1狠狠地踢了你一脚！ 动作写 kick "
          u"%1，别人一踢你就踢回去，东南边的妖精会陪你练习。\n"
          u"它也能播放声音，比如有人来的时候；鲍勃隔一会儿就会路过。\n"
-         u"打开游戏声音，往西南再往下，到地下墓室去听一听；打开压缩，除了字节变少，什么都不会变。”"},
+         u"打开游戏声音，往西南再往下，到地下墓室去听一听；打开压缩，除了字节变少，什么都不会变。\n"
+         u"别的游戏大多要用标准 telnet，这里也有几样东西要用它：按 Ctrl+Shift+T，或者在终端里打 "
+         u"/standard "
+         u"on，然后重新连接。这样每个名字都有别人看不见的密码，文字会按窗口的宽度换行，从这里往西再往上的画廊"
+         u"会有所有的颜色和外国的字。”"},
+        {Phrase::GalleryRainbow,
+         u"北墙上是一道彩虹，有 %1 种颜色：左边是红色，然后是橙、黄、绿、蓝，右边是紫色。"},
+        {Phrase::GalleryDawn,
+         u"南墙上是一片朝霞，有 %1 种颜色：左边是夜蓝，然后是紫、玫瑰红、金黄，右边是淡淡的亮光。"},
+        {Phrase::GalleryHasMore, u"这两幅画的颜色，比你的客户端要求的还多。"},
+        {Phrase::GalleryWithoutColours,
+         u"这里挂着一道彩虹和一片朝霞，可是你的客户端不显示颜色，所以都是灰的。"},
+        {Phrase::GallerySea, u"楼梯上面，水手们画了一个海浪 %1 和“海”这个字：%2。"},
+        {Phrase::SailorsHomes, u"俄国 希腊 以色列 日本 越南 泰国"},
+        {Phrase::GalleryWithoutSea,
+         u"楼梯上面，水手们用他们自己的文字写了些什么，用布遮着：你的客户端和游戏还没有约定用 UTF-8。"},
         {Phrase::ColoursTitle, u"所有的颜色："},
         {Phrase::FloodLine, u"第 %1 行，共 %2 行：潮水涨上来，潮水又退下去。"},
         {Phrase::FloodHow, u"打 flood 和行数，最多 100000 行。"},
         {Phrase::NameIs, u"从现在起你叫%1。"},
         {Phrase::NameHow, u"打 name 和一个名字，最多 20 个字。"},
         {Phrase::NameTaken, u"已经有人叫这个名字了。"},
+        {Phrase::NameStays, u"你还是叫%1。"},
+        {Phrase::PasswordChoose, u"给%1这个名字选一个密码。密码留到游戏结束；打一个空行，名字就不变。"},
+        {Phrase::PasswordAsk, u"%1的密码是什么？打一个空行，名字就不变。"},
+        {Phrase::PasswordWrong, u"这不是%1的密码。你的名字没有变。"},
+        {Phrase::PasswordTooLong, u"密码最多 64 个字。你的名字没有变。"},
+        {Phrase::PasswordCannotBeHidden, u"%1这个名字有密码，可是你打的密码，你的客户端会显示出来。请打开标准"
+                                         u" telnet，重新连接，再要这个名字。"},
         {Phrase::SomeoneIsNowCalled, u"从现在起%1叫%2。"},
         {Phrase::Names, u"小白 小桦 小松 小榛 小柏 小菩 小枫 小楠 小杉 小柳"},
         {Phrase::CompressionOn, u"你读到的字是压缩以后送来的。打 compress end 就结束压缩。"},
@@ -103,6 +125,7 @@ constexpr ZNTDemoTexts texts{
         {Room::Crypt, u"地下墓室"},
         {Room::Passage, u"滴水的通道"},
         {Room::Cellar, u"走私者的地窖"},
+        {Room::Gallery, u"画廊"},
     }},
     .roomDescriptions = {{
         {Room::Square,
@@ -120,6 +143,7 @@ constexpr ZNTDemoTexts texts{
         {Room::Crypt, u"这里又冷又静，只有不知是谁在呻吟。风从东边吹来。"},
         {Room::Passage, u"水滴数着时间。铁梯向上通往亮处，一条低矮的地道向东北方爬升。"},
         {Room::Cellar, u"酒桶一直堆到屋顶，头上有脚步声。梯子通向一方亮光，那里有苹果的香味。"},
+        {Room::Gallery, u"梯子尽头是屋顶下一间长长的白房间，有油漆的气味。墙前拉着绳子，不让人摸墙上的画。"},
     }},
     .directions = {{
         {Direction::North, u"北"},

@@ -74,13 +74,41 @@ constexpr ZNTDemoTexts texts{
          u"It can play a sound as well, when somebody comes for instance; Bob comes by every now and "
          u"then.\n"
          u"Switch on game sounds and go down into the crypt, southwest and down; switch on compression "
-         u"and nothing changes but the number of bytes.\""},
+         u"and nothing changes but the number of bytes.\n"
+         u"Most other games want standard telnet, and so do some things here: press Ctrl+Shift+T, or type "
+         u"/standard on in the terminal, and connect again. Then every name has a password that nobody sees, "
+         u"and lines fit your window. The gallery, west and up from here, shows all its colours and its "
+         u"foreign letters.\""},
+        {Phrase::GalleryRainbow,
+         u"The north wall is a rainbow in %1 shades: red at the left, then orange, yellow, green and blue, "
+         u"and violet at the right."},
+        {Phrase::GalleryDawn,
+         u"The south wall is a dawn in %1 shades: night blue at the left, then purple, rose and gold, and "
+         u"pale light at the right."},
+        {Phrase::GalleryHasMore, u"Both have more shades than your client has asked for."},
+        {Phrase::GalleryWithoutColours,
+         u"A rainbow and a dawn hang here, but your client shows no colours: they are grey."},
+        {Phrase::GallerySea, u"Over the stairs sailors have painted a wave %1 and the word sea: %2."},
+        {Phrase::SailorsHomes, u"Russia Greece Israel Japan Vietnam Thailand"},
+        {Phrase::GalleryWithoutSea, u"Over the stairs sailors have painted something in letters of their "
+                                    u"own, under a cloth: your client "
+                                    u"and the game have not agreed on UTF-8."},
         {Phrase::ColoursTitle, u"Every colour there is:"},
         {Phrase::FloodLine, u"Line %1 of %2: the tide comes in, and the tide goes out again."},
         {Phrase::FloodHow, u"Type flood and a number of lines, at most 100000."},
         {Phrase::NameIs, u"You are called %1 from now on."},
         {Phrase::NameHow, u"Type name and one word of at most 20 letters."},
         {Phrase::NameTaken, u"Somebody else is called that."},
+        {Phrase::NameStays, u"You are still called %1."},
+        {Phrase::PasswordChoose,
+         u"Choose a password for the name %1. It is kept until the game ends; an empty line leaves your name "
+         u"as it is."},
+        {Phrase::PasswordAsk, u"What is the password of %1? An empty line leaves your name as it is."},
+        {Phrase::PasswordWrong, u"That is not the password of %1. Your name stays as it is."},
+        {Phrase::PasswordTooLong, u"A password has at most 64 letters. Your name stays as it is."},
+        {Phrase::PasswordCannotBeHidden,
+         u"The name %1 has a password, and your client would show it while you type. Switch on standard "
+         u"telnet, connect again, and ask for the name then."},
         {Phrase::SomeoneIsNowCalled, u"%1 is called %2 from now on."},
         {Phrase::Names, u"Ash Birch Cedar Hazel Juniper Linden Maple Rowan Spruce Willow"},
         {Phrase::CompressionOn,
@@ -108,6 +136,7 @@ constexpr ZNTDemoTexts texts{
         {Room::Crypt, u"The Crypt"},
         {Room::Passage, u"A Dripping Passage"},
         {Room::Cellar, u"The Smugglers' Cellar"},
+        {Room::Gallery, u"The Gallery"},
     }},
     .roomDescriptions = {{
         {Room::Square,
@@ -151,6 +180,9 @@ constexpr ZNTDemoTexts texts{
         {Room::Cellar,
          u"Barrels to the ceiling, and footsteps overhead. A ladder leads up to a square of light that "
          u"smells of apples."},
+        {Room::Gallery,
+         u"At the end of the ladder there is a long white room under the roof, with a smell of paint. A rope "
+         u"keeps visitors from touching the walls."},
     }},
     .directions = {{
         {Direction::North, u"north"},

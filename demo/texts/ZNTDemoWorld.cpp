@@ -30,6 +30,7 @@ constexpr Way ways[] = {
     {Market, South, GoblinDitch},
     {Library, North, Garden},
     {Library, South, Churchyard},
+    {Library, Up, Gallery},
     {Bridge, East, GoblinDitch},
     {Bridge, West, Churchyard},
     {LighthouseFoot, Up, LanternRoom},

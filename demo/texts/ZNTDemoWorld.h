@@ -33,7 +33,8 @@ enum class ZNTDemoRoom {
     Churchyard,
     Crypt,
     Passage,
-    Cellar
+    Cellar,
+    Gallery
 };
 
 /// What can be carried. There is one of each; it begins in its home.
@@ -45,7 +46,7 @@ namespace znt::demo
 {
 
 inline constexpr std::size_t directionCount = 10;
-inline constexpr std::size_t roomCount = 13;
+inline constexpr std::size_t roomCount = 14;
 inline constexpr std::size_t thingCount = 5;
 
 inline constexpr ZNTDemoRoom firstRoom = ZNTDemoRoom::Square;

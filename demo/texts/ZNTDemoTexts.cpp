@@ -19,6 +19,12 @@ namespace
 /// Han characters, their punctuation and full-width forms.
 bool isWide(char16_t unit) { return unit >= 0x2E80; }
 
+bool isSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
+
+/// Columns of one unit. The two halves of a character beyond the first 65536 take one each: most of those are
+/// wide.
+std::size_t columnsOf(char16_t unit) { return isWide(unit) && !isSurrogate(unit) ? 2 : 1; }
+
 /// Punctuation that must not begin a line.
 bool clingsToTheLineBefore(char16_t unit)
 {
@@ -32,7 +38,9 @@ std::size_t lengthOfNextPiece(std::u16string_view rest)
     std::size_t length = rest.find_first_not_of(u' ');
     if (length == std::u16string_view::npos)
         return rest.size();
-    if (isWide(rest[length]))
+    if (isSurrogate(rest[length]))
+        length = std::min(length + 2, rest.size()); // both halves of one character
+    else if (isWide(rest[length]))
         ++length;
     else
         while (length < rest.size() && rest[length] != u' ' && rest[length] != u'\n' && !isWide(rest[length]))
@@ -46,7 +54,7 @@ std::size_t columnsOf(std::u16string_view piece)
 {
     std::size_t columns = 0;
     for (const char16_t unit : piece)
-        columns += isWide(unit) ? 2 : 1;
+        columns += columnsOf(unit);
     return columns;
 }
 
