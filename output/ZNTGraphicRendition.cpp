@@ -184,7 +184,7 @@ void ZNTGraphicRendition::selectCode(int code)
             return;
         const bool isBright = tens >= 9, isForeground = tens == 3 || tens == 9;
         selectColour(isForeground ? Foreground : Background,
-                     znt::colourTable[static_cast<std::size_t>(digit + (isBright ? 8 : 0))]);
+                     znt::colourTable.at(static_cast<std::size_t>(digit) + (isBright ? 8 : 0)));
         if (code == 30)
             flags |= namedBlack;
     }
