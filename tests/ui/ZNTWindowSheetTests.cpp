@@ -75,8 +75,18 @@ TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
 {
     parts->controller.showPreferencesView();
     QDialog& preferences = waitForDialog("PreferencesView");
-    find<QRadioButton>(preferences, "encodingEucCn").click();
-    EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::EucCn);
+    auto& utf8 = find<QCheckBox>(preferences, "encodingUtf8");
+    auto& chinese = find<QRadioButton>(preferences, "encodingEucCn");
+    // A radio button that is chosen anew, then the one that stands chosen already, then the box alone.
+    for (const auto& leave : std::initializer_list<std::function<void()>>{
+             [&] { chinese.click(); }, [&] { chinese.click(); }, [&] { utf8.setChecked(false); }}) {
+        utf8.setChecked(true);
+        EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Utf8);
+        EXPECT_TRUE(utf8.accessibleDescription().startsWith(u"In force now"_s));
+        leave();
+        EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::EucCn);
+        EXPECT_FALSE(utf8.isChecked());
+    }
     const std::pair<const char*, std::function<bool()>> boxes[] = {
         {"_mccpCheckBox", [&] { return session()._isMccpOnOff(); }},
         {"_mspCheckBox", [&] { return session()._isMspOnOff(); }},

@@ -47,6 +47,17 @@ std::optional<ZNTStringEncoding> encodingOf(const QRadioButton& button)
     return znt::encodingTitled(znt::textOfQt(button.text()));
 }
 
+/// Its box stands below the radio buttons and takes their place while it is ticked.
+constexpr auto boxedEncoding = ZNTStringEncoding::Utf8;
+
+QString wordsFor(ZNTStringEncoding encoding)
+{
+    const auto& row = znt::rowOf(encoding);
+    return row.title.empty()
+               ? QString::fromUtf8(row.name.data(), static_cast<qsizetype>(row.name.size())).toUpper()
+               : znt::qtText(row.title);
+}
+
 /// A mark that is neither set nor cleared counts as cleared.
 bool isMarked(const QCheckBox& box) { return box.checkState() == Qt::Checked; }
 
@@ -162,17 +173,17 @@ void ZNTPreferencesController::showSpeech()
 void ZNTPreferencesController::showEncoding()
 {
     const auto buttons = layout.encoding->findChildren<QRadioButton*>();
-    const auto isInForce = [this](const QRadioButton* button) {
-        return encodingOf(*button) == serverConnectController.cfStringEncoding();
-    };
-    QString now;
-    for (const auto* button : buttons)
-        if (isInForce(button))
-            now = QStringLiteral("Text: ") + button->text();
+    const auto inForce = serverConnectController.cfStringEncoding();
+    const QString now = QStringLiteral("Text: ") + wordsFor(inForce);
     layout.encodingNow->setText(now);
     // A reader speaks the name before the description, so the description leaves the name out.
+    const auto described = [&](std::optional<ZNTStringEncoding> encoding) {
+        return encoding == inForce ? QStringLiteral("In force now") : now;
+    };
     for (auto* button : buttons)
-        button->setAccessibleDescription(isInForce(button) ? QStringLiteral("In force now") : now);
+        button->setAccessibleDescription(described(encodingOf(*button)));
+    layout.encodingUtf8->setAccessibleDescription(described(boxedEncoding) +
+                                                  QStringLiteral(". Takes the place of the choice above"));
 }
 
 void ZNTPreferencesController::showProtocols()
@@ -244,11 +255,28 @@ void ZNTPreferencesController::wireMacros()
 
 void ZNTPreferencesController::wireEncoding()
 {
-    for (auto* button : layout.encoding->findChildren<QRadioButton*>())
-        QObject::connect(button, &QRadioButton::toggled, dialog, [this](bool on) {
+    const auto choose = [this] {
+        const QSignalBlocker blocker(layout.encodingUtf8);
+        layout.encodingUtf8->setChecked(false);
+        encodingChanged();
+    };
+    for (auto* button : layout.encoding->findChildren<QRadioButton*>()) {
+        QObject::connect(button, &QRadioButton::toggled, dialog, [choose](bool on) {
             if (on)
-                encodingChanged();
+                choose();
         });
+        // The button that was chosen before the box was ticked does not toggle.
+        QObject::connect(button, &QRadioButton::clicked, dialog, [this, choose] {
+            if (isMarked(*layout.encodingUtf8))
+                choose();
+        });
+    }
+    whenMarked(*layout.encodingUtf8, [this](bool on) {
+        if (on)
+            serverConnectController.changeEncoding(boxedEncoding);
+        else
+            encodingChanged();
+    });
 }
 
 void ZNTPreferencesController::wireSpeech()
@@ -278,6 +306,7 @@ void ZNTPreferencesController::showSettings()
     }
     for (const auto& [box, isOn] : {std::pair<QCheckBox*, bool>(layout._mspCheckBox, now.sounds),
                                     {layout._mccpCheckBox, now.compression},
+                                    {layout.encodingUtf8, now.encoding == boxedEncoding},
                                     {layout.useSystemVoiceCheckBox, now.systemVoice},
                                     {layout.useTimerCheckBox, now.pacing}}) {
         const QSignalBlocker blocker(box);
@@ -298,7 +327,7 @@ void ZNTPreferencesController::wireSettings()
         case ZNTSettingTab::Macros:
             return {layout.macrosTabLayout, layout.removeMacroButton};
         case ZNTSettingTab::Encoding:
-            return {layout.encodingTabLayout, layout.encodingBig5};
+            return {layout.encodingTabLayout, layout.encodingUtf8};
         case ZNTSettingTab::Speech:
             return {layout.speechTabLayout, layout.stopSpeakingButton};
         case ZNTSettingTab::Protocols:
