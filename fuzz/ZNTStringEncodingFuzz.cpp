@@ -1,6 +1,6 @@
 #include "FuzzInput.h"
 #include "FuzzRequire.h"
-#include "ZNTStringEncoding.h"
+#include "ZNTTextDecoder.h"
 
 namespace
 {
@@ -21,6 +21,27 @@ void checkStrict(std::string_view bytes, ZNTStringEncoding encoding)
         require(znt::decodedText(encoded, encoding) == text, "what was read can be written and read again");
 }
 
+std::u16string decodedInPieces(std::string_view bytes, std::size_t length, ZNTStringEncoding encoding)
+{
+    ZNTTextDecoder decoder(encoding);
+    std::u16string text;
+    for (std::size_t at = 0; at < bytes.size(); at += length)
+        decoder.decode(bytes.substr(at, length), text);
+    decoder.finish(text);
+    return text;
+}
+
+void checkLenient(std::string_view bytes, ZNTStringEncoding encoding)
+{
+    const auto whole = decodedInPieces(bytes, bytes.size() + 1, encoding);
+    require(whole.size() <= bytes.size(), "no more units than bytes");
+    for (const std::size_t length : {1, 2, 3, 5})
+        require(decodedInPieces(bytes, length, encoding) == whole, "text that was cut equals the whole");
+    require(encoding == ZNTStringEncoding::Utf8 ||
+                znt::encodedLeniently(whole, encoding).size() <= 2 * whole.size(),
+            "a character goes out in two bytes at most");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -28,9 +49,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto bytes = FuzzInput(data, size).rest();
     const auto text = znt::decodedText(bytes, ZNTStringEncoding::Ascii);
     require(text && znt::encodedText(*text, ZNTStringEncoding::Ascii) == bytes, "ASCII takes every byte");
-    for (const auto& row : ZNTStringEncodings)
+    for (const auto& row : ZNTStringEncodings) {
+        checkLenient(bytes, row.encoding);
         if (row.converter)
             checkStrict(bytes, row.encoding);
+    }
 
     std::u16string typed;
     for (std::size_t at = 0; at + 1 < bytes.size(); at += 2)

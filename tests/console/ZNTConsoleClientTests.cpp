@@ -90,8 +90,6 @@ TEST_F(ZNTConsoleClientTest, LinesOnATerminalGoOutAtOnceAndCommandsDoNotWaitForT
     EXPECT_THAT(machine.log.lines.back(), EndsWith("Not connected, so this was not sent: look"));
     type("/connect 127.0.0.1 4000");
     type("look");
-    type("/encoding big5");
-    EXPECT_EQ(client->session().cfStringEncoding(), ZNTStringEncoding::Big5Hkscs);
     type("/encoding utf-8");
     EXPECT_EQ(client->session().cfStringEncoding(), ZNTStringEncoding::Utf8);
     waitForConnection();
