@@ -4,12 +4,14 @@
 #include "UvRunLoop.h"
 #include "ZNTBlockDecoder.h"
 #include "ZNTColourParser.h"
+#include "ZNTDecodeFirstReceiver.h"
 #include "ZNTFullColourParser.h"
 #include "ZNTGameText.h"
 #include "ZNTInflater.h"
 #include "ZNTParserUtility.h"
 #include "ZNTSessionless.h"
 #include "ZNTSoundTagScanner.h"
+#include "ZNTStandardReceiver.h"
 #include "ZNTTelnetScanner.h"
 #include "ZNTText.h"
 
@@ -155,6 +157,52 @@ BENCHMARK(bytesToAttributedText)
     ->Arg(65536)
     ->Arg(1 << 20)
     ->Arg(1 << 26)
+    ->Unit(benchmark::kMillisecond);
+
+/// The two ways to read a game, side by side: what a session does with each block up to coloured text.
+template <typename Colours>
+void readAndColour(benchmark::State& state, ZNTReceiver& receiver, Colours& colours, std::string_view bytes)
+{
+    const auto blockSize = static_cast<std::size_t>(state.range(0));
+    for (auto _ : state) {
+        receiver.startStream();
+        for (std::size_t at = 0; at < bytes.size(); at += blockSize) {
+            auto received = receiver.read(bytes.substr(at, blockSize), ZNTStringEncoding::Ascii);
+            receiver.stripCommands(received.text);
+            znt::stripSoundTags(received.text);
+            benchmark::DoNotOptimize(colours.attributedText(std::move(received.text)));
+        }
+    }
+    setRate(state, bytes.size());
+}
+
+void settledWay(benchmark::State& state)
+{
+    ZNTParserUtility parser;
+    ZNTDecodeFirstReceiver receiver(parser);
+    readAndColour(state, receiver, parser.colours(), gameText());
+}
+BENCHMARK(settledWay)->Arg(1024)->Arg(65536)->Arg(1 << 20)->Unit(benchmark::kMillisecond);
+
+void standardWay(benchmark::State& state)
+{
+    ZNTStandardReceiver receiver({.fullColours = true});
+    ZNTFullColourParser colours;
+    readAndColour(state, receiver, colours, gameText());
+}
+BENCHMARK(standardWay)->Arg(1024)->Arg(65536)->Arg(1 << 20)->Unit(benchmark::kMillisecond);
+
+void standardWayOfHostileText(benchmark::State& state)
+{
+    ZNTStandardReceiver receiver({.fullColours = true});
+    ZNTFullColourParser colours;
+    readAndColour(state, receiver, colours, hostileText(std::size_t{16} << 20));
+}
+BENCHMARK(standardWayOfHostileText)
+    ->Arg(1024)
+    ->Arg(65536)
+    ->Arg(1 << 24)
+    ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 
 /// One block of growing size: the rate must not fall.

@@ -141,17 +141,24 @@ void ZNTConsoleClient::disconnect()
 void ZNTConsoleClient::handleLine(const std::string& utf8)
 {
     // On a terminal the client's own commands work at once, also to give up an attempt to connect.
-    const bool isOwnCommand = utf8.starts_with('/') && !utf8.starts_with("//");
-    if (surroundings.inputIsTerminal && isOwnCommand) {
+    if (surroundings.inputIsTerminal && isOwnCommand(utf8)) {
         carryOut(utf8);
         return;
     }
     script.add(utf8);
 }
 
+/// While typing is hidden a password may begin with a slash. Then only a command's whole name is one.
+bool ZNTConsoleClient::isOwnCommand(std::string_view utf8) const
+{
+    if (!utf8.starts_with('/') || utf8.starts_with("//"))
+        return false;
+    return !controller.isTypingHidden() || commands->has(znt::textFromUtf8(utf8.substr(1)));
+}
+
 void ZNTConsoleClient::carryOut(const std::string& utf8)
 {
-    if (utf8.starts_with('/') && !utf8.starts_with("//")) {
+    if (isOwnCommand(utf8)) {
         commands->carryOut(znt::textFromUtf8(std::string_view(utf8).substr(1)));
         keeper.noteChoices(controller.settings());
         return;
@@ -162,8 +169,8 @@ void ZNTConsoleClient::carryOut(const std::string& utf8)
         return;
     }
     surroundings.input.replaceTypedLine();
-    screen.commandLine.setText(
-        znt::textFromUtf8(std::string_view(utf8).substr(utf8.starts_with("//") ? 1 : 0)));
+    screen.commandLine.setText(znt::textFromUtf8(
+        std::string_view(utf8).substr(utf8.starts_with("//") && !controller.isTypingHidden() ? 1 : 0)));
     script.lineSent();
     controller.controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
 }

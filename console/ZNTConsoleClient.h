@@ -22,6 +22,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 class ZNTConsoleCommands;
 
@@ -81,6 +82,7 @@ public:
 private:
     void handleLine(const std::string& utf8);
     void carryOut(const std::string& utf8);
+    [[nodiscard]] bool isOwnCommand(std::string_view utf8) const;
     void stateChanged();
     void useSettingsOfGame(ZNTSessionState state);
     void showNotice(const ZNTSessionNotice& notice);

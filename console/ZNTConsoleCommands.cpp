@@ -8,6 +8,8 @@
 #include "ZNTSpeechReview.h"
 #include "ZNTText.h"
 
+#include <algorithm>
+
 using namespace znt::words;
 
 namespace
@@ -88,6 +90,13 @@ void ZNTConsoleCommands::addSwitch(ZNTActionName name, std::function<void(bool)>
         else
             client.complain(joined({u"Say on or off: /", row.word, u" ", row.usage}));
     });
+}
+
+bool ZNTConsoleCommands::has(std::u16string_view line) const
+{
+    const auto name = firstWord(line);
+    return std::any_of(commands.begin(), commands.end(),
+                       [&](const auto& command) { return command.name == name; });
 }
 
 void ZNTConsoleCommands::carryOut(std::u16string_view line)

@@ -28,6 +28,8 @@ public:
 
     /// `line` is without the slash. A name may be shortened as long as it is clear.
     void carryOut(std::u16string_view line);
+    /// Whether `line`, without the slash, begins with the whole name of a command.
+    [[nodiscard]] bool has(std::u16string_view line) const;
 
 private:
     void addSessionCommands();

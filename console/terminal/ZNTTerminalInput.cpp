@@ -115,13 +115,16 @@ void ZNTTerminalInput::setTypingHidden(bool isHidden)
         ::tcsetattr(STDIN_FILENO, TCSANOW, &*shown);
         shown.reset();
         hiddenLine.clear();
+        writeToTerminal("\r");
         rl_callback_handler_install(prompt.c_str(), &ZNTTerminalInput::onLine);
         isInstalled = true;
         return;
     }
-    if (isInstalled && !isDelivering && rl_line_buffer && *rl_line_buffer != '\0') {
-        writeToTerminal(cursorUp(rowsBelowFirst(rl_line_buffer)) + "\r\x1b[J" + prompt);
-        hiddenLine = rl_line_buffer; // it was meant for the same question
+    // The library keeps a line that it has delivered, with its line end.
+    const std::string_view typed = isInstalled && rl_line_buffer ? rl_line_buffer : "";
+    if (!isDelivering && !typed.empty() && !typed.ends_with('\n')) {
+        writeToTerminal(cursorUp(rowsBelowFirst(typed)) + "\r\x1b[J" + prompt);
+        hiddenLine = typed; // it was meant for the same question
     }
     rl_callback_handler_remove();
     isInstalled = false;
@@ -147,7 +150,6 @@ void ZNTTerminalInput::readHidden()
     if (!hiddenLine.ends_with('\n'))
         return;
     hiddenLine.pop_back();
-    writeToTerminal("\n");
     handlers.line(std::exchange(hiddenLine, {}));
     handlers.catchUp();
 }

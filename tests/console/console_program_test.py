@@ -48,17 +48,7 @@ class ConsoleProgram(unittest.TestCase):
                     self.assertRegex(done.stdout, rb"(?s)\x1b\[0;.*Lantern Square")
 
     def test_the_line_being_typed_is_drawn_again_below_texts_and_alerts(self):
-        with socket.create_server(("127.0.0.1", 0)) as listener:
-            ours, theirs = pty.openpty()
-            self.addCleanup(os.close, ours)
-            termios.tcsetwinsize(ours, (24, 20))
-            client = subprocess.Popen(
-                [PROGRAM, "127.0.0.1", str(listener.getsockname()[1])], stdin=theirs, stdout=theirs, stderr=theirs,
-                start_new_session=True, env=dict(os.environ, HOME=self.home, TERM="xterm", LC_ALL="C"))
-            self.addCleanup(client.wait)
-            self.addCleanup(client.kill)
-            os.close(theirs)
-            connection, _ = listener.accept()
+        ours, connection = self.on_a_terminal()
         prompt = "\u00e9\u00e9> "  # four columns, which a locale without UTF-8 cannot read
         with connection:
             connection.sendall(b"\xe9\xe9> \xff\xf9")
@@ -75,6 +65,39 @@ class ConsoleProgram(unittest.TestCase):
             os.write(ours, b"\x15say he")
             self.screen_until(ours, r"say he$")
         self.screen_until(ours, rf"\x1b\[J\w[^\r\n]*: [^\r\n]+\r\n\r?{prompt}say he$")
+
+    def test_a_password_is_typed_unseen(self):
+        ours, connection = self.on_a_terminal("--set=standard-telnet=on")
+        with connection:
+            connection.sendall(b"Name: \xff\xf9")
+            self.screen_until(ours, "Name: $")
+            os.write(ours, b"ash\r")
+            self.screen_until(ours, "ash\r")
+            connection.sendall(b"\xff\xfb\x01Password: \xff\xf9")
+            self.screen_until(ours, "Password: $")
+            os.write(ours, b"/se")
+            os.write(ours, b"cret\r")
+            while not connection.recv(4096).endswith(b"\xff\xfd\x01/secret\r\n"):
+                pass
+            connection.sendall(b"\xff\xfc\x01\r\nWelcome.\r\n> \xff\xf9")
+            self.assertNotIn("ecret", self.screen_until(ours, "Welcome.\r\n.*> $"))
+            os.write(ours, b"look")
+            self.screen_until(ours, "look$")
+
+    def on_a_terminal(self, *arguments):
+        """The terminal of a client that has connected, and its game's end of the connection."""
+        with socket.create_server(("127.0.0.1", 0)) as listener:
+            ours, theirs = pty.openpty()
+            self.addCleanup(os.close, ours)
+            termios.tcsetwinsize(ours, (24, 20))
+            client = subprocess.Popen(
+                [PROGRAM, *arguments, "127.0.0.1", str(listener.getsockname()[1])],
+                stdin=theirs, stdout=theirs, stderr=theirs, start_new_session=True,
+                env=dict(os.environ, HOME=self.home, TERM="xterm", LC_ALL="C"))
+            self.addCleanup(client.wait)
+            self.addCleanup(client.kill)
+            os.close(theirs)
+            return ours, listener.accept()[0]
 
     def screen_until(self, terminal, pattern):
         """What the client writes until `pattern` is found in it. The pattern sees no colours."""
