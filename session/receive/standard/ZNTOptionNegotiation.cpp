@@ -2,15 +2,13 @@
 
 #include "ZNTTelnetMessages.h"
 
-#include <algorithm>
-
 using namespace znt::telnet;
 
-bool ZNTOptionNegotiation::isAccepted(Side side, unsigned char option) const
+void ZNTOptionNegotiation::setAccepted(ZNTOptionSwitch what, bool accepted)
 {
-    return std::ranges::any_of(ZNTAcceptedOptions, [&](const auto& row) {
-        return row.side == side && row.option == option && accepts[static_cast<std::size_t>(row.when)];
-    });
+    for (const auto& row : ZNTAcceptedOptions)
+        if (row.when == what)
+            isAccepted[static_cast<std::size_t>(row.side)][row.option] = accepted;
 }
 
 bool ZNTOptionNegotiation::receive(unsigned char verb, unsigned char option, std::string& replies)
@@ -27,7 +25,7 @@ bool ZNTOptionNegotiation::receiveOn(Side side, unsigned char option, std::strin
     auto& entry = states[static_cast<std::size_t>(side)][option];
     switch (entry.state) {
     case State::No:
-        if (isAccepted(side, option)) {
+        if (isAccepted[static_cast<std::size_t>(side)][option]) {
             entry.state = State::Yes;
             return answer(side, option, /*on=*/true, replies);
         }

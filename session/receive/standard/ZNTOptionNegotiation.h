@@ -47,15 +47,14 @@ public:
     static constexpr int mostRefusals = 20;  ///< for each option and side
     static constexpr int mostAnswers = 1000; ///< likewise; a game asks for far fewer passwords
 
+    ZNTOptionNegotiation() { setAccepted(ZNTOptionSwitch::Always, true); }
+
     /// Begins a new connection: nothing is agreed.
     void start() { states = {}; }
 
     /// Whether offers of the options that depend on `what` are accepted from now on. Nothing is sent, and
     /// what is agreed stays.
-    void setAccepted(ZNTOptionSwitch what, bool accepted)
-    {
-        accepts[static_cast<std::size_t>(what)] = accepted;
-    }
+    void setAccepted(ZNTOptionSwitch what, bool accepted);
 
     /// The server sent `verb` (WILL, WONT, DO or DONT) and `option`. Adds the answer to `replies`. Returns
     /// whether that answer agrees to an offer.
@@ -95,7 +94,6 @@ private:
         std::uint16_t answers = 0;
     };
 
-    [[nodiscard]] bool isAccepted(Side side, unsigned char option) const;
     [[nodiscard]] const Entry& entry(Side side, unsigned char option) const
     {
         return states[static_cast<std::size_t>(side)][option];
@@ -106,5 +104,5 @@ private:
     bool answer(Side side, unsigned char option, bool on, std::string& replies);
 
     std::array<std::array<Entry, 256>, 2> states{};
-    std::array<bool, 3> accepts{true, false, false}; ///< by ZNTOptionSwitch
+    std::array<std::array<bool, 256>, 2> isAccepted{}; ///< by side and option, as `states`
 };
