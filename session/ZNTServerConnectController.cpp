@@ -264,6 +264,7 @@ void ZNTServerConnectController::set_isMccpOnOff(bool on)
 void ZNTServerConnectController::set_isMspOnOff(bool on)
 {
     settings_.sounds = _isMspOnOff_ = on;
+    _zntParserUtility->set_isMspOnOff(on); // sound tags, whichever receiver reads them
     writeData(switched().switchSounds(on), ZNTParserUtility::replyTimeout, ZNTOutgoing::replyTag);
     changed(ZNTSessionChange::Sounds);
 }

@@ -89,6 +89,18 @@ TEST_F(StandardSession, WhatWasAgreedEndsWithTheConnection)
     EXPECT_FALSE(session().isTypingHidden());
 }
 
+TEST_F(StandardSession, SoundTagsPlayOnceSoundsAreOn)
+{
+    machine.home.write("Music/Zantor/sounds/weather/rain.wav", "wave");
+    connect();
+    receive("One. !!SOUND(weather/rain.wav)\r\n");
+    EXPECT_TRUE(sounds.made.empty());
+    session().set_isMspOnOff(true);
+    receive("Two. !!SOUND(weather/rain.wav)\r\n");
+    EXPECT_EQ(sounds.made.size(), 1u);
+    EXPECT_EQ(shown(), u"One. \r\nTwo. \r\n");
+}
+
 TEST_F(StandardSession, AnOrderlyEndIsNoAlertAndABrokenStreamIsOne)
 {
     settings.compression = true;
