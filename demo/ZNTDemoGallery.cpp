@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <set>
 #include <string_view>
 
 namespace
@@ -68,17 +69,18 @@ std::u16string pictureText(const Picture& picture, const ZNTDemoTexts& texts, co
 {
     const auto columns = std::min(screen.columns, widestPicture);
     std::u16string line, shade;
-    std::int64_t shades = 0;
+    std::set<std::u16string> shades; // few colours come again further to the right
     for (std::size_t column = 0; column < columns; ++column) {
         auto next = backgroundCode(colourAt(picture.stops, column, columns), screen.colours);
         if (next != shade) {
             line += u"\x1b[" + next + u"m";
-            shade = std::move(next);
-            ++shades;
+            shade = next;
+            shades.insert(std::move(next));
         }
         line += u' ';
     }
-    const auto words = znt::demo::filled(texts.phrase(picture.words), znt::decimalText(shades));
+    const auto words = znt::demo::filled(texts.phrase(picture.words),
+                                         znt::decimalText(static_cast<std::int64_t>(shades.size())));
     return u"\n" + znt::demo::wrapped(words, screen.columns) + u"\n" + line + u"\x1b[0m";
 }
 

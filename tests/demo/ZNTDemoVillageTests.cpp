@@ -165,6 +165,7 @@ TEST_F(DemoVillage, TheGalleryShowsWhatTheScreenCanAndSaysWhatIsThere)
         const char *there, *missing;
     } rows[] = {
         {{}, "rainbow in 5 shades", "48;"},
+        {{}, "dawn in 5 shades", "48;"},
         {{}, "have not agreed on UTF-8", "море"},
         {{.colours = ZNTDemoColours::None}, "no colours", "\x1b[4"},
         {{.colours = ZNTDemoColours::TwoHundredFiftySix}, "\x1b[48;5;196m", "more shades"},
