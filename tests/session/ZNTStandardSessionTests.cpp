@@ -93,10 +93,10 @@ TEST_F(StandardSession, SoundTagsPlayOnceSoundsAreOn)
 {
     machine.home.write("Music/Zantor/sounds/weather/rain.wav", "wave");
     connect();
-    receive("One. !!SOUND(weather/rain.wav)\r\n");
+    receive("One. !!SOUND(weather/rain.wav V=50)\r\n");
     EXPECT_TRUE(sounds.made.empty());
     session().set_isMspOnOff(true);
-    receive("Two. !!SOUND(weather/rain.wav)\r\n");
+    receive("Two. !!SOUND(weather/rain.wav V=50)\r\n");
     EXPECT_EQ(sounds.made.size(), 1u);
     EXPECT_EQ(shown(), u"One. \r\nTwo. \r\n");
 }
