@@ -16,16 +16,9 @@ const std::u16string wordPattern = uR"(!!\w+)", filePattern = uR"(\([^\s]+)", vo
                      loopsPattern = uR"(L=[^\s]+)", priorityPattern = uR"(P=[^\s]+)",
                      continuePattern = uR"(C=[^\s]+)", typePattern = uR"(T=[^\s]+)",
                      urlPattern = uR"(U=[^\s]+)";
-constexpr std::u16string_view soundWord = u"!!SOUND", extension = u".wav";
+constexpr std::u16string_view soundWord = u"!!SOUND";
 
 ZNTError tagError(std::string description) { return {"ZNTMSPProcessor", 1, std::move(description)}; }
-
-std::u16string withExtension(std::u16string name)
-{
-    if (!znt::contains(name, extension))
-        name += extension;
-    return name;
-}
 
 /// UTF-16 units. Linux has no longer file names and paths, but a game may send megabytes.
 constexpr std::size_t longestFileName = 255, longestPath = 4'096;
@@ -136,8 +129,9 @@ void ZNTMSPProcessor::begin(const Request& request, const std::shared_ptr<ZNTSou
     startPlaying(request, sound.get());
 }
 
-ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16string_view tag)
+ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16string_view found)
 {
+    const auto tag = reading->tagIn(found);
     Request request;
     request.isSound = isSound(tag);
     request.sound = std::make_shared<ZNTSound>();
@@ -149,21 +143,20 @@ ZNTResult<ZNTMSPProcessor::Request> ZNTMSPProcessor::requestFromTag(std::u16stri
     auto url = removeCrapData(processCommand(tag, urlPattern, 2));
     if (!url)
         return url.error();
-    auto address = std::move(url).value();
-    if (address)
-        address->pop_back(); // the tag's closing parenthesis; kept also if the URL is not the last parameter
-
     if (!file.value())
         return tagError("The tag names no file.");
-    request.file = std::move(*std::move(file).value());
-    request.isStop = znt::contains(request.file, u"Off)") || znt::contains(request.file, u"Off ");
+
+    auto read =
+        reading->placeOf({*std::move(file).value(), request.sound->_tParam(), std::move(url).value()});
+    if (!read)
+        return read.error();
+    auto place = std::move(read).value();
+    request.isStop = place.isStop;
     if (request.isStop)
         return request;
-    if (request.file.find(u'/') == request.file.npos)
-        return tagError("The tag names no category before the file.");
-    if (address)
-        request.sound->set_uParam(withExtension(std::move(*address)));
-    request.sound->set_fName(folderPath + withExtension(request.file));
+    request.sound->set_uParam(std::move(place.url));
+    request.sound->set_fName(folderPath + znt::withSoundExtension(place.file));
+    request.file = std::move(place.file);
     return request;
 }
 
@@ -361,7 +354,7 @@ ZNTMSPProcessor::getSoundFromSoundFileArray(const std::vector<std::u16string>& n
 {
     if (names.empty())
         return {};
-    auto file =
-        folder.openFile(folder.path() + znt::utf8FromText(withExtension(names[random() % names.size()])));
+    auto file = folder.openFile(folder.path() +
+                                znt::utf8FromText(znt::withSoundExtension(names[random() % names.size()])));
     return file ? sounds.soundFromFile(std::move(*file)) : nullptr;
 }

@@ -5,6 +5,7 @@
 #include "ZNTSound.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTSoundFolder.h"
+#include "ZNTSoundTagReading.h"
 #include "ZNTTagPatterns.h"
 
 #include <memory>
@@ -28,6 +29,11 @@ public:
     ZNTMSPProcessor(const ZNTMSPProcessor&) = delete;
     ZNTMSPProcessor& operator=(const ZNTMSPProcessor&) = delete;
 
+    /// Whether later tags are read as the protocol's text says (`znt::standardTagReading`). Not at first.
+    void setStandardTags(bool areStandard)
+    {
+        reading = areStandard ? &znt::standardTagReading : &znt::settledTagReading;
+    }
     /// Carries out one tag. A tag that cannot be understood changes nothing, and the error says why.
     ZNTResult<void> processSound(std::u16string_view tag);
     /// Plays the file whose path is the sound folder's, followed directly by `fileName`: at once, beside all
@@ -76,7 +82,7 @@ private:
     struct Request {
         bool isSound = true;
         bool isStop = false;
-        std::u16string file; ///< as in the tag: folder/name
+        std::u16string file; ///< folder/name
         std::shared_ptr<ZNTSound> sound;
     };
     /// An accepted request whose sound is still being fetched. It does not count on its channel yet.
@@ -106,6 +112,7 @@ private:
     const std::u16string folderPath; ///< the same for the records of requests
     ZNTSoundFactory& sounds;
     ZNTTagPatterns patterns;
+    const ZNTSoundTagReading* reading = &znt::settledTagReading;
     std::mt19937 random{std::random_device{}()};
     std::shared_ptr<Delegate> delegate;
 

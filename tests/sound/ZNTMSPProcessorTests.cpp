@@ -67,6 +67,44 @@ TEST_F(Processor, FilesAreFoundWithoutRegardToCaseAndAccentsElseTheUrlWithoutIts
         EXPECT_EQ(madeBy(u"!!SOUND(" + std::u16string(tag)), made) << znt::utf8FromText(tag);
 }
 
+TEST_F(Processor, StandardTagsNeedNoFolderBeforeTheNameAndTheirUrlIsAPlace)
+{
+    for (const auto* name : {"splat.wav", "combat/hit.wav", "combat/splat.wav"})
+        add(name);
+    home.write("outside/secret.wav", "not for games");
+    const std::pair<std::u16string, std::string> rows[] = {
+        {u"splat.wav V=50 P=62 U=http://a.example/sounds/)", "/splat.wav"},
+        {u"SPLAT.wav)", "/splat.wav"},
+        {u"splat.wav T=combat)", "combat/splat.wav"},
+        {u"h?t.wav T=combat/ V=3)", "combat//hit.wav"},
+        {u"combat/hit.wav T=weather V=3)", "combat/hit.wav"},
+        {u"splat.wav V=3) The troll (a big one) sighs.)", "/splat.wav"},
+        {u"splat.wav T=weather)", "(none)"},
+        {u"whisper.wav V=50 P=78 U=http://a.example/sounds/)", "http://a.example/sounds/whisper.wav"},
+        {u"whisper U=\"http://a.example\" V=50)", "http://a.example/whisper.wav"},
+        {u"whisper.wav U=http://a.example/whisper.wav T=talk)", "http://a.example/whisper.wav"},
+        {u"whisper U=http://a.example/whisper V=5)", "http://a.example/whisper.wav"},
+        {u"talk/low.wav U=http://a.example/?id=3)", "http://a.example/?id=3/talk/low.wav"},
+        {u"w*.wav U=http://a.example/)", "(none)"}, // what would be fetched is not known
+        {u"Off U=http://a.example/)", "(none)"},
+        // Nothing outside the folder, by any of the names.
+        {u"secret.wav T=../../../outside V=3)", "(none)"},
+        {u"../../../outside/secret.wav V=3)", "(none)"},
+        {u"hit.wav T=" + znt::textFromUtf8(home.path("outside")) + u")", "(none)"},
+        {u"hit.wav T=" + std::u16string(5'000, u'x') + u")", "(none)"},
+        {u"hit.wav T='' V=3)", "(none)"},
+    };
+    processor.setStandardTags(true);
+    for (const auto& [tag, made] : rows)
+        EXPECT_EQ(madeBy(u"!!SOUND(" + tag), made) << znt::utf8FromText(tag);
+
+    process(u"!!SOUND(splat.wav L=-1)");
+    process(u"!!SOUND(Off U=http://a.example/)");
+    EXPECT_FALSE(last().playsNow);
+    processor.setStandardTags(false);
+    EXPECT_EQ(madeBy(u"!!SOUND(splat.wav V=3)"), "(none)");
+}
+
 TEST_F(Processor, NothingOutsideTheSoundFolderIsOpened)
 {
     add("weather/rain.wav");
