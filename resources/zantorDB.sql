@@ -43,7 +43,7 @@ insert into ZNTMudList (name, url, telnetURL, port, userCreated) values
     ('Achaea', 'https://www.achaea.com', 'achaea.com', 23, 0),
     ('Alter Aeon', 'https://www.alteraeon.com', 'alteraeon.com', 3000, 0),
     ('BatMUD', 'https://www.bat.org', 'batmud.bat.org', 23, 0),
-    ('Cosmic Rage', 'https://www.cosmicrage.earth', 'nathantech.net', 7777, 0),
+    ('Cosmic Rage', 'https://www.cosmicrage.earth', 'cosmicrage.earth', 7777, 0),
     ('Discworld MUD', 'https://discworld.starturtle.net', 'discworld.starturtle.net', 4242, 0),
     ('Empire MUD', 'https://empiremud.net', 'empiremud.net', 4000, 0),
     ('Erion MUD', 'https://www.erionmud.com', 'erionmud.com', 1234, 0),

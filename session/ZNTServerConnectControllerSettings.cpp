@@ -1,3 +1,4 @@
+#include "ZNTMSPProcessor.h"
 #include "ZNTParserUtility.h"
 #include "ZNTServerConnectController.h"
 #include "ZNTSessionSpeech.h"
@@ -40,6 +41,7 @@ void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
     }
     if (wanted.interruption != before.interruption)
         setSpeechInterruptOnOffBindingState(wanted.interruption ? 1 : 0);
+    _soundProcessor->setStandardTags(wanted.standardSounds);
     auto& synth = speech->synth();
     synth.setUseSystemVoiceNotVO(wanted.systemVoice);
     synth.setUseTimer(wanted.pacing);

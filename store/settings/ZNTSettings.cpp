@@ -68,6 +68,11 @@ const ZNTSettingRow* settingNamed(std::string_view name)
     return found == ZNTSettingsTable.end() ? nullptr : found;
 }
 
+std::string followsInWords(const ZNTSettingRow& row)
+{
+    return row.follows.empty() ? "" : "Until it is set it is as " + std::string(row.follows) + ".";
+}
+
 std::string settingText(const ZNTSettings& settings, const ZNTSettingRow& row)
 {
     return std::visit([&](auto field) { return textOf(settings.*field); }, row.field);

@@ -19,6 +19,7 @@ struct ZNTSettings {
     bool standardTelnet = false;
     bool tellScreenReader = false;
     bool fullColours = false;
+    bool standardSounds = false;
     bool speech = false;
     bool interruption = false;
     bool systemVoice = false;
@@ -48,7 +49,20 @@ struct ZNTSettingRow {
     bool hasOwnControl =
         false;               ///< the window shows it already; the preferences make a control for all others
     int least = 0, most = 0; ///< of a number
+    /// Another setting, of the same type, whose value this one has while nobody has chosen one for it.
+    std::string_view follows = {};
+    /// The words of its control, if that is for all games; else the control bears the sentence and is for the
+    /// game that is played.
+    std::string_view captionForAllGames = {};
 };
+
+namespace znt
+{
+
+/// The setting that others follow.
+inline constexpr std::string_view standardTelnet = "standard-telnet";
+
+} // namespace znt
 
 /// Every setting. The command lines, /set, the preferences and the file are made from this table, so a
 /// further setting is a field above, one row here, and the one class that reads it.
@@ -71,11 +85,12 @@ inline constexpr std::array ZNTSettingsTable{
                   .tab = ZNTSettingTab::Protocols,
                   .scope = ZNTSettingScope::Game,
                   .hasOwnControl = true},
-    ZNTSettingRow{.name = "standard-telnet",
+    ZNTSettingRow{.name = znt::standardTelnet,
                   .field = &ZNTSettings::standardTelnet,
                   .sentence = "Reads telnet as its standards say, from the next connection on.",
                   .tab = ZNTSettingTab::Protocols,
-                  .scope = ZNTSettingScope::Game},
+                  .scope = ZNTSettingScope::Game,
+                  .captionForAllGames = "Standard telnet for all games"},
     ZNTSettingRow{.name = "tell-screen-reader",
                   .field = &ZNTSettings::tellScreenReader,
                   .sentence = "With standard telnet, lets games that ask know that you use a screen reader.",
@@ -85,7 +100,14 @@ inline constexpr std::array ZNTSettingsTable{
                   .field = &ZNTSettings::fullColours,
                   .sentence = "Shows all colours and styles of text that terminals have.",
                   .tab = ZNTSettingTab::Protocols,
-                  .scope = ZNTSettingScope::Game},
+                  .scope = ZNTSettingScope::Game,
+                  .follows = znt::standardTelnet},
+    ZNTSettingRow{.name = "standard-sounds",
+                  .field = &ZNTSettings::standardSounds,
+                  .sentence = "Reads sound tags as their standard says, also without a folder in the name.",
+                  .tab = ZNTSettingTab::Protocols,
+                  .scope = ZNTSettingScope::Game,
+                  .follows = znt::standardTelnet},
     ZNTSettingRow{.name = "speech",
                   .field = &ZNTSettings::speech,
                   .sentence = "Speaks what the game sends.",
@@ -128,6 +150,9 @@ namespace znt
 
 /// Null if there is no such setting.
 const ZNTSettingRow* settingNamed(std::string_view name);
+
+/// A sentence about what the setting follows; empty if it follows none.
+std::string followsInWords(const ZNTSettingRow& row);
 
 std::string settingText(const ZNTSettings& settings, const ZNTSettingRow& row);
 

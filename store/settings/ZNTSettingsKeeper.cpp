@@ -1,13 +1,33 @@
 #include "ZNTSettingsKeeper.h"
 
+#include <algorithm>
 #include <utility>
+
+namespace
+{
+
+/// The games of the file under their keys: the file may come from a version that kept the text of the fields.
+void useGameKeys(ZNTSettingsFile::Content& content)
+{
+    for (auto& [place, values] : std::exchange(content.games, {})) {
+        const auto blank = std::min(place.rfind(' '), place.size());
+        auto& ofGame =
+            content.games[znt::gameKey(place.substr(0, blank), std::string_view(place).substr(blank))];
+        for (auto& [name, text] : values)
+            ofGame.insert_or_assign(name, std::move(text));
+    }
+}
+
+} // namespace
 
 ZNTSettingsKeeper::ZNTSettingsKeeper(const ZNTFilePlaces& places, ZNTPlatformLog& log,
                                      ZNTSettingValues ofCommandLine)
     : file(places, log),
       remembered(file.read()),
+      known(ZNTKnownGames::shipped(places, log)),
       ofCommandLine(std::move(ofCommandLine))
 {
+    useGameKeys(remembered);
     weigh();
 }
 
@@ -16,11 +36,22 @@ ZNTResult<void> ZNTSettingsKeeper::choose(std::string_view name, std::string_vie
     auto tried = inForce;
     if (auto changed = znt::changeSetting(tried, name, text); !changed)
         return changed;
-    const auto& row = *znt::settingNamed(name);
     ofCommandLine.erase(std::string(name));
     chosen.insert_or_assign(std::string(name), std::string(text));
-    if (isRemembering())
-        store(row, text);
+    store(*znt::settingNamed(name), text);
+    weigh();
+    return {};
+}
+
+ZNTResult<void> ZNTSettingsKeeper::chooseForAllGames(std::string_view name, std::string_view text)
+{
+    auto tried = inForce;
+    if (auto changed = znt::changeSetting(tried, name, text); !changed)
+        return changed;
+    ofCommandLine.erase(std::string(name));
+    chosen.erase(std::string(name));
+    chosenForAllGames.insert_or_assign(std::string(name), std::string(text));
+    store("", name, text);
     weigh();
     return {};
 }
@@ -34,14 +65,24 @@ void ZNTSettingsKeeper::noteChoices(const ZNTSettings& ofSession)
 
 void ZNTSettingsKeeper::beginGame(std::string_view host, std::string_view port)
 {
-    game = std::string(host) + " " + std::string(port);
+    atConnect.reset();
+    game = znt::gameKey(host, port);
     weigh();
 }
 
+void ZNTSettingsKeeper::gameConnected() { atConnect = inForce; }
+
 void ZNTSettingsKeeper::endGame()
 {
+    atConnect.reset();
     game.clear();
     weigh();
+}
+
+bool ZNTSettingsKeeper::mayNeedHint() const
+{
+    const auto all = layers();
+    return all[KnownGame]->empty() && all[OwnOfGame]->empty() && !namedBy.contains(znt::standardTelnet);
 }
 
 void ZNTSettingsKeeper::setRemembering(bool isToRemember)
@@ -51,31 +92,69 @@ void ZNTSettingsKeeper::setRemembering(bool isToRemember)
         return;
     }
     file.begin();
+    for (const auto& [name, text] : chosenForAllGames)
+        store("", name, text);
     for (const auto& [name, text] : chosen)
         store(*znt::settingNamed(name), text);
 }
 
 void ZNTSettingsKeeper::store(const ZNTSettingRow& row, std::string_view text)
 {
-    const auto whose = row.scope == ZNTSettingScope::Game ? std::string_view(game) : std::string_view();
-    auto& values = whose.empty() ? remembered.player : remembered.games[std::string(whose)];
-    values.insert_or_assign(std::string(row.name), std::string(text));
-    file.store(whose, row.name, text);
+    store(row.scope == ZNTSettingScope::Game ? std::string_view(game) : std::string_view(), row.name, text);
 }
 
-/// Decides what is in force, from the weakest word to the strongest. What the file holds may come from
-/// another version: names and values that this one does not know are passed over.
+/// `whose` is the key of a game, or empty for all games.
+void ZNTSettingsKeeper::store(std::string_view whose, std::string_view name, std::string_view text)
+{
+    if (!isRemembering())
+        return;
+    auto& values = whose.empty() ? remembered.player : remembered.games[std::string(whose)];
+    values.insert_or_assign(std::string(name), std::string(text));
+    file.store(whose, name, text);
+}
+
+std::array<const ZNTSettingValues*, 6> ZNTSettingsKeeper::layers() const
+{
+    static const ZNTSettingValues none;
+    const auto own = remembered.games.find(game);
+    return {&remembered.player,
+            &chosenForAllGames,
+            &known.settingsOf(game),
+            own == remembered.games.end() ? &none : &own->second,
+            &chosen,
+            &ofCommandLine};
+}
+
+ZNTSettings ZNTSettingsKeeper::settingsForAllGames() const
+{
+    ZNTSettings settings;
+    for (const auto* values : {&remembered.player, &chosenForAllGames})
+        for (const auto& [name, text] : *values)
+            static_cast<void>(znt::changeSetting(settings, name, text));
+    return settings;
+}
+
+/// Decides what is in force. What the file holds may come from another version: names and values that this
+/// one does not know are passed over.
 void ZNTSettingsKeeper::weigh()
 {
     ZNTSettings weighed;
-    const auto add = [&](const ZNTSettingValues& values) {
-        for (const auto& [name, text] : values)
-            static_cast<void>(znt::changeSetting(weighed, name, text));
-    };
-    add(remembered.player);
-    if (const auto own = remembered.games.find(game); own != remembered.games.end())
-        add(own->second);
-    add(chosen);
-    add(ofCommandLine);
+    namedBy.clear();
+    const auto all = layers();
+    for (std::size_t layer = 0; layer < all.size(); ++layer)
+        for (const auto& [name, text] : *all[layer])
+            if (znt::changeSetting(weighed, name, text))
+                namedBy.insert_or_assign(name, static_cast<Layer>(layer));
+    for (const auto& row : ZNTSettingsTable)
+        if (!row.follows.empty() && !namedBy.contains(row.name))
+            static_cast<void>(znt::changeSetting(
+                weighed, row.name,
+                znt::settingText(atConnect.value_or(weighed), *znt::settingNamed(row.follows))));
+    const auto encoding = namedBy.find("encoding");
+    weighed.isEncodingNamed = encoding != namedBy.end() && encoding->second != KnownGame;
+    if (!atConnect)
+        hasSettingsForGame_ = std::ranges::any_of(namedBy, [](const auto& named) {
+            return named.second == KnownGame || named.second == OwnOfGame;
+        });
     inForce = weighed;
 }

@@ -1,45 +1,71 @@
 #pragma once
 
+#include "ZNTKnownGames.h"
 #include "ZNTSettingsFile.h"
 
+#include <array>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
 /// Knows every value that was chosen for a setting and which of them is in force. One for each session, on
 /// the run loop's thread.
 ///
-/// A choice of this session wins over a value for the game that is played, that one over a value for all
-/// games, that one over the default. The values of the command line win over all of them until the player
-/// chooses again; they are never stored.
+/// A choice of this session wins over the player's value for the game that is played, that one over the value
+/// that is shipped for the game, that one over the player's value for all games, that one over the default.
+/// The values of the command line win over all of them until the player chooses again; they are never stored.
+///
+/// A row of the table may follow another one. Then it has that one's value while no value was chosen for it.
+/// While a connection stands, it has the value with which the connection began.
 class ZNTSettingsKeeper
 {
 public:
-    /// Reads the file if there is one. `log` outlives this.
+    /// Reads the file if there is one, and the shipped games. `log` outlives this.
     ZNTSettingsKeeper(const ZNTFilePlaces& places, ZNTPlatformLog& log, ZNTSettingValues ofCommandLine = {});
 
     [[nodiscard]] const ZNTSettings& settings() const { return inForce; }
 
     /// A choice of the player, by name. The error is a sentence for people.
     ZNTResult<void> choose(std::string_view name, std::string_view text);
+    /// The same for all games, also while one is played. The player's choice of this session ends.
+    ZNTResult<void> chooseForAllGames(std::string_view name, std::string_view text);
+    /// What a game has for which nothing else was chosen.
+    [[nodiscard]] ZNTSettings settingsForAllGames() const;
     /// The same for choices that the player has made on the session itself: each value that is not in force.
     void noteChoices(const ZNTSettings& ofSession);
 
     /// From now on the values for this game count, too, and choices about a game are remembered for it.
     void beginGame(std::string_view host, std::string_view port);
+    /// The connection stands; what follows another setting stays as it is until the game ends.
+    void gameConnected();
     void endGame();
+    /// Whether the game is played with a value of its own.
+    [[nodiscard]] bool hasSettingsForGame() const { return hasSettingsForGame_; }
+    /// Whether the player may not know of standard telnet: nothing says whether this game is to have it.
+    [[nodiscard]] bool mayNeedHint() const;
 
     [[nodiscard]] bool isRemembering() const { return file.exists(); }
     /// Begins the file, with the choices of this session, or deletes it.
     void setRemembering(bool isToRemember);
 
 private:
+    /// Whose value it is, from the weakest word to the strongest.
+    enum Layer { AllGames, AllGamesNow, KnownGame, OwnOfGame, Session, CommandLine };
+
+    [[nodiscard]] std::array<const ZNTSettingValues*, 6> layers() const;
+    void store(std::string_view whose, std::string_view name, std::string_view text);
     void store(const ZNTSettingRow& row, std::string_view text);
     void weigh();
 
     ZNTSettingsFile file;
     ZNTSettingsFile::Content remembered;
-    ZNTSettingValues chosen;
+    ZNTKnownGames known;
+    ZNTSettingValues chosen, chosenForAllGames; ///< in this session
     ZNTSettingValues ofCommandLine;
-    std::string game; ///< "HOST PORT"; empty while none is played
+    std::string game;                                  ///< its key; empty while none is played
+    std::optional<ZNTSettings> atConnect;              ///< while a connection stands
+    std::map<std::string, Layer, std::less<>> namedBy; ///< the strongest layer with a good value
+    bool hasSettingsForGame_ = false;
     ZNTSettings inForce;
 };

@@ -1,5 +1,7 @@
+#include "ZNTDatabaseHelper.h"
 #include "ZNTSettingsKeeper.h"
 #include "ZNTTestPlatform.h"
+#include "ZNTText.h"
 
 #include <filesystem>
 
@@ -136,6 +138,168 @@ TEST_F(ZNTSettingsTest, WhatIsWrongWithANameOrAValueIsSaidInASentence)
     };
     for (const auto& [assignment, complaint] : cases)
         EXPECT_EQ(znt::complaintAboutAssignment(assignment), complaint);
+}
+
+/// A dictionary of a property list, with texts as values.
+std::string dictionary(const ZNTSettingValues& values)
+{
+    std::string xml = "<dict>";
+    for (const auto& [name, text] : values)
+        xml.append("<key>").append(name).append("</key><string>").append(text).append("</string>");
+    return xml + "</dict>";
+}
+
+TEST_F(ZNTSettingsTest, TheStrongestWordCountsAndWhatNobodyNamesFollowsStandardTelnet)
+{
+    // King of Kings, which is known to want standard telnet and Big5, in other letters
+    struct {
+        ZNTSettingValues allGames, ofGame, session, commandLine;
+        std::string_view expected; ///< encoding, standard telnet, colours, sounds; in the game, and after it
+    } const rows[] = {
+        {{}, {}, {}, {}, "big5 on on on; ascii off off off"},
+        {{{"encoding", "euc-cn"}, {"standard-telnet", "off"}},
+         {},
+         {},
+         {},
+         "big5 on on on; euc-cn off off off"},
+        {{{"standard-telnet", "on"}, {"standard-sounds", "off"}},
+         {},
+         {},
+         {},
+         "big5 on on off; ascii on on off"},
+        {{}, {{"standard-telnet", "off"}}, {}, {}, "big5 off off off; ascii off off off"},
+        {{}, {{"full-colours", "off"}}, {}, {}, "big5 on off on; ascii off off off"},
+        {{}, {{"standard-telnet", "off"}}, {{"standard-telnet", "on"}}, {}, "big5 on on on; ascii on on on"},
+        {{}, {}, {{"standard-telnet", "on"}}, {{"standard-telnet", "off"}}, "big5 on on on; ascii on on on"},
+        {{},
+         {},
+         {{"full-colours", "on"}},
+         {{"standard-telnet", "off"}, {"encoding", "utf-8"}},
+         "utf-8 off on off; utf-8 off on off"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.expected);
+        machine.home.write(file, "<plist version=\"1.0\"><dict><key>player</key>" + dictionary(row.allGames) +
+                                     "<key>games</key><dict><key>KK.muds.idv.tw 4000</key>" +
+                                     dictionary(row.ofGame) + "</dict></dict></plist>");
+        auto keeper = started(row.commandLine);
+        for (const auto& [name, text] : row.session)
+            choose(keeper, name, text);
+        const auto now = [&] {
+            return value(keeper, "encoding") + " " + value(keeper, "standard-telnet") + " " +
+                   value(keeper, "full-colours") + " " + value(keeper, "standard-sounds");
+        };
+        keeper.beginGame("kk.muds.idv.TW.", " 4000 ");
+        keeper.gameConnected();
+        const auto inGame = now();
+        EXPECT_EQ(keeper.settings().isEncodingNamed, row.commandLine.contains("encoding"));
+        keeper.endGame();
+        EXPECT_EQ(inGame + "; " + now(), row.expected);
+    }
+}
+
+TEST_F(ZNTSettingsTest, OnlyTheTextOfHostAndPortMakesAGameKnownAndHintsAreForOthers)
+{
+    struct {
+        std::string_view host, port, setting, value;
+        bool isKnown, mayNeedHint;
+    } const rows[] = {
+        {"CosmicRage.earth", "7777", "", "", true, false},
+        {"nathantech.net.", "07777", "", "", true, false},
+        {"cosmicrage.earth", "7778", "", "", false, true},
+        {"cosmicrage.earth..", "7777", "", "", false, true},
+        {"www.cosmicrage.earth", "7777", "", "", false, true},
+        {"203.0.113.7", "7777", "", "", false, true},
+        {"cosmicrage.earth 7777", "0", "", "", false, true},
+        // What the player has chosen counts, and it alone is played with.
+        {"cosmicrage.earth", "7777", "standard-telnet", "off", false, false},
+        {"mud.example", "23", "standard-telnet", "off", false, false},
+        {"mud.example", "23", "speech", "on", false, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.host) + " " + std::string(row.port));
+        auto keeper = started();
+        if (!row.setting.empty())
+            choose(keeper, row.setting, row.value);
+        keeper.beginGame(row.host, row.port);
+        EXPECT_EQ(keeper.hasSettingsForGame(), row.isKnown);
+        EXPECT_EQ(keeper.mayNeedHint(), row.mayNeedHint);
+        keeper.endGame();
+        EXPECT_FALSE(keeper.hasSettingsForGame());
+    }
+}
+
+TEST_F(ZNTSettingsTest, AChoiceDuringAConnectionDoesNotChangeWhatFollowsItBeforeTheNext)
+{
+    auto keeper = started();
+    keeper.setRemembering(true);
+    keeper.beginGame("mud.example", "23");
+    choose(keeper, "standard-telnet", "on"); // still connecting, so it counts for this connection
+    keeper.gameConnected();
+    choose(keeper, "standard-telnet", "off");
+    EXPECT_EQ(value(keeper, "standard-telnet") + value(keeper, "full-colours"), "offon");
+    EXPECT_FALSE(keeper.hasSettingsForGame()) << "remembered only now";
+    EXPECT_TRUE(keeper.chooseForAllGames("standard-telnet", "on"));
+    EXPECT_FALSE(keeper.chooseForAllGames("standard-telnet", "yes"));
+    EXPECT_TRUE(keeper.settingsForAllGames().standardTelnet);
+    EXPECT_FALSE(keeper.settings().standardTelnet) << "the game's own value is stronger";
+    keeper.endGame();
+    EXPECT_EQ(value(keeper, "full-colours"), "on");
+
+    auto next = started();
+    next.beginGame("other.example", "23");
+    EXPECT_TRUE(next.settings().standardTelnet);
+    next.beginGame("mud.example", "23");
+    EXPECT_FALSE(next.settings().standardTelnet);
+    EXPECT_TRUE(next.hasSettingsForGame());
+}
+
+TEST_F(ZNTSettingsTest, EveryShippedGameIsKnown)
+{
+    ZNTDatabaseHelper store(machine.platform.places, machine.log);
+    const auto addressBook = store.getAllMudsFromMudList();
+    machine.log.lines.clear(); // of the first run
+    const auto known = ZNTKnownGames::shipped(machine.platform.places, machine.log);
+    std::size_t games = 0;
+    for (const auto& game : addressBook) {
+        const auto host = znt::utf8FromText(game.telnetURL);
+        if (host == "127.0.0.1" || host == "localhost")
+            continue;
+        ++games;
+        ZNTSettingValues expected{{"standard-telnet", "on"}};
+        if (game.name.find(u"BIG5") != game.name.npos)
+            expected["encoding"] = "big5";
+        EXPECT_EQ(known.settingsOf(znt::gameKey(host, std::to_string(game.port))), expected) << host;
+    }
+    EXPECT_GT(games, 12U);
+    EXPECT_THAT(machine.log.lines, IsEmpty());
+    machine.platform.places.resources = machine.home.path();
+    EXPECT_EQ(started().settings(), ZNTSettings());
+    EXPECT_THAT(machine.log.lines, ElementsAre(HasSubstr("are missing")));
+}
+
+TEST_F(ZNTSettingsTest, ADamagedLineOfTheKnownGamesIsSkippedWithASentence)
+{
+    const std::pair<std::string, std::string> rows[] = {
+        {"mud.example", "A port from 1 to 65535 follows the host."},
+        {"mud.example 65536 sounds=on", "A port from 1 to 65535 follows the host."},
+        {"mud.example sounds=on 23", "A port from 1 to 65535 follows the host."},
+        {"mud.example 23", "Settings follow the port: NAME=VALUE."},
+        {"mud.example 23 sounds", "Say NAME=VALUE, as in speech=on."},
+        {"mud.example 23 compression=on sounds=loud", "The setting sounds is on or off, not \"loud\"."},
+        {"mud.example 23 speech=on", "The setting speech is for all games, not for one."},
+        {"Good.example. 23 sounds=off", "The game is in an earlier line."},
+    };
+    for (const auto& [line, sentence] : rows) {
+        machine.log.lines.clear();
+        const auto known = ZNTKnownGames::fromText("# a note\r\n\n\tgood.example 23  sounds=on \r\n" + line +
+                                                       "\nlast.example 4000 encoding=utf-8",
+                                                   machine.log);
+        EXPECT_THAT(machine.log.lines, ElementsAre("known-games: line 4 is skipped: " + sentence)) << line;
+        EXPECT_TRUE(known.settingsOf("mud.example 23").empty());
+        EXPECT_EQ(known.settingsOf("good.example 23"), ZNTSettingValues({{"sounds", "on"}}));
+        EXPECT_EQ(known.settingsOf("last.example 4000"), ZNTSettingValues({{"encoding", "utf-8"}}));
+    }
 }
 
 } // namespace
