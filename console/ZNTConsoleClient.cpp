@@ -2,6 +2,7 @@
 
 #include "ZNTCommandRecorderView.h"
 #include "ZNTConsoleCommands.h"
+#include "ZNTGameSettings.h"
 #include "ZNTRecorder.h"
 #include "ZNTTerminalSize.h"
 #include "ZNTText.h"
@@ -178,7 +179,7 @@ void ZNTConsoleClient::carryOut(const std::string& utf8)
 void ZNTConsoleClient::stateChanged()
 {
     const auto state = controller.state();
-    useSettingsOfGame(state);
+    useSettingsOfGame();
     if (state == ZNTSessionState::Connected) {
         noteTerminalSize();
         alerts.showWaiting(); // of the connection before
@@ -192,11 +193,13 @@ void ZNTConsoleClient::stateChanged()
         script.disconnected();
 }
 
-/// A hint is for people at a terminal, and not for the demo game, which plays right both ways.
+/// A hint is for people who read it and have made no choice, and not for the demo game, which plays right
+/// both ways.
 void ZNTConsoleClient::showNotice(const ZNTSessionNotice& notice)
 {
-    const bool isHint = notice.kind == ZNTSessionNotice::Kind::Hint;
-    if (isHint && (!surroundings.inputIsTerminal || demoGame || std::exchange(isHintShown, true)))
+    if (notice.kind == ZNTSessionNotice::Kind::Hint &&
+        (!surroundings.errorIsTerminal || demoGame || !keeper.mayNeedHint() ||
+         std::exchange(isHintShown, true)))
         return;
     complain(notice.sentence);
 }
@@ -207,14 +210,19 @@ void ZNTConsoleClient::noteTerminalSize()
         controller.setViewSize(size->columns, size->rows);
 }
 
-/// A game may have settings of its own. They end with the connection.
-void ZNTConsoleClient::useSettingsOfGame(ZNTSessionState state)
+void ZNTConsoleClient::useSettingsOfGame()
 {
-    if (state == ZNTSessionState::Connecting)
-        keeper.beginGame(znt::utf8FromText(screen.host.text()), znt::utf8FromText(screen.port.text()));
-    else if (state == ZNTSessionState::Idle)
-        keeper.endGame();
+    znt::useSettingsOfGame(keeper, controller, screen.host.text(), screen.port.text());
+    const bool isSaid = controller.isConnected() && keeper.hasSettingsForGame();
+    if (!std::exchange(areGameSettingsSaid, isSaid) && isSaid && surroundings.errorIsTerminal)
+        complain(u"With settings for this game; /set shows them.");
+}
+
+void ZNTConsoleClient::setStandardTelnet(bool isOn)
+{
+    static_cast<void>(keeper.choose(znt::standardTelnet, isOn ? "on" : "off"));
     controller.setSettings(keeper.settings());
+    say(znt::notices::standardTelnetSwitched(isOn, controller.isConnected()).sentence);
 }
 
 void ZNTConsoleClient::quit() { finish(exitFine); }

@@ -45,6 +45,7 @@ public:
         ZNTConsoleOutput& output;
         bool outputIsTerminal;
         ZNTColourDepth colourDepth = ZNTColourDepth::Sixteen; ///< of the output
+        bool errorIsTerminal = false;                         ///< people read what is written to the log
         /// Ends the program with an exit code. Called once.
         std::function<void(int)> exit;
         /// The program that the option --demo starts.
@@ -73,6 +74,8 @@ public:
     /// Ends the connection, or gives up the attempt to make one.
     void disconnect();
     void quit();
+    /// For the next connection.
+    void setStandardTelnet(bool isOn);
     /// Ends recording and shows the recorded lines. If `name` is not empty, saves them as the recorder's
     /// sheet does, with `seconds` between commands.
     void finishRecording(std::u16string_view name, std::u16string_view seconds);
@@ -84,7 +87,7 @@ private:
     void carryOut(const std::string& utf8);
     [[nodiscard]] bool isOwnCommand(std::string_view utf8) const;
     void stateChanged();
-    void useSettingsOfGame(ZNTSessionState state);
+    void useSettingsOfGame();
     void showNotice(const ZNTSessionNotice& notice);
     void noteTerminalSize();
     void startDemo();
@@ -112,4 +115,5 @@ private:
     bool hasLostLine = false; ///< one could not be sent
     bool hasFinished = false;
     bool isHintShown = false;
+    bool areGameSettingsSaid = false; ///< in this connection
 };

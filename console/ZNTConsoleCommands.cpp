@@ -51,6 +51,7 @@ void ZNTConsoleCommands::addSessionCommands()
         else
             session.acceptCompressionOffers(on);
     });
+    addSwitch("standardTelnet", [this](bool on) { client.setStandardTelnet(on); });
     addSwitch("msp", [&session](bool on) { session.set_isMspOnOff(on); });
     addSwitch("speechOnOff", [&session](bool on) {
         session.setSpeechOnOffBindingState(on ? 1 : 0);

@@ -36,7 +36,8 @@ void ZNTConsoleSettings::show(std::u16string_view name)
     }
     for (const auto& row : ZNTSettingsTable)
         if (asked.empty() || row.name == asked)
-            say(row.name, znt::settingText(keeper.settings(), row), row.sentence);
+            say(row.name, znt::settingText(keeper.settings(), row),
+                std::string(row.sentence) + (row.follows.empty() ? "" : " ") + znt::followsInWords(row));
     if (name.empty() || name == remember)
         say("remember", keeper.isRemembering() ? "on" : "off", "Keeps the settings for the next start.");
 }

@@ -96,6 +96,7 @@ int main(int count, char** arguments)
                              .output = output,
                              .outputIsTerminal = ::isatty(STDOUT_FILENO) != 0,
                              .colourDepth = znt::colourDepth(environment("COLORTERM"), environment("TERM")),
+                             .errorIsTerminal = ::isatty(STDERR_FILENO) != 0,
                              .exit =
                                  [&](int code) {
                                      exitCode = code;

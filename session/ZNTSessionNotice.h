@@ -22,4 +22,13 @@ inline constexpr ZNTSessionNotice standardTelnetMayHelp{
     ZNTSessionNotice::Kind::Hint,
     u"If the game refuses your name, switch on Standard telnet and connect again."};
 
+/// The answer to a player who switches standard telnet while a connection stands, or while none does.
+inline constexpr ZNTSessionNotice standardTelnetSwitched(bool isOn, bool isConnected)
+{
+    constexpr std::u16string_view sentences[2][2] = {
+        {u"Standard telnet is off.", u"Standard telnet is off from the next connection on."},
+        {u"Standard telnet is on.", u"Standard telnet is on from the next connection on."}};
+    return {ZNTSessionNotice::Kind::Fact, sentences[isOn ? 1 : 0][isConnected ? 1 : 0]};
+}
+
 } // namespace znt::notices

@@ -224,4 +224,56 @@ TEST_F(ZNTConsoleClientTest, CompressionAndSoundAreAskedFor)
     EXPECT_EQ(received(), "\xFF\xFD\x56\xFF\xFD\x5A\xFF\x19\x56");
 }
 
+TEST_F(ZNTConsoleClientTest, AShippedGameIsPlayedWithItsSettingsAndTheSwitchIsForTheNextConnection)
+{
+    start(From::Terminal);
+    type("/connect KK.muds.idv.tw 4000");
+    waitForConnection();
+    EXPECT_THAT(machine.log.lines, testing::Contains("With settings for this game; /set shows them."));
+    EXPECT_EQ(client->session().cfStringEncoding(), ZNTStringEncoding::Big5Hkscs);
+    EXPECT_THAT(answerTo("/standard off"),
+                ElementsAre("Standard telnet is off from the next connection on."));
+    EXPECT_THAT(answerTo("/set full-colours"), ElementsAre(testing::StartsWith("full-colours = on  ")));
+    server.send("\x1B[38;5;9mGood\x1B[3"); // the rest is held back, and read as the game's text all the same
+    server.send("mbye.\r\n");
+    settle();
+    type("/disconnect");
+    settle();
+    consoleOutput.catchUp();
+    EXPECT_THAT(output, EndsWith("Goodbye.\n"));
+    EXPECT_EQ(client->session().settings().encoding, ZNTStringEncoding::Ascii);
+    EXPECT_THAT(answerTo("/set full-colours"), ElementsAre(testing::StartsWith("full-colours = off  ")));
+    EXPECT_THAT(answerTo("/standard on"), ElementsAre("Standard telnet is on."));
+    EXPECT_THAT(answerTo("/standard"), ElementsAre("! Say on or off: /standard on|off"));
+}
+
+TEST_F(ZNTConsoleClientTest, TheHintIsForPeopleWhoHaveMadeNoChoiceAndComesOnce)
+{
+    struct {
+        From from;
+        const char *before, *host;
+        long hints;
+    } const rows[] = {{From::Terminal, "/help quit", "127.0.0.1", 1},
+                      {From::Terminal, "/set speech on", "mud.example", 1},
+                      {From::Terminal, "/standard off", "127.0.0.1", 0},
+                      {From::Terminal, "/standard off", "aardmud.org", 0},
+                      {From::Script, "/help quit", "127.0.0.1", 0}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.before);
+        machine.log.lines.clear();
+        start(row.from);
+        type(row.before);
+        for (int connections = 0; connections < 2; ++connections) {
+            type(std::string("/connect ") + row.host + " 4000");
+            waitForConnection();
+            receive("\xFF\xFB\x56Who are you? ");
+            client->disconnect();
+            settle();
+        }
+        EXPECT_EQ(std::ranges::count(machine.log.lines, "If the game refuses your name, switch on Standard "
+                                                        "telnet and connect again."),
+                  row.hints);
+    }
+}
+
 } // namespace

@@ -28,6 +28,7 @@ protected:
                                            .streams = server.streams(),
                                            .output = consoleOutput,
                                            .outputIsTerminal = false,
+                                           .errorIsTerminal = from == From::Terminal,
                                            .exit = [this](int code) { exitCodes.push_back(code); }},
             options);
         client->start();

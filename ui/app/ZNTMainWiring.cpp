@@ -63,6 +63,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireColours();
     wireHelp();
     controller.whenSessionChanges = [this](ZNTSessionChange what) { sessionChanged(what); };
+    controller.whenSettingsChange = [this] { showSettings(); };
     controller.whenNoticed = [this](const ZNTSessionNotice& notice) { showNotice(notice); };
     connection.whenStateChanges = [this] { sessionChanged(ZNTSessionChange::State); };
 }
@@ -70,6 +71,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
 ZNTMainWiring::~ZNTMainWiring()
 {
     controller.whenSessionChanges = nullptr;
+    controller.whenSettingsChange = nullptr;
     controller.whenNoticed = nullptr;
     connection.whenStateChanges = nullptr;
 }
@@ -83,6 +85,10 @@ void ZNTMainWiring::wireGame()
         session.resendLastCommand();
         if (!session.isConnected())
             news.sayDone(u"");
+    });
+    whenToggled(menu["standardTelnet"], [this](bool on) {
+        if (controller.settings().settings().standardTelnet != on) // the switch follows the settings
+            controller.chooseSetting(znt::standardTelnet, on ? "on" : "off");
     });
     whenTriggered(menu["showPreferencesView"], [this] { controller.showPreferencesView(); });
     whenTriggered(menu["newApp"], [this] { controller.newApp(); });
@@ -268,6 +274,7 @@ void ZNTMainWiring::showAll()
 {
     for (const ZNTSessionChange what : allChanges)
         sessionChanged(what);
+    showSettings();
 }
 
 void ZNTMainWiring::sessionChanged(ZNTSessionChange what)
@@ -331,10 +338,16 @@ void ZNTMainWiring::showEncoding()
     window.textFromServer->setAmbiguousWidth(isChinese ? AmbiguousWidth::Wide : AmbiguousWidth::Narrow);
 }
 
-/// A hint is not for the demo game, which plays right both ways.
+void ZNTMainWiring::showSettings()
+{
+    menu["standardTelnet"]->setChecked(controller.settings().settings().standardTelnet);
+}
+
+/// A hint is not for players who have made a choice, nor for the demo game, which plays right both ways.
 void ZNTMainWiring::showNotice(const ZNTSessionNotice& notice)
 {
-    if (notice.kind == ZNTSessionNotice::Kind::Hint && connection.isDemoPlayed())
+    if (notice.kind == ZNTSessionNotice::Kind::Hint &&
+        (connection.isDemoPlayed() || !controller.settings().mayNeedHint()))
         return;
     status.showNotice(notice);
     news.say(notice.sentence);

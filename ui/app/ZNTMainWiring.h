@@ -44,6 +44,7 @@ private:
     void sessionChanged(ZNTSessionChange what);
     void showState();
     void showEncoding();
+    void showSettings();
     void showNotice(const ZNTSessionNotice& notice);
     void showTyping();
     void showRecording();

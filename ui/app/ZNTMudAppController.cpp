@@ -1,6 +1,7 @@
 #include "ZNTMudAppController.h"
 
 #include "ZNTCommandRecorderSheet.h"
+#include "ZNTGameSettings.h"
 #include "ZNTHintedTable.h"
 #include "ZNTMacroSheets.h"
 #include "ZNTMudListSheet.h"
@@ -139,24 +140,39 @@ QString ZNTMudAppController::gameBeingPlayed() const
 /// A game may have settings of its own. They end with the connection.
 void ZNTMudAppController::useSettingsOfGame()
 {
-    const auto state = zntServerConnectController.state();
-    if (state == ZNTSessionState::Connecting)
-        keeper.beginGame(znt::utf8FromText(mainScreen.ipAddress.text()),
-                         znt::utf8FromText(mainScreen.port.text()));
-    else if (state == ZNTSessionState::Idle)
-        keeper.endGame();
-    if (keeper.settings() == zntServerConnectController.settings())
+    if (!znt::useSettingsOfGame(keeper, zntServerConnectController, mainScreen.ipAddress.text(),
+                                mainScreen.port.text()))
         return;
-    zntServerConnectController.setSettings(keeper.settings());
     if (preferencesController)
         preferencesController->showSettings();
+    if (whenSettingsChange)
+        whenSettingsChange();
 }
 
 void ZNTMudAppController::chooseSetting(std::string_view name, const std::string& text)
 {
+    take(&ZNTSettingsKeeper::choose, name, text);
+}
+
+void ZNTMudAppController::chooseSettingForAllGames(std::string_view name, const std::string& text)
+{
+    take(&ZNTSettingsKeeper::chooseForAllGames, name, text);
+}
+
+void ZNTMudAppController::take(Choice choice, std::string_view name, const std::string& text)
+{
     keeper.noteChoices(zntServerConnectController.settings());
-    static_cast<void>(keeper.choose(name, text)); // the control offers good values only
+    const bool wasStandard = keeper.settings().standardTelnet;
+    static_cast<void>((keeper.*choice)(name, text)); // the controls offer good values only
     zntServerConnectController.setSettings(keeper.settings());
+    if (preferencesController)
+        preferencesController->showMadeControls();
+    if (whenSettingsChange)
+        whenSettingsChange();
+    const bool isStandard = keeper.settings().standardTelnet;
+    if (isStandard != wasStandard && whenNoticed)
+        whenNoticed(
+            znt::notices::standardTelnetSwitched(isStandard, zntServerConnectController.isConnected()));
 }
 
 void ZNTMudAppController::changed(ZNTSessionChange what)

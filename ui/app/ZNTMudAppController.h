@@ -64,10 +64,13 @@ public:
     void setSoundsMuted(bool muted) override;
     [[nodiscard]] ZNTSettingsKeeper& settings() override { return keeper; }
     void chooseSetting(std::string_view name, const std::string& text) override;
+    void chooseSettingForAllGames(std::string_view name, const std::string& text) override;
 
     /// Called when something of that kind has changed in the session or in the sounds.
     std::function<void(ZNTSessionChange what)> whenSessionChanges;
     std::function<void(const ZNTSessionNotice& notice)> whenNoticed;
+    /// Called when other values of settings are in force: a choice of the player, or a game's own.
+    std::function<void()> whenSettingsChange;
     /// Called when the list of games has filled the connection fields.
     std::function<void()> whenGamePicked;
 
@@ -75,6 +78,8 @@ private:
     void changed(ZNTSessionChange what);
     void noteCompression();
     void useSettingsOfGame();
+    using Choice = ZNTResult<void> (ZNTSettingsKeeper::*)(std::string_view name, std::string_view text);
+    void take(Choice choice, std::string_view name, const std::string& text);
     [[nodiscard]] QString gameBeingPlayed() const;
     void showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands);
     /// Makes the empty list of macros say why it is empty.

@@ -67,6 +67,8 @@ void ZNTStatusLine::takeState()
     }
     facts_.game = facts_.connection == Connection::None ? QString() : controller.playedGame();
     facts_.connectedSince = session.connectedSince();
+    facts_.hasGameSettings =
+        facts_.connection == Connection::Connected && controller.settings().hasSettingsForGame();
     facts_.isCompressed = facts_.connection == Connection::Connected && session._mccp();
 }
 

@@ -6,7 +6,6 @@
 #include "ZNTQtComboBox.h"
 #include "ZNTQtText.h"
 #include "ZNTServerConnectController.h"
-#include "ZNTSettingControls.h"
 #include "ZNTSettingsKeeper.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTTriggerColumns.h"
@@ -314,7 +313,10 @@ void ZNTPreferencesController::showSettings()
     }
     const QSignalBlocker blocker(layout.speechRate);
     layout.speechRate->setValue(now.rate);
+    showMadeControls();
 }
+
+void ZNTPreferencesController::showMadeControls() { madeControls.show(); }
 
 void ZNTPreferencesController::wireSettings()
 {
@@ -335,10 +337,7 @@ void ZNTPreferencesController::wireSettings()
         }
         return {layout.protocolsTabLayout, layout.muteCheckBox};
     };
-    ZNTSettingControls::make(serverConnectController.settings(), tabOf,
-                             [this](std::string_view name, const std::string& text) {
-                                 mudAppController.chooseSetting(name, text);
-                             });
+    madeControls.make(mudAppController, tabOf);
 }
 
 void ZNTPreferencesController::wireProtocols()

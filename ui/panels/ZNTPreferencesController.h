@@ -4,6 +4,7 @@
 #include "ZNTQtElements.h"
 #include "ZNTQtTableView.h"
 #include "ZNTSessionChange.h"
+#include "ZNTSettingControls.h"
 #include "ZNTTriggersDataSource.h"
 #include "ui_PreferencesView.h"
 
@@ -28,6 +29,8 @@ public:
     void sessionChanged(ZNTSessionChange what);
     /// Sets the controls of the settings to what is in force, for a game that has settings of its own.
     void showSettings();
+    /// The same for the controls that are made from the table alone.
+    void showMadeControls();
 
     void mudClientCompressionProtocolOnOff();
     void mudSoundProtocolOnOff();
@@ -64,4 +67,5 @@ private:
     ZNTQtTableView triggerTableView;
     ZNTQtTextArea triggerTextView;
     ZNTTriggersDataSource triggers;
+    ZNTSettingControls madeControls;
 };

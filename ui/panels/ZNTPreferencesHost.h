@@ -39,6 +39,8 @@ public:
     [[nodiscard]] virtual ZNTSettingsKeeper& settings() = 0;
     /// A choice of the player among the settings; takes effect at once.
     virtual void chooseSetting(std::string_view name, const std::string& text) = 0;
+    /// The same for all games, also while one is played.
+    virtual void chooseSettingForAllGames(std::string_view name, const std::string& text) = 0;
     /// Silences all sounds, or plays them again.
     virtual void setSoundsMuted(bool muted) = 0;
     /// When the game's text began to come compressed. Empty while it is not compressed.

@@ -1,73 +1,132 @@
 #include "ZNTSettingControls.h"
 
 #include "ZNTCheckBox.h"
+#include "ZNTPreferencesHost.h"
+#include "ZNTSettingsKeeper.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QSignalBlocker>
 #include <QSpinBox>
 #include <map>
+#include <string>
 
 namespace
 {
 
-/// The sentence of a setting as the name of its control.
-QString captionOf(const ZNTSettingRow& row)
+QString textOf(std::string_view utf8)
 {
-    auto caption = QString::fromUtf8(row.sentence.data(), static_cast<qsizetype>(row.sentence.size()));
-    if (caption.endsWith(u'.'))
-        caption.chop(1);
-    return caption;
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
-QWidget* boxFor(const ZNTSettingRow& row, bool isOn, QBoxLayout& layout,
-                const ZNTSettingControls::Choose& choose)
+/// One row with what its control shows and changes: the value in force, or that for all games.
+struct Setting {
+    const ZNTSettingRow& row;
+    ZNTPreferencesHost& host;
+
+    [[nodiscard]] bool isForAllGames() const { return !row.captionForAllGames.empty(); }
+    [[nodiscard]] ZNTSettings values() const
+    {
+        return isForAllGames() ? host.settings().settingsForAllGames() : host.settings().settings();
+    }
+    void choose(const std::string& text) const
+    {
+        if (isForAllGames())
+            host.chooseSettingForAllGames(row.name, text);
+        else
+            host.chooseSetting(row.name, text);
+    }
+    /// The name of the control: the sentence, unless the row has other words.
+    [[nodiscard]] QString caption() const
+    {
+        if (isForAllGames())
+            return textOf(row.captionForAllGames);
+        auto caption = textOf(row.sentence);
+        if (caption.endsWith(u'.'))
+            caption.chop(1);
+        return caption;
+    }
+    /// What the name does not say.
+    [[nodiscard]] QString description() const
+    {
+        return isForAllGames() ? textOf(row.sentence) : textOf(znt::followsInWords(row));
+    }
+};
+
+struct MadeControl {
+    QWidget* widget;
+    std::function<void()> show; ///< what is in force now
+};
+
+MadeControl boxFor(const Setting& setting, bool ZNTSettings::*field, QBoxLayout& layout)
 {
     auto* box = new ZNTCheckBox(layout.parentWidget());
-    box->setText(captionOf(row));
-    box->setChecked(isOn);
+    box->setObjectName(textOf(setting.row.name));
+    box->setText(setting.caption());
     layout.insertWidget(layout.count() - 1, box);
     QObject::connect(box, &QCheckBox::toggled, box,
-                     [choose, name = row.name](bool on) { choose(name, on ? "on" : "off"); });
-    return box;
+                     [setting](bool on) { setting.choose(on ? "on" : "off"); });
+    return {box, [setting, box, field] {
+                const QSignalBlocker blocker(box);
+                box->setChecked(setting.values().*field);
+            }};
 }
 
-QWidget* numberFieldFor(const ZNTSettingRow& row, int number, QBoxLayout& layout,
-                        const ZNTSettingControls::Choose& choose)
+MadeControl numberFieldFor(const Setting& setting, int ZNTSettings::*field, QBoxLayout& layout)
 {
     auto* line = new QHBoxLayout;
-    auto* caption = new QLabel(captionOf(row), layout.parentWidget());
-    auto* field = new QSpinBox(layout.parentWidget());
-    field->setRange(row.least, row.most);
-    field->setValue(number);
-    field->setAccessibleName(captionOf(row));
-    caption->setBuddy(field);
+    auto* caption = new QLabel(setting.caption(), layout.parentWidget());
+    auto* spin = new QSpinBox(layout.parentWidget());
+    spin->setRange(setting.row.least, setting.row.most);
+    spin->setAccessibleName(setting.caption());
+    caption->setBuddy(spin);
     line->addWidget(caption);
-    line->addWidget(field);
+    line->addWidget(spin);
     line->addStretch();
     layout.insertLayout(layout.count() - 1, line);
-    QObject::connect(field, &QSpinBox::valueChanged, field,
-                     [choose, name = row.name](int value) { choose(name, std::to_string(value)); });
-    return field;
+    QObject::connect(spin, &QSpinBox::valueChanged, spin,
+                     [setting](int value) { setting.choose(std::to_string(value)); });
+    return {spin, [setting, spin, field] {
+                const QSignalBlocker blocker(spin);
+                spin->setValue(setting.values().*field);
+            }};
+}
+
+/// An encoding is picked among its buttons.
+MadeControl controlFor(const Setting& setting, QBoxLayout& layout)
+{
+    if (const auto* isOn = std::get_if<bool ZNTSettings::*>(&setting.row.field))
+        return boxFor(setting, *isOn, layout);
+    if (const auto* number = std::get_if<int ZNTSettings::*>(&setting.row.field))
+        return numberFieldFor(setting, *number, layout);
+    return {nullptr, {}};
 }
 
 } // namespace
 
-void ZNTSettingControls::make(const ZNTSettings& settings, const TabOf& tabOf, const Choose& choose)
+void ZNTSettingControls::make(ZNTPreferencesHost& host, const TabOf& tabOf)
 {
     std::map<ZNTSettingTab, QWidget*> lastMade;
     for (const auto& row : ZNTSettingsTable) {
         if (row.hasOwnControl)
             continue;
         const auto tab = tabOf(row.tab);
-        QWidget* made = nullptr;
-        if (const auto* isOn = std::get_if<bool ZNTSettings::*>(&row.field))
-            made = boxFor(row, settings.**isOn, *tab.layout, choose);
-        else if (const auto* number = std::get_if<int ZNTSettings::*>(&row.field))
-            made = numberFieldFor(row, settings.**number, *tab.layout, choose);
-        if (!made)
-            continue; // an encoding is picked among its buttons
+        const Setting setting{row, host};
+        const auto made = controlFor(setting, *tab.layout);
+        if (!made.widget)
+            continue;
+        made.widget->setToolTip(setting.description());
+        made.widget->setAccessibleDescription(setting.description());
         auto*& last = lastMade.try_emplace(row.tab, tab.lastControl).first->second;
-        QWidget::setTabOrder(last, made);
-        last = made;
+        QWidget::setTabOrder(last, made.widget);
+        last = made.widget;
+        showers.push_back(made.show);
     }
+    show();
+}
+
+void ZNTSettingControls::show()
+{
+    for (const auto& showControl : showers)
+        showControl();
 }

@@ -2,11 +2,12 @@
 
 #include "ZNTSettings.h"
 
-#include <QString>
 #include <functional>
+#include <vector>
 
 class QBoxLayout;
 class QWidget;
+class ZNTPreferencesHost;
 
 /// The preferences' controls for settings that have no control of their own: one for each such row of the
 /// table, below the other controls of its tab. A box for on and off, a number field for a number.
@@ -18,8 +19,13 @@ public:
         QWidget* lastControl;
     };
     using TabOf = std::function<Tab(ZNTSettingTab)>;
-    using Choose = std::function<void(std::string_view name, const std::string& text)>;
 
-    /// Makes the controls, showing `settings`. `choose` is called when the player changes one.
-    static void make(const ZNTSettings& settings, const TabOf& tabOf, const Choose& choose);
+    /// Makes the controls. They show the settings of `host` and give it the player's choices. To be called
+    /// once; `host` outlives the controls.
+    void make(ZNTPreferencesHost& host, const TabOf& tabOf);
+    /// Makes the controls show what is in force now.
+    void show();
+
+private:
+    std::vector<std::function<void()>> showers; ///< one for each control
 };

@@ -22,6 +22,8 @@ QString znt::statusInWords(const ZNTStatusFacts& facts)
         break;
     }
     }
+    if (facts.hasGameSettings)
+        words << QStringLiteral("with settings for this game");
     if (facts.isCompressed)
         words << QStringLiteral("compressed");
     if (facts.isRecording)

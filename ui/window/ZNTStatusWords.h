@@ -8,6 +8,7 @@ struct ZNTStatusFacts {
     enum class Connection { None, Connecting, Connected } connection = Connection::None;
     QString game; ///< its name, else its address
     std::chrono::system_clock::time_point connectedSince;
+    bool hasGameSettings = false; ///< the game is played with settings of its own
     bool isCompressed = false;
     bool isRecording = false;
     bool isRecordingPaused = false;
