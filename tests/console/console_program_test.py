@@ -47,6 +47,12 @@ class ConsoleProgram(unittest.TestCase):
                 if ">" not in closed:
                     self.assertRegex(done.stdout, rb"(?s)\x1b\[0;.*Lantern Square")
 
+    def test_too_few_descriptors_end_in_words_and_not_in_a_signal(self):
+        for limit in range(4, 15, 2):
+            done = self.run_client(["sh", "-c", f'ulimit -n {limit}; exec "$0" --demo', PROGRAM], input=b"look\n")
+            self.assertIn(done.returncode, (0, 1), (limit, done.stderr))
+            self.assertTrue(done.returncode == 0 or done.stderr, limit)
+
     def test_the_line_being_typed_is_drawn_again_below_texts_and_alerts(self):
         ours, connection = self.on_a_terminal()
         prompt = "\u00e9\u00e9> "  # four columns, which a locale without UTF-8 cannot read
@@ -77,8 +83,9 @@ class ConsoleProgram(unittest.TestCase):
             self.screen_until(ours, "Password: $")
             os.write(ours, b"/se")
             os.write(ours, b"cret\r")
-            while not connection.recv(4096).endswith(b"\xff\xfd\x01/secret\r\n"):
-                pass
+            received = b""  # in any pieces
+            while not received.endswith(b"\xff\xfd\x01/secret\r\n"):
+                received += connection.recv(4096)
             connection.sendall(b"\xff\xfc\x01\r\nWelcome.\r\n> \xff\xf9")
             self.assertNotIn("ecret", self.screen_until(ours, "Welcome.\r\n.*> $"))
             os.write(ours, b"look")
