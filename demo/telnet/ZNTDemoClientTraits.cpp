@@ -148,7 +148,7 @@ std::string ZNTDemoClientTraits::receiveCharset(std::string_view content)
 
 std::string ZNTDemoClientTraits::answerToCharsets(std::string_view list)
 {
-    const auto rejection = subnegotiation(telnet::option::Charset, telnet::charset::Rejected);
+    auto rejection = subnegotiation(telnet::option::Charset, telnet::charset::Rejected);
     // If both sides ask at once, the server rejects and its own request stands (RFC 2066).
     if (isAskedForUnicode)
         return rejection;

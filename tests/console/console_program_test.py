@@ -134,6 +134,15 @@ class ConsoleProgram(unittest.TestCase):
         out, _, _ = self.play("say 世界 é\n", "--demo", "--set=encoding=utf-8")
         self.assertIn("You say: 世界 é", out)
 
+    def test_standard_telnet_hides_a_password_and_agrees_on_utf_8(self):
+        for compression in [], ["--mccp"]:
+            with self.subTest(compression):
+                out, errors, _ = self.play("name Oak\nsesame\nsay é ÿ 海\nw\nu\ncompress\n", "--demo",
+                                           "--set=standard-telnet=on", *compression)
+                self.assertRegex(out, "(?s)Choose a password.*You are called Oak.*You say: é ÿ 海\n.*море")
+                self.assertIn("was compressed" if compression else "Nothing is compressed", out)
+                self.assertNotIn("sesame", out + errors)
+
     def test_without_a_usable_home_play_goes_on(self):
         out, _, code = self.play("north\n", "--demo", home="/dev/null")
         self.assertIn("The Harbour", out)
