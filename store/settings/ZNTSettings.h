@@ -51,8 +51,8 @@ struct ZNTSettingRow {
     int least = 0, most = 0; ///< of a number
     /// Another setting, of the same type, whose value this one has while nobody has chosen one for it.
     std::string_view follows = {};
-    /// The words of its control, if that is for all games; else the control bears the sentence and is for the
-    /// game that is played.
+    /// The words of its control, if that is for all games, with "&" before the letter that picks it; else the
+    /// control bears the sentence and is for the game that is played.
     std::string_view captionForAllGames = {};
 };
 
@@ -90,7 +90,7 @@ inline constexpr std::array ZNTSettingsTable{
                   .sentence = "Reads telnet as its standards say, from the next connection on.",
                   .tab = ZNTSettingTab::Protocols,
                   .scope = ZNTSettingScope::Game,
-                  .captionForAllGames = "Standard telnet for all games"},
+                  .captionForAllGames = "Standard &telnet for all games"},
     ZNTSettingRow{.name = "tell-screen-reader",
                   .field = &ZNTSettings::tellScreenReader,
                   .sentence = "With standard telnet, lets games that ask know that you use a screen reader.",

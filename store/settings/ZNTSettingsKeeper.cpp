@@ -18,6 +18,15 @@ void useGameKeys(ZNTSettingsFile::Content& content)
     }
 }
 
+/// Whether any of `values` is in force.
+bool countsIn(const ZNTSettings& settings, const ZNTSettingValues& values)
+{
+    return std::ranges::any_of(values, [&](const auto& value) {
+        const auto* row = znt::settingNamed(value.first);
+        return row && znt::settingText(settings, *row) == value.second;
+    });
+}
+
 } // namespace
 
 ZNTSettingsKeeper::ZNTSettingsKeeper(const ZNTFilePlaces& places, ZNTPlatformLog& log,
@@ -153,8 +162,6 @@ void ZNTSettingsKeeper::weigh()
     const auto encoding = namedBy.find("encoding");
     weighed.isEncodingNamed = encoding != namedBy.end() && encoding->second != KnownGame;
     if (!atConnect)
-        hasSettingsForGame_ = std::ranges::any_of(namedBy, [](const auto& named) {
-            return named.second == KnownGame || named.second == OwnOfGame;
-        });
+        hasSettingsForGame_ = countsIn(weighed, *all[KnownGame]) || countsIn(weighed, *all[OwnOfGame]);
     inForce = weighed;
 }

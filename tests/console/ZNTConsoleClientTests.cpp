@@ -222,6 +222,12 @@ TEST_F(ZNTConsoleClientTest, CompressionAndSoundAreAskedFor)
     type("/msp on");
     type("/mccp off");
     EXPECT_EQ(received(), "\xFF\xFD\x56\xFF\xFD\x5A\xFF\x19\x56");
+    for (const bool isStandard : {false, true}) { // a tag as servers of today send it
+        type(isStandard ? "/set standard-sounds on" : "/set standard-sounds off");
+        receive("You hit the ground. !!SOUND(splat.wav V=50 P=62 U=http://mud.example:27744/sounds/) \n\r");
+        ASSERT_EQ(sounds.made.size(), isStandard ? 1U : 0U);
+    }
+    EXPECT_EQ(sounds.made[0]->source, "http://mud.example:27744/sounds/splat.wav");
 }
 
 TEST_F(ZNTConsoleClientTest, AShippedGameIsPlayedWithItsSettingsAndTheSwitchIsForTheNextConnection)
