@@ -169,3 +169,36 @@ TEST_F(ZNTWindowSheets, PreferencesSayWhatIsInForceBesideWhatWasLastPicked)
     session().set_isMccpOnOff(false);
     EXPECT_EQ(now("compressionNow"), "Not compressed");
 }
+
+TEST_F(ZNTWindowSheets, StandardTelnetIsSwitchedByKeyForOneGameAndByItsBoxForAll)
+{
+    const auto pressItsKey = [&] { press(window, Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier); };
+    parts->controller.settings().setRemembering(true);
+    press(window, Qt::Key_F8);
+    playDemo();
+    EXPECT_FALSE(status().contains(u"settings"_s));
+    pressItsKey();
+    const auto news = u"Standard telnet is on from the next connection on."_s;
+    EXPECT_TRUE(status().endsWith(u". "_s + news)) << status().toStdString();
+    EXPECT_TRUE(until([&] { return std::ranges::count(speech.said, news.toStdString()) == 1; }));
+    parts->controller.showPreferencesView();
+    QDialog& preferences = waitForDialog("PreferencesView");
+    auto& forAll = find<QCheckBox>(preferences, "standard-telnet");
+    auto& colours = find<QCheckBox>(preferences, "full-colours");
+    EXPECT_FALSE(forAll.isChecked() || colours.isChecked()) << "it is for this game, and for later";
+
+    press(preferences, Qt::Key_Escape);
+    ASSERT_TRUE(until([&] { return window.isActiveWindow(); }));
+    leaveTheGame();
+    EXPECT_TRUE(action("standardTelnet").isChecked());
+    EXPECT_TRUE(colours.isChecked()) << "it follows";
+    press(window, Qt::Key_F5);
+    ASSERT_TRUE(until([&] { return session().isConnected(); }));
+    EXPECT_TRUE(status().contains(u", with settings for this game, "_s)) << status().toStdString();
+    leaveTheGame();
+    pressItsKey();
+    EXPECT_TRUE(status().endsWith(u"Standard telnet is off."_s));
+    EXPECT_FALSE(action("standardTelnet").isChecked() || colours.isChecked());
+    forAll.click();
+    EXPECT_TRUE(action("standardTelnet").isChecked() && colours.isChecked() && forAll.isChecked());
+}
