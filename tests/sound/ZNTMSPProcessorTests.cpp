@@ -323,10 +323,4 @@ TEST_F(Processor, ATriggersSoundPlaysBesideTheChannelsByItsExactName)
     EXPECT_EQ(sounds.made.size(), 2u);
 }
 
-TEST_F(Processor, ATagOfMegabytesIsHandledInTime)
-{
-    const std::u16string many(1'000'000, u'*'), digits(1'000'000, u'9');
-    process(u"!!SOUND(a/" + many + u" V=" + digits + u")");
-}
-
 } // namespace

@@ -99,14 +99,6 @@ TEST_F(OutputView, TextKeepsItsFontAndSizeAndZoomScalesAll)
     EXPECT_NEAR(rectOf(0).height(), small.height() * 1.5, 2);
     view.resetZoom();
     EXPECT_EQ(rectOf(0), small) << "in the size that was picked";
-
-    // Text in two sizes wraps by what its cells really take.
-    view.append(inSize(std::u16string(40, u'x'), 12));
-    view.append(inSize(u" " + std::u16string(15, u'y') + u" end\n", 24));
-    settle();
-    const auto word = static_cast<int>(view.store().line(3).text.find(u'y'));
-    EXPECT_GT(rectOf(3, word).top(), rectOf(3).top());
-    EXPECT_LE(rectOf(3, word + 18).right(), view.viewport()->width());
 }
 
 TEST_F(OutputView, KeepsItsPlaceWhenWidthAndSizeChange)

@@ -179,21 +179,6 @@ TEST_F(ZNTWindowPlay, AnAlertSaysThatAGameCannotBeReached)
     EXPECT_TRUE(window.ipAddress->hasFocus()) << "without an address the button leads to its field";
 }
 
-TEST_F(ZNTWindowPlay, AGameGivenAtTheStartBearsItsNameInTheAddressBookOrElseItsHosts)
-{
-    ZNTMudList cove;
-    cove.name = u"Lantern Cove";
-    cove.telnetURL = u"LocalHost";
-    cove.port = 1;
-    database.addNewRowMudList(cove);
-    for (const auto& [host, name] :
-         {std::pair{u"127.0.0.1"_s, u"127.0.0.1"_s}, {u"localhost"_s, u"Lantern Cove"_s}}) {
-        parts->connection.connectTo(host, 1);
-        EXPECT_EQ(window.mudName->text(), name);
-        answerAlert();
-    }
-}
-
 TEST_F(ZNTWindowPlay, AMacroIsMadeRunEditedAndRemoved)
 {
     playDemo();
