@@ -134,7 +134,7 @@ bool wholePass(ZNTTriggerList& list, std::u16string_view text, ZNTTriggerActions
     const auto pass = list.startPass(text, actions);
     while (!pass->goOn())
         continue;
-    return pass->isGagged();
+    return pass->outcome().isGagged;
 }
 
 /// range: triggers, how many match, characters a chunk

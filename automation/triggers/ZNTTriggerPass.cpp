@@ -195,7 +195,7 @@ bool ZNTTriggerPass::canChangeAnything(const ZNTTrigger& trigger) const
     return isAnswering ||
            std::any_of(allReactions.begin(), allReactions.end(), [&](const ZNTTriggerReaction& reaction) {
                return reaction.reach == ZNTTriggerReaction::Reach::Chunk &&
-                      reaction.isWanted(trigger, outcome);
+                      reaction.isWanted(trigger, decided);
            });
 }
 
@@ -216,10 +216,10 @@ ZNTTriggerPass::Answers ZNTTriggerPass::answer(const ZNTArmedTrigger& armed)
 bool ZNTTriggerPass::react(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& match)
 {
     const bool mayAnswer = isAnswering; // an answer may end the answering, but only from the next match on
-    const ZNTTriggerOccasion occasion{armed, match, groupOf(match), actions, log};
+    const ZNTTriggerOccasion occasion{armed, match, groupOf(match), text, actions, log};
     for (const auto& reaction : allReactions) {
         const bool mayHappen = mayAnswer || reaction.reach == ZNTTriggerReaction::Reach::Chunk;
-        if (mayHappen && reaction.isWanted(armed.trigger, outcome) && !reaction.carryOut(occasion, outcome))
+        if (mayHappen && reaction.isWanted(armed.trigger, decided) && !reaction.carryOut(occasion, decided))
             return false;
     }
     return true;

@@ -53,8 +53,9 @@ public:
     bool goOn();
     /// From now on nothing is sent or played; the rest of the pass only decides about the chunk.
     void stopAnswering() { isAnswering = false; }
-    /// After the matches answered so far. It is final when `goOn` has returned true.
-    [[nodiscard]] bool isGagged() const { return outcome.isGagged; }
+    /// What the triggers have decided about the chunk. To be read when `goOn` has returned true; before that
+    /// it is not final. The reader may move from it.
+    [[nodiscard]] ZNTTriggerOutcome& outcome() { return decided; }
 
     static constexpr std::size_t mostMatchesAtOnce = 65'536;
 
@@ -88,7 +89,7 @@ private:
     bool hasCandidates = false;
     bool isBusy = false; ///< inside `goOn`
     bool isAnswering = true;
-    ZNTTriggerOutcome outcome;
+    ZNTTriggerOutcome decided;
 
     // Where the pass stands
     std::size_t candidate = 0;

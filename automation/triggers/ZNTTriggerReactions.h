@@ -19,6 +19,7 @@ struct ZNTTriggerOccasion {
     const ZNTArmedTrigger& armed;
     const ZNTTriggerMatch& match; ///< where it stands in the chunk
     std::u16string_view group;    ///< the text of group 1
+    std::u16string_view chunk;    ///< the whole text that the triggers watch
     ZNTTriggerActions& actions;
     ZNTPlatformLog& log;
 };

@@ -17,7 +17,7 @@ struct ZNTRecordedActions final : ZNTTriggerActions {
         const auto pass = list.startPass(text, *this);
         while (!pass->goOn())
             continue;
-        return pass->isGagged();
+        return pass->outcome().isGagged;
     }
     void sendCommand(std::u16string_view command) override { done.emplace_back(command); }
     void playTriggerSound(std::u16string_view fileName) override
