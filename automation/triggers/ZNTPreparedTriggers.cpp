@@ -54,7 +54,7 @@ std::shared_ptr<ZNTPreparedTriggers> ZNTPreparedTriggers::of(std::vector<ZNTTrig
     auto prepared = std::make_shared<ZNTPreparedTriggers>();
     LiteralNumbers literals;
     for (auto& trigger : triggers) {
-        ZNTArmedTrigger armed{std::move(trigger), ZNTTriggerPatience(runLoop), nullptr};
+        ZNTArmedTrigger armed{.trigger = std::move(trigger), .patience = ZNTTriggerPatience(runLoop)};
         armed.pattern = patterns.patternForCheck(armed.trigger.check);
         armed.usesGroup = znt::contains(armed.trigger.action, placeholder);
         if (const auto problem = problemOf(armed); !problem.empty()) {

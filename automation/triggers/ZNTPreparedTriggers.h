@@ -15,9 +15,9 @@ class ZNTTriggerPatternCache;
 
 /// A trigger that can be used, and what matching it needs.
 struct ZNTArmedTrigger {
-    ZNTTrigger trigger;
+    ZNTTrigger trigger = {};
     ZNTTriggerPatience patience;
-    std::shared_ptr<ZNTTriggerPattern> pattern;
+    std::shared_ptr<ZNTTriggerPattern> pattern = nullptr;
     bool usesGroup = false; ///< the action holds "%1"
     std::uint32_t literal = 0;
 };
