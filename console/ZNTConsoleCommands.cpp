@@ -15,11 +15,7 @@ using namespace znt::words;
 namespace
 {
 
-std::u16string_view encodingChoices()
-{
-    static const auto choices = znt::textFromUtf8(znt::encodingNames("|", "|"));
-    return choices;
-}
+std::u16string encodingChoices() { return znt::textFromUtf8(znt::encodingNames("|", "|")); }
 
 std::u16string_view countWord(std::size_t count)
 {
@@ -80,7 +76,7 @@ void ZNTConsoleCommands::addSessionCommands()
 void ZNTConsoleCommands::add(ZNTActionName name, std::function<void(std::u16string_view)> carryOut)
 {
     const ZNTClientAction& row = name.row();
-    commands.push_back({row.word, row.usage, row.help, std::move(carryOut)});
+    commands.push_back({row.word, std::u16string(row.usage), row.help, std::move(carryOut)});
 }
 
 void ZNTConsoleCommands::addSwitch(ZNTActionName name, std::function<void(bool)> turn)

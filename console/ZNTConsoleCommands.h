@@ -12,8 +12,8 @@ class ZNTConsoleClient;
 /// One command of the terminal client's own.
 struct ZNTConsoleCommand {
     std::u16string_view name;
-    std::u16string_view usage; ///< what follows the name
-    std::u16string_view help;  ///< one sentence
+    std::u16string usage;     ///< what follows the name
+    std::u16string_view help; ///< one sentence
     std::function<void(std::u16string_view words)> carryOut;
 };
 

@@ -20,7 +20,7 @@ void ZNTConsoleEditing::addCommands(ZNTConsoleClient& client, std::vector<ZNTCon
     const auto muds = std::make_shared<ZNTConsoleAddressBook>(replies, store);
     commands.insert(
         commands.end(),
-        {{u"trigger", u"add [--gag] [--sound FILE] NAME: PATTERN => COMMAND | list | remove N | on N | off N",
+        {{u"trigger", ZNTConsoleTriggers::usage(),
           u"Answers the game's text by itself; %1 and * in the pattern stand for words.",
           [triggers](auto words) { triggers->carryOut(words); }},
          {u"macro", u"add NAME TEXT | list | remove N",

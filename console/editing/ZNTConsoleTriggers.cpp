@@ -14,14 +14,14 @@ using namespace znt::words;
 namespace
 {
 
-/// "--gag and --sound FILE"
-std::u16string optionNames()
+/// Each option with its argument: `before` "--sound FILE" `after`, and `between` two of them.
+std::u16string optionNames(std::u16string_view before, std::u16string_view after, std::u16string_view between)
 {
     std::u16string names;
     for (const auto& column : ZNTTriggerColumns)
         if (!column.option.empty())
-            names += joined({names.empty() ? u"" : u" and ", column.option,
-                             column.argument.empty() ? u"" : u" ", column.argument});
+            names += joined({names.empty() ? u"" : between, before, column.option,
+                             column.argument.empty() ? u"" : u" ", column.argument, after});
     return names;
 }
 
@@ -49,6 +49,12 @@ ZNTConsoleTriggers::ZNTConsoleTriggers(ZNTConsoleReplies& replies, ZNTDatabaseHe
       database(database),
       reload(std::move(reload))
 {
+}
+
+std::u16string ZNTConsoleTriggers::usage()
+{
+    return joined({u"add ", optionNames(u"[", u"]", u" "),
+                   u" NAME: PATTERN => COMMAND | list | remove N | on N | off N"});
 }
 
 void ZNTConsoleTriggers::carryOut(std::u16string_view words)
@@ -87,7 +93,8 @@ bool ZNTConsoleTriggers::readOptions(std::u16string_view& words, ZNTTrigger& tri
         const auto option = firstWord(words);
         const auto* column = std::ranges::find(ZNTTriggerColumns, option, &ZNTTriggerColumn::option);
         if (column == ZNTTriggerColumns.end() || (!column->argument.empty() && words.empty())) {
-            replies.complain(joined({u"There is no option ", option, u"; there are ", optionNames(), u"."}));
+            replies.complain(joined(
+                {u"There is no option ", option, u"; there are ", optionNames(u"", u"", u" and "), u"."}));
             return false;
         }
         if (const auto* flag = std::get_if<bool ZNTTrigger::*>(&column->field))

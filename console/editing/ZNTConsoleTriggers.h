@@ -3,6 +3,7 @@
 #include "ZNTTrigger.h"
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 class ZNTConsoleReplies;
@@ -15,6 +16,8 @@ public:
     /// Both references outlive this. `reload` makes the session read the triggers from the store again.
     ZNTConsoleTriggers(ZNTConsoleReplies& replies, ZNTDatabaseHelper& database, std::function<void()> reload);
 
+    /// What may follow "/trigger", with the options of the columns.
+    static std::u16string usage();
     /// `words` are those behind "/trigger".
     void carryOut(std::u16string_view words);
 
