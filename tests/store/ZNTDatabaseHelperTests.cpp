@@ -1,8 +1,7 @@
 #include "ZNTDatabaseHelper.h"
 #include "ZNTStoredFiles.h"
 #include "ZNTTestPlatform.h"
-
-#include <tuple>
+#include "ZNTTriggerColumns.h"
 
 namespace
 {
@@ -12,9 +11,18 @@ using testing::IsEmpty;
 
 auto fieldsOf(const ZNTTrigger& trigger)
 {
-    return std::tie(trigger.oid, trigger.name, trigger.check, trigger.action, trigger.soundFileToPlay,
-                    trigger.gag, trigger.active);
+    std::vector<std::variant<bool, std::u16string, std::optional<std::u16string>>> fields;
+    for (const auto& column : ZNTTriggerColumns)
+        std::visit([&](auto field) { fields.emplace_back(trigger.*field); }, column.field);
+    return std::pair(trigger.oid, fields);
 }
+
+void fill(std::u16string& field, const ZNTTriggerColumn& column)
+{
+    field = std::u16string(u"\0'王\"; \U0001F409\r\n", 10).append(column.heading);
+}
+void fill(std::optional<std::u16string>& field, const ZNTTriggerColumn&) { field = u""; }
+void fill(bool& field, const ZNTTriggerColumn&) { field = true; }
 
 class ZNTDatabaseOperations : public testing::Test
 {
@@ -34,21 +42,15 @@ protected:
 TEST_F(ZNTDatabaseOperations, ATriggerComesBackAsItWasStored)
 {
     // Quotes, characters beyond the basic plane, line ends and NUL must all survive.
-    ZNTTrigger trigger{.oid = 0,
-                       .name = u"it's \"one\"; drop table ZNTTrigger",
-                       .check = u"王 \U0001F409 (\\w+)\r\n",
-                       .action = std::u16string(u"a\0b", 3),
-                       .soundFileToPlay = u"",
-                       .gag = true,
-                       .active = true};
+    ZNTTrigger trigger;
+    for (const auto& column : ZNTTriggerColumns)
+        std::visit([&](auto field) { fill(trigger.*field, column); }, column.field);
     store.insertTrigger(trigger);
     auto read = store.loadTriggers();
     ASSERT_EQ(read.size(), 1u);
     EXPECT_EQ(fieldsOf(read[0]), fieldsOf(trigger));
 
-    trigger.check = u"check";
-    trigger.soundFileToPlay.reset();
-    trigger.gag = trigger.active = false;
+    trigger = {.oid = trigger.oid, .name = u"name", .check = u"check"};
     store.updateTrigger(trigger);
     EXPECT_THAT(store.loadTriggers(), IsEmpty()) << "switched off";
     read = store.loadAllTriggers();
