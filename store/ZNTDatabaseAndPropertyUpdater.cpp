@@ -4,6 +4,7 @@
 #include "ZNTDatabaseLocation.h"
 #include "ZNTPrivateFiles.h"
 #include "ZNTPropertyList.h"
+#include "ZNTText.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -61,14 +62,60 @@ std::int64_t laterStepsDone(ZNTDatabase& database)
     return done;
 }
 
-bool runFrom(ZNTDatabase& database, ZNTDatabaseAndPropertyUpdater::LaterSteps steps, std::size_t first)
+/// One statement of the later steps, made from a row.
+struct LaterChange {
+    int step;
+    std::string sql;
+    std::string_view column; ///< that it adds; empty if it does something else
+};
+
+/// In the order in which they run.
+std::vector<LaterChange>
+laterChanges(std::span<const ZNTTriggerColumn> columns,
+             std::span<const ZNTDatabaseAndPropertyUpdater::LaterStatement> statements)
 {
-    for (const auto& step : steps.subspan(first))
-        for (const auto statement : step)
-            if (!database.execute(statement))
-                return false;
-    return database.execute("pragma user_version = " + std::to_string(steps.size())) &&
-           database.execute("commit");
+    std::vector<LaterChange> changes;
+    for (const auto& column : columns) {
+        const auto* type = std::holds_alternative<bool ZNTTrigger::*>(column.field) ? " integer" : " text";
+        if (column.addedByStep > 0)
+            changes.push_back({column.addedByStep,
+                               "ALTER TABLE ZNTTrigger ADD " + std::string(column.stored) + type,
+                               column.stored});
+    }
+    for (const auto& statement : statements)
+        changes.push_back({statement.step, std::string(statement.sql), {}});
+    std::ranges::stable_sort(changes, {}, &LaterChange::step);
+    return changes;
+}
+
+/// False also if the database cannot be read.
+bool lacksTriggerColumn(ZNTDatabase& database, std::string_view column)
+{
+    bool isThere = false;
+    const bool isRead =
+        database.query("select 1 from pragma_table_info('ZNTTrigger') where name = ? collate nocase",
+                       {znt::textFromUtf8(column)}, [&](const ZNTDatabaseRow&) { isThere = true; });
+    return isRead && !isThere;
+}
+
+/// Without a known number these are the columns alone. A column that the table has is never due: it was added
+/// while the number was lost.
+std::vector<std::string> dueStatements(ZNTDatabase& database, const std::vector<LaterChange>& changes,
+                                       bool isNumberKnown)
+{
+    const auto last = changes.empty() ? 0 : changes.back().step;
+    const auto done = isNumberKnown ? laterStepsDone(database) : 0;
+    if (done < 0 || done >= last)
+        return {};
+    std::vector<std::string> due;
+    for (const auto& change : changes) {
+        const bool isColumn = !change.column.empty();
+        if (change.step > done && (isColumn ? lacksTriggerColumn(database, change.column) : isNumberKnown))
+            due.push_back(change.sql);
+    }
+    if (isNumberKnown)
+        due.push_back("pragma user_version = " + std::to_string(last));
+    return due;
 }
 
 } // namespace
@@ -122,20 +169,18 @@ void ZNTDatabaseAndPropertyUpdater::saveOutThePropertiesFile()
     saving = znt::replacePrivateFile(path, propertyList);
 }
 
-void ZNTDatabaseAndPropertyUpdater::runLaterSteps(ZNTDatabase& database, LaterSteps steps)
+void ZNTDatabaseAndPropertyUpdater::runLaterSteps(ZNTDatabase& database,
+                                                  std::span<const ZNTTriggerColumn> columns,
+                                                  std::span<const LaterStatement> statements)
 {
-    const auto count = static_cast<std::int64_t>(steps.size());
-    if (update_db_ < lastCounter)
+    const auto changes = laterChanges(columns, statements);
+    const auto due = [&] { return dueStatements(database, changes, update_db_ >= lastCounter); };
+    if (due().empty() || !database.execute("begin immediate"))
         return;
-    if (const auto done = laterStepsDone(database); done < 0 || done >= count)
+    // Looked at again: another program may have run them since.
+    const auto runs = [&](const std::string& statement) { return database.execute(statement); };
+    if (std::ranges::all_of(due(), runs) && database.execute("commit"))
         return;
-    if (!database.execute("begin immediate"))
-        return;
-    // Read again: another program may have run them since.
-    const auto done = std::max<std::int64_t>(laterStepsDone(database), 0);
-    if (done < count && runFrom(database, steps, static_cast<std::size_t>(done)))
-        return;
-    if (done < count)
-        log.log("The database could not be brought up to date: " + database.lastError().description);
+    log.log("The database could not be brought up to date: " + database.lastError().description);
     database.execute("rollback");
 }

@@ -23,6 +23,9 @@ struct ZNTTriggerColumn {
     std::u16string_view option = {};   ///< of the terminal's /trigger add
     std::u16string_view argument = {}; ///< what follows the option
     std::u16string_view label = {};    ///< in the terminal's list of triggers
+    /// The later step of `ZNTDatabaseAndPropertyUpdater` that adds it to a player's database. 0: the database
+    /// has it since before the later steps.
+    int addedByStep = 0;
 };
 
 /// Every column, in the order in which the database is given them. The store, the trigger editor, the window

@@ -31,11 +31,12 @@ protected:
         std::filesystem::create_directories(machine.home.path(files.folder));
         std::filesystem::copy_file(places.resource("zantorDB.db"), machine.home.path(files.database));
     }
-    bool hasTriggerColumns() const
+    bool hasColumn(const std::string& name) const
     {
-        return files.value("select count(*) from pragma_table_info('ZNTTrigger') where name in ('gag', "
-                           "'sound_file_to_play')") == "2";
+        return files.rows("select 1 from pragma_table_info('ZNTTrigger') where name = '" + name + "'")
+                   .size() == 1;
     }
+    bool hasTriggerColumns() const { return hasColumn("gag") && hasColumn("sound_file_to_play"); }
 
     ZNTTestPlatform machine;
     ZNTFilePlaces places = machine.platform.places;
@@ -99,31 +100,40 @@ TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRun)
     EXPECT_THAT(machine.log.lines, IsEmpty());
 }
 
-TEST_F(ZNTDatabaseStart, ALaterStepRunsOnceAtEveryCounter)
+TEST_F(ZNTDatabaseStart, ALaterStepRunsOnceAtEveryCounterAndALostOneGetsTheColumnAlone)
 {
-    const std::vector<std::string_view> step{"create table later (at integer)",
-                                             "insert into later values (1)"};
-    const std::vector<std::string_view> failing{"insert into later values (2)",
-                                                "insert into nowhere values (2)"};
-    const auto startWith = [&](std::vector<std::vector<std::string_view>> steps) {
+    using Statements = std::vector<ZNTDatabaseAndPropertyUpdater::LaterStatement>;
+    const Statements first{{1, "create table later (at integer)"}, {1, "insert into later values (1)"}};
+    const Statements failing{{2, "insert into nowhere values (2)"}, first[0], first[1]};
+    const Statements second{
+        {2, "insert into later select 3 + count(colour) from ZNTTrigger"}, first[0], first[1]};
+    auto column = ZNTTriggerColumns.back();
+    column.stored = "colour";
+    column.addedByStep = 2;
+    const auto startWith = [&](const Statements& statements, std::size_t columns) {
         ZNTDatabaseAndPropertyUpdater updater(places, machine.log);
         ZNTStoreWait wait(machine.loop, machine.log);
         ZNTDatabase database(machine.home.path(files.database), wait);
         updater.runDatabaseUpdates([&](std::string_view statement) { database.execute(statement); });
-        updater.runLaterSteps(database, steps);
+        updater.runLaterSteps(database, {&column, columns}, statements);
     };
-    for (const int counter : {1, 4}) {
+    for (const int counter : {0, 1, 4}) {
         SCOPED_TRACE(counter);
+        const bool isLost = counter == 0;
         std::filesystem::remove_all(machine.home.path("Library"));
         putTemplateInPlace();
         files.writeProperties(files.counter(counter));
-        const auto rows = [&] { return files.rows("select at from later"); };
-        startWith({step});
-        startWith({step, failing});
-        EXPECT_THAT(rows(), ElementsAre("1")) << "a step that fails leaves nothing of itself";
-        startWith({step, {"insert into later values (3)"}});
-        EXPECT_THAT(rows(), ElementsAre("1", "3")) << "and is tried again";
-        EXPECT_EQ(files.readProperties(), files.counter(counter == 1 ? 3 : counter));
+        startWith(first, 0);
+        EXPECT_EQ(files.hasTable("later"), !isLost);
+        startWith(failing, 1);
+        EXPECT_EQ(hasColumn("colour"), isLost) << "a step that fails leaves nothing of itself";
+        if (isLost)
+            files.writeProperties(files.counter(4)); // found again
+        for (int start = 0; start < 2; ++start) {
+            startWith(second, 1);
+            EXPECT_THAT(files.rows("select at from later"), ElementsAre("1", "3")) << "and is tried again";
+        }
+        EXPECT_EQ(files.readProperties(), files.counter(counter == 1 ? 3 : 4));
     }
 }
 
