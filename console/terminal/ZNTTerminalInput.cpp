@@ -156,6 +156,12 @@ void ZNTTerminalInput::readHidden()
 
 void ZNTTerminalInput::readCharacters()
 {
+    termios modes{};
+    if (::tcgetattr(STDIN_FILENO, &modes) != 0) { // the terminal is gone; the library would ask it for ever
+        shown.reset();
+        deliver(nullptr);
+        return;
+    }
     if (shown) {
         readHidden();
         return;

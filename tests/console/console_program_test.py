@@ -90,6 +90,9 @@ class ConsoleProgram(unittest.TestCase):
             self.assertNotIn("ecret", self.screen_until(ours, "Welcome.\r\n.*> $"))
             os.write(ours, b"look")
             self.screen_until(ours, "look$")
+            os.dup2(os.open(os.devnull, os.O_RDONLY), ours)  # the terminal goes away, and the client ends
+            while connection.recv(4096):
+                pass
 
     def on_a_terminal(self, *arguments):
         """The terminal of a client that has connected, and its game's end of the connection."""
@@ -104,7 +107,9 @@ class ConsoleProgram(unittest.TestCase):
             self.addCleanup(client.wait)
             self.addCleanup(client.kill)
             os.close(theirs)
-            return ours, listener.accept()[0]
+            connection, _ = listener.accept()
+            connection.settimeout(20)
+            return ours, connection
 
     def screen_until(self, terminal, pattern):
         """What the client writes until `pattern` is found in it. The pattern sees no colours."""

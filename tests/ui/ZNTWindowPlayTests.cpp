@@ -128,28 +128,6 @@ TEST_F(ZNTWindowPlay, AnAttemptToConnectIsGivenUpByKeyAndMenu)
     }
 }
 
-TEST_F(ZNTWindowPlay, TheFontPanelSetsTheFontOfBothAndTheUsualSizeIsThePickedOne)
-{
-    ZNTOutputView& view = *window.textFromServer;
-    const auto expectInBoth = [&](double points) {
-        EXPECT_EQ(commandLine().font().pointSizeF(), points);
-        EXPECT_EQ(view.pointSize(), points);
-    };
-    playDemo();
-    press(commandLine(), Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
-    auto& panel = static_cast<QFontDialog&>(waitForDialog("fontPanel"));
-    QFont picked = panel.currentFont();
-    picked.setPointSizeF(18);
-    panel.setCurrentFont(picked);
-    press(panel, Qt::Key_Return);
-    EXPECT_TRUE(until([&] { return dialog("fontPanel") == nullptr && commandLine().hasFocus(); }));
-    expectInBoth(18);
-    press(commandLine(), Qt::Key_Minus, Qt::ControlModifier);
-    expectInBoth(17);
-    press(commandLine(), Qt::Key_0, Qt::ControlModifier);
-    expectInBoth(18);
-}
-
 TEST_F(ZNTWindowPlay, WhatIsDoneWithoutAConnectionSaysSo)
 {
     playDemo();
