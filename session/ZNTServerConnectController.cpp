@@ -152,6 +152,13 @@ void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std:
     changed(ZNTSessionChange::State);
 }
 
+/// What the player changes while a game is played by standard telnet.
+void ZNTServerConnectController::noteChoices()
+{
+    if (standardReceiver)
+        standardReceiver->setChoices(choicesFrom(settings_));
+}
+
 /// The choice holds until the next connect: two ways to read one stream would each have half of its state.
 ZNTReceiver& ZNTServerConnectController::chooseReceiver()
 {
@@ -233,13 +240,15 @@ void ZNTServerConnectController::setAlmostAllWidgetsEnabled(bool enabled)
 
 void ZNTServerConnectController::changeEncoding(std::u16string_view title)
 {
-    changeEncoding(znt::encodingTitled(title).value_or(cfStringEncoding_));
+    if (const auto encoding = znt::encodingTitled(title))
+        changeEncoding(*encoding);
 }
 
 void ZNTServerConnectController::changeEncoding(ZNTStringEncoding encoding)
 {
-    cfStringEncoding_ = encoding;
-    settings_.encoding = cfStringEncoding_;
+    cfStringEncoding_ = settings_.encoding = encoding;
+    settings_.isEncodingNamed = true;
+    noteChoices();
     changed(ZNTSessionChange::Encoding);
 }
 

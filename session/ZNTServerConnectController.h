@@ -285,6 +285,7 @@ private:
     void takeWhatWasHeldUp(ZNTStream& stream);
     ZNTReceiver& chooseReceiver();
     ZNTReceiver& switched();
+    void noteChoices();
     /// Carries out the sound tag of a text, takes out what is not to be shown, and gives the rest.
     std::u16string processed(std::u16string text);
     ZNTAttributedText coloured(std::u16string gameText);

@@ -15,6 +15,7 @@ void ZNTServerConnectController::setSettings(const ZNTSettings& wanted)
 void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
 {
     const auto wanted = settings_;
+    noteChoices();
     if (wanted.encoding != before.encoding) {
         cfStringEncoding_ = wanted.encoding;
         changed(ZNTSessionChange::Encoding);

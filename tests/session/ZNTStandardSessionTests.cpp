@@ -76,6 +76,11 @@ TEST_F(StandardSession, WhatWasAgreedEndsWithTheConnection)
     EXPECT_EQ(shown(), u"\u4f60\r\n");
     EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Utf8);
     EXPECT_EQ(session().settings().encoding, ZNTStringEncoding::Ascii) << "the player has chosen nothing";
+    session().changeEncoding(u"BIG5 - Chinese");
+    view.clear();
+    receive("\xa7\x41\r\n");
+    EXPECT_EQ(shown(), u"\u4f60\r\n") << "the player's choice beats the game's";
+    session().changeEncoding(u"ASCII");
     session().connectToServer();
     EXPECT_EQ(session().cfStringEncoding(), ZNTStringEncoding::Ascii);
     EXPECT_FALSE(session().isTypingHidden());
