@@ -17,12 +17,9 @@ auto fieldsOf(const ZNTTrigger& trigger)
     return std::pair(trigger.oid, fields);
 }
 
-void fill(std::u16string& field, const ZNTTriggerColumn& column)
-{
-    field = std::u16string(u"\0'王\"; \U0001F409\r\n", 10).append(column.heading);
-}
-void fill(std::optional<std::u16string>& field, const ZNTTriggerColumn&) { field = u""; }
-void fill(bool& field, const ZNTTriggerColumn&) { field = true; }
+void fill(bool& field) { field = true; }
+void fill(std::optional<std::u16string>& field) { field = u""; }
+void fill(std::u16string& field) { field.append(u"\0'王\"; \U0001F409\r\n", 10); }
 
 class ZNTDatabaseOperations : public testing::Test
 {
@@ -42,9 +39,9 @@ protected:
 TEST_F(ZNTDatabaseOperations, ATriggerComesBackAsItWasStored)
 {
     // Quotes, characters beyond the basic plane, line ends and NUL must all survive.
-    ZNTTrigger trigger;
+    ZNTTrigger trigger{.name = u"name", .check = u"check", .action = u"action"};
     for (const auto& column : ZNTTriggerColumns)
-        std::visit([&](auto field) { fill(trigger.*field, column); }, column.field);
+        std::visit([&](auto field) { fill(trigger.*field); }, column.field);
     store.insertTrigger(trigger);
     auto read = store.loadTriggers();
     ASSERT_EQ(read.size(), 1u);
