@@ -143,7 +143,7 @@ def walk_sheets(walk):
     program.press("Return")
     wait_for(lambda: program.content() == "", "the command line to be sent")
     walk.dialog("Command Recorder", keys="ctrl+shift+f")
-    walk.dialog("Select Font", keys="ctrl+shift+t")
+    walk.dialog("Select Font", keys="ctrl+shift+o")
     walk.dialog("Keyboard map", keys="F1")
 
 
