@@ -101,7 +101,7 @@ ZNTDemoScreen ZNTDemoConnection::screen() const
 /// A client does not show what is typed while the game says that it does that itself (RFC 857).
 void ZNTDemoConnection::hideTyping(bool hide) { options.want(telnet::option::Echo, hide); }
 
-bool ZNTDemoConnection::hearsSounds() const { return options.isOn(telnet::option::Sound); }
+bool ZNTDemoConnection::wantsSounds() const { return options.isOn(telnet::option::Sound); }
 
 void ZNTDemoConnection::endCompression()
 {

@@ -40,7 +40,7 @@ public:
     void showFlood(int lines) override;
     [[nodiscard]] ZNTDemoScreen screen() const override;
     void hideTyping(bool hide) override;
-    [[nodiscard]] bool hearsSounds() const override;
+    [[nodiscard]] bool wantsSounds() const override;
     [[nodiscard]] bool isCompressed() const override { return output.isCompressing(); }
     void endCompression() override;
     void hangUp(std::u16string_view farewell) override;

@@ -19,7 +19,7 @@ public:
     [[nodiscard]] virtual ZNTDemoScreen screen() const = 0;
     /// What the player types next is not shown to him, or is shown again. Only for a screen that can do that.
     virtual void hideTyping(bool hide) = 0;
-    [[nodiscard]] virtual bool hearsSounds() const = 0;
+    [[nodiscard]] virtual bool wantsSounds() const = 0;
     [[nodiscard]] virtual bool isCompressed() const = 0;
     /// What is shown from now on goes uncompressed.
     virtual void endCompression() = 0;

@@ -29,7 +29,7 @@ constexpr std::u16string_view kickSound = u" !!SOUND(/dying_groan.wav V=50 P=60)
 
 std::u16string soundFor(const ZNTDemoPlayer& player, std::u16string_view tag)
 {
-    return std::u16string(player.audience.hearsSounds() ? tag : std::u16string_view());
+    return std::u16string(player.audience.wantsSounds() ? tag : std::u16string_view());
 }
 
 std::u16string_view colourOf(ZNTDemoPhrase phrase)
@@ -213,9 +213,9 @@ void ZNTDemoVillage::callBob(ZNTDemoPlayer& player)
 
 void ZNTDemoVillage::showSound(ZNTDemoPlayer& player)
 {
-    const bool hears = player.audience.hearsSounds();
+    const bool wants = player.audience.wantsSounds();
     player.audience.showParagraph(
-        wrapped(texts.phrase(hears ? ZNTDemoPhrase::SoundOn : ZNTDemoPhrase::SoundOff),
+        wrapped(texts.phrase(wants ? ZNTDemoPhrase::SoundOn : ZNTDemoPhrase::SoundOff),
                 player.audience.screen().columns) +
         soundFor(player, groan));
 }

@@ -26,7 +26,7 @@ struct Screen final : ZNTDemoAudience {
     void showFlood(int) override {}
     [[nodiscard]] ZNTDemoScreen screen() const override { return traits; }
     void hideTyping(bool hide) override { isHiding = hide; }
-    [[nodiscard]] bool hearsSounds() const override { return false; }
+    [[nodiscard]] bool wantsSounds() const override { return false; }
     [[nodiscard]] bool isCompressed() const override { return false; }
     void endCompression() override {}
     void hangUp(std::u16string_view) override {}
