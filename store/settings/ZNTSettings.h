@@ -54,6 +54,8 @@ struct ZNTSettingRow {
     /// The words of its control, if that is for all games, with "&" before the letter that picks it; else the
     /// control bears the sentence and is for the game that is played.
     std::string_view captionForAllGames = {};
+    /// The value that "Set up for listening" gives it; empty if that leaves it alone.
+    std::string_view whenListening = {};
 };
 
 namespace znt
