@@ -30,6 +30,10 @@
 
 using namespace Qt::StringLiterals;
 
+/// How long a test waits for what must come, in milliseconds. A busy machine needs seconds for the pictures
+/// of a dense screen, and layouts settle over half a dozen of them.
+inline constexpr int patience = 30'000;
+
 /// The whole window over a home of its own, with keys pressed and widgets read as a player would.
 class ZNTWindowFixture : public testing::Test
 {
@@ -39,10 +43,10 @@ protected:
         alert.setMainWindow(&window);
         window.show();
         window.activateWindow(); // there is no window manager here
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window, patience));
     }
 
-    static bool until(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 5'000); }
+    static bool until(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, patience); }
 
     template <typename Widget>
     static Widget& find(QWidget& in, const char* name)

@@ -79,7 +79,7 @@ void expectNothingCut(QWidget& window)
     QTest::qWait(1);
     Faults faults;
     // Layouts settle on later turns.
-    EXPECT_TRUE(QTest::qWaitFor([&] { return (faults = cutIn(window)).empty(); }, 2'000))
+    EXPECT_TRUE(QTest::qWaitFor([&] { return (faults = cutIn(window)).empty(); }, patience))
         << testing::PrintToString(faults);
 }
 
