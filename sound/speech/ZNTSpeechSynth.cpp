@@ -51,6 +51,7 @@ void ZNTSpeechSynth::stopIt()
     theTimer.reset();
     const std::lock_guard lock(queueMutex);
     stackText.clear();
+    urgentText.clear();
     DO_NOT_SPEAK = true;
     ++stops;
 }
@@ -78,6 +79,21 @@ void ZNTSpeechSynth::speakNext(std::u16string_view text)
     }
 }
 
+void ZNTSpeechSynth::speakBeforeWaiting(std::u16string text)
+{
+    {
+        const std::lock_guard lock(queueMutex);
+        if (DO_NOT_SPEAK || text.empty())
+            return;
+        urgentText.append(text);
+    }
+    // The timer may be set for the pace of the line that sounds, which can be much longer than the line.
+    if (speechSynth.isSpeaking())
+        startTimer(pollingInterval);
+    else
+        talk();
+}
+
 void ZNTSpeechSynth::pause() { std::this_thread::sleep_for(std::chrono::milliseconds(100)); }
 
 std::optional<std::u16string> ZNTSpeechSynth::nextUtterance()
@@ -85,7 +101,8 @@ std::optional<std::u16string> ZNTSpeechSynth::nextUtterance()
     if (speechSynth.isSpeaking())
         return {};
     const std::lock_guard lock(queueMutex);
-    return stackText.takeUtterance();
+    auto urgent = urgentText.takeUtterance();
+    return urgent ? urgent : stackText.takeUtterance();
 }
 
 void ZNTSpeechSynth::talk()

@@ -45,6 +45,10 @@ public:
     void speakAtOnce(std::u16string_view text);
     /// Gives `text` to the voice now, before everything in the queue.
     void speakNext(std::u16string_view text);
+    /// Says `text` when the text that sounds now has ended, at once if nothing sounds, and before everything
+    /// in the queue. Several keep their order. Ignored while speech is off; a stop drops it as it drops the
+    /// queue.
+    void speakBeforeWaiting(std::u16string text);
 
     /// The timer's work: speaks the next line if nothing is being said, and re-arms the timer.
     void talk();
@@ -81,9 +85,12 @@ private:
     ZNTSpeechEngine& speechSynth;
     ZNTScreenReader& _voiceOverScriptFile;
 
-    /// Guards `stackText`, `DO_NOT_SPEAK` and `stops`, which the hand-over threads share with the run loop's.
+    /// Guards `stackText`, `urgentText`, `DO_NOT_SPEAK` and `stops`, which the hand-over threads share with
+    /// the run loop's.
     mutable std::mutex queueMutex;
     ZNTSpeechQueue stackText;
+    /// What is spoken before all of `stackText`.
+    ZNTSpeechQueue urgentText;
     bool DO_NOT_SPEAK = true;
     /// Kept as part of the interface: nothing sets it; the engine knows whether it speaks.
     [[maybe_unused]] bool isSpeaking = false;

@@ -79,6 +79,30 @@ TEST_F(SpeechSynth, AStopSilencesAtOnceAndForgetsEvenWhatWasOnItsWay)
     EXPECT_THAT(saidSince(), ElementsAre("new"));
 }
 
+TEST_F(SpeechSynth, UrgentTextsComeBeforeWhatWaitsInTheirOrderAndNeverCutOffALine)
+{
+    synth.speakBeforeWaiting(u"speech is off");
+    engine.staysSpeaking = true;
+    synth.speechOn();
+    synth.speakBeforeWaiting(u"at once");
+    EXPECT_THAT(saidSince(), ElementsAre("at once"));
+    speak({u"waiting"});
+    synth.speakBeforeWaiting(u"first");
+    synth.speakBeforeWaiting(u"second");
+    loop.advance(60);
+    EXPECT_THAT(saidSince(), IsEmpty());
+    for (const auto* next : {"first", "second", "waiting"}) {
+        engine.speaks = false;
+        loop.advance(0.5);
+        EXPECT_THAT(saidSince(), ElementsAre(next));
+    }
+    synth.speakBeforeWaiting(u"stopped");
+    synth.stopIt();
+    synth.speechOn();
+    loop.advance(60);
+    EXPECT_THAT(saidSince(), ElementsAre("(stop)"));
+}
+
 TEST_F(SpeechSynth, TheReaderSpeaksWhileItRunsAndTheEngineWhereItFindsNoWay)
 {
     reader.runs = true;
