@@ -195,6 +195,8 @@ void ZNTServerConnectController::onSocketDidDisconnect(ZNTStream&)
     if (lastEnding_ == ZNTSessionEnding::None)
         lastEnding_ = ZNTSessionEnding::ByPlayer;
     receiver->stopInflating();
+    if (settings_.stopSounds)
+        stopAllSounds();
     screen.connectionButton->setTitle(u"Connect");
     screen.ipAddress->setEnabled(true);
     screen.port->setEnabled(true);
@@ -301,6 +303,13 @@ void ZNTServerConnectController::speakForScreenReader()
     changed(ZNTSessionChange::Speech);
 }
 
+void ZNTServerConnectController::screenReaderChanged()
+{
+    if (settings_.speechFollowsReader && services.screenReader.isRunning() && !hasPlayerSwitchedSpeech &&
+        speechOnOffBindingState() != 1)
+        speakForScreenReader();
+}
+
 void ZNTServerConnectController::shortcutKeySpeechOnAndOff() { speech->toggle(); }
 
 void ZNTServerConnectController::textToSpeechOnAndOff() { speech->followState(); }
@@ -311,6 +320,7 @@ void ZNTServerConnectController::stopSpeaking() { speech->silence(); }
 
 void ZNTServerConnectController::setSpeechOnOffBindingState(int state)
 {
+    hasPlayerSwitchedSpeech = true;
     speech->speechOnOffBindingState = state;
     settings_.speech = state == 1;
     changed(ZNTSessionChange::Speech);

@@ -196,6 +196,11 @@ public:
     /// Turns speech on, and its interruption, as `awakeFromNib` does where a screen reader runs; for a front
     /// end that finds only afterwards that one was running.
     void speakForScreenReader();
+    /// A front end calls it when a screen reader has come or gone, at any time; `services.screenReader` knows
+    /// already which. With the setting `speech-follows-reader` the first calls `speakForScreenReader`, unless
+    /// speech is on or the player has switched it in this run. A reader that goes changes nothing: a player
+    /// who listens would be left with nothing at all.
+    void screenReaderChanged();
     /// Kept as part of the interface: a key that comes before the menu item changes its state. It stops
     /// speech that is on, else turns it on.
     void shortcutKeySpeechOnAndOff();
@@ -294,6 +299,9 @@ private:
     void writeData(std::string_view data, double timeout, long tag);
 
     // The screen
+    enum class Aloud { Yes, No }; ///< whether a text of the client's own is spoken while speech is on
+    void showOwnText(std::u16string_view text, Aloud aloud);
+    void showOwnLine(std::u16string_view line, Aloud aloud);
     void showMudNotResponding();
     /// The command line and the direction buttons: what needs a connection.
     void enableAlmostAllWidgets();
@@ -317,9 +325,10 @@ private:
     bool wasInflating = false;    ///< when `changed` last said so
     bool wasTypingHidden = false; ///< likewise
     bool isHintGiven = false;     ///< in this connection
-    double nextTick = 0;          ///< seconds until the pending read's next tick
-    double silenceSoFar = 0;      ///< seconds of the ticks since the last block or silence
-    bool _isMspOnOff_ = false;    ///< shared by the switches for sound and compression
+    bool hasPlayerSwitchedSpeech = false;
+    double nextTick = 0;       ///< seconds until the pending read's next tick
+    double silenceSoFar = 0;   ///< seconds of the ticks since the last block or silence
+    bool _isMspOnOff_ = false; ///< shared by the switches for sound and compression
     ZNTStringEncoding cfStringEncoding_ = ZNTStringEncoding::Ascii;
     std::string rootPath_;
     std::u16string lastCommand_;

@@ -135,7 +135,9 @@ ZNTAttributedText ZNTServerConnectController::coloured(std::u16string gameText)
 
 std::u16string ZNTServerConnectController::processed(std::u16string text)
 {
-    if (const auto tag = _zntParserUtility->soundTag(text))
+    // What is shown after the end would begin a sound that nothing ends.
+    const bool mayPlay = isConnected_ || !settings_.stopSounds;
+    if (const auto tag = _zntParserUtility->soundTag(text); tag && mayPlay)
         static_cast<void>(_soundProcessor->processSound(*tag)); // a tag that cannot be understood is dropped
     receiver->stripCommands(text);
     znt::stripSoundTags(text);

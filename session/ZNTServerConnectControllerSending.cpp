@@ -29,7 +29,7 @@ void ZNTServerConnectController::sendMessageToServer(std::u16string_view line, b
     }
     speech->interrupt(pauseWhenSending);
     if (!isTypingHidden())
-        insertTextInWindow(line);
+        showOwnLine(line, settings_.silentEcho ? Aloud::No : Aloud::Yes);
     std::u16string withLineEnd(line);
     withLineEnd += u"\r\n";
     writeData(receiver->encodedLine(withLineEnd, cfStringEncoding_), ZNTOutgoing::noTimeout,
@@ -137,22 +137,33 @@ void ZNTServerConnectController::stopAllSounds() { _soundProcessor->stopAllSound
 
 void ZNTServerConnectController::insertText(std::u16string_view text, ZNTColour)
 {
+    showOwnText(text, Aloud::Yes);
+}
+
+void ZNTServerConnectController::showOwnText(std::u16string_view text, Aloud aloud)
+{
     if (text.empty())
         return;
     const auto result = _zntParserUtility->colours().attributedText(processed(std::u16string(text)));
     if (result.empty())
         return;
-    speech->speakIfOn(result.text);
+    if (aloud == Aloud::Yes)
+        speech->speakIfOn(result.text);
     screen.textFromServer->append(result);
     _zntLogger->loggerText(result.text);
 }
 
 void ZNTServerConnectController::insertTextInWindow(std::u16string_view text)
 {
+    showOwnLine(text, Aloud::Yes);
+}
+
+void ZNTServerConnectController::showOwnLine(std::u16string_view line, Aloud aloud)
+{
     std::u16string echo = u"\x1b[1;36m";
-    echo.append(text).append(u"\r");
+    echo.append(line).append(u"\r");
     screen.textFromServer->setEditable(true);
-    insertText(echo, znt::colours::blue);
+    showOwnText(echo, aloud);
     screen.textFromServer->setEditable(false);
     _zntLogger->loggerText(echo);
 }

@@ -42,6 +42,9 @@ void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
     }
     if (wanted.interruption != before.interruption)
         setSpeechInterruptOnOffBindingState(wanted.interruption ? 1 : 0);
+    if (wanted.speechFollowsReader != before.speechFollowsReader)
+        screenReaderChanged(); // one may run already
+    speech->setSettings(wanted);
     _soundProcessor->setStandardTags(wanted.standardSounds);
     auto& synth = speech->synth();
     synth.setUseSystemVoiceNotVO(wanted.systemVoice);

@@ -30,7 +30,9 @@ void ZNTSessionSpeech::speakOrStop(const std::u16string& plainText)
 {
     const bool isOff = zntSpeechSynth.isSpeachOn(); // the name says the opposite
     if (speechOnOffBindingState != 1) {
-        if (!isOff) // only a line that the player asked to hear again can be sounding
+        // What the player asked for sounds on. Each command switches the synth on, so the next text of the
+        // game would cut off every line of the review.
+        if (!isOff && !zntSpeechSynth.hasSaidAtOnce())
             zntSpeechSynth.stopIt();
         return;
     }
@@ -84,7 +86,11 @@ void ZNTSessionSpeech::replay()
     if (_replayLastTextFromMUD.empty())
         return;
     interrupt(noPause);
-    speakIfOn(std::u16string(znt::lastUnits(_replayLastTextFromMUD, mostReplayed)));
+    const auto text = znt::lastUnits(_replayLastTextFromMUD, mostReplayed);
+    if (speechOnOffBindingState != 1 && settings.replayWhenOff)
+        zntSpeechSynth.speakAtOnce(text);
+    else
+        speakIfOn(std::u16string(text));
 }
 
 void ZNTSessionSpeech::silence()

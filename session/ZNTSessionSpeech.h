@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZNTClock.h"
+#include "ZNTSettings.h"
 #include "ZNTSpeechHandOver.h"
 #include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
@@ -24,6 +25,9 @@ public:
     ZNTSessionSpeech(RunLoop& runLoop, ZNTClock& clock, ZNTSpeechEngine& engine,
                      ZNTScreenReader& screenReader, std::function<void()> beforePause);
 
+    /// Puts what a session speaks, and when, into force. The switches below have operations of their own.
+    void setSettings(const ZNTSettings& wanted) { settings = wanted; }
+
     int speechOnOffBindingState = 0;
     int speechInterruptOnOffBindingState = 0;
 
@@ -41,6 +45,7 @@ public:
     void toggle();
     /// The menu item, whose state has changed already: speech follows it.
     void followState();
+    /// Speaks again what came since `forgetReplay`; while speech is off, with the setting for it alone.
     void replay();
     void forgetReplay() { _replayLastTextFromMUD.clear(); }
     /// Silences what is being said and what waits. What comes next is spoken if speech is on.
@@ -77,6 +82,7 @@ private:
     ZNTSpeechSynth zntSpeechSynth;
     ZNTSpeechHandOver speechHandOver;
     ZNTSpeechReview speechReview;
+    ZNTSettings settings;
     std::u16string _replayLastTextFromMUD;
     bool isAutomatic = false;
     bool isChunkInHand = false;

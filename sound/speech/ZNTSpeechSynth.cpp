@@ -49,6 +49,7 @@ void ZNTSpeechSynth::stopIt()
     speechSynth.stopSpeaking();
     _voiceOverScriptFile.forgetWhatWaits();
     theTimer.reset();
+    hasSaidAtOnce_ = false;
     const std::lock_guard lock(queueMutex);
     stackText.clear();
     urgentText.clear();
@@ -66,6 +67,7 @@ void ZNTSpeechSynth::speakAtOnce(std::u16string_view text)
 {
     speechSynth.stopSpeaking();
     _voiceOverScriptFile.forgetWhatWaits();
+    hasSaidAtOnce_ = true;
     speakNext(text);
 }
 

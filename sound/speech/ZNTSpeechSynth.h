@@ -43,6 +43,8 @@ public:
 
     /// Cuts off what is being said and says `text`, also while speech is off. The queue goes on after it.
     void speakAtOnce(std::u16string_view text);
+    /// Whether `speakAtOnce` was called since speech was stopped last.
+    [[nodiscard]] bool hasSaidAtOnce() const { return hasSaidAtOnce_; }
     /// Gives `text` to the voice now, before everything in the queue.
     void speakNext(std::u16string_view text);
     /// Says `text` when the text that sounds now has ended, at once if nothing sounds, and before everything
@@ -96,6 +98,7 @@ private:
     [[maybe_unused]] bool isSpeaking = false;
     std::uint64_t stops = 0;
 
+    bool hasSaidAtOnce_ = false;
     bool useTimer_ = true;
     bool useSystemVoiceNotVO_ = false;
     double speechRate_ = 120;

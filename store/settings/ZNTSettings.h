@@ -25,6 +25,10 @@ struct ZNTSettings {
     bool systemVoice = false;
     bool pacing = true;
     int rate = 120;
+    bool silentEcho = false;
+    bool replayWhenOff = false;
+    bool speechFollowsReader = false;
+    bool stopSounds = false;
 
     friend bool operator==(const ZNTSettings&, const ZNTSettings&) = default;
 };
@@ -142,6 +146,30 @@ inline constexpr std::array ZNTSettingsTable{
                   .hasOwnControl = true,
                   .least = 10,
                   .most = 600},
+    ZNTSettingRow{.name = "silent-echo",
+                  .field = &ZNTSettings::silentEcho,
+                  .sentence = "Does not speak the lines that you send.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .whenListening = "on"},
+    ZNTSettingRow{.name = "replay-when-off",
+                  .field = &ZNTSettings::replayWhenOff,
+                  .sentence = "Replays, and says the prompt, also while speech is off.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .whenListening = "on"},
+    ZNTSettingRow{.name = "speech-follows-reader",
+                  .field = &ZNTSettings::speechFollowsReader,
+                  .sentence = "Starts speech when a screen reader comes, unless you have switched speech.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .whenListening = "on"},
+    ZNTSettingRow{.name = "stop-sounds",
+                  .field = &ZNTSettings::stopSounds,
+                  .sentence = "Ends all sounds when the connection ends.",
+                  .tab = ZNTSettingTab::Protocols,
+                  .scope = ZNTSettingScope::Player,
+                  .whenListening = "on"},
 };
 
 /// Values by the names of their settings, as text: "on" or "off", a number, the name of an encoding.
