@@ -169,11 +169,14 @@ void ZNTConsoleClient::carryOut(const std::string& utf8)
         complain(u"Not connected, so this was not sent: " + znt::textFromUtf8(utf8));
         return;
     }
-    surroundings.input.replaceTypedLine();
-    screen.commandLine.setText(znt::textFromUtf8(
-        std::string_view(utf8).substr(utf8.starts_with("//") && !controller.isTypingHidden() ? 1 : 0)));
+    const auto line = znt::textFromUtf8(
+        std::string_view(utf8).substr(utf8.starts_with("//") && !controller.isTypingHidden() ? 1 : 0));
+    if (!surroundings.input.takeBackTypedLine())
+        outputView.setLineOnScreen(line);
+    screen.commandLine.setText(line);
     script.lineSent();
     controller.controlTextViewDoCommandBySelector(ZNTCommandLineKey::InsertNewline);
+    outputView.setLineOnScreen(std::nullopt);
 }
 
 void ZNTConsoleClient::stateChanged()

@@ -39,6 +39,8 @@ std::variant<ZNTConsoleOptions, int> ZNTConsoleOptions::fromArguments(int count,
     app.add_flag("--mccp", mccp, "accept compression (MCCP2) when the game offers it");
     app.add_flag("--msp", msp, "accept sounds (MSP) when the game offers them");
     app.add_flag("--speech", speech, "speak what the game says");
+    app.add_flag("--reader", options.reader,
+                 "for a screen reader of the terminal: draw nothing again, and use no colours");
     std::vector<std::string> assignments;
     app.add_option("--set", assignments, "change a setting; /set lists them")
         ->type_name("NAME=VALUE")

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <variant>
 
 /// What the command line of the terminal client says.
@@ -14,6 +15,7 @@ struct ZNTConsoleOptions {
     std::uint16_t port = 0;
     ZNTSettingValues settings; ///< of --set, --encoding, --mccp, --msp and --speech
     Colour colour = Colour::Auto;
+    bool reader = false; ///< for a screen reader that reads the terminal
     bool demo = false;
     bool mendHome = false; ///< put a broken store aside, then end
 
@@ -21,6 +23,13 @@ struct ZNTConsoleOptions {
     [[nodiscard]] bool isInColour(bool outputIsTerminal) const
     {
         return colour == Colour::Always || (colour == Colour::Auto && outputIsTerminal);
+    }
+
+    /// Whether text is only appended: nothing on the terminal is drawn again, and the terminal edits the
+    /// lines that are typed. `term` is the environment's TERM, empty if it is not set.
+    [[nodiscard]] bool appendsOnly(std::string_view term) const
+    {
+        return reader || term.empty() || term == "dumb" || term == "unknown";
     }
 
     /// The options, or the exit code of a program that has said all it has to: 0 after the help, 2 after a

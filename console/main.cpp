@@ -3,6 +3,7 @@
 #include "ZNTConsoleClient.h"
 #include "ZNTConsoleLog.h"
 #include "ZNTConsoleWriter.h"
+#include "ZNTHiddenTyping.h"
 #include "ZNTMixerSounds.h"
 #include "ZNTSocketStream.h"
 #include "ZNTSpeechDispatcher.h"
@@ -62,7 +63,7 @@ int main(int count, char** arguments)
     auto parsed = ZNTConsoleOptions::fromArguments(count, arguments);
     if (const int* exitCode = std::get_if<int>(&parsed))
         return *exitCode;
-    const auto options = std::get<ZNTConsoleOptions>(parsed);
+    auto options = std::get<ZNTConsoleOptions>(parsed);
     if (options.mendHome)
         return mendHome();
     std::signal(SIGPIPE, SIG_IGN);
@@ -74,10 +75,15 @@ int main(int count, char** arguments)
     }
     auto& runLoop = *opened.value();
     ZNTSystemClock clock;
-    const auto input = ZNTConsoleInput::forStandardInput(runLoop);
+    const bool appendsOnly = options.appendsOnly(environment("TERM"));
+    if (appendsOnly && options.colour == ZNTConsoleOptions::Colour::Auto)
+        options.colour = ZNTConsoleOptions::Colour::Never;
+    const auto input = ZNTConsoleInput::forStandardInput(runLoop, appendsOnly);
     ZNTConsoleWriter writer(runLoop, {STDOUT_FILENO, STDERR_FILENO},
-                            input->isTerminal() ? mostWaitingForTerminal : mostWaiting,
-                            [] { std::_Exit(ZNTConsoleClient::exitBroken); });
+                            input->isTerminal() ? mostWaitingForTerminal : mostWaiting, [] {
+                                ZNTHiddenTyping::showBeforeEnd();
+                                std::_Exit(ZNTConsoleClient::exitBroken);
+                            });
     ZNTConsoleOutput output(runLoop, *input, writer);
     ZNTConsoleLog log(runLoop, output);
     ZNTNotificationCenter notifications;

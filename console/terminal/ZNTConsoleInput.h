@@ -28,21 +28,34 @@ public:
     /// Whether to read no further for now. A few lines may still come; a person at a terminal is never kept
     /// waiting.
     virtual void setPaused(bool isPaused) { static_cast<void>(isPaused); }
-    /// To be called before text is written, which would otherwise break into the line being typed.
-    virtual void hideLine() {}
-    /// To be called when it is written. `unfinishedLine` (UTF-8) is shown before the line being typed. As a
-    /// rule it is the game's prompt.
-    virtual void showLine(std::string_view unfinishedLine) { static_cast<void>(unfinishedLine); }
-    /// Writes `line` (UTF-8, with its line end) to stderr, above the line being typed if both are shown on
-    /// one terminal.
+    /// What passes above the line being typed. Text goes on where the text before it ended. An aside, a line
+    /// on stderr, begins a line of its own.
+    enum class Passing { Text, Aside };
+    /// Returns what is to be written before that, because it would otherwise break into the line being typed.
+    /// `isAtLineStart` is false if the text written last has not ended its line.
+    virtual std::string makeWay(Passing passing, bool isAtLineStart);
+    /// Returns what is to be written after it, so that the line being typed is shown again. Empty if it is
+    /// shown. `unfinishedLine` (UTF-8) stands before the line being typed; as a rule it is the game's prompt.
+    /// If `isWritten`, the cursor stands behind it already.
+    virtual std::string lineAgain(std::string_view unfinishedLine, bool isWritten);
+    /// Whether text has hidden a half-typed line.
+    [[nodiscard]] virtual bool hasHiddenHalfLine() const { return false; }
+    /// Whether lines on stderr appear on the terminal on which one types.
+    [[nodiscard]] virtual bool sharesStandardError() const { return false; }
+    /// Writes `line` (UTF-8, with its line end) to stderr.
     virtual void writeAside(std::string_view line);
-    /// What has been typed so far need not be shown again, because the caller shows the line itself.
-    virtual void replaceTypedLine() {}
+    /// Takes the line that was typed last from the screen, because the caller shows it. False if it stays
+    /// there.
+    [[nodiscard]] virtual bool takeBackTypedLine() { return true; }
 
     /// Whether what is typed is shown. A line that is typed while it is hidden is kept in no history.
     virtual void setTypingHidden(bool isHidden) { static_cast<void>(isHidden); }
 
     /// The input for stdin: with line editing on a terminal, else plain lines from a pipe, a file or a
-    /// device. `runLoop` outlives it.
-    static std::unique_ptr<ZNTConsoleInput> forStandardInput(RunLoop& runLoop);
+    /// device. If `appendsOnly`, the terminal edits its lines by itself. `runLoop` outlives the input.
+    static std::unique_ptr<ZNTConsoleInput> forStandardInput(RunLoop& runLoop, bool appendsOnly);
+
+protected:
+    /// Whether stdout and stderr are one terminal.
+    static bool areErrorsOnOutput();
 };

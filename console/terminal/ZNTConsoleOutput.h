@@ -6,12 +6,17 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
 /// Everything that the terminal client writes. Text is gathered during a turn of the run loop and handed to
 /// the sink once, on the next turn; a flood is handed over in pieces of 64 KiB. While text passes, the line
-/// being typed is hidden; it is shown again when everything is written. Belongs to the run loop's thread.
+/// being typed is hidden; it is shown again when everything is written. If the sink keeps pace, that is all
+/// one piece. Belongs to the run loop's thread.
+///
+/// A half-typed line is shown again at most once a second, as a screen reader reads all that is written; a
+/// key shows it at once.
 class ZNTConsoleOutput
 {
 public:
@@ -36,11 +41,16 @@ public:
     std::function<void(bool isToWait)> holdGame;
 
     static constexpr std::size_t largestPiece = std::size_t{64} << 10;
+    static constexpr double secondsBetweenHalfLines = 1;
 
 private:
+    enum class Part { Middle, End };
     void writeOnNextTurn();
     void finishTurn();
-    void handOver();
+    void handOver(Part partOfTurn);
+    [[nodiscard]] std::string makeWay(ZNTConsoleInput::Passing passing, std::string_view text);
+    [[nodiscard]] std::string lineAgain();
+    [[nodiscard]] std::string lineAgainNow();
     void showLineAgain();
     void setGameHeld(bool isToWait);
 
@@ -50,6 +60,9 @@ private:
     std::string gathered;
     std::string unfinishedLine;
     bool isTurnToBeFinished = false;
-    bool isLineHidden = false; ///< as long as text is on its way
+    bool hasMadeWay = false;   ///< for the text of this turn
+    bool isAtLineStart = true; ///< the text that was handed over last
+    double nextHalfLine = 0;   ///< the run loop's time from which on one may be shown
+    std::unique_ptr<RunLoopTimer> halfLineTimer;
     bool isGameHeld = false;
 };

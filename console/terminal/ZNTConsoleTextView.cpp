@@ -76,6 +76,8 @@ ZNTColourDepth znt::colourDepth(std::string_view colorterm, std::string_view ter
 void ZNTConsoleTextView::append(const ZNTAttributedText& text)
 {
     const std::u16string_view all = text.text;
+    if (isOnScreen(all))
+        return;
     if (colour == ZNTConsoleColour::Never || text.runs.empty()) {
         appendCharacters(all);
     } else {
@@ -93,6 +95,19 @@ void ZNTConsoleTextView::append(const ZNTAttributedText& text)
     }
     flush();
     output.setUnfinishedLine(znt::utf8FromText(lastLine));
+}
+
+/// The line is read to its end all the same: a line feed of the game behind it may belong to that end.
+bool ZNTConsoleTextView::isOnScreen(std::u16string_view text)
+{
+    const auto line = std::exchange(lineOnScreen, std::nullopt);
+    if (!line || text.size() != line->size() + 1 || !text.starts_with(*line))
+        return false;
+    for (const auto unit : text)
+        lineEnds.meaningOf(unit);
+    lastLine.clear();
+    output.setUnfinishedLine("");
+    return true;
 }
 
 void ZNTConsoleTextView::appendCharacters(std::u16string_view characters)

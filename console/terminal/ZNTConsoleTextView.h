@@ -5,8 +5,10 @@
 #include "ZNTLineEnds.h"
 #include "ZNTScreenElements.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 enum class ZNTConsoleColour { Never, Always };
 
@@ -38,11 +40,15 @@ public:
     }
 
     void append(const ZNTAttributedText& text) override;
+    /// The terminal shows this line of the player's already, with its line end. If it is appended next, it is
+    /// not written again. None: forget it.
+    void setLineOnScreen(std::optional<std::u16string> line) { lineOnScreen = std::move(line); }
     void scrollToEnd() override {}
     void clear() override {}
     void setEditable(bool) override {}
 
 private:
+    [[nodiscard]] bool isOnScreen(std::u16string_view text);
     void appendCharacters(std::u16string_view characters);
     void appendCharacter(char16_t unit);
     void appendSgr(std::string_view parameters);
@@ -53,6 +59,7 @@ private:
     ZNTColourDepth depth;
     ZNTConsoleOutput& output;
     ZNTLineEnds lineEnds;
+    std::optional<std::u16string> lineOnScreen;
     std::string pending;
     std::u16string lastLine;    ///< what no line break has ended yet: a prompt, as a rule
     char16_t leadSurrogate = 0; ///< the first half of a character whose second half is still to come

@@ -2,8 +2,8 @@
 
 #include "ZNTConsoleInput.h"
 
-/// Lines from a descriptor that is no terminal.
-class ZNTPlainInput final : public ZNTConsoleInput
+/// Lines from a descriptor, as they are.
+class ZNTPlainInput : public ZNTConsoleInput
 {
 public:
     /// Reads from `descriptor`, which stays the caller's.

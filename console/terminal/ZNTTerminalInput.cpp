@@ -1,34 +1,21 @@
 #include "ZNTTerminalInput.h"
 
+#include "ZNTDescriptors.h"
 #include "ZNTTerminalSize.h"
 
 #include <algorithm>
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
 #include <cwchar>
-#include <editline/readline.h>
 #include <langinfo.h>
+#include <termios.h>
 #include <unistd.h>
 #include <utility>
 
 namespace
 {
 
-constexpr int commandsRemembered = 500;
-
-/// What terminals send for the arrows and their neighbours while they are not in application mode; the
-/// library knows only what the terminal's description lists.
-constexpr const char* keyBindings[] = {
-    "bind ^[[A ed-prev-history", "bind ^[[B ed-next-history", "bind ^[[C ed-next-char",
-    "bind ^[[D ed-prev-char",    "bind ^[[H ed-move-to-beg",  "bind ^[[F ed-move-to-end",
-    "bind ^[[1~ ed-move-to-beg", "bind ^[[4~ ed-move-to-end", "bind ^[[3~ ed-delete-next-char"};
-
-void writeToTerminal(const std::string& sequence)
-{
-    std::fwrite(sequence.data(), 1, sequence.size(), stdout);
-    std::fflush(stdout);
-}
+void writeToTerminal(std::string_view sequence) { static_cast<void>(znt::writeAll(STDOUT_FILENO, sequence)); }
 
 std::string cursorUp(int rows) { return rows > 0 ? "\x1b[" + std::to_string(rows) + "A" : std::string(); }
 
@@ -72,68 +59,51 @@ int terminalColumns()
 
 } // namespace
 
-ZNTTerminalInput* ZNTTerminalInput::theOne = nullptr;
-
 ZNTTerminalInput::ZNTTerminalInput(RunLoop& runLoop) : runLoop(runLoop)
 {
     // What is written is UTF-8 whatever the locale says, and so is what is read.
     std::setlocale(LC_CTYPE, "");
     if (std::string_view(::nl_langinfo(CODESET)) != "UTF-8")
         std::setlocale(LC_CTYPE, "C.UTF-8");
-    theOne = this;
 }
 
-ZNTTerminalInput::~ZNTTerminalInput()
-{
-    setTypingHidden(false);
-    if (isInstalled)
-        rl_callback_handler_remove();
-    theOne = nullptr;
-}
+ZNTTerminalInput::~ZNTTerminalInput() = default;
 
 bool ZNTTerminalInput::start(Handlers given)
 {
     handlers = std::move(given);
-    using_history();
-    stifle_history(commandsRemembered);
-    rl_callback_handler_install("", &ZNTTerminalInput::onLine);
-    isInstalled = true;
-    for (const auto* binding : keyBindings)
-        rl_parse_and_bind(binding);
     watch = runLoop.watchDescriptor(STDIN_FILENO, RunLoopInterest::Readable,
-                                    [this](RunLoopInterest) { readCharacters(); });
-    return watch != nullptr;
+                                    [this](RunLoopInterest) { readKey(); });
+    if (!watch)
+        return false;
+    editor.emplace();
+    writeToTerminal(editor->begin(prompt));
+    return true;
 }
 
-/// The line editor draws what it reads, so it rests while typing is hidden. The terminal then gives whole
-/// lines and shows nothing of them.
+/// The line editor shows what it reads, so it rests while typing is hidden.
 void ZNTTerminalInput::setTypingHidden(bool isHidden)
 {
-    if (isHidden == shown.has_value() || !watch)
+    if (isHidden == hidden.has_value() || !watch)
         return;
     if (!isHidden) {
-        ::tcsetattr(STDIN_FILENO, TCSANOW, &*shown);
-        shown.reset();
+        hidden.reset();
         hiddenLine.clear();
-        writeToTerminal("\r");
-        rl_callback_handler_install(prompt.c_str(), &ZNTTerminalInput::onLine);
-        isInstalled = true;
+        if (isDelivering)
+            return;
+        const auto drawing = behindPrompt(editor->begin(prompt));
+        if (!isLineHidden)
+            writeToTerminal(drawing);
         return;
     }
-    // The library keeps a line that it has delivered, with its line end.
-    const std::string_view typed = isInstalled && rl_line_buffer ? rl_line_buffer : "";
-    if (!isDelivering && !typed.empty() && !typed.ends_with('\n')) {
-        writeToTerminal(cursorUp(rowsBelowFirst(typed)) + "\r\x1b[J" + prompt);
-        hiddenLine = typed; // it was meant for the same question
+    if (!isDelivering && !editor->typed().empty()) {
+        hiddenLine = editor->typed(); // it was meant for the same question
+        if (!isLineHidden)
+            writeToTerminal(eraseLine(editor->typedBeforeCursor()) + prompt);
     }
-    rl_callback_handler_remove();
-    isInstalled = false;
-    termios modes{};
-    ::tcgetattr(STDIN_FILENO, &modes);
-    shown = modes;
-    modes.c_lflag |= ICANON;
-    modes.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    ::tcsetattr(STDIN_FILENO, TCSANOW, &modes);
+    isPromptWritten = !isDelivering;
+    editor->end();
+    hidden.emplace(STDIN_FILENO);
 }
 
 void ZNTTerminalInput::readHidden()
@@ -141,8 +111,7 @@ void ZNTTerminalInput::readHidden()
     char bytes[1024];
     const auto count = ::read(STDIN_FILENO, bytes, sizeof bytes);
     if (count <= 0) { // Ctrl+D on an empty line
-        setTypingHidden(false);
-        deliver(nullptr);
+        finish();
         return;
     }
     hiddenLine.append(bytes, static_cast<std::size_t>(count));
@@ -154,94 +123,103 @@ void ZNTTerminalInput::readHidden()
     handlers.catchUp();
 }
 
-void ZNTTerminalInput::readCharacters()
+void ZNTTerminalInput::readKey()
 {
     termios modes{};
     if (::tcgetattr(STDIN_FILENO, &modes) != 0) { // the terminal is gone; the library would ask it for ever
-        shown.reset();
-        deliver(nullptr);
+        finish();
         return;
     }
-    if (shown) {
+    if (hidden) {
         readHidden();
         return;
     }
-    handlers.catchUp(); // the library draws the typed character at the cursor
-    rl_callback_read_char();
-    if (!std::exchange(hasDelivered, false) || !isInstalled)
-        return;
-    // At the end of a line the library gives up the terminal. It takes it again only if the handler is
-    // installed again.
-    writeToTerminal("\r");
-    rl_callback_handler_install(prompt.c_str(), &ZNTTerminalInput::onLine);
+    handlers.catchUp(); // the key is drawn at the cursor
+    const auto read = editor->readKey();
+    writeToTerminal(read.drawn);
+    if (read.outcome == ZNTLineEditor::Outcome::End)
+        finish();
+    else if (read.outcome == ZNTLineEditor::Outcome::Line)
+        deliver(read.line);
 }
 
-void ZNTTerminalInput::onLine(char* line)
+void ZNTTerminalInput::finish()
 {
-    theOne->deliver(line);
-    std::free(line);
+    hidden.reset();
+    editor->end();
+    watch.reset();
+    handlers.end();
 }
 
-void ZNTTerminalInput::deliver(char* line)
+void ZNTTerminalInput::deliver(const std::string& line)
 {
-    if (!line) { // end of input: Ctrl+D on an empty line
-        rl_callback_handler_remove();
-        isInstalled = false;
-        watch.reset();
-        handlers.end();
-        return;
-    }
+    editor->end();
     typedLine = line;
-    if (!typedLine.empty())
-        add_history(line);
-    isDelivering = true;
-    handlers.line(typedLine);
+    if (!line.empty())
+        editor->remember(line);
+    isDelivering = isLineHidden = true;
+    isPromptWritten = false;
+    handlers.line(line);
     handlers.catchUp();
-    isDelivering = false;
-    hasDelivered = true;
+    isDelivering = isLineHidden = false;
+    if (!hidden && watch)
+        writeToTerminal(behindPrompt(editor->begin(prompt)));
 }
 
-int ZNTTerminalInput::rowsBelowFirst(std::string_view typed) const
+std::string ZNTTerminalInput::eraseLine(std::string_view typed, int rowsMore) const
 {
-    return (columnsOf(prompt) + columnsOf(typed)) / terminalColumns();
+    return cursorUp((columnsOf(prompt) + columnsOf(typed)) / terminalColumns() + rowsMore) + "\r\x1b[J";
 }
 
-void ZNTTerminalInput::replaceTypedLine()
+bool ZNTTerminalInput::takeBackTypedLine()
 {
     // Return has moved the cursor to the row below what was typed.
-    if (isDelivering)
-        writeToTerminal(cursorUp(rowsBelowFirst(typedLine) + 1) + "\r\x1b[J" + prompt);
+    if (isDelivering && !hidden)
+        writeToTerminal(eraseLine(typedLine, 1) + prompt);
+    return true;
 }
 
-void ZNTTerminalInput::hideLine()
+std::string ZNTTerminalInput::makeWay(Passing passing, bool isAtLineStart)
 {
-    if (isDelivering || !isInstalled || !rl_line_buffer || *rl_line_buffer == '\0')
-        return;
-    writeToTerminal(cursorUp(rowsBelowFirst(rl_line_buffer)) + "\r\x1b[J" + prompt);
+    const bool isAside = passing == Passing::Aside;
+    const bool isFirst = !std::exchange(isLineHidden, true);
+    if (isDelivering && !std::exchange(isPromptWritten, true))
+        return {}; // the cursor is below the typed line
+    if (isDelivering || !isFirst || !editor || !editor->isOn())
+        return isAside && !isAtLineStart ? "\n" : "";
+    const auto typed = editor->typedBeforeCursor();
+    if (isAside)
+        return prompt.empty() && typed.empty() ? "" : eraseLine(typed);
+    return editor->typed().empty() ? "" : eraseLine(typed) + prompt;
 }
 
-void ZNTTerminalInput::showLine(std::string_view unfinishedLine)
+std::string ZNTTerminalInput::lineAgain(std::string_view unfinishedLine, bool isWritten)
 {
+    if (!isLineHidden)
+        return {};
     prompt = decodable(unfinishedLine);
-    if (!isDelivering)
-        redraw();
+    isPromptWritten = isWritten && (isPromptWritten || !isDelivering);
+    if (isDelivering) // drawn when the next line begins
+        return {};
+    isLineHidden = false;
+    return editor && editor->isOn() ? behindPrompt(editor->drawAgain(prompt)) : "";
 }
 
-void ZNTTerminalInput::writeAside(std::string_view line)
+bool ZNTTerminalInput::hasHiddenHalfLine() const
 {
-    const bool isInTheWay = isInstalled && !isDelivering && ::isatty(STDERR_FILENO) != 0;
-    if (isInTheWay)
-        writeToTerminal(cursorUp(rowsBelowFirst(rl_line_buffer ? rl_line_buffer : "")) + "\r\x1b[J");
-    ZNTConsoleInput::writeAside(line);
-    if (isInTheWay)
-        redraw();
+    return isLineHidden && !isDelivering && editor && editor->isOn() && !editor->typed().empty();
 }
 
-void ZNTTerminalInput::redraw()
+/// `drawing` shows the prompt and the line. A prompt that stands there already is not written twice: it has
+/// the game's colours, and a screen reader would read it twice.
+std::string ZNTTerminalInput::behindPrompt(const std::string& drawing) const
 {
-    if (!isInstalled)
-        return;
-    writeToTerminal("\r");
-    rl_set_prompt(prompt.c_str());
-    rl_forced_update_display();
+    const int columns = columnsOf(prompt);
+    if (drawing.empty())
+        return {};
+    if (!isPromptWritten || columns == 0)
+        return "\r" + drawing;
+    if (columns < terminalColumns() && drawing.starts_with(prompt))
+        return drawing.substr(prompt.size());
+    return cursorUp((columns - 1) / terminalColumns()) + "\r" + drawing;
 }

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "ZNTConsoleInput.h"
+#include "ZNTHiddenTyping.h"
+#include "ZNTLineEditor.h"
 
 #include <optional>
-#include <termios.h>
 
-/// Lines typed on a terminal, edited with libedit: arrows, history, and what was typed so far comes back
-/// after the game's text has passed. The library keeps one state for the process, so there is one of these.
+/// Lines typed on a terminal, with arrows and history. What was typed so far comes back after the game's text
+/// has passed.
 class ZNTTerminalInput final : public ZNTConsoleInput
 {
 public:
@@ -15,30 +16,30 @@ public:
 
     [[nodiscard]] bool isTerminal() const override { return true; }
     [[nodiscard]] bool start(Handlers given) override;
-    void hideLine() override;
-    void showLine(std::string_view unfinishedLine) override;
-    void writeAside(std::string_view line) override;
-    void replaceTypedLine() override;
+    std::string makeWay(Passing passing, bool isAtLineStart) override;
+    std::string lineAgain(std::string_view unfinishedLine, bool isWritten) override;
+    [[nodiscard]] bool hasHiddenHalfLine() const override;
+    [[nodiscard]] bool sharesStandardError() const override { return areErrorsOnOutput(); }
+    [[nodiscard]] bool takeBackTypedLine() override;
     void setTypingHidden(bool isHidden) override;
 
 private:
-    static void onLine(char* line);
-    void deliver(char* line);
-    void readCharacters();
+    void readKey();
     void readHidden();
-    void redraw();
-    /// Rows of the terminal that the prompt and `typed` fill below their first.
-    [[nodiscard]] int rowsBelowFirst(std::string_view typed) const;
+    void deliver(const std::string& line);
+    void finish();
+    [[nodiscard]] std::string behindPrompt(const std::string& drawing) const;
+    [[nodiscard]] std::string eraseLine(std::string_view typed, int rowsMore = 0) const;
 
-    static ZNTTerminalInput* theOne;
     RunLoop& runLoop;
     Handlers handlers;
+    std::optional<ZNTLineEditor> editor;
     std::string prompt;
-    std::string typedLine; ///< the line being delivered
-    bool isDelivering = false;
-    bool hasDelivered = false;
-    bool isInstalled = false;
+    std::string typedLine;        ///< the line being delivered
+    bool isDelivering = false;    ///< no line is being typed: Return was typed, and the cursor is below it
+    bool isLineHidden = false;    ///< text has passed since the line was shown
+    bool isPromptWritten = false; ///< the cursor stands behind the prompt, as the last text has left it
     std::string hiddenLine;       ///< what is typed while it is hidden, until its line end
-    std::optional<termios> shown; ///< the terminal's modes as they were; set while typing is hidden
+    std::optional<ZNTHiddenTyping> hidden;
     std::unique_ptr<RunLoopWatch> watch;
 };

@@ -18,23 +18,49 @@ struct ZNTConsoleOutputTest : testing::Test {
     ZNTConsoleOutput output{loop, input, sink};
 };
 
-TEST_F(ZNTConsoleOutputTest, ATurnsTextIsWrittenOnceWhileTheTypedLineIsHidden)
+TEST_F(ZNTConsoleOutputTest, ATurnsTextAndTheTypedLineBehindItAreWrittenOnce)
 {
+    input.notesWay = true;
     std::vector<std::string> written;
-    sink.beforeWriting = [&](std::string_view text) {
-        EXPECT_TRUE(input.isHidden);
-        written.emplace_back(text);
-    };
+    sink.beforeWriting = [&](std::string_view text) { written.emplace_back(text); };
     output.write("a troll\n");
     output.write("> ");
     output.setUnfinishedLine("> ");
     loop.runPosted();
     EXPECT_FALSE(input.isHidden);
     EXPECT_EQ(input.prompt, "> ");
-    output.write("once");
+    output.write("once\x1b[0m\n\x1b[0m");
     output.catchUp();
+    output.write("\x1b[0mtwice");
+    output.writeAside("Title: text\n");
     loop.runPosted();
-    EXPECT_THAT(written, testing::ElementsAre("a troll\n> ", "once"));
+    output.write("\x1b[0m\nthrice");
+    loop.runPosted();
+    EXPECT_THAT(written, testing::ElementsAre("[s]a troll\n> [> ]", "[t]once\x1b[0m\n\x1b[0m[> ]",
+                                              "[s]\x1b[0mtwice", "[s]\x1b[0m\nthrice[> ]"));
+    EXPECT_EQ(input.aside, "[a]Title: text\n[> ]");
+}
+
+TEST_F(ZNTConsoleOutputTest, AHalfTypedLineIsShownAgainOnceASecondOrByAKey)
+{
+    input.hasHalfLine = true;
+    const auto comesAgainAfter = [&](double seconds) {
+        output.write("a troll\n");
+        loop.runPosted();
+        const bool wasHidden = input.isHidden;
+        loop.advance(seconds);
+        return wasHidden && !input.isHidden;
+    };
+    EXPECT_FALSE(comesAgainAfter(0.4)) << "the first one is not hidden at all";
+    EXPECT_FALSE(comesAgainAfter(0.3));
+    EXPECT_TRUE(comesAgainAfter(0.3)) << "a second after the first one";
+    EXPECT_FALSE(comesAgainAfter(0.5));
+    output.catchUp();
+    EXPECT_FALSE(input.isHidden) << "a key was typed";
+    input.hasHalfLine = false;
+    output.write("a prompt has no half line\n");
+    loop.runPosted();
+    EXPECT_FALSE(input.isHidden);
 }
 
 TEST_F(ZNTConsoleOutputTest, WhileTheTerminalTakesNothingTheTypedLineStaysHiddenAndTheOrderIsKept)

@@ -42,15 +42,24 @@ struct ZNTNotedInput final : ZNTConsoleInput {
         return true;
     }
     void setPaused(bool paused) override { isPaused = paused; }
-    void hideLine() override { isHidden = true; }
-    void showLine(std::string_view unfinishedLine) override
+    std::string makeWay(Passing passing, bool isAtLineStart) override
     {
-        isHidden = false;
-        prompt = unfinishedLine;
+        isHidden = true;
+        return !notesWay ? "" : passing == Passing::Aside ? "[a]" : isAtLineStart ? "[s]" : "[t]";
     }
+    std::string lineAgain(std::string_view unfinishedLine, bool) override
+    {
+        if (!std::exchange(isHidden, false))
+            return {};
+        prompt = unfinishedLine;
+        return notesWay ? "[" + prompt + "]" : "";
+    }
+    [[nodiscard]] bool hasHiddenHalfLine() const override { return isHidden && hasHalfLine; }
+    [[nodiscard]] bool sharesStandardError() const override { return true; }
     void writeAside(std::string_view line) override { aside += line; }
     Handlers handlers;
-    bool isHidden = false, isPaused = false;
+    bool isHidden = false, isPaused = false, hasHalfLine = false;
+    bool notesWay = false; ///< in what is written: aside, from a line's start or within a line
     std::string prompt, aside;
 };
 

@@ -7,11 +7,13 @@ import os
 import pty
 import re
 import select
+import signal
 import socket
 import subprocess
 import sys
 import tempfile
 import termios
+import time
 import unittest
 
 PROGRAM = sys.argv.pop(1)
@@ -94,27 +96,108 @@ class ConsoleProgram(unittest.TestCase):
             while connection.recv(4096):
                 pass
 
-    def on_a_terminal(self, *arguments):
+    # For screen readers of the terminal: text is appended, and nothing is written twice.
+    APPEND_ONLY = (["--reader"], "xterm"), ([], "dumb"), ([], None)
+
+    def test_append_only_a_line_that_comes_stands_alone_and_nothing_is_drawn_again(self):
+        for arguments, term in self.APPEND_ONLY:
+            with self.subTest(term):
+                ours, game = self.on_a_terminal("--set=standard-telnet=on", *arguments, term=term)
+                steps = [(game.sendall, "\x1b[31mHi\x1b[0m\r\n> \xff\xf9", "Hi\r\n> "),
+                         (game.sendall, "A troll comes.\r\n> \xff\xf9", "\r\nA troll comes.\r\n> "),
+                         (self.types(ours), "lo", "lo"),
+                         (game.sendall, "\r\nIt waves.\r\n> \xff\xf9", "\r\nIt waves.\r\n> "),
+                         (self.types(ours), "ok\n", "ok\r\n"),
+                         (game.sendall, "A square.\r\n> \xff\xf9", "A square.\r\n> "),
+                         (self.types(ours), "/reload\n", "/reload\r\n"),
+                         (self.types(ours), "/xyzzy\n", "/xyzzy\r\nThere is no command /xyzzy; .*two\\.\r\n"),
+                         (game.sendall, "> \xff\xf9", "> "),
+                         (lambda _: game.close(), "", "\r\nMUD [^\r\n]*\r\n"),
+                         (self.types(ours), "look\n", "look\r\nNot connected[^\r\n]*: look\r\n")]
+                for act, given, shown in steps:
+                    act(given.encode("latin-1"))
+                    self.screen_until(ours, f"(^|plist\r\n){shown}$", sees_colours=True)
+
+    def test_colours_can_be_asked_for_where_text_is_only_appended(self):
+        ours, game = self.on_a_terminal("--reader", "--colour", "always")
+        with game:
+            game.sendall(b"\x1b[31mHi\x1b[0m\r\n\x1b[32m> \x1b[0m\xff\xf9")
+            self.screen_until(ours, "(^|plist\r\n)\x1b\\[0;31mHi\x1b\\[0m\r\n\x1b\\[0;32m> \x1b\\[0m$", sees_colours=True)
+            os.write(ours, b"look\n")
+            self.screen_until(ours, "^look\r\n$", sees_colours=True)
+            game.sendall(b"\x1b[32mA square.\r\n> \x1b[0m\xff\xf9")
+            self.screen_until(ours, "^\x1b\\[0;32mA square.\r\n> \x1b\\[0m$", sees_colours=True)
+
+    def test_however_it_ends_the_terminal_shows_again_what_is_typed(self):
+        ways = [*self.APPEND_ONLY, ([], "xterm")]
+        for (arguments, term), name in zip(ways * 2, "INT TERM HUP QUIT SEGV ABRT ALRM".split()):
+            with self.subTest(f"{arguments} {term} {name}"):
+                with self.asked_for_a_password(*arguments, term=term):
+                    self.client.send_signal(signal.Signals["SIG" + name])
+                    self.assertEqual(self.client.wait(20), -signal.Signals["SIG" + name])
+                self.assertTrue(self.is_typing_shown())
+
+    def test_while_it_is_stopped_the_terminal_shows_what_is_typed(self):
+        with self.asked_for_a_password("--reader"):
+            self.client.send_signal(signal.SIGTSTP)
+            os.waitid(os.P_PID, self.client.pid, os.WSTOPPED)
+            self.assertTrue(self.is_typing_shown())
+            self.client.send_signal(signal.SIGCONT)
+            for _ in range(200):
+                if self.is_typing_shown():
+                    time.sleep(0.05)
+            self.assertFalse(self.is_typing_shown())
+
+    def test_a_terminal_may_be_for_typing_alone(self):
+        with self.asked_for_a_password("--colour", "auto", output=subprocess.PIPE) as game:
+            os.write(self.terminal, b"secret\n\x04")
+            while b"secret" not in game.recv(4096):
+                pass
+            game.sendall(b"\r\nWelcome.")
+            self.assertEqual(self.client.communicate(timeout=20)[0], b"Hi\nPassword: \nWelcome.")
+        self.assertTrue(self.is_typing_shown())
+
+    def asked_for_a_password(self, *arguments, **options):
+        """The game's end of a connection whose client hides what is typed on its terminal."""
+        self.terminal, game = self.on_a_terminal("--set=standard-telnet=on", *arguments, **options)
+        game.sendall(b"\x1b[31mHi\x1b[0m\r\n\xff\xfb\x01Password: \xff\xf9")
+        while b"\xff\xfd\x01" not in game.recv(4096):
+            pass
+        if not options.get("output"):
+            self.screen_until(self.terminal, "Password: $")
+        self.assertFalse(self.is_typing_shown())
+        return game
+
+    @staticmethod
+    def types(terminal):
+        return lambda keys: os.write(terminal, keys)
+
+    def is_typing_shown(self):
+        return bool(termios.tcgetattr(self.theirs)[3] & termios.ECHO)
+
+    def on_a_terminal(self, *arguments, term="xterm", output=None):
         """The terminal of a client that has connected, and its game's end of the connection."""
+        environment = dict(os.environ, HOME=self.home, TERM=term or "", LC_ALL="C")
+        if term is None:
+            del environment["TERM"]
         with socket.create_server(("127.0.0.1", 0)) as listener:
-            ours, theirs = pty.openpty()
+            ours, self.theirs = pty.openpty()
             self.addCleanup(os.close, ours)
+            self.addCleanup(os.close, self.theirs)
             termios.tcsetwinsize(ours, (24, 20))
-            client = subprocess.Popen(
-                [PROGRAM, *arguments, "127.0.0.1", str(listener.getsockname()[1])],
-                stdin=theirs, stdout=theirs, stderr=theirs, start_new_session=True,
-                env=dict(os.environ, HOME=self.home, TERM="xterm", LC_ALL="C"))
-            self.addCleanup(client.wait)
-            self.addCleanup(client.kill)
-            os.close(theirs)
+            self.client = subprocess.Popen(
+                [PROGRAM, *arguments, "127.0.0.1", str(listener.getsockname()[1])], stdin=self.theirs,
+                stdout=output or self.theirs, stderr=self.theirs, process_group=0, env=environment)
+            self.addCleanup(self.client.wait)
+            self.addCleanup(self.client.kill)
             connection, _ = listener.accept()
             connection.settimeout(20)
             return ours, connection
 
-    def screen_until(self, terminal, pattern):
-        """What the client writes until `pattern` is found in it. The pattern sees no colours."""
+    def screen_until(self, terminal, pattern, sees_colours=False):
+        """What the client writes until `pattern` is found in it."""
         written = ""
-        while not re.search(pattern, re.sub(r"\x1b\[[0-9;]*m", "", written)):
+        while not re.search(pattern, written if sees_colours else re.sub(r"\x1b\[[0-9;]*m", "", written)):
             ready, _, _ = select.select([terminal], [], [], 20)
             self.assertTrue(ready, f"no {pattern!r} in {written!r}")
             written += os.read(terminal, 65536).decode()
