@@ -22,6 +22,7 @@ std::optional<int> wholeNumber(std::string_view text)
 std::string textOf(bool isOn) { return isOn ? "on" : "off"; }
 std::string textOf(int number) { return std::to_string(number); }
 std::string textOf(ZNTStringEncoding encoding) { return std::string(znt::rowOf(encoding).name); }
+std::string textOf(const ZNTTextList& list) { return znt::joinedTexts(list); }
 
 void readText(std::string_view text, const ZNTSettingRow&, std::optional<bool>& value)
 {
@@ -38,6 +39,10 @@ void readText(std::string_view text, const ZNTSettingRow&, std::optional<ZNTStri
 {
     value = znt::encodingNamed(text);
 }
+void readText(std::string_view text, const ZNTSettingRow&, std::optional<ZNTTextList>& value)
+{
+    value = znt::textsIn(text);
+}
 
 std::string choices(const ZNTSettingRow&, bool) { return "on or off"; }
 std::string choices(const ZNTSettingRow& row, int)
@@ -45,6 +50,22 @@ std::string choices(const ZNTSettingRow& row, int)
     return "a number from " + std::to_string(row.least) + " to " + std::to_string(row.most);
 }
 std::string choices(const ZNTSettingRow&, ZNTStringEncoding) { return znt::encodingNames(", ", " or "); }
+std::string choices(const ZNTSettingRow&, const ZNTTextList&)
+{
+    return "up to " + std::to_string(znt::mostTextsOfList) +
+           " texts with \";\" between them, each of up to " + std::to_string(znt::longestTextOfList) +
+           " bytes";
+}
+
+/// What was said for a value, as a complaint repeats it: not pages of it.
+std::string quoted(std::string_view text)
+{
+    constexpr std::size_t longest = 80;
+    auto end = std::min(text.size(), longest);
+    while (end < text.size() && end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+        --end; // a character stays whole
+    return "\"" + std::string(text.substr(0, end)) + (end < text.size() ? "...\"" : "\"");
+}
 
 std::string allNames()
 {
@@ -89,7 +110,7 @@ ZNTResult<void> changeSetting(ZNTSettings& settings, std::string_view name, std:
             readText(text, *row, value);
             if (!value)
                 return complaint("The setting " + std::string(name) + " is " +
-                                 choices(*row, settings.*field) + ", not \"" + std::string(text) + "\".");
+                                 choices(*row, settings.*field) + ", not " + quoted(text) + ".");
             settings.*field = *value;
             return {};
         },

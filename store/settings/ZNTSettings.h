@@ -2,6 +2,7 @@
 
 #include "ZNTResult.h"
 #include "ZNTStringEncoding.h"
+#include "ZNTTextList.h"
 
 #include <array>
 #include <map>
@@ -29,13 +30,18 @@ struct ZNTSettings {
     bool replayWhenOff = false;
     bool speechFollowsReader = false;
     bool stopSounds = false;
+    ZNTTextList urgentLines = {};
+    ZNTTextList quietLines = {};
+    bool channelHistory = false;
+    ZNTTextList channels = {"tells: tells you", "tells: You tell", "says: says[,:]", "says: says [\"']",
+                            "says: You say"};
 
     friend bool operator==(const ZNTSettings&, const ZNTSettings&) = default;
 };
 
-/// The type of a setting is that of its field: on or off, a number, or an encoding.
-using ZNTSettingField =
-    std::variant<bool ZNTSettings::*, int ZNTSettings::*, ZNTStringEncoding ZNTSettings::*>;
+/// The type of a setting is that of its field: on or off, a number, an encoding, or a list of texts.
+using ZNTSettingField = std::variant<bool ZNTSettings::*, int ZNTSettings::*,
+                                     ZNTStringEncoding ZNTSettings::*, ZNTTextList ZNTSettings::*>;
 
 /// Where the window shows a setting.
 enum class ZNTSettingTab { Triggers, Macros, Encoding, Speech, Protocols };
@@ -170,9 +176,31 @@ inline constexpr std::array ZNTSettingsTable{
                   .tab = ZNTSettingTab::Protocols,
                   .scope = ZNTSettingScope::Player,
                   .whenListening = "on"},
+    ZNTSettingRow{.name = "urgent-lines",
+                  .field = &ZNTSettings::urgentLines,
+                  .sentence = "Patterns of lines that are spoken at once, before all that waits.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player},
+    ZNTSettingRow{.name = "quiet-lines",
+                  .field = &ZNTSettings::quietLines,
+                  .sentence = "Patterns of lines that are shown but not spoken.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player},
+    ZNTSettingRow{.name = "channel-history",
+                  .field = &ZNTSettings::channelHistory,
+                  .sentence = "Keeps the last 100 lines of each channel, such as tells.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .whenListening = "on"},
+    ZNTSettingRow{.name = "channels",
+                  .field = &ZNTSettings::channels,
+                  .sentence = "Channels of the history, each pattern as NAME: PATTERN.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player},
 };
 
-/// Values by the names of their settings, as text: "on" or "off", a number, the name of an encoding.
+/// Values by the names of their settings, as text: "on" or "off", a number, the name of an encoding, or the
+/// texts of a list as `znt::joinedTexts` writes them.
 using ZNTSettingValues = std::map<std::string, std::string, std::less<>>;
 
 namespace znt

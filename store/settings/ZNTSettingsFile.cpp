@@ -2,13 +2,17 @@
 
 #include "ZNTPrivateFiles.h"
 #include "ZNTPropertyList.h"
+#include "ZNTSettings.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <plist/plist.h>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -17,8 +21,29 @@ constexpr const char *playerKey = "player", *gamesKey = "games";
 
 bool isDictionary(plist_t node) { return node && plist_get_node_type(node) == PLIST_DICT; }
 
-/// A node as the text of a setting; empty if no setting is kept in such a node.
-std::string textOf(plist_t node)
+std::string stringIn(plist_t node)
+{
+    std::uint64_t length = 0;
+    const char* text = plist_get_string_ptr(node, &length);
+    return text ? std::string(text, length) : "";
+}
+
+/// An array of strings; none if it holds anything else.
+std::optional<std::string> textOfArray(plist_t array)
+{
+    std::vector<std::string> texts;
+    for (std::uint32_t index = 0; index < plist_array_get_size(array); ++index) {
+        auto* const node = plist_array_get_item(array, index);
+        if (plist_get_node_type(node) != PLIST_STRING)
+            return std::nullopt;
+        texts.push_back(stringIn(node));
+    }
+    const auto list = znt::listOfTexts(texts);
+    return list ? std::optional(znt::joinedTexts(*list)) : std::nullopt;
+}
+
+/// A node as the text of a setting; none if no setting is kept in such a node.
+std::optional<std::string> textOf(plist_t node)
 {
     switch (plist_get_node_type(node)) {
     case PLIST_BOOLEAN: {
@@ -31,18 +56,29 @@ std::string textOf(plist_t node)
         plist_get_uint_val(node, &number);
         return std::to_string(number);
     }
-    case PLIST_STRING: {
-        std::uint64_t length = 0;
-        const char* text = plist_get_string_ptr(node, &length);
-        return text ? std::string(text, length) : "";
-    }
+    case PLIST_STRING:
+        return stringIn(node);
+    case PLIST_ARRAY:
+        return textOfArray(node);
     default:
-        return "";
+        return std::nullopt;
     }
 }
 
-plist_t nodeOf(const std::string& text)
+plist_t arrayOf(const ZNTTextList& list)
 {
+    auto* array = plist_new_array();
+    for (const auto& text : list)
+        plist_array_append_item(array, plist_new_string(text.c_str()));
+    return array;
+}
+
+/// The type of a list's node is that of the setting: a text of a list can look like a number.
+plist_t nodeOf(std::string_view name, const std::string& text)
+{
+    const auto* row = znt::settingNamed(name);
+    if (row && std::holds_alternative<ZNTTextList ZNTSettings::*>(row->field))
+        return arrayOf(znt::textsIn(text).value_or(ZNTTextList()));
     if (text == "on" || text == "off")
         return plist_new_bool(text == "on" ? 1 : 0);
     const bool isNumber =
@@ -74,7 +110,10 @@ void forEachEntry(plist_t dictionary, Use use)
 ZNTSettingValues valuesIn(plist_t dictionary)
 {
     ZNTSettingValues values;
-    forEachEntry(dictionary, [&](const std::string& name, plist_t node) { values[name] = textOf(node); });
+    forEachEntry(dictionary, [&](const std::string& name, plist_t node) {
+        if (auto text = textOf(node))
+            values[name] = std::move(*text);
+    });
     return values;
 }
 
@@ -146,7 +185,7 @@ void ZNTSettingsFile::store(std::string_view game, std::string_view name, std::s
     }
     auto* values = game.empty() ? dictionaryUnder(root.get(), playerKey)
                                 : dictionaryUnder(dictionaryUnder(root.get(), gamesKey), std::string(game));
-    plist_dict_set_item(values, std::string(name).c_str(), nodeOf(std::string(text)));
+    plist_dict_set_item(values, std::string(name).c_str(), nodeOf(name, std::string(text)));
     write(znt::xmlOf(root));
 }
 

@@ -135,9 +135,44 @@ TEST_F(ZNTSettingsTest, WhatIsWrongWithANameOrAValueIsSaidInASentence)
         {"rate=601", "The setting rate is a number from 10 to 600, not \"601\"."},
         {"rate=20x", "The setting rate is a number from 10 to 600, not \"20x\"."},
         {"rate=600", ""},
+        {"quiet-lines=\xff",
+         "The setting quiet-lines is up to 1000 texts with \";\" between them, each of up to "
+         "1000 bytes, not \"\xff\"."},
     };
     for (const auto& [assignment, complaint] : cases)
         EXPECT_EQ(znt::complaintAboutAssignment(assignment), complaint);
+}
+
+TEST_F(ZNTSettingsTest, AListIsReadBackAsItWasFromItsTextAndFromTheFile)
+{
+    const std::pair<std::string, ZNTTextList> rows[] = {
+        {"", {}},
+        {" ; ;\n", {}},
+        {R"(\d+; \\b;says[,:] "<&>" 'x')", {R"(\d+)", R"(\b)", R"(says[,:] "<&>" 'x')"}},
+        {R"(a\;b; c\\; \\\;)", {"a;b", "c\\", R"(\;)"}},
+        {R"(end\)", {R"(end\)"}},
+        {"600\r\n on \n600", {"600", "on", "600"}},
+        {"\xe8\xaa\xaa", {"\xe8\xaa\xaa"}},
+    };
+    for (const auto& [text, list] : rows) {
+        SCOPED_TRACE(text);
+        auto keeper = started();
+        keeper.setRemembering(true);
+        choose(keeper, "channels", text);
+        EXPECT_EQ(keeper.settings().channels, list);
+        choose(keeper, "urgent-lines", value(keeper, "channels"));
+        EXPECT_EQ(keeper.settings().urgentLines, list);
+        EXPECT_EQ(started().settings(), keeper.settings());
+    }
+    for (const auto& bad : {std::string("a\0b", 3), std::string(1'001, 'x'), "\x1b[0m" + std::string()})
+        EXPECT_FALSE(znt::textsIn(bad));
+    EXPECT_FALSE(znt::listOfTexts(std::vector<std::string>(1'001, "x")));
+    for (const auto* damaged :
+         {"<array><dict/></array>", "<array><string>a\nb</string></array>", "<dict/>"}) {
+        machine.home.write(file, "<plist version=\"1.0\"><dict><key>player</key><dict><key>channels</key>" +
+                                     std::string(damaged) + "</dict></dict></plist>");
+        EXPECT_EQ(started().settings(), ZNTSettings()) << damaged;
+    }
 }
 
 /// A dictionary of a property list, with texts as values.
