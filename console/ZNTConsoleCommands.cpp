@@ -60,6 +60,7 @@ void ZNTConsoleCommands::addSessionCommands()
     add("volume", [this](auto percent) { setVolume(percent); });
     add("stopAllSounds", [this](auto) { stopSounds(); });
     add("replayLastText", [&session](auto) { session.replayLastText(); });
+    add("sayPrompt", [&session](auto) { session.sayPrompt(); });
     add("encoding", [this](auto name) { changeEncoding(name); });
     commands.back().usage = encodingChoices();
     add("reloadTriggers", [&session](auto) { session.reloadTriggers(); });

@@ -78,7 +78,7 @@ void ZNTChunkInHand::giveUpAnswers()
 void ZNTChunkInHand::finish()
 {
     if (!chunk->text.empty())
-        owner.showChunk(chunk->text, chunk->pass->outcome().isGagged);
+        owner.showChunk(chunk->text, chunk->pass->outcome());
     auto text = std::move(chunk->text);
     const bool isFlood = chunk->isFlood;
     chunk.reset();

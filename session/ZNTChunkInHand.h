@@ -11,6 +11,7 @@
 class ZNTTriggerActions;
 class ZNTTriggerList;
 class ZNTTriggerPass;
+struct ZNTTriggerOutcome;
 
 /// A released chunk, from its trigger pass until it is shown. Its triggers may have more to answer than one
 /// turn of the loop has room for. Then the chunk stays in hand: the answers leave part by part, lines that
@@ -34,7 +35,7 @@ public:
         /// Whether the server has taken enough of the answers so far.
         [[nodiscard]] virtual bool hasRoomForAnswers() const = 0;
         /// All triggers have answered.
-        virtual void showChunk(const ZNTAttributedText& chunk, bool isGagged) = 0;
+        virtual void showChunk(const ZNTAttributedText& chunk, const ZNTTriggerOutcome& outcome) = 0;
         /// The chunk was shown and is out of hand. Its memory may be used again.
         virtual void chunkEnded(ZNTAttributedText&& chunk, bool isFlood) = 0;
         /// A chunk came into hand, a part of it was answered, or it is out of hand.

@@ -135,8 +135,8 @@ void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std:
     farewellTimer.reset(); // what is held back from before shows with this game's first words
     receiver = &chooseReceiver();
     receiver->startStream();
-    mudServerTextSentBuffer.setBlanks(receiver->keepsBlanks() ? ZNTHeldBackText::Blanks::Kept
-                                                              : ZNTHeldBackText::Blanks::Trimmed);
+    keepBlanksAsReceiverDoes();
+    speech->forgetPrompt();
     fullColours->reset();
     isHintGiven = false;
     screen.myProgressIndicator->stopAnimation();
@@ -152,11 +152,19 @@ void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std:
     changed(ZNTSessionChange::State);
 }
 
-/// What the player changes while a game is played by standard telnet.
+/// What the player changes while a game is played.
 void ZNTServerConnectController::noteChoices()
 {
+    settledReceiver->setWholeLines(settings_.wholeLines);
+    keepBlanksAsReceiverDoes();
     if (standardReceiver)
         standardReceiver->setChoices(choicesFrom(settings_));
+}
+
+void ZNTServerConnectController::keepBlanksAsReceiverDoes()
+{
+    mudServerTextSentBuffer.setBlanks(receiver->keepsBlanks() ? ZNTHeldBackText::Blanks::Kept
+                                                              : ZNTHeldBackText::Blanks::Trimmed);
 }
 
 /// The choice holds until the next connect: two ways to read one stream would each have half of its state.
@@ -315,6 +323,8 @@ void ZNTServerConnectController::shortcutKeySpeechOnAndOff() { speech->toggle();
 void ZNTServerConnectController::textToSpeechOnAndOff() { speech->followState(); }
 
 void ZNTServerConnectController::replayLastText() { speech->replay(); }
+
+void ZNTServerConnectController::sayPrompt() { speech->sayPrompt(); }
 
 void ZNTServerConnectController::stopSpeaking() { speech->silence(); }
 

@@ -23,6 +23,7 @@
 class ZNTCommandInterpreter;
 class ZNTCommandRecorderDataSource;
 class ZNTDatabaseHelper;
+class ZNTDecodeFirstReceiver;
 class ZNTFullColourParser;
 class ZNTLogger;
 class ZNTMSPProcessor;
@@ -208,6 +209,9 @@ public:
     void textToSpeechOnAndOff();
     /// Speaks again, while speech is on, what came since the last line that was not empty.
     void replayLastText();
+    /// Says the game's last prompt, cutting off what is being said. While speech is off it speaks as
+    /// `replayLastText` does.
+    void sayPrompt();
     /// Silences what is being said and what waits; while speech is on, what comes next is spoken again.
     void stopSpeaking();
     void setSpeechOnOffBindingState(int state);
@@ -273,7 +277,7 @@ private:
     void answersBegin() override;
     void answersEnd() override;
     [[nodiscard]] bool hasRoomForAnswers() const override;
-    void showChunk(const ZNTAttributedText& chunk, bool isGagged) override;
+    void showChunk(const ZNTAttributedText& chunk, const ZNTTriggerOutcome& outcome) override;
     void chunkEnded(ZNTAttributedText&& chunk, bool isFlood) override;
     void chunkMoved() override;
     void waitingEnded() override;
@@ -290,6 +294,7 @@ private:
     void takeWhatWasHeldUp(ZNTStream& stream);
     ZNTReceiver& chooseReceiver();
     ZNTReceiver& switched();
+    void keepBlanksAsReceiverDoes();
     void noteChoices();
     /// Carries out the sound tag of a text, takes out what is not to be shown, and gives the rest.
     std::u16string processed(std::u16string text);
@@ -347,7 +352,8 @@ private:
     std::unique_ptr<ZNTCommandInterpreter> commandInterpreter;
     std::unique_ptr<ZNTParserUtility> _zntParserUtility;
     std::unique_ptr<ZNTFullColourParser> fullColours;
-    std::unique_ptr<ZNTReceiver> settledReceiver; ///< keeps what is switched while there is no connection
+    std::unique_ptr<ZNTDecodeFirstReceiver>
+        settledReceiver; ///< keeps what is switched while there is no connection
     std::unique_ptr<ZNTStandardReceiver> standardReceiver; ///< made anew at each connect that wants it
     ZNTReceiver* receiver;                                 ///< of the connection that stands, or stood last
     ZNTHeldBackText mudServerTextSentBuffer;               ///< received, not yet shown

@@ -156,9 +156,9 @@ void ZNTServerConnectController::answersEnd()
 
 bool ZNTServerConnectController::hasRoomForAnswers() const { return outgoing->hasRoomForAnswers(); }
 
-void ZNTServerConnectController::showChunk(const ZNTAttributedText& shown, bool isGagged)
+void ZNTServerConnectController::showChunk(const ZNTAttributedText& shown, const ZNTTriggerOutcome& outcome)
 {
-    speech->chunkReceived(shown.text, isGagged);
+    speech->chunkReceived(shown.text, outcome);
     screen.textFromServer->append(shown);
     screen.scrollView()->scrollToEnd();
     _zntLogger->loggerText(shown.text);

@@ -2,6 +2,7 @@
 #include "ZNTParserUtility.h"
 #include "ZNTServerConnectController.h"
 #include "ZNTSessionSpeech.h"
+#include "ZNTTriggerList.h"
 
 #include <utility>
 
@@ -45,6 +46,7 @@ void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
     if (wanted.speechFollowsReader != before.speechFollowsReader)
         screenReaderChanged(); // one may run already
     speech->setSettings(wanted);
+    triggers->setRules({.gagsLines = wanted.gagLines, .emptyActsSilent = wanted.emptyAction});
     _soundProcessor->setStandardTags(wanted.standardSounds);
     auto& synth = speech->synth();
     synth.setUseSystemVoiceNotVO(wanted.systemVoice);

@@ -1,6 +1,7 @@
 #include "ZNTSessionSpeech.h"
 
 #include "ZNTText.h"
+#include "ZNTTriggerReactions.h"
 
 #include <memory>
 #include <utility>
@@ -16,14 +17,29 @@ ZNTSessionSpeech::ZNTSessionSpeech(RunLoop& runLoop, ZNTClock& clock, ZNTSpeechE
 {
 }
 
-void ZNTSessionSpeech::chunkReceived(const std::u16string& plainText, bool isGagged)
+void ZNTSessionSpeech::chunkReceived(const std::u16string& plainText, const ZNTTriggerOutcome& outcome)
 {
-    _replayLastTextFromMUD += znt::lastUnits(plainText, mostReplayed);
+    const auto withoutRepeat = prompts.unitsWithoutRepeat(plainText);
+    const auto kept =
+        std::u16string_view(plainText).substr(0, settings.changedPrompts ? withoutRepeat : plainText.npos);
+    speechReview.addReceivedText(kept);
+    if (kept.size() == plainText.size() && outcome.gaggedLines.isEmpty()) {
+        takeReplay(plainText);
+        if (!outcome.isGagged)
+            speakOrStop(plainText);
+        return;
+    }
+    const auto toSpeak = outcome.gaggedLines.takenOutOf(kept);
+    takeReplay(toSpeak);
+    if (!outcome.isGagged && !znt::trimmedOfWhitespace(toSpeak).empty())
+        speakOrStop(toSpeak);
+}
+
+void ZNTSessionSpeech::takeReplay(std::u16string_view text)
+{
+    _replayLastTextFromMUD += znt::lastUnits(text, mostReplayed);
     if (_replayLastTextFromMUD.size() > 2 * mostReplayed) // seldom, since it moves what stays
         _replayLastTextFromMUD.erase(0, _replayLastTextFromMUD.size() - mostReplayed);
-    speechReview.addReceivedText(plainText);
-    if (!isGagged)
-        speakOrStop(plainText);
 }
 
 void ZNTSessionSpeech::speakOrStop(const std::u16string& plainText)
@@ -91,6 +107,12 @@ void ZNTSessionSpeech::replay()
         zntSpeechSynth.speakAtOnce(text);
     else
         speakIfOn(std::u16string(text));
+}
+
+void ZNTSessionSpeech::sayPrompt()
+{
+    if (speechOnOffBindingState == 1 || settings.replayWhenOff)
+        zntSpeechSynth.speakAtOnce(prompts.last().empty() ? u"No prompt yet." : prompts.last());
 }
 
 void ZNTSessionSpeech::silence()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZNTClock.h"
+#include "ZNTPrompts.h"
 #include "ZNTSettings.h"
 #include "ZNTSpeechHandOver.h"
 #include "ZNTSpeechReview.h"
@@ -10,6 +11,8 @@
 #include <functional>
 #include <string>
 #include <string_view>
+
+struct ZNTTriggerOutcome;
 
 /// What a session does with speech: it reads received text aloud, lets a line that is sent interrupt it, and
 /// keeps what can be heard again. A state is 1 for on, as the speech menu's items have it.
@@ -32,7 +35,9 @@ public:
     int speechInterruptOnOffBindingState = 0;
 
     /// A received chunk: it is kept for review and replay, and spoken unless it is gagged or speech is off.
-    void chunkReceived(const std::u16string& plainText, bool isGagged);
+    /// Lines that are gagged one by one stay in the review alone, and a prompt that is not to be repeated is
+    /// kept nowhere.
+    void chunkReceived(const std::u16string& plainText, const ZNTTriggerOutcome& outcome);
     /// A line of the client's own.
     void speakIfOn(std::u16string plainText);
 
@@ -47,6 +52,10 @@ public:
     void followState();
     /// Speaks again what came since `forgetReplay`; while speech is off, with the setting for it alone.
     void replay();
+    /// Says the last prompt at once, when `replay` would speak.
+    void sayPrompt();
+    /// Another game begins.
+    void forgetPrompt() { prompts.forget(); }
     void forgetReplay() { _replayLastTextFromMUD.clear(); }
     /// Silences what is being said and what waits. What comes next is spoken if speech is on.
     void silence();
@@ -72,6 +81,7 @@ public:
     void setChunkInHand(bool isInHand);
 
 private:
+    void takeReplay(std::u16string_view text);
     void speakOrStop(const std::u16string& plainText);
     bool mayPause();
     void allowPauseNextTurn();
@@ -83,6 +93,7 @@ private:
     ZNTSpeechHandOver speechHandOver;
     ZNTSpeechReview speechReview;
     ZNTSettings settings;
+    ZNTPrompts prompts;
     std::u16string _replayLastTextFromMUD;
     bool isAutomatic = false;
     bool isChunkInHand = false;

@@ -33,7 +33,7 @@ void ZNTTriggerList::setTriggers(std::vector<ZNTTrigger> triggers)
 std::unique_ptr<ZNTTriggerPass> ZNTTriggerList::startPass(std::u16string_view plainText,
                                                           ZNTTriggerActions& actions)
 {
-    return std::make_unique<ZNTTriggerPass>(prepared, memory, wordCharacters, log, plainText, actions);
+    return std::make_unique<ZNTTriggerPass>(prepared, memory, wordCharacters, log, plainText, actions, rules);
 }
 
 bool ZNTTriggerList::isResting(std::int64_t oid) const

@@ -39,6 +39,9 @@ public:
     /// Replaces the list. Checks that were in force before or shortly before that are not compiled again.
     void setTriggers(std::vector<ZNTTrigger> triggers);
 
+    /// What the player has set for all triggers; from the next pass on.
+    void setRules(const ZNTTriggerRules& wanted) { rules = wanted; }
+
     /// Begins a pass; `ZNTTriggerPass::goOn` carries it on. Every trigger is tried in order. For each match,
     /// in order of position, the trigger does what `ZNTTriggerReactions.h` lists.
     ///
@@ -60,5 +63,6 @@ private:
     const ZNTWordCharacters wordCharacters;
     std::unique_ptr<ZNTTriggerPatternCache> patterns;
     std::shared_ptr<ZNTPreparedTriggers> prepared;
+    ZNTTriggerRules rules;
     std::unique_ptr<ZNTTriggerPassMemory> memory; ///< null while a pass uses it
 };

@@ -39,7 +39,8 @@ bool hasSurrogates(std::u16string_view text)
 ZNTTriggerPass::ZNTTriggerPass(std::shared_ptr<ZNTPreparedTriggers> givenPrepared,
                                std::unique_ptr<ZNTTriggerPassMemory>& givenMemory,
                                const ZNTWordCharacters& wordCharacters, ZNTPlatformLog& log,
-                               std::u16string_view text, ZNTTriggerActions& actions)
+                               std::u16string_view text, ZNTTriggerActions& actions,
+                               const ZNTTriggerRules& rules)
     : prepared(std::move(givenPrepared)),
       givenMemory(givenMemory),
       memory(givenMemory ? std::move(givenMemory) : std::make_unique<ZNTTriggerPassMemory>()),
@@ -47,6 +48,7 @@ ZNTTriggerPass::ZNTTriggerPass(std::shared_ptr<ZNTPreparedTriggers> givenPrepare
       log(log),
       text(text),
       actions(actions),
+      rules(rules),
       scale(1 + std::floor(static_cast<double>(text.size()) / charactersPerAllowance)),
       allowanceLeft(allowanceOfPass * scale)
 {
@@ -195,7 +197,7 @@ bool ZNTTriggerPass::canChangeAnything(const ZNTTrigger& trigger) const
     return isAnswering ||
            std::any_of(allReactions.begin(), allReactions.end(), [&](const ZNTTriggerReaction& reaction) {
                return reaction.reach == ZNTTriggerReaction::Reach::Chunk &&
-                      reaction.isWanted(trigger, decided);
+                      reaction.isWanted(trigger, decided, rules);
            });
 }
 
@@ -219,7 +221,8 @@ bool ZNTTriggerPass::react(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& 
     const ZNTTriggerOccasion occasion{armed, match, groupOf(match), text, actions, log};
     for (const auto& reaction : allReactions) {
         const bool mayHappen = mayAnswer || reaction.reach == ZNTTriggerReaction::Reach::Chunk;
-        if (mayHappen && reaction.isWanted(armed.trigger, decided) && !reaction.carryOut(occasion, decided))
+        if (mayHappen && reaction.isWanted(armed.trigger, decided, rules) &&
+            !reaction.carryOut(occasion, decided))
             return false;
     }
     return true;

@@ -43,7 +43,8 @@ public:
     /// another pass has it; then this pass makes its own. All arguments outlive the pass.
     ZNTTriggerPass(std::shared_ptr<ZNTPreparedTriggers> prepared,
                    std::unique_ptr<ZNTTriggerPassMemory>& memory, const ZNTWordCharacters& wordCharacters,
-                   ZNTPlatformLog& log, std::u16string_view text, ZNTTriggerActions& actions);
+                   ZNTPlatformLog& log, std::u16string_view text, ZNTTriggerActions& actions,
+                   const ZNTTriggerRules& rules);
     ~ZNTTriggerPass();
     ZNTTriggerPass(const ZNTTriggerPass&) = delete;
     ZNTTriggerPass& operator=(const ZNTTriggerPass&) = delete;
@@ -83,6 +84,7 @@ private:
     ZNTPlatformLog& log;
     std::u16string_view text;
     ZNTTriggerActions& actions;
+    const ZNTTriggerRules rules;
     const std::function<bool()> hasTimeForMore{[this] { return actions.hasTimeForMore(); }};
     double scale, allowanceLeft;
     std::optional<bool> textHasSurrogates;

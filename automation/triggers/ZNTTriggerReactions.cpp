@@ -5,15 +5,18 @@
 #include "ZNTText.h"
 #include "ZNTTriggerActions.h"
 #include "ZNTTriggerCommand.h"
+#include "ZNTTriggerMatch.h"
+
+#include <cstddef>
 
 namespace
 {
 
 using Reach = ZNTTriggerReaction::Reach;
 
-bool wantsGag(const ZNTTrigger& trigger, const ZNTTriggerOutcome& soFar)
+bool wantsGag(const ZNTTrigger& trigger, const ZNTTriggerOutcome& soFar, const ZNTTriggerRules& rules)
 {
-    return trigger.gag && !soFar.isGagged;
+    return trigger.gag && !soFar.isGagged && !rules.gagsLines;
 }
 
 bool gag(const ZNTTriggerOccasion&, ZNTTriggerOutcome& outcome)
@@ -22,8 +25,24 @@ bool gag(const ZNTTriggerOccasion&, ZNTTriggerOutcome& outcome)
     return true;
 }
 
-/// Also of a trigger with an empty action, which sends an empty line.
-bool wantsAnswer(const ZNTTrigger&, const ZNTTriggerOutcome&) { return true; }
+/// Each match may touch other lines.
+bool wantsLineGag(const ZNTTrigger& trigger, const ZNTTriggerOutcome&, const ZNTTriggerRules& rules)
+{
+    return trigger.gag && rules.gagsLines;
+}
+
+bool gagLines(const ZNTTriggerOccasion& occasion, ZNTTriggerOutcome& outcome)
+{
+    outcome.gaggedLines.add(occasion.chunk, static_cast<std::size_t>(occasion.match.start),
+                            static_cast<std::size_t>(occasion.match.end));
+    return true;
+}
+
+/// Also of a trigger with an empty action, which sends an empty line unless the player has set otherwise.
+bool wantsAnswer(const ZNTTrigger& trigger, const ZNTTriggerOutcome&, const ZNTTriggerRules& rules)
+{
+    return !(rules.emptyActsSilent && trigger.action.empty());
+}
 
 bool answer(const ZNTTriggerOccasion& occasion, ZNTTriggerOutcome&)
 {
@@ -42,7 +61,7 @@ bool answer(const ZNTTriggerOccasion& occasion, ZNTTriggerOutcome&)
 }
 
 /// Also of a file name that is present but empty.
-bool wantsSound(const ZNTTrigger& trigger, const ZNTTriggerOutcome&)
+bool wantsSound(const ZNTTrigger& trigger, const ZNTTriggerOutcome&, const ZNTTriggerRules&)
 {
     return trigger.soundFileToPlay.has_value();
 }
@@ -56,6 +75,7 @@ bool playSound(const ZNTTriggerOccasion& occasion, ZNTTriggerOutcome&)
 // The gag stands even if the answer fails, and a failed answer plays no sound. So the order matters.
 constexpr ZNTTriggerReaction reactions[] = {
     {Reach::Chunk, wantsGag, gag},
+    {Reach::Chunk, wantsLineGag, gagLines},
     {Reach::Outside, wantsAnswer, answer},
     {Reach::Outside, wantsSound, playSound},
 };

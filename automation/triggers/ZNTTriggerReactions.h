@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZNTGaggedLines.h"
+
 #include <span>
 #include <string_view>
 
@@ -9,9 +11,16 @@ struct ZNTArmedTrigger;
 struct ZNTTrigger;
 struct ZNTTriggerMatch;
 
+/// What the player has set for all triggers.
+struct ZNTTriggerRules {
+    bool gagsLines = false;       ///< a gag takes out the lines that its matches touch, not the whole chunk
+    bool emptyActsSilent = false; ///< an empty action sends nothing, not an empty line
+};
+
 /// What the triggers decide about the chunk itself.
 struct ZNTTriggerOutcome {
-    bool isGagged = false; ///< neither spoken nor a reason to stop speech
+    bool isGagged = false;      ///< neither spoken nor a reason to stop speech
+    ZNTGaggedLines gaggedLines; ///< not spoken; the rest of the chunk is
 };
 
 /// One match of one trigger.
@@ -33,7 +42,7 @@ struct ZNTTriggerReaction {
     };
     Reach reach;
     /// Whether a match of `trigger` would change anything.
-    bool (*isWanted)(const ZNTTrigger& trigger, const ZNTTriggerOutcome& soFar);
+    bool (*isWanted)(const ZNTTrigger& trigger, const ZNTTriggerOutcome& soFar, const ZNTTriggerRules& rules);
     /// False if the trigger does nothing more with this chunk.
     bool (*carryOut)(const ZNTTriggerOccasion& occasion, ZNTTriggerOutcome& outcome);
 };

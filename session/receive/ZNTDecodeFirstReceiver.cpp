@@ -23,24 +23,49 @@ bool isBareCommands(std::string_view block, ZNTStringEncoding encoding)
 
 ZNTReceived ZNTDecodeFirstReceiver::read(std::string_view block, ZNTStringEncoding encoding)
 {
-    return readText(decoded(block, encoding));
+    return readBlock(decoded(block, encoding));
+}
+
+void ZNTDecodeFirstReceiver::setWholeLines(bool wanted)
+{
+    if (wanted != wholeLines.has_value())
+        wholeLines = wanted ? std::optional<ZNTWholeLines>(std::in_place) : std::nullopt;
 }
 
 std::u16string ZNTDecodeFirstReceiver::decoded(std::string_view block, ZNTStringEncoding encoding)
 {
     if (!_mccp || block.empty() || isBareCommands(block, encoding))
         return decoder.textOfBlock(block, encoding);
-    const auto inflated = mccp2.anotherInflate(block);
+    auto inflated = mccp2.anotherInflate(block);
     if (inflated.outcome != ZNTInflater::Outcome::GoesOn) {
         // The end of a stream and damage are one case: compression is refused, what comes next is plain.
         _mccp = false;
         parser.sendCommand(Refusal, option::CompressionV2);
         parser.sendCommand(Refusal, option::CompressionV1);
     }
+    if (wholeLines) // the zeros behind the text would stand in a command or a line that is cut there
+        inflated.bytes.resize(inflated.bytes.find_last_not_of('\0') + 1);
     return decoder.textOfBlock(inflated.bytes, encoding);
 }
 
+/// An empty text is a time of quiet.
 ZNTReceived ZNTDecodeFirstReceiver::readText(std::u16string text)
+{
+    if (wholeLines && text.empty())
+        wholeLines->noteQuiet();
+    return readBlock(std::move(text));
+}
+
+ZNTReceived ZNTDecodeFirstReceiver::readBlock(std::u16string text)
+{
+    if (!wholeLines)
+        return answered(std::move(text));
+    auto received = answered(wholeLines->withWholeCommands(std::move(text)));
+    wholeLines->release(received);
+    return received;
+}
+
+ZNTReceived ZNTDecodeFirstReceiver::answered(std::u16string text)
 {
     auto answers = parser.processServerCommands(text);
     // The only subnegotiation that is ever agreed to is the start of MCCP2.

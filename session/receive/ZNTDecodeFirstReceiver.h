@@ -3,6 +3,9 @@
 #include "ZNTBlockDecoder.h"
 #include "ZNTInflater.h"
 #include "ZNTReceiver.h"
+#include "ZNTWholeLines.h"
+
+#include <optional>
 
 class ZNTParserUtility;
 
@@ -23,11 +26,16 @@ public:
     {
         mccp2.startStream();
         decoder.startStream();
+        if (wholeLines)
+            wholeLines->start();
     }
+    /// Whether finished lines are ready at once, as ZNTWholeLines says; from the next block on. Else a block
+    /// is ready as a whole or not at all.
+    void setWholeLines(bool wanted);
     ZNTReceived read(std::string_view block, ZNTStringEncoding encoding) override;
     ZNTReceived readText(std::u16string text) override;
 
-    [[nodiscard]] bool keepsBlanks() const override { return false; }
+    [[nodiscard]] bool keepsBlanks() const override { return wholeLines.has_value(); }
     [[nodiscard]] double secondsOfQuiet() const override { return 0.5; }
     [[nodiscard]] bool isCloseAnError() const override { return true; }
     void stripCommands(std::u16string& text) const override;
@@ -44,9 +52,12 @@ public:
 
 private:
     [[nodiscard]] std::u16string decoded(std::string_view block, ZNTStringEncoding encoding);
+    ZNTReceived readBlock(std::u16string text);
+    ZNTReceived answered(std::u16string text);
 
     ZNTParserUtility& parser;
     ZNTInflater mccp2;
     ZNTBlockDecoder decoder;
+    std::optional<ZNTWholeLines> wholeLines;
     bool _mccp = false;
 };

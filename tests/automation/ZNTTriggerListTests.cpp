@@ -71,6 +71,33 @@ TEST_F(TriggerList, EveryMatchActsInOrderOfTheListThenOfPosition)
                             u"sound:", u"hit A rat", u"sound:bite.wav", u"hit  A cat", u"sound:bite.wav"));
 }
 
+TEST_F(TriggerList, AGagCanTakeOutTheLinesThatItTouches)
+{
+    list.setRules({.gagsLines = true, .emptyActsSilent = true});
+    const std::u16string longLine(200'000, u'a');
+    const std::tuple<std::u16string, std::u16string, std::u16string> cases[] = {
+        {u"caws|barks", u"One.\r\nA crow caws.\r\nTwo.\r\nA dog barks.", u"One.\r\nTwo.\r\n"},
+        {u"\nTwo", u"One.\r\nTwo.\r\nThree.", u"One.\r\nThree."}, // "\n" says where a line begins
+        {u"a\r\nb", u"xa\r\nbx\r\nc", u"c"},
+        {u"x", u"x\r\n\r\ny", u"\r\ny"}, // one line end goes with its line
+        {u"b|d", u"a\rb\rc\n\rd\n\re", u"a\rc\n\re"},
+        {u"$", u"One.\r\n> ", u"One.\r\n"},
+        {u"$", u"One.\r\n", u""},          // the place before the last line end matches, too
+        {u"a", longLine + u"\r\nb", u"b"}, // each of the matches would measure the line
+    };
+    for (const auto& [check, text, left] : cases) {
+        SCOPED_TRACE(znt::utf8FromText(check));
+        list.setTriggers({trigger(check, u"", {}, Gag::Yes)});
+        ZNTRecordedActions actions;
+        const auto pass = list.startPass(text, actions);
+        while (!pass->goOn())
+            continue;
+        EXPECT_EQ(pass->outcome().gaggedLines.takenOutOf(text), left);
+        EXPECT_FALSE(pass->outcome().isGagged);
+        EXPECT_THAT(actions.done, IsEmpty()) << "an empty action";
+    }
+}
+
 TEST_F(TriggerList, ATriggerThatCannotBeUsedDoesNothingAndTheOthersDo)
 {
     list.setTriggers({trigger(u"sword", u"first"), trigger(u"a(b", u"never", u"never.wav", Gag::Yes),

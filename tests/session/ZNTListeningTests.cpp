@@ -74,6 +74,67 @@ TEST_F(Listening, ReviewSoundsOnWhileSpeechIsOffAndReplayWithItsSettingAlone)
     EXPECT_EQ(speech.said.back(), "(stop)") << "a command does";
 }
 
+TEST_F(Listening, APromptIsSpokenWhenItChangesAndAKeySaysIt)
+{
+    turnSpeech(true);
+    listen({&ZNTSettings::changedPrompts});
+    connect();
+    session().sayPrompt();
+    EXPECT_THAT(speech.said, ElementsAre("No prompt yet."));
+    EXPECT_THAT(spokenOf({"A rat.\r\nHP 10> " + goAhead, "It bites.\r\n\x1b[31mHP 10>" + goAhead,
+                          "HP 10> " + goAhead, "It bites.\r\nHP 9> " + goAhead}),
+                ElementsAre("A rat. HP 10> ", "It bites.", "It bites. HP 9> "));
+    receive("HP 9> " + goAhead);
+    session().sayPrompt();
+    EXPECT_EQ(speech.said.back(), "HP 9>");
+    session().replayLastText();
+    EXPECT_TRUE(shown().ends_with(u"HP 9> ")) << "it is shown all the same";
+    turnSpeech(false);
+    speech.said.clear();
+    session().sayPrompt();
+    EXPECT_THAT(speech.said, ElementsAre());
+}
+
+TEST_F(Listening, AGagTakesOutItsLinesAndAnEmptyActionSendsNothing)
+{
+    addTrigger(u"caws", u"", /*gag=*/true);
+    session().reloadTriggers();
+    turnSpeech(true);
+    listen({&ZNTSettings::gagLines, &ZNTSettings::emptyAction});
+    connect();
+    EXPECT_THAT(spokenOf({"One.\r\nA crow caws.\r\nTwo.\r\n" + goAhead, "A crow caws.\r\n" + goAhead}),
+                ElementsAre("One. Two."));
+    EXPECT_EQ(received(), "");
+    session().replayLastText();
+    EXPECT_EQ(spoken(2).back(), "One. Two. That is all.");
+    session().speechReview().lineFromEnd(2);
+    EXPECT_EQ(speech.said.back(), "A crow caws.") << "the review has every line";
+}
+
+TEST_F(Listening, FinishedLinesAreShownAtOnceAndAPromptWaits)
+{
+    connect();
+    receive("Held back");
+    listen({&ZNTSettings::wholeLines});
+    receive(".\r\n  A line. \r\nHP 1");
+    EXPECT_EQ(shown(), u"Held back.\r\n  A line. \r\n");
+    machine.loop.advance(0.4);
+    receive("0 \r");
+    EXPECT_TRUE(shown().ends_with(u"A line. \r\n")) << "half of a line end";
+    receive("\n> ");
+    EXPECT_TRUE(shown().ends_with(u"HP 10 \r\n"));
+    machine.loop.advance(0.49);
+    EXPECT_TRUE(shown().ends_with(u"HP 10 \r\n"));
+    machine.loop.advance(0.02);
+    EXPECT_TRUE(shown().ends_with(u"HP 10 \r\n> "));
+    for (const int mark : {249, 239}) {
+        receive("mark" + telnet({255, mark}) + "\nrest");
+        EXPECT_TRUE(shown().ends_with(u"mark\n")) << "the line end behind the mark stays";
+        silence();
+        view.clear();
+    }
+}
+
 TEST_F(Listening, SpeechStartsWithAReaderUnlessThePlayerHasSwitchedIt)
 {
     session();

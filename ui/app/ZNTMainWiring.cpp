@@ -200,6 +200,7 @@ void ZNTMainWiring::wireSpeech()
     });
     joinButton(window.startStopSpeech, menu["speechOnOff"]);
     whenTriggered(menu["replayLastText"], [this] { session.replayLastText(); });
+    whenTriggered(menu["sayPrompt"], [this] { session.sayPrompt(); });
     whenTriggered(menu["stopSpeaking"], [this] { session.stopSpeaking(); });
     whenTriggered(menu["stopAllSounds"], [this] { session.stopAllSounds(); });
     whenTriggered(menu["previousLine"], [this] { session.speechReview().previousLine(); });
