@@ -37,7 +37,8 @@ Stretch lineAt(std::u16string_view chunk, std::size_t place)
 
 } // namespace
 
-void ZNTGaggedLines::add(std::u16string_view chunk, std::size_t start, std::size_t end)
+void ZNTGaggedLines::add(std::u16string_view chunk, std::size_t start, std::size_t end,
+                         const MatchesAlone& matchesAlone)
 {
     auto match = trimmed(chunk, {start, end});
     if (match.start == chunk.size()) { // an empty match at the end
@@ -46,6 +47,8 @@ void ZNTGaggedLines::add(std::u16string_view chunk, std::size_t start, std::size
         --match.start;
     }
     isGagged.resize(chunk.size());
+    if (addThoseThatMatchAlone(chunk, match.start, match.end, matchesAlone))
+        return;
     // A line that is gagged already is not measured again: a long one can hold thousands of matches.
     for (auto at = match.start; at == match.start || at < match.end;) {
         if (isGagged[at]) {
@@ -53,10 +56,37 @@ void ZNTGaggedLines::add(std::u16string_view chunk, std::size_t start, std::size
             continue;
         }
         const auto line = lineAt(chunk, at);
-        std::fill(isGagged.begin() + static_cast<std::ptrdiff_t>(line.start),
-                  isGagged.begin() + static_cast<std::ptrdiff_t>(line.end), true);
+        gag(line.start, line.end);
         at = line.end;
     }
+}
+
+/// False if none does, or if the match touches one line only: then there is nothing to ask.
+bool ZNTGaggedLines::addThoseThatMatchAlone(std::u16string_view chunk, std::size_t start, std::size_t end,
+                                            const MatchesAlone& matchesAlone)
+{
+    const auto match = chunk.substr(start, end - start);
+    if (std::none_of(match.begin(), match.end(), isLineEnd))
+        return false;
+    bool isAny = false;
+    for (auto at = start; at < end;) {
+        const auto line = lineAt(chunk, at);
+        auto text = chunk.substr(line.start, line.end - line.start);
+        while (!text.empty() && isLineEnd(text.back()))
+            text.remove_suffix(1);
+        if (matchesAlone(text)) {
+            gag(line.start, line.end);
+            isAny = true;
+        }
+        at = line.end;
+    }
+    return isAny;
+}
+
+void ZNTGaggedLines::gag(std::size_t start, std::size_t end)
+{
+    std::fill(isGagged.begin() + static_cast<std::ptrdiff_t>(start),
+              isGagged.begin() + static_cast<std::ptrdiff_t>(end), true);
 }
 
 std::u16string ZNTGaggedLines::takenOutOf(std::u16string_view text) const

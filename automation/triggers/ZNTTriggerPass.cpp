@@ -16,6 +16,8 @@ constexpr double allowanceOfTrigger = 0.05;
 constexpr double leastAllowanceOfTrigger = 0.001;
 /// For all triggers together that exceed their limit. When it is used up, each of the others gets the least.
 constexpr double allowanceOfPass = 0.2;
+/// For trying single lines, of all triggers together.
+constexpr double allowanceOfLines = 0.05;
 constexpr double charactersPerAllowance = 256 * 1024;
 
 const std::span<const ZNTTriggerReaction> allReactions = znt::triggerReactions();
@@ -50,7 +52,8 @@ ZNTTriggerPass::ZNTTriggerPass(std::shared_ptr<ZNTPreparedTriggers> givenPrepare
       actions(actions),
       rules(rules),
       scale(1 + std::floor(static_cast<double>(text.size()) / charactersPerAllowance)),
-      allowanceLeft(allowanceOfPass * scale)
+      allowanceLeft(allowanceOfPass * scale),
+      allowanceForLines(allowanceOfLines * scale)
 {
     memory->matches.clear();
 }
@@ -218,7 +221,8 @@ ZNTTriggerPass::Answers ZNTTriggerPass::answer(const ZNTArmedTrigger& armed)
 bool ZNTTriggerPass::react(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& match)
 {
     const bool mayAnswer = isAnswering; // an answer may end the answering, but only from the next match on
-    const ZNTTriggerOccasion occasion{armed, match, groupOf(match), text, actions, log};
+    const ZNTGaggedLines::MatchesAlone alone = [&](auto line) { return matchesAlone(armed, line); };
+    const ZNTTriggerOccasion occasion{armed, match, groupOf(match), text, actions, log, alone};
     for (const auto& reaction : allReactions) {
         const bool mayHappen = mayAnswer || reaction.reach == ZNTTriggerReaction::Reach::Chunk;
         if (mayHappen && reaction.isWanted(armed.trigger, decided, rules) &&
@@ -226,4 +230,17 @@ bool ZNTTriggerPass::react(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& 
             return false;
     }
     return true;
+}
+
+/// Few lines are asked about, and most lack the literal, so ICU does for every check. False once the time for
+/// it is used up.
+bool ZNTTriggerPass::matchesAlone(const ZNTArmedTrigger& armed, std::u16string_view line)
+{
+    if (allowanceForLines <= 0 || line.find(armed.pattern->requiredLiteral()) == line.npos)
+        return false;
+    ZNTUserExpression::Search search{line, allowanceForLines};
+    std::vector<ZNTTriggerMatch> found;
+    const auto collected = armed.pattern->expression().collectMatches(search, 1, found, [] { return true; });
+    allowanceForLines = collected ? search.allowance : 0;
+    return !found.empty();
 }

@@ -75,6 +75,7 @@ private:
     [[nodiscard]] bool canChangeAnything(const ZNTTrigger& trigger) const;
     Answers answer(const ZNTArmedTrigger& armed);
     bool react(const ZNTArmedTrigger& armed, const ZNTTriggerMatch& match);
+    [[nodiscard]] bool matchesAlone(const ZNTArmedTrigger& armed, std::u16string_view line);
     [[nodiscard]] std::u16string_view groupOf(const ZNTTriggerMatch& match) const;
 
     std::shared_ptr<ZNTPreparedTriggers> prepared;
@@ -87,6 +88,7 @@ private:
     const ZNTTriggerRules rules;
     const std::function<bool()> hasTimeForMore{[this] { return actions.hasTimeForMore(); }};
     double scale, allowanceLeft;
+    double allowanceForLines; ///< likewise, for trying single lines
     std::optional<bool> textHasSurrogates;
     bool hasCandidates = false;
     bool isBusy = false; ///< inside `goOn`

@@ -34,7 +34,7 @@ bool wantsLineGag(const ZNTTrigger& trigger, const ZNTTriggerOutcome&, const ZNT
 bool gagLines(const ZNTTriggerOccasion& occasion, ZNTTriggerOutcome& outcome)
 {
     outcome.gaggedLines.add(occasion.chunk, static_cast<std::size_t>(occasion.match.start),
-                            static_cast<std::size_t>(occasion.match.end));
+                            static_cast<std::size_t>(occasion.match.end), occasion.matchesAlone);
     return true;
 }
 

@@ -31,6 +31,7 @@ struct ZNTTriggerOccasion {
     std::u16string_view chunk;    ///< the whole text that the triggers watch
     ZNTTriggerActions& actions;
     ZNTPlatformLog& log;
+    const ZNTGaggedLines::MatchesAlone& matchesAlone;
 };
 
 /// One thing that a trigger can do at each of its matches. The README of this room says how to add one.

@@ -133,8 +133,7 @@ ZNTResult<void> ZNTUserExpression::collectMatches(Search& search, std::size_t mo
         isFound = uregex_findNext(icu, &status) != 0;
     }
     search.isOver |= !isFound;
-    if (!search.isOver)
-        search.allowance -= processorTime() - start;
+    search.allowance -= processorTime() - start;
     if (limits.stoppedBefore >= 0) {
         status = U_ZERO_ERROR;
         search.from = limits.stoppedBefore;

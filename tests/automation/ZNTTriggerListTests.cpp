@@ -79,6 +79,9 @@ TEST_F(TriggerList, AGagCanTakeOutTheLinesThatItTouches)
         {u"caws|barks", u"One.\r\nA crow caws.\r\nTwo.\r\nA dog barks.", u"One.\r\nTwo.\r\n"},
         {u"\nTwo", u"One.\r\nTwo.\r\nThree.", u"One.\r\nThree."}, // "\n" says where a line begins
         {u"a\r\nb", u"xa\r\nbx\r\nc", u"c"},
+        // A wildcard reaches over line ends in both directions.
+        {u"%1 caws*", u"Hall\r\nExits north\r\nA crow caws\r\nA door", u"Hall\r\nExits north\r\nA door"},
+        {u"Hall%1door", u"One\r\nHall\r\nA door\r\nTwo", u"One\r\nTwo"},
         {u"x", u"x\r\n\r\ny", u"\r\ny"}, // one line end goes with its line
         {u"b|d", u"a\rb\rc\n\rd\n\re", u"a\rc\n\re"},
         {u"$", u"One.\r\n> ", u"One.\r\n"},
