@@ -1,5 +1,6 @@
 #include "ZNTColourParser.h"
 
+#include "ZNTEscapeSequence.h"
 #include "ZNTSgrScanner.h"
 #include "ZNTText.h"
 #include "ZNTTextCutter.h"

@@ -1,5 +1,6 @@
 #include "ZNTSgrScanner.h"
 
+#include "ZNTEscapeSequence.h"
 #include "ZNTTextCutter.h"
 #include "ZNTTextScan.h"
 

@@ -11,8 +11,6 @@
 namespace znt
 {
 
-inline constexpr char16_t escape = 0x1B; ///< ESC, which begins every sequence
-
 /// Applies, one after the other over the whole text:
 ///   "\e.(\d{1,1};\d{1,2};\d{1,2}m)" becomes ESC "[0m"  (three numbers, the first of one digit: a reset)
 ///   "\e.(\d{1,2};\d{1,2};\d{1,2}m)" becomes ESC "[1m"  (three numbers, the first of two digits: bold)

@@ -6,6 +6,8 @@
 namespace znt
 {
 
+inline constexpr char16_t escape = 0x1B; ///< ESC, which begins every sequence
+
 /// An escape sequence of ECMA-48: a control sequence (ESC "["), a control string (ESC "]", "P", "X", "^" or
 /// "_", until ST, that is ESC "\"; the first of them also until BEL), or ESC with a final character. Only ESC
 /// introduces one. The 8-bit introducers are letters in the encodings of games.

@@ -1,7 +1,5 @@
 #include "ZNTEscapeSequence.h"
 
-#include "ZNTSgrScanner.h"
-
 namespace
 {
 
