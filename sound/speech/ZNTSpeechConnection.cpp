@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <libspeechd.h>
 #include <netdb.h>
 #include <poll.h>
@@ -18,6 +19,8 @@ namespace
 {
 
 constexpr std::string_view lineEnd = "\r\n";
+constexpr std::string_view endOfText = ".";
+constexpr std::string_view cancelAll = "CANCEL SELF";
 
 /// Stands between code and text in the last line of an answer; earlier lines have another character there.
 constexpr char lastLineMark = ' ';
@@ -90,7 +93,7 @@ std::string bodyOf(std::string_view utf8)
         utf8.remove_prefix(line.size());
         utf8.remove_prefix(utf8.starts_with(lineEnd) ? lineEnd.size() : utf8.empty() ? 0 : 1);
     }
-    return body + ".";
+    return body.append(endOfText);
 }
 
 template <typename Number>
@@ -141,19 +144,43 @@ bool ZNTSpeechConnection::greet()
                        [this](const char* command) { return ask(command).has_value(); });
 }
 
-std::optional<std::size_t> ZNTSpeechConnection::say(std::string_view utf8)
+ZNTSpeechConnection::Said ZNTSpeechConnection::say(std::string_view utf8, int interruption)
 {
-    constexpr int receivingData = 230, messageQueued = 225;
-    const auto ready = ask("SPEAK");
-    if (!ready || ready->code != receivingData)
-        return {};
-    const auto queued = ask(bodyOf(utf8));
-    if (!queued || queued->code != messageQueued)
-        return {};
-    return numberIn<std::size_t>(queued->lines.front());
+    const auto said = handOver(utf8, interruption);
+    handleRemainingEvents();
+    return said;
 }
 
-void ZNTSpeechConnection::cancel() { ask("CANCEL SELF"); }
+ZNTSpeechConnection::Said ZNTSpeechConnection::handOver(std::string_view utf8, int interruption)
+{
+    struct Step {
+        std::string command;
+        int expectedCode;
+        /// A cancel that may follow the command before its answer has come. The service reads a text after
+        /// SPEAK, so an empty one comes first.
+        std::vector<std::string_view> cancel;
+    };
+    constexpr int receivingData = 230, messageQueued = 225;
+    const Step steps[] = {{"SPEAK", receivingData, {endOfText, cancelAll}},
+                          {bodyOf(utf8), messageQueued, {cancelAll}}};
+    std::optional<Answer> last;
+    for (const auto& step : steps) {
+        if (!sendLine(step.command))
+            return {};
+        last = answer(interruption);
+        if (!last && !lost) {
+            std::for_each(step.cancel.begin(), step.cancel.end(), [this](auto line) { sendLine(line); });
+            for (auto owed = step.cancel.size() + 1; owed > 0 && !lost; --owed)
+                answer();
+            return {{}, /*wasCancelled=*/true};
+        }
+        if (!last || last->code != step.expectedCode)
+            return {};
+    }
+    return {numberIn<std::size_t>(last->lines.front())};
+}
+
+void ZNTSpeechConnection::cancel() { ask(cancelAll); }
 
 void ZNTSpeechConnection::takeEvents()
 {
@@ -163,6 +190,7 @@ void ZNTSpeechConnection::takeEvents()
 
 void ZNTSpeechConnection::handleRemainingEvents()
 {
+    // The socket does not become readable again for events that came together with an answer.
     // `nextAnswer` handles the events. An answer without a question has no meaning and is dropped.
     while (nextAnswer()) {
     }
@@ -172,19 +200,23 @@ void ZNTSpeechConnection::breakOff() { shutdown(socket, SHUT_RDWR); }
 
 std::optional<ZNTSpeechConnection::Answer> ZNTSpeechConnection::ask(std::string_view command)
 {
-    if (!send(std::string(command).append(lineEnd)))
-        return {};
+    auto answered = sendLine(command) ? answer() : std::nullopt;
+    handleRemainingEvents();
+    return answered;
+}
+
+std::optional<ZNTSpeechConnection::Answer> ZNTSpeechConnection::answer(int interruption)
+{
     for (;;) {
-        if (auto answer = nextAnswer()) {
-            // The socket does not become readable again for events that came together with the answer.
-            handleRemainingEvents();
-            return answer;
-        }
-        if (lost || !waitFor(POLLIN))
+        if (auto next = nextAnswer())
+            return next;
+        if (lost || waitFor(POLLIN, interruption) != Wait::Ready)
             return {};
         receive();
     }
 }
+
+bool ZNTSpeechConnection::sendLine(std::string_view line) { return send(std::string(line).append(lineEnd)); }
 
 bool ZNTSpeechConnection::send(std::string_view bytes)
 {
@@ -200,12 +232,14 @@ bool ZNTSpeechConnection::send(std::string_view bytes)
     return !lost;
 }
 
-bool ZNTSpeechConnection::waitFor(short readiness)
+ZNTSpeechConnection::Wait ZNTSpeechConnection::waitFor(short readiness, int interruption)
 {
-    pollfd watched{socket, readiness, 0};
-    if (poll(&watched, 1, longestWait * 1'000) == 0)
+    pollfd watched[] = {{socket, readiness, 0}, {interruption, POLLIN, 0}};
+    if (poll(watched, std::size(watched), longestWait * 1'000) == 0)
         lost = true;
-    return !lost;
+    if (lost)
+        return Wait::Lost;
+    return watched[0].revents == 0 && watched[1].revents != 0 ? Wait::Interrupted : Wait::Ready;
 }
 
 void ZNTSpeechConnection::receive()

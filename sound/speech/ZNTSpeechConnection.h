@@ -45,9 +45,14 @@ public:
 
     /// To be called first: introduces the client and asks for events. False if the service does not answer.
     bool greet();
-    /// Queues `utf8`, which is not empty, and returns its message's number. None if the service refused the
-    /// text or is lost; `isLost` says which.
-    std::optional<std::size_t> say(std::string_view utf8);
+    struct Said {
+        /// None if the text was cancelled, if the service refused it, or if the service is lost.
+        std::optional<std::size_t> message;
+        bool wasCancelled = false;
+    };
+    /// Queues `utf8`, which is not empty. If the descriptor `interruption` becomes readable before the
+    /// service has answered, the cancel of all texts leaves at once: it does not wait for the answer.
+    Said say(std::string_view utf8, int interruption);
     /// Stops and forgets all texts of this connection.
     void cancel();
     /// Handles the events that have come in, without waiting.
@@ -67,14 +72,22 @@ private:
         std::vector<std::string> lines;
     };
 
+    enum class Wait { Ready, Interrupted, Lost };
+
+    Said handOver(std::string_view utf8, int interruption);
     std::optional<Answer> ask(std::string_view command);
+    /// None if the service is lost, or if `interruption` is a descriptor and becomes readable first.
+    std::optional<Answer> answer(int interruption = noInterruption);
+    bool sendLine(std::string_view line);
     bool send(std::string_view bytes);
-    bool waitFor(short readiness);
+    Wait waitFor(short readiness, int interruption = noInterruption);
     void receive();
     /// The next whole answer in `received`. Events before it are handled.
     std::optional<Answer> nextAnswer();
     void handleRemainingEvents();
     void handleEvent(const Answer& event);
+
+    static constexpr int noInterruption = -1; // poll passes over it
 
     int socket;
     EventHandler onEvent;

@@ -56,7 +56,11 @@ public:
           serviceStart(serviceStart)
     {
     }
-    ~Worker() { close(wakeUpDescriptor); }
+    ~Worker()
+    {
+        close(wakeUpDescriptor);
+        close(interruption);
+    }
     Worker(const Worker&) = delete;
     Worker& operator=(const Worker&) = delete;
 
@@ -69,6 +73,7 @@ public:
     bool isAvailable = true;
     bool hasEnded = false; ///< the thread itself may live on
     std::function<void()> availabilityChanged;
+    std::function<void()> allIsSaid;
     double refusesUntil = 0; ///< by the run loop's clock
 
 private:
@@ -77,8 +82,13 @@ private:
     /// Waits until there is something to do, or `time` has passed.
     void wait(Lock& lock, std::chrono::milliseconds time);
     void cancelIfDue(Lock& lock);
+    void noteCancel();
+    [[nodiscard]] bool hasTexts() const;
+    void reportEnd();
     void connect(Lock& lock);
-    void wakeUp() const;
+    static void signal(int descriptor);
+    static void clear(int descriptor);
+    void wakeUp() const { signal(wakeUpDescriptor); }
     void giveUp();
     /// Reports to the run loop whether a service was found.
     void passOn(bool isFound);
@@ -97,12 +107,15 @@ private:
     std::condition_variable quitting;
     /// Readable when the thread has something new to look at.
     const int wakeUpDescriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    /// Readable while `mustCancel` is set: it interrupts a text that is on its way to the service.
+    const int interruption = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     /// Texts that the service does not have yet.
     std::deque<ZNTSpeechMessage> waiting;
     ZNTSpeechMessages unfinished;
     /// Messages that ended before the call that queued them returned.
     std::set<std::size_t> endedEarly;
     bool isHandingOver = false;
+    bool owesEnd = false; ///< texts came since the last end that was reported, and no stop
     /// Whether the service was given a text since the last cancel.
     bool hasSomethingToCancel = false;
     bool mustCancel = false;
@@ -118,6 +131,11 @@ private:
 bool ZNTSpeechDispatcher::Worker::isSpeaking() const
 {
     const std::lock_guard lock(mutex);
+    return hasTexts();
+}
+
+bool ZNTSpeechDispatcher::Worker::hasTexts() const
+{
     return isHandingOver || !waiting.empty() || !unfinished.isEmpty();
 }
 
@@ -127,6 +145,7 @@ void ZNTSpeechDispatcher::Worker::say(std::string utf8)
         return;
     const std::lock_guard lock(mutex);
     waiting.push_back({std::move(utf8)});
+    owesEnd = true;
     if (!thread.joinable())
         thread = std::thread([self = shared_from_this()] { self->run(); });
     wakeUp();
@@ -137,12 +156,13 @@ void ZNTSpeechDispatcher::Worker::stop()
     const std::lock_guard lock(mutex);
     waiting.clear();
     unfinished.clear();
-    isHandingOver = false;
+    isHandingOver = owesEnd = false;
     ++stops;
     // While speech is off, every chunk of the game calls stop again. One cancel is enough.
     if (!hasSomethingToCancel)
         return;
     mustCancel = true;
+    signal(interruption);
     wakeUp();
 }
 
@@ -176,6 +196,7 @@ void ZNTSpeechDispatcher::Worker::run()
             takeBackFromLostService(lock);
         cancelIfDue(lock);
         unfinished.forgetOverdue(Clock::now());
+        reportEnd();
         if (waiting.empty())
             wait(lock, unfinished.isEmpty() ? forEver : lookInterval);
         else if (connection)
@@ -188,11 +209,30 @@ void ZNTSpeechDispatcher::Worker::run()
     quitting.notify_all();
 }
 
-void ZNTSpeechDispatcher::Worker::wakeUp() const
+void ZNTSpeechDispatcher::Worker::reportEnd()
+{
+    // After `quit` the run loop may be gone.
+    if (!owesEnd || hasTexts() || mustQuit)
+        return;
+    owesEnd = false;
+    runLoop.post([weak = weak_from_this()] {
+        const auto worker = weak.lock();
+        if (worker && !worker->hasEnded && worker->allIsSaid)
+            worker->allIsSaid();
+    });
+}
+
+void ZNTSpeechDispatcher::Worker::signal(int descriptor)
 {
     const std::uint64_t one = 1;
-    // The write fails only if the counter is full, and then the thread is awake anyway.
-    [[maybe_unused]] const auto written = write(wakeUpDescriptor, &one, sizeof one);
+    // The write fails only if the counter is full, and then the descriptor is readable anyway.
+    [[maybe_unused]] const auto written = write(descriptor, &one, sizeof one);
+}
+
+void ZNTSpeechDispatcher::Worker::clear(int descriptor)
+{
+    std::uint64_t count;
+    [[maybe_unused]] const auto taken = read(descriptor, &count, sizeof count);
 }
 
 void ZNTSpeechDispatcher::Worker::wait(Lock& lock, std::chrono::milliseconds time)
@@ -204,8 +244,7 @@ void ZNTSpeechDispatcher::Worker::wait(Lock& lock, std::chrono::milliseconds tim
     lock.unlock();
     pollfd watched[] = {{wakeUpDescriptor, POLLIN, 0}, {served ? served->descriptor() : -1, POLLIN, 0}};
     poll(watched, std::size(watched), static_cast<int>(time.count()));
-    std::uint64_t count;
-    [[maybe_unused]] const auto taken = read(wakeUpDescriptor, &count, sizeof count);
+    clear(wakeUpDescriptor);
     if (served)
         served->takeEvents();
     lock.lock();
@@ -213,14 +252,21 @@ void ZNTSpeechDispatcher::Worker::wait(Lock& lock, std::chrono::milliseconds tim
 
 void ZNTSpeechDispatcher::Worker::cancelIfDue(Lock& lock)
 {
-    if (!std::exchange(mustCancel, false))
-        return;
-    hasSomethingToCancel = false;
-    if (!connection)
-        return;
-    lock.unlock();
-    connection->cancel();
-    lock.lock();
+    // A stop that comes during the wait must not interrupt a text that came after it.
+    while (mustCancel) {
+        noteCancel();
+        if (!connection)
+            return;
+        lock.unlock();
+        connection->cancel();
+        lock.lock();
+    }
+}
+
+void ZNTSpeechDispatcher::Worker::noteCancel()
+{
+    mustCancel = hasSomethingToCancel = false;
+    clear(interruption);
 }
 
 void ZNTSpeechDispatcher::Worker::connect(Lock& lock)
@@ -286,14 +332,16 @@ void ZNTSpeechDispatcher::Worker::sayFirst(Lock& lock)
     const auto stopsBefore = stops;
     isHandingOver = hasSomethingToCancel = true;
     lock.unlock();
-    const auto message = connection->say(text.utf8);
+    const auto said = connection->say(text.utf8, interruption);
     lock.lock();
+    if (said.wasCancelled)
+        noteCancel();
     if (stops == stopsBefore) {
         isHandingOver = false;
         if (connection->isLost()) {
             takeBack(std::move(text));
-        } else if (message && endedEarly.count(*message) == 0) {
-            unfinished.add(*message, std::move(text), Clock::now());
+        } else if (said.message && endedEarly.count(*said.message) == 0) {
+            unfinished.add(*said.message, std::move(text), Clock::now());
         }
     }
     endedEarly.clear();
@@ -343,6 +391,11 @@ void ZNTSpeechDispatcher::startSpeaking(std::u16string_view text)
 }
 
 void ZNTSpeechDispatcher::stopSpeaking() { worker->stop(); }
+
+void ZNTSpeechDispatcher::setEndListener(std::function<void()> ended)
+{
+    worker->allIsSaid = std::move(ended);
+}
 
 bool ZNTSpeechDispatcher::isAvailable() const { return worker->isAvailable; }
 

@@ -29,6 +29,7 @@ public:
     [[nodiscard]] bool isSpeaking() const override;
     void startSpeaking(std::u16string_view text) override;
     void stopSpeaking() override;
+    void setEndListener(std::function<void()> ended) override;
     [[nodiscard]] bool isAvailable() const override;
     void setAvailabilityListener(std::function<void()> changed) override;
 

@@ -16,6 +16,9 @@ public:
     /// Stops speaking at once and forgets the texts that wait.
     virtual void stopSpeaking() = 0;
 
+    /// `ended` is called after all text was said or lost, not after a stop; an empty one ends that. There is
+    /// one listener.
+    virtual void setEndListener(std::function<void()> /*ended*/) {}
     /// False after a text found no service that could speak it, until a later text finds one.
     [[nodiscard]] virtual bool isAvailable() const { return true; }
     /// `changed` is called after each change of `isAvailable`; an empty one ends that. There is one listener.

@@ -64,6 +64,8 @@ public:
     std::atomic<bool> staysSpeaking = false;
     /// If false, it takes connections and commands but answers nothing.
     std::atomic<bool> answers = true;
+    /// Answers with this code are held back.
+    std::atomic<int> heldBackCode = 0;
     /// Commands that came in, answered or not.
     std::atomic<std::size_t> commandsHeard = 0;
 
@@ -133,7 +135,7 @@ private:
     }
     void send(const std::string& reply) const
     {
-        if (answers)
+        if (answers && !reply.starts_with(std::to_string(heldBackCode)))
             ::send(client, reply.data(), reply.size(), MSG_NOSIGNAL);
     }
     void sendEvent(const Message& message, const std::string& code) const
