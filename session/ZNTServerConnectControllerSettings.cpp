@@ -52,4 +52,9 @@ void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
     synth.setUseSystemVoiceNotVO(wanted.systemVoice);
     synth.setUseTimer(wanted.pacing);
     synth.setSpeechRate(wanted.rate);
+    synth.setFollowsVoice(wanted.followVoice);
+    synth.setCatchesUp(wanted.catchUp);
+    synth.setFilters({.skipsDecoration = wanted.skipDecoration,
+                      .shortensRuns = wanted.shortenRuns,
+                      .skipsControlSequences = wanted.skipControlSequences});
 }

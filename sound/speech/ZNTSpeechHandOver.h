@@ -35,6 +35,7 @@ private:
     struct Chunk {
         std::u16string text;
         std::uint64_t stopCount;
+        double arrival; ///< by the run loop's clock
     };
     struct Speaker {
         std::thread thread;

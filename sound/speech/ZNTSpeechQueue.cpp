@@ -11,73 +11,123 @@ namespace
 /// Units that are copied to find the end of an utterance; more than the longest one.
 constexpr std::size_t longestLook = 2 * znt::longestUtterance;
 
-bool isLineEnd(char16_t unit) { return unit == u'\r' || unit == u'\n'; }
+constexpr std::u16string_view endsOfLine = u"\r\n";
+
+bool isLineEnd(char16_t unit) { return endsOfLine.find(unit) != endsOfLine.npos; }
+
+/// Neither a blank nor a control character.
+bool isVisible(char16_t unit) { return unit > u' '; }
+
+std::uint32_t millisecondsAt(double seconds)
+{
+    return static_cast<std::uint32_t>(static_cast<std::uint64_t>(seconds * 1'000));
+}
 
 } // namespace
 
-void ZNTSpeechQueue::append(std::u16string_view chunk)
+void ZNTSpeechQueue::append(std::u16string_view chunk, double now)
 {
-    text.insert(text.end(), chunk.begin(), chunk.end());
-    lengths.push_back(static_cast<std::uint32_t>(chunk.size()));
+    if (catchesUp)
+        appendLines(chunk, now);
+    else
+        appendChunk(chunk, now);
     if (text.size() > mostUnits)
         dropOlderHalf();
+}
+
+void ZNTSpeechQueue::appendLines(std::u16string_view chunk, double now)
+{
+    while (!chunk.empty()) {
+        const auto line = chunk.substr(0, chunk.find_first_of(endsOfLine));
+        if (std::any_of(line.begin(), line.end(), isVisible))
+            appendChunk(line, now);
+        chunk.remove_prefix(std::min(line.size() + 1, chunk.size()));
+    }
+}
+
+void ZNTSpeechQueue::appendChunk(std::u16string_view chunk, double now)
+{
+    text.insert(text.end(), chunk.begin(), chunk.end());
+    chunks.push_back({static_cast<std::uint32_t>(chunk.size()), millisecondsAt(now)});
 }
 
 void ZNTSpeechQueue::clear()
 {
     text.clear();
-    lengths.clear();
+    chunks.clear();
     droppedLines = 0;
-    owesText = false;
+    owesText = hasBegunFirst = false;
 }
 
 void ZNTSpeechQueue::dropOlderHalf()
 {
-    while (text.size() > mostUnits / 2) {
-        const auto length = firstLineLength();
-        if (length == text.size())
-            return;
-        const auto end = text.begin() + static_cast<std::ptrdiff_t>(length);
-        if (std::any_of(text.begin(), end, [](char16_t unit) { return unit > u' '; }))
-            ++droppedLines;
-        takeUnits(length);
-    }
+    while (text.size() > mostUnits / 2 && firstLineLength() < text.size())
+        dropFirstLine();
+}
+
+void ZNTSpeechQueue::dropLateLines(double now)
+{
+    if (isEmpty() || hasBegunFirst)
+        return;
+    const bool isLate = waitOfFirst(now) > (owesText ? longestWaitAfterNotice : longestWait);
+    while (!isEmpty() && (chunks.size() > mostLines || (isLate && waitOfFirst(now) > keptWait)))
+        dropFirstLine();
+}
+
+double ZNTSpeechQueue::waitOfFirst(double now) const
+{
+    return (millisecondsAt(now) - chunks.front().milliseconds) / 1'000.0;
 }
 
 std::size_t ZNTSpeechQueue::firstLineLength() const
 {
-    const auto end = text.begin() + lengths.front();
+    const auto end = text.begin() + chunks.front().length;
     const auto lineStart = std::find_if_not(text.begin(), end, isLineEnd);
     const auto lineEnd = std::find_if(lineStart, end, isLineEnd);
     return static_cast<std::size_t>(std::find_if_not(lineEnd, end, isLineEnd) - text.begin());
 }
 
+void ZNTSpeechQueue::dropFirstLine()
+{
+    const auto length = firstLineLength();
+    if (std::any_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length), isVisible))
+        ++droppedLines;
+    takeUnits(length);
+}
+
 void ZNTSpeechQueue::takeUnits(std::size_t count)
 {
     text.erase(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(count));
-    lengths.front() -= static_cast<std::uint32_t>(count);
-    if (lengths.front() == 0)
-        lengths.pop_front();
+    chunks.front().length -= static_cast<std::uint32_t>(count);
+    if (chunks.front().length > 0)
+        return;
+    chunks.pop_front();
+    hasBegunFirst = false;
 }
 
 std::u16string ZNTSpeechQueue::takeNotice()
 {
     owesText = true;
     const auto count = std::exchange(droppedLines, 0);
-    return znt::decimalText(static_cast<std::int64_t>(count)) +
-           (count == 1 ? u" line was not spoken." : u" lines were not spoken.");
+    const auto words = catchesUp ? (count == 1 ? u" line skipped." : u" lines skipped.")
+                                 : (count == 1 ? u" line was not spoken." : u" lines were not spoken.");
+    return znt::decimalText(static_cast<std::int64_t>(count)) + words;
 }
 
-std::optional<std::u16string> ZNTSpeechQueue::takeUtterance()
+std::optional<std::u16string> ZNTSpeechQueue::takeUtterance(double now)
 {
+    if (catchesUp)
+        dropLateLines(now);
+    const bool isInsideLine = catchesUp && hasBegunFirst;
+    if (droppedLines > 0 && !owesText && !isInsideLine)
+        return takeNotice();
     if (isEmpty())
         return {};
-    if (droppedLines > 0 && !owesText)
-        return takeNotice();
     owesText = false;
-    const auto looked = std::min<std::size_t>(lengths.front(), longestLook);
+    const auto looked = std::min<std::size_t>(chunks.front().length, longestLook);
     const std::u16string start(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(looked));
     const auto length = znt::utteranceLength(start);
+    hasBegunFirst = length < chunks.front().length;
     takeUnits(length);
     return std::u16string(znt::trimmedOfNewlines(std::u16string_view(start).substr(0, length)));
 }

@@ -7,37 +7,68 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <string_view>
 
 /// The chunks that wait to be spoken, first in, first out. All are spoken, however late. Only if more than
 /// `mostUnits` wait, the older half is dropped, and the next utterance says how many lines that were. Not
 /// thread-safe.
+///
+/// If it catches up, it keeps lines instead of chunks and drops the oldest when too many wait or when the
+/// first has waited too long; one notice says how many, and the next utterance is a line again. A line of
+/// which a part was taken is taken to its end.
+///
+/// Times are seconds of any clock that only moves forward.
 class ZNTSpeechQueue
 {
 public:
     /// UTF-16 units over all chunks. The newest line stays, whatever its length.
     static constexpr std::size_t mostUnits = std::size_t{8} << 20;
 
-    /// `chunk` is not empty.
-    void append(std::u16string_view chunk);
+    // Of a queue that catches up.
+    static constexpr std::size_t mostLines = 50;
+    /// If the first line has waited longer, all lines go that have waited longer than `keptWait`. The
+    /// difference is time for the notice, after which a line may be a little older.
+    static constexpr double longestWait = 5, longestWaitAfterNotice = 5.4, keptWait = 3;
+
+    /// Lines that are in the queue already stay in the chunks that they came in.
+    void setCatchesUp(bool catchesUp) { this->catchesUp = catchesUp; }
+
+    /// `chunk` is not empty. `now` is when it came.
+    void append(std::u16string_view chunk, double now);
     void clear();
-    [[nodiscard]] bool isEmpty() const { return lengths.empty(); }
+    [[nodiscard]] bool isEmpty() const { return chunks.empty(); }
 
     /// The next text to speak, without line ends around it: the notice of dropped lines, or the first chunk,
     /// or the first utterance of a very long chunk, whose rest stays first. None if nothing waits.
-    std::optional<std::u16string> takeUtterance();
+    std::optional<std::u16string> takeUtterance(double now);
 
 private:
+    struct Chunk {
+        std::uint32_t length;       ///< UTF-16 units
+        std::uint32_t milliseconds; ///< when it came; starts again at 0 after 49 days
+    };
+
+    void appendLines(std::u16string_view chunk, double now);
+    void appendChunk(std::u16string_view chunk, double now);
     void dropOlderHalf();
+    void dropLateLines(double now);
+    /// Seconds since the first chunk came.
+    [[nodiscard]] double waitOfFirst(double now) const;
     /// The first line of the first chunk, with the line ends around it.
     [[nodiscard]] std::size_t firstLineLength() const;
+    /// It counts, unless it is blank.
+    void dropFirstLine();
     void takeUnits(std::size_t count);
     std::u16string takeNotice();
 
     /// The chunks one after the other, and how long each is: a flood of tiny ones costs little more than its
     /// text.
     std::deque<char16_t> text;
-    std::deque<std::uint32_t> lengths;
+    std::deque<Chunk> chunks;
     std::size_t droppedLines = 0;
     /// Set after a notice: the next utterance is text of the game, even if more was dropped meanwhile.
     bool owesText = false;
+    /// Whether a part of the first chunk was taken.
+    bool hasBegunFirst = false;
+    bool catchesUp = false;
 };

@@ -1,5 +1,6 @@
 #include "ZNTSpeechSynth.h"
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 #include <utility>
@@ -8,6 +9,11 @@ namespace
 {
 constexpr double pollingInterval = 0.5;
 constexpr double correctedRate = 0.5;
+/// Between two lines that follow a voice which does not say that it is busy. The screen reader is given
+/// lines no faster anyway.
+constexpr double shortestGap = 0.04;
+/// A timer may fire so many seconds early.
+constexpr double timerTolerance = 0.001;
 } // namespace
 
 ZNTSpeechSynth::ZNTSpeechSynth(RunLoop& runLoop, ZNTSpeechEngine& speechSynth, ZNTScreenReader& screenReader)
@@ -15,16 +21,79 @@ ZNTSpeechSynth::ZNTSpeechSynth(RunLoop& runLoop, ZNTSpeechEngine& speechSynth, Z
       speechSynth(speechSynth),
       _voiceOverScriptFile(screenReader)
 {
+    speechSynth.setEndListener([this] { lookAtQueue(); });
     turnOnSpeach();
 }
 
+ZNTSpeechSynth::~ZNTSpeechSynth() { speechSynth.setEndListener({}); }
+
 void ZNTSpeechSynth::speakLine(std::u16string line) { speakLine(std::move(line), stopCount()); }
 
-void ZNTSpeechSynth::speakLine(std::u16string line, std::uint64_t atStopCount)
+void ZNTSpeechSynth::speakLine(std::u16string line, std::uint64_t atStopCount, double arrival)
+{
+    const auto text = currentFilters().applied(std::move(line));
+    {
+        const std::lock_guard lock(queueMutex);
+        if (DO_NOT_SPEAK || atStopCount != stops || text.empty())
+            return;
+        stackText.append(text, arrival);
+        // One look is enough for all lines that come before it.
+        if (!followsVoice || std::exchange(isLookPosted, true))
+            return;
+    }
+    lookAtQueueSoon();
+}
+
+void ZNTSpeechSynth::lookAtQueueSoon()
+{
+    runLoop.post([this, alive = std::weak_ptr<char>(life)] {
+        if (alive.expired())
+            return;
+        {
+            const std::lock_guard lock(queueMutex);
+            isLookPosted = false;
+        }
+        lookAtQueue();
+    });
+}
+
+void ZNTSpeechSynth::lookAtQueue()
+{
+    {
+        const std::lock_guard lock(queueMutex);
+        if (DO_NOT_SPEAK || (!followsVoice && urgentText.isEmpty()))
+            return;
+    }
+    if (!speechSynth.isSpeaking() && !isReaderBusy())
+        talk();
+}
+
+void ZNTSpeechSynth::setFollowsVoice(bool followsVoice)
+{
+    {
+        const std::lock_guard lock(queueMutex);
+        this->followsVoice = followsVoice;
+    }
+    lookAtQueue();
+}
+
+void ZNTSpeechSynth::setCatchesUp(bool catchesUp)
+{
+    this->catchesUp = catchesUp;
+    const std::lock_guard lock(queueMutex);
+    stackText.setCatchesUp(catchesUp);
+}
+
+void ZNTSpeechSynth::setFilters(ZNTSpeechFilters filters)
 {
     const std::lock_guard lock(queueMutex);
-    if (!DO_NOT_SPEAK && atStopCount == stops && !line.empty())
-        stackText.append(line);
+    this->filters = filters;
+}
+
+ZNTSpeechFilters ZNTSpeechSynth::currentFilters() const
+{
+    const std::lock_guard lock(queueMutex);
+    return filters;
 }
 
 std::uint64_t ZNTSpeechSynth::stopCount() const
@@ -48,6 +117,7 @@ void ZNTSpeechSynth::stopIt()
 {
     speechSynth.stopSpeaking();
     _voiceOverScriptFile.forgetWhatWaits();
+    readerBusyUntil = 0;
     theTimer.reset();
     hasSaidAtOnce_ = false;
     const std::lock_guard lock(queueMutex);
@@ -67,6 +137,7 @@ void ZNTSpeechSynth::speakAtOnce(std::u16string_view text)
 {
     speechSynth.stopSpeaking();
     _voiceOverScriptFile.forgetWhatWaits();
+    readerBusyUntil = 0;
     hasSaidAtOnce_ = true;
     speakNext(text);
 }
@@ -77,7 +148,7 @@ void ZNTSpeechSynth::speakNext(std::u16string_view text)
         const auto utterance = text.substr(0, znt::utteranceLength(text));
         text.remove_prefix(utterance.size());
         if (!speakVoiceOver(utterance))
-            speechSynth.startSpeaking(znt::speakableText(utterance));
+            speechSynth.startSpeaking(forVoice(utterance));
     }
 }
 
@@ -87,7 +158,7 @@ void ZNTSpeechSynth::speakBeforeWaiting(std::u16string text)
         const std::lock_guard lock(queueMutex);
         if (DO_NOT_SPEAK || text.empty())
             return;
-        urgentText.append(text);
+        urgentText.append(text, runLoop.now());
     }
     // The timer may be set for the pace of the line that sounds, which can be much longer than the line.
     if (speechSynth.isSpeaking())
@@ -102,25 +173,45 @@ std::optional<std::u16string> ZNTSpeechSynth::nextUtterance()
 {
     if (speechSynth.isSpeaking())
         return {};
+    const auto now = runLoop.now();
     const std::lock_guard lock(queueMutex);
-    auto urgent = urgentText.takeUtterance();
-    return urgent ? urgent : stackText.takeUtterance();
+    // The reader has a queue of its own, so what is urgent need not wait until it has ended.
+    auto urgent = urgentText.takeUtterance(now);
+    return urgent || isReaderBusy() ? urgent : stackText.takeUtterance(now);
 }
 
 void ZNTSpeechSynth::talk()
 {
     const auto utterance = nextUtterance();
     if (!utterance) {
-        startTimer(pollingInterval);
+        startTimer(isReaderBusy() ? readerBusyUntil - runLoop.now() : pollingInterval);
         return;
     }
+    if (followsVoice)
+        speakFollowing(*utterance);
+    else
+        speakPaced(*utterance);
+}
+
+void ZNTSpeechSynth::speakPaced(std::u16string_view utterance)
+{
     // The wait is computed with the old rate. If that is 0, the wait is infinite and the timer never fires.
     const double rate = speechRate_;
     if (rate <= 0)
         speechRate_ = correctedRate;
-    const auto words = static_cast<double>(wordCount(*utterance));
+    const auto words = static_cast<double>(wordCount(utterance));
     startTimer(useTimer_ ? words / rate * 60 : pollingInterval);
-    speakVoiceOverText(*utterance);
+    speakVoiceOverText(utterance);
+}
+
+void ZNTSpeechSynth::speakFollowing(std::u16string_view utterance)
+{
+    speakNext(utterance);
+    // The engine's end comes before the poll, unless the service has lost it.
+    if (speechSynth.isSpeaking())
+        startTimer(pollingInterval);
+    else
+        startTimer(isReaderBusy() ? readerBusyUntil - runLoop.now() : shortestGap);
 }
 
 void ZNTSpeechSynth::speakVoiceOverText(std::u16string_view text)
@@ -132,13 +223,33 @@ void ZNTSpeechSynth::speakVoiceOverText(std::u16string_view text)
         startTimer(pollingInterval);
         return;
     }
-    speechSynth.startSpeaking(znt::speakableText(text));
+    speechSynth.startSpeaking(forVoice(text));
 }
 
 bool ZNTSpeechSynth::speakVoiceOver(std::u16string_view text)
 {
-    return !useSystemVoiceNotVO_ && _voiceOverScriptFile.isRunning() &&
-           _voiceOverScriptFile.sayThis(znt::speakableText(text));
+    if (useSystemVoiceNotVO_ || !_voiceOverScriptFile.isRunning() ||
+        !_voiceOverScriptFile.sayThis(forVoice(text)))
+        return false;
+    readerBusyUntil = std::max(readerBusyUntil, runLoop.now()) + secondsToSay(text);
+    return true;
+}
+
+bool ZNTSpeechSynth::isReaderBusy() const
+{
+    return followsVoice && catchesUp && runLoop.now() < readerBusyUntil - timerTolerance;
+}
+
+double ZNTSpeechSynth::secondsToSay(std::u16string_view text) const
+{
+    return static_cast<double>(wordCount(text)) / std::max(speechRate_, correctedRate) * 60;
+}
+
+std::u16string ZNTSpeechSynth::forVoice(std::u16string_view text) const
+{
+    auto wanted = currentFilters();
+    wanted.skipsDecoration = false;
+    return znt::speakableText(wanted.applied(std::u16string(text)));
 }
 
 void ZNTSpeechSynth::startTimer(double seconds)

@@ -3,6 +3,7 @@
 #include "RunLoop.h"
 #include "ZNTScreenReader.h"
 #include "ZNTSpeechEngine.h"
+#include "ZNTSpeechFilters.h"
 #include "ZNTSpeechQueue.h"
 
 #include <cstdint>
@@ -12,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// Reads received text aloud, line by line in order of arrival, through the screen reader while it runs, else
 /// through the speech engine.
@@ -19,18 +21,35 @@
 /// Waiting lines are taken by a timer that re-arms itself: every half second while there is nothing to do,
 /// and after a line for as long as it should take at `speechRate` words a minute. Speech starts switched off.
 ///
-/// `speakLine` and `stopCount` may be called from any thread; all else belongs to the run loop's.
+/// If it follows the voice, it takes a line as soon as nothing sounds: when a line comes, and when the engine
+/// reports an end. A screen reader reports none, but has a queue of its own. So each line goes to the reader
+/// as it comes: nothing is lost, and only the reader's own speed delays it. If the queue also catches up, a
+/// line goes to the reader when the last one should have ended at `speechRate`, so that what is late is still
+/// here and can be dropped.
+///
+/// `stopCount` and the `speakLine` with three arguments may be called from any thread; all else belongs to
+/// the run loop's.
 class ZNTSpeechSynth
 {
 public:
     /// The caller owns what it passes; all of it outlives the synth.
     ZNTSpeechSynth(RunLoop& runLoop, ZNTSpeechEngine& speechSynth, ZNTScreenReader& screenReader);
+    ~ZNTSpeechSynth();
+    ZNTSpeechSynth(const ZNTSpeechSynth&) = delete;
+    ZNTSpeechSynth& operator=(const ZNTSpeechSynth&) = delete;
 
     /// Queues a line, unless it is empty or speech is off.
     void speakLine(std::u16string line);
     /// The same for a line that was handed over when `stopCount` answered `atStopCount`: one that a stop has
     /// overtaken since is dropped, as it would have been in the queue.
-    void speakLine(std::u16string line, std::uint64_t atStopCount);
+    void speakLine(std::u16string line, std::uint64_t atStopCount)
+    {
+        speakLine(std::move(line), atStopCount, runLoop.now());
+    }
+    /// `arrival` is the run loop's time at which the line came.
+    void speakLine(std::u16string line, std::uint64_t atStopCount, double arrival);
+    /// The run loop's time, for lines that are handed over.
+    [[nodiscard]] double now() const { return runLoop.now(); }
     /// How often speech was stopped.
     [[nodiscard]] std::uint64_t stopCount() const;
 
@@ -67,6 +86,14 @@ public:
 
     [[nodiscard]] static std::size_t wordCount(std::u16string_view text) { return znt::wordCount(text); }
 
+    /// Whether lines follow the voice, whatever the two paces say.
+    void setFollowsVoice(bool followsVoice);
+    /// Whether lines that wait too long are dropped and counted (see ZNTSpeechQueue).
+    void setCatchesUp(bool catchesUp);
+    /// For received lines that come from now on. Texts that do not wait in the queue, such as a line of the
+    /// review, keep their decoration: the player asked for them.
+    void setFilters(ZNTSpeechFilters filters);
+
     /// Whether the words of a line decide when the next one is taken; else one is taken every half second.
     /// Kept as part of the interface, like the two getters below: the settings know their values.
     [[nodiscard]] bool useTimer() const { return useTimer_; }
@@ -82,17 +109,32 @@ public:
 private:
     void startTimer(double seconds);
     [[nodiscard]] std::optional<std::u16string> nextUtterance();
+    /// Speaks a line in the settled pace.
+    void speakPaced(std::u16string_view utterance);
+    /// Speaks a line at once, because nothing sounds.
+    void speakFollowing(std::u16string_view utterance);
+    /// Takes a line without waiting for the timer, if one is due: in the queue while lines follow the voice,
+    /// else an urgent one.
+    void lookAtQueue();
+    void lookAtQueueSoon();
+    /// Whether a line that follows must wait for the reader.
+    [[nodiscard]] bool isReaderBusy() const;
+    [[nodiscard]] double secondsToSay(std::u16string_view text) const;
+    [[nodiscard]] ZNTSpeechFilters currentFilters() const;
+    [[nodiscard]] std::u16string forVoice(std::u16string_view text) const;
 
     RunLoop& runLoop;
     ZNTSpeechEngine& speechSynth;
     ZNTScreenReader& _voiceOverScriptFile;
 
-    /// Guards `stackText`, `urgentText`, `DO_NOT_SPEAK` and `stops`, which the hand-over threads share with
-    /// the run loop's.
+    /// Guards the fields down to `stops`, which the hand-over threads share with the run loop's.
     mutable std::mutex queueMutex;
     ZNTSpeechQueue stackText;
     /// What is spoken before all of `stackText`.
     ZNTSpeechQueue urgentText;
+    ZNTSpeechFilters filters;
+    bool followsVoice = false; ///< only the run loop's thread changes it, so it reads it without the mutex
+    bool isLookPosted = false; ///< a look at the queue is on its way to the run loop's thread
     bool DO_NOT_SPEAK = true;
     /// Kept as part of the interface: nothing sets it; the engine knows whether it speaks.
     [[maybe_unused]] bool isSpeaking = false;
@@ -102,9 +144,13 @@ private:
     bool useTimer_ = true;
     bool useSystemVoiceNotVO_ = false;
     double speechRate_ = 120;
+    bool catchesUp = false;
+    /// When the reader should have ended, by the run loop's clock.
+    double readerBusyUntil = 0;
     std::unique_ptr<RunLoopTimer> theTimer;
     /// Timers that were replaced while they ran. They still fire once, then remove themselves.
     std::map<std::uint64_t, std::unique_ptr<RunLoopTimer>> replacedTimers;
     /// The number of `theTimer`.
     std::uint64_t timersStarted = 0;
+    std::shared_ptr<char> life = std::make_shared<char>();
 };
