@@ -7,7 +7,22 @@
 #include "ZNTTerminalSize.h"
 #include "ZNTText.h"
 
+#include <algorithm>
 #include <utility>
+
+namespace
+{
+
+/// `line` as one line: what a player typed or stored may hold control characters, which a terminal obeys.
+std::u16string withoutControls(std::u16string_view line)
+{
+    std::u16string text(line);
+    std::ranges::replace_if(
+        text, [](char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F); }, u' ');
+    return text;
+}
+
+} // namespace
 
 ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTConsoleOptions& options)
     : surroundings(std::move(givenSurroundings)),
@@ -160,6 +175,7 @@ bool ZNTConsoleClient::isOwnCommand(std::string_view utf8) const
 void ZNTConsoleClient::carryOut(const std::string& utf8)
 {
     if (isOwnCommand(utf8)) {
+        hasAnswered = false;
         commands->carryOut(znt::textFromUtf8(std::string_view(utf8).substr(1)));
         keeper.noteChoices(controller.settings());
         return;
@@ -182,6 +198,7 @@ void ZNTConsoleClient::carryOut(const std::string& utf8)
 void ZNTConsoleClient::stateChanged()
 {
     const auto state = controller.state();
+    confirmState();
     useSettingsOfGame();
     if (state == ZNTSessionState::Connected) {
         noteTerminalSize();
@@ -194,6 +211,19 @@ void ZNTConsoleClient::stateChanged()
         finish(exitBroken);
     else
         script.disconnected();
+}
+
+void ZNTConsoleClient::confirmState()
+{
+    const auto state = controller.state();
+    if (std::exchange(confirmedState, state) == state || !surroundings.confirmsChanges)
+        return;
+    if (state == ZNTSessionState::Connecting)
+        say(u"Connecting to " + screen.host.text() + u" " + screen.port.text() + u".");
+    else if (state == ZNTSessionState::Connected)
+        say(u"Connected.");
+    else if (controller.lastEnding() == ZNTSessionEnding::ByPlayer) // a notice or an alert says the others
+        say(u"Disconnected.");
 }
 
 /// A hint is for people who read it and have made no choice, and not for the demo game, which plays right
@@ -268,7 +298,14 @@ void ZNTConsoleClient::finishRecording(std::u16string_view name, std::u16string_
 
 void ZNTConsoleClient::say(std::u16string_view line)
 {
-    surroundings.output.write(znt::utf8FromText(line) + "\n");
+    hasAnswered = true;
+    surroundings.output.write(znt::utf8FromText(withoutControls(line)) + "\n");
+}
+
+void ZNTConsoleClient::confirm(std::u16string_view sentence)
+{
+    if (surroundings.confirmsChanges && !hasAnswered)
+        say(sentence);
 }
 
 void ZNTConsoleClient::complainIfNotConnected()
@@ -279,5 +316,6 @@ void ZNTConsoleClient::complainIfNotConnected()
 
 void ZNTConsoleClient::complain(std::u16string_view sentence)
 {
-    platform.log.log(znt::utf8FromText(sentence));
+    hasAnswered = true;
+    platform.log.log(znt::utf8FromText(withoutControls(sentence)));
 }

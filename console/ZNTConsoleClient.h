@@ -46,6 +46,9 @@ public:
         bool outputIsTerminal;
         ZNTColourDepth colourDepth = ZNTColourDepth::Sixteen; ///< of the output
         bool errorIsTerminal = false;                         ///< people read what is written to the log
+        /// A command that only changes something, and the connection, are confirmed by a line: a player who
+        /// listens sees no state.
+        bool confirmsChanges = false;
         /// Ends the program with an exit code. Called once.
         std::function<void(int)> exit;
         /// The program that the option --demo starts.
@@ -68,6 +71,8 @@ public:
     [[nodiscard]] ZNTConsoleReplies& replies() { return *this; }
     void say(std::u16string_view line) override;
     void complain(std::u16string_view sentence) override;
+    /// Says what has changed, if that is wanted and nothing has been said since the command was typed.
+    void confirm(std::u16string_view sentence);
     /// If there is no connection, says so on stderr, because the last command has reached no game.
     void complainIfNotConnected();
     void connect(std::u16string_view host, int port);
@@ -87,6 +92,7 @@ private:
     void carryOut(const std::string& utf8);
     [[nodiscard]] bool isOwnCommand(std::string_view utf8) const;
     void stateChanged();
+    void confirmState();
     void useSettingsOfGame();
     void showNotice(const ZNTSessionNotice& notice);
     void noteTerminalSize();
@@ -115,5 +121,7 @@ private:
     bool hasLostLine = false; ///< one could not be sent
     bool hasFinished = false;
     bool isHintShown = false;
+    bool hasAnswered = false; ///< the command that is carried out
+    ZNTSessionState confirmedState = ZNTSessionState::Idle;
     bool areGameSettingsSaid = false; ///< in this connection
 };

@@ -60,10 +60,15 @@ void ZNTConsoleCommands::addSessionCommands()
     add("volume", [this](auto percent) { setVolume(percent); });
     add("stopAllSounds", [this](auto) { stopSounds(); });
     add("replayLastText", [&session](auto) { session.replayLastText(); });
+    add("sayPrompt", [this](auto) { sayPrompt(); });
+    add("stopSpeaking", [&session](auto) { session.stopSpeaking(); });
     add("sayPrompt", [&session](auto) { session.sayPrompt(); });
     add("encoding", [this](auto name) { changeEncoding(name); });
     commands.back().usage = encodingChoices();
-    add("reloadTriggers", [&session](auto) { session.reloadTriggers(); });
+    add("reloadTriggers", [this, &session](auto) {
+        session.reloadTriggers();
+        client.confirm(u"The triggers are in force.");
+    });
     add("resendLastCommand", [this, &session](auto) {
         session.resendLastCommand();
         client.complainIfNotConnected();
@@ -83,10 +88,12 @@ void ZNTConsoleCommands::add(ZNTActionName name, std::function<void(std::u16stri
 void ZNTConsoleCommands::addSwitch(ZNTActionName name, std::function<void(bool)> turn)
 {
     add(name, [this, &row = name.row(), turn = std::move(turn)](std::u16string_view word) {
-        if (word == u"on" || word == u"off")
+        if (word == u"on" || word == u"off") {
             turn(word == u"on");
-        else
+            client.confirm(joined({row.word, u" is ", word, u"."}));
+        } else {
             client.complain(joined({u"Say on or off: /", row.word, u" ", row.usage}));
+        }
     });
 }
 
@@ -153,27 +160,34 @@ void ZNTConsoleCommands::connect(std::u16string_view words)
 
 void ZNTConsoleCommands::stopWalks()
 {
-    if (client.session().isWalking())
-        client.session().stopAllWalks();
-    else
+    if (!client.session().isWalking()) {
         client.complain(u"There is no walk to end.");
+        return;
+    }
+    client.session().stopAllWalks();
+    client.confirm(u"No walk goes on.");
 }
 
 void ZNTConsoleCommands::stopSounds()
 {
-    if (client.sounds().isPlaying())
-        client.session().stopAllSounds();
-    else
+    if (!client.sounds().isPlaying()) {
         client.complain(u"There is no sound to end.");
+        return;
+    }
+    client.session().stopAllSounds();
+    client.confirm(u"No sound plays.");
 }
 
 void ZNTConsoleCommands::changeEncoding(std::u16string_view name)
 {
-    if (const auto encoding = znt::encodingNamed(znt::utf8FromText(name)))
-        client.session().changeEncoding(*encoding);
-    else
+    const auto encoding = znt::encodingNamed(znt::utf8FromText(name));
+    if (!encoding) {
         client.complain(joined({u"There are ", countWord(ZNTStringEncodings.size()),
                                 u" encodings: /encoding ", encodingChoices()}));
+        return;
+    }
+    client.session().changeEncoding(*encoding);
+    client.confirm(joined({u"The encoding is ", name, u"."}));
 }
 
 void ZNTConsoleCommands::record(std::u16string_view words)
@@ -197,10 +211,21 @@ void ZNTConsoleCommands::record(std::u16string_view words)
 void ZNTConsoleCommands::setVolume(std::u16string_view percent)
 {
     const int volume = wholeNumber(percent);
-    if (volume > 100 || (volume == 0 && percent != u"0"))
+    if (volume > 100 || (volume == 0 && percent != u"0")) {
         client.complain(u"Say how loud, from 0 to 100: /volume 50");
-    else
-        client.sounds().setMasterVolume(static_cast<float>(volume) / 100);
+        return;
+    }
+    client.sounds().setMasterVolume(static_cast<float>(volume) / 100);
+    client.confirm(joined({u"The volume is ", percent, u"."}));
+}
+
+/// A player whose screen reader reads the terminal has no voice of ours, and gets the prompt as a line.
+void ZNTConsoleCommands::sayPrompt()
+{
+    const auto& session = client.session();
+    client.session().sayPrompt();
+    if (session.speechOnOffBindingState() != 1)
+        client.confirm(session.lastPrompt().empty() ? u"No prompt yet." : session.lastPrompt());
 }
 
 void ZNTConsoleCommands::sayAgain(std::u16string_view count)

@@ -43,6 +43,7 @@ private:
     void changeEncoding(std::u16string_view name);
     void record(std::u16string_view words);
     void setVolume(std::u16string_view percent);
+    void sayPrompt();
     void sayAgain(std::u16string_view count);
 
     ZNTConsoleClient& client;

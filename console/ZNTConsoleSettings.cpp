@@ -46,15 +46,20 @@ void ZNTConsoleSettings::change(std::u16string_view name, std::u16string_view va
 {
     auto& keeper = client.settings();
     if (name == remember) {
-        if (value == u"on" || value == u"off")
-            keeper.setRemembering(value == u"on");
-        else
+        if (value != u"on" && value != u"off") {
             client.complain(u"Say on or off: /set remember on|off");
+            return;
+        }
+        keeper.setRemembering(value == u"on");
+        client.confirm(value == u"on" ? u"The settings are kept for the next start."
+                                      : u"The settings end with the program.");
         return;
     }
     const auto chosen = keeper.choose(znt::utf8FromText(name), znt::utf8FromText(value));
-    if (chosen)
-        client.session().setSettings(keeper.settings());
-    else
+    if (!chosen) {
         client.complain(znt::textFromUtf8(chosen.error().description));
+        return;
+    }
+    client.session().setSettings(keeper.settings());
+    client.confirm(joined({name, u" is ", value, u"."}));
 }

@@ -103,6 +103,7 @@ int main(int count, char** arguments)
                              .outputIsTerminal = ::isatty(STDOUT_FILENO) != 0,
                              .colourDepth = znt::colourDepth(environment("COLORTERM"), environment("TERM")),
                              .errorIsTerminal = ::isatty(STDERR_FILENO) != 0,
+                             .confirmsChanges = appendsOnly && input->isTerminal(),
                              .exit =
                                  [&](int code) {
                                      exitCode = code;

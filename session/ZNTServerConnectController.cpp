@@ -326,6 +326,8 @@ void ZNTServerConnectController::replayLastText() { speech->replay(); }
 
 void ZNTServerConnectController::sayPrompt() { speech->sayPrompt(); }
 
+const std::u16string& ZNTServerConnectController::lastPrompt() const { return speech->lastPrompt(); }
+
 void ZNTServerConnectController::stopSpeaking() { speech->silence(); }
 
 void ZNTServerConnectController::setSpeechOnOffBindingState(int state)

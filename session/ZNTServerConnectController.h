@@ -212,6 +212,8 @@ public:
     /// Says the game's last prompt, cutting off what is being said. While speech is off it speaks as
     /// `replayLastText` does.
     void sayPrompt();
+    /// Empty if the game has not sent one yet.
+    [[nodiscard]] const std::u16string& lastPrompt() const;
     /// Silences what is being said and what waits; while speech is on, what comes next is spoken again.
     void stopSpeaking();
     void setSpeechOnOffBindingState(int state);

@@ -54,6 +54,7 @@ public:
     void replay();
     /// Says the last prompt at once, when `replay` would speak.
     void sayPrompt();
+    [[nodiscard]] const std::u16string& lastPrompt() const { return prompts.last(); }
     /// Another game begins.
     void forgetPrompt() { prompts.forget(); }
     void forgetReplay() { _replayLastTextFromMUD.clear(); }

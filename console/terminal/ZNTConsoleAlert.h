@@ -2,6 +2,7 @@
 
 #include "ZNTAlert.h"
 #include "ZNTConsoleOutput.h"
+#include "ZNTPlatformLog.h"
 #include "ZNTText.h"
 
 /// Alerts of the terminal client: one line each on stderr, "TITLE: TEXT". A question is taken as confirmed,
@@ -14,7 +15,8 @@ public:
 
     void showMessage(std::u16string_view title, std::u16string_view text) override
     {
-        output.writeAside(znt::utf8FromText(title) + ": " + znt::utf8FromText(text) + "\n");
+        output.writeAside(
+            ZNTStandardErrorLog::lineOf(znt::utf8FromText(title) + ": " + znt::utf8FromText(text)));
     }
     void askForConfirmation(std::u16string_view, std::u16string_view,
                             std::function<void(bool)> answered) override

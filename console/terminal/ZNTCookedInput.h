@@ -3,7 +3,10 @@
 #include "ZNTHiddenTyping.h"
 #include "ZNTPlainInput.h"
 
+#include <cstddef>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 /// Lines of a terminal that edits and shows them by itself: termios(3), canonical mode. For terminals that
@@ -28,7 +31,7 @@ public:
     {
         given.line = [this, line = std::move(given.line)](std::string text) {
             isBelowTypedLine = !hidden;
-            line(std::move(text));
+            line(withoutKeys(text));
         };
         return ZNTPlainInput::start(std::move(given));
     }
@@ -54,6 +57,26 @@ public:
     }
 
 private:
+    /// `typed` without the control characters of keys that the terminal has no use for, such as arrows:
+    /// ECMA-48, CSI and SS3, and the Linux console's ESC [ [ for F1 to F5.
+    static std::string withoutKeys(std::string_view typed)
+    {
+        std::string text;
+        for (std::size_t at = 0; at < typed.size(); ++at) {
+            const auto rest = typed.substr(at);
+            if (rest.starts_with("\x1bO") || rest.starts_with("\x1b[[")) {
+                at += rest[1] == 'O' ? 2 : 3;
+            } else if (rest.starts_with("\x1b[")) {
+                for (at += 2; at < typed.size() && (typed[at] < '@' || typed[at] > '~');)
+                    ++at;
+            } else if (rest.front() == '\t' ||
+                       (static_cast<unsigned char>(rest.front()) >= 0x20 && rest.front() != '\x7f')) {
+                text += rest.front();
+            }
+        }
+        return text;
+    }
+
     const int descriptor;
     const bool showsOutput;
     bool isBelowTypedLine = false; ///< Return was typed, and nothing has been written since

@@ -158,7 +158,7 @@ void ZNTTerminalInput::deliver(const std::string& line)
     if (!line.empty())
         editor->remember(line);
     isDelivering = isLineHidden = true;
-    isPromptWritten = false;
+    isPromptWritten = isToBeTakenBack = false;
     handlers.line(line);
     handlers.catchUp();
     isDelivering = isLineHidden = false;
@@ -173,9 +173,7 @@ std::string ZNTTerminalInput::eraseLine(std::string_view typed, int rowsMore) co
 
 bool ZNTTerminalInput::takeBackTypedLine()
 {
-    // Return has moved the cursor to the row below what was typed.
-    if (isDelivering && !hidden)
-        writeToTerminal(eraseLine(typedLine, 1) + prompt);
+    isToBeTakenBack = isDelivering && !hidden;
     return true;
 }
 
@@ -183,8 +181,9 @@ std::string ZNTTerminalInput::makeWay(Passing passing, bool isAtLineStart)
 {
     const bool isAside = passing == Passing::Aside;
     const bool isFirst = !std::exchange(isLineHidden, true);
-    if (isDelivering && !std::exchange(isPromptWritten, true))
-        return {}; // the cursor is below the typed line
+    if (isDelivering &&
+        !std::exchange(isPromptWritten, true)) // the cursor is in the row below the typed line
+        return !isAside && std::exchange(isToBeTakenBack, false) ? eraseLine(typedLine, 1) + prompt : "";
     if (isDelivering || !isFirst || !editor || !editor->isOn())
         return isAside && !isAtLineStart ? "\n" : "";
     const auto typed = editor->typedBeforeCursor();

@@ -37,6 +37,7 @@ private:
     std::string prompt;
     std::string typedLine;        ///< the line being delivered
     bool isDelivering = false;    ///< no line is being typed: Return was typed, and the cursor is below it
+    bool isToBeTakenBack = false; ///< the line being delivered, by the text that comes
     bool isLineHidden = false;    ///< text has passed since the line was shown
     bool isPromptWritten = false; ///< the cursor stands behind the prompt, as the last text has left it
     std::string hiddenLine;       ///< what is typed while it is hidden, until its line end

@@ -212,6 +212,32 @@ TEST_F(ZNTConsoleClientTest, WrongCommandsAreAnsweredWithASentence)
     EXPECT_EQ(sounds.masterVolume(), 0);
 }
 
+TEST_F(ZNTConsoleClientTest, APlayerWhoListensLearnsInOneLineWhatACommandHasChanged)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"/volume 50", "The volume is 50."},
+        {"/mute on", "mute is on."},
+        {"/mute maybe", "! Say on or off: /mute on|off"},
+        {"/standard on", "Standard telnet is on from the next connection on."},
+        {"/set silent-echo on", "silent-echo is on."},
+        {"/set loudness 3", "! There is no setting loudness; there are "},
+        {"/set remember off", "The settings end with the program."},
+        {"/encoding utf-8", "The encoding is utf-8."},
+        {"/quiet", "! There is no sound to end."},
+        {"/vitals", "12 hp>"},
+        {"/x\x1b[Dyzzy", "! There is no command /x [Dyzzy; "},
+    };
+    confirmsChanges = true;
+    startConnected(From::Terminal);
+    receive("12 hp>");
+    EXPECT_EQ(output, "Connecting to 127.0.0.1 4000.\nConnected.\n12 hp>");
+    for (const auto& [command, answer] : cases)
+        EXPECT_THAT(answerTo(command), ElementsAre(testing::StartsWith(answer))) << command;
+    type("/disconnect");
+    settle();
+    EXPECT_THAT(output, EndsWith("Disconnected.\n"));
+}
+
 TEST_F(ZNTConsoleClientTest, CompressionAndSoundAreAskedFor)
 {
     start(From::Terminal);

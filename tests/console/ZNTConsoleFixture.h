@@ -29,6 +29,7 @@ protected:
                                            .output = consoleOutput,
                                            .outputIsTerminal = false,
                                            .errorIsTerminal = from == From::Terminal,
+                                           .confirmsChanges = confirmsChanges,
                                            .exit = [this](int code) { exitCodes.push_back(code); }},
             options);
         client->start();
@@ -89,5 +90,6 @@ protected:
     ZNTRecordedSounds sounds;
     ZNTSilentSpeech speech;
     std::vector<int> exitCodes;
+    bool confirmsChanges = false;
     std::optional<ZNTConsoleClient> client;
 };

@@ -107,22 +107,23 @@ class ConsoleProgram(unittest.TestCase):
                          (game.sendall, "A troll comes.\r\n> \xff\xf9", "\r\nA troll comes.\r\n> "),
                          (self.types(ours), "lo", "lo"),
                          (game.sendall, "\r\nIt waves.\r\n> \xff\xf9", "\r\nIt waves.\r\n> "),
-                         (self.types(ours), "ok\n", "ok\r\n"),
+                         (self.types(ours), "ok\x1b[1;5D\x1bOP\x1b[[A\x01\n", "ok[^\x1b\x01]*\r\n"),
+                         (lambda _: self.assertTrue(game.recv(4096).endswith(b"look\r\n")), "", ""),
                          (game.sendall, "A square.\r\n> \xff\xf9", "A square.\r\n> "),
-                         (self.types(ours), "/reload\n", "/reload\r\n"),
+                         (self.types(ours), "/reload\n", "/reload\r\nThe triggers are in force.\r\n"),
                          (self.types(ours), "/xyzzy\n", "/xyzzy\r\nThere is no command /xyzzy; .*two\\.\r\n"),
                          (game.sendall, "> \xff\xf9", "> "),
-                         (lambda _: game.close(), "", "\r\nMUD [^\r\n]*\r\n"),
+                         (lambda _: game.close(), "", "\r\nThe game closed the connection.\r\n"),
                          (self.types(ours), "look\n", "look\r\nNot connected[^\r\n]*: look\r\n")]
                 for act, given, shown in steps:
                     act(given.encode("latin-1"))
-                    self.screen_until(ours, f"(^|plist\r\n){shown}$", sees_colours=True)
+                    self.screen_until(ours, f"(^|Connected\\.\r\n){shown}$", sees_colours=True)
 
     def test_colours_can_be_asked_for_where_text_is_only_appended(self):
         ours, game = self.on_a_terminal("--reader", "--colour", "always")
         with game:
             game.sendall(b"\x1b[31mHi\x1b[0m\r\n\x1b[32m> \x1b[0m\xff\xf9")
-            self.screen_until(ours, "(^|plist\r\n)\x1b\\[0;31mHi\x1b\\[0m\r\n\x1b\\[0;32m> \x1b\\[0m$", sees_colours=True)
+            self.screen_until(ours, "(^|Connected\\.\r\n)\x1b\\[0;31mHi\x1b\\[0m\r\n\x1b\\[0;32m> \x1b\\[0m$", sees_colours=True)
             os.write(ours, b"look\n")
             self.screen_until(ours, "^look\r\n$", sees_colours=True)
             game.sendall(b"\x1b[32mA square.\r\n> \x1b[0m\xff\xf9")
