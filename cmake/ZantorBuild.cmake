@@ -76,17 +76,36 @@ function(zantor_precompile_rooms)
     endforeach()
 endfunction()
 
-# A test's own code runs once. Optimising it would take longer than running it.
-set(zantor_test_optimisation -O0)
+# zantor_parses_options(SOURCE): for the one source of a program that reads its command line. It runs once, and the
+# library's templates take longer to optimise or to instrument than all else of the room.
+function(zantor_parses_options source)
+    set(options -O0)
+    if(ZANTOR_SANITIZE)
+        list(APPEND options -fno-sanitize=all)
+    endif()
+    set_source_files_properties(${source} PROPERTIES COMPILE_OPTIONS "${options}"
+        SKIP_UNITY_BUILD_INCLUSION ON SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
 
-# zantor_test(NAME LIBRARIES... SOURCES...): one GoogleTest program, each of its cases a test of ctest.
+# A test's own code runs once. Optimising it would take longer than running it. What it does with memory is looked at
+# under the sanitizers; whether its arithmetic is defined would take half as long again to compile.
+set(zantor_test_options -O0)
+if(ZANTOR_SANITIZE MATCHES "undefined")
+    list(APPEND zantor_test_options -fno-sanitize=undefined)
+endif()
+
+# zantor_test(NAME [PRECOMPILED TARGET] LIBRARIES... SOURCES...): one GoogleTest program, each of its cases a test of
+# ctest. TARGET is the one whose precompiled headers it uses, if not those of all tests.
 function(zantor_test name)
-    cmake_parse_arguments(ARG "" "" "LIBRARIES;SOURCES" ${ARGN})
+    cmake_parse_arguments(ARG "" "PRECOMPILED" "LIBRARIES;SOURCES" ${ARGN})
+    if(NOT ARG_PRECOMPILED)
+        set(ARG_PRECOMPILED zantor_test_precompiled)
+    endif()
     add_executable(${name} ${ARG_SOURCES})
-    target_compile_options(${name} PRIVATE ${zantor_test_optimisation})
+    target_compile_options(${name} PRIVATE ${zantor_test_options})
     target_link_libraries(${name} PRIVATE zantor_options zantor_test_support ${ARG_LIBRARIES}
         GTest::gmock GTest::gtest_main)
-    target_precompile_headers(${name} REUSE_FROM zantor_test_precompiled)
+    target_precompile_headers(${name} REUSE_FROM ${ARG_PRECOMPILED})
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
 endfunction()
 
@@ -95,7 +114,7 @@ endfunction()
 function(zantor_window_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES;SOURCES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
-    target_compile_options(${name} PRIVATE ${zantor_test_optimisation})
+    target_compile_options(${name} PRIVATE ${zantor_test_options})
     target_link_libraries(${name} PRIVATE zantor_options zantor_test_support ${ARG_LIBRARIES} GTest::gmock)
     add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/scripts/with-display $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT 600)
