@@ -27,7 +27,8 @@ void ZNTConsoleSettings::show(std::u16string_view name)
     const auto asked = znt::utf8FromText(name);
     const auto& keeper = client.settings();
     const auto say = [this](std::string_view setting, std::string_view value, std::string_view sentence) {
-        client.say(znt::textFromUtf8(std::string(setting) + " = " + std::string(value) + "  " +
+        client.say(znt::textFromUtf8(std::string(setting) + " = " +
+                                     std::string(value.empty() ? "(nothing)" : value) + "  " +
                                      std::string(sentence)));
     };
     if (!asked.empty() && name != remember && !znt::settingNamed(asked)) {
