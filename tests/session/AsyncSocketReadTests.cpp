@@ -1,6 +1,9 @@
 #include "AsyncSocketPackets.h"
 #include "AsyncSocketTestSupport.h"
 
+#include <cmath>
+#include <tuple>
+
 using AsyncSocketReadTest = AsyncSocketTest;
 
 TEST_F(AsyncSocketReadTest, AFloodComesInBoundedDeliveriesBetweenWhichALineLeaves)
@@ -64,4 +67,25 @@ TEST_F(AsyncSocketReadTest, WhatWasReadAheadGoesToTheNextReadOfEveryKindUpToItsL
     ASSERT_TRUE(awaitEnd());
     EXPECT_EQ(heard.lastError,
               (ZNTError{"AsyncSocketErrorDomain", 3, "Read operation reached set maximum length"}));
+}
+
+TEST_F(AsyncSocketReadTest, ProgressIsThatOfTheReadWhichGoesOnAndAllOfItIfItHasNoLength)
+{
+    connect();
+    std::int64_t tag = 0;
+    std::size_t done = 0, total = 0;
+    const auto progress = [&] { return socket->progressOfReadReturningTag(&tag, &done, &total); };
+    EXPECT_TRUE(std::isnan(progress()));
+    socket->readDataToLength(8, -1, 7);
+    peer.send("ab");
+    ASSERT_TRUE(loop.runUntil([&] { return progress() > 0; }, 5));
+    EXPECT_EQ(progress(), 0.25F);
+    EXPECT_EQ(std::tuple(tag, done, total), std::tuple(7, 2u, 8u));
+    peer.send("cdefgh");
+    ASSERT_TRUE(awaitReads(1));
+    socket->readDataWithTimeout(-1, 8);
+    ASSERT_TRUE(loop.runUntil([&] { return progress() == 1.0F; }, 5));
+    EXPECT_EQ(std::tuple(tag, done, total), std::tuple(8, 0u, 0u));
+    EXPECT_TRUE(std::isnan(socket->progressOfWriteReturningTag(&tag, &done, &total)));
+    EXPECT_EQ(std::tuple(tag, done, total), std::tuple(0, 0u, 0u));
 }
