@@ -1,11 +1,13 @@
 #include "ZNTConsoleCommands.h"
 
+#include "ZNTChannelHistory.h"
 #include "ZNTConsoleClient.h"
 #include "ZNTConsoleEditing.h"
 #include "ZNTConsoleSettings.h"
 #include "ZNTConsoleWords.h"
 #include "ZNTRecorder.h"
 #include "ZNTSpeechReview.h"
+#include "ZNTSpeechSynth.h"
 #include "ZNTText.h"
 
 #include <algorithm>
@@ -56,6 +58,7 @@ void ZNTConsoleCommands::addSessionCommands()
     addSwitch("speechInterruptOnOff",
               [&session](bool on) { session.setSpeechInterruptOnOffBindingState(on ? 1 : 0); });
     add("say", [this](auto count) { sayAgain(count); });
+    add("showChannelHistory", [this](auto words) { showHistory(words); });
     addSwitch("mute", [this](bool on) { client.sounds().setMuted(on); });
     add("volume", [this](auto percent) { setVolume(percent); });
     add("stopAllSounds", [this](auto) { stopSounds(); });
@@ -235,4 +238,32 @@ void ZNTConsoleCommands::sayAgain(std::u16string_view count)
         client.complain(u"Say how many lines: /say N");
     else
         client.session().speechReview().lastLines(static_cast<std::size_t>(lines));
+}
+
+/// The oldest of the lines first, as they came.
+void ZNTConsoleCommands::showHistory(std::u16string_view words)
+{
+    constexpr std::size_t linesUnlessAsked = 10;
+    auto& session = client.session();
+    auto& history = session.channelHistory();
+    auto channel = words;
+    std::size_t count = linesUnlessAsked;
+    const auto last = words.substr(words.rfind(u' ') + 1);
+    if (const int number = wholeNumber(last); number > 0 && !history.has(words)) {
+        count = static_cast<std::size_t>(number);
+        channel = znt::trimmedOfWhitespace(words.substr(0, words.size() - last.size()));
+    }
+    if (!channel.empty() && !history.channelNames().empty() && !history.has(channel)) {
+        client.complain(joined({u"There is no channel ", channel, u". The setting channels lists them."}));
+        return;
+    }
+    const auto lines = history.lines(channel);
+    if (lines.empty())
+        client.complain(history.nothingInWords(channel));
+    for (auto at = lines.size() - std::min(lines.size(), count); at < lines.size(); ++at) {
+        const auto text = joined({lines[at].channel, u", ", history.inWords(lines[at])});
+        client.say(text);
+        if (session.speechOnOffBindingState() == 1)
+            session.zntSpeechSynth().speakBeforeWaiting(text);
+    }
 }

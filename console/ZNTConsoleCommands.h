@@ -45,6 +45,7 @@ private:
     void setVolume(std::u16string_view percent);
     void sayPrompt();
     void sayAgain(std::u16string_view count);
+    void showHistory(std::u16string_view words);
 
     ZNTConsoleClient& client;
     std::vector<ZNTConsoleCommand> commands;

@@ -1,5 +1,6 @@
 #include "ZNTServerConnectController.h"
 
+#include "ZNTChannelHistory.h"
 #include "ZNTCommandInterpreter.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDecodeFirstReceiver.h"
@@ -44,6 +45,7 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
       outgoing(std::make_unique<ZNTOutgoing>()),
       speech(std::make_unique<ZNTSessionSpeech>(platform.runLoop, platform.clock, services.speechEngine,
                                                 services.screenReader, [this] { outgoing->flush(); })),
+      channelHistory_(std::make_unique<ZNTChannelHistory>(platform.clock, platform.runLoop)),
       _zntRecorder(std::make_unique<ZNTRecorder>()),
       walks(std::make_unique<Walks>(*this)),
       _zntSpeedwalking(std::make_unique<ZNTSpeedWalking>(platform.runLoop, *walks, platform.log)),

@@ -20,6 +20,7 @@
 #include <string>
 #include <string_view>
 
+class ZNTChannelHistory;
 class ZNTCommandInterpreter;
 class ZNTCommandRecorderDataSource;
 class ZNTDatabaseHelper;
@@ -224,6 +225,7 @@ public:
     [[nodiscard]] bool isSpeechAvailable() const;
     [[nodiscard]] ZNTSpeechSynth& zntSpeechSynth();
     [[nodiscard]] ZNTSpeechReview& speechReview();
+    [[nodiscard]] ZNTChannelHistory& channelHistory() { return *channelHistory_; }
 
     // Recorder
     void startOrPauseRecording();
@@ -316,6 +318,7 @@ private:
     void setAlmostAllWidgetsEnabled(bool enabled);
     void fillFromDefaultMud();
     void putIntoForce(const ZNTSettings& before);
+    void putPatternsIntoForce(const ZNTSettings& wanted);
     void changed(ZNTSessionChange what);
     void note(const ZNTSessionNotice& notice);
 
@@ -346,6 +349,7 @@ private:
     std::unique_ptr<ZNTLogger> _zntLogger;
     std::unique_ptr<ZNTOutgoing> outgoing;
     std::unique_ptr<ZNTSessionSpeech> speech;
+    std::unique_ptr<ZNTChannelHistory> channelHistory_;
     std::unique_ptr<ZNTRecorder> _zntRecorder;
     std::unique_ptr<Walks> walks;
     std::unique_ptr<ZNTSpeedWalking> _zntSpeedwalking;

@@ -1,4 +1,5 @@
 // The way in: from a received block to shown text.
+#include "ZNTChannelHistory.h"
 #include "ZNTFullColourParser.h"
 #include "ZNTLogger.h"
 #include "ZNTMSPProcessor.h"
@@ -159,6 +160,7 @@ bool ZNTServerConnectController::hasRoomForAnswers() const { return outgoing->ha
 void ZNTServerConnectController::showChunk(const ZNTAttributedText& shown, const ZNTTriggerOutcome& outcome)
 {
     speech->chunkReceived(shown.text, outcome);
+    channelHistory_->addText(shown.text);
     screen.textFromServer->append(shown);
     screen.scrollView()->scrollToEnd();
     _zntLogger->loggerText(shown.text);

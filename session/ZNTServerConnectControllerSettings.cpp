@@ -1,10 +1,13 @@
+#include "ZNTChannelHistory.h"
 #include "ZNTMSPProcessor.h"
 #include "ZNTParserUtility.h"
 #include "ZNTServerConnectController.h"
 #include "ZNTSessionSpeech.h"
 #include "ZNTTriggerList.h"
 
+#include <optional>
 #include <utility>
+#include <vector>
 
 void ZNTServerConnectController::setSettings(const ZNTSettings& wanted)
 {
@@ -57,4 +60,16 @@ void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
     synth.setFilters({.skipsDecoration = wanted.skipDecoration,
                       .shortensRuns = wanted.shortenRuns,
                       .skipsControlSequences = wanted.skipControlSequences});
+    putPatternsIntoForce(wanted);
+}
+
+void ZNTServerConnectController::putPatternsIntoForce(const ZNTSettings& wanted)
+{
+    const auto noteAll = [this](const std::vector<std::u16string>& problems) {
+        for (const auto& problem : problems)
+            note({ZNTSessionNotice::Kind::Fact, problem});
+    };
+    noteAll(speech->lines().setPatterns(wanted.urgentLines, wanted.quietLines));
+    noteAll(
+        channelHistory_->setChannels(wanted.channelHistory ? std::optional(wanted.channels) : std::nullopt));
 }

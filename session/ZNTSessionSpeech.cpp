@@ -13,7 +13,8 @@ ZNTSessionSpeech::ZNTSessionSpeech(RunLoop& runLoop, ZNTClock& clock, ZNTSpeechE
       beforePause(std::move(beforePause)),
       zntSpeechSynth(runLoop, engine, screenReader),
       speechHandOver(zntSpeechSynth),
-      speechReview(zntSpeechSynth)
+      speechReview(zntSpeechSynth),
+      spokenLines(runLoop)
 {
 }
 
@@ -54,7 +55,11 @@ void ZNTSessionSpeech::speakOrStop(const std::u16string& plainText)
     }
     if (isOff)
         zntSpeechSynth.speechOn();
-    speechHandOver.speakOnNewThread(plainText);
+    auto parts = spokenLines.parted(plainText);
+    for (auto& line : parts.atOnce)
+        zntSpeechSynth.speakBeforeWaiting(std::move(line));
+    if (!parts.inTurn.empty())
+        speechHandOver.speakOnNewThread(std::move(parts.inTurn));
 }
 
 void ZNTSessionSpeech::speakIfOn(std::u16string plainText)

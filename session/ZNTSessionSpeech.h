@@ -6,6 +6,7 @@
 #include "ZNTSpeechHandOver.h"
 #include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
+#include "ZNTSpokenLines.h"
 
 #include <cstddef>
 #include <functional>
@@ -34,7 +35,8 @@ public:
     int speechOnOffBindingState = 0;
     int speechInterruptOnOffBindingState = 0;
 
-    /// A received chunk: it is kept for review and replay, and spoken unless it is gagged or speech is off.
+    /// A received chunk: it is kept for review and replay. Unless it is gagged or speech is off, it is spoken
+    /// as `lines` says.
     /// Lines that are gagged one by one stay in the review alone, and a prompt that is not to be repeated is
     /// kept nowhere.
     void chunkReceived(const std::u16string& plainText, const ZNTTriggerOutcome& outcome);
@@ -61,6 +63,8 @@ public:
     /// Silences what is being said and what waits. What comes next is spoken if speech is on.
     void silence();
 
+    /// Which lines of the game are spoken at once, and which are not.
+    [[nodiscard]] ZNTSpokenLines& lines() { return spokenLines; }
     [[nodiscard]] ZNTSpeechSynth& synth() { return zntSpeechSynth; }
     [[nodiscard]] ZNTSpeechReview& review() { return speechReview; }
 
@@ -95,6 +99,7 @@ private:
     ZNTSpeechReview speechReview;
     ZNTSettings settings;
     ZNTPrompts prompts;
+    ZNTSpokenLines spokenLines;
     std::u16string _replayLastTextFromMUD;
     bool isAutomatic = false;
     bool isChunkInHand = false;

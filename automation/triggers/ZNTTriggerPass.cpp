@@ -10,31 +10,12 @@
 namespace
 {
 
-// Seconds of processor time that ICU may take, for each full or partial `charactersPerAllowance` of a chunk.
-// A backtracking matcher can need longer than any player waits, for a pattern that looks harmless.
-constexpr double allowanceOfTrigger = 0.05;
-constexpr double leastAllowanceOfTrigger = 0.001;
-/// For all triggers together that exceed their limit. When it is used up, each of the others gets the least.
-constexpr double allowanceOfPass = 0.2;
-/// For trying single lines, of all triggers together.
+/// Seconds for trying single lines, of all triggers together.
 constexpr double allowanceOfLines = 0.05;
+/// These and the limits of `znt::patience` are for each full or partial such part of a chunk.
 constexpr double charactersPerAllowance = 256 * 1024;
 
 const std::span<const ZNTTriggerReaction> allReactions = znt::triggerReactions();
-
-bool hasSurrogates(std::u16string_view text)
-{
-    // Block by block, without a branch for each character, so that the compiler can take many at once.
-    constexpr std::size_t blockLength = 4096;
-    for (std::size_t start = 0; start < text.size(); start += blockLength) {
-        unsigned found = 0;
-        for (const char16_t unit : text.substr(start, blockLength))
-            found |= (unit & 0xF800) == 0xD800 ? 1 : 0;
-        if (found != 0)
-            return true;
-    }
-    return false;
-}
 
 } // namespace
 
@@ -52,7 +33,7 @@ ZNTTriggerPass::ZNTTriggerPass(std::shared_ptr<ZNTPreparedTriggers> givenPrepare
       actions(actions),
       rules(rules),
       scale(1 + std::floor(static_cast<double>(text.size()) / charactersPerAllowance)),
-      allowanceLeft(allowanceOfPass * scale),
+      allowanceLeft(znt::patience::allowanceOfAll * scale),
       allowanceForLines(allowanceOfLines * scale)
 {
     memory->matches.clear();
@@ -141,7 +122,7 @@ bool ZNTTriggerPass::canUseWildcards(const ZNTArmedTrigger& armed)
     if (!armed.pattern->wildcards())
         return false;
     if (!textHasSurrogates)
-        textHasSurrogates = hasSurrogates(text);
+        textHasSurrogates = !ZNTWildcardMatcher::canRead(text);
     return !*textHasSurrogates;
 }
 
@@ -160,8 +141,8 @@ ZNTTriggerPass::Search ZNTTriggerPass::searchWithWildcards(const ZNTArmedTrigger
 
 ZNTTriggerPass::Search ZNTTriggerPass::searchWithIcu(ZNTArmedTrigger& armed)
 {
-    const auto most = armed.patience.isResting() ? leastAllowanceOfTrigger : allowanceOfTrigger;
-    const auto allowance = std::clamp(allowanceLeft, leastAllowanceOfTrigger * scale, most * scale);
+    const auto most = armed.patience.isResting() ? znt::patience::leastAllowance : znt::patience::allowance;
+    const auto allowance = std::clamp(allowanceLeft, znt::patience::leastAllowance * scale, most * scale);
     if (!icuSearch)
         icuSearch.emplace(ZNTUserExpression::Search{text, allowance});
     const auto collected = armed.pattern->expression().collectMatches(*icuSearch, mostMatchesAtOnce,

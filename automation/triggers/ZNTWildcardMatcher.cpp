@@ -122,6 +122,20 @@ bool ZNTWildcardMatcher::isUsable()
     return pieces[required].anchorLength > 0;
 }
 
+bool ZNTWildcardMatcher::canRead(std::u16string_view text)
+{
+    // Block by block, without a branch for each character, so that the compiler can take many at once.
+    constexpr std::size_t blockLength = 4096;
+    for (std::size_t start = 0; start < text.size(); start += blockLength) {
+        unsigned found = 0;
+        for (const char16_t unit : text.substr(start, blockLength))
+            found |= (unit & 0xF800) == 0xD800 ? 1 : 0;
+        if (found != 0)
+            return false;
+    }
+    return true;
+}
+
 std::u16string_view ZNTWildcardMatcher::requiredLiteral() const
 {
     const auto& piece = pieces[required];

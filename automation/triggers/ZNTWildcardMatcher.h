@@ -21,6 +21,9 @@ public:
     /// None if the check holds other expressions, or no text that every match contains.
     static std::optional<ZNTWildcardMatcher> forCheck(std::u16string_view check);
 
+    /// False for a text with surrogates: the matcher reads by units, ICU by characters.
+    static bool canRead(std::u16string_view text);
+
     /// Occurs in every match. It is the longest such text of the check.
     [[nodiscard]] std::u16string_view requiredLiteral() const;
     [[nodiscard]] bool hasGroup() const { return !runs.empty(); }

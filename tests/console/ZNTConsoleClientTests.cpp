@@ -205,6 +205,7 @@ TEST_F(ZNTConsoleClientTest, WrongCommandsAreAnsweredWithASentence)
         {"/msp maybe", "! Say on or off"},
         {"/volume 101", "! Say how loud"},
         {"/say x", "! Say how many lines"},
+        {"/history", "! The channel history is off. The setting channel-history"},
     };
     for (const auto& [command, answer] : cases)
         EXPECT_THAT(answerTo(command), ElementsAre(testing::StartsWith(answer))) << command;
@@ -236,6 +237,23 @@ TEST_F(ZNTConsoleClientTest, APlayerWhoListensLearnsInOneLineWhatACommandHasChan
     type("/disconnect");
     settle();
     EXPECT_THAT(output, EndsWith("Disconnected.\n"));
+}
+
+TEST_F(ZNTConsoleClientTest, TheLastLinesOfAChannelAreShownWithTheirAge)
+{
+    startConnected(From::Terminal);
+    type("/set channel-history on");
+    type("/set channels a b: b:; tells: tells you; 7: never");
+    receive("Bob tells you, one\r\nBob tells you, b: two\r\n");
+    const auto one = "tells, just now: Bob tells you, one", two = "tells, just now: Bob tells you, b: two";
+    EXPECT_THAT(answerTo("/history Tells 5"), ElementsAre(one, two));
+    EXPECT_THAT(answerTo("/history tells 1"), ElementsAre(two));
+    EXPECT_THAT(answerTo("/history a b"), ElementsAre("a b, just now: Bob tells you, b: two"));
+    EXPECT_THAT(answerTo("/history 2"), ElementsAre(one, "a b, just now: Bob tells you, b: two"));
+    EXPECT_THAT(answerTo("/history 7"), ElementsAre(HasSubstr("no line yet")));
+    EXPECT_THAT(answerTo("/history tells 0"),
+                ElementsAre("! There is no channel tells 0. The setting channels lists them."));
+    EXPECT_THAT(answerTo("/set urgent-lines"), ElementsAre(testing::StartsWith("urgent-lines = (nothing)")));
 }
 
 TEST_F(ZNTConsoleClientTest, CompressionAndSoundAreAskedFor)
