@@ -136,6 +136,7 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
         const char* name;
     } sheets[] = {{"editMacro", "ZNTEditMacroView"},
                   {"showZNTMudListController", "ZNTMudListView"},
+                  {"showChannelHistory", "ZNTChannelHistoryView"},
                   {"doneRecording", "ZNTCommandRecorderView2"},
                   {"keyboardMap", "keyboardPage"},
                   {"about", "aboutPage"}};

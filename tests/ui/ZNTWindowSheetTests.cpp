@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QTimer>
 
 using ZNTWindowSheets = ZNTWindowFixture;
@@ -105,6 +106,62 @@ TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
     press(preferences, Qt::Key_Escape);
     parts->controller.showPreferencesView();
     EXPECT_EQ(&waitForDialog("PreferencesView"), &preferences);
+}
+
+TEST_F(ZNTWindowSheets, ALineOfAChannelIsSaidAndTakenIntoTheCommandLine)
+{
+    playDemo();
+    const auto say = [&](Qt::Key key, Qt::KeyboardModifiers more = Qt::NoModifier) {
+        press(commandLine(), key, Qt::ControlModifier | more);
+        return speech.said.back();
+    };
+    EXPECT_EQ(say(Qt::Key_H), "The channel history is off. The setting channel-history turns it on.");
+    parts->controller.chooseSetting("channel-history", "on");
+    for (const char* word : {"say one", "say two"}) {
+        send(word);
+        EXPECT_TRUE(gameIsReady());
+    }
+    EXPECT_EQ(say(Qt::Key_J), "says, 2 lines. just now: You say: two");
+    EXPECT_EQ(say(Qt::Key_Up, Qt::ShiftModifier), "just now: You say: one");
+    EXPECT_EQ(say(Qt::Key_Down, Qt::ShiftModifier), "just now: You say: two");
+    for (const bool isTaken : {false, true}) {
+        press(commandLine(), Qt::Key_H, Qt::ControlModifier | Qt::ShiftModifier);
+        QDialog& sheet = waitForDialog("ZNTChannelHistoryView");
+        auto& table = find<QTableView>(sheet, "linesTable");
+        EXPECT_EQ(table.currentIndex().row(), 1);
+        auto& channel = find<QComboBox>(sheet, "channel");
+        channel.setCurrentText(u"tells"_s);
+        EXPECT_EQ(table.accessibleDescription(), u"The channel tells has no line yet."_s);
+        channel.setCurrentText(u"says"_s);
+        table.setFocus();
+        press(table, Qt::Key_Up);
+        press(table, isTaken ? Qt::Key_Return : Qt::Key_Escape);
+        EXPECT_TRUE(until([&] { return !sheet.isVisible() && commandLine().hasFocus(); }));
+        EXPECT_EQ(commandLineText(), isTaken ? u"You say: one"_s : QString());
+    }
+}
+
+TEST_F(ZNTWindowSheets, AListOfPatternsIsTakenWhenThePlayerLeavesItsField)
+{
+    parts->controller.showPreferencesView();
+    QDialog& preferences = waitForDialog("PreferencesView");
+    find<QTabWidget>(preferences, "tabView").setCurrentIndex(3);
+    auto& editor = find<QPlainTextEdit>(preferences, "quiet-lines");
+    const auto quietLines = [&] { return session().settings().quietLines; };
+    editor.setFocus();
+    type(editor, "rain; sun");
+    press(editor, Qt::Key_Return);
+    type(editor, "([");
+    EXPECT_TRUE(quietLines().empty());
+    press(editor, Qt::Key_Tab);
+    EXPECT_EQ(quietLines(), ZNTTextList({"rain; sun", "(["}));
+    EXPECT_TRUE(status().contains(u"The pattern \"([\" cannot be used"_s));
+    editor.setPlainText(QString(1'001, u'x'));
+    editor.document()->setModified(true);
+    press(preferences, Qt::Key_Escape);
+    EXPECT_EQ(answerAlert(), u"The list cannot be kept."_s);
+    EXPECT_EQ(quietLines().size(), 2U);
+    EXPECT_EQ(find<QPlainTextEdit>(preferences, "channels").toPlainText().count(u'\n'), 4);
 }
 
 TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)

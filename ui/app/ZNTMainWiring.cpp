@@ -2,6 +2,7 @@
 
 #include "ZNTActionWiring.h"
 #include "ZNTAppearance.h"
+#include "ZNTChannelHistorySheet.h"
 #include "ZNTCommandLine.h"
 #include "ZNTCompass.h"
 #include "ZNTConnectionWiring.h"
@@ -59,6 +60,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireEditing();
     wireMacros();
     wireSpeech();
+    wireChannels();
     wireView();
     wireColours();
     wireHelp();
@@ -209,6 +211,29 @@ void ZNTMainWiring::wireSpeech()
         whenTriggered(menu.lines()[index], [this, index] { session.speechReview().lineFromEnd(index + 1); });
     whenTriggered(menu["sayStatus"],
                   [this] { session.zntSpeechSynth().speakAtOnce(textOfQt(status.words())); });
+}
+
+/// The keys speak as those of the review do.
+void ZNTMainWiring::wireChannels()
+{
+    auto& history = session.channelHistory();
+    const auto say = [this, &history](ZNTActionName name, std::u16string (ZNTChannelHistory::*words)()) {
+        whenTriggered(menu[name],
+                      [this, &history, words] { session.zntSpeechSynth().speakAtOnce((history.*words)()); });
+    };
+    say("newestOfChannel", &ZNTChannelHistory::newest);
+    say("olderOfChannel", &ZNTChannelHistory::older);
+    say("newerOfChannel", &ZNTChannelHistory::newer);
+    say("nextChannel", &ZNTChannelHistory::nextChannel);
+    whenTriggered(menu["showChannelHistory"], [this, &history] {
+        if (!channelSheet)
+            channelSheet =
+                std::make_unique<ZNTChannelHistorySheet>(window, history, [this](const QString& line) {
+                    window.textToServer->setText(line);
+                    window.textToServer->setFocus(Qt::OtherFocusReason);
+                });
+        channelSheet->show();
+    });
 }
 
 void ZNTMainWiring::setSpeech(bool on)

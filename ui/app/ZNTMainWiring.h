@@ -9,6 +9,7 @@
 #include <memory>
 
 class ZNTAppearance;
+class ZNTChannelHistorySheet;
 class ZNTConnectionWiring;
 class ZNTHelpWindow;
 class ZNTKeypadKeys;
@@ -35,6 +36,7 @@ private:
     void wireEditing();
     void wireMacros();
     void wireSpeech();
+    void wireChannels();
     void wireView();
     void wireColours();
     void wireHelp();
@@ -60,6 +62,7 @@ private:
     ZNTSpokenNews news;
     bool wasConnected = false; ///< when the state was last shown
     bool wasTypingHidden = false;
+    std::unique_ptr<ZNTChannelHistorySheet> channelSheet; ///< made when it is first asked for
     std::unique_ptr<ZNTHelpWindow> help;
     std::unique_ptr<ZNTKeypadKeys> keypadKeys;
     std::unique_ptr<ZNTQuitAnywhere> quitAnywhere;

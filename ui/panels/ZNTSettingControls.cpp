@@ -1,13 +1,19 @@
 #include "ZNTSettingControls.h"
 
 #include "ZNTCheckBox.h"
+#include "ZNTPlatform.h"
 #include "ZNTPreferencesHost.h"
 #include "ZNTSettingsKeeper.h"
+#include "ZNTText.h"
+#include "ZNTTextListEditor.h"
+#include "ZNTWindowServices.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QTimer>
 #include <map>
 #include <string>
 
@@ -49,6 +55,8 @@ struct Setting {
     /// What the name does not say.
     [[nodiscard]] QString description() const
     {
+        if (std::holds_alternative<ZNTTextList ZNTSettings::*>(row.field))
+            return QStringLiteral("One a line; a pattern means what it means in a trigger.");
         return isForAllGames() ? textOf(row.sentence) : textOf(znt::followsInWords(row));
     }
 };
@@ -92,13 +100,51 @@ MadeControl numberFieldFor(const Setting& setting, int ZNTSettings::*field, QBox
             }};
 }
 
+/// A text that cannot be kept stays in the editor, and an alert says what is wrong with it. The alert waits
+/// for the next turn: the editor may be left because its window closes.
+void chooseList(const Setting& setting, ZNTTextListEditor& editor)
+{
+    const auto text = znt::joinedTexts(editor.texts());
+    ZNTSettings tried;
+    const auto changed = znt::changeSetting(tried, setting.row.name, text);
+    editor.document()->setModified(!changed);
+    if (changed)
+        setting.choose(text);
+    else
+        QTimer::singleShot(0, &editor,
+                           [&alert = setting.host.services().platform.alert,
+                            sentence = znt::textFromUtf8(changed.error().description)] {
+                               alert.showMessage(u"The list cannot be kept.", sentence);
+                           });
+}
+
+MadeControl listEditorFor(const Setting& setting, ZNTTextList ZNTSettings::*field, QBoxLayout& layout,
+                          QObject& life)
+{
+    auto* caption = new QLabel(setting.caption(), layout.parentWidget());
+    auto* editor = new ZNTTextListEditor(layout.parentWidget());
+    editor->setObjectName(textOf(setting.row.name));
+    editor->setAccessibleName(setting.caption());
+    caption->setBuddy(editor);
+    caption->setWordWrap(true);
+    layout.insertWidget(layout.count() - 1, caption);
+    layout.insertWidget(layout.count() - 1, editor);
+    editor->whenEdited = [setting, editor, alive = QPointer<QObject>(&life)] {
+        if (alive)
+            chooseList(setting, *editor);
+    };
+    return {editor, [setting, editor, field] { editor->show(setting.values().*field); }};
+}
+
 /// An encoding is picked among its buttons.
-MadeControl controlFor(const Setting& setting, QBoxLayout& layout)
+MadeControl controlFor(const Setting& setting, QBoxLayout& layout, QObject& life)
 {
     if (const auto* isOn = std::get_if<bool ZNTSettings::*>(&setting.row.field))
         return boxFor(setting, *isOn, layout);
     if (const auto* number = std::get_if<int ZNTSettings::*>(&setting.row.field))
         return numberFieldFor(setting, *number, layout);
+    if (const auto* list = std::get_if<ZNTTextList ZNTSettings::*>(&setting.row.field))
+        return listEditorFor(setting, *list, layout, life);
     return {nullptr, {}};
 }
 
@@ -112,7 +158,7 @@ void ZNTSettingControls::make(ZNTPreferencesHost& host, const TabOf& tabOf)
             continue;
         const auto tab = tabOf(row.tab);
         const Setting setting{row, host};
-        const auto made = controlFor(setting, *tab.layout);
+        const auto made = controlFor(setting, *tab.layout, life);
         if (!made.widget)
             continue;
         made.widget->setToolTip(setting.description());

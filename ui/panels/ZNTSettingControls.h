@@ -2,6 +2,7 @@
 
 #include "ZNTSettings.h"
 
+#include <QObject>
 #include <functional>
 #include <vector>
 
@@ -10,7 +11,8 @@ class QWidget;
 class ZNTPreferencesHost;
 
 /// The preferences' controls for settings that have no control of their own: one for each such row of the
-/// table, below the other controls of its tab. A box for on and off, a number field for a number.
+/// table, below the other controls of its tab. A box for on and off, a number field for a number,
+/// a small editor for a list of texts.
 class ZNTSettingControls
 {
 public:
@@ -27,5 +29,6 @@ public:
     void show();
 
 private:
+    QObject life; ///< the widgets live longer, and leaving an editor is a choice as long as the host lives
     std::vector<std::function<void()>> showers; ///< one for each control
 };
