@@ -6,15 +6,16 @@
 #include <memory>
 #include <utility>
 
-ZNTSessionSpeech::ZNTSessionSpeech(RunLoop& runLoop, ZNTClock& clock, ZNTSpeechEngine& engine,
-                                   ZNTScreenReader& screenReader, std::function<void()> beforePause)
+ZNTSessionSpeech::ZNTSessionSpeech(RunLoop& runLoop, ZNTClock& clock, ZNTPlatformLog& log,
+                                   ZNTSpeechEngine& engine, ZNTScreenReader& screenReader,
+                                   std::function<void()> beforePause)
     : runLoop(runLoop),
       clock(clock),
       beforePause(std::move(beforePause)),
       zntSpeechSynth(runLoop, engine, screenReader),
       speechHandOver(zntSpeechSynth),
       speechReview(zntSpeechSynth),
-      spokenLines(runLoop)
+      spokenLines(runLoop, log)
 {
 }
 

@@ -26,7 +26,7 @@ public:
 
     /// `beforePause` is called before the run loop's thread pauses: what is queued for the server leaves
     /// then. All that is passed outlives this object.
-    ZNTSessionSpeech(RunLoop& runLoop, ZNTClock& clock, ZNTSpeechEngine& engine,
+    ZNTSessionSpeech(RunLoop& runLoop, ZNTClock& clock, ZNTPlatformLog& log, ZNTSpeechEngine& engine,
                      ZNTScreenReader& screenReader, std::function<void()> beforePause);
 
     /// Puts what a session speaks, and when, into force. The switches below have operations of their own.

@@ -33,8 +33,12 @@ public:
     /// UTF-16 units that are kept of one line.
     static constexpr std::size_t longestLine = 10'000;
 
-    /// Both outlive this.
-    ZNTChannelHistory(ZNTClock& clock, const RunLoop& runLoop) : clock(clock), patterns(runLoop) {}
+    /// All of them outlive this.
+    ZNTChannelHistory(ZNTClock& clock, const RunLoop& runLoop, ZNTPlatformLog& log)
+        : clock(clock),
+          patterns(runLoop, log)
+    {
+    }
 
     /// Puts a list (UTF-8) into force; none turns the history off and forgets its lines. Channels that stay
     /// keep theirs. Answers a sentence for each pattern that cannot be used.

@@ -2,6 +2,7 @@
 
 #include "RunLoop.h"
 #include "ZNTLiteralFilter.h"
+#include "ZNTPlatformLog.h"
 #include "ZNTText.h"
 #include "ZNTTriggerMatch.h"
 #include "ZNTTriggerPatience.h"
@@ -38,6 +39,7 @@ ZNTLine ZNTLine::takenFrom(std::u16string_view& rest)
 
 struct ZNTLinePatterns::Pattern {
     std::size_t place; ///< in the list
+    std::u16string words;
     ZNTTriggerPattern pattern;
     ZNTTriggerPatience patience;
     std::uint32_t literal = 0;            ///< its number in the filter, if it has one
@@ -63,7 +65,10 @@ struct ZNTLinePatterns::State {
     std::vector<std::size_t> places;
 };
 
-ZNTLinePatterns::ZNTLinePatterns(const RunLoop& runLoop) : runLoop(runLoop), state(std::make_unique<State>())
+ZNTLinePatterns::ZNTLinePatterns(const RunLoop& runLoop, ZNTPlatformLog& log)
+    : runLoop(runLoop),
+      log(log),
+      state(std::make_unique<State>())
 {
 }
 
@@ -74,7 +79,7 @@ std::vector<std::u16string> ZNTLinePatterns::setPatterns(const std::vector<std::
     state = std::make_unique<State>();
     std::vector<std::u16string> problems, literals;
     for (std::size_t place = 0; place < patterns.size(); ++place) {
-        Pattern made{place, ZNTTriggerPattern(patterns[place]), ZNTTriggerPatience(runLoop)};
+        Pattern made{place, patterns[place], ZNTTriggerPattern(patterns[place]), ZNTTriggerPatience(runLoop)};
         if (const auto& problem = made.pattern.problem(); !problem.empty()) {
             problems.push_back(u"The pattern \"" + patterns[place] + u"\" cannot be used: it has " +
                                znt::textFromUtf8(problem) + u".");
@@ -163,9 +168,18 @@ bool ZNTLinePatterns::isFoundByIcu(Pattern& pattern, std::u16string_view line)
     const auto collected =
         pattern.pattern.expression().collectMatches(search, 1, state->found, alwaysHasTime);
     pattern.allowance = collected ? search.allowance : 0;
-    if (*pattern.allowance <= 0) {
-        state->allowanceOfAll -= pattern.allowanceAtStart;
-        pattern.patience.noteFailure();
-    }
+    if (*pattern.allowance <= 0)
+        noteFailure(pattern);
     return !state->found.empty();
+}
+
+void ZNTLinePatterns::noteFailure(Pattern& pattern)
+{
+    state->allowanceOfAll -= pattern.allowanceAtStart;
+    if (pattern.patience.isResting())
+        return; // the log says already that it rests
+    const bool isRestToBegin = pattern.patience.noteFailure();
+    log.log("The pattern \"" + znt::utf8FromText(pattern.words) +
+            "\" skipped lines of a chunk: it took too long" +
+            (isRestToBegin ? ", and is given 1 ms a chunk for the next 30 s" : ""));
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 class RunLoop;
+class ZNTPlatformLog;
 
 /// One line of a text.
 struct ZNTLine {
@@ -26,8 +27,9 @@ struct ZNTLine {
 class ZNTLinePatterns
 {
 public:
-    /// The loop's clock times the rests of patterns that are too slow; it outlives this.
-    explicit ZNTLinePatterns(const RunLoop& runLoop);
+    /// The log gets a line when a pattern was too slow for a text; the loop's clock times its rest. Both
+    /// outlive this.
+    ZNTLinePatterns(const RunLoop& runLoop, ZNTPlatformLog& log);
     ~ZNTLinePatterns();
     ZNTLinePatterns(const ZNTLinePatterns&) = delete;
     ZNTLinePatterns& operator=(const ZNTLinePatterns&) = delete;
@@ -46,8 +48,10 @@ private:
     struct Pattern;
 
     bool isIn(Pattern& pattern, std::u16string_view line);
+    void noteFailure(Pattern& pattern);
     bool isFoundByIcu(Pattern& pattern, std::u16string_view line);
 
     const RunLoop& runLoop;
+    ZNTPlatformLog& log;
     std::unique_ptr<State> state;
 };

@@ -16,8 +16,8 @@ public:
         std::u16string inTurn;              ///< all that is left, as it came; empty if nothing is
     };
 
-    /// The loop outlives this.
-    explicit ZNTSpokenLines(const RunLoop& runLoop) : urgent(runLoop), quiet(runLoop) {}
+    /// Both outlive this.
+    ZNTSpokenLines(const RunLoop& runLoop, ZNTPlatformLog& log) : urgent(runLoop, log), quiet(runLoop, log) {}
 
     /// UTF-8. Answers a sentence for each pattern that cannot be used. Lists that are as before change
     /// nothing.

@@ -2,6 +2,7 @@
 #include "ZNTSpokenLines.h"
 #include "ZNTTestPlatform.h"
 #include "ZNTText.h"
+#include "ZNTTriggerPatience.h"
 
 #include <algorithm>
 #include <ctime>
@@ -42,7 +43,8 @@ TEST(ZNTSpokenLinesTest, EachLineIsSpokenAtOnceInItsTurnOrNotAtAll)
         {{}, {"A"}, u"A", {}, u""},
     };
     VirtualRunLoop loop;
-    ZNTSpokenLines lines(loop);
+    ZNTRecordedLog log;
+    ZNTSpokenLines lines(loop, log);
     for (const auto& row : rows) {
         SCOPED_TRACE(znt::utf8FromText(row.chunk));
         const auto problems = lines.setPatterns(row.urgent, row.quiet);
@@ -59,7 +61,8 @@ TEST(ZNTSpokenLinesTest, EachLineIsSpokenAtOnceInItsTurnOrNotAtAll)
 TEST(ZNTSpokenLinesTest, AHostileFloodTakesAMomentAndTheOtherPatternsGoOnMatching)
 {
     VirtualRunLoop loop;
-    ZNTSpokenLines lines(loop);
+    ZNTRecordedLog log;
+    ZNTSpokenLines lines(loop, log);
     lines.setPatterns({"(a+)+[0-9]", "* tells you"}, {"says[,:]"});
     std::u16string flood;
     for (int line = 0; line < 5'000; ++line)
@@ -71,6 +74,7 @@ TEST(ZNTSpokenLinesTest, AHostileFloodTakesAMomentAndTheOtherPatternsGoOnMatchin
         EXPECT_THAT(parts.atOnce, ElementsAre(u"Bob tells you"));
         EXPECT_LT(processorTime() - start, 3);
     }
+    EXPECT_THAT(log.lines, SizeIs(ZNTTriggerPatience::mostFailuresRunning)) << "then it rests";
 }
 
 class ZNTChannelHistoryTest : public testing::Test
@@ -79,7 +83,8 @@ protected:
     ZNTChannelHistoryTest() { loop.startOfTime += 24h; }
 
     VirtualRunLoop loop;
-    ZNTChannelHistory history{loop, loop};
+    ZNTRecordedLog log;
+    ZNTChannelHistory history{loop, loop, log};
 };
 
 TEST_F(ZNTChannelHistoryTest, TheKeysGoThroughTheLinesOfOneChannelAndStayOnTheirs)
