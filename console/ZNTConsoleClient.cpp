@@ -94,7 +94,8 @@ void ZNTConsoleClient::start()
 {
     if (!surroundings.input.start({.line = [this](const std::string& line) { handleLine(line); },
                                    .end = [this] { script.inputEnded(); },
-                                   .catchUp = [this] { surroundings.output.catchUp(); }})) {
+                                   .catchUp = [this] { surroundings.output.catchUp(); },
+                                   .keyTyped = [this] { silenceAtKey(/*isReturn=*/false); }})) {
         complain(u"Standard input cannot be read: the system has no room for waiting for it.");
         finish(exitBroken);
         return;
@@ -154,8 +155,17 @@ void ZNTConsoleClient::disconnect()
     }
 }
 
+/// A terminal does not say when Control alone is pressed, so any key stands for it.
+void ZNTConsoleClient::silenceAtKey(bool isReturn)
+{
+    const auto chosen = controller.settings().silenceKey;
+    if (chosen != ZNTSilenceKey::None && (isReturn || chosen != ZNTSilenceKey::Return))
+        controller.stopSpeaking();
+}
+
 void ZNTConsoleClient::handleLine(const std::string& utf8)
 {
+    silenceAtKey(/*isReturn=*/true);
     // On a terminal the client's own commands work at once, also to give up an attempt to connect.
     if (surroundings.inputIsTerminal && isOwnCommand(utf8)) {
         carryOut(utf8);

@@ -89,6 +89,7 @@ public:
 
 private:
     void handleLine(const std::string& utf8);
+    void silenceAtKey(bool isReturn);
     void carryOut(const std::string& utf8);
     [[nodiscard]] bool isOwnCommand(std::string_view utf8) const;
     void stateChanged();

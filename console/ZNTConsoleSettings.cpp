@@ -2,6 +2,7 @@
 
 #include "ZNTConsoleClient.h"
 #include "ZNTConsoleWords.h"
+#include "ZNTSessionNotice.h"
 #include "ZNTText.h"
 
 using namespace znt::words;
@@ -31,7 +32,8 @@ void ZNTConsoleSettings::show(std::u16string_view name)
                                      std::string(value.empty() ? "(nothing)" : value) + "  " +
                                      std::string(sentence)));
     };
-    if (!asked.empty() && name != remember && !znt::settingNamed(asked)) {
+    const bool isOfSeveral = name == remember || asked == znt::listening;
+    if (!asked.empty() && !isOfSeveral && !znt::settingNamed(asked)) {
         change(name, u"");
         return;
     }
@@ -39,6 +41,9 @@ void ZNTConsoleSettings::show(std::u16string_view name)
         if (asked.empty() || row.name == asked)
             say(row.name, znt::settingText(keeper.settings(), row),
                 std::string(row.sentence) + (row.follows.empty() ? "" : " ") + znt::followsInWords(row));
+    if (name.empty() || asked == znt::listening)
+        say(znt::listening, znt::isSetUpForListening(keeper.settings()) ? "on" : "off",
+            "Sets all that players who listen want, or all of it back.");
     if (name.empty() || name == remember)
         say("remember", keeper.isRemembering() ? "on" : "off", "Keeps the settings for the next start.");
 }
@@ -56,11 +61,17 @@ void ZNTConsoleSettings::change(std::u16string_view name, std::u16string_view va
                                       : u"The settings end with the program.");
         return;
     }
+    const auto before = keeper.settings().silenceKey;
     const auto chosen = keeper.choose(znt::utf8FromText(name), znt::utf8FromText(value));
     if (!chosen) {
         client.complain(znt::textFromUtf8(chosen.error().description));
         return;
     }
     client.session().setSettings(keeper.settings());
-    client.confirm(joined({name, u" is ", value, u"."}));
+    if (znt::utf8FromText(name) == znt::listening)
+        client.say(znt::notices::setUpForListening(value == u"on").sentence);
+    else
+        client.confirm(joined({name, u" is ", value, u"."}));
+    if (keeper.settings().silenceKey == ZNTSilenceKey::Control && before != ZNTSilenceKey::Control)
+        client.say(u"A terminal does not say when Control is pressed. So any key silences the voice here.");
 }

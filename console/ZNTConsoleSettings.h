@@ -4,8 +4,9 @@
 
 class ZNTConsoleClient;
 
-/// The command /set of the terminal client: it shows and changes every row of the table of settings, and
-/// "remember", which is whether they are kept for the next start.
+/// The command /set of the terminal client: it shows and changes every row of the table of settings,
+/// "listening", which stands for several of them, and "remember", which is whether they are kept for the next
+/// start.
 class ZNTConsoleSettings
 {
 public:

@@ -248,6 +248,12 @@ inline constexpr auto clientActions = std::to_array<ZNTClientAction>({
      .title = "Say the stat&us",
      .keys = "Ctrl+T",
      .startsGroup = true},
+    {.name = "setUpForListening",
+     .menu = "&Speech",
+     .title = "Set up for listenin&g",
+     .keys = "Ctrl+F8",
+     .kind = Action::Kind::Switch,
+     .startsGroup = true},
 
     {.name = "larger", .menu = "&View", .title = "&Larger text", .keys = "Ctrl++ or Ctrl+="},
     {.name = "smaller", .menu = "&View", .title = "&Smaller text", .keys = "Ctrl+-"},

@@ -51,6 +51,7 @@ void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
     speech->setSettings(wanted);
     triggers->setRules({.gagsLines = wanted.gagLines, .emptyActsSilent = wanted.emptyAction});
     _soundProcessor->setStandardTags(wanted.standardSounds);
+    speech->setPausing(wanted.silenceKey == ZNTSilenceKey::None);
     auto& synth = speech->synth();
     synth.setUseSystemVoiceNotVO(wanted.systemVoice);
     synth.setUseTimer(wanted.pacing);

@@ -31,4 +31,11 @@ inline constexpr ZNTSessionNotice standardTelnetSwitched(bool isOn, bool isConne
     return {ZNTSessionNotice::Kind::Fact, sentences[isOn ? 1 : 0][isConnected ? 1 : 0]};
 }
 
+/// The answer to a player who sets the client up for listening, or takes that back.
+inline constexpr ZNTSessionNotice setUpForListening(bool isOn)
+{
+    return {ZNTSessionNotice::Kind::Fact,
+            isOn ? u"Set up for listening." : u"The settings for listening have their defaults again."};
+}
+
 } // namespace znt::notices

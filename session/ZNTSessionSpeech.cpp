@@ -74,7 +74,7 @@ void ZNTSessionSpeech::interrupt(double pause)
     if (speechInterruptOnOffBindingState != 1)
         return;
     zntSpeechSynth.stopIt();
-    if (pause > 0 && mayPause()) {
+    if (pause > 0 && isPausing && mayPause()) {
         beforePause();
         clock.sleepFor(pause);
     }

@@ -46,6 +46,8 @@ public:
     /// Silences what is being said before a line goes out, if interruption is on. Then the thread pauses for
     /// `pause` seconds (not at 0): the voice ends before the echo begins.
     void interrupt(double pause);
+    /// Without pauses `interrupt` returns at once: a player who silences the voice by a key needs none.
+    void setPausing(bool pauses) { isPausing = pauses; }
     /// Speech and its interruption on: what a screen reader's user expects.
     void turnOnForScreenReader();
     /// The key. It comes before the menu item has changed its state.
@@ -101,6 +103,7 @@ private:
     ZNTPrompts prompts;
     ZNTSpokenLines spokenLines;
     std::u16string _replayLastTextFromMUD;
+    bool isPausing = true;
     bool isAutomatic = false;
     bool isChunkInHand = false;
     bool hasPausedForTheGame = false; ///< an automatic line has paused in this turn

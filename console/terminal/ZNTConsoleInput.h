@@ -18,6 +18,9 @@ public:
         std::function<void()> end;
         /// For an input that draws: returns when the text that passes has been written.
         std::function<void()> catchUp = {};
+        /// A key was pressed, before anything is done about it. Only an input that has a key's characters
+        /// one by one calls it. Optional.
+        std::function<void()> keyTyped = {};
     };
 
     virtual ~ZNTConsoleInput() = default;

@@ -130,6 +130,8 @@ void ZNTTerminalInput::readKey()
         finish();
         return;
     }
+    if (handlers.keyTyped)
+        handlers.keyTyped();
     if (hidden) {
         readHidden();
         return;

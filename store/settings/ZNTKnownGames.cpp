@@ -83,7 +83,8 @@ ZNTResult<void> ZNTKnownGames::addLine(std::string_view line)
         if (auto added = znt::addAssignment(values, word); !added)
             return added;
         const auto name = word.substr(0, word.find('='));
-        if (znt::settingNamed(name)->scope != ZNTSettingScope::Game)
+        const auto* row = znt::settingNamed(name); // none for the name that stands for several
+        if (!row || row->scope != ZNTSettingScope::Game)
             return lineError("The setting " + std::string(name) + " is for all games, not for one.");
     }
     if (values.empty())

@@ -5,10 +5,36 @@
 #include "ZNTTextList.h"
 
 #include <array>
+#include <cstddef>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
+
+/// Which key silences the voice, in every window.
+enum class ZNTSilenceKey { None, Any, Return, Control };
+
+/// One value of a setting that is a choice among a few.
+struct ZNTSettingChoice {
+    std::string_view name;  ///< for --set, /set and the file
+    std::string_view words; ///< for the window
+};
+
+namespace znt
+{
+
+/// The choices of a setting whose field is of that enum, in the enum's order. A further such setting is an
+/// enum, its choices here, and its place in ZNTSettingField.
+template <typename Enum>
+inline constexpr std::array<ZNTSettingChoice, 0> settingChoices{};
+
+template <>
+inline constexpr std::array settingChoices<ZNTSilenceKey>{
+    ZNTSettingChoice{"none", "No key"}, ZNTSettingChoice{"any", "Any key"},
+    ZNTSettingChoice{"return", "Return"}, ZNTSettingChoice{"control", "Control"}};
+
+} // namespace znt
 
 /// What a player may set. A session is given this value when it is made and on each change. A new value holds
 /// the defaults, which are the program's usual behaviour.
@@ -31,6 +57,7 @@ struct ZNTSettings {
     bool skipDecoration = false;
     bool shortenRuns = false;
     bool skipControlSequences = false;
+    ZNTSilenceKey silenceKey = ZNTSilenceKey::None;
     bool silentEcho = false;
     bool changedPrompts = false;
     bool wholeLines = false;
@@ -48,9 +75,11 @@ struct ZNTSettings {
     friend bool operator==(const ZNTSettings&, const ZNTSettings&) = default;
 };
 
-/// The type of a setting is that of its field: on or off, a number, an encoding, or a list of texts.
-using ZNTSettingField = std::variant<bool ZNTSettings::*, int ZNTSettings::*,
-                                     ZNTStringEncoding ZNTSettings::*, ZNTTextList ZNTSettings::*>;
+/// The type of a setting is that of its field: on or off, a number, an encoding, a list of texts, or one of a
+/// few choices.
+using ZNTSettingField =
+    std::variant<bool ZNTSettings::*, int ZNTSettings::*, ZNTStringEncoding ZNTSettings::*,
+                 ZNTTextList ZNTSettings::*, ZNTSilenceKey ZNTSettings::*>;
 
 /// Where the window shows a setting.
 enum class ZNTSettingTab { Triggers, Macros, Encoding, Speech, Protocols };
@@ -82,6 +111,9 @@ namespace znt
 
 /// The setting that others follow.
 inline constexpr std::string_view standardTelnet = "standard-telnet";
+/// The name that stands for all rows with a value in `whenListening`. On gives them that value, off their
+/// default.
+inline constexpr std::string_view listening = "listening";
 
 } // namespace znt
 
@@ -193,6 +225,13 @@ inline constexpr std::array ZNTSettingsTable{
                   .tab = ZNTSettingTab::Speech,
                   .scope = ZNTSettingScope::Player,
                   .whenListening = "on"},
+    // Control types nothing, so a player who listens while typing loses no line to a letter.
+    ZNTSettingRow{.name = "silence-key",
+                  .field = &ZNTSettings::silenceKey,
+                  .sentence = "The key that silences the voice; with one, no line pauses before it is sent.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .whenListening = "control"},
     ZNTSettingRow{.name = "silent-echo",
                   .field = &ZNTSettings::silentEcho,
                   .sentence = "Does not speak the lines that you send.",
@@ -264,8 +303,8 @@ inline constexpr std::array ZNTSettingsTable{
                   .scope = ZNTSettingScope::Player},
 };
 
-/// Values by the names of their settings, as text: "on" or "off", a number, the name of an encoding, or the
-/// texts of a list as `znt::joinedTexts` writes them.
+/// Values by the names of their settings, as text: "on" or "off", a number, the name of an encoding or of a
+/// choice, or the texts of a list as `znt::joinedTexts` writes them.
 using ZNTSettingValues = std::map<std::string, std::string, std::less<>>;
 
 namespace znt
@@ -279,8 +318,17 @@ std::string followsInWords(const ZNTSettingRow& row);
 
 std::string settingText(const ZNTSettings& settings, const ZNTSettingRow& row);
 
-/// Changes one setting. The error is a sentence that says what is wrong with the name or the value; then
-/// nothing is changed.
+/// Of a setting that is one of a few choices; else empty.
+std::span<const ZNTSettingChoice> choicesOf(const ZNTSettingRow& row);
+
+/// What `name` and `text` mean: one value, or those of all rows that `listening` stands for.
+ZNTSettingValues valuesMeantBy(std::string_view name, std::string_view text);
+
+/// Whether every row that `listening` stands for has its value for it.
+bool isSetUpForListening(const ZNTSettings& settings);
+
+/// Changes one setting, or all that `listening` stands for. The error is a sentence that says what is wrong
+/// with the name or the value; then nothing is changed.
 ZNTResult<void> changeSetting(ZNTSettings& settings, std::string_view name, std::string_view text);
 
 /// Adds what "NAME=VALUE" says to `values`. The error is a sentence, as above.

@@ -174,18 +174,19 @@ ZNTSettingsFile::Content ZNTSettingsFile::read()
     return content;
 }
 
-void ZNTSettingsFile::store(std::string_view game, std::string_view name, std::string_view text)
+void ZNTSettingsFile::store(std::string_view game, const ZNTSettingValues& values)
 {
-    if (!exists())
+    if (values.empty() || !exists())
         return;
     auto root = znt::dictionaryIn(path);
     if (!root) {
         putAside();
         root = znt::emptyDictionary();
     }
-    auto* values = game.empty() ? dictionaryUnder(root.get(), playerKey)
-                                : dictionaryUnder(dictionaryUnder(root.get(), gamesKey), std::string(game));
-    plist_dict_set_item(values, std::string(name).c_str(), nodeOf(name, std::string(text)));
+    auto* kept = game.empty() ? dictionaryUnder(root.get(), playerKey)
+                              : dictionaryUnder(dictionaryUnder(root.get(), gamesKey), std::string(game));
+    for (const auto& [name, text] : values)
+        plist_dict_set_item(kept, name.c_str(), nodeOf(name, text));
     write(znt::xmlOf(root));
 }
 

@@ -31,8 +31,9 @@ public:
     };
     /// Puts a damaged file aside, with a line in the log, and begins a new one. Nothing if there is no file.
     Content read();
-    /// Stores one value: for `game`, or for all games if that is empty. Does nothing if there is no file.
-    void store(std::string_view game, std::string_view name, std::string_view text);
+    /// Stores the values in one step: for `game`, or for all games if that is empty. Does nothing if there is
+    /// no file.
+    void store(std::string_view game, const ZNTSettingValues& values);
 
 private:
     void putAside();

@@ -42,6 +42,8 @@ ZNTSettingsKeeper::ZNTSettingsKeeper(const ZNTFilePlaces& places, ZNTPlatformLog
 
 ZNTResult<void> ZNTSettingsKeeper::choose(std::string_view name, std::string_view text)
 {
+    if (name == znt::listening)
+        return chooseForAllGames(name, text);
     auto tried = inForce;
     if (auto changed = znt::changeSetting(tried, name, text); !changed)
         return changed;
@@ -57,10 +59,13 @@ ZNTResult<void> ZNTSettingsKeeper::chooseForAllGames(std::string_view name, std:
     auto tried = inForce;
     if (auto changed = znt::changeSetting(tried, name, text); !changed)
         return changed;
-    ofCommandLine.erase(std::string(name));
-    chosen.erase(std::string(name));
-    chosenForAllGames.insert_or_assign(std::string(name), std::string(text));
-    store("", name, text);
+    const auto values = znt::valuesMeantBy(name, text);
+    for (const auto& [each, value] : values) {
+        ofCommandLine.erase(each);
+        chosen.erase(each);
+        chosenForAllGames.insert_or_assign(each, value);
+    }
+    store("", values);
     weigh();
     return {};
 }
@@ -101,25 +106,26 @@ void ZNTSettingsKeeper::setRemembering(bool isToRemember)
         return;
     }
     file.begin();
-    for (const auto& [name, text] : chosenForAllGames)
-        store("", name, text);
+    store("", chosenForAllGames);
     for (const auto& [name, text] : chosen)
         store(*znt::settingNamed(name), text);
 }
 
 void ZNTSettingsKeeper::store(const ZNTSettingRow& row, std::string_view text)
 {
-    store(row.scope == ZNTSettingScope::Game ? std::string_view(game) : std::string_view(), row.name, text);
+    store(row.scope == ZNTSettingScope::Game ? std::string_view(game) : std::string_view(),
+          {{std::string(row.name), std::string(text)}});
 }
 
 /// `whose` is the key of a game, or empty for all games.
-void ZNTSettingsKeeper::store(std::string_view whose, std::string_view name, std::string_view text)
+void ZNTSettingsKeeper::store(std::string_view whose, const ZNTSettingValues& values)
 {
     if (!isRemembering())
         return;
-    auto& values = whose.empty() ? remembered.player : remembered.games[std::string(whose)];
-    values.insert_or_assign(std::string(name), std::string(text));
-    file.store(whose, name, text);
+    auto& known = whose.empty() ? remembered.player : remembered.games[std::string(whose)];
+    for (const auto& [name, text] : values)
+        known.insert_or_assign(name, text);
+    file.store(whose, values);
 }
 
 std::array<const ZNTSettingValues*, 6> ZNTSettingsKeeper::layers() const

@@ -26,7 +26,8 @@ public:
 
     [[nodiscard]] const ZNTSettings& settings() const { return inForce; }
 
-    /// A choice of the player, by name. The error is a sentence for people.
+    /// A choice of the player, by name. The error is a sentence for people. What `znt::listening` stands for
+    /// is always chosen for all games.
     ZNTResult<void> choose(std::string_view name, std::string_view text);
     /// The same for all games, also while one is played. The player's choice of this session ends.
     ZNTResult<void> chooseForAllGames(std::string_view name, std::string_view text);
@@ -54,7 +55,7 @@ private:
     enum Layer { AllGames, AllGamesNow, KnownGame, OwnOfGame, Session, CommandLine };
 
     [[nodiscard]] std::array<const ZNTSettingValues*, 6> layers() const;
-    void store(std::string_view whose, std::string_view name, std::string_view text);
+    void store(std::string_view whose, const ZNTSettingValues& values);
     void store(const ZNTSettingRow& row, std::string_view text);
     void weigh();
 

@@ -175,6 +175,35 @@ TEST_F(ZNTSettingsTest, AListIsReadBackAsItWasFromItsTextAndFromTheFile)
     }
 }
 
+TEST_F(ZNTSettingsTest, SetUpForListeningIsOneChoiceForAllGamesThatCanBeTakenBack)
+{
+    auto keeper = started({{"silence-key", "any"}});
+    keeper.setRemembering(true);
+    keeper.beginGame("mud.example", "23");
+    choose(keeper, "rate", "200");
+    EXPECT_FALSE(keeper.choose("listening", "loud"));
+    EXPECT_EQ(value(keeper, "silence-key"), "any");
+    choose(keeper, "listening", "on");
+    EXPECT_TRUE(znt::isSetUpForListening(keeper.settings())) << "the command line's word is older";
+
+    auto next = started();
+    EXPECT_TRUE(znt::isSetUpForListening(next.settings()));
+    choose(next, "silence-key", "return");
+    EXPECT_FALSE(znt::isSetUpForListening(next.settings()));
+    EXPECT_EQ(started().settings(), next.settings());
+    choose(next, "listening", "off");
+    ZNTSettings expected;
+    expected.rate = 200;
+    EXPECT_EQ(started().settings(), expected);
+
+    ZNTSettingValues ofCommandLine;
+    EXPECT_TRUE(znt::addAssignment(ofCommandLine, "listening=on"));
+    EXPECT_TRUE(znt::isSetUpForListening(started(ofCommandLine).settings()));
+    EXPECT_EQ(znt::complaintAboutAssignment("listening="), "The setting listening is on or off, not \"\".");
+    EXPECT_EQ(znt::complaintAboutAssignment("silence-key=on"),
+              "The setting silence-key is none, any, return or control, not \"on\".");
+}
+
 /// A dictionary of a property list, with texts as values.
 std::string dictionary(const ZNTSettingValues& values)
 {
@@ -314,6 +343,7 @@ TEST_F(ZNTSettingsTest, ADamagedLineOfTheKnownGamesIsSkippedWithASentence)
         {"mud.example 23 sounds", "Say NAME=VALUE, as in speech=on."},
         {"mud.example 23 compression=on sounds=loud", "The setting sounds is on or off, not \"loud\"."},
         {"mud.example 23 speech=on", "The setting speech is for all games, not for one."},
+        {"mud.example 23 listening=on", "The setting listening is for all games, not for one."},
         {"Good.example. 23 sounds=off", "The game is in an earlier line."},
     };
     for (const auto& [line, sentence] : rows) {

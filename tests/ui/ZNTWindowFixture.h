@@ -166,6 +166,14 @@ protected:
     {
         return until([&] { return output().endsWith(u"> "_s); });
     }
+    /// The program's next start in the same home, over the same window.
+    void startAgain()
+    {
+        parts.reset();
+        parts = std::make_unique<ZNTApplicationWindow>(
+            window,
+            ZNTWindowServices{platform, database, sounds, speech, screenReader, socketStreams(runLoop)});
+    }
     ZNTServerConnectController& session() { return parts->controller.serverConnectController(); }
     QWidget& commandLine() { return find<QWidget>("textToServer"); }
     QString commandLineText() { return find<QLineEdit>("textToServer").text(); }

@@ -51,7 +51,8 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
       session(controller.serverConnectController()),
       appearance(appearance),
       status(*window.statusText, controller),
-      news(session)
+      news(session),
+      silenceKeys(session)
 {
     wireGame();
     wireDirections();
@@ -211,6 +212,7 @@ void ZNTMainWiring::wireSpeech()
         whenTriggered(menu.lines()[index], [this, index] { session.speechReview().lineFromEnd(index + 1); });
     whenTriggered(menu["sayStatus"],
                   [this] { session.zntSpeechSynth().speakAtOnce(textOfQt(status.words())); });
+    whenToggled(menu["setUpForListening"], [this](bool on) { setUpForListening(on); });
 }
 
 /// The keys speak as those of the review do.
@@ -244,6 +246,14 @@ void ZNTMainWiring::setSpeech(bool on)
     session.textToSpeechOnAndOff();
     // "Speech off" is spoken, too: players who do not look must learn which it is now.
     session.zntSpeechSynth().speakNext(on ? u"Speech on" : u"Speech off");
+}
+
+void ZNTMainWiring::setUpForListening(bool on)
+{
+    if (isSetUpForListening(controller.settings().settings()) == on)
+        return; // the switch follows the settings
+    controller.chooseSetting(znt::listening, on ? "on" : "off");
+    showNotice(notices::setUpForListening(on));
 }
 
 void ZNTMainWiring::wireView()
@@ -366,7 +376,9 @@ void ZNTMainWiring::showEncoding()
 
 void ZNTMainWiring::showSettings()
 {
-    menu["standardTelnet"]->setChecked(controller.settings().settings().standardTelnet);
+    const auto& settings = controller.settings().settings();
+    menu["standardTelnet"]->setChecked(settings.standardTelnet);
+    menu["setUpForListening"]->setChecked(isSetUpForListening(settings));
 }
 
 /// A hint is not for players who have made a choice, nor for the demo game, which plays right both ways.

@@ -3,6 +3,7 @@
 #include "ZNTMainMenu.h"
 #include "ZNTMainWindow.h"
 #include "ZNTMudAppController.h"
+#include "ZNTSilenceKeys.h"
 #include "ZNTSpokenNews.h"
 #include "ZNTStatusLine.h"
 
@@ -42,6 +43,7 @@ private:
     void wireHelp();
     void setKeypadWalks(bool walks);
     void setSpeech(bool on);
+    void setUpForListening(bool on);
 
     void sessionChanged(ZNTSessionChange what);
     void showState();
@@ -60,6 +62,7 @@ private:
     ZNTAppearance& appearance;
     ZNTStatusLine status;
     ZNTSpokenNews news;
+    ZNTSilenceKeys silenceKeys;
     bool wasConnected = false; ///< when the state was last shown
     bool wasTypingHidden = false;
     std::unique_ptr<ZNTChannelHistorySheet> channelSheet; ///< made when it is first asked for

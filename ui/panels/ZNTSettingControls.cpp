@@ -8,6 +8,7 @@
 #include "ZNTTextListEditor.h"
 #include "ZNTWindowServices.h"
 
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
@@ -80,18 +81,26 @@ MadeControl boxFor(const Setting& setting, bool ZNTSettings::*field, QBoxLayout&
             }};
 }
 
-MadeControl numberFieldFor(const Setting& setting, int ZNTSettings::*field, QBoxLayout& layout)
+/// Puts a control that shows no words of its own below the setting's, which may take several lines.
+void addWithCaption(const Setting& setting, QWidget& control, QBoxLayout& layout)
 {
     auto* line = new QHBoxLayout;
     auto* caption = new QLabel(setting.caption(), layout.parentWidget());
+    caption->setWordWrap(true);
+    control.setObjectName(textOf(setting.row.name));
+    control.setAccessibleName(setting.caption());
+    caption->setBuddy(&control);
+    line->addWidget(&control);
+    line->addStretch();
+    layout.insertWidget(layout.count() - 1, caption);
+    layout.insertLayout(layout.count() - 1, line);
+}
+
+MadeControl numberFieldFor(const Setting& setting, int ZNTSettings::*field, QBoxLayout& layout)
+{
     auto* spin = new QSpinBox(layout.parentWidget());
     spin->setRange(setting.row.least, setting.row.most);
-    spin->setAccessibleName(setting.caption());
-    caption->setBuddy(spin);
-    line->addWidget(caption);
-    line->addWidget(spin);
-    line->addStretch();
-    layout.insertLayout(layout.count() - 1, line);
+    addWithCaption(setting, *spin, layout);
     QObject::connect(spin, &QSpinBox::valueChanged, spin,
                      [setting](int value) { setting.choose(std::to_string(value)); });
     return {spin, [setting, spin, field] {
@@ -136,6 +145,20 @@ MadeControl listEditorFor(const Setting& setting, ZNTTextList ZNTSettings::*fiel
     return {editor, [setting, editor, field] { editor->show(setting.values().*field); }};
 }
 
+MadeControl choiceFor(const Setting& setting, QBoxLayout& layout)
+{
+    auto* box = new QComboBox(layout.parentWidget());
+    for (const auto& choice : znt::choicesOf(setting.row))
+        box->addItem(textOf(choice.words), textOf(choice.name));
+    addWithCaption(setting, *box, layout);
+    QObject::connect(box, &QComboBox::currentIndexChanged, box,
+                     [setting, box] { setting.choose(box->currentData().toString().toStdString()); });
+    return {box, [setting, box] {
+                const QSignalBlocker blocker(box);
+                box->setCurrentIndex(box->findData(textOf(znt::settingText(setting.values(), setting.row))));
+            }};
+}
+
 /// An encoding is picked among its buttons.
 MadeControl controlFor(const Setting& setting, QBoxLayout& layout, QObject& life)
 {
@@ -145,6 +168,8 @@ MadeControl controlFor(const Setting& setting, QBoxLayout& layout, QObject& life
         return numberFieldFor(setting, *number, layout);
     if (const auto* list = std::get_if<ZNTTextList ZNTSettings::*>(&setting.row.field))
         return listEditorFor(setting, *list, layout, life);
+    if (!znt::choicesOf(setting.row).empty())
+        return choiceFor(setting, layout);
     return {nullptr, {}};
 }
 

@@ -11,8 +11,8 @@ class QWidget;
 class ZNTPreferencesHost;
 
 /// The preferences' controls for settings that have no control of their own: one for each such row of the
-/// table, below the other controls of its tab. A box for on and off, a number field for a number,
-/// a small editor for a list of texts.
+/// table, below the other controls of its tab. A box for on and off, a number field for a number, a list for
+/// one of a few choices, a small editor for a list of texts.
 class ZNTSettingControls
 {
 public:
