@@ -231,13 +231,32 @@ void ZNTConsoleCommands::sayPrompt()
         client.confirm(session.lastPrompt().empty() ? u"No prompt yet." : session.lastPrompt());
 }
 
-void ZNTConsoleCommands::sayAgain(std::u16string_view count)
+void ZNTConsoleCommands::sayAgain(std::u16string_view words)
 {
-    const int lines = count.empty() ? 1 : wholeNumber(count);
-    if (lines < 1)
+    auto& review = client.session().speechReview();
+    auto rest = words;
+    const auto first = firstWord(rest);
+    const int lines = words.empty() ? 1 : wholeNumber(words);
+    if (first == u"find")
+        findInSaid(rest);
+    else if (words == u"command")
+        review.goToLastCommand();
+    else if (lines < 1)
         client.complain(u"Say how many lines: /say N");
     else
-        client.session().speechReview().lastLines(static_cast<std::size_t>(lines));
+        review.lastLines(static_cast<std::size_t>(lines));
+}
+
+/// The same words once more, or none, find the line before.
+void ZNTConsoleCommands::findInSaid(std::u16string_view words)
+{
+    auto& review = client.session().speechReview();
+    if (!words.empty() && review.searchedText() != words)
+        review.find(words);
+    else if (!review.searchedText().empty())
+        review.findOlder();
+    else
+        client.complain(u"Say which words: /say find WORDS");
 }
 
 /// The oldest of the lines first, as they came.

@@ -44,8 +44,9 @@ private:
     void record(std::u16string_view words);
     void setVolume(std::u16string_view percent);
     void sayPrompt();
-    void sayAgain(std::u16string_view count);
     void showHistory(std::u16string_view words);
+    void sayAgain(std::u16string_view words);
+    void findInSaid(std::u16string_view words);
 
     ZNTConsoleClient& client;
     std::vector<ZNTConsoleCommand> commands;

@@ -49,8 +49,10 @@ void ZNTServerConnectController::sendTextToServer()
     const bool isHidden = isTypingHidden(); // a password may begin with a prefix
     if (!isHidden) {
         _zntRecorder->addCommand(line);
-        if (!line.empty())
+        if (!line.empty()) {
             lastCommand_ = line;
+            speech->review().noteCommand(line);
+        }
     }
     if (!line.empty())
         speech->forgetReplay();
@@ -70,6 +72,7 @@ void ZNTServerConnectController::sendTextToServerNoWidget(std::u16string_view gi
     commandInterpreter->showStrings(line);
     if (!line.empty()) {
         speech->forgetReplay();
+        speech->review().noteCommand(line);
         if (!ZNTCommandInterpreter::hasPrefix(line))
             sendMessageToServer(line, /*ignoreSpecials=*/false);
     }
@@ -115,7 +118,9 @@ void ZNTServerConnectController::invokeMacro()
 
 void ZNTServerConnectController::sendToServer(ZNTDirection direction)
 {
-    sendMessageToServer(znt::rowOf(direction).word, /*ignoreSpecials=*/false);
+    const auto& word = znt::rowOf(direction).word;
+    speech->review().noteCommand(word);
+    sendMessageToServer(word, /*ignoreSpecials=*/false);
 }
 
 void ZNTServerConnectController::sendNorthToServer() { sendToServer(ZNTDirection::North); }

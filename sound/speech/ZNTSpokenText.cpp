@@ -1,33 +1,20 @@
 #include "ZNTSpokenText.h"
 
+#include "ZNTTextBreaks.h"
+
 #include <algorithm>
-#include <memory>
-#include <unicode/ubrk.h>
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 
 namespace
 {
 
-struct BreakCloser {
-    void operator()(UBreakIterator* iterator) const { ubrk_close(iterator); }
-};
-using Breaks = std::unique_ptr<UBreakIterator, BreakCloser>;
-
-/// Null if ICU's data cannot be read.
-Breaks breaksOf(UBreakIteratorType type, std::u16string_view text)
-{
-    UErrorCode status = U_ZERO_ERROR;
-    Breaks breaks(ubrk_open(type, "", text.data(), static_cast<std::int32_t>(text.size()), &status));
-    return U_SUCCESS(status) ? std::move(breaks) : nullptr;
-}
-
 /// Units after the longest utterance that ICU also sees, so that it knows whether a boundary lies at its end.
 constexpr std::size_t contextBehind = 64;
 
 std::size_t lastBoundary(UBreakIteratorType type, std::u16string_view text, std::size_t most)
 {
-    const auto breaks = breaksOf(type, text.substr(0, most + contextBehind));
+    const auto breaks = znt::breaksOf(type, text.substr(0, most + contextBehind));
     if (!breaks)
         return 0;
     const auto boundary = ubrk_preceding(breaks.get(), static_cast<std::int32_t>(most) + 1);

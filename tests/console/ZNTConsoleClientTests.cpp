@@ -1,4 +1,5 @@
 #include "ZNTConsoleFixture.h"
+#include "ZNTSpeechSynth.h"
 
 using testing::ElementsAre;
 using testing::EndsWith;
@@ -295,6 +296,31 @@ TEST_F(ZNTConsoleClientTest, AShippedGameIsPlayedWithItsSettingsAndTheSwitchIsFo
     EXPECT_THAT(answerTo("/set full-colours"), ElementsAre(testing::StartsWith("full-colours = off  ")));
     EXPECT_THAT(answerTo("/standard on"), ElementsAre("Standard telnet is on."));
     EXPECT_THAT(answerTo("/standard"), ElementsAre("! Say on or off: /standard on|off"));
+}
+
+TEST_F(ZNTConsoleClientTest, KeysSilenceTheVoiceAsFarAsATerminalHasThemOneByOne)
+{
+    start(From::Terminal);
+    EXPECT_THAT(answerTo("/set silence-key x"),
+                ElementsAre("! The setting silence-key is none, any, return or control, not \"x\"."));
+    EXPECT_THAT(answerTo("/set listening on"), ElementsAre("Set up for listening.", HasSubstr("any key")));
+    EXPECT_THAT(answerTo("/set listening"), ElementsAre(testing::StartsWith("listening = on  ")));
+    const struct {
+        const char* chosen;
+        bool key, line;
+    } rows[] = {
+        {"none", false, false}, {"return", false, true}, {"any", true, true}, {"control", true, true}};
+    for (const auto& row : rows) {
+        type(std::string("/set silence-key ") + row.chosen);
+        const auto silences = [&](const std::function<void()>& press) {
+            const auto before = client->session().zntSpeechSynth().stopCount();
+            press();
+            return client->session().zntSpeechSynth().stopCount() != before;
+        };
+        EXPECT_EQ(silences([&] { input.handlers.keyTyped(); }), row.key) << row.chosen;
+        EXPECT_EQ(silences([&] { type("/help quit"); }), row.line) << row.chosen;
+    }
+    EXPECT_THAT(answerTo("/say find"), ElementsAre("! Say which words: /say find WORDS"));
 }
 
 TEST_F(ZNTConsoleClientTest, TheHintIsForPeopleWhoHaveMadeNoChoiceAndComesOnce)

@@ -1,5 +1,6 @@
 #include "ZNTDeflated.h"
 #include "ZNTSessionFixture.h"
+#include "ZNTSpeechReview.h"
 
 #include <algorithm>
 
@@ -328,6 +329,36 @@ TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOn)
     EXPECT_EQ(voiceOver.text(), u"");
     EXPECT_EQ(machine.loop.slept, (std::vector<double>{0.2, 0.3}));
     EXPECT_EQ(speech.timesStopped, stopped + 2);
+}
+
+TEST_F(Session, SendsWithoutAPauseIfAKeySilencesTheVoice)
+{
+    ZNTSettings settings;
+    settings.interruption = true;
+    settings.silenceKey = ZNTSilenceKey::Control;
+    session().setSettings(settings);
+    connect();
+    const auto stopped = speech.timesStopped;
+    type(u"listen");
+    EXPECT_TRUE(machine.loop.slept.empty());
+    EXPECT_EQ(speech.timesStopped, stopped + 2) << "the line interrupts all the same";
+}
+
+TEST_F(Session, TheReviewKnowsThePlayersLastCommand)
+{
+    connect();
+    const auto lastCommand = [&] {
+        speech.said.clear();
+        session().speechReview().goToLastCommand();
+        return speech.said.front();
+    };
+    type(u"look");
+    EXPECT_EQ(lastCommand(), "look");
+    session().sendToServer(ZNTDirection::North);
+    EXPECT_EQ(lastCommand(), "north");
+    session().resendLastCommand();
+    session().sendMessageToServer(u"an answer of a trigger", false);
+    EXPECT_EQ(lastCommand(), "look");
 }
 
 TEST_F(Session, ReplaysWhatCameSinceTheLastLine)

@@ -68,3 +68,36 @@ TEST_F(ZNTWindowListening, TheSilenceKeyWorksInEveryWindowAndIsTyped)
         EXPECT_EQ(commandLineText(), QString());
     }
 }
+
+TEST_F(ZNTWindowListening, WhatWasSaidIsReviewedAndSearchedWithTheHandsOnTheCommandLine)
+{
+    playDemo();
+    send("look guide");
+    EXPECT_TRUE(outputHas("number of bytes") && gameIsReady());
+    QWidget& line = commandLine();
+    const auto said = [&](QWidget& in, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        speech.said.clear();
+        press(in, key, modifiers);
+        return speech.said.empty() ? std::string() : speech.said.back();
+    };
+    constexpr auto control = Qt::ControlModifier, shift = Qt::ShiftModifier;
+    EXPECT_EQ(said(line, Qt::Key_F7, control), "look guide");
+    EXPECT_EQ(said(line, Qt::Key_F2), "look");
+    EXPECT_EQ(said(line, Qt::Key_F2, control), "l");
+    EXPECT_EQ(said(line, Qt::Key_F2), "guide");
+    EXPECT_EQ(said(line, Qt::Key_F2, shift), "look");
+
+    EXPECT_EQ(said(line, Qt::Key_F12), "") << "asks for the words first";
+    QWidget* field = QApplication::focusWidget();
+    ASSERT_NE(field, &line);
+    EXPECT_EQ(field->accessibleName(), u"Find in what was said"_s);
+    type(*field, "THE");
+    const auto newest = said(*field, Qt::Key_Return), older = said(*field, Qt::Key_Return);
+    EXPECT_NE(newest, older);
+    EXPECT_EQ(said(*field, Qt::Key_Return, shift), newest);
+    press(*field, Qt::Key_Escape);
+    EXPECT_TRUE(line.hasFocus());
+    EXPECT_EQ(said(line, Qt::Key_F12), older);
+    EXPECT_EQ(said(line, Qt::Key_F12, shift), newest);
+    EXPECT_EQ(commandLineText(), QString());
+}

@@ -2,6 +2,7 @@
 
 #include "ZNTActionWiring.h"
 #include "ZNTAppearance.h"
+#include "ZNTAskBar.h"
 #include "ZNTChannelHistorySheet.h"
 #include "ZNTCommandLine.h"
 #include "ZNTCompass.h"
@@ -62,6 +63,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireMacros();
     wireSpeech();
     wireChannels();
+    wireReview();
     wireView();
     wireColours();
     wireHelp();
@@ -206,10 +208,6 @@ void ZNTMainWiring::wireSpeech()
     whenTriggered(menu["sayPrompt"], [this] { session.sayPrompt(); });
     whenTriggered(menu["stopSpeaking"], [this] { session.stopSpeaking(); });
     whenTriggered(menu["stopAllSounds"], [this] { session.stopAllSounds(); });
-    whenTriggered(menu["previousLine"], [this] { session.speechReview().previousLine(); });
-    whenTriggered(menu["nextLine"], [this] { session.speechReview().nextLine(); });
-    for (std::size_t index = 0; index < menu.lines().size(); ++index)
-        whenTriggered(menu.lines()[index], [this, index] { session.speechReview().lineFromEnd(index + 1); });
     whenTriggered(menu["sayStatus"],
                   [this] { session.zntSpeechSynth().speakAtOnce(textOfQt(status.words())); });
     whenToggled(menu["setUpForListening"], [this](bool on) { setUpForListening(on); });
@@ -236,6 +234,39 @@ void ZNTMainWiring::wireChannels()
                 });
         channelSheet->show();
     });
+}
+
+void ZNTMainWiring::wireReview()
+{
+    auto& review = session.speechReview();
+    whenTriggered(menu["previousLine"], [&review] { review.previousLine(); });
+    whenTriggered(menu["nextLine"], [&review] { review.nextLine(); });
+    for (std::size_t index = 0; index < menu.lines().size(); ++index)
+        whenTriggered(menu.lines()[index], [&review, index] { review.lineFromEnd(index + 1); });
+    using Unit = ZNTLineCursor::Unit;
+    using Way = ZNTLineCursor::Way;
+    whenTriggered(menu["nextWord"], [&review] { review.speakPart(Unit::Word, Way::Next); });
+    whenTriggered(menu["previousWord"], [&review] { review.speakPart(Unit::Word, Way::Previous); });
+    whenTriggered(menu["nextLetter"], [&review] { review.speakPart(Unit::Letter, Way::Next); });
+    whenTriggered(menu["previousLetter"], [&review] { review.speakPart(Unit::Letter, Way::Previous); });
+    whenTriggered(menu["goToLastCommand"], [&review] { review.goToLastCommand(); });
+    whenTriggered(menu["findInSaid"], [this] { window.findInSaidBar->open(); });
+    whenTriggered(menu["findOlderSaid"], [this, &review] {
+        review.searchedText().empty() ? window.findInSaidBar->open() : review.findOlder();
+    });
+    whenTriggered(menu["findNewerSaid"], [this, &review] {
+        review.searchedText().empty() ? window.findInSaidBar->open() : review.findNewer();
+    });
+    // Return once more goes on to the next older line, as in the search of the output.
+    window.findInSaidBar->whenAnswered = [&review](const QString& typed, bool isWithShift) {
+        const auto text = textOfQt(typed);
+        if (review.searchedText() != text)
+            review.find(text);
+        else if (isWithShift)
+            review.findNewer();
+        else
+            review.findOlder();
+    };
 }
 
 void ZNTMainWiring::setSpeech(bool on)
@@ -300,6 +331,7 @@ void ZNTMainWiring::wireHelp()
 {
     help = std::make_unique<ZNTHelpWindow>(window, menu);
     whenTriggered(menu["firstSteps"], [this] { help->showFirstSteps(); });
+    whenTriggered(menu["firstHourByEar"], [this] { help->showFirstHourByEar(); });
     whenTriggered(menu["keyboardMap"], [this] { help->showKeyboardMap(); });
     whenTriggered(menu["about"], [this] { help->showAbout(); });
 }

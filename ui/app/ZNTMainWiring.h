@@ -38,6 +38,7 @@ private:
     void wireMacros();
     void wireSpeech();
     void wireChannels();
+    void wireReview();
     void wireView();
     void wireColours();
     void wireHelp();

@@ -104,7 +104,10 @@ int main(int count, char** arguments)
         {.waiting = [&waitStatus] { waitStatus.show(); }, .over = [&waitStatus] { waitStatus.clear(); }});
     ZNTApplicationWindow parts(
         window, {platform, database, sounds, speech, screenReader, socketStreams(runLoop), options.settings});
-    speakForReaderFoundWhileStarting(screenReader, parts.controller.serverConnectController());
+    auto& session = parts.controller.serverConnectController();
+    speakForReaderFoundWhileStarting(screenReader, session);
+    QObject::connect(&screenReader, &ZNTDesktopScreenReader::runningChanged, &window,
+                     [&session] { session.screenReaderChanged(); });
     window.show();
     window.activateWindow();
     parts.appDelegate.applicationDidFinishLaunching();

@@ -99,6 +99,11 @@ void ZNTHelpWindow::showFirstSteps()
     show(firstStepsPage, text("First steps"), "firstStepsPage", resourceText(text(":/first-steps.md")));
 }
 
+void ZNTHelpWindow::showFirstHourByEar()
+{
+    show(listeningPage, text("First hour by ear"), "listeningPage", resourceText(text(":/listening.md")));
+}
+
 void ZNTHelpWindow::showKeyboardMap()
 {
     show(keyboardPage, text("Keyboard map"), "keyboardPage", keyboardMap());

@@ -16,6 +16,7 @@ public:
     ~ZNTHelpWindow();
 
     void showFirstSteps();
+    void showFirstHourByEar();
     /// Every command of the menus with its keys, and the keys that are in no menu.
     void showKeyboardMap();
     void showAbout();
@@ -26,5 +27,5 @@ private:
 
     QMainWindow& window;
     const ZNTMainMenu& menu;
-    QPointer<QDialog> firstStepsPage, keyboardPage, aboutPage;
+    QPointer<QDialog> firstStepsPage, listeningPage, keyboardPage, aboutPage;
 };

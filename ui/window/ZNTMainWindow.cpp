@@ -1,5 +1,6 @@
 #include "ZNTMainWindow.h"
 
+#include "ZNTAskBar.h"
 #include "ZNTCaptionedField.h"
 #include "ZNTCommandLine.h"
 #include "ZNTCompass.h"
@@ -197,6 +198,9 @@ QWidget* ZNTMainWindow::makePlayArea()
     findBar = named(new ZNTFindBar(*textFromServer), "findBar");
     findBar->hide();
     column->addWidget(findBar);
+    findInSaidBar = named(new ZNTAskBar(text("Find in what was said")), "findInSaidBar");
+    findInSaidBar->hide();
+    column->addWidget(findInSaidBar);
 
     commandRow = new QWidget;
     auto* flow = new ZNTFlowLayout(commandRow, gap);

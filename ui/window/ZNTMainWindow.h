@@ -11,6 +11,7 @@ class QProgressBar;
 class QPushButton;
 class QSplitter;
 class QWidget;
+class ZNTAskBar;
 class ZNTCommandLine;
 class ZNTCompass;
 class ZNTFindBar;
@@ -36,6 +37,7 @@ public:
     QProgressBar* myProgressIndicator;
     ZNTOutputView* textFromServer;
     ZNTFindBar* findBar;
+    ZNTAskBar* findInSaidBar;
     ZNTCommandLine* textToServer;
     QPushButton* resendLastCommand;
     QPushButton* startStopSpeech;
