@@ -65,7 +65,6 @@ void ZNTConsoleCommands::addSessionCommands()
     add("replayLastText", [&session](auto) { session.replayLastText(); });
     add("sayPrompt", [this](auto) { sayPrompt(); });
     add("stopSpeaking", [&session](auto) { session.stopSpeaking(); });
-    add("sayPrompt", [&session](auto) { session.sayPrompt(); });
     add("encoding", [this](auto name) { changeEncoding(name); });
     commands.back().usage = encodingChoices();
     add("reloadTriggers", [this, &session](auto) {
