@@ -17,7 +17,14 @@ add_library(zantor_options INTERFACE)
 # The usual linker takes a tenth of a build's time, these two hardly any.
 find_program(ZANTOR_MOLD mold)
 find_program(ZANTOR_LLD ld.lld)
-if(ZANTOR_MOLD)
+if(ZANTOR_PACKAGE)
+    # What Debian builds with (dpkg-buildflags --dump). Always the usual linker, and no path of this machine in what
+    # is built, so that everybody makes the same bytes.
+    target_compile_definitions(zantor_options INTERFACE _FORTIFY_SOURCE=2 _GLIBCXX_ASSERTIONS)
+    target_compile_options(zantor_options INTERFACE -fstack-protector-strong -Wformat -Werror=format-security
+        -ffile-prefix-map=${CMAKE_BINARY_DIR}=build -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+    target_link_options(zantor_options INTERFACE -pie -Wl,-z,relro -Wl,-z,now -Wl,--as-needed)
+elseif(ZANTOR_MOLD)
     target_link_options(zantor_options INTERFACE -fuse-ld=mold)
 elseif(ZANTOR_LLD)
     target_link_options(zantor_options INTERFACE -fuse-ld=lld)
@@ -80,6 +87,9 @@ endfunction()
 # library's templates take longer to optimise or to instrument than all else of the room.
 function(zantor_parses_options source)
     set(options -O0)
+    if(ZANTOR_PACKAGE)
+        set(options "") # the checks of _FORTIFY_SOURCE need an optimised build
+    endif()
     if(ZANTOR_SANITIZE)
         list(APPEND options -fno-sanitize=all)
     endif()

@@ -1,22 +1,18 @@
 #pragma once
 
-#include "ZNTSettings.h"
+#include "ZNTPlayArguments.h"
 
-#include <cstdint>
-#include <string>
 #include <string_view>
 #include <variant>
 
-/// What the command line of the terminal client says.
-struct ZNTConsoleOptions {
+/// What the command line of the terminal client says. Its settings are also those of --encoding, --mccp,
+/// --msp and
+/// --speech.
+struct ZNTConsoleOptions : ZNTPlayArguments {
     enum class Colour { Auto, Always, Never };
 
-    std::string host; ///< empty if none was given
-    std::uint16_t port = 0;
-    ZNTSettingValues settings; ///< of --set, --encoding, --mccp, --msp and --speech
     Colour colour = Colour::Auto;
-    bool reader = false; ///< for a screen reader that reads the terminal
-    bool demo = false;
+    bool reader = false;   ///< for a screen reader that reads the terminal
     bool mendHome = false; ///< put a broken store aside, then end
 
     /// Whether text is coloured on an output that is, or is not, a terminal.

@@ -1,11 +1,12 @@
 #include "UvRunLoop.h"
 #include "ZNTDemoServer.h"
+#include "ZNTProgramArguments.h"
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <iostream>
-#include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -43,21 +44,17 @@ int play(const Options& options)
 int main(int argc, char** argv)
 {
     Options options;
-    CLI::App program("A small game on this machine, to learn and to try a MUD client with.", "zantor-demo");
-    program.add_option("--port", options.port, "Port of 127.0.0.1 to listen on; 0 takes any free one");
-    std::map<std::string, ZNTStringEncoding> encodings;
+    ZNTProgramArguments program("zantor-demo",
+                                "A small game on this machine, to learn and to try a MUD client with.");
+    program.app.add_option("--port", options.port, "port of 127.0.0.1 to listen on; 0 takes any free one")
+        ->type_name("PORT");
+    std::vector<std::pair<std::string, ZNTStringEncoding>> encodings;
     for (const auto& row : ZNTStringEncodings)
-        encodings.emplace(row.name, row.encoding);
-    program
-        .add_option("--encoding", options.encoding,
-                    "ascii, utf-8: English; euc-cn, big5: the two kinds of Chinese")
-        ->transform(CLI::CheckedTransformer(encodings, CLI::ignore_case))
-        ->option_text(znt::encodingNames("|", "|"));
-    program.add_flag("--once", options.endsAfterFirstPlayer, "End when the first player has left");
-    try {
-        program.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        return program.exit(error) == 0 ? 0 : 2;
-    }
+        encodings.emplace_back(row.name, row.encoding);
+    program.addChoice("--encoding", options.encoding, encodings,
+                      "ascii, utf-8: English; euc-cn, big5: the two kinds of Chinese");
+    program.app.add_flag("--once", options.endsAfterFirstPlayer, "end when the first player has left");
+    if (const auto exitCode = program.parse(argc, argv))
+        return *exitCode;
     return play(options);
 }

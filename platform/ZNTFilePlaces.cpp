@@ -34,7 +34,7 @@ std::string resourceFolder()
     const auto installed = program.parent_path().parent_path() / "share" / "zantor";
     if (!program.empty() && std::filesystem::is_directory(installed, ignored))
         return installed.string();
-    return ZANTOR_BUILT_RESOURCES;
+    return ZANTOR_RESOURCES;
 }
 
 } // namespace

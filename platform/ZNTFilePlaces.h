@@ -13,8 +13,8 @@ struct ZNTFilePlaces {
     /// Holds what may be thrown away ($XDG_CACHE_HOME/zantor, else ~/.cache/zantor).
     std::string cache;
 
-    /// The places of the running program: resources beside the executable (../share/zantor), else those of
-    /// the build tree.
+    /// The places of the running program: resources beside the executable (../share/zantor), else those
+    /// that the build names: of the build tree, or of an installed system.
     static ZNTFilePlaces forThisProcess();
 
     [[nodiscard]] std::string resource(std::string_view fileName) const;

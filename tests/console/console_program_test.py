@@ -246,9 +246,31 @@ class ConsoleProgram(unittest.TestCase):
             with self.subTest(wrong):
                 out, err, code = self.play("", *wrong.split())
                 self.assertEqual((out, bool(err), code), ("", True, 2))
+        for link in ("telnet://127.0.0.1:1 4000", "telnet://-x", "-x", "-- --demo", "-- --version 4000 more",
+                     "telnet:127.0.0.1 1", "telnet://game@127.0.0.1:1", "--demo telnet://127.0.0.1:1"):
+            with self.subTest(link):
+                out, err, code = self.play("", *link.split())
+                self.assertEqual((out, bool(err), code), ("", True, 2))
+        self.assertRegex(self.play("", "--version")[0], r"^zantor-console [0-9.]+\n$")
         _, err, code = self.play("look\n", "127.0.0.1", "1")
         self.assertIn("MUD Not Responding", err)
         self.assertEqual(code, 1)
+        _, err, code = self.play("look\n", "--", "TELNET://127.0.0.1:1/")
+        self.assertIn("MUD Not Responding", err)
+        self.assertEqual(code, 1)
+
+    def test_bash_completes_options_and_their_values(self):
+        completion = self.play("", "--describe=bash")[0]
+        for words, offered in (
+                (["--enc"], ["--encoding"]), (["--encoding", "a"], ["ascii"]), (["--encoding", "="], ["ascii", "big5"]),
+                (["--colour", "=", "al"], ["always"]), (["--set", "pac"], ["pacing="]), (["--set", "speech", "=", ""], []),
+                (["--demo", "--me"], ["--mend-home"]), (["mud.example", ""], ["--demo", "--version"])):
+            with self.subTest(words):
+                done = self.run_client(
+                    ["bash", "-c", 'compopt() { :; }; eval "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1))\n'
+                     '_zantor_console; printf "%s\n" "${COMPREPLY[@]}"', "bash", completion, "zantor-console", *words])
+                replies = done.stdout.decode().split()
+                self.assertEqual(replies if len(offered) < 2 else [o for o in offered if o in replies], offered)
 
 
 unittest.main()

@@ -1,20 +1,19 @@
 #pragma once
 
-#include "ZNTSettings.h"
+#include "ZNTPlayArguments.h"
 
-#include <string>
 #include <variant>
 
-/// The options on the command line of the window.
-struct ZNTWindowOptions {
-    std::string host; ///< empty: the window opens with the address book's default
-    int port = 0;
-    bool demo = false;
-    ZNTSettingValues settings; ///< of --set
+/// The command line of the window. Without a host the window opens with the address book's default.
+struct ZNTWindowOptions : ZNTPlayArguments {
+    /// The first argument that only asks for an answer, as --help does; null if there is none.
+    static const char* question(int count, const char* const* arguments);
 
-    /// Whether `--help` is among them. It is answered before a display is opened, since there may be none.
-    static bool isHelpAsked(int count, const char* const* arguments);
-    /// The options, or the exit code after a usage error (2) or `--help` (0), whose words are written
+    /// The number of arguments that Qt may look at: those before "--", because Qt does not know that options
+    /// end there.
+    static int countForQt(int count, const char* const* arguments);
+
+    /// The options, or the exit code after a usage error (2) or an answer (0), whose words are written
     /// already.
     static std::variant<ZNTWindowOptions, int> fromArguments(int count, const char* const* arguments);
 };

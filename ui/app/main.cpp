@@ -10,6 +10,7 @@
 #include "ZNTSpeechDispatcher.h"
 #include "ZNTStoreWaitSign.h"
 #include "ZNTStyle.h"
+#include "ZNTVersion.h"
 #include "ZNTWindowOptions.h"
 
 #include <QApplication>
@@ -19,6 +20,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
+#include <vector>
 
 namespace
 {
@@ -33,7 +35,7 @@ void prepareApplication()
 {
     QApplication::setStyle(new ZNTStyle);
     QCoreApplication::setApplicationName(QStringLiteral("Zantor"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(ZANTOR_VERSION));
+    QCoreApplication::setApplicationVersion(QString::fromStdString(znt::version()));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Zantor"));
     QGuiApplication::setDesktopFileName(QStringLiteral("zantor"));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/zantor.png")));
@@ -64,9 +66,10 @@ void openShowingTheWait(ZNTDatabaseHelper& database)
 
 int main(int count, char** arguments)
 {
-    if (ZNTWindowOptions::isHelpAsked(count, arguments)) {
-        const char* const helpOnly[] = {arguments[0], "--help"};
-        return std::get<int>(ZNTWindowOptions::fromArguments(2, helpOnly));
+    // Answered before a display is opened, since there may be none.
+    if (const char* const question = ZNTWindowOptions::question(count, arguments)) {
+        const char* const questionOnly[] = {arguments[0], question};
+        return std::get<int>(ZNTWindowOptions::fromArguments(2, questionOnly));
     }
     if (const auto tried = znt::tryDescriptors(descriptorsToStartWith); !tried) {
         std::cerr << "zantor: cannot run: " << tried.error().description << '\n';
@@ -74,8 +77,11 @@ int main(int count, char** arguments)
     }
     // Qt decides once, at its start, whether screen readers can see the program.
     qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-    QApplication application(count, arguments); // takes its own options out
-    const auto parsed = ZNTWindowOptions::fromArguments(count, arguments);
+    int qtCount = ZNTWindowOptions::countForQt(count, arguments);
+    std::vector<const char*> ours(arguments + qtCount, arguments + count);
+    QApplication application(qtCount, arguments); // takes its own options out
+    ours.insert(ours.begin(), arguments, arguments + qtCount);
+    const auto parsed = ZNTWindowOptions::fromArguments(static_cast<int>(ours.size()), ours.data());
     if (const int* exitCode = std::get_if<int>(&parsed))
         return *exitCode;
     const auto& options = std::get<ZNTWindowOptions>(parsed);
@@ -115,5 +121,7 @@ int main(int count, char** arguments)
         parts.connection.playDemo();
     else if (!options.host.empty())
         parts.connection.connectTo(QString::fromStdString(options.host), options.port);
+    if (!options.refusedLink.empty()) // a browser shows nobody what we write on stderr
+        alert.showMessage(u"Link Not Opened", QString::fromStdString(options.refusedLink).toStdU16String());
     return QApplication::exec();
 }

@@ -1,0 +1,3 @@
+#include "ZNTVersion.h"
+
+std::string znt::version() { return ZANTOR_VERSION; }

@@ -1,0 +1,48 @@
+#include "ZNTPlayArguments.h"
+
+#include "ZNTGameAddress.h"
+#include "ZNTProgramArguments.h"
+
+void ZNTPlayArguments::addTo(ZNTProgramArguments& arguments)
+{
+    auto& app = arguments.app;
+    std::vector<std::string> beginnings;
+    for (const auto& row : ZNTSettingsTable)
+        beginnings.push_back(std::string(row.name) + "=");
+    auto* set = app.add_option("--set", assignments, "change a setting; may be given several times")
+                    ->type_name("NAME=VALUE")
+                    ->allow_extra_args(false)
+                    ->check(CLI::Validator(znt::complaintAboutAssignment, ""));
+    arguments.offerWords(set, std::move(beginnings));
+    auto* demoFlag = app.add_flag("--demo", demo, "play the demo game");
+    auto* hostOption =
+        app.add_option("HOST", host, "the game's host name or address, or a link telnet://HOST:PORT")
+            ->excludes(demoFlag);
+    auto* portOption =
+        app.add_option("PORT", port, "its port")->check(CLI::Range(1, 65535))->needs(hostOption);
+    app.callback([this, hostOption, portOption] {
+        if (hostOption->count() > 0)
+            readAddress(portOption->count() > 0);
+        for (const auto& assignment : assignments)
+            static_cast<void>(znt::addAssignment(settings, assignment)); // checked above
+    });
+}
+
+void ZNTPlayArguments::readAddress(bool hasPort)
+{
+    if (!ZNTGameAddress::isLink(host)) {
+        if (!hasPort)
+            throw CLI::RequiresError("HOST", "PORT");
+        return;
+    }
+    if (hasPort)
+        throw CLI::ValidationError("PORT", "a link names its port itself");
+    const auto address = ZNTGameAddress::fromLink(host);
+    if (!address) {
+        refusedLink = address.error().description;
+        host.clear();
+        return;
+    }
+    host = address.value().host;
+    port = address.value().port;
+}
