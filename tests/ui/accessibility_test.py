@@ -136,6 +136,7 @@ def walk_sheets(walk):
     program.press_until("Tab", "table 'Macro list'")
     walk.dialog("Edit Macro", keys="ctrl+e")
     walk.dialog("Games", keys="ctrl+g")
+    walk.dialog("Channel history", keys="ctrl+shift+h")
     edit_a_cell(walk)
     program.press_and_follow("ctrl+l")
     program.press("ctrl+shift+r")
