@@ -129,7 +129,9 @@ ZNTDatabase& ZNTDatabaseHelper::database()
 
 void ZNTDatabaseHelper::openDatabase()
 {
-    const auto path = ZNTStoreMaker(places, log, wait).preparedDatabasePath();
+    ZNTStoreMaker maker(places, log, wait);
+    const auto path = maker.preparedDatabasePath();
+    isFirstStart_ = maker.hasMadeStore();
     ZNTDatabaseAndPropertyUpdater updater(places, log);
     opened = std::make_unique<ZNTDatabase>(path, wait);
     if (!opened->isOpen()) {

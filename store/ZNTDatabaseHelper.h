@@ -36,6 +36,8 @@ public:
     /// Opens the database now. A front end calls this before it makes anything else, so that a wait for
     /// another program comes at a moment at which it can show that.
     void open() { static_cast<void>(database()); }
+    /// Whether this start made the player's store: it is the first one. Known when the database is open.
+    [[nodiscard]] bool isFirstStart() const { return isFirstStart_; }
     void setWaitNotice(ZNTStoreWait::Notice notice) { wait.setNotice(std::move(notice)); }
 
     /// Of several macros with that name, the one that the database reads last.
@@ -91,5 +93,6 @@ private:
     std::unique_ptr<ZNTClock> ownClock;
     ZNTStoreWait wait;
     std::unique_ptr<ZNTDatabase> opened;
+    bool isFirstStart_ = false;
     bool hasLastChangeSucceeded = false;
 };

@@ -123,6 +123,7 @@ std::string ZNTStoreMaker::preparedDatabasePath()
     auto result = fillBeside();
     if (result)
         result = moveIntoPlace();
+    hasMadeStore_ = result.succeeded();
     if (result || exists(place()))
         return path;
     complain(result.error());

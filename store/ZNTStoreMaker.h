@@ -29,6 +29,9 @@ public:
     /// database in memory without any table if no store could be filled.
     std::string preparedDatabasePath();
 
+    /// Whether `preparedDatabasePath` has made the store, because there was none.
+    [[nodiscard]] bool hasMadeStore() const { return hasMadeStore_; }
+
     struct Mended {
         bool succeeded;
         std::string sentence; ///< what was done, or why nothing was
@@ -50,4 +53,5 @@ private:
     const ZNTFilePlaces& places;
     ZNTPlatformLog& log;
     ZNTStoreWait& wait;
+    bool hasMadeStore_ = false;
 };
