@@ -324,6 +324,7 @@ inline constexpr auto clientActions = std::to_array<ZNTClientAction>({
     {.name = "jumpToEnd", .menu = "&View", .title = "Go to the en&d of the output", .keys = "Ctrl+End"},
     {.name = "nextPart", .menu = "&View", .title = "Ne&xt part of the window", .keys = "F6"},
     {.name = "previousPart", .menu = "&View", .title = "&Previous part of the window", .keys = "Shift+F6"},
+    {.name = "openMenuBar", .menu = "&View", .title = "Open the menu &bar", .keys = "F10"},
 
     {.name = "firstSteps", .menu = "&Help", .title = "&First steps"},
     {.name = "firstHourByEar", .menu = "&Help", .title = "First hour by &ear", .keys = "Ctrl+F1"},

@@ -71,6 +71,7 @@ struct ZNTSettings {
     bool channelHistory = false;
     ZNTTextList channels = {"tells: tells you", "tells: You tell", "says: says[,:]", "says: says [\"']",
                             "says: You say"};
+    bool speakAnnouncements = false;
 
     friend bool operator==(const ZNTSettings&, const ZNTSettings&) = default;
 };
@@ -301,6 +302,14 @@ inline constexpr std::array ZNTSettingsTable{
                   .sentence = "Channels of the history, each pattern as NAME: PATTERN.",
                   .tab = ZNTSettingTab::Speech,
                   .scope = ZNTSettingScope::Player},
+    ZNTSettingRow{.name = "speak-announcements",
+                  .field = &ZNTSettings::speakAnnouncements,
+                  .sentence =
+                      "Lets the client's own voice say alerts, marks and other news of the window while "
+                      "speech is on and no screen reader runs.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .whenListening = "on"},
 };
 
 /// Values by the names of their settings, as text: "on" or "off", a number, the name of an encoding or of a

@@ -5,18 +5,19 @@ The main window while idle, while playing and with the find bar, each tab of the
 keyboard map are read over the accessibility bus and gone through with Tab and Shift+Tab. Runs the window on a
 screen of its own; 77 (skipped) where a tool is missing.
 """
+import itertools
 import re
 import sys
 
 sys.dont_write_bytecode = True
 try:
-    from accessible_window import (AccessibleProgram, Atspi, GaveUp, Role, State, action_key, describe,
+    from accessible_window import (LIMIT, AccessibleProgram, Atspi, GaveUp, GLib, Role, State, action_key, describe,
                                    everything_below, has, run_on_a_hidden_screen, wait_for)
 except (ImportError, ValueError):  # the bindings, or their description of AT-SPI
     sys.exit(77)
 
 TABS = ["Triggers", "Macros", "Encoding", "Speech", "Protocols"]
-NO_ROLE = {Role.INVALID, Role.UNKNOWN, Role.EXTENDED}
+NO_ROLE = {Role.INVALID, Role.UNKNOWN, Role.EXTENDED, Role.FILLER}
 MARKUP = re.compile(r"&|</?[a-z]", re.IGNORECASE)
 # By then a focus that moves would have moved, on a busy machine too.
 STANDS_STILL = 6.0
@@ -103,6 +104,48 @@ class Walk:
         self.leave(opener)
 
 
+FIELD_TEXTS = ["", "l", "look", "look at  the well", "caf\u0065\u0301 e\u0301", "\U0001F44D\U0001F3FD go", "?!"]
+
+
+def units(text):
+    """How many offsets the bus has in it."""
+    return len(text.encode("utf-16-le")) // 2
+
+
+def check_field(walk, field, texts):
+    """Asks for every piece at every offset. Each question has a second: a field that loops would answer none."""
+    questions = (Atspi.Text.get_text_before_offset, Atspi.Text.get_text_at_offset, Atspi.Text.get_text_after_offset)
+    for text in texts:
+        Atspi.EditableText.set_text_contents(field, text)
+        for boundary in range(Atspi.TextBoundaryType.CHAR, Atspi.TextBoundaryType.LINE_END + 1):
+            for question, offset in itertools.product(questions, range(-1, units(text) + 2)):
+                try:
+                    piece = question(field, offset, boundary)
+                except GLib.Error as failure:
+                    return walk.fault(f"{describe(field)}: no answer at {offset} in {text!r}: {failure}")
+            at, read = 0, ""
+            while at < units(text):
+                piece = Atspi.Text.get_text_at_offset(field, at, boundary)
+                if piece.start_offset != at or piece.end_offset <= at:
+                    return walk.fault(f"{describe(field)}: a piece of {text!r} at {at} is {piece.content!r}")
+                at, read = piece.end_offset, read + piece.content
+            if read != text:
+                walk.fault(f"{describe(field)}: the pieces of {text!r} are {read!r}")
+        if Atspi.Text.get_attribute_run(field, 0, False)[2] != units(text):
+            walk.fault(f"{describe(field)}: the run of {text!r} is not the whole text")
+
+
+def check_fields(walk, window):
+    walk.part = "fields"
+    Atspi.set_timeout(1000, 1000)
+    named = {describe(element): element for element in everything_below(window)}
+    check_field(walk, named["text 'Name'"], FIELD_TEXTS)
+    check_field(walk, named["text 'Address'"], FIELD_TEXTS[:3])
+    for name in ("Name", "Address"):
+        Atspi.EditableText.set_text_contents(named[f"text '{name}'"], "")
+    Atspi.set_timeout(int(LIMIT * 1000), int(LIMIT * 1000))
+
+
 def add_macro(walk):
     """A group with a macro, through the window, and all that is shown on the way."""
     program = walk.program
@@ -159,6 +202,9 @@ def walk_preferences(walk):
             program.press("space")
             wait_for(lambda: program.marked == "Active: yes", "the mark that the space bar sets to be told")
         walk.check(window, f"preferences, {tab}")
+        if tab == "Speech":
+            check_field(walk, next(element for element in everything_below(window)
+                                   if describe(element) == "spin button 'Words a minute'"), ["120"])
         program.press_until("shift+Tab", f"page tab list {tab!r}")
         program.press("ctrl+Tab")
     walk.leave(opener)
@@ -171,6 +217,7 @@ def walk_everything(walk):
     wait_for(lambda: any(element.get_name() == "Status: Not connected, speech on"
                          for element in everything_below(program.application)), "speech to be on")
     walk.check(window, "main window, not connected")
+    check_fields(walk, window)
     opener = program.stop()
     program.press_and_follow("ctrl+f")
     walk.check(window, "main window with the find bar")

@@ -1,13 +1,19 @@
 #include "ZNTDesktopScreenReader.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
+#include <QApplication>
+#include <QComboBox>
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QLineEdit>
 #include <QVariantMap>
+#include <chrono>
+#include <vector>
 
 /// An object of the accessibility bus: its owner's address and its path. D-Bus signature (so).
 struct ZNTAccessibleReference {
@@ -39,20 +45,23 @@ namespace
 /// worked them off long before this time is over.
 constexpr int millisecondsBetweenLines = 40;
 
-QDBusMessage eventOf(QWidget& window, const QString& event)
+/// Longer than a dialog needs to give the focus back, or a reader to begin.
+constexpr std::chrono::seconds longestWaitForWindow{5};
+
+QDBusMessage eventOf(QAccessibleInterface* element, const QString& event)
 {
-    const auto id = QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&window));
-    return QDBusMessage::createSignal(QStringLiteral("/org/a11y/atspi/accessible/%1").arg(id),
-                                      QStringLiteral("org.a11y.atspi.Event.Object"), event);
+    return QDBusMessage::createSignal(
+        QStringLiteral("/org/a11y/atspi/accessible/%1").arg(QAccessible::uniqueId(element)),
+        QStringLiteral("org.a11y.atspi.Event.Object"), event);
 }
 
-void sendWindowName(QWidget& window, const QVariant& name)
+void sendProperty(QAccessibleInterface* element, const char* property, const QVariant& value)
 {
     const ZNTAccessibleReference application{
         ZNTScreenReaderWatch::accessibilityBus().baseService(),
         QDBusObjectPath(QStringLiteral("/org/a11y/atspi/accessible/root"))};
-    auto event = eventOf(window, QStringLiteral("PropertyChange"));
-    event << QStringLiteral("accessible-name") << 0 << 0 << QVariant::fromValue(QDBusVariant(name))
+    auto event = eventOf(element, QStringLiteral("PropertyChange"));
+    event << QString::fromLatin1(property) << 0 << 0 << QVariant::fromValue(QDBusVariant(value))
           << QVariant::fromValue(application);
     ZNTScreenReaderWatch::accessibilityBus().send(event);
 }
@@ -60,9 +69,26 @@ void sendWindowName(QWidget& window, const QVariant& name)
 void sendAnnouncement(QWidget& window, const QString& text)
 {
     constexpr int polite = 1;
-    auto event = eventOf(window, QStringLiteral("Announcement"));
+    auto event = eventOf(QAccessible::queryAccessibleInterface(&window), QStringLiteral("Announcement"));
     event << QString() << polite << 0 << QVariant::fromValue(QDBusVariant(text)) << QVariantMap();
     ZNTScreenReaderWatch::accessibilityBus().send(event);
+}
+
+/// What readers take for the element with the focus: in a table the cell, in a row of tabs the tab, in a
+/// combo box the box or its field. A reader speaks for one of them only.
+std::vector<QAccessibleInterface*> elementsWithFocus()
+{
+    auto* focused = QAccessible::queryAccessibleInterface(QApplication::focusWidget());
+    if (!focused)
+        return {};
+    const auto* box = qobject_cast<QComboBox*>(focused->object());
+    if (box && box->isEditable())
+        return {focused, QAccessible::queryAccessibleInterface(box->lineEdit())};
+    const auto* view = qobject_cast<QAbstractItemView*>(focused->object());
+    if (view && view->currentIndex().isValid() && focused->tableInterface())
+        return {focused->tableInterface()->cellAt(view->currentIndex().row(), view->currentIndex().column())};
+    QAccessibleInterface* child = focused->focusChild();
+    return {child ? child : focused};
 }
 
 } // namespace
@@ -82,36 +108,71 @@ bool ZNTDesktopScreenReader::sayThis(std::u16string_view text)
     if (text.empty())
         return true;
     waiting.enqueue(QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())));
-    if (!pacing.isActive()) {
-        pacing.start();
-        handOverNext();
-    }
+    startPacing();
     return true;
+}
+
+void ZNTDesktopScreenReader::announce(std::u16string_view text)
+{
+    announcements.enqueue({QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())),
+                           QDeadlineTimer(longestWaitForWindow)});
+    startPacing();
 }
 
 void ZNTDesktopScreenReader::forgetWhatWaits() { waiting.clear(); }
 
-bool ZNTDesktopScreenReader::canSpeak() const
+bool ZNTDesktopScreenReader::isReached() const
 {
-    return window && window->isActiveWindow() && watch.way() != ZNTReaderWay::None &&
-           ZNTScreenReaderWatch::accessibilityBus().isConnected();
+    return watch.way() != ZNTReaderWay::None && ZNTScreenReaderWatch::accessibilityBus().isConnected();
+}
+
+bool ZNTDesktopScreenReader::canSpeak() const { return window && window->isActiveWindow() && isReached(); }
+
+void ZNTDesktopScreenReader::startPacing()
+{
+    if (pacing.isActive())
+        return;
+    pacing.start();
+    handOverNext();
 }
 
 void ZNTDesktopScreenReader::handOverNext()
 {
-    if (waiting.isEmpty()) {
+    if (announceNext())
+        return;
+    if (waiting.isEmpty() && announcements.isEmpty())
         pacing.stop();
-        return;
-    }
     // Lines that were accepted wait until the window is in front again.
-    if (!canSpeak())
-        return;
-    const auto text = waiting.dequeue();
+    else if (!waiting.isEmpty() && canSpeak())
+        handOver(waiting.dequeue());
+}
+
+void ZNTDesktopScreenReader::handOver(const QString& line)
+{
     if (watch.way() == ZNTReaderWay::Announcement) {
-        sendAnnouncement(*window, text);
+        sendAnnouncement(*window, line);
         return;
     }
-    sendWindowName(*window, text);
+    auto* element = QAccessible::queryAccessibleInterface(window.data());
+    sendProperty(element, "accessible-name", line);
     // Orca does not speak a name that is the same as the last one.
-    sendWindowName(*window, 0);
+    sendProperty(element, "accessible-name", 0);
+}
+
+bool ZNTDesktopScreenReader::announceNext()
+{
+    while (!announcements.isEmpty() && announcements.head().until.hasExpired())
+        announcements.dequeue();
+    QWidget* front = QApplication::activeWindow();
+    if (announcements.isEmpty() || !front || !isReached())
+        return false;
+    const QString words = announcements.dequeue().words;
+    if (front == window.data())
+        handOver(words);
+    else if (watch.way() == ZNTReaderWay::Announcement)
+        sendAnnouncement(*front, words);
+    else
+        for (auto* element : elementsWithFocus())
+            sendProperty(element, "accessible-description", words);
+    return true;
 }

@@ -3,6 +3,7 @@
 #include "ZNTScreenReader.h"
 #include "ZNTScreenReaderWatch.h"
 
+#include <QDeadlineTimer>
 #include <QMainWindow>
 #include <QPointer>
 #include <QQueue>
@@ -12,6 +13,10 @@
 ///
 /// A line goes one way only: the best one that the running reader listens for. `sayThis` refuses a line if no
 /// reader listens, or if another program's window is active, because the reader would not speak for us then.
+///
+/// An announcement is said also while a dialog of ours is in front. Orca speaks no new name of a dialog, but
+/// the new description of what has the focus. If no window of ours is in front for a while, as between a
+/// dialog and its owner, the announcement waits; it is dropped after some seconds.
 ///
 /// The window's accessibility must be on (`QT_LINUX_ACCESSIBILITY_ALWAYS_ON` before the application object):
 /// the lines go out on the connection of Qt's own bridge.
@@ -28,6 +33,7 @@ public:
 
     [[nodiscard]] bool isRunning() const override { return watch.isRunning(); }
     bool sayThis(std::u16string_view text) override;
+    void announce(std::u16string_view text) override;
     void forgetWhatWaits() override;
 
 Q_SIGNALS:
@@ -35,11 +41,21 @@ Q_SIGNALS:
     void runningChanged(bool isRunning);
 
 private:
+    void handOver(const QString& line);
     void handOverNext();
+    bool announceNext();
+    void startPacing();
+    [[nodiscard]] bool isReached() const;
     [[nodiscard]] bool canSpeak() const;
 
     ZNTScreenReaderWatch watch;
     QPointer<QMainWindow> window;
+    struct Announcement {
+        QString words;
+        QDeadlineTimer until; ///< it is dropped then
+    };
+
     QQueue<QString> waiting;
+    QQueue<Announcement> announcements;
     QTimer pacing;
 };

@@ -31,9 +31,9 @@ bool isField(const QObject* object)
 
 } // namespace
 
-ZNTQuietCaret::ZNTQuietCaret() { QAccessible::installUpdateHandler(&tellAllButTheCaret); }
+ZNTQuietCaret::ZNTQuietCaret() : before(QAccessible::installUpdateHandler(&tellAllButTheCaret)) {}
 
-ZNTQuietCaret::~ZNTQuietCaret() { tellAll(); }
+ZNTQuietCaret::~ZNTQuietCaret() { QAccessible::installUpdateHandler(before); }
 
 ZNTFocusFirst::ZNTFocusFirst(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QObject>
 
 /// While it lives, the caret of a field is not announced to screen readers.
@@ -13,6 +14,9 @@ public:
     ~ZNTQuietCaret();
     ZNTQuietCaret(const ZNTQuietCaret&) = delete;
     ZNTQuietCaret& operator=(const ZNTQuietCaret&) = delete;
+
+private:
+    QAccessible::UpdateHandler before; ///< that of ZNTFocusFirst may be at work
 };
 
 /// Announces the focus before the caret, in every field of the application.

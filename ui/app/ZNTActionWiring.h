@@ -19,11 +19,12 @@ inline void whenToggled(QAction* action, std::function<void(bool)> task)
     QObject::connect(action, &QAction::toggled, action, [task = std::move(task)](bool on) { task(on); });
 }
 
-/// Pressing the button triggers the action. Its enabled state is not joined: if a button needs a connection,
-/// the session sets that.
+/// Pressing the button triggers the action, whose "What's this?" text it has, too. Its enabled state is not
+/// joined: if a button needs a connection, the session sets that.
 inline void joinButton(QPushButton* button, QAction* action)
 {
     QObject::connect(button, &QPushButton::clicked, action, &QAction::trigger);
+    button->setWhatsThis(action->whatsThis());
 }
 
 } // namespace znt

@@ -1,6 +1,7 @@
 #include "ZNTConnectionWiring.h"
 
 #include "ZNTActionWiring.h"
+#include "ZNTAnnouncement.h"
 #include "ZNTDemoGame.h"
 #include "ZNTMainMenu.h"
 #include "ZNTMainWindow.h"
@@ -23,7 +24,11 @@ ZNTConnectionWiring::ZNTConnectionWiring(ZNTMainWindow& window, ZNTMainMenu& men
 {
     wireActions();
     wireFields();
-    controller.whenGamePicked = [this] { fields.remember(); };
+    controller.whenGamePicked = [this] {
+        fields.remember();
+        announce(ZNTAnnouncement::GamePicked,
+                 {this->window.mudName->text(), this->menu["connectToServer"]->shortcut().toString()});
+    };
 }
 
 ZNTConnectionWiring::~ZNTConnectionWiring() { controller.whenGamePicked = nullptr; }

@@ -1,12 +1,15 @@
 #include "ZNTMainWiring.h"
 
 #include "ZNTActionWiring.h"
+#include "ZNTAnnouncement.h"
 #include "ZNTAppearance.h"
 #include "ZNTAskBar.h"
 #include "ZNTChannelHistorySheet.h"
 #include "ZNTCommandLine.h"
 #include "ZNTCompass.h"
 #include "ZNTConnectionWiring.h"
+#include "ZNTControlHelp.h"
+#include "ZNTDatabaseHelper.h"
 #include "ZNTFindBar.h"
 #include "ZNTFontChoice.h"
 #include "ZNTHelpWindow.h"
@@ -24,9 +27,12 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QTableView>
 #include <array>
+#include <utility>
 
 using namespace znt;
 using Enabled = ZNTClientAction::Enabled;
@@ -53,7 +59,9 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
       appearance(appearance),
       status(*window.statusText, controller),
       news(session),
-      silenceKeys(session)
+      silenceKeys(session),
+      announcer(controller.services().screenReader, session.zntSpeechSynth(),
+                [&controller] { return controller.settings().settings().speakAnnouncements; })
 {
     wireGame();
     wireDirections();
@@ -67,6 +75,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireView();
     wireColours();
     wireHelp();
+    explainControls(window);
     controller.whenSessionChanges = [this](ZNTSessionChange what) { sessionChanged(what); };
     controller.whenSettingsChange = [this] { showSettings(); };
     controller.whenNoticed = [this](const ZNTSessionNotice& notice) { showNotice(notice); };
@@ -312,6 +321,11 @@ void ZNTMainWiring::wireView()
     whenTriggered(menu["jumpToEnd"], [output] { output->jumpToEnd(); });
     whenTriggered(menu["nextPart"], [this] { window.focusNextPart(1); });
     whenTriggered(menu["previousPart"], [this] { window.focusNextPart(-1); });
+    whenTriggered(menu["openMenuBar"], [this] {
+        QMenu* first = menu.menus().constFirst();
+        window.menuBar()->setActiveAction(first->menuAction());
+        first->setActiveAction(first->actions().constFirst());
+    });
 }
 
 void ZNTMainWiring::wireColours()
@@ -380,6 +394,7 @@ void ZNTMainWiring::showState()
 {
     using Connection = ZNTStatusFacts::Connection;
     const ZNTStatusFacts& now = status.facts();
+    announceConnection();
     const bool isConnected = now.connection == Connection::Connected;
     menu.enable(Enabled::WhileIdle, now.connection == Connection::None);
     menu.enable(Enabled::WhileConnecting, now.connection == Connection::Connecting);
@@ -387,16 +402,45 @@ void ZNTMainWiring::showState()
     window.runMacro->setEnabled(isConnected);
     menu["connectToServer"]->setText(isConnected ? text("Dis&connect") : text("&Connect"));
     window.setWindowTitle(isConnected ? QString(now.game + text(" - Zantor")) : text("Zantor"));
-    window.textFromServer->setEmptyHint(
-        now.connection == Connection::None
-            ? text("What the game says stands here.\nPick a game with Ctrl+G and connect with F5,\n"
-                   "or press Ctrl+Shift+D for the demo game.")
-            : QString());
+    window.textFromServer->setEmptyHint(now.connection == Connection::None ? emptyHint() : QString());
     if (isConnected && !wasConnected)
         window.textFromServer->beginSession();
     if (wasConnected && !isConnected)
         news.say(u"Disconnected");
     wasConnected = isConnected;
+}
+
+QStringList ZNTMainWiring::keysOfWelcome() const
+{
+    return {menu["speechOnOff"]->shortcut().toString(), menu["keyboardMap"]->shortcut().toString()};
+}
+
+QString ZNTMainWiring::emptyHint() const
+{
+    const QString hint =
+        text("What the game says stands here.\nPick a game with Ctrl+G and connect with F5,\n"
+             "or press Ctrl+Shift+D for the demo game.");
+    if (!controller.services().database.isFirstStart())
+        return hint;
+    return hint + QLatin1Char('\n') + announcementInWords(ZNTAnnouncement::Welcome, keysOfWelcome());
+}
+
+void ZNTMainWiring::welcomeReader()
+{
+    if (session.speechOnOffBindingState() != 1)
+        announce(ZNTAnnouncement::Welcome, keysOfWelcome());
+}
+
+void ZNTMainWiring::announceConnection()
+{
+    using Connection = ZNTStatusFacts::Connection;
+    const ZNTStatusFacts& now = status.facts();
+    if (std::exchange(announced, now.connection) == now.connection)
+        return;
+    if (now.connection == Connection::Connecting)
+        znt::announce(ZNTAnnouncement::Connecting, {now.game});
+    if (now.connection == Connection::Connected)
+        znt::announce(ZNTAnnouncement::Connected, {now.game});
 }
 
 /// Games in a Chinese encoding lay their text out for signs of two columns.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZNTAnnouncer.h"
 #include "ZNTMainMenu.h"
 #include "ZNTMainWindow.h"
 #include "ZNTMudAppController.h"
@@ -28,6 +29,9 @@ public:
 
     /// Shows everything, as at the start.
     void showAll();
+    /// For a screen reader that comes later than the program: says the keys for speech and for help, unless
+    /// speech is on already.
+    void welcomeReader();
 
 private:
     void wireGame();
@@ -48,6 +52,9 @@ private:
 
     void sessionChanged(ZNTSessionChange what);
     void showState();
+    void announceConnection();
+    [[nodiscard]] QStringList keysOfWelcome() const;
+    [[nodiscard]] QString emptyHint() const;
     void showEncoding();
     void showSettings();
     void showNotice(const ZNTSessionNotice& notice);
@@ -64,7 +71,9 @@ private:
     ZNTStatusLine status;
     ZNTSpokenNews news;
     ZNTSilenceKeys silenceKeys;
+    ZNTAnnouncer announcer;
     bool wasConnected = false; ///< when the state was last shown
+    ZNTStatusFacts::Connection announced = ZNTStatusFacts::Connection::None;
     bool wasTypingHidden = false;
     std::unique_ptr<ZNTChannelHistorySheet> channelSheet; ///< made when it is first asked for
     std::unique_ptr<ZNTHelpWindow> help;

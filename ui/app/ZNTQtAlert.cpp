@@ -1,5 +1,6 @@
 #include "ZNTQtAlert.h"
 
+#include "ZNTAnnouncement.h"
 #include "ZNTCommandLine.h"
 #include "ZNTQtText.h"
 #include "ZNTTypingGuard.h"
@@ -13,6 +14,14 @@ namespace
 
 constexpr int columnsOfText = 56;
 
+void announce(ZNTAnnouncement what, const QMessageBox& box)
+{
+    QString title = box.text();
+    if (!title.isEmpty() && title.back().isLetterOrNumber())
+        title += QLatin1Char('.'); // a voice pauses there
+    znt::announce(what, {title, box.informativeText()});
+}
+
 void open(QMessageBox& box)
 {
     // Without this spacer the box is as narrow as its title, and a long text has one word a line. The box
@@ -22,6 +31,7 @@ void open(QMessageBox& box)
                       grid->rowCount(), 0, 1, grid->columnCount());
     box.open();
     box.activateWindow();
+    announce(ZNTAnnouncement::Alert, box);
 }
 
 } // namespace
@@ -67,7 +77,7 @@ void ZNTQtAlert::showMessage(std::u16string_view title, std::u16string_view text
     // The alert opens while the player types, so typing goes on in the line.
     if (auto* line = dynamic_cast<ZNTCommandLine*>(QApplication::focusWidget());
         line && !line->text().isEmpty())
-        new ZNTTypingGuard(*box, *line);
+        new ZNTTypingGuard(*box, *line, [box] { announce(ZNTAnnouncement::AlertAgain, *box); });
     open(*box);
 }
 

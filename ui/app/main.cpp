@@ -1,4 +1,5 @@
 #include "QtRunLoop.h"
+#include "ZNTAccessibleFactories.h"
 #include "ZNTApplicationWindow.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDescriptors.h"
@@ -53,6 +54,22 @@ void speakForReaderFoundWhileStarting(ZNTDesktopScreenReader& reader, ZNTServerC
     });
 }
 
+/// Announces to a reader that comes later which keys have the game read aloud, once: speech stays as it is. A
+/// reader needs some time before it says what a program announces.
+void welcomeLaterReader(ZNTDesktopScreenReader& reader, ZNTMainWiring& wiring)
+{
+    constexpr std::chrono::seconds untilReaderSpeaks{3};
+    auto* watching = new QObject(&reader);
+    const auto welcome = [&reader, &wiring, watching](bool isRunning) {
+        if (!isRunning)
+            return;
+        watching->deleteLater();
+        watching->disconnect();
+        QTimer::singleShot(untilReaderSpeaks, &reader, [&wiring] { wiring.welcomeReader(); });
+    };
+    QObject::connect(&reader, &ZNTDesktopScreenReader::runningChanged, watching, welcome);
+}
+
 /// Opens the store before anything else is made, so that a wait for another program can be shown.
 void openShowingTheWait(ZNTDatabaseHelper& database)
 {
@@ -89,6 +106,7 @@ int main(int count, char** arguments)
     prepareApplication();
     const ZNTFocusRing focusRing;
     const ZNTFocusFirst focusFirst;
+    znt::installAccessibleFactories();
 
     QtRunLoop runLoop;
     ZNTSystemClock clock;
@@ -114,6 +132,7 @@ int main(int count, char** arguments)
     speakForReaderFoundWhileStarting(screenReader, session);
     QObject::connect(&screenReader, &ZNTDesktopScreenReader::runningChanged, &window,
                      [&session] { session.screenReaderChanged(); });
+    welcomeLaterReader(screenReader, parts.wiring);
     window.show();
     window.activateWindow();
     parts.appDelegate.applicationDidFinishLaunching();

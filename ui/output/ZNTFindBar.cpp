@@ -1,8 +1,10 @@
 #include "ZNTFindBar.h"
 
+#include "ZNTAnnouncement.h"
 #include "ZNTCaptionedField.h"
 #include "ZNTFlowLayout.h"
 #include "ZNTOutputView.h"
+#include "ZNTQtText.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -15,6 +17,8 @@ namespace
 {
 
 constexpr int gap = 8;
+/// While the player types, each letter finds something else. What is found in the end is announced.
+constexpr int millisecondsOfRest = 300;
 
 QString text(const char* latin) { return QString::fromLatin1(latin); }
 
@@ -70,8 +74,27 @@ ZNTFindBar::ZNTFindBar(ZNTOutputView& output) : output(output)
         if (!wanted->text().isEmpty()) {
             found->setText(inWords(status));
             found->show();
+            if (!status.isCounting)
+                resting.start();
         }
     });
+    resting.setSingleShot(true);
+    resting.setInterval(millisecondsOfRest);
+    QObject::connect(&resting, &QTimer::timeout, this, [this] { announceFound(); });
+}
+
+void ZNTFindBar::announceFound()
+{
+    if (isHidden() || wanted->text().isEmpty())
+        return;
+    const auto status = output.findStatus();
+    if (status.count == 0) {
+        znt::announce(ZNTAnnouncement::NotFound, {inWords(status)});
+        return;
+    }
+    const auto& store = output.store();
+    const auto line = store.line(store.lineAt(output.selectionStart()));
+    znt::announce(ZNTAnnouncement::Found, {znt::qtText(line.text), inWords(status)});
 }
 
 void ZNTFindBar::open()
@@ -87,6 +110,7 @@ void ZNTFindBar::open()
 
 void ZNTFindBar::close()
 {
+    resting.stop();
     output.endFind();
     const bool hadFocus = isAncestorOf(QApplication::focusWidget());
     hide();

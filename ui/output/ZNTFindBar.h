@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 #include <vector>
 
@@ -28,6 +29,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void announceFound();
+
     ZNTOutputView& output;
     QLineEdit* wanted;
     QPushButton* previous;
@@ -35,4 +38,5 @@ private:
     QPushButton* done;
     QLabel* found;
     QPointer<QWidget> opener; ///< what had the focus
+    QTimer resting;           ///< since something was found
 };

@@ -248,7 +248,8 @@ void ZNTOutputView::announceCaret(bool moved, bool selectionChanged)
         QAccessibleTextCursorEvent event(this, offset(caret()));
         QAccessible::updateAccessibility(&event);
     }
-    if (selectionChanged) {
+    // A search selects while its field has the focus. The find bar announces what it finds, in whole lines.
+    if (selectionChanged && hasFocus()) {
         QAccessibleTextSelectionEvent event(this, offset(selectionStart()), offset(selectionEnd()));
         event.setCursorPosition(offset(caret()));
         QAccessible::updateAccessibility(&event);

@@ -1,5 +1,6 @@
 #include "ZNTCommandRecorderSheet.h"
 
+#include "ZNTControlHelp.h"
 #include "ZNTPlatform.h"
 
 #include <QHeaderView>
@@ -28,6 +29,7 @@ ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindo
     click(layout._saveButton, [this] { controller.saveToDatabase(); });
     click(layout._cancelButton, [this] { controller.cancelEditing(); });
     dialog->whenCancelled = [this] { controller.cancelEditing(); };
+    znt::explainControls(*dialog);
 }
 
 void ZNTCommandRecorderSheet::show(ZNTCommandRecorderDataSource& commands)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "ZNTAddMacroViewController.h"
+#include "ZNTAnnouncement.h"
+#include "ZNTControlHelp.h"
 #include "ZNTEditMacroViewController.h"
 #include "ZNTQtElements.h"
 #include "ZNTSheetDialog.h"
@@ -14,9 +16,9 @@ template <typename Layout, typename Controller>
 class ZNTMacroSheet
 {
 public:
-    /// A child of `window`; all else outlives the sheet.
+    /// A child of `window`; all else outlives the sheet. `done` is announced when the macro is stored.
     ZNTMacroSheet(QWidget& window, const ZNTWindowServices& services, ZNTMacroGroupDropDownController& groups,
-                  ZNTMudMacroTableViewController& macros)
+                  ZNTMudMacroTableViewController& macros, ZNTAnnouncement done)
         : dialog(new ZNTSheetDialog(&window)),
           elements(*dialog, layout),
           controller(services.platform, services.database, groups, macros,
@@ -25,11 +27,16 @@ public:
                       .macroNameTF = elements.macroNameTF,
                       .theSheet = elements.theSheet})
     {
-        QObject::connect(layout.doneButton, &QPushButton::clicked, dialog,
-                         [this] { controller.doneEditing(); });
+        QObject::connect(layout.doneButton, &QPushButton::clicked, dialog, [this, done] {
+            const QString name = layout.macroNameTF->text(); // which is cleared
+            controller.doneEditing();
+            if (!dialog->isVisible())
+                znt::announce(done, {name});
+        });
         QObject::connect(layout.cancelButton, &QPushButton::clicked, dialog,
                          [this] { controller.cancelEditing(); });
         dialog->whenCancelled = [this] { controller.cancelEditing(); };
+        znt::explainControls(*dialog);
     }
 
     void showWindow()
@@ -66,11 +73,19 @@ private:
 class ZNTAddMacroSheet final : public ZNTMacroSheet<Ui::ZNTAddMacroView, ZNTAddMacroViewController>
 {
 public:
-    using ZNTMacroSheet::ZNTMacroSheet;
+    ZNTAddMacroSheet(QWidget& window, const ZNTWindowServices& services,
+                     ZNTMacroGroupDropDownController& groups, ZNTMudMacroTableViewController& macros)
+        : ZNTMacroSheet(window, services, groups, macros, ZNTAnnouncement::MacroAdded)
+    {
+    }
 };
 
 class ZNTEditMacroSheet final : public ZNTMacroSheet<Ui::ZNTEditMacroView, ZNTEditMacroViewController>
 {
 public:
-    using ZNTMacroSheet::ZNTMacroSheet;
+    ZNTEditMacroSheet(QWidget& window, const ZNTWindowServices& services,
+                      ZNTMacroGroupDropDownController& groups, ZNTMudMacroTableViewController& macros)
+        : ZNTMacroSheet(window, services, groups, macros, ZNTAnnouncement::MacroSaved)
+    {
+    }
 };

@@ -1,5 +1,7 @@
 #include "ZNTMudListSheet.h"
 
+#include "ZNTControlHelp.h"
+
 #include <QHeaderView>
 
 namespace
@@ -33,6 +35,7 @@ ZNTMudListSheet::ZNTMudListSheet(QWidget& window, const ZNTWindowServices& servi
                                    .mudName = fields.mudName})
 {
     wire();
+    znt::explainControls(*dialog);
 }
 
 void ZNTMudListSheet::wire()

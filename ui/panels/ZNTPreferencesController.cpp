@@ -1,5 +1,8 @@
 #include "ZNTPreferencesController.h"
 
+#include "ZNTAnnouncement.h"
+#include "ZNTControlHelp.h"
+#include "ZNTDatabaseHelper.h"
 #include "ZNTHintedTable.h"
 #include "ZNTMacroGroupDropDownController.h"
 #include "ZNTMudMacroTableViewController.h"
@@ -12,13 +15,13 @@
 #include "ZNTWindowFit.h"
 #include "ZNTWindowServices.h"
 
-#include <QAccessibleWidget>
 #include <QButtonGroup>
 #include <QDialog>
 #include <QHeaderView>
 #include <QRadioButton>
 #include <QSignalBlocker>
-#include <QStackedWidget>
+#include <QTabBar>
+#include <QTimer>
 #include <algorithm>
 
 namespace
@@ -90,13 +93,6 @@ void whenActivated(QDialog& window, Task task)
     new Watch(window, std::move(task));
 }
 
-/// Qt calls the pages behind a row of tabs a layered pane, and Orca says so each time Tab goes in.
-QAccessibleInterface* pagesAsPlainWidget(const QString&, QObject* object)
-{
-    auto* pages = qobject_cast<QStackedWidget*>(object);
-    return pages ? new QAccessibleWidget(pages, QAccessible::Client) : nullptr;
-}
-
 enum Tab { TriggerTab, MacroTab, EncodingTab, SpeechTab, ProtocolTab };
 
 } // namespace
@@ -112,7 +108,6 @@ ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTPreferenc
       triggers(mudAppController.services().database, triggerTableView, triggerTextView)
 {
     znt::letButtonsWrap(*dialog);
-    QAccessible::installFactory(&pagesAsPlainWidget);
     showSettings();
     wireTriggers();
     wireMacros();
@@ -120,11 +115,15 @@ ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTPreferenc
     wireSpeech();
     wireProtocols();
     wireSettings();
+    znt::explainControls(*dialog);
     whenActivated(*dialog, [this] { refresh(); });
     refresh();
     QObject::connect(layout.closeButton, &QPushButton::clicked, dialog, &QDialog::close);
     QObject::connect(dialog, &QDialog::finished, &window, &QWidget::activateWindow);
     selectTriggerTab();
+    // Later, when the focus has found its place.
+    QObject::connect(layout.tabView, &QTabWidget::currentChanged, dialog,
+                     [this] { QTimer::singleShot(0, dialog, [this] { announceTab(); }); });
 }
 
 void ZNTPreferencesController::showWindow()
@@ -223,8 +222,7 @@ void ZNTPreferencesController::wireTriggers()
                      [this] { triggers.addEmptyRow(); });
     QObject::connect(layout.removeTriggerButton, &QPushButton::clicked, dialog,
                      [this] { triggers.removeItem(); });
-    QObject::connect(layout.saveTriggerButton, &QPushButton::clicked, dialog,
-                     [this] { triggers.saveToDatabase(); });
+    QObject::connect(layout.saveTriggerButton, &QPushButton::clicked, dialog, [this] { saveTrigger(); });
     QObject::connect(layout.reloadTriggersButton, &QPushButton::clicked, dialog,
                      [this] { reloadTriggers(); });
 }
@@ -377,7 +375,29 @@ void ZNTPreferencesController::encodingChanged()
             serverConnectController.changeEncoding(znt::textOfQt(button->text()));
 }
 
-void ZNTPreferencesController::reloadTriggers() { serverConnectController.reloadTriggers(); }
+void ZNTPreferencesController::reloadTriggers()
+{
+    serverConnectController.reloadTriggers();
+    const auto inUse = mudAppController.services().database.loadTriggers().size();
+    znt::announce(ZNTAnnouncement::TriggersInUse, {QString::number(inUse)});
+}
+
+void ZNTPreferencesController::saveTrigger()
+{
+    if (triggers.getCurrentSelectedTriggerIndex() < 0)
+        return znt::announce(ZNTAnnouncement::NoTriggerSelected);
+    triggers.saveToDatabase();
+    const bool isSaved = mudAppController.services().database.didLastChangeSucceed();
+    znt::announce(isSaved ? ZNTAnnouncement::TriggerSaved : ZNTAnnouncement::TriggerNotSaved);
+}
+
+/// If the focus goes into the page, a reader says where it goes, but not in which tab that is. The row of
+/// tabs says it itself.
+void ZNTPreferencesController::announceTab()
+{
+    if (dialog->isVisible() && !layout.tabView->tabBar()->hasFocus())
+        znt::announce(ZNTAnnouncement::Tab, {layout.tabView->tabText(layout.tabView->currentIndex())});
+}
 
 void ZNTPreferencesController::showZNTAddMacroViewController()
 {

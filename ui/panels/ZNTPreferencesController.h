@@ -54,6 +54,8 @@ private:
     void wireProtocols();
     void wireSettings();
     void refresh();
+    void saveTrigger();
+    void announceTab();
     void showSpeech();
     void showEncoding();
     void showProtocols();

@@ -4,6 +4,7 @@
 #include "ZNTWindowFit.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
@@ -21,8 +22,18 @@ std::u16string ZNTQtTextField::text() const
 
 void ZNTQtTextField::setText(std::u16string_view text)
 {
-    if (field)
-        field->setText(znt::qtText(text));
+    if (!field)
+        return;
+    const auto caret = field->cursorPosition();
+    const QString before = field->text();
+    field->setText(znt::qtText(text));
+    // A reader says a recalled line when the caret moves. If the line is as long as the one before, the caret
+    // stays; so it goes away and comes back.
+    if (QAccessible::isActive() && field->hasFocus() && field->text() != before &&
+        field->cursorPosition() == caret) {
+        field->setCursorPosition(0);
+        field->setCursorPosition(caret);
+    }
 }
 
 void ZNTQtTextField::setEnabled(bool enabled)

@@ -1,5 +1,6 @@
 #include "ZNTQtTableView.h"
 
+#include "ZNTAnnouncement.h"
 #include "ZNTFocusFirst.h"
 
 #include <QAccessible>
@@ -25,7 +26,8 @@ QAccessibleInterface* focusedCell(QTableView& table)
     return cells ? cells->cellAt(current.row(), current.column()) : nullptr;
 }
 
-/// Announces a mark that the space bar sets, because Qt does not.
+/// Announces a mark that the space bar sets, because Qt does not. Orca needs the words: of a cell that
+/// changes its state it says nothing.
 void tellOfMark(QTableView& table, const QModelIndex& changed)
 {
     if (changed != table.currentIndex() || !changed.data(Qt::CheckStateRole).isValid())
@@ -36,6 +38,8 @@ void tellOfMark(QTableView& table, const QModelIndex& changed)
         QAccessibleStateChangeEvent event(cell, checked);
         QAccessible::updateAccessibility(&event);
     }
+    if (table.hasFocus())
+        znt::announce(ZNTAnnouncement::Mark, {changed.data(Qt::AccessibleTextRole).toString()});
 }
 
 /// Selects the row that the keyboard comes to. A screen reader says that row, so the buttons must act on it.

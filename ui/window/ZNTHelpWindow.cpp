@@ -88,6 +88,7 @@ void ZNTHelpWindow::show(QPointer<QDialog>& page, const QString& title, const ch
         page->resize(QSize(metrics.averageCharWidth() * columnsOfText, metrics.height() * rowsOfText)
                          .boundedTo(window.screen()->availableSize()));
         reader->setFocus();
+        page->setWhatsThis(text("The arrows read this page, Escape closes it."));
     }
     page->show();
     page->raise();

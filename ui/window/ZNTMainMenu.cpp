@@ -23,6 +23,15 @@ QList<QKeySequence> keysNamed(const QString& names)
     return keys;
 }
 
+/// "&Game list..." as a sentence. Actions of the terminal, too, have a better one in their row.
+QString sentenceOf(QString title)
+{
+    title.remove(QLatin1Char('&'));
+    while (title.endsWith(QLatin1Char('.')))
+        title.chop(1);
+    return title + QLatin1Char('.');
+}
+
 } // namespace
 
 ZNTMainMenu::ZNTMainMenu(QMainWindow& window)
@@ -70,6 +79,8 @@ void ZNTMainMenu::add(QMenu& menu, std::size_t index)
         action->setChecked(true);
     if (row.kind == Kind::Choice)
         makeChoice(menu, *action);
+    if (!row.help.empty())
+        action->setWhatsThis(znt::qtText(row.help));
     actions[index] = action;
 }
 
@@ -78,6 +89,7 @@ QAction* ZNTMainMenu::add(QMenu& menu, const QString& name, const QString& title
 {
     QAction* action = menu.addAction(title);
     action->setObjectName(name);
+    action->setWhatsThis(sentenceOf(title));
     action->setShortcuts(keysNamed(keys));
     action->setMenuRole(QAction::NoRole);
     byState[enabled] << action;

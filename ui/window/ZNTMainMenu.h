@@ -12,7 +12,8 @@ class QMainWindow;
 class QMenu;
 
 /// The menus of the main window, made from the table of the client's actions. A direction's action is named
-/// "goNorth", a line's "line1". What an action does is wired elsewhere.
+/// "goNorth", a line's "line1". Its "What's this?" text is the row's help, else its title. What an action
+/// does is wired elsewhere.
 class ZNTMainMenu
 {
 public:

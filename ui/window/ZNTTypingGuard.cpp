@@ -4,12 +4,15 @@
 #include <QDialog>
 #include <QKeyEvent>
 
-ZNTTypingGuard::ZNTTypingGuard(QDialog& dialog, QWidget& field)
+ZNTTypingGuard::ZNTTypingGuard(QDialog& dialog, QLineEdit& field, std::function<void()> typingRested)
     : QObject(&dialog),
       dialog(dialog),
       field(&field)
 {
     sinceKey.start();
+    rest.setSingleShot(true);
+    rest.setInterval(pause);
+    QObject::connect(&rest, &QTimer::timeout, this, std::move(typingRested));
     QCoreApplication::instance()->installEventFilter(
         this); // it gets events before filters that were installed earlier
 }
@@ -29,10 +32,25 @@ bool ZNTTypingGuard::eventFilter(QObject* watched, QEvent* event)
     if (!watched->isWidgetType() || static_cast<QWidget*>(watched)->window() != &dialog || !isTyping(key))
         return false;
     sinceKey.restart();
-    // A field that was disabled meanwhile, as at a session's end, takes no text. The dialog gets none either.
-    if (field && field->isEnabled()) {
+    rest.start();
+    typeIntoField(key);
+    return true;
+}
+
+void ZNTTypingGuard::typeIntoField(const QKeyEvent& key)
+{
+    if (!field)
+        return;
+    if (field->isEnabled()) {
         QKeyEvent copy(key.type(), key.key(), key.modifiers(), key.text(), key.isAutoRepeat());
         QCoreApplication::sendEvent(field, &copy);
+        return;
     }
-    return true;
+    // At a session's end the field is disabled and gets no keys. What was typed stays for the next session.
+    if (key.type() != QEvent::KeyPress)
+        return;
+    if (key.key() == Qt::Key_Backspace)
+        field->backspace();
+    else if (key.text().front().isPrint())
+        field->insert(key.text());
 }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QObject>
 #include <QPointer>
-#include <QWidget>
+#include <QTimer>
+#include <functional>
 
 class QDialog;
 class QKeyEvent;
@@ -17,7 +19,9 @@ class ZNTTypingGuard final : public QObject
 {
 public:
     /// Is the dialog's child.
-    ZNTTypingGuard(QDialog& dialog, QWidget& field);
+    /// `typingRested` is called when the player pauses, if anything was typed while the dialog was open:
+    /// until then a screen reader says the typed letters, and cuts off the words of the dialog.
+    ZNTTypingGuard(QDialog& dialog, QLineEdit& field, std::function<void()> typingRested);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -26,8 +30,10 @@ public:
 
 private:
     [[nodiscard]] bool isTyping(const QKeyEvent& key) const;
+    void typeIntoField(const QKeyEvent& key);
 
     QDialog& dialog;
-    QPointer<QWidget> field;
+    QPointer<QLineEdit> field;
     QElapsedTimer sinceKey;
+    QTimer rest;
 };

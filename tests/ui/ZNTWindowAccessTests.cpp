@@ -1,0 +1,176 @@
+#include "ZNTAccessibleFactories.h"
+#include "ZNTAnnouncement.h"
+#include "ZNTTypingGuard.h"
+#include "ZNTWindowFixture.h"
+
+#include <QAccessible>
+#include <QMenu>
+#include <QTabWidget>
+
+namespace
+{
+
+/// What the application is asked to announce.
+class Announced final : public QObject
+{
+public:
+    Announced() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == ZNTAnnouncementEvent::kind())
+            words << static_cast<ZNTAnnouncementEvent*>(event)->words;
+        return false;
+    }
+    QStringList words;
+};
+
+class ZNTWindowAccess : public ZNTWindowFixture
+{
+protected:
+    ZNTWindowAccess() { znt::installAccessibleFactories(); }
+
+    void expectAnnounced(const char* what)
+    {
+        EXPECT_TRUE(until([&] { return announced.words.contains(QString::fromUtf8(what)); }))
+            << what << " is not among: " << announced.words.join(u"; ").toStdString();
+        announced.words.clear();
+    }
+    QDialog& openPreferences()
+    {
+        action("showPreferencesView").trigger();
+        return waitForDialog("PreferencesView");
+    }
+
+    Announced announced;
+};
+
+} // namespace
+
+TEST_F(ZNTWindowAccess, WhatOnlyTheEyeWouldSeeIsAnnounced)
+{
+    QDialog& preferences = openPreferences();
+    find<QPushButton>(preferences, "saveTriggerButton").click();
+    expectAnnounced("No trigger is selected");
+    find<QPushButton>(preferences, "addTriggerButton").click();
+    auto& table = find<QTableView>(preferences, "triggerTableView");
+    table.setFocus();
+    table.setCurrentIndex(table.model()->index(0, 0));
+    press(table, Qt::Key_Space);
+    expectAnnounced("Active: yes");
+    find<QPushButton>(preferences, "saveTriggerButton").click();
+    expectAnnounced("Trigger saved");
+    find<QPushButton>(preferences, "reloadTriggersButton").click();
+    expectAnnounced("1 trigger in use");
+    find<QTabWidget>(preferences, "tabView").setCurrentIndex(1);
+    expectAnnounced("Macros tab");
+    preferences.close();
+
+    action("showZNTMudListController").trigger();
+    find<QPushButton>(waitForDialog("ZNTMudListView"), "connectButton").click();
+    expectAnnounced("Aardwolf picked, F5 connects");
+    makeMacroGroup("Walks");
+    expectAnnounced("Macro Group Created!. New Macro Grop Added.");
+    action("addMacro").trigger();
+    QDialog& sheet = waitForDialog("ZNTAddMacroView");
+    type(find<QLineEdit>(sheet, "macroNameTF"), "wave");
+    find<QPushButton>(sheet, "doneButton").click();
+    expectAnnounced("Macro wave added");
+
+    playDemo();
+    EXPECT_EQ(announced.words.mid(0, 2),
+              (QStringList{u"Connecting to Lantern Cove"_s, u"Connected to Lantern Cove"_s}));
+    press(window, Qt::Key_F, Qt::ControlModifier);
+    type(find<QLineEdit>("findText"), "lantern sq");
+    expectAnnounced("Lantern Square, 1 of 1");
+    type(find<QLineEdit>("findText"), "uid");
+    expectAnnounced("No match");
+}
+
+TEST_F(ZNTWindowAccess, TheOwnVoiceSaysAnnouncementsOnlyWhenItIsAskedTo)
+{
+    const auto says = [this](const char* game) {
+        speech.said.clear();
+        znt::announce(ZNTAnnouncement::Connected, {QString::fromLatin1(game)});
+        QTest::qWait(300);
+        return speech.said.empty() ? std::string() : speech.said.back();
+    };
+    action("speechOnOff").trigger();
+    QTest::qWait(300); // "Speech on"
+    EXPECT_EQ(says("A"), "") << "not asked for";
+    parts->controller.chooseSetting("speak-announcements", "on");
+    EXPECT_EQ(says("B"), "Connected to B");
+    EXPECT_EQ(says("%1"), "Connected to %1");
+    action("speechOnOff").trigger();
+    EXPECT_EQ(says("C"), "") << "speech is off";
+}
+
+TEST_F(ZNTWindowAccess, TypingThatAnAlertInterruptsIsKeptAtTheEndOfASession)
+{
+    playDemo();
+    type(commandLine(), "lo");
+    alert.showMessage(u"Game", u"Gone.");
+    waitForDialog("alert");
+    announced.words.clear();
+    session().connectToServer(); // ends it
+    ASSERT_TRUE(until([&] { return !commandLine().isEnabled(); }));
+    for (const auto key : {Qt::Key_O, Qt::Key_K, Qt::Key_X, Qt::Key_Backspace, Qt::Key_Return})
+        pressHere(key);
+    EXPECT_EQ(commandLineText(), u"look"_s);
+    EXPECT_TRUE(announced.words.isEmpty()) << "the player still types";
+    QTest::qWait(ZNTTypingGuard::pause);
+    expectAnnounced("Game. Gone.");
+    answerAlert();
+    press(window, Qt::Key_F5);
+    EXPECT_TRUE(until([&] { return commandLine().hasFocus() && commandLineText() == u"look"_s; }));
+}
+
+TEST_F(ZNTWindowAccess, EveryControlExplainsItself)
+{
+    makeMacroGroup("Walks");
+    openPreferences();
+    action("showZNTMudListController").trigger();
+    action("addMacro").trigger();
+    action("doneRecording").trigger();
+    action("keyboardMap").trigger();
+    for (QWidget* control : QApplication::allWidgets()) {
+        if (control->focusPolicy() == Qt::NoFocus || control->isWindow() ||
+            control->objectName().startsWith(u"qt_"))
+            continue;
+        bool isExplained = false;
+        for (const QWidget* each = control; each; each = each->parentWidget())
+            isExplained = isExplained || !each->whatsThis().isEmpty();
+        EXPECT_TRUE(isExplained) << control->metaObject()->className() << ' '
+                                 << control->objectName().toStdString() << " in "
+                                 << control->window()->objectName().toStdString();
+    }
+    for (const QAction* each : window.findChildren<QAction*>())
+        EXPECT_FALSE(each->menu() == nullptr && !each->isSeparator() && each->whatsThis().isEmpty())
+            << each->text().toStdString();
+}
+
+TEST_F(ZNTWindowAccess, TheMenuBarOpensByItsKeyAndItsItemsSayTheirs)
+{
+    press(window, Qt::Key_F10);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    const auto* item = QAccessible::queryAccessibleInterface(menu->activeAction());
+    ASSERT_NE(item, nullptr);
+    EXPECT_EQ(item->text(QAccessible::Name), u"Connect"_s);
+    EXPECT_EQ(item->text(QAccessible::Description), u"F5"_s);
+    menu->close();
+}
+
+TEST_F(ZNTWindowAccess, HiddenTypingIsDotsForScreenReaders)
+{
+    auto& line = find<QLineEdit>("textToServer");
+    line.setEchoMode(QLineEdit::Password);
+    line.setText(u"secret"_s);
+    auto* field = QAccessible::queryAccessibleInterface(&line);
+    ASSERT_NE(field->textInterface(), nullptr);
+    const QString dots(6, QChar(0x2022));
+    int start = 0, end = 0;
+    EXPECT_EQ(field->textInterface()->text(0, -1), dots);
+    EXPECT_EQ(field->textInterface()->textAtOffset(0, QAccessible::LineBoundary, &start, &end), dots);
+    EXPECT_EQ(field->text(QAccessible::Value), dots);
+    EXPECT_TRUE(field->state().passwordEdit);
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QEvent>
+#include <QStringList>
+
+/// What the client announces in a few words to a player who cannot see it.
+enum class ZNTAnnouncement {
+    Mark,          ///< a mark in a table: its column and "yes" or "no"
+    TriggersInUse, ///< how many
+    TriggerSaved,
+    TriggerNotSaved,
+    NoTriggerSelected,
+    GamePicked, ///< its name, and the key that connects
+    MacroAdded, ///< its name
+    MacroSaved, ///< its name
+    Found,      ///< the line with the match, and "1 of 3"
+    NotFound,   ///< how the search ended
+    Tab,        ///< its title
+    Connecting, ///< to which game
+    Connected,  ///< to which game
+    Alert,      ///< title and text
+    AlertAgain, ///< the same, for a player who typed while it came
+    Welcome     ///< the keys for speech and for help
+};
+
+namespace znt
+{
+
+/// The words of an announcement, from the one table that has them. `parts` take the places of %1 and %2.
+QString announcementInWords(ZNTAnnouncement what, const QStringList& parts = {});
+
+/// Has it announced by the application's ZNTAnnouncer, if there is one. Any widget may call this.
+void announce(ZNTAnnouncement what, const QStringList& parts = {});
+
+} // namespace znt
+
+/// The way of an announcement to the announcer: an event that the application gets.
+class ZNTAnnouncementEvent final : public QEvent
+{
+public:
+    ZNTAnnouncementEvent(QString words, bool isSaidByReader)
+        : QEvent(kind()),
+          words(std::move(words)),
+          isSaidByReader(isSaidByReader)
+    {
+    }
+
+    [[nodiscard]] static QEvent::Type kind();
+
+    const QString words;
+    /// A screen reader says it by itself, because it reads the window that opens.
+    const bool isSaidByReader;
+};

@@ -1,0 +1,121 @@
+#include "ZNTControlHelp.h"
+
+#include "ZNTClientActions.h"
+#include "ZNTQtText.h"
+#include "ZNTSettings.h"
+
+#include <QWidget>
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace
+{
+
+/// One of the three says what the control does.
+struct ControlHelpRow {
+    std::string_view control; ///< its object name
+    std::string_view words = {};
+    std::string_view action = {};  ///< of znt::clientActions, with a sentence of help
+    std::string_view setting = {}; ///< of ZNTSettingsTable
+};
+
+constexpr auto controlHelp = std::to_array<ControlHelpRow>({
+    // The main window
+    {"mudName",
+     "The name of the game. If your list of games has it, the address and the port are filled in."},
+    {"ipAddress", "The address of the game, such as mud.example.org."},
+    {"port", "The port of the game, a number up to 65535."},
+    {"textFromServer", "What the game says. The arrows read it; what you type goes to the command line."},
+    {"findText", "The words to look for in the output. Return goes to the match before."},
+    {"findPrevious", "Goes to the match before this one."},
+    {"findNext", "Goes to the match after this one."},
+    {"findClose", "Ends the search."},
+    {"textToServer", "What you type here goes to the game with Return. Up brings back the last command."},
+    {"macroComboBoxGroup", "The group of macros. Type a new name and press New to make a group."},
+    {"macroTable", "The macros of the group. Return runs the selected one."},
+    {"statusText", "The state of the connection, the recorder, speech and sounds."},
+    // The preferences
+    {"tabView", "The pages of the preferences. Ctrl+Tab goes to the next one."},
+    {"triggerTableView", "Your triggers. F2 edits a cell, the space bar sets a mark."},
+    {"addTriggerButton", "Makes a trigger that you can change."},
+    {"removeTriggerButton", "Removes the selected trigger for good."},
+    {"triggerTextView", "The pattern and the command of the selected trigger, to be changed here."},
+    {"saveTriggerButton", "Stores what the pane holds as the selected trigger."},
+    {.control = "reloadTriggersButton", .action = "reloadTriggers"},
+    {"preferencesMacroGroupComboBox",
+     "The group of macros. Type a new name and press New group to make one."},
+    {"createMacroGroupButton", "Makes a group with the name that is typed above."},
+    {"deleteMacroGroupButton", "Deletes the group with all of its macros."},
+    {"preferencesMacroTable", "The macros of the group."},
+    {"addMacroButton", "Makes a macro in the group."},
+    {"editMacroButton", "Changes the selected macro."},
+    {"removeMacroButton", "Removes the selected macro for good."},
+    {"encodingAscii", "Reads and writes the game's text as ASCII."},
+    {"encodingEucCn", "Reads and writes the game's text as simplified Chinese."},
+    {"encodingBig5", "Reads and writes the game's text as traditional Chinese."},
+    {"encodingUtf8", "Reads and writes the game's text as UTF-8, in place of the choice above."},
+    {.control = "speechOnOffCheckBox", .setting = "speech"},
+    {.control = "speechInterruptCheckBox", .setting = "interruption"},
+    {.control = "useSystemVoiceCheckBox", .setting = "system-voice"},
+    {.control = "useTimerCheckBox", .setting = "pacing"},
+    {.control = "speechRate", .setting = "rate"},
+    {.control = "replayButton", .action = "replayLastText"},
+    {"stopSpeakingButton", "Silences what is being spoken."},
+    {.control = "_mspCheckBox", .setting = "sounds"},
+    {.control = "_mccpCheckBox", .setting = "compression"},
+    {.control = "masterVolume", .action = "volume"},
+    {.control = "muteCheckBox", .action = "mute"},
+    {"rememberBox", "Keeps all choices of this window for the next start."},
+    {"closeButton", "Closes the preferences. All choices count already."},
+    // The sheets
+    {"tableView", "The games. F2 edits a cell, the space bar sets a mark."},
+    {"addButton", "Adds a row for a game of yours."},
+    {"deleteButton", "Hides the selected game. It can be restored."},
+    {"restoreButton", "Shows the hidden games again."},
+    {"connectButton", "Fills the connection fields with the selected game."},
+    {"macroNameTF", "The name of the macro. Type ~ and the name on the command line to run it."},
+    {"commandText",
+     "What the macro sends, line by line. %1, %2 and so on stand for words that follow its name."},
+    {"doneButton", "Stores the macro and closes this window."},
+    {"cancelButton", "Closes this window and leaves everything as it was."},
+    {"_theTableView", "The recorded commands. F2 edits one."},
+    {"_addButton", "Adds an empty command at the end."},
+    {"_deleteButton", "Removes the selected command."},
+    {"_clearList", "Removes all commands."},
+    {"_aliasName", "The name under which the commands are stored."},
+    {"_secondsBetweenSendingCommands", "How many seconds pass between two commands."},
+    {"_saveButton", "Stores the commands under the name and closes this window."},
+    {"_cancelButton", "Closes this window. The recording stays."},
+});
+
+QString sentenceOf(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QString sentenceOfSetting(std::string_view name)
+{
+    const ZNTSettingRow* row = znt::settingNamed(name);
+    return row ? sentenceOf(row->sentence) : QString();
+}
+
+QString helpFor(std::string_view control)
+{
+    const auto* row = std::ranges::find(controlHelp, control, &ControlHelpRow::control);
+    if (row == controlHelp.end()) // the controls that are made from the settings bear their names
+        return sentenceOfSetting(control);
+    if (!row->setting.empty())
+        return sentenceOfSetting(row->setting);
+    const auto* action = std::ranges::find(znt::clientActions, row->action, &ZNTClientAction::name);
+    return action == znt::clientActions.end() ? sentenceOf(row->words) : znt::qtText(action->help);
+}
+
+} // namespace
+
+void znt::explainControls(QWidget& window)
+{
+    for (auto* control : window.findChildren<QWidget*>())
+        if (control->whatsThis().isEmpty())
+            control->setWhatsThis(helpFor(control->objectName().toStdString()));
+}
