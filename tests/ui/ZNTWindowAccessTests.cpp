@@ -129,6 +129,7 @@ TEST_F(ZNTWindowAccess, EveryControlExplainsItself)
     makeMacroGroup("Walks");
     openPreferences();
     action("showZNTMudListController").trigger();
+    action("showChannelHistory").trigger();
     action("addMacro").trigger();
     action("doneRecording").trigger();
     action("keyboardMap").trigger();

@@ -1,5 +1,6 @@
 #include "ZNTChannelHistorySheet.h"
 
+#include "ZNTControlHelp.h"
 #include "ZNTQtText.h"
 
 #include <QDateTime>
@@ -41,6 +42,7 @@ ZNTChannelHistorySheet::ZNTChannelHistorySheet(QWidget& window, ZNTChannelHistor
                     [this](std::string_view column, long row) -> ZNTCellValue { return cell(column, row); },
                     {}});
     layout.linesTable->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    znt::explainControls(*dialog);
     QObject::connect(layout.channel, &QComboBox::currentIndexChanged, dialog, [this] { showLines(); });
     QObject::connect(layout.takeButton, &QPushButton::clicked, dialog, [this] { takeLine(); });
     QObject::connect(layout.linesTable, &QTableView::doubleClicked, dialog, [this] { takeLine(); });

@@ -31,6 +31,7 @@ constexpr auto controlHelp = std::to_array<ControlHelpRow>({
     {"findPrevious", "Goes to the match before this one."},
     {"findNext", "Goes to the match after this one."},
     {"findClose", "Ends the search."},
+    {"findInSaidBar", "The words to look for in what was said. Return goes back, Shift+Return forward."},
     {"textToServer", "What you type here goes to the game with Return. Up brings back the last command."},
     {"macroComboBoxGroup", "The group of macros. Type a new name and press New to make a group."},
     {"macroTable", "The macros of the group. Return runs the selected one."},
@@ -67,13 +68,16 @@ constexpr auto controlHelp = std::to_array<ControlHelpRow>({
     {.control = "masterVolume", .action = "volume"},
     {.control = "muteCheckBox", .action = "mute"},
     {"rememberBox", "Keeps all choices of this window for the next start."},
-    {"closeButton", "Closes the preferences. All choices count already."},
+    {"closeButton", "Closes this window. What you chose counts already."},
     // The sheets
     {"tableView", "The games. F2 edits a cell, the space bar sets a mark."},
     {"addButton", "Adds a row for a game of yours."},
     {"deleteButton", "Hides the selected game. It can be restored."},
     {"restoreButton", "Shows the hidden games again."},
     {"connectButton", "Fills the connection fields with the selected game."},
+    {"channel", "Whose lines are listed: those of one channel, or of all."},
+    {"linesTable", "The lines, the newest last."},
+    {"takeButton", "Copies the selected line into the command line."},
     {"macroNameTF", "The name of the macro. Type ~ and the name on the command line to run it."},
     {"commandText",
      "What the macro sends, line by line. %1, %2 and so on stand for words that follow its name."},
@@ -115,7 +119,13 @@ QString helpFor(std::string_view control)
 
 void znt::explainControls(QWidget& window)
 {
-    for (auto* control : window.findChildren<QWidget*>())
-        if (control->whatsThis().isEmpty())
-            control->setWhatsThis(helpFor(control->objectName().toStdString()));
+    for (auto* control : window.findChildren<QWidget*>()) {
+        if (!control->whatsThis().isEmpty())
+            continue;
+        QString words = helpFor(control->objectName().toStdString());
+        if (control->focusPolicy() != Qt::NoFocus) // a field without a name is a part of what has one
+            for (const QWidget* whole = control; words.isEmpty() && whole; whole = whole->parentWidget())
+                words = helpFor(whole->objectName().toStdString());
+        control->setWhatsThis(words);
+    }
 }
