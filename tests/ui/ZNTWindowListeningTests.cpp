@@ -101,3 +101,20 @@ TEST_F(ZNTWindowListening, WhatWasSaidIsReviewedAndSearchedWithTheHandsOnTheComm
     EXPECT_EQ(said(line, Qt::Key_F12, shift), newest);
     EXPECT_EQ(commandLineText(), QString());
 }
+
+TEST_F(ZNTWindowListening, TheFirstStartOffersToSetUpForListening)
+{
+    auto& box = find<QCheckBox>("listeningBox");
+    EXPECT_TRUE(box.isVisible());
+    box.setFocus();
+    press(box, Qt::Key_Space);
+    EXPECT_TRUE(action("setUpForListening").isChecked());
+    EXPECT_FALSE(box.isVisible());
+    EXPECT_TRUE(window.ipAddress->hasFocus());
+    action("setUpForListening").trigger();
+    EXPECT_TRUE(box.isVisible() && !box.isChecked());
+    playDemo();
+    EXPECT_FALSE(box.isVisible()) << "the game's text has taken the place of the first words";
+    leaveTheGame();
+    EXPECT_FALSE(box.isVisible());
+}

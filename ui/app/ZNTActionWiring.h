@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QPushButton>
 #include <functional>
@@ -21,9 +22,9 @@ inline void whenToggled(QAction* action, std::function<void(bool)> task)
 
 /// Pressing the button triggers the action, whose "What's this?" text it has, too. Its enabled state is not
 /// joined: if a button needs a connection, the session sets that.
-inline void joinButton(QPushButton* button, QAction* action)
+inline void joinButton(QAbstractButton* button, QAction* action)
 {
-    QObject::connect(button, &QPushButton::clicked, action, &QAction::trigger);
+    QObject::connect(button, &QAbstractButton::clicked, action, &QAction::trigger);
     button->setWhatsThis(action->whatsThis());
 }
 

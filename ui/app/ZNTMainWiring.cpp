@@ -25,6 +25,7 @@
 #include "ZNTSpeechSynth.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -220,6 +221,7 @@ void ZNTMainWiring::wireSpeech()
     whenTriggered(menu["sayStatus"],
                   [this] { session.zntSpeechSynth().speakAtOnce(textOfQt(status.words())); });
     whenToggled(menu["setUpForListening"], [this](bool on) { setUpForListening(on); });
+    joinButton(window.listeningBox, menu["setUpForListening"]);
 }
 
 /// The keys speak as those of the review do.
@@ -243,6 +245,17 @@ void ZNTMainWiring::wireChannels()
                 });
         channelSheet->show();
     });
+}
+
+/// The box belongs to the words that a player's first start shows until a game's text takes their place.
+void ZNTMainWiring::showListeningBox()
+{
+    const bool isOffered = controller.services().database.isFirstStart() && !hasPlayed &&
+                           !isSetUpForListening(controller.settings().settings());
+    if (!isOffered && window.listeningBox->hasFocus())
+        window.ipAddress->setFocus(Qt::OtherFocusReason); // where it was at the start
+    window.listeningBox->setChecked(false);               // it goes once it is marked
+    window.listeningBox->setVisible(isOffered);
 }
 
 void ZNTMainWiring::wireReview()
@@ -408,6 +421,8 @@ void ZNTMainWiring::showState()
     if (wasConnected && !isConnected)
         news.say(u"Disconnected");
     wasConnected = isConnected;
+    hasPlayed = hasPlayed || isConnected;
+    showListeningBox();
 }
 
 QStringList ZNTMainWiring::keysOfWelcome() const
@@ -455,6 +470,7 @@ void ZNTMainWiring::showSettings()
     const auto& settings = controller.settings().settings();
     menu["standardTelnet"]->setChecked(settings.standardTelnet);
     menu["setUpForListening"]->setChecked(isSetUpForListening(settings));
+    showListeningBox();
 }
 
 /// A hint is not for players who have made a choice, nor for the demo game, which plays right both ways.

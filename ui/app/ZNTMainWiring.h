@@ -49,6 +49,7 @@ private:
     void setKeypadWalks(bool walks);
     void setSpeech(bool on);
     void setUpForListening(bool on);
+    void showListeningBox();
 
     void sessionChanged(ZNTSessionChange what);
     void showState();
@@ -74,6 +75,7 @@ private:
     ZNTAnnouncer announcer;
     bool wasConnected = false; ///< when the state was last shown
     ZNTStatusFacts::Connection announced = ZNTStatusFacts::Connection::None;
+    bool hasPlayed = false;
     bool wasTypingHidden = false;
     std::unique_ptr<ZNTChannelHistorySheet> channelSheet; ///< made when it is first asked for
     std::unique_ptr<ZNTHelpWindow> help;

@@ -18,6 +18,7 @@ ZNTAskBar::ZNTAskBar(const QString& caption) : field(new QLineEdit(this))
 {
     auto* row = new QVBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
+    setFocusProxy(field);
     row->addWidget(new ZNTCaptionedField(caption, field, usualColumns));
 }
 

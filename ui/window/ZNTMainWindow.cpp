@@ -2,6 +2,7 @@
 
 #include "ZNTAskBar.h"
 #include "ZNTCaptionedField.h"
+#include "ZNTCheckBox.h"
 #include "ZNTCommandLine.h"
 #include "ZNTCompass.h"
 #include "ZNTFindBar.h"
@@ -195,6 +196,10 @@ QWidget* ZNTMainWindow::makePlayArea()
     textFromServer->setAccessibleName(text("Output"));
     textFromServer->setMinimumHeight(textFromServer->fontMetrics().height() * 5);
     column->addWidget(textFromServer, 1);
+    listeningBox = named(new ZNTCheckBox, "listeningBox");
+    listeningBox->setText(text("Set up for listening (Ctrl+F8)"));
+    listeningBox->hide();
+    column->addWidget(listeningBox);
     findBar = named(new ZNTFindBar(*textFromServer), "findBar");
     findBar->hide();
     column->addWidget(findBar);
@@ -293,7 +298,8 @@ void ZNTMainWindow::setTabOrders()
     std::vector<QWidget*> order{mudName, ipAddress, port, connectionButton, textFromServer};
     for (QWidget* widget : findBar->parts())
         order.push_back(widget);
-    for (QWidget* widget : std::initializer_list<QWidget*>{textToServer, resendLastCommand, startStopSpeech})
+    for (QWidget* widget : std::initializer_list<QWidget*>{findInSaidBar, listeningBox, textToServer,
+                                                           resendLastCommand, startStopSpeech})
         order.push_back(widget);
     for (const ZNTDirectionRow& way : ZNTDirections)
         order.push_back(compass->button(way.direction));

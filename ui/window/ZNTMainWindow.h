@@ -4,6 +4,7 @@
 #include <functional>
 #include <vector>
 
+class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -36,6 +37,7 @@ public:
     QPushButton* connectionButton;
     QProgressBar* myProgressIndicator;
     ZNTOutputView* textFromServer;
+    QCheckBox* listeningBox; ///< below the words of the first start; else hidden
     ZNTFindBar* findBar;
     ZNTAskBar* findInSaidBar;
     ZNTCommandLine* textToServer;
