@@ -115,7 +115,8 @@ TEST_F(ZNTWindowSheets, ALineOfAChannelIsSaidAndTakenIntoTheCommandLine)
         press(commandLine(), key, Qt::ControlModifier | more);
         return speech.said.back();
     };
-    EXPECT_EQ(say(Qt::Key_J, Qt::ShiftModifier), "The channel history is off. The setting channel-history turns it on.");
+    EXPECT_EQ(say(Qt::Key_J, Qt::ShiftModifier),
+              "The channel history is off. The setting channel-history turns it on.");
     parts->controller.chooseSetting("channel-history", "on");
     for (const char* word : {"say one", "say two"}) {
         send(word);
