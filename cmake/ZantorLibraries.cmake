@@ -14,6 +14,13 @@ pkg_check_modules(SPEECHD REQUIRED IMPORTED_TARGET speech-dispatcher)
 pkg_check_modules(LIBEDIT REQUIRED IMPORTED_TARGET libedit)
 find_program(ZANTOR_SQLITE_SHELL sqlite3 REQUIRED)
 
+# Makes the manual's page.
+find_program(ZANTOR_PYTHON python3 HINTS /usr/bin REQUIRED)
+execute_process(COMMAND ${ZANTOR_PYTHON} -c "import markdown" RESULT_VARIABLE failure ERROR_QUIET)
+if(failure)
+    message(FATAL_ERROR "Python's module markdown is missing. Debian's package is python3-markdown.")
+endif()
+
 if(ZANTOR_TESTS)
     find_package(GTest REQUIRED)
     include(GoogleTest)

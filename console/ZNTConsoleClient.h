@@ -68,6 +68,7 @@ public:
     [[nodiscard]] ZNTSettingsKeeper& settings() { return keeper; }
     [[nodiscard]] ZNTMacroGroups& macroGroups() { return groups; }
     [[nodiscard]] ZNTAlert& alert() { return platform.alert; }
+    [[nodiscard]] const ZNTFilePlaces& places() const { return platform.places; }
     [[nodiscard]] ZNTConsoleReplies& replies() { return *this; }
     void say(std::u16string_view line) override;
     void complain(std::u16string_view sentence) override;

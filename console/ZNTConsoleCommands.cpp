@@ -4,6 +4,7 @@
 #include "ZNTConsoleClient.h"
 #include "ZNTConsoleEditing.h"
 #include "ZNTConsoleSettings.h"
+#include "ZNTConsoleTriggers.h"
 #include "ZNTConsoleWords.h"
 #include "ZNTRecorder.h"
 #include "ZNTSpeechReview.h"
@@ -11,6 +12,7 @@
 #include "ZNTText.h"
 
 #include <algorithm>
+#include <filesystem>
 
 using namespace znt::words;
 
@@ -30,7 +32,8 @@ std::u16string_view countWord(std::size_t count)
 ZNTConsoleCommands::ZNTConsoleCommands(ZNTConsoleClient& client) : client(client)
 {
     addSessionCommands();
-    ZNTConsoleEditing::addCommands(client, commands);
+    ZNTConsoleEditing::addCommands(client,
+                                   [this](auto name, auto carryOut) { add(name, std::move(carryOut)); });
 }
 
 ZNTConsoleCommands::~ZNTConsoleCommands() = default;
@@ -66,7 +69,6 @@ void ZNTConsoleCommands::addSessionCommands()
     add("sayPrompt", [this](auto) { sayPrompt(); });
     add("stopSpeaking", [&session](auto) { session.stopSpeaking(); });
     add("encoding", [this](auto name) { changeEncoding(name); });
-    commands.back().usage = encodingChoices();
     add("reloadTriggers", [this, &session](auto) {
         session.reloadTriggers();
         client.confirm(u"The triggers are in force.");
@@ -78,13 +80,23 @@ void ZNTConsoleCommands::addSessionCommands()
     add("startOrPauseRecording", [this](auto words) { record(words); });
     add("set", [this](auto words) { ZNTConsoleSettings(client).carryOut(words); });
     add("keyboardMap", [this](auto name) { showHelp(name); });
+    add("manual", [this](auto) { sayWhereManualIs(); });
     add("quit", [this](auto) { client.quit(); });
 }
 
 void ZNTConsoleCommands::add(ZNTActionName name, std::function<void(std::u16string_view)> carryOut)
 {
     const ZNTClientAction& row = name.row();
-    commands.push_back({row.word, std::u16string(row.usage), row.help, std::move(carryOut)});
+    commands.push_back({row.word, usageOf(row), row.help, std::move(carryOut)});
+}
+
+std::u16string ZNTConsoleCommands::usageOf(const ZNTClientAction& row)
+{
+    if (&row == &ZNTActionName("encoding").row())
+        return encodingChoices();
+    if (&row == &ZNTActionName("trigger").row())
+        return ZNTConsoleTriggers::usage();
+    return std::u16string(row.usage);
 }
 
 void ZNTConsoleCommands::addSwitch(ZNTActionName name, std::function<void(bool)> turn)
@@ -144,6 +156,17 @@ void ZNTConsoleCommands::showHelp(std::u16string_view name)
     else if (name.empty())
         client.say(
             u"Lines for the game: ~NAME runs a macro, !3n2e walks, !stop stops, @ sends a line as it is.");
+}
+
+void ZNTConsoleCommands::sayWhereManualIs()
+{
+    const auto page = client.places().resource("manual.html");
+    std::error_code unreadable;
+    if (std::filesystem::exists(page, unreadable))
+        client.say(joined({u"The manual is ", znt::textFromUtf8(page), u". Any web browser opens it."}));
+    else
+        client.complain(
+            joined({u"The manual is not installed: there is no ", znt::textFromUtf8(page), u"."}));
 }
 
 void ZNTConsoleCommands::connect(std::u16string_view words)

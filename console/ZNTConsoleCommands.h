@@ -30,6 +30,8 @@ public:
     void carryOut(std::u16string_view line);
     /// Whether `line`, without the slash, begins with the whole name of a command.
     [[nodiscard]] bool has(std::u16string_view line) const;
+    /// What follows the word of `row`, also where another table says it.
+    static std::u16string usageOf(const ZNTClientAction& row);
 
 private:
     void addSessionCommands();
@@ -37,6 +39,7 @@ private:
     void add(ZNTActionName name, std::function<void(std::u16string_view words)> carryOut);
     /// A command that takes "on" or "off".
     void addSwitch(ZNTActionName name, std::function<void(bool)> turn);
+    void sayWhereManualIs();
     void connect(std::u16string_view words);
     void stopWalks();
     void stopSounds();

@@ -8,7 +8,7 @@
 
 #include <memory>
 
-void ZNTConsoleEditing::addCommands(ZNTConsoleClient& client, std::vector<ZNTConsoleCommand>& commands)
+void ZNTConsoleEditing::addCommands(ZNTConsoleClient& client, const Adding& add)
 {
     auto& replies = client.replies();
     auto& store = client.database();
@@ -18,18 +18,9 @@ void ZNTConsoleEditing::addCommands(ZNTConsoleClient& client, std::vector<ZNTCon
         std::make_shared<ZNTConsoleMacroGroups>(replies, client.macroGroups(), client.alert());
     const auto macros = std::make_shared<ZNTConsoleMacros>(replies, store, *groups);
     const auto muds = std::make_shared<ZNTConsoleAddressBook>(replies, store);
-    commands.insert(
-        commands.end(),
-        {{u"trigger", ZNTConsoleTriggers::usage(),
-          u"Answers the game's text by itself; %1 and * in the pattern stand for words.",
-          [triggers](auto words) { triggers->carryOut(words); }},
-         {u"macro", u"add NAME TEXT | list | remove N",
-          u"Keeps texts that ~NAME sends; %1 is the first word after it.",
-          [groups, macros](auto words) { macros->carryOut(words); }},
-         {u"group", u"add NAME | list | use N | remove N",
-          u"Keeps macros in groups; new ones go into the one in use.",
-          [groups](auto words) { groups->carryOut(words); }},
-         {u"mud", u"add NAME HOST PORT | list | remove N | default N | restore", u"Edits the address book.",
-          [muds](auto words) { muds->carryOut(words); }},
-         {u"muds", u"", u"Lists the games of the address book.", [muds](auto) { muds->list(); }}});
+    add("trigger", [triggers](auto words) { triggers->carryOut(words); });
+    add("macro", [groups, macros](auto words) { macros->carryOut(words); });
+    add("group", [groups](auto words) { groups->carryOut(words); });
+    add("mud", [muds](auto words) { muds->carryOut(words); });
+    add("muds", [muds](auto) { muds->list(); });
 }

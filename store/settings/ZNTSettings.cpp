@@ -22,9 +22,9 @@ std::string quoted(std::string_view text)
     return "\"" + std::string(text.substr(0, end)) + (end < text.size() ? "...\"" : "\"");
 }
 
-ZNTError complaintAbout(std::string_view name, const std::string& choices, std::string_view text)
+ZNTError complaintAbout(std::string_view name, const std::string& values, std::string_view text)
 {
-    return complaint("The setting " + std::string(name) + " is " + choices + ", not " + quoted(text) + ".");
+    return complaint("The setting " + std::string(name) + " is " + values + ", not " + quoted(text) + ".");
 }
 
 std::optional<int> wholeNumber(std::string_view text)
@@ -133,6 +133,11 @@ std::string settingText(const ZNTSettings& settings, const ZNTSettingRow& row)
     return std::visit([&](auto field) { return textOf(settings.*field); }, row.field);
 }
 
+std::string valuesInWords(const ZNTSettingRow& row)
+{
+    return std::visit([&](auto field) { return choices(row, ZNTSettings().*field); }, row.field);
+}
+
 std::span<const ZNTSettingChoice> choicesOf(const ZNTSettingRow& row)
 {
     return std::visit(
@@ -177,7 +182,7 @@ ZNTResult<void> changeSetting(ZNTSettings& settings, std::string_view name, std:
             std::optional<std::remove_reference_t<decltype(settings.*field)>> value;
             readText(text, *row, value);
             if (!value)
-                return complaintAbout(name, choices(*row, settings.*field), text);
+                return complaintAbout(name, valuesInWords(*row), text);
             settings.*field = *value;
             return {};
         },

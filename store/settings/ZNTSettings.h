@@ -327,6 +327,9 @@ std::string followsInWords(const ZNTSettingRow& row);
 
 std::string settingText(const ZNTSettings& settings, const ZNTSettingRow& row);
 
+/// What the setting may be, in words: "on or off", "a number from 10 to 600".
+std::string valuesInWords(const ZNTSettingRow& row);
+
 /// Of a setting that is one of a few choices; else empty.
 std::span<const ZNTSettingChoice> choicesOf(const ZNTSettingRow& row);
 

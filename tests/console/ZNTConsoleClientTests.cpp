@@ -191,6 +191,12 @@ TEST_F(ZNTConsoleClientTest, AnEndlessScriptIsReadNoFasterThanItIsSent)
     EXPECT_FALSE(input.isPaused);
 }
 
+TEST_F(ZNTConsoleClientTest, TheManualIsWhereTheClientSaysItIs)
+{
+    start(From::Terminal);
+    EXPECT_THAT(answerTo("/manual"), ElementsAre(testing::StartsWith("The manual is /")));
+}
+
 TEST_F(ZNTConsoleClientTest, WrongCommandsAreAnsweredWithASentence)
 {
     start(From::Terminal);

@@ -1,6 +1,8 @@
 #include "ZNTWindowFixture.h"
 
 #include <QAction>
+#include <QDesktopServices>
+#include <QTextBrowser>
 #include <map>
 
 using ZNTWindowReach = ZNTWindowFixture;
@@ -14,4 +16,21 @@ TEST_F(ZNTWindowReach, NoShortcutHasTwoMeanings)
             EXPECT_TRUE(isNew) << each->text().toStdString() << " has the keys of " << other->second;
         }
     EXPECT_GT(keys.size(), 40U);
+}
+
+TEST_F(ZNTWindowReach, TheManualOpensInTheWebBrowserAndWithoutOneInAWindow)
+{
+    QTextBrowser webBrowser;
+    QDesktopServices::setUrlHandler(u"file"_s, &webBrowser, "setSource");
+    action("keyboardMap").trigger();
+    auto& map = find<QTextBrowser>(waitForDialog("keyboardPage"), "helpText");
+    press(map, Qt::Key_Tab); // to the first link
+    press(map, Qt::Key_Return);
+    EXPECT_TRUE(webBrowser.source().toLocalFile().endsWith(u"/manual.html"_s));
+
+    QDesktopServices::setUrlHandler(u"file"_s, &webBrowser, "isMissing");
+    action("manual").trigger();
+    auto& manual = find<QTextBrowser>(waitForDialog("manualPage"), "helpText");
+    EXPECT_TRUE(manual.toPlainText().contains(u"Kept quirks"_s));
+    QDesktopServices::unsetUrlHandler(u"file"_s);
 }

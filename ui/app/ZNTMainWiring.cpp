@@ -356,8 +356,10 @@ void ZNTMainWiring::wireColours()
 
 void ZNTMainWiring::wireHelp()
 {
-    help = std::make_unique<ZNTHelpWindow>(window, menu);
+    help = std::make_unique<ZNTHelpWindow>(
+        window, menu, QString::fromStdString(controller.services().platform.places.resource("manual.html")));
     whenTriggered(menu["firstSteps"], [this] { help->showFirstSteps(); });
+    whenTriggered(menu["manual"], [this] { help->showManual(); });
     whenTriggered(menu["firstHourByEar"], [this] { help->showFirstHourByEar(); });
     whenTriggered(menu["keyboardMap"], [this] { help->showKeyboardMap(); });
     whenTriggered(menu["about"], [this] { help->showAbout(); });

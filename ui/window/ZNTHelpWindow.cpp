@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFile>
@@ -12,7 +13,9 @@
 #include <QMenu>
 #include <QScreen>
 #include <QTextBrowser>
+#include <QUrl>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace
 {
@@ -20,6 +23,7 @@ namespace
 constexpr int margin = 12;
 constexpr int columnsOfText = 68;
 constexpr int rowsOfText = 28;
+constexpr const char* linkToManual = "zantor:manual";
 
 QString text(const char* latin) { return QString::fromLatin1(latin); }
 
@@ -55,12 +59,17 @@ void listActions(const QMenu& menu, QString& lines)
 
 } // namespace
 
-ZNTHelpWindow::ZNTHelpWindow(QMainWindow& window, const ZNTMainMenu& menu) : window(window), menu(menu) {}
+ZNTHelpWindow::ZNTHelpWindow(QMainWindow& window, const ZNTMainMenu& menu, QString manual)
+    : window(window),
+      menu(menu),
+      manual(std::move(manual))
+{
+}
 
 ZNTHelpWindow::~ZNTHelpWindow() = default;
 
 void ZNTHelpWindow::show(QPointer<QDialog>& page, const QString& title, const char* objectName,
-                         const QString& markdown)
+                         const QString& words, Format format)
 {
     if (!page) {
         page = new QDialog(&window);
@@ -72,11 +81,20 @@ void ZNTHelpWindow::show(QPointer<QDialog>& page, const QString& title, const ch
         auto* reader = new QTextBrowser(page);
         reader->setObjectName(text("helpText"));
         reader->setAccessibleName(title);
-        reader->setOpenExternalLinks(true);
+        reader->setOpenLinks(false);
+        QObject::connect(reader, &QTextBrowser::anchorClicked, page, [this, reader](const QUrl& link) {
+            if (link.isRelative())
+                reader->scrollToAnchor(link.fragment());
+            else
+                follow(link);
+        });
         reader->setTabChangesFocus(true);
         // With a caret, so that the arrows read it.
         reader->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
-        reader->setMarkdown(markdown);
+        if (format == Format::Html)
+            reader->setHtml(words);
+        else
+            reader->setMarkdown(words);
         const QFontMetrics metrics(reader->font());
         reader->setMinimumSize(metrics.averageCharWidth() * 20, metrics.height() * 6);
         layout->addWidget(reader);
@@ -105,6 +123,25 @@ void ZNTHelpWindow::showFirstHourByEar()
     show(listeningPage, text("First hour by ear"), "listeningPage", resourceText(text(":/listening.md")));
 }
 
+void ZNTHelpWindow::showManual()
+{
+    const QString title = text("Manual");
+    const QString words = resourceText(manual);
+    if (words.isEmpty())
+        show(manualPage, title, "manualPage",
+             text("# Manual\n\nThe manual is not installed. There is no ") + manual + text("."));
+    else if (!QDesktopServices::openUrl(QUrl::fromLocalFile(manual)))
+        show(manualPage, title, "manualPage", words, Format::Html);
+}
+
+void ZNTHelpWindow::follow(const QUrl& link)
+{
+    if (link == QUrl(text(linkToManual)))
+        showManual();
+    else
+        QDesktopServices::openUrl(link);
+}
+
 void ZNTHelpWindow::showKeyboardMap()
 {
     show(keyboardPage, text("Keyboard map"), "keyboardPage", keyboardMap());
@@ -120,7 +157,8 @@ void ZNTHelpWindow::showAbout()
 
 QString ZNTHelpWindow::keyboardMap() const
 {
-    QString page = text("# Keyboard map\n\n");
+    QString page = text("# Keyboard map\n\nAll keys, by their menus. [The manual](") + text(linkToManual) +
+                   text(") explains everything else.\n\n");
     for (const QMenu* each : menu.menus()) {
         QString lines;
         listActions(*each, lines);
