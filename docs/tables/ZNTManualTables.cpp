@@ -13,6 +13,7 @@
 #include <map>
 #include <set>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace
@@ -30,8 +31,26 @@ std::string replaced(std::string text, std::string_view part, std::string_view b
 /// What a menu or a control bears, without the sign before the letter that picks it.
 std::string title(std::string_view text) { return replaced(replaced(std::string(text), "&", ""), "...", ""); }
 
-/// A key as people say it: "keypad 7" for "Num+7".
-std::string keyInWords(std::string_view key) { return replaced(std::string(key), "Num+", "keypad "); }
+/// One key as people say it: "keypad minus" for "Num+-". A voice leaves a lone sign out.
+std::string keyInWords(std::string_view key)
+{
+    constexpr std::pair<char, std::string_view> signs[] = {
+        {'+', "plus"}, {'-', "minus"}, {'=', "equals"}, {',', "comma"}, {'.', "full stop"}};
+    auto words = replaced(replaced(std::string(key), "Num+", "keypad "), "Pg", "Page ");
+    const auto* sign = std::ranges::find(signs, words.empty() ? ' ' : words.back(),
+                                         &std::pair<char, std::string_view>::first);
+    return sign == std::end(signs) ? words : words.substr(0, words.size() - 1).append(sign->second);
+}
+
+/// "Ctrl+plus or Ctrl+equals" for "Ctrl++ or Ctrl+=".
+std::string keysInWords(std::string_view keys)
+{
+    constexpr std::string_view between = " or ";
+    const auto end = keys.find(between);
+    if (end == keys.npos)
+        return keyInWords(keys);
+    return keyInWords(keys.substr(0, end)).append(between) + keysInWords(keys.substr(end + between.size()));
+}
 
 std::string code(std::string_view text) { return "`" + std::string(text) + "`"; }
 
@@ -102,7 +121,7 @@ std::string itemOf(const ZNTClientAction& row)
     if (row.kind == Kind::Directions)
         return directionKeys();
     const auto last = std::to_string(znt::numberedLines);
-    auto name = title(row.title), keys = keyInWords(row.keys);
+    auto name = title(row.title), keys = keysInWords(row.keys);
     if (row.kind == Kind::Lines) {
         name = replaced(name, "%1", "1 to " + last);
         keys = replaced(keys, "%1", "1") + " to " + replaced(keys, "%1", last);
