@@ -28,7 +28,7 @@ std::string firstDifference(const std::string& page, const std::string& right)
     while (has == should && std::getline(rightLines, should))
         if (!std::getline(pageLines, has))
             has.clear();
-    return "  it has:    " + has + "\n  it should: " + should + "\n";
+    return "  it has:         " + has + "\n  it should have: " + should + "\n";
 }
 
 } // namespace
