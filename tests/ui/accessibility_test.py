@@ -217,6 +217,7 @@ def walk_everything(walk):
     wait_for(lambda: any(element.get_name() == "Status: Not connected, speech on"
                          for element in everything_below(program.application)), "speech to be on")
     walk.check(window, "main window, not connected")
+    walk_menus(walk)
     check_fields(walk, window)
     opener = program.stop()
     program.press_and_follow("ctrl+f")
@@ -227,6 +228,22 @@ def walk_everything(walk):
     walk.check(window, "main window, playing")
     walk_sheets(walk)
     walk_preferences(walk)
+
+
+def walk_menus(walk):
+    """From menu to menu the focus stays in the menus, whatever Qt says of the field behind them."""
+    program = walk.program
+    opener = program.stop()
+    for key, item in (("F10", "Connect"), ("Right", "Copy"), ("Left", "Connect")):
+        program.press(key)
+        wait_for(lambda: describe(program.focused) == f"menu item {item!r}", f"the menu item {item}")
+        try:
+            wait_for(lambda: describe(program.focused) != f"menu item {item!r}", "nothing", limit=0.5)
+            walk.fault(f"{key} goes to {describe(program.focused)} behind the menu")
+        except GaveUp:
+            pass
+    program.press("Escape")
+    walk.leave(opener)
 
 
 def main():

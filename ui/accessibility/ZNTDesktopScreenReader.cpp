@@ -119,6 +119,14 @@ void ZNTDesktopScreenReader::announce(std::u16string_view text)
     startPacing();
 }
 
+void ZNTDesktopScreenReader::announceKind(QLineEdit& line)
+{
+    // ATSPI_ROLE_PASSWORD_TEXT and ATSPI_ROLE_TEXT of atspi-constants.h.
+    constexpr int password = 40, text = 61;
+    sendProperty(QAccessible::queryAccessibleInterface(&line), "accessible-role",
+                 line.echoMode() == QLineEdit::Normal ? text : password);
+}
+
 void ZNTDesktopScreenReader::forgetWhatWaits() { waiting.clear(); }
 
 bool ZNTDesktopScreenReader::isReached() const

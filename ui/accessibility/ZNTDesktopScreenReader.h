@@ -9,6 +9,8 @@
 #include <QQueue>
 #include <QTimer>
 
+class QLineEdit;
+
 /// Makes the desktop's screen reader speak lines, wherever the focus is.
 ///
 /// A line goes one way only: the best one that the running reader listens for. `sayThis` refuses a line if no
@@ -35,6 +37,10 @@ public:
     bool sayThis(std::u16string_view text) override;
     void announce(std::u16string_view text) override;
     void forgetWhatWaits() override;
+
+    /// Announces which kind of field `line` is now. Readers keep the kind that they have asked for once, and
+    /// Qt does not announce that it changes with the echo mode.
+    static void announceKind(QLineEdit& line);
 
 Q_SIGNALS:
     /// The reader was started, or it ended.

@@ -2,25 +2,64 @@
 
 #include <QAbstractSpinBox>
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QEvent>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <utility>
 
 namespace
 {
 
-void tellAllButTheCaret(QAccessibleEvent* event)
+bool isCaretQuiet = false;
+
+/// The handler that was there before ours; null for Qt's own way to the accessibility bus.
+QAccessible::UpdateHandler next = nullptr;
+
+/// Qt says what is typed as it is, also in a field that shows dots. A reader would say each letter.
+bool isHiddenTyping(const QAccessibleEvent& event)
 {
-    if (event->type() == QAccessible::TextCaretMoved)
-        return;
-    QAccessible::installUpdateHandler(nullptr);
-    QAccessible::updateAccessibility(event);
-    if (event->type() != QAccessible::Focus)
-        QAccessible::installUpdateHandler(&tellAllButTheCaret);
+    switch (event.type()) {
+    case QAccessible::TextInserted:
+    case QAccessible::TextRemoved:
+    case QAccessible::TextUpdated:
+        break;
+    default:
+        return false;
+    }
+    const auto* line = qobject_cast<const QLineEdit*>(event.object());
+    return line && line->echoMode() != QLineEdit::Normal;
 }
 
-void tellAll() { QAccessible::installUpdateHandler(nullptr); }
+/// If the arrows go from one menu to the next, Qt announces the field behind them after the new menu's item.
+bool isBehindMenu(const QAccessibleEvent& event)
+{
+    const auto* object = event.object();
+    return event.type() == QAccessible::Focus && qobject_cast<QMenu*>(QApplication::activePopupWidget()) &&
+           !qobject_cast<const QMenu*>(object) && !qobject_cast<const QMenuBar*>(object) &&
+           !qobject_cast<const QAction*>(object);
+}
+
+void tellWhatIsKnown(QAccessibleEvent* event)
+{
+    if ((isCaretQuiet && event->type() == QAccessible::TextCaretMoved) || isHiddenTyping(*event) ||
+        isBehindMenu(*event))
+        return;
+    QAccessible::installUpdateHandler(next);
+    QAccessible::updateAccessibility(event);
+    QAccessible::installUpdateHandler(&tellWhatIsKnown);
+    if (event->type() == QAccessible::Focus)
+        isCaretQuiet = false;
+}
+
+void install()
+{
+    if (const auto before = QAccessible::installUpdateHandler(&tellWhatIsKnown); before != &tellWhatIsKnown)
+        next = before;
+}
 
 /// Fields that move their caret when they get the focus.
 bool isField(const QObject* object)
@@ -31,18 +70,25 @@ bool isField(const QObject* object)
 
 } // namespace
 
-ZNTQuietCaret::ZNTQuietCaret() : before(QAccessible::installUpdateHandler(&tellAllButTheCaret)) {}
+ZNTQuietCaret::ZNTQuietCaret() : before(std::exchange(isCaretQuiet, true)) { install(); }
 
-ZNTQuietCaret::~ZNTQuietCaret() { QAccessible::installUpdateHandler(before); }
+ZNTQuietCaret::~ZNTQuietCaret() { isCaretQuiet = before; }
 
-ZNTFocusFirst::ZNTFocusFirst(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
+ZNTFocusFirst::ZNTFocusFirst(QObject* parent) : QObject(parent)
+{
+    qApp->installEventFilter(this);
+    install();
+}
+
+ZNTFocusFirst::~ZNTFocusFirst() { QAccessible::installUpdateHandler(next); }
 
 bool ZNTFocusFirst::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::FocusIn && isField(watched)) {
         // Until the focus is announced. If it is not, until the end of this turn.
-        QAccessible::installUpdateHandler(&tellAllButTheCaret);
-        QMetaObject::invokeMethod(this, &tellAll, Qt::QueuedConnection);
+        isCaretQuiet = true;
+        QMetaObject::invokeMethod(
+            this, [] { isCaretQuiet = false; }, Qt::QueuedConnection);
     }
     return QObject::eventFilter(watched, event);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAccessible>
 #include <QObject>
 
 /// While it lives, the caret of a field is not announced to screen readers.
@@ -16,14 +15,17 @@ public:
     ZNTQuietCaret& operator=(const ZNTQuietCaret&) = delete;
 
 private:
-    QAccessible::UpdateHandler before; ///< that of ZNTFocusFirst may be at work
+    bool before; ///< ZNTFocusFirst may keep it quiet, too
 };
 
-/// Announces the focus before the caret, in every field of the application.
+/// While it lives, screen readers learn of the focus before the caret, in every field of the application. Of
+/// what is typed into a field that hides it, they learn nothing. The focus does not seem to leave an open
+/// menu.
 class ZNTFocusFirst final : public QObject
 {
 public:
     explicit ZNTFocusFirst(QObject* parent = nullptr);
+    ~ZNTFocusFirst() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 };

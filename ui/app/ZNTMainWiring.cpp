@@ -10,6 +10,7 @@
 #include "ZNTConnectionWiring.h"
 #include "ZNTControlHelp.h"
 #include "ZNTDatabaseHelper.h"
+#include "ZNTDesktopScreenReader.h"
 #include "ZNTFindBar.h"
 #include "ZNTFontChoice.h"
 #include "ZNTHelpWindow.h"
@@ -492,6 +493,7 @@ void ZNTMainWiring::showTyping()
         return;
     wasTypingHidden = isHidden;
     window.textToServer->setTypingHidden(isHidden);
+    ZNTDesktopScreenReader::announceKind(*window.textToServer);
     news.say(isHidden ? u"What you type is hidden" : u"What you type is shown again");
 }
 

@@ -52,10 +52,12 @@ QMenu& ZNTMainMenu::menuAt(QMainWindow& window, const QString& path)
     const auto slash = path.lastIndexOf(QLatin1Char('/'));
     if (slash < 0) {
         menu = window.menuBar()->addMenu(path);
+        menu->setAccessibleName(QString(path).remove(QLatin1Char('&')));
         menus_ << menu;
         return *menu;
     }
     QMenu* made = menuAt(window, path.left(slash)).addMenu(path.mid(slash + 1));
+    made->setAccessibleName(made->title().remove(QLatin1Char('&')));
     return *(byPath[path] = made); // the table may have grown meanwhile
 }
 
