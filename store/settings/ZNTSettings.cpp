@@ -125,7 +125,7 @@ const ZNTSettingRow* settingNamed(std::string_view name)
 
 std::string followsInWords(const ZNTSettingRow& row)
 {
-    return row.follows.empty() ? "" : "Until it is set it is as " + std::string(row.follows) + ".";
+    return row.follows.empty() ? "" : "Until you choose, it is as " + std::string(row.follows) + " is.";
 }
 
 std::string settingText(const ZNTSettings& settings, const ZNTSettingRow& row)

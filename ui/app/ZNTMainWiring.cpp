@@ -330,8 +330,12 @@ void ZNTMainWiring::wireView()
     whenToggled(menu["fullScreen"], [this](bool full) {
         window.setWindowState(window.windowState().setFlag(Qt::WindowFullScreen, full));
     });
-    whenTriggered(menu["focusCommandLine"],
-                  [this] { window.textToServer->setFocus(Qt::ShortcutFocusReason); });
+    whenTriggered(menu["focusCommandLine"], [this] {
+        window.textToServer->setFocus(Qt::ShortcutFocusReason);
+        // The line takes no focus then, and the key would seem to do nothing.
+        if (!session.isConnected())
+            news.sayDone(u"");
+    });
     whenTriggered(menu["jumpToEnd"], [output] { output->jumpToEnd(); });
     whenTriggered(menu["nextPart"], [this] { window.focusNextPart(1); });
     whenTriggered(menu["previousPart"], [this] { window.focusNextPart(-1); });
