@@ -58,6 +58,7 @@ void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
     synth.setSpeechRate(wanted.rate);
     synth.setFollowsVoice(wanted.followVoice);
     synth.setCatchesUp(wanted.catchUp);
+    synth.setFinishesTexts(wanted.finishTexts);
     synth.setFilters({.skipsDecoration = wanted.skipDecoration,
                       .shortensRuns = wanted.shortenRuns,
                       .skipsControlSequences = wanted.skipControlSequences});

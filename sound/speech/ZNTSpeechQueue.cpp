@@ -48,11 +48,19 @@ void ZNTSpeechQueue::appendLines(std::u16string_view chunk, double now)
 void ZNTSpeechQueue::appendChunk(std::u16string_view chunk, double now)
 {
     text.insert(text.end(), chunk.begin(), chunk.end());
-    chunks.push_back({static_cast<std::uint32_t>(chunk.size()), millisecondsAt(now)});
+    const auto at = millisecondsAt(now);
+    if (at - newestTextBegan > textDuration * 1'000 || chunksOfNewestText == 0) {
+        ++newestText;
+        newestTextBegan = at;
+        chunksOfNewestText = 0;
+    }
+    ++chunksOfNewestText;
+    chunks.push_back({static_cast<std::uint32_t>(chunk.size()), at, newestText});
 }
 
 void ZNTSpeechQueue::clear()
 {
+    chunksOfNewestText = 0;
     text.clear();
     chunks.clear();
     droppedLines = 0;
@@ -70,13 +78,19 @@ void ZNTSpeechQueue::dropLateLines(double now)
     if (isEmpty() || hasBegunFirst)
         return;
     const bool isLate = waitOfFirst(now) > (owesText ? longestWaitAfterNotice : longestWait);
-    while (!isEmpty() && (chunks.size() > mostLines || (isLate && waitOfFirst(now) > keptWait)))
+    while (!isEmpty() &&
+           (chunks.size() > mostLines || (isLate && !isFirstKept() && waitOfFirst(now) > keptWait)))
         dropFirstLine();
 }
 
 double ZNTSpeechQueue::waitOfFirst(double now) const
 {
     return (millisecondsAt(now) - chunks.front().milliseconds) / 1'000.0;
+}
+
+bool ZNTSpeechQueue::isFirstKept() const
+{
+    return finishesTexts && chunks.front().textNumber == newestText && chunksOfNewestText <= mostLinesOfText;
 }
 
 std::size_t ZNTSpeechQueue::firstLineLength() const

@@ -30,8 +30,17 @@ public:
     /// difference is time for the notice, after which a line may be a little older.
     static constexpr double longestWait = 5, longestWaitAfterNotice = 5.4, keptWait = 3;
 
+    /// The text that came last, such as the description of a room, is behind nothing newer. If it is
+    /// finished, its lines are not dropped for their wait: those that came within `textDuration` after its
+    /// first, if they are at most `mostLinesOfText`. A flood is no such text.
+    static constexpr double textDuration = 1;
+    static constexpr std::size_t mostLinesOfText = 30;
+
     /// Lines that are in the queue already stay in the chunks that they came in.
     void setCatchesUp(bool catchesUp) { this->catchesUp = catchesUp; }
+
+    /// Of a queue that catches up.
+    void setFinishesTexts(bool finishesTexts) { this->finishesTexts = finishesTexts; }
 
     /// `chunk` is not empty. `now` is when it came.
     void append(std::u16string_view chunk, double now);
@@ -46,6 +55,7 @@ private:
     struct Chunk {
         std::uint32_t length;       ///< UTF-16 units
         std::uint32_t milliseconds; ///< when it came; starts again at 0 after 49 days
+        std::uint32_t textNumber;   ///< which text it belongs to, of all texts that came
     };
 
     void appendLines(std::u16string_view chunk, double now);
@@ -54,6 +64,8 @@ private:
     void dropLateLines(double now);
     /// Seconds since the first chunk came.
     [[nodiscard]] double waitOfFirst(double now) const;
+    /// Whether the first chunk belongs to the text that came last, and that is kept.
+    [[nodiscard]] bool isFirstKept() const;
     /// The first line of the first chunk, with the line ends around it.
     [[nodiscard]] std::size_t firstLineLength() const;
     /// It counts, unless it is blank.
@@ -71,4 +83,8 @@ private:
     /// Whether a part of the first chunk was taken.
     bool hasBegunFirst = false;
     bool catchesUp = false;
+    bool finishesTexts = false;
+    /// Of the text that came last: its number, when it began, and how many chunks came of it.
+    std::uint32_t newestText = 0, newestTextBegan = 0;
+    std::size_t chunksOfNewestText = 0;
 };

@@ -84,6 +84,12 @@ void ZNTSpeechSynth::setCatchesUp(bool catchesUp)
     stackText.setCatchesUp(catchesUp);
 }
 
+void ZNTSpeechSynth::setFinishesTexts(bool finishesTexts)
+{
+    const std::lock_guard lock(queueMutex);
+    stackText.setFinishesTexts(finishesTexts);
+}
+
 void ZNTSpeechSynth::setFilters(ZNTSpeechFilters filters)
 {
     const std::lock_guard lock(queueMutex);

@@ -90,6 +90,8 @@ public:
     void setFollowsVoice(bool followsVoice);
     /// Whether lines that wait too long are dropped and counted (see ZNTSpeechQueue).
     void setCatchesUp(bool catchesUp);
+    /// Whether a queue that catches up keeps the text that came last.
+    void setFinishesTexts(bool finishesTexts);
     /// For received lines that come from now on. Texts that do not wait in the queue, such as a line of the
     /// review, keep their decoration: the player asked for them.
     void setFilters(ZNTSpeechFilters filters);

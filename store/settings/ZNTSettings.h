@@ -54,6 +54,7 @@ struct ZNTSettings {
     int rate = 120;
     bool followVoice = false;
     bool catchUp = false;
+    bool finishTexts = false;
     bool skipDecoration = false;
     bool shortenRuns = false;
     bool skipControlSequences = false;
@@ -204,6 +205,12 @@ inline constexpr std::array ZNTSettingsTable{
                   .field = &ZNTSettings::catchUp,
                   .sentence = "Skips the oldest lines when more than 50 wait to be spoken, or one for more "
                               "than 5 seconds, and says how many.",
+                  .tab = ZNTSettingTab::Speech,
+                  .scope = ZNTSettingScope::Player,
+                  .whenListening = "on"},
+    ZNTSettingRow{.name = "finish-texts",
+                  .field = &ZNTSettings::finishTexts,
+                  .sentence = "Skips nothing of a text of up to 30 lines until newer text comes.",
                   .tab = ZNTSettingTab::Speech,
                   .scope = ZNTSettingScope::Player,
                   .whenListening = "on"},

@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 using testing::ElementsAre;
@@ -120,6 +121,28 @@ TEST_F(ListeningSpeech, NoLineIsLateAndAllThatAreSkippedAreCounted)
         EXPECT_EQ(skipped > 0, scene.interval < 5);
         EXPECT_THAT(texts(), testing::Contains("urgent").Times(1));
     }
+}
+
+TEST_F(ListeningSpeech, ATextThatCameLastIsSpokenWholeAndAFloodIsNot)
+{
+    synth.setCatchesUp(true);
+    synth.setFinishesTexts(true);
+    engine.wordsPerMinute = 60;
+    const auto sayText = [this](const char* name, int lines) {
+        for (int line = 0; line < lines; ++line)
+            say(name + std::string(" has another line of it"));
+        loop.advance(8);
+    };
+    const auto saidOf = [this](const char* name) {
+        loop.advance(300);
+        return std::ranges::count_if(texts(), [&](const auto& text) { return text.starts_with(name); });
+    };
+    sayText("old", 12);
+    sayText("new", 12);
+    EXPECT_EQ(saidOf("new"), 12);
+    EXPECT_LT(saidOf("old"), 4);
+    sayText("flood", 40);
+    EXPECT_LT(saidOf("flood"), 4);
 }
 
 TEST_F(ListeningSpeech, ALongLineThatHasBegunIsSaidToItsEnd)
