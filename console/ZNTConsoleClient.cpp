@@ -40,6 +40,7 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
                  surroundings.output, surroundings.colourDepth),
       screen(outputView),
       keeper(platform.places, platform.log, options.settings),
+      kept(platform.places, platform.log),
       store(platform.places, platform.log),
       groups(store, platform.log),
       macros(store),

@@ -10,6 +10,7 @@
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDemoGame.h"
 #include "ZNTHeldAlert.h"
+#include "ZNTKeptRecordings.h"
 #include "ZNTMacroGroups.h"
 #include "ZNTPlatform.h"
 #include "ZNTScreenReader.h"
@@ -67,6 +68,7 @@ public:
     [[nodiscard]] ZNTSoundFactory& sounds() { return surroundings.sounds; }
     [[nodiscard]] ZNTSettingsKeeper& settings() { return keeper; }
     [[nodiscard]] ZNTMacroGroups& macroGroups() { return groups; }
+    [[nodiscard]] ZNTKeptRecordings& keptRecordings() { return kept; }
     [[nodiscard]] ZNTAlert& alert() { return platform.alert; }
     [[nodiscard]] const ZNTFilePlaces& places() const { return platform.places; }
     [[nodiscard]] ZNTConsoleReplies& replies() { return *this; }
@@ -112,6 +114,7 @@ private:
     ZNTConsoleScreen screen;
     ZNTNoScreenReader screenReader; ///< the reader reads the terminal by itself
     ZNTSettingsKeeper keeper;
+    ZNTKeptRecordings kept;
     ZNTDatabaseHelper store;
     ZNTMacroGroups groups; ///< made before the session, so that it is the first to open the store
     ZNTStoredMacros macros;

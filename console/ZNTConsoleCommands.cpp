@@ -3,6 +3,7 @@
 #include "ZNTChannelHistory.h"
 #include "ZNTConsoleClient.h"
 #include "ZNTConsoleEditing.h"
+#include "ZNTConsoleRecordings.h"
 #include "ZNTConsoleSettings.h"
 #include "ZNTConsoleTriggers.h"
 #include "ZNTConsoleWords.h"
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 
 using namespace znt::words;
 
@@ -78,10 +80,25 @@ void ZNTConsoleCommands::addSessionCommands()
         client.complainIfNotConnected();
     });
     add("startOrPauseRecording", [this](auto words) { record(words); });
+    addRecordings();
     add("set", [this](auto words) { ZNTConsoleSettings(client).carryOut(words); });
     add("keyboardMap", [this](auto name) { showHelp(name); });
     add("manual", [this](auto) { sayWhereManualIs(); });
     add("quit", [this](auto) { client.quit(); });
+}
+
+void ZNTConsoleCommands::addRecordings()
+{
+    auto& session = client.session();
+    const auto recordings = std::make_shared<ZNTConsoleRecordings>(
+        client.replies(), client.keptRecordings(),
+        ZNTConsoleRecordings::Session{
+            .recorded = [&session] { return session.recorder().getACopyOfTheCommands(); },
+            .run = [&session](const auto& recording,
+                              auto times) { return session.runRecording(recording, times); }});
+    add("keepRecording", [recordings](auto words) { recordings->keep(words); });
+    add("keptRecordings", [recordings](auto words) { recordings->editKept(words); });
+    add("runRecording", [recordings](auto words) { recordings->run(words); });
 }
 
 void ZNTConsoleCommands::add(ZNTActionName name, std::function<void(std::u16string_view)> carryOut)
@@ -185,12 +202,15 @@ void ZNTConsoleCommands::connect(std::u16string_view words)
 
 void ZNTConsoleCommands::stopWalks()
 {
-    if (!client.session().isWalking()) {
+    auto& session = client.session();
+    const std::u16string recording(session.runningRecording());
+    if (!session.isWalking() && recording.empty()) {
         client.complain(u"There is no walk to end.");
         return;
     }
-    client.session().stopAllWalks();
-    client.confirm(u"No walk goes on.");
+    session.stopAllThatRuns();
+    client.confirm(recording.empty() ? u"No walk goes on."
+                                     : joined({u"The recording ", recording, u" is stopped."}));
 }
 
 void ZNTConsoleCommands::stopSounds()

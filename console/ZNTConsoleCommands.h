@@ -35,6 +35,7 @@ public:
 
 private:
     void addSessionCommands();
+    void addRecordings();
     void showHelp(std::u16string_view name);
     void add(ZNTActionName name, std::function<void(std::u16string_view words)> carryOut);
     /// A command that takes "on" or "off".

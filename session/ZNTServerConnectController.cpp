@@ -50,6 +50,7 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
       _zntRecorder(std::make_unique<ZNTRecorder>()),
       walks(std::make_unique<Walks>(*this)),
       _zntSpeedwalking(std::make_unique<ZNTSpeedWalking>(platform.runLoop, *walks, platform.log)),
+      replay(std::make_unique<ZNTReplay>(platform.runLoop, *walks)),
       _soundProcessor(std::make_unique<ZNTMSPProcessor>(platform.places, services.sounds)),
       commands(std::make_unique<Commands>(*this)),
       commandInterpreter(std::make_unique<ZNTCommandInterpreter>(*commands, *this)),
@@ -66,6 +67,7 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
     updater.createSoundFolder();
     rootPath_ = updater.getSoundPath();
     _zntSpeedwalking->walkingChanged = [this] { changed(ZNTSessionChange::Walking); };
+    replay->runningChanged = [this] { changed(ZNTSessionChange::Walking); };
     services.speechEngine.setAvailabilityListener([this] { changed(ZNTSessionChange::Speech); });
     reloadTriggers();
 }
@@ -213,6 +215,7 @@ void ZNTServerConnectController::onSocketDidDisconnect(ZNTStream&)
     screen.port->setEnabled(true);
     disableAlmostAllWidgets();
     isConnected_ = false;
+    replay->stop(); // it must not go on in another game
     endAgreements();
     screen.myProgressIndicator->stopAnimation();
     outgoing->forget();

@@ -4,6 +4,7 @@
 #include "ZNTHeldBackText.h"
 #include "ZNTLineSender.h"
 #include "ZNTPlatform.h"
+#include "ZNTReplay.h"
 #include "ZNTSessionChange.h"
 #include "ZNTSessionNotice.h"
 #include "ZNTSessionScreen.h"
@@ -136,6 +137,13 @@ public:
 
     /// Ends every speed walk; a typed "!stop" ends the one that was started last.
     void stopAllWalks();
+    /// Sends the commands of a kept recording as the steps of walks are sent: they are not recorded. It ends
+    /// with the connection. False, and nothing happens, if there is none.
+    bool runRecording(ZNTKeptRecording recording, ZNTReplay::Times times);
+    /// The name of the recording that runs; empty while none does.
+    [[nodiscard]] std::u16string_view runningRecording() const { return replay->name(); }
+    /// Ends what goes on by itself: every walk, and the recording that runs.
+    void stopAllThatRuns();
 
     // Local output
     /// Shows `text`, speaks it while speech is on, and logs its plain text. Its SGR sequences colour it; the
@@ -353,6 +361,7 @@ private:
     std::unique_ptr<ZNTRecorder> _zntRecorder;
     std::unique_ptr<Walks> walks;
     std::unique_ptr<ZNTSpeedWalking> _zntSpeedwalking;
+    std::unique_ptr<ZNTReplay> replay;
     std::unique_ptr<ZNTMSPProcessor> _soundProcessor;
     std::unique_ptr<Commands> commands;
     std::unique_ptr<ZNTCommandInterpreter> commandInterpreter;

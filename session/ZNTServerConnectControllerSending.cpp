@@ -136,6 +136,20 @@ void ZNTServerConnectController::sendDownToServer() { sendToServer(ZNTDirection:
 
 void ZNTServerConnectController::stopAllWalks() { _zntSpeedwalking->stopAll(); }
 
+bool ZNTServerConnectController::runRecording(ZNTKeptRecording recording, ZNTReplay::Times times)
+{
+    if (!isConnected_)
+        return false;
+    replay->start(std::move(recording), times);
+    return true;
+}
+
+void ZNTServerConnectController::stopAllThatRuns()
+{
+    stopAllWalks();
+    replay->stop();
+}
+
 void ZNTServerConnectController::stopAllSounds() { _soundProcessor->stopAllSounds(); }
 
 // Local output

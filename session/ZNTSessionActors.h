@@ -37,7 +37,7 @@ private:
     ZNTServerConnectController& session;
 };
 
-/// Sends the steps of speed walks.
+/// Sends the steps of speed walks, and the commands of a recording that runs.
 class ZNTServerConnectController::Walks final : public ZNTLineSender
 {
 public:

@@ -10,6 +10,6 @@ enum class ZNTSessionChange {
     Typing,      ///< whether what is typed is hidden
     Sounds,      ///< whether sound tags are carried out
     Speech,      ///< speech on or off, its interruption, and whether anything can speak
-    Walking,     ///< whether a speed walk is under way
+    Walking,     ///< whether a speed walk or a recording is under way
     Recording    ///< whether commands are recorded, and the list of them
 };

@@ -61,6 +61,15 @@ void ZNTCommandRecorderView::saveToDatabase()
              elements._secondsBetweenSendingCommands.text(), log);
 }
 
+std::u16string ZNTCommandRecorderView::keep(ZNTKeptRecordings& kept) const
+{
+    const auto commands =
+        _theDataSource_ ? _theDataSource_->getACopyOfTheCommands() : ZNTCommandRecorderDataSource::Commands();
+    const auto done =
+        kept.keep(elements._aliasName.text(), elements._secondsBetweenSendingCommands.text(), commands);
+    return done ? done.value() : znt::textFromUtf8(done.error().description);
+}
+
 void ZNTCommandRecorderView::save(ZNTAutoCommands& record, ZNTCommandRecorderDataSource& commands,
                                   std::u16string_view name, std::u16string_view seconds, ZNTPlatformLog& log)
 {

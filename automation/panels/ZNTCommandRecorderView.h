@@ -2,6 +2,7 @@
 
 #include "ZNTAutoCommands.h"
 #include "ZNTCommandRecorderDataSource.h"
+#include "ZNTKeptRecordings.h"
 #include "ZNTPlatformLog.h"
 #include "ZNTScreenElements.h"
 
@@ -38,6 +39,10 @@ public:
     void cancelEditing() { closeSheet(); }
     /// Saves what the sheet shows; the sheet stays open.
     void saveToDatabase();
+
+    /// Keeps a copy of the list under the name in the sheet; nothing else changes. Returns a sentence for the
+    /// player that says what is kept, or what was wrong.
+    [[nodiscard]] std::u16string keep(ZNTKeptRecordings& kept) const;
 
     /// Fills `record` with the name, the commands and the number at the start of `seconds`, writes it to the
     /// log and empties the list. The terminal client, which has no sheet, saves with it.

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <plist/plist.h>
 
 namespace znt
@@ -21,6 +22,18 @@ PropertyList dictionaryIn(const std::string& path)
 }
 
 PropertyList emptyDictionary() { return PropertyList(plist_new_dict()); }
+
+ZNTResult<std::string> putDamagedFileAside(const std::string& path)
+{
+    std::string aside;
+    std::error_code failure;
+    for (int number = 1; aside.empty() || std::filesystem::exists(aside, failure); ++number)
+        aside = path + ".broken-" + std::to_string(number);
+    std::filesystem::rename(path, aside, failure);
+    if (failure)
+        return ZNTError{ZNTPOSIXErrorDomain, failure.value(), failure.message()};
+    return aside;
+}
 
 std::string xmlOf(const PropertyList& list)
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZNTResult.h"
+
 #include <memory>
 #include <string>
 
@@ -16,6 +18,9 @@ using PropertyList = std::unique_ptr<void, PropertyListCloser>;
 PropertyList dictionaryIn(const std::string& path);
 
 PropertyList emptyDictionary();
+
+/// Renames a damaged file to a free name beside it, and returns that name.
+ZNTResult<std::string> putDamagedFileAside(const std::string& path);
 
 /// Empty if the list could not be made.
 std::string xmlOf(const PropertyList& list);

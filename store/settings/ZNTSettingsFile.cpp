@@ -192,12 +192,13 @@ void ZNTSettingsFile::store(std::string_view game, const ZNTSettingValues& value
 
 void ZNTSettingsFile::putAside()
 {
-    std::string aside;
-    std::error_code ignored;
-    for (int number = 1; aside.empty() || std::filesystem::exists(aside, ignored); ++number)
-        aside = path + ".broken-" + std::to_string(number);
-    std::filesystem::rename(path, aside, ignored);
-    log.log("The settings were damaged; they were put aside as " + aside + ", and new ones are begun.");
+    const auto aside = znt::putDamagedFileAside(path);
+    if (!aside) {
+        log.log("The settings are damaged, and could not be put aside: " + aside.error().description);
+        return;
+    }
+    log.log("The settings were damaged; they were put aside as " + aside.value() +
+            ", and new ones are begun.");
     write(znt::xmlOf(znt::emptyDictionary()));
 }
 

@@ -42,3 +42,27 @@ TEST_F(SessionControls, MacroNamesAreListedEachInItsOwnFrameAndInterruptSpeechWi
     EXPECT_EQ(speech.timesStopped, 6);
     EXPECT_TRUE(machine.loop.slept.empty());
 }
+
+TEST_F(SessionControls, ARecordingThatRunsIsNotRecordedAndEndsWithItsConnectionOrAStop)
+{
+    const auto run = [this] {
+        return session().runRecording({u"hunt", 2, {u"look", u"!n"}}, ZNTReplay::Times::AgainAndAgain);
+    };
+    EXPECT_FALSE(run());
+    connect();
+    session().startOrPauseRecording();
+    EXPECT_TRUE(run());
+    machine.loop.advance(5);
+    EXPECT_EQ(received(), "look\r\nn\r\nlook\r\n");
+    EXPECT_TRUE(session().recorder().getACopyOfTheCommands().empty());
+    session().stopAllThatRuns();
+    EXPECT_TRUE(session().runningRecording().empty() && !session().isWalking());
+
+    EXPECT_TRUE(run());
+    session().connectToServer(); // disconnects
+    EXPECT_EQ(session().runningRecording(), u"");
+    const auto before = shown();
+    connect();
+    machine.loop.advance(10);
+    EXPECT_EQ(shown(), before);
+}

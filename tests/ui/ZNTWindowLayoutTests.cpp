@@ -138,6 +138,7 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
                   {"showZNTMudListController", "ZNTMudListView"},
                   {"showChannelHistory", "ZNTChannelHistoryView"},
                   {"doneRecording", "ZNTCommandRecorderView2"},
+                  {"keptRecordings", "ZNTKeptRecordingsForm"},
                   {"keyboardMap", "keyboardPage"},
                   {"about", "aboutPage"}};
     for (const auto& [opener, name] : sheets) {

@@ -220,6 +220,42 @@ TEST_F(ZNTWindowPlay, LinesAreRecordedReviewedAndSaved)
         EXPECT_NE(log.lines.back().find(part), std::string::npos) << part;
 }
 
+TEST_F(ZNTWindowPlay, ARecordingIsKeptRunAndStoppedByKeys)
+{
+    const auto ctrlShift = Qt::ControlModifier | Qt::ShiftModifier;
+    playDemo();
+    press(commandLine(), Qt::Key_R, ctrlShift);
+    send("say one");
+    press(commandLine(), Qt::Key_R, ctrlShift);
+    press(commandLine(), Qt::Key_K, ctrlShift);
+    QDialog& sheet = waitForDialog("ZNTCommandRecorderView2");
+    type(*QApplication::focusWidget(), "stroll");
+    press(find<QPushButton>(sheet, "keepButton"), Qt::Key_Space);
+    EXPECT_EQ(find<QLabel>(sheet, "answer").text(), u"Kept stroll: 1 command, 1 second between them."_s);
+    EXPECT_EQ(find<QTableView>(sheet, "_theTableView").model()->rowCount(), 1) << "it is a copy";
+    press(sheet, Qt::Key_Escape);
+    ASSERT_TRUE(until([&] { return window.isActiveWindow(); }));
+
+    press(commandLine(), Qt::Key_K, Qt::ControlModifier);
+    QDialog& kept = waitForDialog("ZNTKeptRecordingsForm");
+    auto& commands = find<QTableView>(kept, "commandsTable");
+    press(find<QPushButton>(kept, "renameRecordingButton"), Qt::Key_Space);
+    type(*QApplication::focusWidget(), "round");
+    pressHere(Qt::Key_Return);
+    EXPECT_TRUE(
+        until([&] { return find<QTableView>(kept, "recordingsTable").currentIndex().data() == u"round"_s; }));
+    press(find<QPushButton>(kept, "addCommandButton"), Qt::Key_Space);
+    editCell(commands, 1, 0, "say two", "say two");
+    press(find<QPushButton>(kept, "runRecordingAgainButton"), Qt::Key_Space);
+    EXPECT_TRUE(status().contains(u"running the recording round"_s));
+    EXPECT_TRUE(outputHas("You say: two"));
+    press(kept, Qt::Key_Period, Qt::ControlModifier);
+    EXPECT_FALSE(status().contains(u"running"_s) || action("stopWalking").isEnabled());
+    press(find<QPushButton>(kept, "runRecordingButton"), Qt::Key_Space);
+    press(window, Qt::Key_Period, Qt::ControlModifier);
+    EXPECT_EQ(session().runningRecording(), u"");
+}
+
 TEST_F(ZNTWindowPlay, AnAlertThatComesInTheMiddleOfALineDoesNotTakeTheTyping)
 {
     playDemo();

@@ -32,6 +32,9 @@ constexpr std::array announcementRows{
     AnnouncementRow{.what = ZNTAnnouncement::Connected, .words = "Connected to %1"},
     AnnouncementRow{.what = ZNTAnnouncement::Alert, .words = "%1 %2", .isSaidByReader = true},
     AnnouncementRow{.what = ZNTAnnouncement::AlertAgain, .words = "%1 %2"},
+    AnnouncementRow{.what = ZNTAnnouncement::Answer, .words = "%1"},
+    AnnouncementRow{.what = ZNTAnnouncement::RecordingRuns, .words = "Running %1"},
+    AnnouncementRow{.what = ZNTAnnouncement::RecordingEnded, .words = "%1 has ended"},
     AnnouncementRow{.what = ZNTAnnouncement::Welcome,
                     .words = "Press %1 to have the game read aloud, %2 for help."},
 };

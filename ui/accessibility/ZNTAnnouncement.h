@@ -10,17 +10,20 @@ enum class ZNTAnnouncement {
     TriggerSaved,
     TriggerNotSaved,
     NoTriggerSelected,
-    GamePicked, ///< its name, and the key that connects
-    MacroAdded, ///< its name
-    MacroSaved, ///< its name
-    Found,      ///< the line with the match, and "1 of 3"
-    NotFound,   ///< how the search ended
-    Tab,        ///< its title
-    Connecting, ///< to which game
-    Connected,  ///< to which game
-    Alert,      ///< title and text
-    AlertAgain, ///< the same, for a player who typed while it came
-    Welcome     ///< the keys for speech and for help
+    GamePicked,     ///< its name, and the key that connects
+    MacroAdded,     ///< its name
+    MacroSaved,     ///< its name
+    Found,          ///< the line with the match, and "1 of 3"
+    NotFound,       ///< how the search ended
+    Tab,            ///< its title
+    Connecting,     ///< to which game
+    Connected,      ///< to which game
+    Alert,          ///< title and text
+    AlertAgain,     ///< the same, for a player who typed while it came
+    Answer,         ///< a sentence about what a button has done, or why it could not
+    RecordingRuns,  ///< its name
+    RecordingEnded, ///< its name
+    Welcome         ///< the keys for speech and for help
 };
 
 namespace znt

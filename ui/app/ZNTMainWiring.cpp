@@ -121,7 +121,7 @@ void ZNTMainWiring::wireDirections()
     }
     keypadKeys = std::make_unique<ZNTKeypadKeys>(window, menu.directions());
     whenToggled(menu["keypadWalks"], [this](bool walks) { setKeypadWalks(walks); });
-    whenTriggered(menu["stopWalking"], [this] { session.stopAllWalks(); });
+    whenTriggered(menu["stopWalking"], [this] { session.stopAllThatRuns(); });
 }
 
 void ZNTMainWiring::setKeypadWalks(bool walks)
@@ -144,6 +144,8 @@ void ZNTMainWiring::wireRecorder()
         news.sayDone(status.facts().isRecording ? u"Recording" : u"Recording paused");
     });
     whenTriggered(menu["doneRecording"], [this] { session.doneRecording(); });
+    whenTriggered(menu["keepRecording"], [this] { controller.keepRecording(); });
+    whenTriggered(menu["keptRecordings"], [this] { controller.showKeptRecordings(); });
 }
 
 void ZNTMainWiring::wireCommandLine()
@@ -399,7 +401,7 @@ void ZNTMainWiring::sessionChanged(ZNTSessionChange what)
         showSpeech();
         return;
     case ZNTSessionChange::Walking:
-        menu.enable(Enabled::WhileWalking, status.facts().isWalking);
+        showWalking();
         return;
     case ZNTSessionChange::Typing:
         showTyping();
@@ -507,6 +509,20 @@ void ZNTMainWiring::showRecording()
     menu["startOrPauseRecording"]->setText(now.isRecording         ? text("&Pause recording")
                                            : now.isRecordingPaused ? text("Re&sume recording")
                                                                    : text("&Start recording"));
+}
+
+/// A recording that runs is announced at its beginning and at its end.
+void ZNTMainWiring::showWalking()
+{
+    const ZNTStatusFacts& now = status.facts();
+    menu.enable(Enabled::WhileWalking, now.isWalking || !now.runningRecording.isEmpty());
+    if (now.runningRecording == runningRecording)
+        return;
+    const QString ended = std::exchange(runningRecording, now.runningRecording);
+    if (runningRecording.isEmpty())
+        announce(ZNTAnnouncement::RecordingEnded, {ended});
+    else
+        announce(ZNTAnnouncement::RecordingRuns, {runningRecording});
 }
 
 void ZNTMainWiring::showSpeech()

@@ -61,6 +61,7 @@ private:
     void showNotice(const ZNTSessionNotice& notice);
     void showTyping();
     void showRecording();
+    void showWalking();
     void showSpeech();
 
     ZNTMainWindow& window;
@@ -73,6 +74,7 @@ private:
     ZNTSpokenNews news;
     ZNTSilenceKeys silenceKeys;
     ZNTAnnouncer announcer;
+    QString runningRecording;  ///< as it was announced last
     bool wasConnected = false; ///< when the state was last shown
     ZNTStatusFacts::Connection announced = ZNTStatusFacts::Connection::None;
     bool hasPlayed = false;

@@ -3,9 +3,11 @@
 #include "ZNTCommandRecorderSheet.h"
 #include "ZNTGameSettings.h"
 #include "ZNTHintedTable.h"
+#include "ZNTKeptRecordingsSheet.h"
 #include "ZNTMacroSheets.h"
 #include "ZNTMudListSheet.h"
 #include "ZNTPreferencesController.h"
+#include "ZNTRecorder.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTText.h"
 
@@ -17,6 +19,7 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
       windowServices(services),
       mainScreen(window),
       keeper(services.platform.places, services.platform.log, services.settingsOfCommandLine),
+      kept(services.platform.places, services.platform.log),
       zntMacroGroupDropDownController(services.platform, services.database, mainScreen.macroComboBoxGroup),
       zntMudMacroTableViewController(services.platform, services.database, zntMacroGroupDropDownController,
                                      mainScreen.macroTable),
@@ -204,7 +207,25 @@ void ZNTMudAppController::newApp() { QProcess::startDetached(QCoreApplication::a
 
 void ZNTMudAppController::showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands)
 {
+    recorderSheet().show(commands);
+}
+
+ZNTCommandRecorderSheet& ZNTMudAppController::recorderSheet()
+{
     if (!_zntCommandRecorderView)
-        _zntCommandRecorderView = std::make_unique<ZNTCommandRecorderSheet>(mainWindow, windowServices);
-    _zntCommandRecorderView->show(commands);
+        _zntCommandRecorderView = std::make_unique<ZNTCommandRecorderSheet>(mainWindow, windowServices, kept);
+    return *_zntCommandRecorderView;
+}
+
+void ZNTMudAppController::keepRecording()
+{
+    recorderSheet().showForKeeping(zntServerConnectController.recorder()._textRecorderBean());
+}
+
+void ZNTMudAppController::showKeptRecordings()
+{
+    if (!keptRecordingsSheet)
+        keptRecordingsSheet = std::make_unique<ZNTKeptRecordingsSheet>(mainWindow, windowServices, kept,
+                                                                       zntServerConnectController);
+    keptRecordingsSheet->showWindow();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZNTKeptRecordings.h"
 #include "ZNTMacroGroupDropDownController.h"
 #include "ZNTMainScreen.h"
 #include "ZNTMudMacroTableViewController.h"
@@ -15,6 +16,7 @@
 class ZNTAddMacroSheet;
 class ZNTCommandRecorderSheet;
 class ZNTEditMacroSheet;
+class ZNTKeptRecordingsSheet;
 class ZNTMudListSheet;
 class ZNTPreferencesController;
 
@@ -33,6 +35,9 @@ public:
     void showZNTAddMacroViewController() override;
     void showZNTEditMacroViewController() override;
     void showPreferencesView();
+    /// Opens the recorder's sheet, to keep what was recorded under a name.
+    void keepRecording();
+    void showKeptRecordings();
     /// Starts a further, independent instance of the program.
     void newApp();
     /// Kept as part of the interface: the window's and the application's end. Nothing has to be done at
@@ -82,6 +87,7 @@ private:
     void take(Choice choice, std::string_view name, const std::string& text);
     [[nodiscard]] QString gameBeingPlayed() const;
     void showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands);
+    [[nodiscard]] ZNTCommandRecorderSheet& recorderSheet();
     /// Makes the empty list of macros say why it is empty.
     void explainNoMacros();
 
@@ -89,6 +95,7 @@ private:
     ZNTWindowServices windowServices;
     ZNTMainScreen mainScreen;
     ZNTSettingsKeeper keeper;
+    ZNTKeptRecordings kept;
     ZNTMacroGroupDropDownController zntMacroGroupDropDownController;
     ZNTMudMacroTableViewController zntMudMacroTableViewController;
     ZNTServerConnectController zntServerConnectController;
@@ -101,4 +108,5 @@ private:
     std::unique_ptr<ZNTMudListSheet> zntMudListController;
     std::unique_ptr<ZNTPreferencesController> preferencesController;
     std::unique_ptr<ZNTCommandRecorderSheet> _zntCommandRecorderView;
+    std::unique_ptr<ZNTKeptRecordingsSheet> keptRecordingsSheet;
 };

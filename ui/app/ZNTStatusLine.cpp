@@ -25,6 +25,7 @@ void ZNTStatusLine::sessionChanged(ZNTSessionChange what)
         break;
     case ZNTSessionChange::Walking:
         facts_.isWalking = controller.serverConnectController().isWalking();
+        facts_.runningRecording = znt::qtText(controller.serverConnectController().runningRecording());
         break;
     case ZNTSessionChange::Speech:
         takeSpeech();

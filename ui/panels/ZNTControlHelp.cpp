@@ -87,10 +87,21 @@ constexpr auto controlHelp = std::to_array<ControlHelpRow>({
     {"_addButton", "Adds an empty command at the end."},
     {"_deleteButton", "Removes the selected command."},
     {"_clearList", "Removes all commands."},
-    {"_aliasName", "The name under which the commands are stored."},
+    {"_aliasName", "The name under which Keep keeps the commands."},
     {"_secondsBetweenSendingCommands", "How many seconds pass between two commands."},
-    {"_saveButton", "Stores the commands under the name and closes this window."},
+    {"keepButton", "Keeps a copy of the commands under the name, for Kept recordings."},
+    {"_saveButton", "Notes the commands in the log and empties the list. It keeps nothing."},
     {"_cancelButton", "Closes this window. The recording stays."},
+    {"recordingsTable", "The recordings that are kept. F2 edits the name or the seconds."},
+    {"runRecordingButton", "Sends the commands of the selected recording once."},
+    {"runRecordingAgainButton", "Sends the commands of the selected recording again and again."},
+    {.control = "stopRecordingButton", .action = "stopWalking"},
+    {"renameRecordingButton", "Edits the name of the selected recording."},
+    {"removeRecordingButton", "Removes the selected recording for good, after a question."},
+    {"commandsTable", "The commands of the selected recording. F2 edits one."},
+    {"addCommandButton", "Adds a command at the end, which you can change."},
+    {"deleteCommandButton", "Removes the selected command."},
+    {"closeKeptButton", "Closes this window. A recording that runs goes on."},
 });
 
 QString sentenceOf(std::string_view utf8)

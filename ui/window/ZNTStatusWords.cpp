@@ -32,6 +32,8 @@ QString znt::statusInWords(const ZNTStatusFacts& facts)
         words << QStringLiteral("recording paused");
     if (facts.isWalking)
         words << QStringLiteral("walking");
+    if (!facts.runningRecording.isEmpty())
+        words << QStringLiteral("running the recording ") + facts.runningRecording;
     words << (!facts.isSpeechOn         ? QStringLiteral("speech off")
               : facts.isSpeechAvailable ? QStringLiteral("speech on")
                                         : QStringLiteral("speech unavailable"));

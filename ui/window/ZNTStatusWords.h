@@ -13,6 +13,7 @@ struct ZNTStatusFacts {
     bool isRecording = false;
     bool isRecordingPaused = false;
     bool isWalking = false;
+    QString runningRecording; ///< its name; empty while none runs
     bool isSpeechOn = false;
     bool isSpeechAvailable = true;
     bool isMuted = false;

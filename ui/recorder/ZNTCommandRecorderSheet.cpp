@@ -1,12 +1,16 @@
 #include "ZNTCommandRecorderSheet.h"
 
+#include "ZNTAnnouncement.h"
 #include "ZNTControlHelp.h"
 #include "ZNTPlatform.h"
+#include "ZNTQtText.h"
 
 #include <QHeaderView>
 
-ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindowServices& services)
-    : dialog(new ZNTSheetDialog(&window)),
+ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindowServices& services,
+                                                 ZNTKeptRecordings& kept)
+    : kept(kept),
+      dialog(new ZNTSheetDialog(&window)),
       rows({{"command", QStringLiteral("Command")}}),
       theTableView((layout.setupUi(dialog), layout._theTableView), &rows),
       theSheet(dialog),
@@ -26,6 +30,7 @@ ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindo
     click(layout._addButton, [this] { controller.addEmptyRow(); });
     click(layout._deleteButton, [this] { controller.removeItem(); });
     click(layout._clearList, [this] { controller.clearList(); });
+    click(layout.keepButton, [this] { keep(); });
     click(layout._saveButton, [this] { controller.saveToDatabase(); });
     click(layout._cancelButton, [this] { controller.cancelEditing(); });
     dialog->whenCancelled = [this] { controller.cancelEditing(); };
@@ -41,7 +46,22 @@ void ZNTCommandRecorderSheet::show(ZNTCommandRecorderDataSource& commands)
                     [&commands](const ZNTCellValue& value, std::string_view, long row) {
                         commands.tableViewSetObjectValue(std::get<std::u16string>(value), row);
                     }});
+    layout.answer->clear();
     controller.showWindow();
     controller.set_theDataSource(commands);
     layout._theTableView->setFocus();
+}
+
+void ZNTCommandRecorderSheet::showForKeeping(ZNTCommandRecorderDataSource& commands)
+{
+    show(commands);
+    if (commands.numberOfRowsInTableView() > 0)
+        layout._aliasName->setFocus();
+}
+
+void ZNTCommandRecorderSheet::keep()
+{
+    const QString answer = znt::qtText(controller.keep(kept));
+    layout.answer->setText(answer);
+    znt::announce(ZNTAnnouncement::Answer, {answer});
 }

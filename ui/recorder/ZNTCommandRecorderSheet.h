@@ -12,12 +12,17 @@ class ZNTCommandRecorderSheet
 {
 public:
     /// A child of `window`; all else outlives the sheet.
-    ZNTCommandRecorderSheet(QWidget& window, const ZNTWindowServices& services);
+    ZNTCommandRecorderSheet(QWidget& window, const ZNTWindowServices& services, ZNTKeptRecordings& kept);
 
     /// Opens the sheet on `commands`, the recorder's own list, which outlives the sheet.
     void show(ZNTCommandRecorderDataSource& commands);
+    /// The same for a player who wants to keep the list: asks for its name first, if there is anything in it.
+    void showForKeeping(ZNTCommandRecorderDataSource& commands);
 
 private:
+    void keep();
+
+    ZNTKeptRecordings& kept;
     ZNTSheetDialog* dialog;
     Ui::ZNTCommandRecorderView2 layout;
     ZNTRowModel rows;
