@@ -131,6 +131,7 @@ TEST_F(ZNTWindowAccess, EveryControlExplainsItself)
     action("showZNTMudListController").trigger();
     action("showChannelHistory").trigger();
     action("addMacro").trigger();
+    action("keptRecordings").trigger();
     action("doneRecording").trigger();
     action("keyboardMap").trigger();
     for (QWidget* control : QApplication::allWidgets()) {

@@ -187,6 +187,12 @@ def walk_sheets(walk):
     program.press("Return")
     wait_for(lambda: program.content() == "", "the command line to be sent")
     walk.dialog("Command Recorder", keys="ctrl+shift+f")
+    _, opener = walk.open("Command Recorder", keys="ctrl+shift+k")
+    wait_for(lambda: program.stop()[1] == "text 'Name'", "the name of what is kept")
+    program.type("stroll")
+    program.press("alt+k")
+    walk.leave(opener)
+    walk.dialog("Kept Recordings", keys="ctrl+k")
     walk.dialog("Select Font", keys="ctrl+shift+o")
     walk.dialog("Keyboard map", keys="F1")
 
