@@ -19,6 +19,14 @@ bool isCaretQuiet = false;
 /// The handler that was there before ours; null for Qt's own way to the accessibility bus.
 QAccessible::UpdateHandler next = nullptr;
 
+/// Whether a field says that all of it is selected before it says that it has the focus, or that nothing is
+/// after it lost the focus. A reader says what is selected when it says the field.
+bool isSelectionOfFocusChange(const QAccessibleEvent& event)
+{
+    const auto* line = qobject_cast<const QLineEdit*>(event.object());
+    return line && event.type() == QAccessible::TextSelectionChanged && (isCaretQuiet || !line->hasFocus());
+}
+
 /// Qt says what is typed as it is, also in a field that shows dots. A reader would say each letter.
 bool isHiddenTyping(const QAccessibleEvent& event)
 {
@@ -46,7 +54,7 @@ bool isBehindMenu(const QAccessibleEvent& event)
 void tellWhatIsKnown(QAccessibleEvent* event)
 {
     if ((isCaretQuiet && event->type() == QAccessible::TextCaretMoved) || isHiddenTyping(*event) ||
-        isBehindMenu(*event))
+        isBehindMenu(*event) || isSelectionOfFocusChange(*event))
         return;
     QAccessible::installUpdateHandler(next);
     QAccessible::updateAccessibility(event);
