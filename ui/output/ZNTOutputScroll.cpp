@@ -3,11 +3,6 @@
 #include <QWidget>
 #include <algorithm>
 
-namespace
-{
-
-} // namespace
-
 std::int64_t ZNTOutputScroll::newLinesBelow() const
 {
     return isFollowing_ ? 0 : std::max<std::int64_t>(0, store.endLine() - endLineSeen);
@@ -77,9 +72,9 @@ std::optional<ZNTRowPlace> ZNTOutputScroll::topToShow(ZNTRowPlace place) const
 std::vector<ZNTOutputScroll::Pane> ZNTOutputScroll::panes() const
 {
     std::vector<Pane> found{{top_, ZNTOutputLayout::margin, readingHeight()}};
-    const int height = lastRowsShown() * rowHeight();
-    if (!isFollowing_ && height > 0)
-        found.push_back({layout.highestAbove(layout.lastRow(), height),
+    const int height = isFollowing_ ? 0 : lastRowsHeight();
+    if (height > 0)
+        found.push_back({layout.highestAbove(lastRowWithText(), height),
                          viewport.height() - ZNTOutputLayout::margin - height, height});
     return found;
 }
@@ -89,19 +84,35 @@ int ZNTOutputScroll::textHeight() const
     return std::max(viewport.height() - 2 * ZNTOutputLayout::margin, rowHeight());
 }
 
-/// Few where there is little room: what is read comes first.
+ZNTRowPlace ZNTOutputScroll::lastRowWithText() const
+{
+    const auto last = layout.lastRow();
+    return store.line(last.line).text.empty() ? layout.rows().moved(last, -1) : last;
+}
+
+/// Few where there is little room: what is read comes first. None where there is no room for one row of each.
 int ZNTOutputScroll::lastRowsShown() const
 {
-    constexpr int fewRows = 6, enoughRows = 12, share = 5, most = 5;
+    constexpr int enoughRows = 12, share = 5, most = 5;
     const int all = textHeight() / rowHeight();
-    return all >= enoughRows ? std::min(all / share, most) : all >= fewRows ? 1 : 0;
+    const bool hasRoomForOne = textHeight() - stripHeight() >= 2 * rowHeight();
+    return all >= enoughRows ? std::min(all / share, most) : hasRoomForOne ? 1 : 0;
+}
+
+/// A last row in a larger font than the present one is shown whole, if that leaves half of the view to read.
+int ZNTOutputScroll::lastRowsHeight() const
+{
+    const int rows = lastRowsShown();
+    if (rows == 0)
+        return 0;
+    const int larger = std::min(layout.heightOfRow(lastRowWithText()), (textHeight() - stripHeight()) / 2);
+    return std::max(rows * rowHeight(), larger);
 }
 
 int ZNTOutputScroll::stripHeight() const { return mark.sizeHint().height() + 2; }
 
 int ZNTOutputScroll::readingHeight(Split split) const
 {
-    return split == Split::No
-               ? textHeight()
-               : std::max(textHeight() - stripHeight() - lastRowsShown() * rowHeight(), rowHeight());
+    return split == Split::No ? textHeight()
+                              : std::max(textHeight() - stripHeight() - lastRowsHeight(), rowHeight());
 }

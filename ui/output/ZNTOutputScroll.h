@@ -9,7 +9,8 @@
 class QWidget;
 
 /// Which rows are on the screen: those that the player reads and, while these are not the end of the text,
-/// the last rows in a pane of their own below them.
+/// the last rows in a pane of their own below them. The empty row that waits for more text is not among the
+/// last ones.
 ///
 /// While it follows the end, new text moves what is read. Else the first row stays where it is.
 class ZNTOutputScroll
@@ -66,7 +67,9 @@ public:
 private:
     [[nodiscard]] int rowHeight() const { return fonts.face(store.defaultFont()).cellHeight(); }
     [[nodiscard]] int textHeight() const;
+    [[nodiscard]] ZNTRowPlace lastRowWithText() const;
     [[nodiscard]] int lastRowsShown() const;
+    [[nodiscard]] int lastRowsHeight() const;
     [[nodiscard]] int readingHeight(Split split) const;
 
     const ZNTOutputStore& store;
