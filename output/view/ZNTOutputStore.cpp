@@ -103,6 +103,7 @@ struct ZNTOutputStore::Block {
     std::u16string text;
     std::vector<LineStart> lines;
     std::vector<Run> runs;
+    std::vector<Arrival> arrivals;       ///< where the text of another second begins
     std::optional<FontNumber> firstFont; ///< of its text
     bool hasSeveralFonts = false;
 
@@ -111,13 +112,14 @@ struct ZNTOutputStore::Block {
     [[nodiscard]] std::size_t memory() const
     {
         return sizeof(Block) + text.capacity() * sizeof(char16_t) + lines.capacity() * sizeof(LineStart) +
-               runs.capacity() * sizeof(Run);
+               runs.capacity() * sizeof(Run) + arrivals.capacity() * sizeof(Arrival);
     }
     void trim()
     {
         text.shrink_to_fit();
         lines.shrink_to_fit();
         runs.shrink_to_fit();
+        arrivals.shrink_to_fit();
     }
 };
 
@@ -129,8 +131,10 @@ ZNTOutputStore::ZNTOutputStore()
 
 ZNTOutputStore::~ZNTOutputStore() = default;
 
-void ZNTOutputStore::append(const ZNTAttributedText& text)
+void ZNTOutputStore::append(const ZNTAttributedText& text, std::uint32_t second)
 {
+    now = second;
+    noteArrival();
     constexpr auto unknown = std::numeric_limits<StyleNumber>::max();
     std::vector<StyleNumber> numbers(text.sets.size(), unknown);
     const std::u16string_view all = text.text;
@@ -148,6 +152,29 @@ void ZNTOutputStore::append(const ZNTAttributedText& text)
     }
     appendPlain(all.substr(from), style);
     dropOldBlocks();
+}
+
+/// What is added to the last block from here on came now.
+void ZNTOutputStore::noteArrival()
+{
+    auto& block = *blocks.back();
+    const auto offset = static_cast<std::uint16_t>(block.text.size());
+    if (!block.arrivals.empty() && block.arrivals.back().offset == offset)
+        block.arrivals.back().second = now; // an append without text
+    else if (block.arrivals.empty() || block.arrivals.back().second != now)
+        block.arrivals.push_back({now, offset});
+}
+
+std::uint32_t ZNTOutputStore::secondOf(Position position) const
+{
+    if (start() == end())
+        return 0;
+    const auto inside = std::clamp(position, start(), end() - 1);
+    const auto& block = blockNumbered(blockAt(inside));
+    const auto after =
+        std::upper_bound(block.arrivals.begin(), block.arrivals.end(), inside - block.start,
+                         [](Position wanted, const Arrival& candidate) { return wanted < candidate.offset; });
+    return after == block.arrivals.begin() ? 0 : std::prev(after)->second;
 }
 
 void ZNTOutputStore::setDefaultFont(const ZNTFont& font)
@@ -254,6 +281,7 @@ void ZNTOutputStore::startBlock()
     }
     block->lines.push_back({0, 0});
     blocks.push_back(std::move(block));
+    noteArrival();
 }
 
 void ZNTOutputStore::dropOldBlocks()

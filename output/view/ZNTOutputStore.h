@@ -29,8 +29,8 @@ struct ZNTOutputStyle {
 };
 
 /// Everything that a game has sent, compactly: UTF-16 in blocks of about 100 KB, four bytes a run of
-/// attributes, four bytes a line. The cost of an append does not depend on the length of the text, and text
-/// in the store never moves.
+/// attributes, four bytes a line, eight bytes a second with text. The cost of an append does not depend on
+/// the length of the text, and text in the store never moves.
 ///
 /// Line ends (CR LF, LF CR, LF, CR; the pair also in two appends) are each kept as one "\n". Other control
 /// characters but TAB are left out. Positions (UTF-16 offsets) and line numbers count from the first text
@@ -76,7 +76,8 @@ public:
     ZNTOutputStore(const ZNTOutputStore&) = delete;
     ZNTOutputStore& operator=(const ZNTOutputStore&) = delete;
 
-    void append(const ZNTAttributedText& text);
+    /// `second` is when the text came, since 1970; 0 if nobody will ask.
+    void append(const ZNTAttributedText& text, std::uint32_t second = 0);
     /// The next text begins a line of its own, without a line break in the text. Answers that line's number.
     std::int64_t startFreshLine();
     /// The font of text that names none. 12 points of Menlo until set.
@@ -107,6 +108,9 @@ public:
     /// The text of [from, to), brought inside what is there.
     [[nodiscard]] std::u16string text(Position from, Position to) const;
 
+    /// When the character at `position` came; at the end of the text, the one before it. 0 if not known.
+    [[nodiscard]] std::uint32_t secondOf(Position position) const;
+
     /// Blocks are numbered like lines: from the first ever, [firstBlock, endBlock).
     [[nodiscard]] std::int64_t firstBlock() const { return droppedBlocks; }
     [[nodiscard]] std::int64_t endBlock() const;
@@ -136,8 +140,13 @@ private:
         std::uint16_t offset;  // in the block
         std::uint16_t columns; // the highest bit marks a line that goes on in the next without a break
     };
+    struct Arrival {
+        std::uint32_t second; // since 1970
+        std::uint16_t offset; // in the block
+    };
     struct Block;
 
+    void noteArrival();
     FontNumber numberOfFont(const ZNTFont& font);
     StyleNumber styleFor(const ZNTAttributeSet& attributes);
     void appendPlain(std::u16string_view text, StyleNumber style);
@@ -160,6 +169,7 @@ private:
     std::vector<ZNTOutputStyle> styles;
     std::map<std::uint64_t, StyleNumber> styleNumbers;
 
+    std::uint32_t now = 0;      // the second of the present append
     char16_t breakJustMade = 0; // the CR or LF whose partner, coming next, belongs to the same break
     znt::AmbiguousWidth ambiguous = znt::AmbiguousWidth::Narrow;
 };

@@ -46,6 +46,8 @@ struct ZNTSettings {
     bool standardTelnet = false;
     bool tellScreenReader = false;
     bool fullColours = false;
+    bool webLinks = false;
+    bool lineTimes = false;
     bool standardSounds = false;
     bool speech = false;
     bool interruption = false;
@@ -157,6 +159,16 @@ inline constexpr std::array ZNTSettingsTable{
                   .tab = ZNTSettingTab::Protocols,
                   .scope = ZNTSettingScope::Game,
                   .follows = znt::standardTelnet},
+    ZNTSettingRow{.name = "web-links",
+                  .field = &ZNTSettings::webLinks,
+                  .sentence = "Underlines web addresses in the window; a click on one asks to open it.",
+                  .tab = ZNTSettingTab::Encoding,
+                  .scope = ZNTSettingScope::Player},
+    ZNTSettingRow{.name = "line-times",
+                  .field = &ZNTSettings::lineTimes,
+                  .sentence = "Shows in the window when a line came, while the pointer is over it.",
+                  .tab = ZNTSettingTab::Encoding,
+                  .scope = ZNTSettingScope::Player},
     ZNTSettingRow{.name = "standard-sounds",
                   .field = &ZNTSettings::standardSounds,
                   .sentence = "Reads sound tags as their standard says, also without a folder in the name.",

@@ -2,6 +2,7 @@
 #include "ZNTRandomText.h"
 
 #include <gtest/gtest.h>
+#include <map>
 
 namespace
 {
@@ -102,6 +103,33 @@ TEST(OutputStore, PlacesAndTextAgreeWithAPlainStringOverManyBlocks)
         ASSERT_EQ(store.text(static_cast<std::int64_t>(at), static_cast<std::int64_t>(to)),
                   plain.substr(at, to - at));
     }
+}
+
+TEST(OutputStore, EachCharacterHasTheSecondInWhichItCame)
+{
+    ZNTOutputStore store;
+    EXPECT_EQ(store.secondOf(store.end()), 0U);
+    store.append(coloured(u"> "), 5);
+    store.append({}, 6);
+    store.append(coloured(u"look\r"), 7);
+    store.append(coloured(u"\nroom\n"), 7);
+    store.append(coloured(u"late"), 3); // the clock was set back
+    for (const auto& [offset, second] :
+         std::map<int, unsigned>{{0, 5}, {1, 5}, {2, 7}, {11, 7}, {12, 3}, {99, 3}})
+        EXPECT_EQ(store.secondOf(offset), second) << offset;
+
+    // Over blocks, and when the first ones go.
+    const auto line = std::u16string(99, u'x') + u"\n";
+    for (unsigned number = 0; number < 20'000; ++number)
+        store.append(coloured(line), 1000 + number / 700);
+    const auto bytes = store.memoryInUse();
+    EXPECT_LT(bytes, 20'000 * (2 * line.size() + 8));
+    store.setMemoryLimit(bytes / 2);
+    ASSERT_GT(store.start(), 16);
+    for (auto position = store.start(); position < store.end(); position += 50)
+        ASSERT_EQ(store.secondOf(position), 1000 + static_cast<unsigned>((position - 16) / 100) / 700);
+    store.clear();
+    EXPECT_EQ(store.secondOf(0), 0U);
 }
 
 TEST(OutputStore, TheOldestTextGoesAtTheLimitAndNumbersStay)

@@ -1,6 +1,7 @@
 #include "ZNTOutputViewFixture.h"
 
 #include <QClipboard>
+#include <QDateTime>
 #include <QPushButton>
 
 namespace
@@ -57,6 +58,85 @@ TEST_F(OutputView, WhileOneReadsFurtherUpTheLastRowsStandBelowAndTheMarkCoversNo
         EXPECT_TRUE(area.bottom() < mark->y() || area.top() > mark->geometry().bottom()) << line;
     }
     EXPECT_FALSE(rectOf(view.store().endLine() - 4).isEmpty());
+}
+
+TEST_F(OutputView, HoweverLowTheViewTheEndStaysInSightWhileOneReadsFurtherUp)
+{
+    addLines(0, 100);
+    for (const int rows : {12, 9, 6, 5, 4}) {
+        SCOPED_TRACE(rows);
+        view.resize(view.sizeForGrid(40, rows));
+        settle();
+        view.jumpToEnd();
+        view.pageUp();
+        EXPECT_FALSE(view.followsEnd());
+        const auto newest = rectOf(view.store().endLine() - 2);
+        EXPECT_FALSE(newest.isEmpty()) << "the last line, not the empty one below it";
+        EXPECT_LT(newest.bottom(), view.viewport()->height());
+        EXPECT_FALSE(rectOf(view.store().lineAt(view.positionAt({8, 8}))).isEmpty());
+    }
+    // A last row that is higher than the pane is not cut off.
+    view.resize(view.sizeForGrid(40, 10));
+    auto large = coloured(u"LARGE");
+    large.sets.front().font = ZNTFont{u"Menlo", 30};
+    view.append(large);
+    settle();
+    EXPECT_LE(rectOf(view.store().endLine() - 1).bottom(), view.viewport()->height());
+}
+
+TEST_F(OutputView, AClickOnAWebAddressAsksOnlyOnceThePlayerWantsIt)
+{
+    view.append(coloured(u"See http://a.example/b, you.\n"));
+    settle();
+    QStringList clicked;
+    QObject::connect(&view, &ZNTOutputView::webAddressClicked, &view,
+                     [&](const QString& address) { clicked << address; });
+    const auto click = [&](QPoint from, QPoint to) {
+        mouse(QEvent::MouseButtonPress, from);
+        mouse(QEvent::MouseMove, to);
+        mouse(QEvent::MouseButtonRelease, to);
+    };
+    const auto picture = view.grab().toImage();
+    click(pointOf(10), pointOf(10));
+    EXPECT_EQ(clicked, QStringList());
+    view.setWebLinks(true);
+    press(Qt::Key_End, Qt::ControlModifier);
+    settle();
+    EXPECT_NE(view.grab().toImage(), picture) << "underlined";
+    click(pointOf(5), pointOf(12)); // selects
+    const auto beside = rectOf(0, 27).center() + QPoint(60, 0);
+    for (const auto point : {pointOf(3), pointOf(22), beside})
+        click(point, point);
+    EXPECT_EQ(clicked, QStringList());
+    for (const int offset : {4, 21})
+        click(pointOf(offset), pointOf(offset));
+    EXPECT_EQ(clicked, QStringList(2, u"http://a.example/b"_s));
+}
+
+TEST_F(OutputView, TheTimeOfALineIsThatOfTheLineWhereThePlayerIs)
+{
+    view.activateWindow();
+    EXPECT_EQ(view.timeOfLineInWords(), QString());
+    const QDateTime noon(QDate(2026, 3, 4), QTime(12, 0));
+    std::uint32_t now = 0;
+    const auto isAt = [&](const QDateTime& time) {
+        now = static_cast<std::uint32_t>(time.toSecsSinceEpoch());
+    };
+    view.setClock([&] { return now; });
+    const std::pair<QDateTime, const char16_t*> sent[] = {
+        {noon.addDays(-1), u"yesterday\n"}, {noon, u"prompt> "}, {noon.addSecs(61), u"look\n\n"}};
+    for (const auto& [time, text] : sent) {
+        isAt(time);
+        view.append(coloured(text));
+    }
+    settle();
+    EXPECT_EQ(view.timeOfLineInWords(), u"12:00:00, prompt> look"_s) << "when the line began";
+    press(Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(view.timeOfLineInWords(), u"2026-03-03 12:00:00, yesterday"_s);
+    view.clearFocus();
+    EXPECT_EQ(view.timeOfLineInWords(), u"12:00:00, prompt> look"_s);
+    view.select(2, 4);
+    EXPECT_EQ(view.timeOfLineInWords(), u"2026-03-03 12:00:00, yesterday"_s);
 }
 
 TEST_F(OutputView, ASessionBeginsOnALineOfItsOwnThatIsInNoText)

@@ -194,6 +194,7 @@ def walk_sheets(walk):
     walk.leave(opener)
     walk.dialog("Kept Recordings", keys="ctrl+k")
     walk.dialog("Select Font", keys="ctrl+shift+o")
+    walk.dialog("Open a web address", keys="ctrl+shift+w")
     walk.dialog("Keyboard map", keys="F1")
 
 

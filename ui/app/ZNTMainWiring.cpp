@@ -24,6 +24,7 @@
 #include "ZNTSoundFactory.h"
 #include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
+#include "ZNTWebAddressDialogs.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -70,6 +71,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireRecorder();
     wireCommandLine();
     wireEditing();
+    wirePlaces();
     wireMacros();
     wireSpeech();
     wireChannels();
@@ -178,6 +180,21 @@ void ZNTMainWiring::wireEditing()
     whenTriggered(menu["find"], [this] { window.findBar->open(); });
     whenTriggered(menu["findNext"], [this] { window.findBar->findNext(); });
     whenTriggered(menu["findPrevious"], [this] { window.findBar->findPrevious(); });
+}
+
+/// What stands at a place in the output.
+void ZNTMainWiring::wirePlaces()
+{
+    ZNTOutputView* output = window.textFromServer;
+    webAddresses = std::make_unique<ZNTWebAddressDialogs>(window, *output);
+    whenTriggered(menu["openWebAddress"], [this] { webAddresses->showList(); });
+    QObject::connect(output, &ZNTOutputView::webAddressClicked, menu["openWebAddress"],
+                     [this](const QString& address) { webAddresses->ask(address); });
+    whenTriggered(menu["sayLineTime"], [this, output] {
+        const auto words = output->timeOfLineInWords();
+        session.zntSpeechSynth().speakAtOnce(words.isEmpty() ? u"No line yet" : textOfQt(words));
+        output->showTimeOfLine();
+    });
 }
 
 void ZNTMainWiring::wireMacros()
@@ -480,6 +497,8 @@ void ZNTMainWiring::showSettings()
     menu["standardTelnet"]->setChecked(settings.standardTelnet);
     menu["setUpForListening"]->setChecked(isSetUpForListening(settings));
     showListeningBox();
+    window.textFromServer->setWebLinks(settings.webLinks);
+    window.textFromServer->setLineTimes(settings.lineTimes);
 }
 
 /// A hint is not for players who have made a choice, nor for the demo game, which plays right both ways.

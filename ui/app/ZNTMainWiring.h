@@ -16,6 +16,7 @@ class ZNTConnectionWiring;
 class ZNTHelpWindow;
 class ZNTKeypadKeys;
 class ZNTQuitAnywhere;
+class ZNTWebAddressDialogs;
 
 /// Joins the main window's buttons, keys and menus to what they do, and keeps what it shows in step with the
 /// session: what changed says which part is looked at again.
@@ -47,6 +48,7 @@ private:
     void wireColours();
     void wireHelp();
     void setKeypadWalks(bool walks);
+    void wirePlaces();
     void setSpeech(bool on);
     void setUpForListening(bool on);
     void showListeningBox();
@@ -81,6 +83,7 @@ private:
     bool wasTypingHidden = false;
     std::unique_ptr<ZNTChannelHistorySheet> channelSheet; ///< made when it is first asked for
     std::unique_ptr<ZNTHelpWindow> help;
+    std::unique_ptr<ZNTWebAddressDialogs> webAddresses;
     std::unique_ptr<ZNTKeypadKeys> keypadKeys;
     std::unique_ptr<ZNTQuitAnywhere> quitAnywhere;
 };

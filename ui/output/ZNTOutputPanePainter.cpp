@@ -1,5 +1,7 @@
 #include "ZNTOutputPanePainter.h"
 
+#include "ZNTWebAddresses.h"
+
 #include <QPainter>
 #include <algorithm>
 
@@ -24,6 +26,10 @@ void ZNTOutputPanePainter::paint(QPainter& canvas, const ZNTOutputScroll::Pane& 
         const auto grid = layout.rows().gridOf(line);
         znt::wrapLine(line.text, grid.width, starts);
         finder.matchesIn(line.text, matches);
+        if (underlinesAddresses)
+            znt::webAddressesIn(line.text, addresses);
+        else
+            addresses.clear();
         for (; index < static_cast<int>(starts.size()); ++index) {
             const auto row =
                 ZNTOutputLayout::rowOfLine(line, number, starts, static_cast<std::size_t>(index));
@@ -71,15 +77,23 @@ void ZNTOutputPanePainter::gatherStretches(const ZNTOutputLayout::Row& row,
                                               Mark::None});
                      });
     const Position line = row.start - static_cast<Position>(row.offset);
+    const auto marking = [](Mark mark) {
+        return [mark](ZNTOutputPainter::Stretch& part) { part.mark = mark; };
+    };
+    for (const auto& [from, to] : addresses)
+        layOver(row, line + static_cast<Position>(from), line + static_cast<Position>(to),
+                [](ZNTOutputPainter::Stretch& part) { part.style.isUnderlined = true; });
     for (const auto& [from, to] : matches)
-        layOver(Mark::Match, row, line + static_cast<Position>(from), line + static_cast<Position>(to));
-    layOver(Mark::Selected, row, selected.first, selected.second);
+        layOver(row, line + static_cast<Position>(from), line + static_cast<Position>(to),
+                marking(Mark::Match));
+    layOver(row, selected.first, selected.second, marking(Mark::Selected));
     if (const auto& match = finder.currentMatch())
-        layOver(Mark::CurrentMatch, row, match->start, match->end);
+        layOver(row, match->start, match->end, marking(Mark::CurrentMatch));
 }
 
-/// Gives the part of the row in [from, to) the look of `mark`: stretches are cut at both ends.
-void ZNTOutputPanePainter::layOver(Mark mark, const ZNTOutputLayout::Row& row, Position from, Position to)
+/// Changes the look of the part of the row in [from, to): stretches are cut at both ends.
+template <typename Change>
+void ZNTOutputPanePainter::layOver(const ZNTOutputLayout::Row& row, Position from, Position to, Change change)
 {
     from = std::max(from, row.start);
     to = std::min(to, row.end());
@@ -97,7 +111,8 @@ void ZNTOutputPanePainter::layOver(Mark mark, const ZNTOutputLayout::Row& row, P
         }
         if (stretch.from < begin)
             laidOver.push_back({stretch.from, begin, stretch.style, stretch.mark});
-        laidOver.push_back({begin, end, stretch.style, mark});
+        laidOver.push_back({begin, end, stretch.style, stretch.mark});
+        change(laidOver.back());
         if (end < stretch.to)
             laidOver.push_back({end, stretch.to, stretch.style, stretch.mark});
     }

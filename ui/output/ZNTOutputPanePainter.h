@@ -12,7 +12,7 @@ class QPainter;
 class QRect;
 
 /// Paints the rows of a pane: each in the colours of its text, with what is found and what is selected laid
-/// over them, and with a rule above a session's first row.
+/// over them, web addresses underlined if that is wanted, and a rule above a session's first row.
 class ZNTOutputPanePainter
 {
 public:
@@ -29,6 +29,7 @@ public:
     }
 
     void setReadableColours(bool readable) { painter.setReadableColours(readable); }
+    void setWebLinks(bool shown) { underlinesAddresses = shown; }
 
     /// Only rows that touch `damaged` are painted. `width` is the viewport's; [selected) may be empty.
     void paint(QPainter& canvas, const ZNTOutputScroll::Pane& pane, const QRect& damaged, int width,
@@ -39,14 +40,16 @@ private:
                   const ZNTLineGrid& grid, const QRect& area);
     /// Fills `stretches` with the looks of the row.
     void gatherStretches(const ZNTOutputLayout::Row& row, std::pair<Position, Position> selected);
-    void layOver(ZNTOutputPainter::Mark mark, const ZNTOutputLayout::Row& row, Position from, Position to);
+    template <typename Change>
+    void layOver(const ZNTOutputLayout::Row& row, Position from, Position to, Change change);
 
     const ZNTOutputStore& store;
     const ZNTOutputLayout& layout;
     const ZNTOutputFind& finder;
     ZNTOutputPainter painter;
+    bool underlinesAddresses = false;
     // Kept from row to row, so that a flood of rows allocates nothing
     std::vector<std::uint32_t> starts;
     std::vector<ZNTOutputPainter::Stretch> stretches, laidOver;
-    std::vector<std::pair<std::size_t, std::size_t>> matches; ///< of the line, in its text
+    std::vector<std::pair<std::size_t, std::size_t>> matches, addresses; ///< of the line, in its text
 };

@@ -3,6 +3,7 @@
 #include "ZNTEmptyHint.h"
 #include "ZNTOutputAccessible.h"
 
+#include <QDateTime>
 #include <QLocale>
 #include <QPaintEvent>
 #include <QPainter>
@@ -13,8 +14,8 @@
 #include <cmath>
 
 // The widget: text that arrives, painting, scrolling, search. Keys, mouse and caret are in
-// ZNTOutputViewInput.cpp. It joins its parts and Qt's events; rows, places and colours are found by the
-// parts.
+// ZNTOutputViewInput.cpp, web addresses and times in ZNTOutputViewDetails.cpp. It joins its parts and Qt's
+// events; rows, places and colours are found by the parts.
 
 namespace
 {
@@ -30,7 +31,8 @@ constexpr QColor stripColour(0x26, 0x2A, 0x31);
 ZNTOutputView::ZNTOutputView(QWidget* parent)
     : QAbstractScrollArea(parent),
       mark(new QPushButton(viewport())),
-      scrolling(store_, fonts, textLayout, *viewport(), *mark)
+      scrolling(store_, fonts, textLayout, *viewport(), *mark),
+      clock([] { return static_cast<std::uint32_t>(QDateTime::currentSecsSinceEpoch()); })
 {
     QAccessible::installFactory(&ZNTOutputAccessible::make);
     setObjectName(QStringLiteral("textFromServer"));
@@ -73,7 +75,7 @@ void ZNTOutputView::append(const ZNTAttributedText& text)
 {
     const auto oldStart = store_.start();
     const bool wasEmpty = isEmpty();
-    store_.append(text);
+    store_.append(text, clock());
     noteDropped(oldStart);
     if (wasEmpty)
         describeWhileEmpty();

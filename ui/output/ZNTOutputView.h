@@ -13,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -70,6 +71,15 @@ public:
     void setAmbiguousWidth(znt::AmbiguousWidth width);
     /// Whether colours too dark to be read on their background are made lighter. Off until switched on.
     void setReadableColours(bool readable);
+    /// Whether web addresses are underlined, and a click on one asks to open it. Off until switched on.
+    void setWebLinks(bool shown);
+    /// Whether the pointer over a line shows when it came. Off until switched on.
+    void setLineTimes(bool shown);
+    /// For the times of lines: the seconds since 1970. The system's clock until set.
+    void setClock(std::function<std::uint32_t()> seconds) { clock = std::move(seconds); }
+    /// When the line came that the player is at, and its text: that of a selection, else that of the
+    /// caret while the view has the focus, else the last one with text. Empty if there is no text.
+    [[nodiscard]] QString timeOfLineInWords() const;
     /// Text in memory past this many bytes is dropped from the beginning. ZNTOutputStore has the default.
     void setMemoryLimit(std::size_t bytes);
 
@@ -118,6 +128,8 @@ public:
 public Q_SLOTS:
     void copy();
     void selectAll();
+    /// Shows the time of the line that the player is at, beside it if it is in sight.
+    void showTimeOfLine();
     /// Goes to the end and follows it again.
     void jumpToEnd();
     /// Scroll without moving the caret, for keys pressed in the command line.
@@ -143,9 +155,12 @@ Q_SIGNALS:
     void gridChanged();
     void followsEndChanged(bool follows);
     void findStatusChanged(const ZNTOutputFind::Status& status);
+    /// The player clicked a web address, as it stands in the text.
+    void webAddressClicked(const QString& address);
 
 protected:
     bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
@@ -191,6 +206,12 @@ private:
     [[nodiscard]] std::pair<Position, Position> unitAround(Position position) const;
     void offerPrimarySelection();
 
+    // What is under the pointer
+    [[nodiscard]] QString webAddressAt(QPoint point) const;
+    void showPointer(QPoint point);
+    [[nodiscard]] std::int64_t lineOfPlayer() const;
+    [[nodiscard]] QString timeInWords(std::uint32_t second) const;
+
     // For the accessibility bus
     void announceAppended();
     void announceCaret(bool moved, bool selectionChanged);
@@ -208,6 +229,8 @@ private:
     QPushButton* mark;
     ZNTOutputScroll scrolling; ///< after the mark, which it asks for its height
     QString emptyHint;
+    std::function<std::uint32_t()> clock;
+    bool hasWebLinks = false, hasLineTimes = false;
 
     bool editable_ = false;
     bool settingScrollBar = false;

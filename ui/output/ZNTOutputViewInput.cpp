@@ -232,8 +232,10 @@ void ZNTOutputView::mouseDoubleClickEvent(QMouseEvent* event)
 
 void ZNTOutputView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (!isDragging)
+    if (!isDragging) {
+        showPointer(event->position().toPoint());
         return;
+    }
     dragPoint = event->position().toPoint();
     const bool isOutside = dragPoint.y() < 0 || dragPoint.y() >= viewport()->height();
     if (!isOutside)
@@ -263,6 +265,9 @@ void ZNTOutputView::mouseReleaseEvent(QMouseEvent* event)
     dragTimer.stop();
     offerPrimarySelection();
     scheduleRefresh(); // the view did not follow the end meanwhile
+    if (const auto address = webAddressAt(event->position().toPoint());
+        !address.isEmpty() && !hasSelection() && selectBy == SelectBy::Character)
+        Q_EMIT webAddressClicked(address);
 }
 
 void ZNTOutputView::wheelEvent(QWheelEvent* event)
