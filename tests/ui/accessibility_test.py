@@ -250,6 +250,7 @@ def walk_menus(walk):
         except GaveUp:
             pass
     program.press("Escape")
+    wait_for(lambda: describe(program.focused) == "menu item 'Game'", "the menu bar")
     walk.leave(opener)
 
 
