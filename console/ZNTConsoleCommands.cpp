@@ -7,6 +7,7 @@
 #include "ZNTConsoleSettings.h"
 #include "ZNTConsoleTriggers.h"
 #include "ZNTConsoleWords.h"
+#include "ZNTLogger.h"
 #include "ZNTRecorder.h"
 #include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
@@ -31,7 +32,10 @@ std::u16string_view countWord(std::size_t count)
 
 } // namespace
 
-ZNTConsoleCommands::ZNTConsoleCommands(ZNTConsoleClient& client) : client(client)
+ZNTConsoleCommands::ZNTConsoleCommands(ZNTConsoleClient& client)
+    : client(client),
+      exchange(client.replies(), client.database(), client.places().home,
+               [&client] { client.macroGroups().reload(); })
 {
     addSessionCommands();
     ZNTConsoleEditing::addCommands(client,
@@ -79,6 +83,9 @@ void ZNTConsoleCommands::addSessionCommands()
         session.resendLastCommand();
         client.complainIfNotConnected();
     });
+    add("exportRecords", [this](auto file) { exchange.exportTo(file); });
+    add("importRecords", [this](auto file) { exchange.importFrom(file); });
+    add("showLogFolder", [this](auto) { client.say(znt::textFromUtf8(ZNTLogger::folder(client.places()))); });
     add("startOrPauseRecording", [this](auto words) { record(words); });
     addRecordings();
     add("set", [this](auto words) { ZNTConsoleSettings(client).carryOut(words); });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZNTClientActions.h"
+#include "ZNTConsoleExchange.h"
 
 #include <functional>
 #include <string>
@@ -53,5 +54,6 @@ private:
     void findInSaid(std::u16string_view words);
 
     ZNTConsoleClient& client;
+    ZNTConsoleExchange exchange;
     std::vector<ZNTConsoleCommand> commands;
 };

@@ -57,13 +57,15 @@ std::u16string_view nextPiece(std::u16string_view text)
 
 ZNTLogger::ZNTLogger(const ZNTFilePlaces& places, const ZNTClock& clock)
 {
-    const auto folder = std::filesystem::path(places.home) / "Library" / "Zantor" / "logs";
+    const std::filesystem::path logs = folder(places);
     std::error_code ignored;
-    if (!std::filesystem::exists(folder, ignored))
-        static_cast<void>(znt::makePrivateFolder(folder)); // the file cannot be opened then, either
-    output = ::open((folder / fileName(clock.timeOfDay())).c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC,
+    if (!std::filesystem::exists(logs, ignored))
+        static_cast<void>(znt::makePrivateFolder(logs)); // the file cannot be opened then, either
+    output = ::open((logs / fileName(clock.timeOfDay())).c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC,
                     S_IRUSR | S_IWUSR);
 }
+
+std::string ZNTLogger::folder(const ZNTFilePlaces& places) { return places.home + "/Library/Zantor/logs"; }
 
 ZNTLogger::~ZNTLogger()
 {

@@ -19,6 +19,9 @@ public:
     ZNTLogger(const ZNTLogger&) = delete;
     ZNTLogger& operator=(const ZNTLogger&) = delete;
 
+    /// The folder of all logs. It may be missing.
+    static std::string folder(const ZNTFilePlaces& places);
+
     /// A text that is not well-formed UTF-16 writes nothing.
     void loggerText(std::u16string_view text);
 

@@ -193,6 +193,24 @@ std::vector<ZNTMudList> ZNTDatabaseHelper::getAllMudsFromMudList()
                        mudFrom);
 }
 
+std::optional<ZNTRecords> ZNTDatabaseHelper::allRecords()
+{
+    ZNTRecords all;
+    const auto read = [this](std::string_view sql, const std::vector<ZNTDatabaseValue>& parameters,
+                             auto& records, auto makeRecord) {
+        return database().query(sql, parameters,
+                                [&](const ZNTDatabaseRow& row) { records.push_back(makeRecord(row)); });
+    };
+    bool isWhole =
+        read("select * from ZNTTrigger order by oid", {}, all.triggers, triggerFrom) &&
+        read("select * from ZNTMacroGroup order by oid", {}, all.groups, groupFrom) &&
+        read("select * from ZNTMudList where displayToUser = 1 order by name, oid", {}, all.games, mudFrom);
+    for (auto& group : all.groups)
+        isWhole = isWhole && read("select * from ZNTMacro where zntMacroGroupFK = ? order by oid",
+                                  {group.oid}, group.macrosList, macroFrom);
+    return isWhole ? std::optional(std::move(all)) : std::nullopt;
+}
+
 void ZNTDatabaseHelper::change(std::string_view sql, const std::vector<ZNTDatabaseValue>& parameters)
 {
     hasLastChangeSucceeded = database().execute(sql, parameters) && database().lastChangedRows() > 0;
@@ -288,3 +306,14 @@ void ZNTDatabaseHelper::removeZNTMudListObjectFromTable(std::u16string_view tabl
 }
 
 void ZNTDatabaseHelper::runSQL(std::string_view statement) { database().execute(statement); }
+
+bool ZNTDatabaseHelper::inOneTransaction(const std::function<bool()>& changes)
+{
+    // At once for writing, so that no other program changes what `changes` has read.
+    if (!database().execute("begin immediate"))
+        return false;
+    if (changes() && database().execute("commit"))
+        return true;
+    database().execute("rollback");
+    return false;
+}

@@ -6,9 +6,11 @@
 #include "ZNTMacroGroup.h"
 #include "ZNTMudList.h"
 #include "ZNTPlatformLog.h"
+#include "ZNTRecords.h"
 #include "ZNTStoreWait.h"
 #include "ZNTTrigger.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,6 +53,9 @@ public:
     std::vector<ZNTTrigger> loadAllTriggers();
     /// Those the player has not hidden, by name.
     std::vector<ZNTMudList> getAllMudsFromMudList();
+    /// All triggers, all groups with their macros, and the games that are not hidden. None if one of the
+    /// queries fails, so that what is left is not taken for everything.
+    std::optional<ZNTRecords> allRecords();
 
     // Inserts give the record its row key. One that fails gives it that of the insert before, or 0, and marks
     // it as unsaved (ZNTShownRows.h).
@@ -74,6 +79,9 @@ public:
     /// Kept as part of the interface: it binds `tableName` in place of the key and so deletes nothing.
     void removeZNTMudListObjectFromTable(std::u16string_view tableName, std::int64_t objectIdOfRemovalObject);
     void runSQL(std::string_view statement);
+    /// Runs `changes`, and keeps what it has changed only if it returns true. Returns whether that is kept.
+    /// It may not be used within itself.
+    bool inOneTransaction(const std::function<bool()>& changes);
     /// Kept as part of the interface: recorded commands are not stored.
     void insertRecordedCommands() {}
 

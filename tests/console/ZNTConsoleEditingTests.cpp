@@ -95,4 +95,22 @@ TEST_F(ZNTConsoleEditingTest, AChangeThatTheStoreRefusesIsReportedAsNotStored)
                    "/mud default Here", "/mud restore"});
 }
 
+TEST_F(ZNTConsoleEditingTest, WhatIsExportedCanBeImportedAtAnotherPlayers)
+{
+    start(From::Terminal);
+    type({"/group add fight", "/macro add k kick orc", "/trigger add hit: hit => duck"});
+    EXPECT_THAT(answerTo("/export ~/my records.txt"), ElementsAre(EndsWith("my records.txt.")));
+    const auto before = allLists();
+    type({"/trigger remove 1", "/macro remove k", "/group remove fight", "/mud restore"});
+    EXPECT_THAT(answerTo("/import ~/my records.txt"),
+                ElementsAre(testing::AllOf(
+                    testing::StartsWith("1 trigger and 1 macro in 1 group imported. Already there: "),
+                    EndsWith(" games. /reload puts the triggers into force."))));
+    EXPECT_EQ(allLists(), before);
+    EXPECT_THAT(answerTo("/import"), ElementsAre("! Name a file: /import FILE"));
+    EXPECT_THAT(answerTo("/import /nowhere"),
+                ElementsAre("! /nowhere could not be read: No such file or directory"));
+    EXPECT_THAT(answerTo("/logs"), ElementsAre(machine.home.path("Library/Zantor/logs")));
+}
+
 } // namespace
