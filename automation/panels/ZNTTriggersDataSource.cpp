@@ -103,6 +103,12 @@ void ZNTTriggersDataSource::addObjectToList(ZNTTrigger trigger)
     _tableView.reloadData();
 }
 
+void ZNTTriggersDataSource::addObjectsToList(const std::vector<ZNTTrigger>& triggers)
+{
+    _dataObjects.insert(_dataObjects.end(), triggers.begin(), triggers.end());
+    _tableView.reloadData();
+}
+
 void ZNTTriggersDataSource::setNewList(std::vector<ZNTTrigger> triggers)
 {
     _dataObjects = std::move(triggers);

@@ -64,6 +64,8 @@ public:
     /// Empties the rows, but not the store.
     void clearMacroList() { setNewList({}); }
     void addObjectToList(ZNTTrigger trigger);
+    /// For triggers that were stored elsewhere, such as by an import; inactive ones are shown, too.
+    void addObjectsToList(const std::vector<ZNTTrigger>& triggers);
     void setNewList(std::vector<ZNTTrigger> triggers);
     void updateTriggerInList(ZNTTrigger trigger, long indexOfObject);
 

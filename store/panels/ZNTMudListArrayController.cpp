@@ -4,6 +4,8 @@
 #include "ZNTShownRows.h"
 #include "ZNTText.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace
@@ -152,6 +154,14 @@ bool ZNTMudListArrayController::restoreSystemMudList()
     _dataObjects = database.getAllMudsFromMudList();
     redisplay();
     return isStored;
+}
+
+void ZNTMudListArrayController::reload()
+{
+    auto read = database.getAllMudsFromMudList();
+    std::ranges::copy_if(_dataObjects, std::back_inserter(read), &ZNTMudList::isUnsaved);
+    _dataObjects = std::move(read);
+    redisplay();
 }
 
 void ZNTMudListArrayController::add(ZNTMudList entry)

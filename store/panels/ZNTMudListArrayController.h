@@ -44,6 +44,8 @@ public:
     /// Hides the game of one row, which takes it from the list. Returns whether the store has written that.
     /// If there is no such row, nothing changes.
     bool deleteRow(long row);
+    /// Shows the games as they are stored now. Those whose insert failed stay at the end.
+    void reload();
     /// Appends a record to the shown list.
     void add(ZNTMudList entry);
 

@@ -1,6 +1,7 @@
 #include "ZNTWindowFixture.h"
 
 #include <QCheckBox>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -259,4 +260,69 @@ TEST_F(ZNTWindowSheets, StandardTelnetIsSwitchedByKeyForOneGameAndByItsBoxForAll
     EXPECT_FALSE(action("standardTelnet").isChecked() || colours.isChecked());
     forAll.click();
     EXPECT_TRUE(action("standardTelnet").isChecked() && colours.isChecked() && forAll.isChecked());
+}
+
+TEST_F(ZNTWindowSheets, WhatIsImportedStandsInOpenPanelsAtOnce)
+{
+    makeMacroGroup("fight");
+    action("showPreferencesView").trigger();
+    auto& triggers = find<QTableView>(waitForDialog("PreferencesView"), "triggerTableView");
+    action("showZNTMudListController").trigger();
+    auto& games = find<QTableView>(waitForDialog("ZNTMudListView"), "tableView");
+    auto& macros = find<QTableView>("macroTable");
+    const int gamesBefore = games.model()->rowCount();
+    home.write("records.txt",
+               "Zantor export 1\n[trigger]\nname = quiet one\npattern = x\n[group]\nname = fight\n[macro]\n"
+               "name = k\ntext = kick\n[game]\nname = new\naddress = h\nport = 1\n[end]\n");
+    const auto choose = [&](ZNTActionName opening, const char* name, const char* file) {
+        action(opening).trigger();
+        auto& chooser = waitForDialog(name);
+        fill(find<QLineEdit>(chooser, "fileNameEdit"), home.path(file).c_str());
+        press(*QApplication::focusWidget(), Qt::Key_Return);
+        return answerAlert();
+    };
+    EXPECT_EQ(choose("importRecords", "importDialog", "records.txt"), u"Imported"_s);
+    EXPECT_EQ(triggers.model()->rowCount(), 1) << "an inactive one is shown, too";
+    EXPECT_EQ(games.model()->rowCount(), gamesBefore + 1);
+    EXPECT_EQ(macros.model()->rowCount(), 1);
+    EXPECT_EQ(choose("exportRecords", "exportDialog", "all.txt"), u"Exported"_s);
+    EXPECT_NE(home.read("all.txt").find("name = quiet one\npattern = x\n"), std::string::npos);
+    home.write("records.txt", "poems");
+    EXPECT_EQ(choose("importRecords", "importDialog", "records.txt"), u"Not imported"_s);
+}
+
+TEST_F(ZNTWindowSheets, OldLogsAreListedReadInPartsAndSearched)
+{
+    std::string large;
+    while (large.size() < std::size_t{3} << 20)
+        large += "A quiet evening in the village, \xE5\x89\x91.\r\n";
+    home.write("Library/Zantor/logs/zantor_log_03.05.24_10.00.log",
+               "look\r\x1b[1;36mlook\rA dragon sleeps.\r\n");
+    home.write("Library/Zantor/logs/zantor_log_31.12.13_21.05.log", large + "The dragon wakes.\r\n" + large);
+    action("showOldLogs").trigger();
+    QDialog& logs = waitForDialog("oldLogs");
+    auto& list = find<QListWidget>(logs, "oldLogsList");
+    auto& text = find<ZNTOutputView>(logs, "oldLogText");
+    const auto shown = [&] {
+        return znt::qtText(text.store().text(text.store().start(), text.store().end()));
+    };
+    ASSERT_EQ(list.count(), 3) << "the third is this session's";
+    EXPECT_TRUE(list.item(1)->text().startsWith(u"3 May 2024, 10:00"_s));
+    EXPECT_TRUE(list.item(2)->text().startsWith(u"31 December 2012, 21:05"_s))
+        << list.item(2)->text().toStdString();
+    press(list, Qt::Key_End); // is being read
+    press(list, Qt::Key_Up);
+    EXPECT_TRUE(until([&] { return shown() == u"look\nlook\nA dragon sleeps.\n"_s; }));
+    press(list, Qt::Key_End);
+    EXPECT_LT(text.store().end(), 1'000'000) << "only a part a turn";
+    EXPECT_TRUE(until([&] {
+        return text.store().end() > 6'000'000 && find<QLabel>(logs, "oldLogStatus").text().isEmpty();
+    }));
+    press(list, Qt::Key_F, Qt::ControlModifier);
+    type(*QApplication::focusWidget(), "the dragon");
+    EXPECT_TRUE(until([&] { return text.selectedText() == u"The dragon"_s; }));
+    pressHere(Qt::Key_Escape);
+    EXPECT_TRUE(list.hasFocus() && logs.isVisible());
+    pressHere(Qt::Key_Escape);
+    EXPECT_TRUE(until([] { return dialog("oldLogs") == nullptr; }));
 }

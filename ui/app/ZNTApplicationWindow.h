@@ -3,6 +3,7 @@
 #include "ZNTAppearance.h"
 #include "ZNTButtonKeys.h"
 #include "ZNTConnectionWiring.h"
+#include "ZNTFileWiring.h"
 #include "ZNTMainMenu.h"
 #include "ZNTMainWindow.h"
 #include "ZNTMainWiring.h"
@@ -18,7 +19,8 @@ public:
           menu(window),
           controller(window, services),
           connection(window, menu, controller),
-          wiring(window, menu, controller, connection, appearance)
+          wiring(window, menu, controller, connection, appearance),
+          files(window, menu, controller)
     {
         controller.awakeFromNib();
         wiring.showAll();
@@ -32,4 +34,5 @@ public:
     ZNTMudAppController controller;
     ZNTConnectionWiring connection;
     ZNTMainWiring wiring;
+    ZNTFileWiring files;
 };

@@ -129,6 +129,18 @@ void ZNTMudAppController::showPreferencesView()
     preferencesController->showWindow();
 }
 
+void ZNTMudAppController::showImported(const std::vector<ZNTTrigger>& newTriggers)
+{
+    // The lists of macros read the store again, the groups first.
+    auto& notifications = windowServices.platform.notifications;
+    notifications.post(ZNTMacroGroupDropDownController::comboBoxChangedName, this);
+    notifications.post("MACRO_ADDED", this);
+    if (zntMudListController)
+        zntMudListController->reload();
+    if (preferencesController)
+        preferencesController->showNewTriggers(newTriggers);
+}
+
 void ZNTMudAppController::setSoundsMuted(bool muted)
 {
     windowServices.sounds.setMuted(muted);

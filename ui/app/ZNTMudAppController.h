@@ -12,6 +12,7 @@
 #include <QDateTime>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class ZNTAddMacroSheet;
 class ZNTCommandRecorderSheet;
@@ -19,6 +20,7 @@ class ZNTEditMacroSheet;
 class ZNTKeptRecordingsSheet;
 class ZNTMudListSheet;
 class ZNTPreferencesController;
+struct ZNTTrigger;
 
 /// The main window's controller: it holds the session, the macro group selector and the macro list, and opens
 /// the sheets and the preferences, which it makes when they are first asked for and keeps.
@@ -38,6 +40,8 @@ public:
     /// Opens the recorder's sheet, to keep what was recorded under a name.
     void keepRecording();
     void showKeptRecordings();
+    /// Shows what an import has stored: `newTriggers` and all stored macros, groups and games.
+    void showImported(const std::vector<ZNTTrigger>& newTriggers);
     /// Starts a further, independent instance of the program.
     void newApp();
     /// Kept as part of the interface: the window's and the application's end. Nothing has to be done at

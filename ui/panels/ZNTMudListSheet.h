@@ -26,6 +26,8 @@ public:
                     std::function<void()> whenPicked);
 
     void showWindow();
+    /// Shows the games as they are stored now.
+    void reload() { arrayController.reload(); }
     /// Says that this game goes on if another is picked. Empty while none is played.
     void setGameBeingPlayed(const QString& name);
 

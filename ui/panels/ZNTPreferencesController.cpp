@@ -375,6 +375,11 @@ void ZNTPreferencesController::encodingChanged()
             serverConnectController.changeEncoding(znt::textOfQt(button->text()));
 }
 
+void ZNTPreferencesController::showNewTriggers(const std::vector<ZNTTrigger>& newTriggers)
+{
+    triggers.addObjectsToList(newTriggers);
+}
+
 void ZNTPreferencesController::reloadTriggers()
 {
     serverConnectController.reloadTriggers();

@@ -37,6 +37,8 @@ public:
     void textToSpeechOnAndOff();
     void encodingChanged();
     void reloadTriggers();
+    /// Adds triggers that an import has stored to the table.
+    void showNewTriggers(const std::vector<ZNTTrigger>& newTriggers);
     void showZNTAddMacroViewController();
     void showZNTEditMacroViewController();
     // Kept as part of the interface: each tab by an operation of its own. The window calls the first.
