@@ -195,6 +195,7 @@ def walk_sheets(walk):
     walk.dialog("Kept Recordings", keys="ctrl+k")
     walk.dialog("Select Font", keys="ctrl+shift+o")
     walk.dialog("Open a web address", keys="ctrl+shift+w")
+    walk.dialog("Old logs", keys="ctrl+shift+y")
     walk.dialog("Keyboard map", keys="F1")
 
 
