@@ -262,14 +262,23 @@ TEST_F(ZNTWindowSheets, StandardTelnetIsSwitchedByKeyForOneGameAndByItsBoxForAll
     EXPECT_TRUE(action("standardTelnet").isChecked() && colours.isChecked() && forAll.isChecked());
 }
 
-TEST_F(ZNTWindowSheets, WhatIsImportedStandsInOpenPanelsAtOnce)
+TEST_F(ZNTWindowSheets, WhatIsImportedStandsInThePanelsAtOnce)
 {
     makeMacroGroup("fight");
+    // Both are kept when they are closed.
+    const auto leave = [&](QDialog& sheet) {
+        press(sheet, Qt::Key_Escape);
+        EXPECT_TRUE(until([&] { return window.isActiveWindow(); }));
+    };
     action("showPreferencesView").trigger();
-    auto& triggers = find<QTableView>(waitForDialog("PreferencesView"), "triggerTableView");
+    QDialog& preferences = waitForDialog("PreferencesView");
+    const auto& triggers = find<QTableView>(preferences, "triggerTableView");
+    leave(preferences);
     action("showZNTMudListController").trigger();
-    auto& games = find<QTableView>(waitForDialog("ZNTMudListView"), "tableView");
-    auto& macros = find<QTableView>("macroTable");
+    QDialog& sheetOfGames = waitForDialog("ZNTMudListView");
+    const auto& games = find<QTableView>(sheetOfGames, "tableView");
+    leave(sheetOfGames);
+    const auto& macros = find<QTableView>("macroTable");
     const int gamesBefore = games.model()->rowCount();
     home.write("records.txt",
                "Zantor export 1\n[trigger]\nname = quiet one\npattern = x\n[group]\nname = fight\n[macro]\n"
@@ -316,7 +325,7 @@ TEST_F(ZNTWindowSheets, OldLogsAreListedReadInPartsAndSearched)
     press(list, Qt::Key_End);
     EXPECT_LT(text.store().end(), 1'000'000) << "only a part a turn";
     EXPECT_TRUE(until([&] {
-        return text.store().end() > 6'000'000 && find<QLabel>(logs, "oldLogStatus").text().isEmpty();
+        return text.store().end() > 5'500'000 && find<QLabel>(logs, "oldLogStatus").text().isEmpty();
     }));
     press(list, Qt::Key_F, Qt::ControlModifier);
     type(*QApplication::focusWidget(), "the dragon");

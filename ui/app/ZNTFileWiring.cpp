@@ -15,6 +15,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QUrl>
+#include <memory>
 
 using namespace znt;
 
@@ -46,36 +47,42 @@ ZNTFileWiring::ZNTFileWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     whenTriggered(menu["showOldLogs"], [this] { showOldLogs(); });
 }
 
-QFileDialog* ZNTFileWiring::newFileDialog(const char* objectName, const char* title)
+QFileDialog* ZNTFileWiring::newFileDialog(const char* objectName, const char* title, UseFile use)
 {
     auto* dialog = new QFileDialog(&window, QString::fromLatin1(title), lastFolder,
                                    QStringLiteral("Text files (*.txt);;All files (*)"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setObjectName(QString::fromLatin1(objectName));
     QObject::connect(dialog, &QDialog::finished, &window, &QWidget::activateWindow);
+    // The answer's alert belongs to the window in front, so it waits until the dialog is gone.
+    const auto chosen = std::make_shared<QString>();
+    QObject::connect(dialog, &QFileDialog::fileSelected, dialog,
+                     [chosen](const QString& path) { *chosen = path; });
+    QObject::connect(dialog, &QObject::destroyed, &window, [this, chosen, use] {
+        if (!chosen->isEmpty())
+            (this->*use)(*chosen);
+    });
     return dialog;
 }
 
 void ZNTFileWiring::askForExportFile()
 {
-    auto* dialog = newFileDialog("exportDialog", "Export triggers, macros and games");
+    auto* dialog =
+        newFileDialog("exportDialog", "Export triggers, macros and games", &ZNTFileWiring::exportTo);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setDefaultSuffix(QStringLiteral("txt"));
     dialog->selectFile(QStringLiteral("zantor-export.txt"));
     nameLists(*dialog);
-    QObject::connect(dialog, &QFileDialog::fileSelected, &window,
-                     [this](const QString& path) { exportTo(path); });
     dialog->open();
 }
 
 void ZNTFileWiring::askForImportFile()
 {
-    auto* dialog = newFileDialog("importDialog", "Import triggers, macros and games");
+    auto* dialog =
+        newFileDialog("importDialog", "Import triggers, macros and games", &ZNTFileWiring::importFrom);
     dialog->setFileMode(QFileDialog::ExistingFile);
     nameLists(*dialog);
-    QObject::connect(dialog, &QFileDialog::fileSelected, &window,
-                     [this](const QString& path) { importFrom(path); });
     dialog->open();
 }
 

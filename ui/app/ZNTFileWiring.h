@@ -24,7 +24,9 @@ private:
     void askForImportFile();
     void exportTo(const QString& path);
     void importFrom(const QString& path);
-    QFileDialog* newFileDialog(const char* objectName, const char* title);
+    using UseFile = void (ZNTFileWiring::*)(const QString& path);
+    /// `use` is called with the file that the player chooses.
+    QFileDialog* newFileDialog(const char* objectName, const char* title, UseFile use);
     void openLogFolder();
     void showOldLogs();
     [[nodiscard]] std::string logFolder() const;
