@@ -9,6 +9,9 @@ namespace
 {
 constexpr double pollingInterval = 0.5;
 constexpr double correctedRate = 0.5;
+/// Words a minute that a screen reader says at least, unless its player has made it slower. It reports no
+/// ends, so the next line is given to it when it should have ended.
+constexpr double leastReaderRate = 180;
 /// Between two lines that follow a voice which does not say that it is busy. The screen reader is given
 /// lines no faster anyway.
 constexpr double shortestGap = 0.04;
@@ -248,7 +251,7 @@ bool ZNTSpeechSynth::isReaderBusy() const
 
 double ZNTSpeechSynth::secondsToSay(std::u16string_view text) const
 {
-    return static_cast<double>(wordCount(text)) / std::max(speechRate_, correctedRate) * 60;
+    return static_cast<double>(wordCount(text)) / std::max(speechRate_, leastReaderRate) * 60;
 }
 
 std::u16string ZNTSpeechSynth::forVoice(std::u16string_view text) const
