@@ -134,6 +134,7 @@ TEST_F(ZNTWindowAccess, EveryControlExplainsItself)
     action("keptRecordings").trigger();
     action("doneRecording").trigger();
     action("keyboardMap").trigger();
+    action("showOldLogs").trigger();
     for (QWidget* control : QApplication::allWidgets()) {
         if (control->focusPolicy() == Qt::NoFocus || control->isWindow() ||
             control->objectName().startsWith(u"qt_"))

@@ -53,6 +53,7 @@ ZNTOldLogsWindow::ZNTOldLogsWindow(QWidget& window, const ZNTOutputView& model, 
 {
     setObjectName(latin("oldLogs"));
     setWindowTitle(latin("Old logs"));
+    setWhatsThis(latin("Reads the logs of earlier sessions. Escape closes it."));
     setAttribute(Qt::WA_DeleteOnClose); // the text of a log can be large
     makeParts(model);
     wireKeys();
@@ -72,6 +73,8 @@ void ZNTOldLogsWindow::makeParts(const ZNTOutputView& model)
     list = new QListWidget(this);
     list->setObjectName(latin("oldLogsList"));
     list->setAccessibleName(latin("Logs, the newest first"));
+    list->setWhatsThis(
+        latin("The logs with the time at which each was started. The chosen one is shown beside the list."));
     list->setUniformItemSizes(true);
     list->setMinimumWidth(list->fontMetrics().averageCharWidth() * 16);
 
@@ -79,6 +82,7 @@ void ZNTOldLogsWindow::makeParts(const ZNTOutputView& model)
     output = new ZNTOutputView(right);
     output->setObjectName(latin("oldLogText"));
     output->setAccessibleName(latin("Text of the log"));
+    output->setWhatsThis(latin("The text of the chosen log. The arrows read it, Ctrl+F searches in it."));
     output->setTextFont(model.textFont());
     output->setPointSize(model.pointSize());
     output->setAmbiguousWidth(model.store().ambiguousWidth());
@@ -129,6 +133,8 @@ void ZNTOldLogsWindow::wireKeys()
         for (const QString& key : znt::latinText(name.row().keys).split(latin(" or ")))
             keys << QKeySequence::fromString(key, QKeySequence::PortableText);
         action->setShortcuts(keys);
+        action->setText(znt::latinText(name.row().title).remove(QLatin1Char('&')).remove(latin("...")));
+        action->setWhatsThis(action->text() + QLatin1Char('.'));
         addAction(action);
         QObject::connect(action, &QAction::triggered, this, [task = std::move(task)] { task(); });
     };
