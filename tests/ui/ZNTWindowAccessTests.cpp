@@ -5,6 +5,7 @@
 
 #include <QAccessible>
 #include <QMenu>
+#include <QTabBar>
 #include <QTabWidget>
 
 namespace
@@ -63,6 +64,10 @@ TEST_F(ZNTWindowAccess, WhatOnlyTheEyeWouldSeeIsAnnounced)
     expectAnnounced("1 trigger in use");
     find<QTabWidget>(preferences, "tabView").setCurrentIndex(1);
     expectAnnounced("Macros tab");
+    auto& tabs = find<QTabBar>(preferences, "qt_tabwidget_tabbar");
+    tabs.setFocus();
+    press(tabs, Qt::Key_Right);
+    expectAnnounced("Encoding tab");
     preferences.close();
 
     action("showZNTMudListController").trigger();

@@ -28,6 +28,7 @@ constexpr std::array announcementRows{
     AnnouncementRow{.what = ZNTAnnouncement::Found, .words = "%1, %2"},
     AnnouncementRow{.what = ZNTAnnouncement::NotFound, .words = "%1"},
     AnnouncementRow{.what = ZNTAnnouncement::Tab, .words = "%1 tab"},
+    AnnouncementRow{.what = ZNTAnnouncement::TabWithFocus, .words = "%1 tab", .isSaidByReader = true},
     AnnouncementRow{.what = ZNTAnnouncement::Connecting, .words = "Connecting to %1"},
     AnnouncementRow{.what = ZNTAnnouncement::Connected, .words = "Connected to %1"},
     AnnouncementRow{.what = ZNTAnnouncement::Alert, .words = "%1 %2", .isSaidByReader = true},

@@ -16,6 +16,7 @@ enum class ZNTAnnouncement {
     Found,          ///< the line with the match, and "1 of 3"
     NotFound,       ///< how the search ended
     Tab,            ///< its title
+    TabWithFocus,   ///< the same, reached on the row of tabs
     Connecting,     ///< to which game
     Connected,      ///< to which game
     Alert,          ///< title and text

@@ -400,8 +400,10 @@ void ZNTPreferencesController::saveTrigger()
 /// tabs says it itself.
 void ZNTPreferencesController::announceTab()
 {
-    if (dialog->isVisible() && !layout.tabView->tabBar()->hasFocus())
-        znt::announce(ZNTAnnouncement::Tab, {layout.tabView->tabText(layout.tabView->currentIndex())});
+    if (dialog->isVisible())
+        znt::announce(layout.tabView->tabBar()->hasFocus() ? ZNTAnnouncement::TabWithFocus
+                                                           : ZNTAnnouncement::Tab,
+                      {layout.tabView->tabText(layout.tabView->currentIndex())});
 }
 
 void ZNTPreferencesController::showZNTAddMacroViewController()
