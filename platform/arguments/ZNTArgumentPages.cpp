@@ -95,9 +95,9 @@ std::string zshAction(const ZNTArgument& argument)
 
 std::string zshPage(const std::string& program, Arguments arguments)
 {
-    std::string specifications;
+    std::string entries;
     for (const auto& argument : arguments) {
-        // One specification for each name; the names shut each other out.
+        // One entry for each name; the names shut each other out.
         const auto others = argument.mayRepeat ? "*" : "(" + joined(argument.names, " ") + ")";
         for (const auto& name : argument.names) {
             auto one = others + name;
@@ -106,11 +106,11 @@ std::string zshPage(const std::string& program, Arguments arguments)
             one += "[" + escaped(argument.sentence, "[]\\") + "]";
             if (!argument.value.empty())
                 one += ":" + escaped(argument.value, ":\\") + ":" + zshAction(argument);
-            specifications += " \\\n    " + quoted(one);
+            entries += " \\\n    " + quoted(one);
         }
     }
     return "#compdef " + program + "\n# Completions for zsh, made from the program's options.\n_arguments" +
-           specifications + " \\\n    '*::game:_hosts'\n";
+           entries + " \\\n    '*::game:_hosts'\n";
 }
 
 std::string fishPage(const std::string& program, Arguments arguments)
