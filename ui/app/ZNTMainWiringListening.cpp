@@ -1,0 +1,122 @@
+#include "ZNTMainWiring.h"
+
+#include "ZNTActionWiring.h"
+#include "ZNTAskBar.h"
+#include "ZNTChannelHistorySheet.h"
+#include "ZNTCommandLine.h"
+#include "ZNTDatabaseHelper.h"
+#include "ZNTQtText.h"
+#include "ZNTSpeechReview.h"
+#include "ZNTSpeechSynth.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+
+using namespace znt;
+
+// Speech, channels and the review of what was said
+
+void ZNTMainWiring::wireSpeech()
+{
+    whenToggled(menu["speechOnOff"], [this](bool on) { setSpeech(on); });
+    whenToggled(menu["speechInterruptOnOff"], [this](bool on) {
+        if ((session.speechInterruptOnOffBindingState() == 1) == on)
+            return;
+        session.setSpeechInterruptOnOffBindingState(on ? 1 : 0);
+        news.say(on ? u"Interrupting" : u"Not interrupting");
+    });
+    joinButton(window.startStopSpeech, menu["speechOnOff"]);
+    whenTriggered(menu["replayLastText"], [this] { session.replayLastText(); });
+    whenTriggered(menu["sayPrompt"], [this] { session.sayPrompt(); });
+    whenTriggered(menu["stopSpeaking"], [this] { session.stopSpeaking(); });
+    whenTriggered(menu["stopAllSounds"], [this] { session.stopAllSounds(); });
+    whenTriggered(menu["sayStatus"],
+                  [this] { session.zntSpeechSynth().speakAtOnce(textOfQt(status.words())); });
+    whenToggled(menu["setUpForListening"], [this](bool on) { setUpForListening(on); });
+    joinButton(window.listeningBox, menu["setUpForListening"]);
+}
+
+/// The keys speak as those of the review do.
+void ZNTMainWiring::wireChannels()
+{
+    auto& history = session.channelHistory();
+    const auto say = [this, &history](ZNTActionName name, std::u16string (ZNTChannelHistory::*words)()) {
+        whenTriggered(menu[name],
+                      [this, &history, words] { session.zntSpeechSynth().speakAtOnce((history.*words)()); });
+    };
+    say("newestOfChannel", &ZNTChannelHistory::newest);
+    say("olderOfChannel", &ZNTChannelHistory::older);
+    say("newerOfChannel", &ZNTChannelHistory::newer);
+    say("nextChannel", &ZNTChannelHistory::nextChannel);
+    whenTriggered(menu["showChannelHistory"], [this, &history] {
+        if (!channelSheet)
+            channelSheet =
+                std::make_unique<ZNTChannelHistorySheet>(window, history, [this](const QString& line) {
+                    window.textToServer->setText(line);
+                    window.textToServer->setFocus(Qt::OtherFocusReason);
+                });
+        channelSheet->show();
+    });
+}
+
+/// The box belongs to the words that a player's first start shows until a game's text takes their place.
+void ZNTMainWiring::showListeningBox()
+{
+    const bool isOffered = controller.services().database.isFirstStart() && !hasPlayed &&
+                           !isSetUpForListening(controller.settings().settings());
+    if (!isOffered && window.listeningBox->hasFocus())
+        window.ipAddress->setFocus(Qt::OtherFocusReason); // where it was at the start
+    window.listeningBox->setChecked(false);               // it goes once it is marked
+    window.listeningBox->setVisible(isOffered);
+}
+
+void ZNTMainWiring::wireReview()
+{
+    auto& review = session.speechReview();
+    whenTriggered(menu["previousLine"], [&review] { review.previousLine(); });
+    whenTriggered(menu["nextLine"], [&review] { review.nextLine(); });
+    for (std::size_t index = 0; index < menu.lines().size(); ++index)
+        whenTriggered(menu.lines()[index], [&review, index] { review.lineFromEnd(index + 1); });
+    using Unit = ZNTLineCursor::Unit;
+    using Way = ZNTLineCursor::Way;
+    whenTriggered(menu["nextWord"], [&review] { review.speakPart(Unit::Word, Way::Next); });
+    whenTriggered(menu["previousWord"], [&review] { review.speakPart(Unit::Word, Way::Previous); });
+    whenTriggered(menu["nextLetter"], [&review] { review.speakPart(Unit::Letter, Way::Next); });
+    whenTriggered(menu["previousLetter"], [&review] { review.speakPart(Unit::Letter, Way::Previous); });
+    whenTriggered(menu["goToLastCommand"], [&review] { review.goToLastCommand(); });
+    whenTriggered(menu["findInSaid"], [this] { window.findInSaidBar->open(); });
+    whenTriggered(menu["findOlderSaid"], [this, &review] {
+        review.searchedText().empty() ? window.findInSaidBar->open() : review.findOlder();
+    });
+    whenTriggered(menu["findNewerSaid"], [this, &review] {
+        review.searchedText().empty() ? window.findInSaidBar->open() : review.findNewer();
+    });
+    // Return once more goes on to the next older line, as in the search of the output.
+    window.findInSaidBar->whenAnswered = [&review](const QString& typed, bool isWithShift) {
+        const auto text = textOfQt(typed);
+        if (review.searchedText() != text)
+            review.find(text);
+        else if (isWithShift)
+            review.findNewer();
+        else
+            review.findOlder();
+    };
+}
+
+void ZNTMainWiring::setSpeech(bool on)
+{
+    if ((session.speechOnOffBindingState() == 1) == on)
+        return; // the switch follows the session
+    session.setSpeechOnOffBindingState(on ? 1 : 0);
+    session.textToSpeechOnAndOff();
+    // "Speech off" is spoken, too: players who do not look must learn which it is now.
+    session.zntSpeechSynth().speakNext(on ? u"Speech on" : u"Speech off");
+}
+
+void ZNTMainWiring::setUpForListening(bool on)
+{
+    if (isSetUpForListening(controller.settings().settings()) == on)
+        return; // the switch follows the settings
+    controller.chooseSetting(znt::listening, on ? "on" : "off");
+    showNotice(notices::setUpForListening(on));
+}
