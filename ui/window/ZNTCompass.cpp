@@ -11,7 +11,7 @@
 namespace
 {
 
-constexpr int gap = 4;
+constexpr int buttonGap = 4;
 
 constexpr int belowThePoints = 3;
 
@@ -32,9 +32,9 @@ ZNTCompass::ZNTCompass(QWidget* parent) : QWidget(parent), centre(new QWidget(th
 {
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->setSpacing(gap);
+    grid->setSpacing(buttonGap);
     auto* below = new QHBoxLayout;
-    below->setSpacing(gap);
+    below->setSpacing(buttonGap);
     for (const ZNTDirectionRow& way : ZNTDirections) {
         const QString name = znt::latinText(way.name);
         auto* button = new DirectionButton(znt::latinText(way.shortName), this);

@@ -20,7 +20,7 @@
 namespace
 {
 
-constexpr int margin = 12;
+constexpr int pageMargin = 12;
 constexpr int columnsOfText = 68;
 constexpr int rowsOfText = 28;
 constexpr const char* linkToManual = "zantor:manual";
@@ -77,7 +77,7 @@ void ZNTHelpWindow::show(QPointer<QDialog>& page, const QString& title, const ch
         page->setObjectName(text(objectName));
         page->setWindowTitle(title);
         auto* layout = new QVBoxLayout(page);
-        layout->setContentsMargins(margin, margin, margin, margin);
+        layout->setContentsMargins(pageMargin, pageMargin, pageMargin, pageMargin);
         auto* reader = new QTextBrowser(page);
         reader->setObjectName(text("helpText"));
         reader->setAccessibleName(title);
