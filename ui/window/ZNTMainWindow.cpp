@@ -5,6 +5,7 @@
 #include "ZNTCheckBox.h"
 #include "ZNTCommandLine.h"
 #include "ZNTCompass.h"
+#include "ZNTConnectionRow.h"
 #include "ZNTFindBar.h"
 #include "ZNTFlowLayout.h"
 #include "ZNTHintedTable.h"
@@ -19,9 +20,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
-#include <QProgressBar>
 #include <QPushButton>
-#include <QRegularExpressionValidator>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QScrollArea>
@@ -157,31 +156,12 @@ void ZNTMainWindow::resizeEvent(QResizeEvent* event)
 
 QWidget* ZNTMainWindow::makeConnectionRow()
 {
-    connectionRow = named(new QWidget, "connectionRow");
-    auto* row = new ZNTFlowLayout(connectionRow, margin);
-    mudName = named(new QLineEdit, "mudName");
-    ipAddress = named(new QLineEdit, "ipAddress");
-    port = named(new QLineEdit, "port");
-    // Every content is acceptable, because Return does nothing in a field whose content is not. Pasted text
-    // brings blanks.
-    port->setValidator(new QRegularExpressionValidator(QRegularExpression(text("\\s*[0-9]{0,5}\\s*")), port));
-    connectionButton = named(new ZNTConnectionButton, "connectionButton");
-    connectionButton->setText(text("&Connect"));
-    connectionButton->setAccessibleName(text("Connect"));
-    myProgressIndicator = named(new QProgressBar, "myProgressIndicator");
-    myProgressIndicator->setAccessibleName(text("Connecting"));
-    myProgressIndicator->setMaximumWidth(connectionButton->fontMetrics().averageCharWidth() * 10);
-
-    row->addStretching(new ZNTCaptionedField(text("&Name"), mudName, 14));
-    row->addStretching(new ZNTCaptionedField(text("&Address"), ipAddress, 22));
-    row->addWidget(new ZNTCaptionedField(text("&Port"), port, 8));
-    auto* ends = new QWidget;
-    auto* pair = new QHBoxLayout(ends);
-    pair->setContentsMargins(0, 0, 0, 0);
-    pair->setSpacing(gap);
-    pair->addWidget(connectionButton);
-    pair->addWidget(myProgressIndicator);
-    row->addWidget(ends);
+    connectionRow = new ZNTConnectionRow;
+    mudName = connectionRow->mudName;
+    ipAddress = connectionRow->ipAddress;
+    port = connectionRow->port;
+    connectionButton = connectionRow->connectionButton;
+    myProgressIndicator = connectionRow->myProgressIndicator;
     return connectionRow;
 }
 

@@ -15,6 +15,7 @@ class QWidget;
 class ZNTAskBar;
 class ZNTCommandLine;
 class ZNTCompass;
+class ZNTConnectionRow;
 class ZNTFindBar;
 class ZNTHintedTable;
 class ZNTOutputView;
@@ -53,7 +54,7 @@ public:
     QPushButton* editMacro;
     QPushButton* removeMacro;
     QLabel* statusText;
-    QWidget* connectionRow;
+    ZNTConnectionRow* connectionRow;
     QWidget* sidePanel;
 
     /// Moves the focus to the next of: connection, output, command line, side panel; -1 goes backwards.

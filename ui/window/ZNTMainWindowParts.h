@@ -4,7 +4,6 @@
 
 #include <QLabel>
 #include <QLayout>
-#include <QPushButton>
 #include <QResizeEvent>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -12,21 +11,6 @@
 #include <algorithm>
 
 // Widgets of the main window alone: each is one of Qt's with a size of its own.
-
-/// Has the same width with either title, so that the row of fields does not move.
-class ZNTConnectionButton final : public QPushButton
-{
-public:
-    [[nodiscard]] QSize sizeHint() const override
-    {
-        const int longer = fontMetrics().horizontalAdvance(QStringLiteral("Disconnect"));
-        const int shown =
-            fontMetrics().horizontalAdvance(QString(QPushButton::text()).remove(QLatin1Char('&')));
-        const QSize size = QPushButton::sizeHint();
-        return {size.width() + std::max(0, longer - shown), size.height()};
-    }
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-};
 
 /// Output and command line. Its hint is the least that its rows need at the present width: a larger one would
 /// push the rest of the window out of sight, though the output can scroll.
