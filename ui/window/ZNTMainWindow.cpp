@@ -5,7 +5,6 @@
 #include "ZNTCheckBox.h"
 #include "ZNTCommandLine.h"
 #include "ZNTCompass.h"
-#include "ZNTConnectionRow.h"
 #include "ZNTFindBar.h"
 #include "ZNTFlowLayout.h"
 #include "ZNTHintedTable.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ZNTConnectionRow.h"
+
 #include <QMainWindow>
 #include <functional>
 #include <vector>
@@ -15,7 +17,6 @@ class QWidget;
 class ZNTAskBar;
 class ZNTCommandLine;
 class ZNTCompass;
-class ZNTConnectionRow;
 class ZNTFindBar;
 class ZNTHintedTable;
 class ZNTOutputView;
