@@ -12,14 +12,51 @@ fail() {
     exit 1
 }
 
-# packages_for GROUP...: their names, one a line.
-packages_for() {
-    local name group
-    while read -r name group _; do
-        [[ -z $name || $name == '#'* ]] && continue
-        [[ " $* " == *" $group "* ]] && printf '%s\n' "$name"
-    done <"$list"
+# names_for SYSTEM GROUP...: the packages of those groups as SYSTEM names them (debian, fedora, arch, opensuse),
+# one a line, each once.
+names_for() {
+    local -A name
+    local group system=$1
+    shift
+    while read -r 'name[debian]' group 'name[fedora]' 'name[arch]' 'name[opensuse]' _; do
+        [[ -z ${name[debian]} || ${name[debian]} == '#'* ]] && continue
+        [[ " $* " == *" $group "* && ${name[$system]} != - ]] && printf '%s\n' "${name[$system]}"
+    done <"$list" | awk '!seen[$0]++'
     return 0
+}
+
+# packages_for GROUP...: Debian's names, one a line.
+packages_for() { names_for debian "$@"; }
+
+# system_of FILE: which column of the list the system uses that this os-release file describes; debian if none.
+system_of() {
+    local kin word
+    # shellcheck disable=SC1090 # the file is the system's own; what it says is described in os-release(5)
+    kin=$(. "$1" 2>/dev/null && printf '%s %s' "${ID:-}" "${ID_LIKE:-}")
+    for word in $kin; do
+        case $word in
+            fedora | rhel | centos) echo fedora && return ;;
+            arch) echo arch && return ;;
+            opensuse* | suse | sles) echo opensuse && return ;;
+        esac
+    done
+    echo debian
+}
+
+# how_to_install SYSTEM GROUP...: the sentence for a system on which nothing is installed by these scripts.
+how_to_install() {
+    local names command
+    names=$(names_for "$@" | tr '\n' ' ')
+    case $1 in
+        fedora) command="sudo dnf install" ;;
+        arch) command="sudo pacman -S --needed" ;;
+        opensuse) command="sudo zypper install" ;;
+        *)
+            say "Nothing is installed for you on this system. By Debian's names, Zantor needs: ${names% }"
+            return
+            ;;
+    esac
+    say "Nothing is installed for you on this system. If something is missing, run:  $command ${names% }"
 }
 
 # missing_packages GROUP...: those of them that are not installed.
@@ -43,12 +80,11 @@ apt() {
 }
 
 # install_packages GROUP...: installs what is missing. Ends the script where that is not possible, having
-# said what to install; on a system without Debian's packages it goes on and leaves the rest to CMake.
+# said what to install; on a system without Debian's packages it says what to install and leaves the rest to CMake.
 install_packages() {
     if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
         [[ -e $root/build/.told-packages ]] && return 0
-        say "This is not Debian, so nothing is installed for you. By Debian's names, Zantor needs:"
-        packages_for "$@" | sed 's/^/  /' >&2
+        how_to_install "$(system_of /etc/os-release)" "$@"
         mkdir -p "$root/build" && touch "$root/build/.told-packages"
         return 0
     fi
