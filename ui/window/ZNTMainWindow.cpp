@@ -4,12 +4,11 @@
 #include "ZNTCaptionedField.h"
 #include "ZNTCheckBox.h"
 #include "ZNTCommandLine.h"
-#include "ZNTCompass.h"
 #include "ZNTFindBar.h"
 #include "ZNTFlowLayout.h"
-#include "ZNTHintedTable.h"
 #include "ZNTMainWindowParts.h"
 #include "ZNTQuitAnywhere.h"
+#include "ZNTSidePanel.h"
 #include "ZNTUITextViewAccessability.h"
 #include "ZNTWindowFit.h"
 
@@ -27,7 +26,6 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QStyle>
-#include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -38,7 +36,6 @@ namespace
 
 constexpr int margin = 10;
 constexpr int gap = 8;
-constexpr int wideGap = 16;
 /// The grid that most games lay their text out for.
 constexpr int usualColumns = 80, usualRows = 32;
 /// In characters of the window's font.
@@ -51,16 +48,6 @@ Widget* named(Widget* widget, const char* objectName)
 {
     widget->setObjectName(text(objectName));
     return widget;
-}
-
-QLabel* heading(const char* words, QWidget* buddy = nullptr)
-{
-    auto* label = new QLabel(text(words));
-    QFont bold = label->font();
-    bold.setBold(true);
-    label->setFont(bold);
-    label->setBuddy(buddy);
-    return label;
 }
 
 } // namespace
@@ -106,7 +93,7 @@ void ZNTMainWindow::takeUsualSize()
     const int around = 2 * margin + splitter->handleWidth();
     const QSize room =
         screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
-    const int wide = std::min(around + output.width() + panel->comfortableWidth(), room.width());
+    const int wide = std::min(around + output.width() + sidePanel->comfortableWidth(), room.width());
     const int high = menuBar()->heightForWidth(wide) + margin +
                      connectionRow->heightForWidth(wide - 2 * margin) + gap + output.height() + gap +
                      commandRow->heightForWidth(output.width()) + gap + statusBar()->sizeHint().height();
@@ -119,7 +106,7 @@ void ZNTMainWindow::shareWidth()
     // The output gets its width first. The panel can do with less than its comfortable width.
     const int output = textFromServer->sizeForGrid(usualColumns, usualRows).width();
     const int shared = width() - 2 * margin - splitter->handleWidth();
-    const int side = std::clamp(shared - output, panel->leastWidth(), panel->comfortableWidth());
+    const int side = std::clamp(shared - output, sidePanel->leastWidth(), sidePanel->comfortableWidth());
     splitter->setSizes({shared - side, side});
 }
 
@@ -127,9 +114,10 @@ void ZNTMainWindow::standSidePanel()
 {
     const int output = std::max(splitter->widget(0)->minimumSizeHint().width(),
                                 fontMetrics().averageCharWidth() * leastColumnsBesidePanel);
-    const int around = 2 * margin + splitter->handleWidth() + panel->verticalScrollBar()->sizeHint().width();
-    const bool isBelow = output + panel->leastWidth() + around > width();
-    panel->showWhole(isBelow);
+    const int around =
+        2 * margin + splitter->handleWidth() + sidePanel->verticalScrollBar()->sizeHint().width();
+    const bool isBelow = output + sidePanel->leastWidth() + around > width();
+    sidePanel->showWhole(isBelow);
     if (isBelow == (splitter->orientation() == Qt::Vertical))
         return;
     splitter->setOrientation(isBelow ? Qt::Vertical : Qt::Horizontal);
@@ -201,62 +189,17 @@ QWidget* ZNTMainWindow::makePlayArea()
 
 QWidget* ZNTMainWindow::makeSidePanel()
 {
-    auto* parts = new QWidget;
-    auto* column = new QVBoxLayout(parts);
-    // The panel scrolls, so it would cut off the focus ring of a widget at its edge.
-    const int ring = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this);
-    column->setContentsMargins(ring, 0, ring, ring);
-    column->setSpacing(gap);
-    const auto pairs = [column](std::initializer_list<QPushButton*> buttons) {
-        auto* row = new QWidget;
-        auto* flow = new ZNTFlowLayout(row, gap);
-        flow->shareEvenly(2);
-        for (QPushButton* button : buttons)
-            flow->addWidget(button);
-        column->addWidget(row);
-    };
-
-    column->addWidget(heading("Directions"));
-    compass = named(new ZNTCompass, "compass");
-    column->addWidget(compass);
-    column->addSpacing(wideGap - gap);
-
-    macroComboBoxGroup = named(new QComboBox, "macroComboBoxGroup");
-    macroComboBoxGroup->setEditable(true);
-    macroComboBoxGroup->setAccessibleName(text("Macro group"));
-    macroComboBoxGroup->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    macroComboBoxGroup->setMinimumContentsLength(6);
-    column->addWidget(heading("Macro gro&up", macroComboBoxGroup));
-    column->addWidget(macroComboBoxGroup);
-    createNewMacroGroup = named(new QPushButton(text("Ne&w")), "createNewMacroGroup");
-    deleteMacroGroup = named(new QPushButton(text("Delete")), "deleteMacroGroup");
-    createNewMacroGroup->setAccessibleName(text("New group"));
-    deleteMacroGroup->setAccessibleName(text("Delete group"));
-    pairs({createNewMacroGroup, deleteMacroGroup});
-    column->addSpacing(wideGap - gap);
-
-    macroTable = named(new ZNTHintedTable, "macroTable");
-    macroTable->setAccessibleName(text("Macro list"));
-    column->addWidget(heading("Macro l&ist", macroTable));
-    column->addWidget(macroTable, 1);
-    runMacro = named(new QPushButton(text("Run")), "runMacro");
-    addMacro = named(new QPushButton(text("Add...")), "addMacro");
-    editMacro = named(new QPushButton(text("Edit...")), "editMacro");
-    removeMacro = named(new QPushButton(text("Remove")), "removeMacro");
-    runMacro->setAccessibleName(text("Run macro"));
-    addMacro->setAccessibleName(text("Add macro"));
-    editMacro->setAccessibleName(text("Edit macro"));
-    removeMacro->setAccessibleName(text("Remove macro"));
-    pairs({runMacro, addMacro, editMacro, removeMacro});
-
-    panel = named(new ZNTSidePanel, "sidePanel");
-    panel->setFrameShape(QFrame::NoFrame);
-    panel->setFocusPolicy(Qt::NoFocus);
-    panel->setWidgetResizable(true);
-    panel->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    panel->setWidget(parts);
-    sidePanel = panel;
-    return panel;
+    sidePanel = new ZNTSidePanel;
+    compass = sidePanel->compass;
+    macroComboBoxGroup = sidePanel->macroComboBoxGroup;
+    createNewMacroGroup = sidePanel->createNewMacroGroup;
+    deleteMacroGroup = sidePanel->deleteMacroGroup;
+    macroTable = sidePanel->macroTable;
+    runMacro = sidePanel->runMacro;
+    addMacro = sidePanel->addMacro;
+    editMacro = sidePanel->editMacro;
+    removeMacro = sidePanel->removeMacro;
+    return sidePanel;
 }
 
 void ZNTMainWindow::makeStatusBar()
@@ -280,12 +223,9 @@ void ZNTMainWindow::setTabOrders()
     for (QWidget* widget : std::initializer_list<QWidget*>{findInSaidBar, listeningBox, textToServer,
                                                            resendLastCommand, startStopSpeech})
         order.push_back(widget);
-    for (const ZNTDirectionRow& way : ZNTDirections)
-        order.push_back(compass->button(way.direction));
-    for (QWidget* widget :
-         std::initializer_list<QWidget*>{macroComboBoxGroup, createNewMacroGroup, deleteMacroGroup,
-                                         macroTable, runMacro, addMacro, editMacro, removeMacro, statusText})
+    for (QWidget* widget : sidePanel->tabOrder())
         order.push_back(widget);
+    order.push_back(statusText);
     for (std::size_t index = 1; index < order.size(); ++index)
         setTabOrder(order[index - 1], order[index]);
 }

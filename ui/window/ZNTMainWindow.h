@@ -45,6 +45,7 @@ public:
     ZNTCommandLine* textToServer;
     QPushButton* resendLastCommand;
     QPushButton* startStopSpeech;
+    ZNTSidePanel* sidePanel; ///< holds the next nine
     ZNTCompass* compass;
     QComboBox* macroComboBoxGroup;
     QPushButton* createNewMacroGroup;
@@ -56,7 +57,6 @@ public:
     QPushButton* removeMacro;
     QLabel* statusText;
     ZNTConnectionRow* connectionRow;
-    QWidget* sidePanel;
 
     /// Moves the focus to the next of: connection, output, command line, side panel; -1 goes backwards.
     void focusNextPart(int direction);
@@ -86,7 +86,6 @@ private:
 
     QWidget* content;
     QSplitter* splitter;
-    ZNTSidePanel* panel;
     QWidget* commandRow;
     bool isShareChosen = false; ///< the player has moved the splitter
 };

@@ -6,7 +6,6 @@
 #include <QLayout>
 #include <QResizeEvent>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
 
@@ -77,34 +76,4 @@ protected:
         if (event->size().width() != event->oldSize().width())
             updateGeometry();
     }
-};
-
-/// Scrolls up and down, so that it does not make the window higher. It is never too narrow for its content.
-class ZNTSidePanel final : public QScrollArea
-{
-public:
-    [[nodiscard]] int leastWidth() const { return widget()->minimumSizeHint().width() + barWidth(); }
-    [[nodiscard]] int comfortableWidth() const
-    {
-        const int pleasant = std::max(widget()->sizeHint().width(), fontMetrics().averageCharWidth() * 32);
-        return std::max(leastWidth(), pleasant + barWidth());
-    }
-    [[nodiscard]] QSize sizeHint() const override { return {comfortableWidth(), minimumSizeHint().height()}; }
-    [[nodiscard]] QSize minimumSizeHint() const override
-    {
-        return {leastWidth(), isWhole ? widget()->sizeHint().height() : fontMetrics().height() * 5};
-    }
-    /// If it shows its whole content, the window scrolls instead.
-    void showWhole(bool whole)
-    {
-        if (isWhole == whole)
-            return;
-        isWhole = whole;
-        updateGeometry();
-    }
-
-private:
-    [[nodiscard]] int barWidth() const { return verticalScrollBar()->sizeHint().width(); }
-
-    bool isWhole = false;
 };

@@ -16,6 +16,7 @@
 #include "ZNTPlainKeys.h"
 #include "ZNTQtText.h"
 #include "ZNTQuitAnywhere.h"
+#include "ZNTSidePanel.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTSpeechSynth.h"
 #include "ZNTWebAddressDialogs.h"

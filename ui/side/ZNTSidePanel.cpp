@@ -1,0 +1,152 @@
+#include "ZNTSidePanel.h"
+
+#include "ZNTCompass.h"
+#include "ZNTFlowLayout.h"
+#include "ZNTHintedTable.h"
+#include "ZNTQtText.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace
+{
+
+constexpr int panelGap = 8;
+constexpr int panelWideGap = 16;
+/// In characters of the window's font.
+constexpr int pleasantColumns = 32;
+
+template <typename Widget>
+Widget* namedPart(Widget* widget, std::string_view objectName)
+{
+    widget->setObjectName(znt::latinText(objectName));
+    return widget;
+}
+
+QPushButton* namedButton(std::string_view title, std::string_view objectName, std::string_view spokenName)
+{
+    auto* button = namedPart(new QPushButton(znt::latinText(title)), objectName);
+    button->setAccessibleName(znt::latinText(spokenName));
+    return button;
+}
+
+QLabel* panelHeading(std::string_view words, QWidget* buddy = nullptr)
+{
+    auto* label = new QLabel(znt::latinText(words));
+    QFont bold = label->font();
+    bold.setBold(true);
+    label->setFont(bold);
+    label->setBuddy(buddy);
+    return label;
+}
+
+} // namespace
+
+ZNTSidePanel::ZNTSidePanel()
+{
+    setObjectName(QStringLiteral("sidePanel"));
+    auto* parts = new QWidget;
+    auto* column = new QVBoxLayout(parts);
+    // The panel scrolls, so it would cut off the focus ring of a widget at its edge.
+    const int ring = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this);
+    column->setContentsMargins(ring, 0, ring, ring);
+    column->setSpacing(panelGap);
+    addDirections(*column);
+    addGroups(*column);
+    addMacros(*column);
+
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidget(parts);
+}
+
+void ZNTSidePanel::addDirections(QVBoxLayout& column)
+{
+    column.addWidget(panelHeading("Directions"));
+    compass = namedPart(new ZNTCompass, "compass");
+    column.addWidget(compass);
+    column.addSpacing(panelWideGap - panelGap);
+}
+
+void ZNTSidePanel::addGroups(QVBoxLayout& column)
+{
+    macroComboBoxGroup = namedPart(new QComboBox, "macroComboBoxGroup");
+    macroComboBoxGroup->setEditable(true);
+    macroComboBoxGroup->setAccessibleName(QStringLiteral("Macro group"));
+    macroComboBoxGroup->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    macroComboBoxGroup->setMinimumContentsLength(6);
+    column.addWidget(panelHeading("Macro gro&up", macroComboBoxGroup));
+    column.addWidget(macroComboBoxGroup);
+    createNewMacroGroup = namedButton("Ne&w", "createNewMacroGroup", "New group");
+    deleteMacroGroup = namedButton("Delete", "deleteMacroGroup", "Delete group");
+    addPairs(column, {createNewMacroGroup, deleteMacroGroup});
+    column.addSpacing(panelWideGap - panelGap);
+}
+
+void ZNTSidePanel::addMacros(QVBoxLayout& column)
+{
+    macroTable = namedPart(new ZNTHintedTable, "macroTable");
+    macroTable->setAccessibleName(QStringLiteral("Macro list"));
+    column.addWidget(panelHeading("Macro l&ist", macroTable));
+    column.addWidget(macroTable, 1);
+    runMacro = namedButton("Run", "runMacro", "Run macro");
+    addMacro = namedButton("Add...", "addMacro", "Add macro");
+    editMacro = namedButton("Edit...", "editMacro", "Edit macro");
+    removeMacro = namedButton("Remove", "removeMacro", "Remove macro");
+    addPairs(column, {runMacro, addMacro, editMacro, removeMacro});
+}
+
+void ZNTSidePanel::addPairs(QVBoxLayout& column, std::initializer_list<QPushButton*> buttons)
+{
+    auto* row = new QWidget;
+    auto* flow = new ZNTFlowLayout(row, panelGap);
+    flow->shareEvenly(2);
+    for (QPushButton* button : buttons)
+        flow->addWidget(button);
+    column.addWidget(row);
+}
+
+std::vector<QWidget*> ZNTSidePanel::tabOrder() const
+{
+    std::vector<QWidget*> order;
+    for (const ZNTDirectionRow& way : ZNTDirections)
+        order.push_back(compass->button(way.direction));
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{macroComboBoxGroup, createNewMacroGroup, deleteMacroGroup,
+                                         macroTable, runMacro, addMacro, editMacro, removeMacro})
+        order.push_back(widget);
+    return order;
+}
+
+int ZNTSidePanel::leastWidth() const { return widget()->minimumSizeHint().width() + barWidth(); }
+
+int ZNTSidePanel::comfortableWidth() const
+{
+    const int pleasant =
+        std::max(widget()->sizeHint().width(), fontMetrics().averageCharWidth() * pleasantColumns);
+    return std::max(leastWidth(), pleasant + barWidth());
+}
+
+QSize ZNTSidePanel::sizeHint() const { return {comfortableWidth(), minimumSizeHint().height()}; }
+
+QSize ZNTSidePanel::minimumSizeHint() const
+{
+    return {leastWidth(), isWhole ? widget()->sizeHint().height() : fontMetrics().height() * 5};
+}
+
+void ZNTSidePanel::showWhole(bool whole)
+{
+    if (isWhole == whole)
+        return;
+    isWhole = whole;
+    updateGeometry();
+}
+
+int ZNTSidePanel::barWidth() const { return verticalScrollBar()->sizeHint().width(); }
