@@ -7,6 +7,20 @@
 #include <filesystem>
 #include <plist/plist.h>
 
+namespace
+{
+
+// libplist 2.3 also returns an error and tells the format that it found; both are left aside.
+template <typename Result, typename... Format>
+void parse(Result (*reader)(const char*, std::uint32_t, plist_t*, Format*...), const std::string& content,
+           plist_t& read)
+{
+    reader(content.data(), static_cast<std::uint32_t>(content.size()), &read,
+           static_cast<Format*>(nullptr)...);
+}
+
+} // namespace
+
 namespace znt
 {
 
@@ -16,7 +30,7 @@ PropertyList dictionaryIn(const std::string& path)
 {
     const auto content = contentOfFile(path);
     plist_t read = nullptr;
-    plist_from_memory(content.data(), static_cast<std::uint32_t>(content.size()), &read);
+    parse(plist_from_memory, content, read);
     PropertyList root(read);
     return root && plist_get_node_type(root.get()) == PLIST_DICT ? std::move(root) : nullptr;
 }
