@@ -11,16 +11,17 @@ struct ZNTSessionNotice {
     };
     Kind kind;
     std::u16string_view sentence;
+    bool comesUnasked = false; ///< it answers no key, so the next key must not cut it off
 };
 
 namespace znt::notices
 {
 
-inline constexpr ZNTSessionNotice gameClosed{ZNTSessionNotice::Kind::Fact,
-                                             u"The game closed the connection."};
+inline constexpr ZNTSessionNotice gameClosed{ZNTSessionNotice::Kind::Fact, u"The game closed the connection.",
+                                             true};
 inline constexpr ZNTSessionNotice standardTelnetMayHelp{
     ZNTSessionNotice::Kind::Hint,
-    u"If the game refuses your name, switch on Standard telnet and connect again."};
+    u"If the game refuses your name, switch on Standard telnet and connect again.", true};
 
 /// The answer to a player who switches standard telnet while a connection stands, or while none does.
 inline constexpr ZNTSessionNotice standardTelnetSwitched(bool isOn, bool isConnected)

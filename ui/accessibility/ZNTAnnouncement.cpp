@@ -36,6 +36,9 @@ constexpr std::array announcementRows{
     AnnouncementRow{.what = ZNTAnnouncement::Answer, .words = "%1"},
     AnnouncementRow{.what = ZNTAnnouncement::RecordingRuns, .words = "Running %1"},
     AnnouncementRow{.what = ZNTAnnouncement::RecordingEnded, .words = "%1 has ended"},
+    AnnouncementRow{.what = ZNTAnnouncement::MenuOpened, .words = "%1 menu"},
+    AnnouncementRow{.what = ZNTAnnouncement::NewsAgain, .words = "%1"},
+    AnnouncementRow{.what = ZNTAnnouncement::OfferListening, .words = "%1 sets up for listening."},
     AnnouncementRow{.what = ZNTAnnouncement::Welcome,
                     .words = "Press %1 to have the game read aloud, %2 for help."},
 };

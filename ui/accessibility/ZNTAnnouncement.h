@@ -24,6 +24,9 @@ enum class ZNTAnnouncement {
     Answer,         ///< a sentence about what a button has done, or why it could not
     RecordingRuns,  ///< its name
     RecordingEnded, ///< its name
+    MenuOpened,     ///< its title
+    NewsAgain,      ///< news of the session that a key may have cut off
+    OfferListening, ///< the key that sets the client up for listening
     Welcome         ///< the keys for speech and for help
 };
 

@@ -55,15 +55,20 @@ QDBusMessage eventOf(QAccessibleInterface* element, const QString& event)
         QStringLiteral("org.a11y.atspi.Event.Object"), event);
 }
 
-void sendProperty(QAccessibleInterface* element, const char* property, const QVariant& value)
+void sendEvent(QAccessibleInterface* element, const QString& name, const char* kind, const QVariant& value)
 {
     const ZNTAccessibleReference application{
         ZNTScreenReaderWatch::accessibilityBus().baseService(),
         QDBusObjectPath(QStringLiteral("/org/a11y/atspi/accessible/root"))};
-    auto event = eventOf(element, QStringLiteral("PropertyChange"));
-    event << QString::fromLatin1(property) << 0 << 0 << QVariant::fromValue(QDBusVariant(value))
+    auto event = eventOf(element, name);
+    event << QString::fromLatin1(kind) << 0 << 0 << QVariant::fromValue(QDBusVariant(value))
           << QVariant::fromValue(application);
     ZNTScreenReaderWatch::accessibilityBus().send(event);
+}
+
+void sendProperty(QAccessibleInterface* element, const char* property, const QVariant& value)
+{
+    sendEvent(element, QStringLiteral("PropertyChange"), property, value);
 }
 
 void sendAnnouncement(QWidget& window, const QString& text)
@@ -125,6 +130,14 @@ void ZNTDesktopScreenReader::announceKind(QLineEdit& line)
     constexpr int password = 40, text = 61;
     sendProperty(QAccessible::queryAccessibleInterface(&line), "accessible-role",
                  line.echoMode() == QLineEdit::Normal ? text : password);
+}
+
+/// The event says that the caret is at the start. Orca 43 compares that with the place that it knows, and
+/// then asks for the text and for the place itself. Of several events it takes the last.
+void ZNTDesktopScreenReader::announceNewText(QLineEdit& line)
+{
+    if (ZNTScreenReaderWatch::accessibilityBus().isConnected())
+        sendEvent(QAccessible::queryAccessibleInterface(&line), QStringLiteral("TextCaretMoved"), "", 0);
 }
 
 void ZNTDesktopScreenReader::forgetWhatWaits() { waiting.clear(); }

@@ -41,6 +41,9 @@ public:
     /// Announces which kind of field `line` is now. Readers keep the kind that they have asked for once, and
     /// Qt does not announce that it changes with the echo mode.
     static void announceKind(QLineEdit& line);
+    /// Has a reader say the text of `line` after an arrow key put it there. Readers do so only if the caret
+    /// is not where it was before.
+    static void announceNewText(QLineEdit& line);
 
 Q_SIGNALS:
     /// The reader was started, or it ended.

@@ -1,5 +1,7 @@
 #include "ZNTFocusFirst.h"
 
+#include "ZNTDesktopScreenReader.h"
+
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QAction>
@@ -51,6 +53,19 @@ bool isBehindMenu(const QAccessibleEvent& event)
            !qobject_cast<const QAction*>(object);
 }
 
+/// If a text takes the place of one of the same length, as two lines of the history may, the caret ends where
+/// it was, and readers say nothing. This comes after all that Qt announces of the change.
+void tellTextOfSameLength(const QAccessibleEvent& event)
+{
+    auto* line = qobject_cast<QLineEdit*>(event.object());
+    if (event.type() != QAccessible::TextUpdated || !line || !line->hasFocus())
+        return;
+    const auto& update = static_cast<const QAccessibleTextUpdateEvent&>(event);
+    if (update.textInserted().size() == update.textRemoved().size())
+        QMetaObject::invokeMethod(
+            line, [line] { ZNTDesktopScreenReader::announceNewText(*line); }, Qt::QueuedConnection);
+}
+
 void tellWhatIsKnown(QAccessibleEvent* event)
 {
     if ((isCaretQuiet && event->type() == QAccessible::TextCaretMoved) || isHiddenTyping(*event) ||
@@ -61,6 +76,7 @@ void tellWhatIsKnown(QAccessibleEvent* event)
     QAccessible::installUpdateHandler(&tellWhatIsKnown);
     if (event->type() == QAccessible::Focus)
         isCaretQuiet = false;
+    tellTextOfSameLength(*event);
 }
 
 void install()

@@ -94,6 +94,8 @@ QString ZNTMenuItemAccessible::text(QAccessible::Text kind) const
     case QAccessible::Name:
         return withoutMnemonic(action().text());
     case QAccessible::Description:
+        return action().menu() && qobject_cast<QMenu*>(owner) ? QStringLiteral("submenu")
+                                                              : keysInWords(action());
     case QAccessible::Accelerator:
         return keysInWords(action());
     case QAccessible::Help:

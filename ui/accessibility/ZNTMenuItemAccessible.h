@@ -5,8 +5,8 @@
 class QAction;
 class QWidget;
 
-/// An item of a menu or of the menu bar for screen readers. Its description says its keys, which Qt's own
-/// items keep to themselves.
+/// An item of a menu or of the menu bar for screen readers. Its description says its keys, or that
+/// it opens a submenu: Qt's own items keep both to themselves.
 class ZNTMenuItemAccessible final : public QAccessibleObject, public QAccessibleActionInterface
 {
 public:

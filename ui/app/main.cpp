@@ -5,6 +5,7 @@
 #include "ZNTDescriptors.h"
 #include "ZNTDesktopScreenReader.h"
 #include "ZNTFocusFirst.h"
+#include "ZNTMenuTitles.h"
 #include "ZNTMixerSounds.h"
 #include "ZNTQtAlert.h"
 #include "ZNTSocketStream.h"
@@ -54,11 +55,14 @@ void speakForReaderFoundWhileStarting(ZNTDesktopScreenReader& reader, ZNTServerC
     });
 }
 
-/// Announces to a reader that comes later which keys have the game read aloud, once: speech stays as it is. A
-/// reader needs some time before it says what a program announces.
-void welcomeLaterReader(ZNTDesktopScreenReader& reader, ZNTMainWiring& wiring)
+/// Announces to a reader which key sets the client up for listening, in the first start. To one that comes
+/// later also which keys have the game read aloud, once: speech stays as it is. A reader needs some time
+/// before it says what a program announces.
+void welcomeReader(ZNTDesktopScreenReader& reader, ZNTMainWiring& wiring)
 {
     constexpr std::chrono::seconds untilReaderSpeaks{3};
+    if (reader.isRunning())
+        QTimer::singleShot(untilReaderSpeaks, &reader, [&wiring] { wiring.offerListening(); });
     auto* watching = new QObject(&reader);
     const auto welcome = [&reader, &wiring, watching](bool isRunning) {
         if (!isRunning)
@@ -106,6 +110,7 @@ int main(int count, char** arguments)
     prepareApplication();
     const ZNTFocusRing focusRing;
     const ZNTFocusFirst focusFirst;
+    const ZNTMenuTitles menuTitles;
     znt::installAccessibleFactories();
 
     QtRunLoop runLoop;
@@ -132,7 +137,7 @@ int main(int count, char** arguments)
     speakForReaderFoundWhileStarting(screenReader, session);
     QObject::connect(&screenReader, &ZNTDesktopScreenReader::runningChanged, &window,
                      [&session] { session.screenReaderChanged(); });
-    welcomeLaterReader(screenReader, parts.wiring);
+    welcomeReader(screenReader, parts.wiring);
     window.show();
     window.activateWindow();
     parts.appDelegate.applicationDidFinishLaunching();

@@ -43,7 +43,8 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
       news(session),
       silenceKeys(session),
       announcer(controller.services().screenReader, session.zntSpeechSynth(),
-                [&controller] { return controller.settings().settings().speakAnnouncements; })
+                [&controller] { return controller.settings().settings().speakAnnouncements; }),
+      newsAgain(controller.services().screenReader)
 {
     wireGame();
     wireDirections();

@@ -4,6 +4,7 @@
 #include "ZNTMainMenu.h"
 #include "ZNTMainWindow.h"
 #include "ZNTMudAppController.h"
+#include "ZNTNewsAgain.h"
 #include "ZNTSilenceKeys.h"
 #include "ZNTSpokenNews.h"
 #include "ZNTStatusLine.h"
@@ -33,6 +34,8 @@ public:
     /// For a screen reader that comes later than the program: says the keys for speech and for help, unless
     /// speech is on already.
     void welcomeReader();
+    /// Says once, in the start that made the player's store, which key sets the client up for listening.
+    void offerListening();
 
 private:
     void wireGame();
@@ -52,6 +55,7 @@ private:
     void setSpeech(bool on);
     void setUpForListening(bool on);
     void showListeningBox();
+    [[nodiscard]] bool maySetUpForListening() const;
 
     void sessionChanged(ZNTSessionChange what);
     void showState();
@@ -76,11 +80,13 @@ private:
     ZNTSpokenNews news;
     ZNTSilenceKeys silenceKeys;
     ZNTAnnouncer announcer;
+    ZNTNewsAgain newsAgain;
     QString runningRecording;  ///< as it was announced last
     bool wasConnected = false; ///< when the state was last shown
     ZNTStatusFacts::Connection announced = ZNTStatusFacts::Connection::None;
     bool hasPlayed = false;
     bool wasTypingHidden = false;
+    bool hasOfferedListening = false;
     std::unique_ptr<ZNTChannelHistorySheet> channelSheet; ///< made when it is first asked for
     std::unique_ptr<ZNTHelpWindow> help;
     std::unique_ptr<ZNTWebAddressDialogs> webAddresses;

@@ -1,6 +1,7 @@
 #include "ZNTMainWiring.h"
 
 #include "ZNTActionWiring.h"
+#include "ZNTAnnouncement.h"
 #include "ZNTAskBar.h"
 #include "ZNTChannelHistorySheet.h"
 #include "ZNTCommandLine.h"
@@ -59,11 +60,31 @@ void ZNTMainWiring::wireChannels()
     });
 }
 
+/// Players who do not have it yet are told about it in their first start, and never again.
+bool ZNTMainWiring::maySetUpForListening() const
+{
+    return controller.services().database.isFirstStart() &&
+           !isSetUpForListening(controller.settings().settings());
+}
+
+void ZNTMainWiring::offerListening()
+{
+    if (hasOfferedListening || !maySetUpForListening())
+        return;
+    hasOfferedListening = true;
+    const QStringList keys{menu["setUpForListening"]->shortcut().toString()};
+    const QString words = announcementInWords(ZNTAnnouncement::OfferListening, keys);
+    if (session.speechOnOffBindingState() == 1)
+        news.say(textOfQt(words));
+    else
+        announce(ZNTAnnouncement::OfferListening, keys);
+    newsAgain.watch(words);
+}
+
 /// The box belongs to the words that a player's first start shows until a game's text takes their place.
 void ZNTMainWiring::showListeningBox()
 {
-    const bool isOffered = controller.services().database.isFirstStart() && !hasPlayed &&
-                           !isSetUpForListening(controller.settings().settings());
+    const bool isOffered = maySetUpForListening() && !hasPlayed;
     if (!isOffered && window.listeningBox->hasFocus())
         window.ipAddress->setFocus(Qt::OtherFocusReason); // where it was at the start
     window.listeningBox->setChecked(false);               // it goes once it is marked
@@ -111,6 +132,8 @@ void ZNTMainWiring::setSpeech(bool on)
     session.textToSpeechOnAndOff();
     // "Speech off" is spoken, too: players who do not look must learn which it is now.
     session.zntSpeechSynth().speakNext(on ? u"Speech on" : u"Speech off");
+    if (on)
+        offerListening();
 }
 
 void ZNTMainWiring::setUpForListening(bool on)

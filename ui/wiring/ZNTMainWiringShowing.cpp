@@ -111,6 +111,7 @@ void ZNTMainWiring::welcomeReader()
 {
     if (session.speechOnOffBindingState() != 1)
         announce(ZNTAnnouncement::Welcome, keysOfWelcome());
+    offerListening();
 }
 
 void ZNTMainWiring::announceConnection()
@@ -150,6 +151,8 @@ void ZNTMainWiring::showNotice(const ZNTSessionNotice& notice)
         return;
     status.showNotice(notice);
     news.say(notice.sentence);
+    if (notice.comesUnasked && session.speechOnOffBindingState() == 1)
+        newsAgain.watch(qtText(notice.sentence));
 }
 
 void ZNTMainWiring::showTyping()

@@ -1,0 +1,129 @@
+// What screen readers are given besides the game's text: titles of menus, and news that a key has cut off.
+#include "ZNTAnnouncement.h"
+#include "ZNTMenuTitles.h"
+#include "ZNTNewsAgain.h"
+#include "ZNTScreenReader.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+class Announced final : public QObject
+{
+public:
+    Announced() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == ZNTAnnouncementEvent::kind())
+            words << static_cast<ZNTAnnouncementEvent*>(event)->words;
+        return false;
+    }
+    QStringList words;
+};
+
+void wait(int milliseconds)
+{
+    QElapsedTimer since;
+    for (since.start(); since.elapsed() < milliseconds;)
+        QApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+struct AReader final : ZNTScreenReader {
+    [[nodiscard]] bool isRunning() const override { return isOn; }
+    bool sayThis(std::u16string_view) override { return true; }
+    bool isOn = true;
+};
+
+struct NewsAgain : testing::Test {
+    void press(Qt::Key key)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(&field, &event);
+    }
+    [[nodiscard]] qsizetype timesSaidAgain()
+    {
+        announced.words.clear();
+        wait(ZNTNewsAgain::rest + 200);
+        return announced.words.count(news);
+    }
+
+    const QString news = QStringLiteral("The game closed the connection.");
+    QLineEdit field;
+    Announced announced;
+    AReader reader;
+    ZNTNewsAgain again{reader};
+};
+
+} // namespace
+
+TEST_F(NewsAgain, WhatAKeyCutOffIsSaidAgainWhenThePlayerRests)
+{
+    again.watch(news);
+    EXPECT_EQ(timesSaidAgain(), 0) << "nothing has cut it off";
+    for (int time = 0; time < ZNTNewsAgain::mostTimes; ++time) {
+        announced.words.clear();
+        press(Qt::Key_L);
+        wait(ZNTNewsAgain::rest / 2);
+        press(Qt::Key_O);
+        wait(ZNTNewsAgain::rest / 2);
+        EXPECT_EQ(announced.words.count(news), 0) << "the player still types";
+        EXPECT_EQ(timesSaidAgain(), 1);
+    }
+    press(Qt::Key_K);
+    EXPECT_EQ(timesSaidAgain(), 0) << "it does not go on for ever";
+}
+
+TEST_F(NewsAgain, ControlAndTheEndOfTheReaderDropIt)
+{
+    again.watch(news);
+    press(Qt::Key_L);
+    press(Qt::Key_Control);
+    EXPECT_EQ(timesSaidAgain(), 0);
+    again.watch(news);
+    press(Qt::Key_L);
+    reader.isOn = false;
+    EXPECT_EQ(timesSaidAgain(), 0);
+    again.watch(news);
+    press(Qt::Key_L);
+    reader.isOn = true;
+    EXPECT_EQ(timesSaidAgain(), 0) << "the own voice has said it";
+}
+
+TEST(MenuTitles, AMenuThatOpensIsAnnouncedAndTheItemBehindItGetsTheFocusBack)
+{
+    static QStringList focused;
+    Announced announced;
+    const ZNTMenuTitles titles;
+    QMenu menu, nameless;
+    menu.setAccessibleName(QStringLiteral("Speech"));
+    menu.addAction(QStringLiteral("Say"));
+    QMenu& channels = *menu.addMenu(QStringLiteral("Channels"));
+    channels.setAccessibleName(QStringLiteral("Channels"));
+    menu.popup({});
+    menu.setActiveAction(channels.menuAction());
+    wait(50);
+    EXPECT_EQ(announced.words.value(0), QStringLiteral("Speech menu"));
+    channels.popup({});
+    wait(50);
+    EXPECT_EQ(announced.words.value(1), QStringLiteral("Channels menu"));
+    const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+        if (event->type() == QAccessible::Focus && event->accessibleInterface())
+            focused << event->accessibleInterface()->text(QAccessible::Name);
+    });
+    channels.close();
+    wait(50);
+    EXPECT_EQ(focused, QStringList{QStringLiteral("Channels")});
+    menu.close();
+    nameless.popup({});
+    wait(50);
+    nameless.close();
+    QAccessible::installUpdateHandler(before);
+    EXPECT_EQ(announced.words.size(), 2);
+}
