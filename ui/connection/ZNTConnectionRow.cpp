@@ -46,7 +46,8 @@ ZNTConnectionRow::ZNTConnectionRow()
     makeParts();
 
     auto* row = new ZNTFlowLayout(this, gapOfFields);
-    row->addStretching(new ZNTCaptionedField(QStringLiteral("&Name"), mudName, 14));
+    auto* name = new ZNTCaptionedField(QStringLiteral("&Name"), mudName, 14);
+    row->addShrinking(name, [name] { return name->leastWidthBeside(); });
     row->addStretching(new ZNTCaptionedField(QStringLiteral("&Address"), ipAddress, 22));
     row->addWidget(new ZNTCaptionedField(QStringLiteral("&Port"), port, 8));
     auto* ends = new QWidget;

@@ -30,6 +30,8 @@ public:
         QObject::connect(layout.doneButton, &QPushButton::clicked, dialog, [this, done] {
             const QString name = layout.macroNameTF->text(); // which is cleared
             controller.doneEditing();
+            if (whenDone)
+                whenDone();
             if (!dialog->isVisible())
                 znt::announce(done, {name});
         });
@@ -38,6 +40,9 @@ public:
         dialog->whenCancelled = [this] { controller.cancelEditing(); };
         znt::explainControls(*dialog);
     }
+
+    /// Called when the macro is stored and its list shows it.
+    std::function<void()> whenDone;
 
     void showWindow()
     {

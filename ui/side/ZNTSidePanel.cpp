@@ -18,6 +18,8 @@ namespace
 
 constexpr int panelGap = 8;
 constexpr int panelWideGap = 16;
+constexpr int snugMargin = 8;
+constexpr int leastColumnsOfGroup = 6;
 /// In characters of the window's font.
 constexpr int pleasantColumns = 32;
 
@@ -28,9 +30,23 @@ Widget* namedPart(Widget* widget, std::string_view objectName)
     return widget;
 }
 
+/// No wider than its word needs. A style would give it room for a longer one.
+class SnugButton final : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const int word = fontMetrics().horizontalAdvance(QString(text()).remove(QLatin1Char('&')));
+        const QSize usual = QPushButton::sizeHint();
+        return {std::min(usual.width(), word + fontMetrics().height() + snugMargin), usual.height()};
+    }
+};
+
+template <typename Button = QPushButton>
 QPushButton* namedButton(std::string_view title, std::string_view objectName, std::string_view spokenName)
 {
-    auto* button = namedPart(new QPushButton(znt::latinText(title)), objectName);
+    auto* button = namedPart(new Button(znt::latinText(title)), objectName);
     button->setAccessibleName(znt::latinText(spokenName));
     return button;
 }
@@ -81,12 +97,16 @@ void ZNTSidePanel::addGroups(QVBoxLayout& column)
     macroComboBoxGroup->setEditable(true);
     macroComboBoxGroup->setAccessibleName(QStringLiteral("Macro group"));
     macroComboBoxGroup->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    macroComboBoxGroup->setMinimumContentsLength(6);
+    macroComboBoxGroup->setMinimumContentsLength(leastColumnsOfGroup);
     column.addWidget(panelHeading("Macro gro&up", macroComboBoxGroup));
-    column.addWidget(macroComboBoxGroup);
-    createNewMacroGroup = namedButton("Ne&w", "createNewMacroGroup", "New group");
-    deleteMacroGroup = namedButton("Delete", "deleteMacroGroup", "Delete group");
-    addPairs(column, {createNewMacroGroup, deleteMacroGroup});
+    createNewMacroGroup = namedButton<SnugButton>("Ne&w", "createNewMacroGroup", "New group");
+    deleteMacroGroup = namedButton<SnugButton>("Delete", "deleteMacroGroup", "Delete group");
+    auto* row = new QWidget;
+    auto* flow = new ZNTFlowLayout(row, panelGap);
+    flow->addStretching(macroComboBoxGroup);
+    flow->addWidget(createNewMacroGroup);
+    flow->addWidget(deleteMacroGroup);
+    column.addWidget(row);
     column.addSpacing(panelWideGap - panelGap);
 }
 

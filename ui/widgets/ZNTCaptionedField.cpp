@@ -43,9 +43,11 @@ QSize ZNTCaptionedField::minimumSizeHint() const
     return {std::max(label->sizeHint().width(), fieldWidth(leastColumns)), sizeHint().height()};
 }
 
-bool ZNTCaptionedField::isBeside(int width) const
+bool ZNTCaptionedField::isBeside(int width) const { return width >= leastWidthBeside(); }
+
+int ZNTCaptionedField::leastWidthBeside() const
 {
-    return width >= label->sizeHint().width() + gap + fieldWidth(leastColumns);
+    return label->sizeHint().width() + gap + fieldWidth(leastColumns);
 }
 
 int ZNTCaptionedField::heightForWidth(int width) const

@@ -16,6 +16,8 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
     [[nodiscard]] int heightForWidth(int width) const override;
+    /// The least at which the caption still stands before the field.
+    [[nodiscard]] int leastWidthBeside() const;
 
 protected:
     bool event(QEvent* event) override;

@@ -16,6 +16,12 @@ void ZNTFlowLayout::addStretching(QWidget* widget)
     addWidget(widget);
 }
 
+void ZNTFlowLayout::addShrinking(QWidget* widget, std::function<int()> least)
+{
+    shrinking.insert(widget, std::move(least));
+    addStretching(widget);
+}
+
 void ZNTFlowLayout::addItem(QLayoutItem* item) { items.append(item); }
 
 int ZNTFlowLayout::count() const { return static_cast<int>(items.size()); }
@@ -111,18 +117,20 @@ QList<ZNTFlowLayout::Row> ZNTFlowLayout::rowsFor(int width) const
     QList<Row> rows;
     int used = 0;
     for (QLayoutItem* item : shownItems()) {
-        const int wanted = item->sizeHint().width();
-        if (rows.isEmpty() || used + gap + wanted > width) {
+        const int least = leastWidth(item);
+        if (rows.isEmpty() || used + gap + least > width) {
             rows.append(Row());
-            used = wanted;
+            used = least;
         } else {
-            used += gap + wanted;
+            used += gap + least;
         }
         rows.last().items.append(item);
-        rows.last().widths.append(std::min(wanted, width));
+        rows.last().widths.append(std::min(item->sizeHint().width(), width));
     }
-    for (Row& row : rows)
+    for (Row& row : rows) {
+        shrinkRow(row, width);
         stretchRow(row, width);
+    }
     return rows;
 }
 
@@ -139,6 +147,26 @@ QList<ZNTFlowLayout::Row> ZNTFlowLayout::evenRowsFor(int width) const
         rows.last().widths.append(each);
     }
     return rows;
+}
+
+int ZNTFlowLayout::leastWidth(QLayoutItem* item) const
+{
+    const int wanted = item->sizeHint().width();
+    const auto least = shrinking.constFind(item->widget());
+    return least == shrinking.constEnd() ? wanted : std::min(wanted, (*least)());
+}
+
+/// What the row has too much comes off the items that may be narrower.
+void ZNTFlowLayout::shrinkRow(Row& row, int width) const
+{
+    int excess = gap * static_cast<int>(row.items.size() - 1) - width;
+    for (const int each : row.widths)
+        excess += each;
+    for (qsizetype index = 0; index < row.items.size() && excess > 0; ++index) {
+        const int spare = std::max(0, row.widths[index] - leastWidth(row.items[index]));
+        row.widths[index] -= std::min(spare, excess);
+        excess -= std::min(spare, excess);
+    }
 }
 
 void ZNTFlowLayout::stretchRow(Row& row, int width) const

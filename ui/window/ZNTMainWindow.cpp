@@ -87,17 +87,27 @@ ZNTMainWindow::ZNTMainWindow()
 
 ZNTMainWindow::~ZNTMainWindow() = default;
 
+/// That the window needs for so many columns of text beside a panel of that width.
+int ZNTMainWindow::widthWithPanel(int columns, int panel) const
+{
+    return 2 * margin + splitter->handleWidth() + textFromServer->sizeForGrid(columns, usualRows).width() +
+           panel;
+}
+
 void ZNTMainWindow::takeUsualSize()
 {
     const QSize output = textFromServer->sizeForGrid(usualColumns, usualRows);
-    const int around = 2 * margin + splitter->handleWidth();
     const QSize room =
         screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
-    const int wide = std::min(around + output.width() + sidePanel->comfortableWidth(), room.width());
+    const bool hasPanel = widthWithPanel(usualColumns, sidePanel->leastWidth()) <= room.width();
+    const int wanted =
+        hasPanel ? widthWithPanel(usualColumns, sidePanel->comfortableWidth()) : 2 * margin + output.width();
+    const int wide = std::min(wanted, room.width());
     const int high = menuBar()->heightForWidth(wide) + margin +
                      connectionRow->heightForWidth(wide - 2 * margin) + gap + output.height() + gap +
                      commandRow->heightForWidth(output.width()) + gap + statusBar()->sizeHint().height();
     resize(QSize(wide, std::min(high, room.height())).expandedTo(minimumSizeHint()));
+    standSidePanel();
     shareWidth();
 }
 
@@ -112,6 +122,15 @@ void ZNTMainWindow::shareWidth()
 
 void ZNTMainWindow::standSidePanel()
 {
+    fold.setRoom(widthWithPanel(usualColumns, sidePanel->leastWidth()) <= width());
+    if (fold.isShown())
+        standBesideOrBelow();
+    if (fold.isShown() != isSidePanelShown())
+        showSidePanel(fold.isShown());
+}
+
+void ZNTMainWindow::standBesideOrBelow()
+{
     const int output = std::max(splitter->widget(0)->minimumSizeHint().width(),
                                 fontMetrics().averageCharWidth() * leastColumnsBesidePanel);
     const int around =
@@ -124,6 +143,30 @@ void ZNTMainWindow::standSidePanel()
     if (!isBelow)
         shareWidth();
 }
+
+void ZNTMainWindow::showSidePanel(bool shown)
+{
+    // The focus goes to the line where a player wants to be next, not to what follows in the Tab order.
+    const QWidget* focused = focusWidget();
+    if (!shown && focused && sidePanel->isAncestorOf(focused))
+        (textToServer->isEnabled() ? static_cast<QWidget*>(textToServer) : textFromServer)
+            ->setFocus(Qt::OtherFocusReason);
+    sidePanel->setVisible(shown);
+    if (shown && !isShareChosen && splitter->orientation() == Qt::Horizontal)
+        shareWidth();
+    if (whenSidePanelMoves)
+        whenSidePanelMoves(shown);
+}
+
+void ZNTMainWindow::chooseSidePanel(bool shown)
+{
+    if (shown == isSidePanelShown())
+        return;
+    fold.choose(shown);
+    standSidePanel();
+}
+
+bool ZNTMainWindow::isSidePanelShown() const { return !sidePanel->isHidden(); }
 
 bool ZNTMainWindow::eventFilter(QObject* watched, QEvent* event)
 {
@@ -161,6 +204,7 @@ QWidget* ZNTMainWindow::makePlayArea()
 
     textFromServer = named(new ZNTUITextViewAccessability, "textFromServer");
     textFromServer->setAccessibleName(text("Output"));
+    connect(textFromServer, &ZNTOutputView::shownFontChanged, this, [this] { standSidePanel(); });
     textFromServer->setMinimumHeight(textFromServer->fontMetrics().height() * 5);
     column->addWidget(textFromServer, 1);
     listeningBox = named(new ZNTCheckBox, "listeningBox");

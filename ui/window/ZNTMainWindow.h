@@ -2,6 +2,8 @@
 
 #include "ZNTConnectionRow.h"
 
+#include "ZNTPanelFold.h"
+
 #include <QMainWindow>
 #include <functional>
 #include <vector>
@@ -25,8 +27,9 @@ class ZNTSidePanel;
 /// The widgets of the main window and where they stand; what they do is wired elsewhere.
 ///
 /// Everything lies in scroll areas and rows wrap, so that with a large font or on a small screen nothing is
-/// cut off. If the font leaves the output too little room, the side panel goes below it. Each widget's object
-/// name is its member's name.
+/// cut off. While 80 columns of text do not fit beside the side panel, it folds away. If the player wants it
+/// there all the same, it goes below the output where it must. Each widget's object name is its member's
+/// name.
 class ZNTMainWindow final : public QMainWindow
 {
 public:
@@ -61,6 +64,12 @@ public:
     /// Moves the focus to the next of: connection, output, command line, side panel; -1 goes backwards.
     void focusNextPart(int direction);
 
+    /// What the player wants. It holds until the player wants the opposite.
+    void chooseSidePanel(bool shown);
+    [[nodiscard]] bool isSidePanelShown() const;
+    /// Called when the side panel comes or folds away.
+    std::function<void(bool isShown)> whenSidePanelMoves;
+
     /// Asked before the window closes.
     std::function<bool()> whenClosing;
 
@@ -74,8 +83,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    /// Puts it beside the output, or below it if there is too little room.
+    /// Folds it away, or puts it beside the output, or below it if there is too little room.
     void standSidePanel();
+    [[nodiscard]] int widthWithPanel(int columns, int panel) const;
+    void showSidePanel(bool shown);
+    void standBesideOrBelow();
     /// Shares the width between output and side panel. They stand side by side.
     void shareWidth();
     QWidget* makeConnectionRow();
@@ -87,5 +99,6 @@ private:
     QWidget* content;
     QSplitter* splitter;
     QWidget* commandRow;
+    ZNTPanelFold fold;
     bool isShareChosen = false; ///< the player has moved the splitter
 };

@@ -10,13 +10,11 @@
 #include "ZNTFindBar.h"
 #include "ZNTFontChoice.h"
 #include "ZNTHelpWindow.h"
-#include "ZNTHintedTable.h"
 #include "ZNTKeypadKeys.h"
+#include "ZNTMacroWiring.h"
 #include "ZNTOutputView.h"
-#include "ZNTPlainKeys.h"
 #include "ZNTQtText.h"
 #include "ZNTQuitAnywhere.h"
-#include "ZNTSidePanel.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTSpeechSynth.h"
 #include "ZNTWebAddressDialogs.h"
@@ -27,7 +25,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QTableView>
 
 using namespace znt;
 
@@ -52,7 +49,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireCommandLine();
     wireEditing();
     wirePlaces();
-    wireMacros();
+    macros = std::make_unique<ZNTMacroWiring>(window, menu, controller);
     wireSpeech();
     wireChannels();
     wireReview();
@@ -177,33 +174,6 @@ void ZNTMainWiring::wirePlaces()
     });
 }
 
-void ZNTMainWiring::wireMacros()
-{
-    auto& groups = controller.macroGroupDropDownController();
-    auto& macros = controller.mudMacroTableViewController();
-    joinButton(window.createNewMacroGroup, menu["createNewMacroGroup"]);
-    joinButton(window.deleteMacroGroup, menu["deleteMacroGroup"]);
-    joinButton(window.runMacro, menu["invokeMacro"]);
-    joinButton(window.addMacro, menu["addMacro"]);
-    joinButton(window.editMacro, menu["editMacro"]);
-    joinButton(window.removeMacro, menu["removeMacro"]);
-    whenTriggered(menu["createNewMacroGroup"], [&groups] { groups.createNewMacroGroup(); });
-    whenTriggered(menu["deleteMacroGroup"], [&groups] { groups.deleteMacroGroup(); });
-    whenTriggered(menu["invokeMacro"], [this] { session.invokeMacro(); });
-    whenTriggered(menu["addMacro"], [this] { controller.showZNTAddMacroViewController(); });
-    whenTriggered(menu["editMacro"], [this] { controller.showZNTEditMacroViewController(); });
-    whenTriggered(menu["removeMacro"], [&macros] { macros.removeItem(); });
-    whenTriggered(menu["listMacros"],
-                  [this] { session.sendMessageToServer(u"~list-macro", /*ignoreSpecials=*/false); });
-    // A double click or Return; some styles would take a single click for it.
-    QObject::connect(window.macroTable, &QTableView::doubleClicked, menu["invokeMacro"],
-                     [this] { session.invokeMacro(); });
-    new ZNTPlainKeys(*window.macroTable, {Qt::Key_Return, Qt::Key_Enter}, [this] {
-        session.invokeMacro();
-        return true;
-    });
-}
-
 void ZNTMainWiring::wireView()
 {
     ZNTOutputView* output = window.textFromServer;
@@ -220,7 +190,10 @@ void ZNTMainWiring::wireView()
     whenTriggered(menu["controlsLarger"], [] { zoomControls(1); });
     whenTriggered(menu["controlsSmaller"], [] { zoomControls(-1); });
     whenToggled(menu["showConnectionRow"], [this](bool shown) { window.connectionRow->setVisible(shown); });
-    whenToggled(menu["showSidePanel"], [this](bool shown) { window.sidePanel->setVisible(shown); });
+    QAction* showsSidePanel = menu["showSidePanel"];
+    showsSidePanel->setChecked(window.isSidePanelShown());
+    whenToggled(showsSidePanel, [this](bool shown) { window.chooseSidePanel(shown); });
+    window.whenSidePanelMoves = [showsSidePanel](bool shown) { showsSidePanel->setChecked(shown); };
     whenToggled(menu["fullScreen"], [this](bool full) {
         window.setWindowState(window.windowState().setFlag(Qt::WindowFullScreen, full));
     });

@@ -16,6 +16,7 @@ class ZNTChannelHistorySheet;
 class ZNTConnectionWiring;
 class ZNTHelpWindow;
 class ZNTKeypadKeys;
+class ZNTMacroWiring;
 class ZNTQuitAnywhere;
 class ZNTWebAddressDialogs;
 
@@ -43,7 +44,6 @@ private:
     void wireRecorder();
     void wireCommandLine();
     void wireEditing();
-    void wireMacros();
     void wireSpeech();
     void wireChannels();
     void wireReview();
@@ -91,5 +91,6 @@ private:
     std::unique_ptr<ZNTHelpWindow> help;
     std::unique_ptr<ZNTWebAddressDialogs> webAddresses;
     std::unique_ptr<ZNTKeypadKeys> keypadKeys;
+    std::unique_ptr<ZNTMacroWiring> macros;
     std::unique_ptr<ZNTQuitAnywhere> quitAnywhere;
 };

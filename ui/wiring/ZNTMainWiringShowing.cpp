@@ -6,6 +6,7 @@
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDesktopScreenReader.h"
 #include "ZNTFindBar.h"
+#include "ZNTMacroWiring.h"
 #include "ZNTOutputView.h"
 #include "ZNTQtText.h"
 #include "ZNTRecorder.h"
@@ -79,7 +80,7 @@ void ZNTMainWiring::showState()
     menu.enable(Enabled::WhileIdle, now.connection == Connection::None);
     menu.enable(Enabled::WhileConnecting, now.connection == Connection::Connecting);
     menu.enable(Enabled::WhileConnected, isConnected);
-    window.runMacro->setEnabled(isConnected);
+    macros->showButtons();
     menu["connectToServer"]->setText(isConnected ? text("Dis&connect") : text("&Connect"));
     window.setWindowTitle(isConnected ? QString(now.game + text(" - Zantor")) : text("Zantor"));
     window.textFromServer->setEmptyHint(now.connection == Connection::None ? emptyHint() : QString());

@@ -103,10 +103,27 @@ void ZNTMudAppController::showZNTAddMacroViewController()
             u"Macro does not exist.", u"Please select a Macro Group before trying to add a new Macro.");
         return;
     }
-    if (!zntAddMacroViewController)
+    if (!zntAddMacroViewController) {
         zntAddMacroViewController = std::make_unique<ZNTAddMacroSheet>(
             mainWindow, windowServices, zntMacroGroupDropDownController, zntMudMacroTableViewController);
+        zntAddMacroViewController->whenDone = [this] { selectNewestMacro(); };
+    }
     zntAddMacroViewController->showWindow();
+}
+
+/// The store numbers macros upwards. One that could not be stored has no number and stands at the end.
+void ZNTMudAppController::selectNewestMacro()
+{
+    const ZNTMudMacroTableViewController& macros = zntMudMacroTableViewController;
+    long newest = macros.countOfMacros() - 1;
+    if (newest < 0)
+        return;
+    for (long row = 0; !macros.getMacroAtIndex(newest)->isUnsaved && row < newest; ++row)
+        if (macros.getMacroAtIndex(row)->oid > macros.getMacroAtIndex(newest)->oid)
+            newest = row;
+    ZNTHintedTable& list = mainScreen.macroList();
+    list.selectRow(static_cast<int>(newest));
+    list.scrollTo(list.currentIndex());
 }
 
 void ZNTMudAppController::showZNTEditMacroViewController()

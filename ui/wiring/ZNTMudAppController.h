@@ -94,6 +94,7 @@ private:
     [[nodiscard]] ZNTCommandRecorderSheet& recorderSheet();
     /// Makes the empty list of macros say why it is empty.
     void explainNoMacros();
+    void selectNewestMacro();
 
     ZNTMainWindow& mainWindow;
     ZNTWindowServices windowServices;

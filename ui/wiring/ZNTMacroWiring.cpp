@@ -1,0 +1,77 @@
+#include "ZNTMacroWiring.h"
+
+#include "ZNTActionWiring.h"
+#include "ZNTHintedTable.h"
+#include "ZNTMainMenu.h"
+#include "ZNTMainWindow.h"
+#include "ZNTMudAppController.h"
+#include "ZNTPlainKeys.h"
+
+#include <QItemSelectionModel>
+
+using namespace znt;
+
+ZNTMacroWiring::ZNTMacroWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudAppController& controller)
+    : window(window),
+      menu(menu),
+      controller(controller)
+{
+    wireGroups();
+    wireList();
+    followSelection();
+    showButtons();
+}
+
+void ZNTMacroWiring::wireGroups()
+{
+    auto& groups = controller.macroGroupDropDownController();
+    joinButton(window.createNewMacroGroup, menu["createNewMacroGroup"]);
+    joinButton(window.deleteMacroGroup, menu["deleteMacroGroup"]);
+    whenTriggered(menu["createNewMacroGroup"], [&groups] { groups.createNewMacroGroup(); });
+    whenTriggered(menu["deleteMacroGroup"], [&groups] { groups.deleteMacroGroup(); });
+}
+
+void ZNTMacroWiring::wireList()
+{
+    auto& macros = controller.mudMacroTableViewController();
+    auto& session = controller.serverConnectController();
+    joinButton(window.runMacro, menu["invokeMacro"]);
+    joinButton(window.addMacro, menu["addMacro"]);
+    joinButton(window.editMacro, menu["editMacro"]);
+    joinButton(window.removeMacro, menu["removeMacro"]);
+    whenTriggered(menu["invokeMacro"], [&session] { session.invokeMacro(); });
+    whenTriggered(menu["addMacro"], [this] { controller.showZNTAddMacroViewController(); });
+    whenTriggered(menu["editMacro"], [this] { controller.showZNTEditMacroViewController(); });
+    whenTriggered(menu["removeMacro"], [&macros] { macros.removeItem(); });
+    whenTriggered(menu["listMacros"],
+                  [&session] { session.sendMessageToServer(u"~list-macro", /*ignoreSpecials=*/false); });
+    // A double click or Return; some styles would take a single click for it.
+    QObject::connect(window.macroTable, &QTableView::doubleClicked, menu["invokeMacro"],
+                     [&session] { session.invokeMacro(); });
+    new ZNTPlainKeys(*window.macroTable, {Qt::Key_Return, Qt::Key_Enter}, [&session] {
+        session.invokeMacro();
+        return true;
+    });
+}
+
+void ZNTMacroWiring::followSelection()
+{
+    const auto show = [this] { showButtons(); };
+    QObject::connect(window.macroTable->selectionModel(), &QItemSelectionModel::selectionChanged, &listener,
+                     show);
+    QObject::connect(window.macroTable->model(), &QAbstractItemModel::rowsRemoved, &listener, show);
+}
+
+void ZNTMacroWiring::showButtons()
+{
+    const bool isSelected = controller.mudMacroTableViewController().getCurrentSelectedMacroIndex() >= 0;
+    const bool canRun = isSelected && controller.serverConnectController().isConnected();
+    // A button that can do nothing any more would pass the focus on to whatever follows. In the list the
+    // player can select the next macro.
+    if (!isSelected && (window.removeMacro->hasFocus() || window.runMacro->hasFocus()))
+        window.macroTable->setFocus(Qt::OtherFocusReason);
+    menu["invokeMacro"]->setEnabled(canRun);
+    menu["removeMacro"]->setEnabled(isSelected);
+    window.runMacro->setEnabled(canRun);
+    window.removeMacro->setEnabled(isSelected);
+}
