@@ -16,7 +16,8 @@ struct ZNTClientAction {
         SwitchedOn, ///< the same, on at the start
         Choice,     ///< one of its menu's choices; the first one is on at the start
         Directions, ///< one action for each row of ZNTDirections
-        Lines       ///< one action for each of the last lines; "%1" is the number
+        Lines,      ///< one action for each of the last lines; "%1" is the number
+        Macros      ///< one action for each of the first macros of the list, in the same way
     };
     enum class Enabled { Always, WhileIdle, WhileConnecting, WhileConnected, WhileWalking };
 
@@ -180,6 +181,12 @@ inline constexpr auto clientActions = std::to_array<ZNTClientAction>({
      .menu = "&Macros",
      .title = "&Run the selected macro",
      .keys = "Ctrl+M",
+     .enabled = Action::Enabled::WhileConnected},
+    {.name = "numberedMacro",
+     .menu = "&Macros/Macros of the &group",
+     .title = "Macro &%1 of the group",
+     .keys = "Alt+%1",
+     .kind = Action::Kind::Macros,
      .enabled = Action::Enabled::WhileConnected},
     {.name = "addMacro",
      .menu = "&Macros",
@@ -416,6 +423,8 @@ inline constexpr auto clientActions = std::to_array<ZNTClientAction>({
 
 /// How many of the last lines have an action of their own.
 inline constexpr int numberedLines = 9;
+/// And how many of the first macros of the list.
+inline constexpr int numberedMacros = 9;
 
 } // namespace znt
 

@@ -120,9 +120,9 @@ std::string itemOf(const ZNTClientAction& row)
 {
     if (row.kind == Kind::Directions)
         return directionKeys();
-    const auto last = std::to_string(znt::numberedLines);
+    const auto last = std::to_string(row.kind == Kind::Lines ? znt::numberedLines : znt::numberedMacros);
     auto name = title(row.title), keys = keysInWords(row.keys);
-    if (row.kind == Kind::Lines) {
+    if (row.kind == Kind::Lines || row.kind == Kind::Macros) {
         name = replaced(name, "%1", "1 to " + last);
         keys = replaced(keys, "%1", "1") + " to " + replaced(keys, "%1", last);
     }

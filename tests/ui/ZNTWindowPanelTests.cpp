@@ -96,4 +96,77 @@ TEST_F(ZNTWindowPanel, RunAndRemoveNeedASelectedMacroAndANewOneIsSelected)
     EXPECT_EQ(run.accessibleDescription(), u"Ctrl+M"_s) << "a reader says the name before it";
 }
 
+TEST_F(ZNTWindowPanel, MacrosRunByTheirPlaceAndByAKeyOfTheirOwn)
+{
+    playDemo();
+    makeMacroGroup("Fights");
+    const auto add = [this](const char* name, const char* says, Qt::Key key) {
+        action("addMacro").trigger();
+        QDialog& sheet = waitForDialog("ZNTAddMacroView");
+        fill(find<QLineEdit>(sheet, "macroNameTF"), name);
+        type(find<QWidget>(sheet, "commandText"), says);
+        auto& field = find<QLineEdit>(sheet, "macroKeyField");
+        EXPECT_TRUE(field.text().isEmpty()) << "of the macro before";
+        field.setFocus();
+        press(field, key, Qt::ControlModifier);
+        find<QPushButton>(sheet, "doneButton").click();
+        EXPECT_TRUE(until([&] { return !sheet.isVisible() && window.isActiveWindow(); }));
+    };
+    add("kick", "say kicked", Qt::Key_B);
+    add("bash", "say bashed", Qt::Key_G); // which opens the list of games
+    const QAbstractItemModel& rows = *window.macroTable->model();
+    EXPECT_EQ(rows.index(0, 0).data(), u"kick"_s) << "keys are no part of the name";
+    EXPECT_EQ(rows.index(0, 0).data(Qt::AccessibleDescriptionRole), u"Alt+1, Ctrl+B"_s);
+    EXPECT_EQ(rows.index(1, 0).data(Qt::AccessibleDescriptionRole), u"Alt+2"_s);
+
+    press(commandLine(), Qt::Key_2, Qt::AltModifier);
+    EXPECT_TRUE(outputHas("You say: bashed"));
+    EXPECT_EQ(find<QLineEdit>("textToServer").text(), QString());
+    find<QComboBox>("macroComboBoxGroup").setEditText(u"another"_s);
+    press(commandLine(), Qt::Key_B, Qt::ControlModifier);
+    EXPECT_TRUE(outputHas("You say: kicked")) << "whatever group is shown";
+}
+
+TEST_F(ZNTWindowPanel, TheFieldOfAKeyRefusesKeysWithAMeaningAndCanBeLeft)
+{
+    makeMacroGroup("Fights");
+    action("addMacro").trigger();
+    QDialog& sheet = waitForDialog("ZNTAddMacroView");
+    auto& field = find<QLineEdit>(sheet, "macroKeyField");
+    const auto& answer = find<QLabel>(sheet, "macroKeyAnswer");
+    const struct {
+        QKeyCombination key;
+        const char* refused;
+    } keys[] = {
+        {Qt::CTRL | Qt::Key_G, "Ctrl+G belongs to Game list."},
+        {Qt::ALT | Qt::Key_G, "Alt+G belongs to the menu Game."},
+        {Qt::ALT | Qt::Key_U, "Alt+U belongs to Macro group."},
+        {Qt::ALT | Qt::Key_W, "Alt+W belongs to New group."},
+        {Qt::ALT | Qt::Key_3, "Alt+3 belongs to Macro 3 of the group."},
+        {Qt::CTRL | Qt::SHIFT | Qt::Key_Plus, "Ctrl+Shift++ belongs to Larger text."},
+        {Qt::CTRL | Qt::Key_V, "Ctrl+V is for editing and moving."},
+        {Qt::Key_A, "A is for typing. Take it with Ctrl or Alt, or take a function key."},
+        {Qt::Key_F6, "F6 belongs to Next part of the window."},
+        {Qt::ALT | Qt::Key_X, ""}, // a letter of the sheet, not of the window
+        {Qt::CTRL | Qt::Key_B, ""},
+    };
+    for (const auto& [key, refused] : keys) {
+        SCOPED_TRACE(refused);
+        field.setFocus();
+        press(field, key.key(), key.keyboardModifiers());
+        EXPECT_EQ(answer.text(), QString::fromLatin1(refused));
+        EXPECT_TRUE(sheet.isVisible());
+    }
+    EXPECT_EQ(field.text(), u"Ctrl+B"_s);
+    press(field, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"clearMacroKeyButton"_s);
+    pressHere(Qt::Key_Space);
+    EXPECT_EQ(field.text(), QString());
+    press(field, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"macroNameTF"_s);
+    field.setFocus();
+    press(field, Qt::Key_Escape);
+    EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
+}
+
 } // namespace

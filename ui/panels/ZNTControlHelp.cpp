@@ -34,7 +34,7 @@ constexpr auto controlHelp = std::to_array<ControlHelpRow>({
     {"findInSaidBar", "The words to look for in what was said. Return goes back, Shift+Return forward."},
     {"textToServer", "What you type here goes to the game with Return. Up brings back the last command."},
     {"macroComboBoxGroup", "The group of macros. Type a new name and press New to make a group."},
-    {"macroTable", "The macros of the group. Return runs the selected one."},
+    {"macroTable", "The macros of the group. Return runs the selected one, Alt+1 the first one."},
     {"statusText", "The state of the connection, the recorder, speech and sounds."},
     // The preferences
     {"tabView", "The pages of the preferences. Ctrl+Tab goes to the next one."},
@@ -81,6 +81,9 @@ constexpr auto controlHelp = std::to_array<ControlHelpRow>({
     {"macroNameTF", "The name of the macro. Type ~ and the name on the command line to run it."},
     {"commandText",
      "What the macro sends, line by line. %1, %2 and so on stand for words that follow its name."},
+    {"macroKeyField",
+     "Takes the next key that you press: it will run the macro. Delete empties it, Tab leaves it."},
+    {"clearMacroKeyButton", "Takes the key away from the macro."},
     {"doneButton", "Stores the macro and closes this window."},
     {"cancelButton", "Closes this window and leaves everything as it was."},
     {"_theTableView", "The recorded commands. F2 edits one."},

@@ -4,6 +4,7 @@
 #include "ZNTAnnouncement.h"
 #include "ZNTControlHelp.h"
 #include "ZNTEditMacroViewController.h"
+#include "ZNTMacroKeyRow.h"
 #include "ZNTQtElements.h"
 #include "ZNTSheetDialog.h"
 #include "ZNTWindowServices.h"
@@ -21,6 +22,7 @@ public:
                   ZNTMudMacroTableViewController& macros, ZNTAnnouncement done)
         : dialog(new ZNTSheetDialog(&window)),
           elements(*dialog, layout),
+          keyRow(*new ZNTMacroKeyRow(*layout.nameForm, *layout.macroNameTF)),
           controller(services.platform, services.database, groups, macros,
                      {.macroGroupNameLabel = elements.macroGroupNameLabel,
                       .commandText = elements.commandText,
@@ -43,6 +45,9 @@ public:
 
     /// Called when the macro is stored and its list shows it.
     std::function<void()> whenDone;
+
+    /// The key that the player gives to the macro; the sheet does not store it.
+    [[nodiscard]] ZNTMacroKeyRow& key() { return keyRow; }
 
     void showWindow()
     {
@@ -72,6 +77,7 @@ private:
     ZNTSheetDialog* dialog;
     Layout layout;
     Elements elements;
+    ZNTMacroKeyRow& keyRow; ///< its dialog owns it
     Controller controller;
 };
 

@@ -101,11 +101,16 @@ void ZNTSidePanel::addGroups(QVBoxLayout& column)
     column.addWidget(panelHeading("Macro gro&up", macroComboBoxGroup));
     createNewMacroGroup = namedButton<SnugButton>("Ne&w", "createNewMacroGroup", "New group");
     deleteMacroGroup = namedButton<SnugButton>("Delete", "deleteMacroGroup", "Delete group");
+    auto* buttons = new QWidget; // which go to a row of their own together
+    auto* pair = new QHBoxLayout(buttons);
+    pair->setContentsMargins(0, 0, 0, 0);
+    pair->setSpacing(panelGap);
+    pair->addWidget(createNewMacroGroup, 1);
+    pair->addWidget(deleteMacroGroup, 1);
     auto* row = new QWidget;
     auto* flow = new ZNTFlowLayout(row, panelGap);
     flow->addStretching(macroComboBoxGroup);
-    flow->addWidget(createNewMacroGroup);
-    flow->addWidget(deleteMacroGroup);
+    flow->addStretching(buttons);
     column.addWidget(row);
     column.addSpacing(panelWideGap - panelGap);
 }

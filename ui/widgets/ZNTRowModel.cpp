@@ -67,6 +67,18 @@ const ZNTColumn& ZNTRowModel::column(const QModelIndex& index) const
     return columns[static_cast<std::size_t>(index.column())];
 }
 
+/// What the row says beside its cells.
+QString ZNTRowModel::wordsOfRow(long row) const
+{
+    QStringList words;
+    if (source.keys)
+        words << source.keys(row);
+    if (source.toolTip)
+        words << znt::qtText(source.toolTip(row));
+    words.removeAll(QString());
+    return words.join(QLatin1Char('\n'));
+}
+
 QVariant ZNTRowModel::data(const QModelIndex& index, int role) const
 {
     // After a change and before the reload there may be fewer rows.
@@ -75,7 +87,7 @@ QVariant ZNTRowModel::data(const QModelIndex& index, int role) const
     const ZNTColumn& shown = column(index);
     const auto value = [&] { return source.objectValue(shown.identifier, index.row()); };
     if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole) {
-        const QString ofRow = source.toolTip ? znt::qtText(source.toolTip(index.row())) : QString();
+        const QString ofRow = wordsOfRow(index.row());
         const bool hasNone = role == Qt::AccessibleDescriptionRole || shown.kind == ZNTColumn::Kind::YesNo;
         const QString ofCell = hasNone ? QString() : textOfCell(value());
         return ofCell.isEmpty() || ofRow.isEmpty() ? QString(ofCell + ofRow)
@@ -90,6 +102,8 @@ QVariant ZNTRowModel::data(const QModelIndex& index, int role) const
     }
     if (role == Qt::DisplayRole || role == Qt::EditRole)
         return textOfCell(value());
+    if (role == keysRole)
+        return source.keys ? source.keys(index.row()) : QString();
     if (role == Qt::AccessibleTextRole) {
         const QString text = textOfCell(value());
         return text.isEmpty() ? QString(shown.heading + QLatin1String(": empty")) : text;

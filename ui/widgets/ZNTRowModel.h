@@ -29,6 +29,8 @@ struct ZNTRowSource {
     /// What a row says beside its cells: its tool tip and its description for screen readers. May be null,
     /// and mostly answers an empty text.
     std::function<std::u16string(long row)> toolTip = {};
+    /// The keys of a row, such as "Alt+1". They stand beside its cells, and in its tool tip and description.
+    std::function<QString(long row)> keys = {};
 };
 
 /// The rows of a controller for Qt's item views. Nothing is copied: a cell is asked for when it is painted or
@@ -42,6 +44,8 @@ public:
     /// Views keep their selection where its row still exists.
     void reload();
 
+    static constexpr int keysRole = Qt::UserRole; ///< a row's keys, as text
+
     [[nodiscard]] const ZNTColumn& column(const QModelIndex& index) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -52,6 +56,8 @@ public:
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    [[nodiscard]] QString wordsOfRow(long row) const;
+
     std::vector<ZNTColumn> columns;
     ZNTRowSource source;
     int rows = 0; ///< as the views know it

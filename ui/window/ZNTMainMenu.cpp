@@ -74,6 +74,10 @@ void ZNTMainMenu::add(QMenu& menu, std::size_t index)
         addLines(menu, row);
         return;
     }
+    if (row.kind == Kind::Macros) {
+        addMacros(menu, row);
+        return;
+    }
     QAction* action =
         add(menu, znt::latinText(row.name), znt::latinText(row.title), znt::latinText(row.keys), row.enabled);
     action->setCheckable(row.kind != Kind::Command);
@@ -117,6 +121,14 @@ void ZNTMainMenu::addLines(QMenu& menu, const ZNTClientAction& row)
             add(menu, znt::latinText(row.name) + QString::number(number),
                 number == 1 ? QStringLiteral("The last line (&1)") : znt::latinText(row.title).arg(number),
                 znt::latinText(row.keys).arg(number), row.enabled);
+}
+
+void ZNTMainMenu::addMacros(QMenu& menu, const ZNTClientAction& row)
+{
+    for (int number = 1; number <= znt::numberedMacros; ++number)
+        macros_[static_cast<std::size_t>(number - 1)] =
+            add(menu, znt::latinText(row.name) + QString::number(number),
+                znt::latinText(row.title).arg(number), znt::latinText(row.keys).arg(number), row.enabled);
 }
 
 void ZNTMainMenu::makeChoice(QMenu& menu, QAction& action)

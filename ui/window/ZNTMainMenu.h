@@ -19,12 +19,15 @@ class ZNTMainMenu
 public:
     explicit ZNTMainMenu(QMainWindow& window);
 
-    /// The action of a row. Null for the rows of directions and lines, which make several, and for those of
-    /// the terminal alone.
+    /// The action of a row. Null for the rows of directions, lines and macros, which make several, and for
+    /// those of the terminal alone.
     [[nodiscard]] QAction* operator[](ZNTActionName name) const { return actions[name.index()]; }
     [[nodiscard]] const std::array<QAction*, ZNTDirections.size()>& directions() const { return directions_; }
     /// Says the last line, the one before it, and so on.
     [[nodiscard]] const std::array<QAction*, znt::numberedLines>& lines() const { return lines_; }
+
+    /// Runs the first macro of the list, the second one, and so on.
+    [[nodiscard]] const std::array<QAction*, znt::numberedMacros>& macros() const { return macros_; }
 
     /// For each action that is enabled in that state of the session alone.
     void enable(ZNTClientAction::Enabled state, bool isEnabled);
@@ -39,11 +42,13 @@ private:
                  ZNTClientAction::Enabled enabled);
     void addDirections(QMenu& menu, const ZNTClientAction& row);
     void addLines(QMenu& menu, const ZNTClientAction& row);
+    void addMacros(QMenu& menu, const ZNTClientAction& row);
     static void makeChoice(QMenu& menu, QAction& action);
 
     std::array<QAction*, znt::clientActions.size()> actions{};
     std::array<QAction*, ZNTDirections.size()> directions_{};
     std::array<QAction*, znt::numberedLines> lines_{};
+    std::array<QAction*, znt::numberedMacros> macros_{};
     QHash<ZNTClientAction::Enabled, QList<QAction*>> byState;
     QHash<QString, QMenu*> byPath;
     QList<QMenu*> menus_;

@@ -6,10 +6,16 @@
 #include "ZNTMainWindow.h"
 #include "ZNTMudAppController.h"
 #include "ZNTPlainKeys.h"
+#include "ZNTQtText.h"
 
 #include <QItemSelectionModel>
 
 using namespace znt;
+
+namespace
+{
+constexpr qsizetype longestTitle = 40; ///< of a macro in the menu, in characters
+} // namespace
 
 ZNTMacroWiring::ZNTMacroWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudAppController& controller)
     : window(window),
@@ -18,6 +24,7 @@ ZNTMacroWiring::ZNTMacroWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudA
 {
     wireGroups();
     wireList();
+    wireNumbers();
     followSelection();
     showButtons();
 }
@@ -54,6 +61,40 @@ void ZNTMacroWiring::wireList()
     });
 }
 
+void ZNTMacroWiring::wireNumbers()
+{
+    auto& macros = controller.mudMacroTableViewController();
+    auto& session = controller.serverConnectController();
+    for (std::size_t row = 0; row < menu.macros().size(); ++row)
+        whenTriggered(menu.macros()[row], [&macros, &session, row] {
+            const auto text = macros.textOfMacroAtIndex(static_cast<long>(row));
+            if (text && session.isConnected())
+                session.sendMessageToServer(*text, /*ignoreSpecials=*/false);
+        });
+    // Every change of the list reloads the model, which says so if there is a row, or if one has gone.
+    const auto name = [this] { nameNumbers(); };
+    QObject::connect(window.macroTable->model(), &QAbstractItemModel::dataChanged, &listener, name);
+    QObject::connect(window.macroTable->model(), &QAbstractItemModel::rowsRemoved, &listener, name);
+    nameNumbers();
+}
+
+/// The menu shows the macros by name.
+void ZNTMacroWiring::nameNumbers()
+{
+    const auto& macros = controller.mudMacroTableViewController();
+    const bool isConnected = controller.serverConnectController().isConnected();
+    for (std::size_t row = 0; row < menu.macros().size(); ++row) {
+        const auto macro = macros.getMacroAtIndex(static_cast<long>(row));
+        const QString name = macro ? qtText(macro->name).simplified().left(longestTitle) : QString();
+        const QString number = QString::number(row + 1);
+        menu.macros()[row]->setText(name.isEmpty()
+                                        ? QStringLiteral("Macro &%1 of the group").arg(number)
+                                        : QLatin1Char('&') + number + QLatin1Char(' ') +
+                                              QString(name).replace(QLatin1Char('&'), QStringLiteral("&&")));
+        menu.macros()[row]->setEnabled(macro && isConnected);
+    }
+}
+
 void ZNTMacroWiring::followSelection()
 {
     const auto show = [this] { showButtons(); };
@@ -74,4 +115,5 @@ void ZNTMacroWiring::showButtons()
     menu["removeMacro"]->setEnabled(isSelected);
     window.runMacro->setEnabled(canRun);
     window.removeMacro->setEnabled(isSelected);
+    nameNumbers();
 }

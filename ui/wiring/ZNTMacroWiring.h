@@ -19,6 +19,8 @@ public:
 private:
     void wireGroups();
     void wireList();
+    void wireNumbers();
+    void nameNumbers();
     void followSelection();
 
     ZNTMainWindow& window;

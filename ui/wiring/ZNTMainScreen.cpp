@@ -2,6 +2,7 @@
 
 #include "ZNTCommandLine.h"
 #include "ZNTHintedTable.h"
+#include "ZNTKeyColumn.h"
 #include "ZNTOutputView.h"
 
 #include <QComboBox>
@@ -22,6 +23,7 @@ ZNTMainScreen::ZNTMainScreen(ZNTMainWindow& window)
 {
     window.macroTable->horizontalHeader()->hide();
     window.macroTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    window.macroTable->setItemDelegate(new ZNTKeyColumn(window.macroTable));
     macroComboBoxGroup.addBox(window.macroComboBoxGroup);
     for (const ZNTDirectionRow& way : ZNTDirections)
         directionButtons.emplace_back(window.compass->button(way.direction));

@@ -1,5 +1,6 @@
 #include "ZNTMudAppController.h"
 
+#include "ZNTClientActions.h"
 #include "ZNTCommandRecorderSheet.h"
 #include "ZNTGameSettings.h"
 #include "ZNTHintedTable.h"
@@ -7,6 +8,7 @@
 #include "ZNTMacroSheets.h"
 #include "ZNTMudListSheet.h"
 #include "ZNTPreferencesController.h"
+#include "ZNTQtText.h"
 #include "ZNTRecorder.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTText.h"
@@ -39,7 +41,8 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
                    if (whenNoticed)
                        whenNoticed(notice);
                },
-           .settings = keeper.settings()})
+           .settings = keeper.settings()}),
+      macroShortcuts(makeMacroShortcuts())
 {
     ZNTMacroGroupDropDownController& groups = zntMacroGroupDropDownController;
     mainScreen.macroComboBoxGroup.setSource(
@@ -61,7 +64,8 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
                                         return macro ? macro->name : std::u16string();
                                     },
                                     {},
-                                    [&macros](long row) { return macros.tableViewToolTipForRow(row); }});
+                                    [&macros](long row) { return macros.tableViewToolTipForRow(row); },
+                                    [this](long row) { return keysOfMacro(row); }});
 }
 
 ZNTMudAppController::~ZNTMudAppController() = default;
@@ -106,13 +110,17 @@ void ZNTMudAppController::showZNTAddMacroViewController()
     if (!zntAddMacroViewController) {
         zntAddMacroViewController = std::make_unique<ZNTAddMacroSheet>(
             mainWindow, windowServices, zntMacroGroupDropDownController, zntMudMacroTableViewController);
-        zntAddMacroViewController->whenDone = [this] { selectNewestMacro(); };
+        zntAddMacroViewController->whenDone = [this] { takeAddedMacro(); };
+        zntAddMacroViewController->key().refusal = [this](QKeyCombination key) {
+            return macroShortcuts.refusal(key, /*macro=*/0);
+        };
     }
     zntAddMacroViewController->showWindow();
 }
 
-/// The store numbers macros upwards. One that could not be stored has no number and stands at the end.
-void ZNTMudAppController::selectNewestMacro()
+/// The new macro is selected. The store numbers macros upwards; one that could not be stored has no number
+/// and stands at the end.
+void ZNTMudAppController::takeAddedMacro()
 {
     const ZNTMudMacroTableViewController& macros = zntMudMacroTableViewController;
     long newest = macros.countOfMacros() - 1;
@@ -124,6 +132,50 @@ void ZNTMudAppController::selectNewestMacro()
     ZNTHintedTable& list = mainScreen.macroList();
     list.selectRow(static_cast<int>(newest));
     list.scrollTo(list.currentIndex());
+    if (!macros.getMacroAtIndex(newest)->isUnsaved)
+        giveKey(macros.getMacroAtIndex(newest)->oid, zntAddMacroViewController->key().key());
+    zntAddMacroViewController->key().show({}); // as the other fields are emptied
+}
+
+void ZNTMudAppController::giveKey(std::int64_t macro, const QKeySequence& key)
+{
+    if (macro == 0)
+        return; // it is not stored, so nothing would know it again
+    if (const auto given = macroShortcuts.give(macro, key); !given)
+        windowServices.platform.alert.showMessage(u"The key was not kept.",
+                                                  znt::textFromUtf8(given.error().description));
+    mainScreen.macroRows.reload();
+}
+
+QString ZNTMudAppController::keysOfMacro(long row) const
+{
+    QStringList keys;
+    if (row < znt::numberedMacros)
+        keys << QKeySequence(Qt::AltModifier | static_cast<Qt::Key>(Qt::Key_1 + row))
+                    .toString(QKeySequence::NativeText);
+    const auto macro = zntMudMacroTableViewController.getMacroAtIndex(row);
+    if (const auto own = macro ? macroShortcuts.keyOf(macro->oid) : QKeySequence(); !own.isEmpty())
+        keys << own.toString(QKeySequence::NativeText);
+    return keys.join(QStringLiteral(", "));
+}
+
+ZNTMacroShortcuts ZNTMudAppController::makeMacroShortcuts()
+{
+    auto& macros = zntMudMacroTableViewController;
+    return {mainWindow,
+            windowServices.platform.places,
+            windowServices.platform.log,
+            {.name = [&macros](std::int64_t oid) -> std::optional<QString> {
+                 const auto macro = macros.macroNumbered(oid);
+                 return macro ? std::optional(znt::qtText(macro->name)) : std::nullopt;
+             },
+             .run =
+                 [this, &macros](std::int64_t oid) {
+                     const auto macro = macros.macroNumbered(oid);
+                     if (macro && zntServerConnectController.isConnected())
+                         zntServerConnectController.sendMessageToServer(macro->dataToExecute,
+                                                                        /*ignoreSpecials=*/false);
+                 }}};
 }
 
 void ZNTMudAppController::showZNTEditMacroViewController()
@@ -133,9 +185,20 @@ void ZNTMudAppController::showZNTEditMacroViewController()
                                                   u"Please select a Macro before trying to edit it.");
         return;
     }
-    if (!zntEditMacroViewController)
+    if (!zntEditMacroViewController) {
         zntEditMacroViewController = std::make_unique<ZNTEditMacroSheet>(
             mainWindow, windowServices, zntMacroGroupDropDownController, zntMudMacroTableViewController);
+        zntEditMacroViewController->whenDone = [this] {
+            giveKey(editedMacro, zntEditMacroViewController->key().key());
+        };
+        zntEditMacroViewController->key().refusal = [this](QKeyCombination key) {
+            return macroShortcuts.refusal(key, editedMacro);
+        };
+    }
+    const auto selected = zntMudMacroTableViewController.getMacroAtIndex(
+        zntMudMacroTableViewController.getCurrentSelectedMacroIndex());
+    editedMacro = selected ? selected->oid : 0;
+    zntEditMacroViewController->key().show(macroShortcuts.keyOf(editedMacro));
     zntEditMacroViewController->showWindow();
 }
 

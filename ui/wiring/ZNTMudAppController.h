@@ -2,6 +2,7 @@
 
 #include "ZNTKeptRecordings.h"
 #include "ZNTMacroGroupDropDownController.h"
+#include "ZNTMacroShortcuts.h"
 #include "ZNTMainScreen.h"
 #include "ZNTMudMacroTableViewController.h"
 #include "ZNTPreferencesHost.h"
@@ -94,7 +95,12 @@ private:
     [[nodiscard]] ZNTCommandRecorderSheet& recorderSheet();
     /// Makes the empty list of macros say why it is empty.
     void explainNoMacros();
-    void selectNewestMacro();
+    void takeAddedMacro();
+    /// Gives the macro the key of its sheet, or says in an alert why it cannot.
+    void giveKey(std::int64_t macro, const QKeySequence& key);
+    /// "Alt+1, Ctrl+K"
+    [[nodiscard]] QString keysOfMacro(long row) const;
+    [[nodiscard]] ZNTMacroShortcuts makeMacroShortcuts();
 
     ZNTMainWindow& mainWindow;
     ZNTWindowServices windowServices;
@@ -104,9 +110,11 @@ private:
     ZNTMacroGroupDropDownController zntMacroGroupDropDownController;
     ZNTMudMacroTableViewController zntMudMacroTableViewController;
     ZNTServerConnectController zntServerConnectController;
+    ZNTMacroShortcuts macroShortcuts;
     std::unique_ptr<ZNTNotificationCenter::Observation> comboBoxChanged;
     QString playedGame_;
     std::optional<QDateTime> compressedSince_;
+    std::int64_t editedMacro = 0; ///< whose sheet is shown; 0 for one that is not stored
 
     std::unique_ptr<ZNTAddMacroSheet> zntAddMacroViewController;
     std::unique_ptr<ZNTEditMacroSheet> zntEditMacroViewController;

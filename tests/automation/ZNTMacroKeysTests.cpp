@@ -1,0 +1,73 @@
+#include "ZNTMacroKeys.h"
+#include "ZNTTestPlatform.h"
+
+#include <filesystem>
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* file = "Library/Zantor/macro-keys.plist";
+
+struct ZNTMacroKeysTest : testing::Test {
+    ZNTTestPlatform machine;
+    [[nodiscard]] ZNTMacroKeys read() { return {machine.platform.places, machine.platform.log}; }
+};
+
+TEST_F(ZNTMacroKeysTest, AKeyBelongsToOneMacroAndAMacroHasOneKeyAlsoAfterARestart)
+{
+    auto keys = read();
+    EXPECT_FALSE(std::filesystem::exists(machine.home.path(file)))
+        << "nothing is written before a key is given";
+    EXPECT_TRUE(keys.give(7, "Ctrl+K"));
+    EXPECT_TRUE(keys.give(8, "F4"));
+    EXPECT_TRUE(keys.give(7, "Ctrl+Shift+K")); // in place of the first
+    EXPECT_THAT(read().all(), ElementsAre(ZNTMacroKey{8, "F4"}, ZNTMacroKey{7, "Ctrl+Shift+K"}));
+    EXPECT_TRUE(keys.give(9, "F4")); // taken from macro 8
+    EXPECT_EQ(keys.keyOf(8), "");
+    EXPECT_TRUE(keys.give(7, ""));
+    EXPECT_THAT(read().all(), ElementsAre(ZNTMacroKey{9, "F4"}));
+    const auto mode = std::filesystem::status(machine.home.path(file)).permissions();
+    EXPECT_EQ(mode & std::filesystem::perms::all,
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+}
+
+TEST_F(ZNTMacroKeysTest, WhatAnotherWindowOrVersionHasWrittenStays)
+{
+    auto first = read(), second = read();
+    EXPECT_TRUE(first.give(1, "F4"));
+    EXPECT_TRUE(second.give(2, "Ctrl+K"));
+    EXPECT_THAT(second.all(), ElementsAre(ZNTMacroKey{1, "F4"}, ZNTMacroKey{2, "Ctrl+K"}));
+    auto text = machine.home.read(file);
+    text.insert(text.find("<array>") + 7,
+                "<string>later</string><dict><key>macro</key><string>x</string></dict>");
+    machine.home.write(file, text);
+    auto third = read();
+    EXPECT_EQ(third.all().size(), 2u);
+    EXPECT_TRUE(third.give(1, ""));
+    EXPECT_THAT(machine.home.read(file), HasSubstr("<string>later</string>"));
+}
+
+TEST_F(ZNTMacroKeysTest, ADamagedFileIsPutAsideAndAFailedWriteChangesNothing)
+{
+    for (const std::string damaged :
+         {"", "<plist><dict><key>keys", "<plist><dict><key>keys</key><true/></dict></plist>"}) {
+        SCOPED_TRACE(damaged);
+        machine.home.write(file, damaged);
+        EXPECT_THAT(read().all(), IsEmpty());
+        EXPECT_FALSE(std::filesystem::exists(machine.home.path(file)));
+    }
+    EXPECT_TRUE(std::filesystem::exists(machine.home.path(std::string(file) + ".broken-3")));
+    std::filesystem::remove_all(machine.home.path("Library"));
+    machine.home.write("Library", "no folder");
+    auto keys = read();
+    const auto given = keys.give(1, "F4");
+    ASSERT_FALSE(given);
+    EXPECT_THAT(given.error().description, HasSubstr("could not be written"));
+    EXPECT_THAT(keys.all(), IsEmpty());
+}
+
+} // namespace

@@ -1,0 +1,64 @@
+#include "ZNTMacroShortcuts.h"
+
+#include "ZNTKeyOwners.h"
+
+#include <QAction>
+#include <QWidget>
+#include <utility>
+
+ZNTMacroShortcuts::ZNTMacroShortcuts(QWidget& window, const ZNTFilePlaces& places, ZNTPlatformLog& log,
+                                     Macros macros)
+    : window(window),
+      keys(places, log),
+      macros(std::move(macros))
+{
+    makeActions();
+}
+
+ZNTMacroShortcuts::~ZNTMacroShortcuts() { qDeleteAll(actions); }
+
+void ZNTMacroShortcuts::makeActions()
+{
+    qDeleteAll(std::exchange(actions, {}));
+    for (const ZNTMacroKey& each : keys.all()) {
+        const auto key =
+            QKeySequence::fromString(QString::fromStdString(each.key), QKeySequence::PortableText);
+        if (key.count() != 1 || znt::isKeyForTyping(key[0])) // somebody has edited the file
+            continue;
+        auto* action = new QAction(&window);
+        action->setObjectName(QStringLiteral("macroKey%1").arg(each.macro));
+        action->setShortcut(key);
+        QObject::connect(action, &QAction::triggered, action,
+                         [this, macro = each.macro] { macros.run(macro); });
+        window.addAction(action);
+        actions.insert(each.macro, action);
+    }
+}
+
+QKeySequence ZNTMacroShortcuts::keyOf(std::int64_t macro) const
+{
+    const QAction* action = actions.value(macro);
+    return action ? action->shortcut() : QKeySequence();
+}
+
+QString ZNTMacroShortcuts::refusal(QKeyCombination key, std::int64_t macro) const
+{
+    for (auto each = actions.constBegin(); each != actions.constEnd(); ++each) {
+        if (each.key() == macro || each.value()->shortcut() != QKeySequence(key))
+            continue;
+        if (const auto name = macros.name(each.key())) // the key of a macro that is gone is free
+            return each.value()->shortcut().toString(QKeySequence::NativeText) +
+                   QStringLiteral(" belongs to the macro ") + *name + QLatin1Char('.');
+    }
+    return znt::refusalOfKey(window, key); // which finds no words for the actions of macros
+}
+
+ZNTResult<void> ZNTMacroShortcuts::give(std::int64_t macro, const QKeySequence& key)
+{
+    if (key == keyOf(macro))
+        return {};
+    auto given = keys.give(macro, key.toString(QKeySequence::PortableText).toStdString());
+    if (given)
+        makeActions();
+    return given;
+}

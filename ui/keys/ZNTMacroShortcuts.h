@@ -1,0 +1,43 @@
+#pragma once
+
+#include "ZNTMacroKeys.h"
+
+#include <QHash>
+#include <QKeySequence>
+#include <functional>
+#include <optional>
+
+class QAction;
+class QWidget;
+
+/// The keys of macros that act in a window: the player's own, each for one macro whatever group is shown.
+class ZNTMacroShortcuts
+{
+public:
+    struct Macros {
+        /// None if there is no such macro any more.
+        std::function<std::optional<QString>(std::int64_t macro)> name;
+        std::function<void(std::int64_t macro)> run;
+    };
+
+    /// The caller owns `window` and `log`, which outlive this.
+    ZNTMacroShortcuts(QWidget& window, const ZNTFilePlaces& places, ZNTPlatformLog& log, Macros macros);
+    ~ZNTMacroShortcuts();
+    ZNTMacroShortcuts(const ZNTMacroShortcuts&) = delete;
+    ZNTMacroShortcuts& operator=(const ZNTMacroShortcuts&) = delete;
+
+    /// Empty if the macro has none.
+    [[nodiscard]] QKeySequence keyOf(std::int64_t macro) const;
+    /// Why the macro cannot have that key, as a sentence; empty if it can. 0 stands for a new macro.
+    [[nodiscard]] QString refusal(QKeyCombination key, std::int64_t macro) const;
+    /// The error is a sentence for the player.
+    ZNTResult<void> give(std::int64_t macro, const QKeySequence& key);
+
+private:
+    void makeActions();
+
+    QWidget& window;
+    ZNTMacroKeys keys;
+    Macros macros;
+    QHash<std::int64_t, QAction*> actions; ///< children of the window
+};
