@@ -41,6 +41,10 @@ TEST_F(ZNTWindowPanel, FoldsAwayWithoutRoomUnlessThePlayerWantsIt)
         press(window, Qt::Key_F6);
         EXPECT_FALSE(window.sidePanel->isAncestorOf(QApplication::focusWidget()));
     }
+    press(window, Qt::Key_I, Qt::AltModifier);
+    EXPECT_TRUE(isShown() && window.macroTable->hasFocus()) << "the letters of its fields bring it back";
+    press(window, Qt::Key_F9);
+    EXPECT_FALSE(isShown());
     press(window, Qt::Key_F9);
     EXPECT_TRUE(isShown()) << "the player wants it";
     fitColumns(50);

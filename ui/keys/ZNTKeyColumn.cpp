@@ -10,6 +10,8 @@ namespace
 {
 constexpr int gapBeforeKeys = 10;
 constexpr int gapBehindKeys = 6;
+/// A text needs up to a pixel more than its rounded width.
+constexpr int roundedOff = 2;
 /// If both are too long for a narrow list, the name keeps one part of so many.
 constexpr int shareOfName = 2;
 } // namespace
@@ -22,7 +24,7 @@ void ZNTKeyColumn::paint(QPainter* painter, const QStyleOptionViewItem& option,
     initStyleOption(&item, index);
     const int leftByName =
         item.rect.width() - item.fontMetrics.horizontalAdvance(item.text) - gapBeforeKeys - 2 * gapBehindKeys;
-    const int width = std::min(item.fontMetrics.horizontalAdvance(keys),
+    const int width = std::min(item.fontMetrics.horizontalAdvance(keys) + roundedOff,
                                std::max(leftByName, item.rect.width() / shareOfName));
     const QStyle* style = item.widget ? item.widget->style() : QApplication::style();
     if (!keys.isEmpty()) {

@@ -6,6 +6,7 @@
 #include "ZNTCommandLine.h"
 #include "ZNTFindBar.h"
 #include "ZNTFlowLayout.h"
+#include "ZNTFoldedKeys.h"
 #include "ZNTMainWindowParts.h"
 #include "ZNTQuitAnywhere.h"
 #include "ZNTSidePanel.h"
@@ -82,6 +83,7 @@ ZNTMainWindow::ZNTMainWindow()
     setCentralWidget(scroll);
     makeStatusBar();
     setTabOrders();
+    new ZNTFoldedKeys(*this, *sidePanel, [this] { chooseSidePanel(true); });
     standSidePanel();
 }
 
