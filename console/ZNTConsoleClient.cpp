@@ -81,7 +81,7 @@ ZNTSessionServices ZNTConsoleClient::services()
                     else if (what == ZNTSessionChange::Typing)
                         surroundings.input.setTypingHidden(controller.isTypingHidden());
                 },
-            .textShown = [this] { script.textShown(); },
+            .textShown = [this](std::u16string_view) { script.textShown(); },
             .silencePassed =
                 [this] {
                     noteTerminalSize();

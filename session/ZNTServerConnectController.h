@@ -58,8 +58,8 @@ struct ZNTSessionServices {
     std::function<void(ZNTCommandRecorderDataSource& commands)> showZNTCommandRecorderView;
     /// Called on the run loop's thread after a change of what the queries below answer. Optional.
     std::function<void(ZNTSessionChange what)> sessionChanged;
-    /// Called after received text was put into the output view. Optional.
-    std::function<void()> textShown = {};
+    /// Called with received text after it was put into the output view. Optional.
+    std::function<void(std::u16string_view text)> textShown = {};
     /// Called, while connected, after each half second without a byte, if reading is not held. Optional.
     std::function<void()> silencePassed = {};
     std::function<void(const ZNTSessionNotice& notice)> notice = {}; ///< optional

@@ -165,7 +165,7 @@ void ZNTServerConnectController::showChunk(const ZNTAttributedText& shown, const
     screen.scrollView()->scrollToEnd();
     _zntLogger->loggerText(shown.text);
     if (services.textShown)
-        services.textShown();
+        services.textShown(shown.text);
 }
 
 void ZNTServerConnectController::chunkEnded(ZNTAttributedText&& shown, bool isFlood)

@@ -48,6 +48,7 @@ struct ZNTSettings {
     bool fullColours = false;
     bool webLinks = false;
     bool lineTimes = false;
+    bool attention = false;
     bool standardSounds = false;
     bool speech = false;
     bool interruption = false;
@@ -167,6 +168,12 @@ inline constexpr std::array ZNTSettingsTable{
     ZNTSettingRow{.name = "line-times",
                   .field = &ZNTSettings::lineTimes,
                   .sentence = "Shows in the window when a line came, while the pointer is over it.",
+                  .tab = ZNTSettingTab::Encoding,
+                  .scope = ZNTSettingScope::Player},
+    ZNTSettingRow{.name = "attention",
+                  .field = &ZNTSettings::attention,
+                  .sentence = "Marks the window in the taskbar when text comes while you are in another "
+                              "program, and counts its lines in the title.",
                   .tab = ZNTSettingTab::Encoding,
                   .scope = ZNTSettingScope::Player},
     ZNTSettingRow{.name = "standard-sounds",

@@ -17,7 +17,7 @@
 namespace
 {
 
-constexpr const char *playerKey = "player", *gamesKey = "games";
+constexpr const char *playerKey = "player", *gamesKey = "games", *looksKey = "window";
 
 bool isDictionary(plist_t node) { return node && plist_get_node_type(node) == PLIST_DICT; }
 
@@ -171,10 +171,23 @@ ZNTSettingsFile::Content ZNTSettingsFile::read()
     content.player = valuesIn(plist_dict_get_item(root.get(), playerKey));
     forEachEntry(plist_dict_get_item(root.get(), gamesKey),
                  [&](const std::string& game, plist_t node) { content.games[game] = valuesIn(node); });
+    forEachEntry(plist_dict_get_item(root.get(), looksKey), [&](const std::string& name, plist_t node) {
+        content.looks[name] = textOf(node).value_or("");
+    });
     return content;
 }
 
 void ZNTSettingsFile::store(std::string_view game, const ZNTSettingValues& values)
+{
+    storeUnder(game.empty() ? std::vector<std::string>{playerKey}
+                            : std::vector<std::string>{gamesKey, std::string(game)},
+               values);
+}
+
+void ZNTSettingsFile::storeLooks(const ZNTSettingValues& values) { storeUnder({looksKey}, values); }
+
+/// In the dictionary that is found by the keys, each in the one before it.
+void ZNTSettingsFile::storeUnder(const std::vector<std::string>& keys, const ZNTSettingValues& values)
 {
     if (values.empty() || !exists())
         return;
@@ -183,10 +196,14 @@ void ZNTSettingsFile::store(std::string_view game, const ZNTSettingValues& value
         putAside();
         root = znt::emptyDictionary();
     }
-    auto* kept = game.empty() ? dictionaryUnder(root.get(), playerKey)
-                              : dictionaryUnder(dictionaryUnder(root.get(), gamesKey), std::string(game));
+    plist_t kept = root.get();
+    for (const auto& key : keys)
+        kept = dictionaryUnder(kept, key);
     for (const auto& [name, text] : values)
-        plist_dict_set_item(kept, name.c_str(), nodeOf(name, text));
+        if (text.empty() && !znt::settingNamed(name))
+            plist_dict_remove_item(kept, name.c_str());
+        else
+            plist_dict_set_item(kept, name.c_str(), nodeOf(name, text));
     write(znt::xmlOf(root));
 }
 

@@ -109,6 +109,8 @@ void ZNTSettingsKeeper::setRemembering(bool isToRemember)
     store("", chosenForAllGames);
     for (const auto& [name, text] : chosen)
         store(*znt::settingNamed(name), text);
+    if (whenRemembering)
+        whenRemembering();
 }
 
 void ZNTSettingsKeeper::store(const ZNTSettingRow& row, std::string_view text)

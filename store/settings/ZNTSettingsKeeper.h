@@ -4,6 +4,7 @@
 #include "ZNTSettingsFile.h"
 
 #include <array>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -49,6 +50,12 @@ public:
     [[nodiscard]] bool isRemembering() const { return file.exists(); }
     /// Begins the file, with the choices of this session, or deletes it.
     void setRemembering(bool isToRemember);
+    /// Called when the file has begun or was there already, for what is kept besides settings. Optional.
+    std::function<void()> whenRemembering;
+
+    /// What the windows of an earlier run have left, by name.
+    [[nodiscard]] const ZNTSettingValues& looks() const { return remembered.looks; }
+    void keepLooks(const ZNTSettingValues& values) { file.storeLooks(values); }
 
 private:
     /// Whose value it is, from the weakest word to the strongest.

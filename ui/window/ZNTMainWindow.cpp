@@ -72,7 +72,13 @@ ZNTMainWindow::ZNTMainWindow()
     splitter->setStretchFactor(1, 0);
     splitter->setChildrenCollapsible(false);
     splitter->setHandleWidth(margin);
-    connect(splitter, &QSplitter::splitterMoved, this, [this] { isShareChosen = true; });
+    connect(splitter, &QSplitter::splitterMoved, this, [this] {
+        isShareChosen = true;
+        if (splitter->orientation() == Qt::Horizontal)
+            chosenPanelWidth_ = splitter->sizes().constLast();
+        if (whenPanelWidthChosen)
+            whenPanelWidthChosen();
+    });
     layout->addWidget(splitter, 1);
 
     auto* scroll = new ZNTContentScroll;
@@ -118,8 +124,19 @@ void ZNTMainWindow::shareWidth()
     // The output gets its width first. The panel can do with less than its comfortable width.
     const int output = textFromServer->sizeForGrid(usualColumns, usualRows).width();
     const int shared = width() - 2 * margin - splitter->handleWidth();
-    const int side = std::clamp(shared - output, sidePanel->leastWidth(), sidePanel->comfortableWidth());
+    const int fitting = std::clamp(shared - output, sidePanel->leastWidth(), sidePanel->comfortableWidth());
+    const int most =
+        std::max(sidePanel->leastWidth(), shared - splitter->widget(0)->minimumSizeHint().width());
+    const int side = chosenPanelWidth_ > 0 ? std::min(chosenPanelWidth_, most) : fitting;
     splitter->setSizes({shared - side, side});
+}
+
+void ZNTMainWindow::choosePanelWidth(int width)
+{
+    isShareChosen = true;
+    chosenPanelWidth_ = width;
+    if (splitter->orientation() == Qt::Horizontal)
+        shareWidth();
 }
 
 void ZNTMainWindow::standSidePanel()
@@ -154,7 +171,7 @@ void ZNTMainWindow::showSidePanel(bool shown)
         (textToServer->isEnabled() ? static_cast<QWidget*>(textToServer) : textFromServer)
             ->setFocus(Qt::OtherFocusReason);
     sidePanel->setVisible(shown);
-    if (shown && !isShareChosen && splitter->orientation() == Qt::Horizontal)
+    if (shown && (!isShareChosen || chosenPanelWidth_ > 0) && splitter->orientation() == Qt::Horizontal)
         shareWidth();
     if (whenSidePanelMoves)
         whenSidePanelMoves(shown);

@@ -77,6 +77,12 @@ public:
     /// is in the window, with its menus.
     void takeUsualSize();
 
+    /// The width that the player gave the side panel; 0 for none. It is kept while the panel stands beside
+    /// the output.
+    [[nodiscard]] int chosenPanelWidth() const { return chosenPanelWidth_; }
+    void choosePanelWidth(int width);
+    std::function<void()> whenPanelWidthChosen;
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -101,4 +107,5 @@ private:
     QWidget* commandRow;
     ZNTPanelFold fold;
     bool isShareChosen = false; ///< the player has moved the splitter
+    int chosenPanelWidth_ = 0;
 };

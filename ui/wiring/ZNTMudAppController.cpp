@@ -36,6 +36,11 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
            .showZNTCommandRecorderView =
                [this](ZNTCommandRecorderDataSource& commands) { showZNTCommandRecorderView(commands); },
            .sessionChanged = [this](ZNTSessionChange what) { changed(what); },
+           .textShown =
+               [this](std::u16string_view text) {
+                   if (whenTextShown)
+                       whenTextShown(text);
+               },
            .notice =
                [this](const ZNTSessionNotice& notice) {
                    if (whenNoticed)

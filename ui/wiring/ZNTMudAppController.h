@@ -81,6 +81,8 @@ public:
     std::function<void(const ZNTSessionNotice& notice)> whenNoticed;
     /// Called when other values of settings are in force: a choice of the player, or a game's own.
     std::function<void()> whenSettingsChange;
+    /// Called with game text when the output shows it.
+    std::function<void(std::u16string_view text)> whenTextShown;
     /// Called when the list of games has filled the connection fields.
     std::function<void()> whenGamePicked;
 
