@@ -3,6 +3,9 @@
 #include "ZNTGameAddress.h"
 #include "ZNTProgramArguments.h"
 
+#include <algorithm>
+#include <limits>
+
 void ZNTPlayArguments::addTo(ZNTProgramArguments& arguments)
 {
     auto& app = arguments.app;
@@ -45,4 +48,19 @@ void ZNTPlayArguments::readAddress(bool hasPort)
     }
     host = address.value().host;
     port = address.value().port;
+}
+
+ZNTResult<std::vector<std::string>> znt::argumentsForGame(std::string_view host, std::int64_t port)
+{
+    const auto isBlank = [](char each) { return static_cast<unsigned char>(each) <= ' ' || each == '\x7F'; };
+    while (!host.empty() && isBlank(host.front()))
+        host.remove_prefix(1);
+    while (!host.empty() && isBlank(host.back()))
+        host.remove_suffix(1);
+    if (host.empty() || std::ranges::any_of(host, isBlank) || ZNTGameAddress::isLink(host))
+        return ZNTError{"ZNTPlayArguments", 0, "The game needs an address such as mud.example.org."};
+    if (port < 1 || port > std::numeric_limits<std::uint16_t>::max())
+        return ZNTError{"ZNTPlayArguments", 0, "The game needs a port from 1 to 65535."};
+    // A host that begins with a hyphen is no option.
+    return std::vector<std::string>{"--", std::string(host), std::to_string(port)};
 }

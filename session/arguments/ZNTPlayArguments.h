@@ -1,9 +1,12 @@
 #pragma once
 
+#include "ZNTResult.h"
 #include "ZNTSettings.h"
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 class ZNTProgramArguments;
 
@@ -25,3 +28,12 @@ private:
 
     std::vector<std::string> assignments;
 };
+
+namespace znt
+{
+
+/// The arguments with which a further instance plays a game, for ZNTPlayArguments to read. The error is a
+/// sentence for the player about the address (UTF-8) or the port.
+ZNTResult<std::vector<std::string>> argumentsForGame(std::string_view host, std::int64_t port);
+
+} // namespace znt

@@ -127,6 +127,13 @@ plist_t dictionaryUnder(plist_t parent, const std::string& key)
     return made;
 }
 
+/// The way to the values of `game`, or of all games if that is empty.
+std::vector<std::string> keysOf(std::string_view game)
+{
+    return game.empty() ? std::vector<std::string>{playerKey}
+                        : std::vector<std::string>{gamesKey, std::string(game)};
+}
+
 } // namespace
 
 ZNTSettingsFile::ZNTSettingsFile(const ZNTFilePlaces& places, ZNTPlatformLog& log)
@@ -179,17 +186,33 @@ ZNTSettingsFile::Content ZNTSettingsFile::read()
 
 void ZNTSettingsFile::store(std::string_view game, const ZNTSettingValues& values)
 {
-    storeUnder(game.empty() ? std::vector<std::string>{playerKey}
-                            : std::vector<std::string>{gamesKey, std::string(game)},
-               values);
+    storeUnder(keysOf(game), values);
 }
 
 void ZNTSettingsFile::storeLooks(const ZNTSettingValues& values) { storeUnder({looksKey}, values); }
 
-/// In the dictionary that is found by the keys, each in the one before it.
-void ZNTSettingsFile::storeUnder(const std::vector<std::string>& keys, const ZNTSettingValues& values)
+void ZNTSettingsFile::forget(std::string_view game, std::string_view name)
 {
-    if (values.empty() || !exists())
+    change(keysOf(game), [&](plist_t kept) { plist_dict_remove_item(kept, std::string(name).c_str()); });
+}
+
+void ZNTSettingsFile::storeUnder(const Keys& keys, const ZNTSettingValues& values)
+{
+    if (values.empty())
+        return;
+    change(keys, [&](plist_t kept) {
+        for (const auto& [name, text] : values)
+            if (text.empty() && !znt::settingNamed(name))
+                plist_dict_remove_item(kept, name.c_str());
+            else
+                plist_dict_set_item(kept, name.c_str(), nodeOf(name, text));
+    });
+}
+
+/// Changes the dictionary that is found by the keys, each in the one before it.
+void ZNTSettingsFile::change(const Keys& keys, const std::function<void(void* dictionary)>& change)
+{
+    if (!exists())
         return;
     auto root = znt::dictionaryIn(path);
     if (!root) {
@@ -199,11 +222,7 @@ void ZNTSettingsFile::storeUnder(const std::vector<std::string>& keys, const ZNT
     plist_t kept = root.get();
     for (const auto& key : keys)
         kept = dictionaryUnder(kept, key);
-    for (const auto& [name, text] : values)
-        if (text.empty() && !znt::settingNamed(name))
-            plist_dict_remove_item(kept, name.c_str());
-        else
-            plist_dict_set_item(kept, name.c_str(), nodeOf(name, text));
+    change(kept);
     write(znt::xmlOf(root));
 }
 

@@ -4,6 +4,7 @@
 #include "ZNTPlatformLog.h"
 #include "ZNTSettings.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -38,9 +39,13 @@ public:
     void store(std::string_view game, const ZNTSettingValues& values);
     /// The same for what the windows look like. A value without text is removed.
     void storeLooks(const ZNTSettingValues& values);
+    /// Takes the value of one setting of `game` out of the file.
+    void forget(std::string_view game, std::string_view name);
 
 private:
-    void storeUnder(const std::vector<std::string>& keys, const ZNTSettingValues& values);
+    using Keys = std::vector<std::string>;
+    void storeUnder(const Keys& keys, const ZNTSettingValues& values);
+    void change(const Keys& keys, const std::function<void(void* dictionary)>& change);
     void putAside();
     void write(const std::string& content);
 

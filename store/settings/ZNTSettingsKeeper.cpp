@@ -48,6 +48,8 @@ ZNTResult<void> ZNTSettingsKeeper::choose(std::string_view name, std::string_vie
     if (auto changed = znt::changeSetting(tried, name, text); !changed)
         return changed;
     ofCommandLine.erase(std::string(name));
+    if (const auto ofGame = chosenForGames.find(game); ofGame != chosenForGames.end())
+        ofGame->second.erase(std::string(name));
     chosen.insert_or_assign(std::string(name), std::string(text));
     store(*znt::settingNamed(name), text);
     weigh();
@@ -68,6 +70,44 @@ ZNTResult<void> ZNTSettingsKeeper::chooseForAllGames(std::string_view name, std:
     store("", values);
     weigh();
     return {};
+}
+
+ZNTResult<void> ZNTSettingsKeeper::chooseForGame(const std::string& game, std::string_view name,
+                                                 std::string_view text)
+{
+    const std::string setting(name);
+    if (text.empty()) {
+        chosenForGames[game].erase(setting);
+        remembered.games[game].erase(setting);
+        file.forget(game, name);
+        weigh();
+        return {};
+    }
+    auto tried = inForce;
+    if (auto changed = znt::changeSetting(tried, name, text); !changed)
+        return changed;
+    chosenForGames[game].insert_or_assign(setting, std::string(text));
+    store(game, {{setting, std::string(text)}});
+    weigh();
+    return {};
+}
+
+std::string ZNTSettingsKeeper::chosenForGame(const std::string& game, std::string_view name) const
+{
+    for (const auto* games : {&chosenForGames, &remembered.games})
+        if (const auto ofGame = games->find(game); ofGame != games->end())
+            if (const auto value = ofGame->second.find(name); value != ofGame->second.end())
+                return value->second;
+    return {};
+}
+
+ZNTSettings ZNTSettingsKeeper::usualSettingsOf(const std::string& game) const
+{
+    static const ZNTSettingValues none;
+    auto all = layers(game);
+    all[OwnOfGame] = all[OwnOfGameNow] = &none;
+    NamedBy ignored;
+    return weighed(all, ignored);
 }
 
 void ZNTSettingsKeeper::noteChoices(const ZNTSettings& ofSession)
@@ -95,8 +135,9 @@ void ZNTSettingsKeeper::endGame()
 
 bool ZNTSettingsKeeper::mayNeedHint() const
 {
-    const auto all = layers();
-    return all[KnownGame]->empty() && all[OwnOfGame]->empty() && !namedBy.contains(znt::standardTelnet);
+    const auto all = layers(game);
+    return all[KnownGame]->empty() && all[OwnOfGame]->empty() && all[OwnOfGameNow]->empty() &&
+           !namedBy.contains(znt::standardTelnet);
 }
 
 void ZNTSettingsKeeper::setRemembering(bool isToRemember)
@@ -109,6 +150,8 @@ void ZNTSettingsKeeper::setRemembering(bool isToRemember)
     store("", chosenForAllGames);
     for (const auto& [name, text] : chosen)
         store(*znt::settingNamed(name), text);
+    for (const auto& [ofGame, values] : chosenForGames)
+        store(ofGame, values);
     if (whenRemembering)
         whenRemembering();
 }
@@ -130,16 +173,20 @@ void ZNTSettingsKeeper::store(std::string_view whose, const ZNTSettingValues& va
     file.store(whose, values);
 }
 
-std::array<const ZNTSettingValues*, 6> ZNTSettingsKeeper::layers() const
+ZNTSettingsKeeper::Layers ZNTSettingsKeeper::layers(std::string_view game) const
 {
     static const ZNTSettingValues none;
-    const auto own = remembered.games.find(game);
+    const auto ofGameIn = [&](const auto& games) {
+        const auto own = games.find(game);
+        return own == games.end() ? &none : &own->second;
+    };
     return {&remembered.player,
             &chosenForAllGames,
             &known.settingsOf(game),
-            own == remembered.games.end() ? &none : &own->second,
+            ofGameIn(remembered.games),
             &chosen,
-            &ofCommandLine};
+            &ofCommandLine,
+            ofGameIn(chosenForGames)};
 }
 
 ZNTSettings ZNTSettingsKeeper::settingsForAllGames() const
@@ -151,13 +198,11 @@ ZNTSettings ZNTSettingsKeeper::settingsForAllGames() const
     return settings;
 }
 
-/// Decides what is in force. What the file holds may come from another version: names and values that this
-/// one does not know are passed over.
-void ZNTSettingsKeeper::weigh()
+/// What the file holds may come from another version: names and values that this one does not know are passed
+/// over.
+ZNTSettings ZNTSettingsKeeper::weighed(const Layers& all, NamedBy& namedBy) const
 {
     ZNTSettings weighed;
-    namedBy.clear();
-    const auto all = layers();
     for (std::size_t layer = 0; layer < all.size(); ++layer)
         for (const auto& [name, text] : *all[layer])
             if (znt::changeSetting(weighed, name, text))
@@ -169,7 +214,16 @@ void ZNTSettingsKeeper::weigh()
                 znt::settingText(atConnect.value_or(weighed), *znt::settingNamed(row.follows))));
     const auto encoding = namedBy.find("encoding");
     weighed.isEncodingNamed = encoding != namedBy.end() && encoding->second != KnownGame;
+    return weighed;
+}
+
+/// Decides what is in force.
+void ZNTSettingsKeeper::weigh()
+{
+    namedBy.clear();
+    const auto all = layers(game);
+    inForce = weighed(all, namedBy);
     if (!atConnect)
-        hasSettingsForGame_ = countsIn(weighed, *all[KnownGame]) || countsIn(weighed, *all[OwnOfGame]);
-    inForce = weighed;
+        hasSettingsForGame_ = countsIn(inForce, *all[KnownGame]) || countsIn(inForce, *all[OwnOfGame]) ||
+                              countsIn(inForce, *all[OwnOfGameNow]);
 }

@@ -16,6 +16,7 @@
 /// A choice of this session wins over the player's value for the game that is played, that one over the value
 /// that is shipped for the game, that one over the player's value for all games, that one over the default.
 /// The values of the command line win over all of them until the player chooses again; they are never stored.
+/// Only a choice of this session for one game alone, as in its sheet, wins over those as well.
 ///
 /// A row of the table may follow another one. Then it has that one's value while no value was chosen for it.
 /// While a connection stands, it has the value with which the connection began.
@@ -34,6 +35,17 @@ public:
     ZNTResult<void> chooseForAllGames(std::string_view name, std::string_view text);
     /// What a game has for which nothing else was chosen.
     [[nodiscard]] ZNTSettings settingsForAllGames() const;
+
+    // The settings of one game, also while it is not played. `game` is its key (`znt::gameKey`), `name` a
+    // setting whose scope is the game.
+
+    /// A choice for that game alone. It holds until the program ends, and longer if it is remembered. A later
+    /// choice while that game is played takes its place. An empty text takes the choice back.
+    ZNTResult<void> chooseForGame(const std::string& game, std::string_view name, std::string_view text);
+    /// What was chosen for that game alone; empty if nothing was.
+    [[nodiscard]] std::string chosenForGame(const std::string& game, std::string_view name) const;
+    /// What that game has where nothing was chosen for it alone.
+    [[nodiscard]] ZNTSettings usualSettingsOf(const std::string& game) const;
     /// The same for choices that the player has made on the session itself: each value that is not in force.
     void noteChoices(const ZNTSettings& ofSession);
 
@@ -59,9 +71,12 @@ public:
 
 private:
     /// Whose value it is, from the weakest word to the strongest.
-    enum Layer { AllGames, AllGamesNow, KnownGame, OwnOfGame, Session, CommandLine };
+    enum Layer { AllGames, AllGamesNow, KnownGame, OwnOfGame, Session, CommandLine, OwnOfGameNow };
+    using Layers = std::array<const ZNTSettingValues*, 7>;
+    using NamedBy = std::map<std::string, Layer, std::less<>>; ///< the strongest layer with a good value
 
-    [[nodiscard]] std::array<const ZNTSettingValues*, 6> layers() const;
+    [[nodiscard]] Layers layers(std::string_view game) const;
+    [[nodiscard]] ZNTSettings weighed(const Layers& all, NamedBy& namedBy) const;
     void store(std::string_view whose, const ZNTSettingValues& values);
     void store(const ZNTSettingRow& row, std::string_view text);
     void weigh();
@@ -69,11 +84,12 @@ private:
     ZNTSettingsFile file;
     ZNTSettingsFile::Content remembered;
     ZNTKnownGames known;
-    ZNTSettingValues chosen, chosenForAllGames; ///< in this session
+    ZNTSettingValues chosen, chosenForAllGames;                          ///< in this session
+    std::map<std::string, ZNTSettingValues, std::less<>> chosenForGames; ///< in this session
     ZNTSettingValues ofCommandLine;
-    std::string game;                                  ///< its key; empty while none is played
-    std::optional<ZNTSettings> atConnect;              ///< while a connection stands
-    std::map<std::string, Layer, std::less<>> namedBy; ///< the strongest layer with a good value
+    std::string game;                     ///< its key; empty while none is played
+    std::optional<ZNTSettings> atConnect; ///< while a connection stands
+    NamedBy namedBy;
     bool hasSettingsForGame_ = false;
     ZNTSettings inForce;
 };

@@ -1,4 +1,5 @@
 #include "ZNTDatabaseHelper.h"
+#include "ZNTFilteredGames.h"
 #include "ZNTMudListArrayController.h"
 #include "ZNTMudListController.h"
 #include "ZNTPlainElements.h"
@@ -105,6 +106,56 @@ TEST_F(ZNTMudListTest, ARowWhoseInsertFailedIsInsertedLaterAndTouchesNoOther)
     EXPECT_THAT(files.rows("select oid, defaultConnection from ZNTMudList where name = 'New Row'"),
                 ElementsAre(testing::EndsWith("|0"), testing::EndsWith("|1")));
     EXPECT_EQ(list->tableViewToolTipForRow(4) + list->tableViewToolTipForRow(5), u"");
+}
+
+TEST_F(ZNTMudListTest, AFilterFindsEachWordInNameAddressOrPort)
+{
+    ZNTFilteredGames filtered(*list, table);
+    const std::pair<std::u16string, std::vector<long>> filters[] = {
+        {u"", {0, 1, 2}}, {u" \t ", {0, 1, 2}},  {u"OTHER.ex", {1}}, {u"400", {0, 1}},  {u"23 B", {2}},
+        {u"4000 23", {}}, {u"a a.example", {0}}, {u"http", {}},      {u"exampleb", {}}, {u"\xD800", {}},
+    };
+    for (const auto& [text, expected] : filters) {
+        SCOPED_TRACE(testing::PrintToString(text));
+        filtered.setFilter(text);
+        std::vector<long> rows;
+        for (long row = 0; row < filtered.numberOfShownRows(); ++row)
+            rows.push_back(filtered.listRow(row));
+        EXPECT_EQ(rows, expected);
+    }
+    list->tableViewSetObjectValue(u"\u0416ar", "name", 0);
+    filtered.setFilter(u"\u0436AR");
+    EXPECT_EQ(filtered.numberOfShownRows(), 1);
+}
+
+TEST_F(ZNTMudListTest, UnderAFilterEveryOperationMeansTheGameThatIsSeen)
+{
+    ZNTFilteredGames filtered(*list, table);
+    list->set_tableView(&filtered);
+    ZNTPlainPanel sheet;
+    ZNTPlainTextField host, port, name;
+    ZNTMudListController controller(*list, {filtered, sheet, host, port, name});
+    filtered.setFilter(u"example");
+    list->tableViewSetObjectValue(u"gone", "telnetURL", filtered.listRow(0));
+    EXPECT_EQ(filtered.shownRow(1), 1) << "an edited game stays where it is";
+    filtered.setFilter(u"example");
+    EXPECT_EQ(filtered.shownRow(0), -1);
+    table.selected = 1;
+    controller.connectToMud();
+    EXPECT_EQ(host.content, u"b.example");
+    table.selected = 0;
+    list->deleteSelectedRow();
+    EXPECT_THAT(shownHosts(), ElementsAre(u"gone", u"b.example"));
+    EXPECT_EQ(filtered.listRow(0), 1);
+    for (const long row : {1L, -1L}) { // the last row has gone, and then nothing is selected
+        table.selected = row;
+        list->deleteSelectedRow();
+    }
+    EXPECT_EQ(list->numberOfRowsInTableView(), 2);
+    list->addEmptyRow();
+    EXPECT_EQ(filtered.shownRow(2), -1);
+    filtered.setFilter(u"");
+    EXPECT_EQ(filtered.listRow(2), 2);
 }
 
 TEST_F(ZNTMudListTest, PickingAGameFillsTheMainWindowAndClosesTheSheet)

@@ -81,6 +81,41 @@ TEST_F(ZNTSettingsTest, AGameHasItsOwnValuesAndTheCommandLineWins)
     EXPECT_EQ(value(commanded, "speech"), "off");
 }
 
+TEST_F(ZNTSettingsTest, AChoiceForOneGameHoldsUntilTheProgramEndsOrIsRemembered)
+{
+    const std::string here = "mud.example 4000";
+    const auto played = [](ZNTSettingsKeeper& keeper, const char* port) {
+        keeper.beginGame("MUD.example.", port);
+        auto encoding = value(keeper, "encoding");
+        keeper.endGame();
+        return encoding;
+    };
+    auto keeper = started({{"encoding", "euc-cn"}});
+    EXPECT_FALSE(keeper.chooseForGame(here, "encoding", "latin"));
+    EXPECT_TRUE(keeper.chooseForGame(here, "encoding", "big5"));
+    EXPECT_EQ(played(keeper, "4000"), "big5") << "more than the command line";
+    EXPECT_EQ(played(keeper, "4001"), "euc-cn");
+    EXPECT_EQ(znt::settingText(keeper.usualSettingsOf(here), *znt::settingNamed("encoding")), "euc-cn");
+    EXPECT_FALSE(machine.home.has("Library"));
+    keeper.setRemembering(true);
+
+    auto next = started();
+    EXPECT_EQ(next.chosenForGame(here, "encoding"), "big5");
+    EXPECT_EQ(played(next, "4000"), "big5");
+    EXPECT_TRUE(next.chooseForGame(here, "encoding", "utf-8"));
+    next.beginGame("mud.example", "4000");
+    EXPECT_TRUE(next.hasSettingsForGame());
+    choose(next, "encoding", "euc-cn");
+    EXPECT_EQ(value(next, "encoding"), "euc-cn") << "the later word counts";
+    EXPECT_TRUE(next.chooseForGame(here, "encoding", "utf-8"));
+    EXPECT_EQ(value(next, "encoding"), "utf-8") << "also this way round";
+
+    auto last = started();
+    EXPECT_TRUE(last.chooseForGame(here, "encoding", ""));
+    EXPECT_EQ(last.chosenForGame(here, "encoding") + played(last, "4000"), "ascii");
+    EXPECT_EQ(started().chosenForGame(here, "encoding"), "");
+}
+
 TEST_F(ZNTSettingsTest, SwitchesOfTheSessionAreRememberedOnceTheyDiffer)
 {
     auto keeper = started();

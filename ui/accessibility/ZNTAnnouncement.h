@@ -10,6 +10,7 @@ enum class ZNTAnnouncement {
     TriggerSaved,
     TriggerNotSaved,
     NoTriggerSelected,
+    GamesFound,     ///< how many match a filter, and the selected one
     GamePicked,     ///< its name, and the key that connects
     MacroAdded,     ///< its name
     MacroSaved,     ///< its name

@@ -69,8 +69,10 @@ void ZNTHintedTable::describe() { setAccessibleDescription(isEmpty() ? hint : st
 int ZNTHintedTable::heightOfRows(int number) const
 {
     const int header = horizontalHeader()->isHidden() ? 0 : horizontalHeader()->sizeHint().height();
-    return header + number * (fontMetrics().height() * 5 / 4) + 2 * frameWidth();
+    return header + number * rowHeight() + 2 * frameWidth();
 }
+
+int ZNTHintedTable::rowHeight() const { return fontMetrics().height() * (isRoomy ? 7 : 5) / 4; }
 
 QSize ZNTHintedTable::sizeHint() const
 {

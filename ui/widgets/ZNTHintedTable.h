@@ -11,6 +11,7 @@ class ZNTHintedTable final : public QTableView
     Q_OBJECT
     Q_PROPERTY(QString emptyHint READ emptyHint WRITE setEmptyHint)
     Q_PROPERTY(int comfortableRows READ comfortableRows WRITE setComfortableRows)
+    Q_PROPERTY(bool roomyRows READ hasRoomyRows WRITE setRoomyRows)
 
 public:
     explicit ZNTHintedTable(QWidget* parent = nullptr);
@@ -26,6 +27,11 @@ public:
     void setComfortableRows(int rows) { rowsWanted = rows; }
     /// The height that it would take beyond the one that it asks for.
     [[nodiscard]] int comfortableGrowth() const;
+
+    /// With some air above and below the words of each row.
+    [[nodiscard]] bool hasRoomyRows() const { return isRoomy; }
+    void setRoomyRows(bool roomy) { isRoomy = roomy; }
+    [[nodiscard]] int rowHeight() const;
 
     void setModel(QAbstractItemModel* model) override;
     [[nodiscard]] QSize sizeHint() const override;
@@ -46,4 +52,5 @@ private:
 
     QString hint, standing;
     int rowsWanted = 7;
+    bool isRoomy = false;
 };

@@ -2,6 +2,7 @@
 
 #include "ZNTAnnouncement.h"
 #include "ZNTFocusFirst.h"
+#include "ZNTHintedTable.h"
 
 #include <QAccessible>
 #include <QFocusEvent>
@@ -10,6 +11,7 @@
 #include <QLineEdit>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <algorithm>
 
 namespace
 {
@@ -79,8 +81,9 @@ private:
     QTableView* table;
 };
 
-/// The field in which a cell is edited has its column's name. For a number it takes digits only.
-class CellEditors final : public QStyledItemDelegate
+/// Our cells. A mark stands in the middle of its cell. The field in which a cell is edited has its column's
+/// name. For a number it takes digits only.
+class Cells final : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -97,10 +100,70 @@ public:
         return editor;
     }
 
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        if (!hasMark(index)) {
+            QStyledItemDelegate::paint(painter, option, index);
+            return;
+        }
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        const QStyle& style = *cell.widget->style();
+        QStyleOptionViewItem mark = cell;
+        mark.rect = placeOfMark(cell);
+        mark.state.setFlag(cell.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off);
+        mark.state.setFlag(QStyle::State_HasFocus, false);
+        cell.features.setFlag(QStyleOptionViewItem::HasCheckIndicator, false);
+        style.drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
+        style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &mark, painter, cell.widget);
+    }
+
+    /// A click must hit the mark where it is painted.
+    bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                     const QModelIndex& index) override
+    {
+        QStyleOptionViewItem moved = option;
+        if (hasMark(index)) {
+            QStyleOptionViewItem cell = option;
+            initStyleOption(&cell, index);
+            moved.rect.translate(placeOfMark(cell).topLeft() - styledPlaceOfMark(cell).topLeft());
+        }
+        return QStyledItemDelegate::editorEvent(event, model, moved, index);
+    }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        if (const auto* table = qobject_cast<const ZNTHintedTable*>(option.widget);
+            table && table->hasRoomyRows()) {
+            size.setHeight(std::max(size.height(), table->rowHeight()));
+            size.rwidth() += 2 * option.fontMetrics.averageCharWidth();
+        }
+        return size;
+    }
+
     void setEditorData(QWidget* editor, const QModelIndex& index) const override
     {
         const ZNTQuietCaret untilItHasTheFocus;
         QStyledItemDelegate::setEditorData(editor, index);
+    }
+
+private:
+    static bool hasMark(const QModelIndex& index) { return index.data(Qt::CheckStateRole).isValid(); }
+
+    /// Qt's own, at the beginning of the cell.
+    static QRect styledPlaceOfMark(const QStyleOptionViewItem& cell)
+    {
+        return cell.widget->style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &cell,
+                                                    cell.widget);
+    }
+
+    /// In the middle, below the heading.
+    static QRect placeOfMark(const QStyleOptionViewItem& cell)
+    {
+        QRect mark = styledPlaceOfMark(cell);
+        mark.moveCenter(cell.rect.center());
+        return mark;
     }
 };
 
@@ -114,7 +177,7 @@ ZNTQtTableView::ZNTQtTableView(QTableView* table, ZNTRowModel* model) : table(ta
 void ZNTQtTableView::furnish(QTableView& table, ZNTRowModel& model)
 {
     table.setModel(&model);
-    table.setItemDelegate(new CellEditors(&table));
+    table.setItemDelegate(new Cells(&table));
     table.installEventFilter(new RowUnderFocus(&table));
     QObject::connect(&model, &QAbstractItemModel::dataChanged, &table,
                      [&table](const QModelIndex& first, const QModelIndex& last) {

@@ -17,6 +17,20 @@ QString textOfCell(const ZNTCellValue& value)
     return std::get<bool>(value) ? QStringLiteral("yes") : QStringLiteral("no");
 }
 
+/// Of the cells and their heading. Marks stand in the middle.
+QVariant alignmentIn(const ZNTColumn& column)
+{
+    switch (column.kind) {
+    case ZNTColumn::Kind::Number:
+        return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+    case ZNTColumn::Kind::YesNo:
+        return QVariant(Qt::AlignCenter);
+    case ZNTColumn::Kind::Text:
+        break;
+    }
+    return {};
+}
+
 bool isChecked(const ZNTCellValue& value)
 {
     const auto* yes = std::get_if<bool>(&value);
@@ -108,8 +122,8 @@ QVariant ZNTRowModel::data(const QModelIndex& index, int role) const
         const QString text = textOfCell(value());
         return text.isEmpty() ? QString(shown.heading + QLatin1String(": empty")) : text;
     }
-    if (role == Qt::TextAlignmentRole && shown.kind == ZNTColumn::Kind::Number)
-        return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+    if (role == Qt::TextAlignmentRole)
+        return alignmentIn(shown);
     return {};
 }
 
@@ -152,6 +166,8 @@ QVariant ZNTRowModel::headerData(int section, Qt::Orientation orientation, int r
 {
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole)
         return columns[static_cast<std::size_t>(section)].heading;
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
+        return alignmentIn(columns[static_cast<std::size_t>(section)]);
     if (orientation == Qt::Vertical && role == Qt::DisplayRole)
         return section + 1;
     return {};

@@ -2,11 +2,11 @@
 
 #include "ZNTClientActions.h"
 #include "ZNTCommandRecorderSheet.h"
+#include "ZNTGameListWiring.h"
 #include "ZNTGameSettings.h"
 #include "ZNTHintedTable.h"
 #include "ZNTKeptRecordingsSheet.h"
 #include "ZNTMacroSheets.h"
-#include "ZNTMudListSheet.h"
 #include "ZNTPreferencesController.h"
 #include "ZNTQtText.h"
 #include "ZNTRecorder.h"
@@ -47,8 +47,12 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
                        whenNoticed(notice);
                },
            .settings = keeper.settings()}),
-      macroShortcuts(makeMacroShortcuts())
+      macroShortcuts(makeMacroShortcuts()),
+      zntMudListController(std::make_unique<ZNTGameListWiring>(window, mainScreen, *this))
 {
+    startProgram = [](const QString& program, const QStringList& arguments) {
+        return QProcess::startDetached(program, arguments);
+    };
     ZNTMacroGroupDropDownController& groups = zntMacroGroupDropDownController;
     mainScreen.macroComboBoxGroup.setSource(
         {[&groups] { return groups.numberOfItemsInComboBox(); },
@@ -94,13 +98,6 @@ void ZNTMudAppController::awakeFromNib() { zntServerConnectController.awakeFromN
 
 void ZNTMudAppController::showZNTMudListController()
 {
-    if (!zntMudListController)
-        zntMudListController = std::make_unique<ZNTMudListSheet>(
-            mainWindow, windowServices,
-            ZNTMudListSheet::GameFields{mainScreen.ipAddress, mainScreen.port, mainScreen.mudName}, [this] {
-                if (whenGamePicked)
-                    whenGamePicked();
-            });
     zntMudListController->setGameBeingPlayed(gameBeingPlayed());
     zntMudListController->showWindow();
 }
@@ -220,8 +217,7 @@ void ZNTMudAppController::showImported(const std::vector<ZNTTrigger>& newTrigger
     auto& notifications = windowServices.platform.notifications;
     notifications.post(ZNTMacroGroupDropDownController::comboBoxChangedName, this);
     notifications.post("MACRO_ADDED", this);
-    if (zntMudListController)
-        zntMudListController->reload();
+    zntMudListController->reload();
     if (preferencesController)
         preferencesController->showNewTriggers(newTriggers);
 }
@@ -251,19 +247,25 @@ void ZNTMudAppController::useSettingsOfGame()
 
 void ZNTMudAppController::chooseSetting(std::string_view name, const std::string& text)
 {
-    take(&ZNTSettingsKeeper::choose, name, text);
+    take([&] { return keeper.choose(name, text); });
 }
 
 void ZNTMudAppController::chooseSettingForAllGames(std::string_view name, const std::string& text)
 {
-    take(&ZNTSettingsKeeper::chooseForAllGames, name, text);
+    take([&] { return keeper.chooseForAllGames(name, text); });
 }
 
-void ZNTMudAppController::take(Choice choice, std::string_view name, const std::string& text)
+void ZNTMudAppController::chooseSettingForGame(const std::string& game, std::string_view name,
+                                               const std::string& text)
+{
+    take([&] { return keeper.chooseForGame(game, name, text); });
+}
+
+void ZNTMudAppController::take(const std::function<ZNTResult<void>()>& choice)
 {
     keeper.noteChoices(zntServerConnectController.settings());
     const bool wasStandard = keeper.settings().standardTelnet;
-    static_cast<void>((keeper.*choice)(name, text)); // the controls offer good values only
+    static_cast<void>(choice()); // the controls offer good values only
     zntServerConnectController.setSettings(keeper.settings());
     if (preferencesController)
         preferencesController->showMadeControls();
@@ -283,7 +285,7 @@ void ZNTMudAppController::changed(ZNTSessionChange what)
         useSettingsOfGame();
     if (what == ZNTSessionChange::State || what == ZNTSessionChange::Compression)
         noteCompression();
-    if (what == ZNTSessionChange::State && zntMudListController)
+    if (what == ZNTSessionChange::State && zntMudListController) // the session may end after it
         zntMudListController->setGameBeingPlayed(gameBeingPlayed());
     if (preferencesController)
         preferencesController->sessionChanged(what);
@@ -300,7 +302,16 @@ void ZNTMudAppController::noteCompression()
         compressedSince_ = QDateTime::currentDateTime();
 }
 
-void ZNTMudAppController::newApp() { QProcess::startDetached(QCoreApplication::applicationFilePath(), {}); }
+void ZNTMudAppController::newApp() { startInstance({}); }
+
+void ZNTMudAppController::startInstance(const QStringList& arguments)
+{
+    const QString program = QCoreApplication::applicationFilePath();
+    if (startProgram(program, arguments))
+        return;
+    windowServices.platform.alert.showMessage(
+        u"No new window.", znt::textOfQt(QStringLiteral("%1 could not be started.").arg(program)));
+}
 
 void ZNTMudAppController::showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands)
 {

@@ -18,8 +18,8 @@
 class ZNTAddMacroSheet;
 class ZNTCommandRecorderSheet;
 class ZNTEditMacroSheet;
+class ZNTGameListWiring;
 class ZNTKeptRecordingsSheet;
-class ZNTMudListSheet;
 class ZNTPreferencesController;
 struct ZNTTrigger;
 
@@ -45,6 +45,8 @@ public:
     void showImported(const std::vector<ZNTTrigger>& newTriggers);
     /// Starts a further, independent instance of the program.
     void newApp();
+    /// The same with arguments for it. If it could not be started, an alert says so.
+    void startInstance(const QStringList& arguments);
     /// Kept as part of the interface: the window's and the application's end. Nothing has to be done at
     /// either.
     void windowClosing() {}
@@ -75,6 +77,8 @@ public:
     [[nodiscard]] ZNTSettingsKeeper& settings() override { return keeper; }
     void chooseSetting(std::string_view name, const std::string& text) override;
     void chooseSettingForAllGames(std::string_view name, const std::string& text) override;
+    /// As `ZNTSettingsKeeper::chooseForGame`; what is in force changes at once.
+    void chooseSettingForGame(const std::string& game, std::string_view name, const std::string& text);
 
     /// Called when something of that kind has changed in the session or in the sounds.
     std::function<void(ZNTSessionChange what)> whenSessionChanges;
@@ -85,13 +89,14 @@ public:
     std::function<void(std::u16string_view text)> whenTextShown;
     /// Called when the list of games has filled the connection fields.
     std::function<void()> whenGamePicked;
+    /// Starts a program that goes on without this one. Answers whether it runs.
+    std::function<bool(const QString& program, const QStringList& arguments)> startProgram;
 
 private:
     void changed(ZNTSessionChange what);
     void noteCompression();
     void useSettingsOfGame();
-    using Choice = ZNTResult<void> (ZNTSettingsKeeper::*)(std::string_view name, std::string_view text);
-    void take(Choice choice, std::string_view name, const std::string& text);
+    void take(const std::function<ZNTResult<void>()>& choice);
     [[nodiscard]] QString gameBeingPlayed() const;
     void showZNTCommandRecorderView(ZNTCommandRecorderDataSource& commands);
     [[nodiscard]] ZNTCommandRecorderSheet& recorderSheet();
@@ -120,7 +125,7 @@ private:
 
     std::unique_ptr<ZNTAddMacroSheet> zntAddMacroViewController;
     std::unique_ptr<ZNTEditMacroSheet> zntEditMacroViewController;
-    std::unique_ptr<ZNTMudListSheet> zntMudListController;
+    std::unique_ptr<ZNTGameListWiring> zntMudListController;
     std::unique_ptr<ZNTPreferencesController> preferencesController;
     std::unique_ptr<ZNTCommandRecorderSheet> _zntCommandRecorderView;
     std::unique_ptr<ZNTKeptRecordingsSheet> keptRecordingsSheet;
