@@ -1,5 +1,5 @@
 #include "ZNTAccessibleFactories.h"
-#include "ZNTAnnouncement.h"
+#include "ZNTAnnounced.h"
 #include "ZNTTypingGuard.h"
 #include "ZNTWindowFixture.h"
 
@@ -10,20 +10,6 @@
 
 namespace
 {
-
-/// What the application is asked to announce.
-class Announced final : public QObject
-{
-public:
-    Announced() { qApp->installEventFilter(this); }
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == ZNTAnnouncementEvent::kind())
-            words << static_cast<ZNTAnnouncementEvent*>(event)->words;
-        return false;
-    }
-    QStringList words;
-};
 
 class ZNTWindowAccess : public ZNTWindowFixture
 {
@@ -42,7 +28,7 @@ protected:
         return waitForDialog("PreferencesView");
     }
 
-    Announced announced;
+    ZNTAnnounced announced;
 };
 
 } // namespace

@@ -140,7 +140,8 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
                   {"doneRecording", "ZNTCommandRecorderView2"},
                   {"keptRecordings", "ZNTKeptRecordingsForm"},
                   {"keyboardMap", "keyboardPage"},
-                  {"about", "aboutPage"}};
+                  {"about", "aboutPage"},
+                  {"changeFont", "fontPanel"}};
     for (const auto& [opener, name] : sheets) {
         action(opener).trigger();
         QDialog& sheet = waitForDialog(name);

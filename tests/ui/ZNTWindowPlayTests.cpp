@@ -4,7 +4,6 @@
 #include "ZNTWindowFixture.h"
 
 #include <QClipboard>
-#include <QFontDialog>
 #include <QKeyEvent>
 
 using ZNTWindowPlay = ZNTWindowFixture;

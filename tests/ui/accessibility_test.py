@@ -193,7 +193,7 @@ def walk_sheets(walk):
     program.press("alt+k")
     walk.leave(opener)
     walk.dialog("Kept Recordings", keys="ctrl+k")
-    walk.dialog("Select Font", keys="ctrl+shift+o")
+    walk.dialog("Font of the output", keys="ctrl+shift+o")
     walk.dialog("Open a web address", keys="ctrl+shift+w")
     walk.dialog("Old logs", keys="ctrl+shift+y")
     walk.dialog("Keyboard map", keys="F1")

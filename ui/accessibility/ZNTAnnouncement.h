@@ -28,7 +28,10 @@ enum class ZNTAnnouncement {
     MenuOpened,     ///< its title
     NewsAgain,      ///< news of the session that a key may have cut off
     OfferListening, ///< the key that sets the client up for listening
-    Welcome         ///< the keys for speech and for help
+    Welcome,        ///< the keys for speech and for help
+    HelpPage,       ///< its title and its first line
+    Explanation,    ///< what "What's this?" shows
+    LeftByFilter    ///< how many rows, and the first of them
 };
 
 namespace znt

@@ -45,11 +45,11 @@ QMessageBox* ZNTQtAlert::newBox(std::u16string_view title, std::u16string_view t
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setObjectName(QStringLiteral("alert"));
     box->setTextFormat(Qt::PlainText);
-    box->setWindowTitle(znt::qtText(title));
+    box->setIcon(QMessageBox::Warning);
+    // The alert's own title is in the box. As the window's name it would be read twice.
+    box->setWindowTitle(QStringLiteral("Zantor"));
     box->setText(znt::qtText(title));
     box->setInformativeText(znt::qtText(text));
-    // A screen reader says a dialog's name when it opens, and then its texts.
-    box->setAccessibleName(znt::qtText(title));
 
     QWidget* focused = QApplication::focusWidget();
     QObject::connect(box, &QDialog::finished, box,
@@ -71,7 +71,6 @@ void ZNTQtAlert::showMessage(std::u16string_view title, std::u16string_view text
         return;
     }
     QMessageBox* box = newBox(title, text);
-    box->setIcon(QMessageBox::Information);
     box->setStandardButtons(QMessageBox::Ok);
     lastMessage = box;
     // The alert opens while the player types, so typing goes on in the line.
@@ -85,7 +84,6 @@ void ZNTQtAlert::askForConfirmation(std::u16string_view title, std::u16string_vi
                                     std::function<void(bool confirmed)> answered)
 {
     QMessageBox* box = newBox(title, text);
-    box->setIcon(QMessageBox::Question);
     box->setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
     box->setDefaultButton(QMessageBox::Ok);
     box->setEscapeButton(QMessageBox::Cancel);

@@ -44,6 +44,7 @@ public:
     explicit ZNTOutputPainter(const ZNTOutputFonts& fonts) : fonts(fonts) {}
 
     void setReadableColours(bool readable) { isReadable = readable; }
+    [[nodiscard]] bool hasReadableColours() const { return isReadable; }
 
     /// `stretches` cover the row in order.
     void drawRow(QPainter& painter, const Place& place, std::u16string_view row, znt::GridWidth grid,

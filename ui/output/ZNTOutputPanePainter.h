@@ -29,6 +29,7 @@ public:
     }
 
     void setReadableColours(bool readable) { painter.setReadableColours(readable); }
+    [[nodiscard]] bool hasReadableColours() const { return painter.hasReadableColours(); }
     void setWebLinks(bool shown) { underlinesAddresses = shown; }
 
     /// Only rows that touch `damaged` are painted. `width` is the viewport's; [selected) may be empty.

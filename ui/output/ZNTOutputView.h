@@ -71,6 +71,7 @@ public:
     void setAmbiguousWidth(znt::AmbiguousWidth width);
     /// Whether colours too dark to be read on their background are made lighter. Off until switched on.
     void setReadableColours(bool readable);
+    [[nodiscard]] bool hasReadableColours() const { return panePainter.hasReadableColours(); }
     /// Whether web addresses are underlined, and a click on one asks to open it. Off until switched on.
     void setWebLinks(bool shown);
     /// Whether the pointer over a line shows when it came. Off until switched on.

@@ -5,6 +5,7 @@
 #include "ZNTWebAddresses.h"
 #include "ZNTWindowFit.h"
 
+#include <QApplication>
 #include <QDesktopServices>
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -55,7 +56,9 @@ ZNTWebAddressDialogs::ZNTWebAddressDialogs(QWidget& window, const ZNTOutputView&
 
 QDialog* ZNTWebAddressDialogs::makeDialog(const char* name, const QString& words)
 {
-    auto* dialog = new QDialog(&window);
+    // Over the page whose link was followed; a list that was left is hidden by then.
+    QWidget* owner = QApplication::activeWindow();
+    auto* dialog = new QDialog(owner && owner->isVisible() ? owner : &window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setObjectName(webText(name));
     dialog->setWindowTitle(webText("Open a web address"));
@@ -77,8 +80,9 @@ void ZNTWebAddressDialogs::show(QDialog& dialog, QWidget& focused, std::function
     znt::fitToScreen(dialog);
     dialog.resize(std::max(dialog.width(), window.width() / 2), dialog.height());
     focused.setFocus();
-    QObject::connect(&dialog, &QDialog::finished, &window, [this, whenAccepted](int result) {
-        window.activateWindow();
+    QWidget* owner = dialog.parentWidget();
+    QObject::connect(&dialog, &QDialog::finished, owner, [owner, whenAccepted](int result) {
+        owner->activateWindow();
         if (result == QDialog::Accepted && whenAccepted)
             whenAccepted();
     });

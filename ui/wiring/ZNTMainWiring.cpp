@@ -229,7 +229,8 @@ void ZNTMainWiring::wireColours()
 void ZNTMainWiring::wireHelp()
 {
     help = std::make_unique<ZNTHelpWindow>(
-        window, menu, QString::fromStdString(controller.services().platform.places.resource("manual.html")));
+        window, menu, QString::fromStdString(controller.services().platform.places.resource("manual.html")),
+        [this](const QString& address) { webAddresses->ask(address); });
     whenTriggered(menu["firstSteps"], [this] { help->showFirstSteps(); });
     whenTriggered(menu["manual"], [this] { help->showManual(); });
     whenTriggered(menu["firstHourByEar"], [this] { help->showFirstHourByEar(); });

@@ -8,6 +8,7 @@
 #include "ZNTSilenceKeys.h"
 #include "ZNTSpokenNews.h"
 #include "ZNTStatusLine.h"
+#include "ZNTWhatsThisAnnouncer.h"
 
 #include <memory>
 
@@ -81,6 +82,7 @@ private:
     ZNTSilenceKeys silenceKeys;
     ZNTAnnouncer announcer;
     ZNTNewsAgain newsAgain;
+    ZNTWhatsThisAnnouncer whatsThis;
     QString runningRecording;  ///< as it was announced last
     bool wasConnected = false; ///< when the state was last shown
     ZNTStatusFacts::Connection announced = ZNTStatusFacts::Connection::None;

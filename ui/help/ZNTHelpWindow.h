@@ -2,11 +2,11 @@
 
 #include <QPointer>
 #include <QString>
+#include <functional>
 
-class QDialog;
 class QMainWindow;
 class QUrl;
-class QWidget;
+class ZNTHelpDialog;
 class ZNTMainMenu;
 
 /// The pages behind the Help menu, each in a window of its own that stays open beside the game.
@@ -14,7 +14,9 @@ class ZNTHelpWindow
 {
 public:
     /// The caller owns the window and the menu, and they outlive this. `manual` is the file of the manual.
-    ZNTHelpWindow(QMainWindow& window, const ZNTMainMenu& menu, QString manual);
+    /// `askToOpen` shows an address of the web and opens it if the player agrees.
+    ZNTHelpWindow(QMainWindow& window, const ZNTMainMenu& menu, QString manual,
+                  std::function<void(const QString& address)> askToOpen);
     ~ZNTHelpWindow();
 
     void showFirstSteps();
@@ -26,14 +28,14 @@ public:
     void showAbout();
 
 private:
-    enum class Format { Markdown, Html };
-    void show(QPointer<QDialog>& page, const QString& title, const char* objectName, const QString& words,
-              Format format = Format::Markdown);
+    using Page = QPointer<ZNTHelpDialog>;
+
+    void showText(Page& page, const QString& title, const char* name, const QString& words);
     void follow(const QUrl& link);
-    [[nodiscard]] QString keyboardMap() const;
 
     QMainWindow& window;
     const ZNTMainMenu& menu;
     QString manual;
-    QPointer<QDialog> firstStepsPage, manualPage, listeningPage, keyboardPage, aboutPage;
+    std::function<void(const QString& address)> askToOpen;
+    Page firstStepsPage, manualPage, listeningPage, keyboardPage, aboutPage;
 };

@@ -1,0 +1,140 @@
+#include "ZNTAnnounced.h"
+#include "ZNTWindowFixture.h"
+
+#include <QAccessible>
+#include <QDesktopServices>
+#include <QListView>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+#include <QTextBlock>
+#include <QTextBrowser>
+
+/// As the program's start does it, outside of any namespace.
+static void initResources() { Q_INIT_RESOURCE(zantor); }
+
+class ZNTWindowHelp : public ZNTWindowFixture
+{
+protected:
+    ZNTWindowHelp() { initResources(); }
+
+    ZNTAnnounced announced;
+};
+
+TEST_F(ZNTWindowHelp, TheKeyboardMapFindsAKeyByWordsAndByTheKey)
+{
+    action("keyboardMap").trigger();
+    QDialog& map = waitForDialog("keyboardPage");
+    auto& table = find<QTableView>(map, "keyTable");
+    auto& filter = find<QLineEdit>(map, "keyFilter");
+    ASSERT_TRUE(filter.hasFocus());
+    const int all = table.model()->rowCount();
+    EXPECT_EQ(announced.words, QStringList{u"Keyboard map. %1 rows"_s.arg(all)});
+    const struct {
+        const char* words;
+        const char* first; ///< empty for no row
+        bool isOnly;
+    } cases[] = {{"ctrl+k", "Kept recordings", true},
+                 {" Ctrl + K ", "Kept recordings", true},
+                 {"F1", "Keyboard map", true},
+                 {"ctrl+comma", "Preferences", true},
+                 {"ctrl+,", "Preferences", true},
+                 {"ctrl++", "Larger text", true},
+                 {"speech STOP", "Stop speaking", false},
+                 {"keypad 8", "North", true},
+                 {"command line", "Go to the command line", false},
+                 {"f99", "", false},
+                 {"no such words", "", false}};
+    for (const auto& [words, first, isOnly] : cases) {
+        SCOPED_TRACE(words);
+        fill(filter, words);
+        const int rows = table.model()->rowCount();
+        EXPECT_LT(rows, all);
+        EXPECT_TRUE(rows == 1 || !isOnly) << rows;
+        EXPECT_EQ(table.model()->index(0, 0).data().toString(), QLatin1String(first));
+    }
+    fill(filter, "ctrl+k");
+    EXPECT_TRUE(until([&] { return announced.words.constLast() == u"1 row, Kept recordings"_s; }));
+    pressHere(Qt::Key_Return);
+    EXPECT_TRUE(table.hasFocus() && dialog("keyboardPage")) << "Return goes to the rows";
+    const QModelIndex key = table.model()->index(0, 1);
+    fill(filter, "ctrl+comma");
+    EXPECT_EQ(key.data().toString(), u"Ctrl+,"_s);
+    EXPECT_EQ(table.model()->index(0, 1).data(Qt::AccessibleTextRole).toString(), u"Ctrl+comma"_s);
+    pressHere(Qt::Key_Escape);
+    EXPECT_TRUE(until([&] { return dialog("keyboardPage") == nullptr && window.isActiveWindow(); }));
+}
+
+TEST_F(ZNTWindowHelp, APageSaysItsTitleAndFirstLineOnceWhereTheCaretIs)
+{
+    action("firstHourByEar").trigger();
+    auto& reader = find<QTextBrowser>(waitForDialog("listeningPage"), "helpText");
+    EXPECT_NE(reader.textCursor().block().text(), u"First hour by ear"_s) << "the title was said";
+    ASSERT_FALSE(reader.textCursor().block().text().isEmpty());
+    const QStringList once{u"First hour by ear. "_s + reader.textCursor().block().text()};
+    action("firstHourByEar").trigger();
+    EXPECT_EQ(announced.words, once);
+}
+
+TEST_F(ZNTWindowHelp, TheHomePageIsOpenedOnlyAfterAQuestion)
+{
+    QTextBrowser browser;
+    QDesktopServices::setUrlHandler(u"https"_s, &browser, "setSource");
+    action("about").trigger();
+    QDialog& about = waitForDialog("aboutPage");
+    EXPECT_EQ(find<QLabel>(about, "aboutIcon").pixmap().deviceIndependentSize().toSize(), QSize(128, 128));
+    for (const Qt::Key answer : {Qt::Key_Escape, Qt::Key_Return}) {
+        EXPECT_TRUE(until([&] { return about.isActiveWindow(); })) << "back where the link is";
+        if (browser.source().isEmpty() && answer == Qt::Key_Escape)
+            pressHere(Qt::Key_Tab);
+        pressHere(Qt::Key_Return);
+        const auto shown =
+            find<QPlainTextEdit>(waitForDialog("webAddressQuestion"), "webAddress").toPlainText();
+        EXPECT_TRUE(shown.startsWith(u"https://"_s));
+        EXPECT_TRUE(browser.source().isEmpty());
+        pressHere(answer);
+        EXPECT_TRUE(until([] { return dialog("webAddressQuestion") == nullptr; }));
+    }
+    EXPECT_FALSE(browser.source().isEmpty());
+    QDesktopServices::unsetUrlHandler(u"https"_s);
+}
+
+TEST_F(ZNTWindowHelp, AFontIsTakenWithOkAndLeftWithCancel)
+{
+    const QFont before = window.textFromServer->textFont();
+    for (const Qt::Key answer : {Qt::Key_Escape, Qt::Key_Return}) {
+        action("changeFont").trigger();
+        QDialog& panel = waitForDialog("fontPanel");
+        auto& list = find<QListView>(panel, "fontList");
+        EXPECT_EQ(list.currentIndex().data().toString(), QFontInfo(before).family());
+        auto& filter = find<QLineEdit>(panel, "fontFilter");
+        fill(filter, "no such font");
+        EXPECT_EQ(list.model()->rowCount(), 0);
+        fill(filter, "MONO");
+        EXPECT_GT(list.model()->rowCount(), 0);
+        auto& sample = find<ZNTOutputView>(panel, "fontSample");
+        find<QSpinBox>(panel, "fontSize").setValue(20);
+        EXPECT_EQ(sample.textFont().pointSize(), 20);
+        EXPECT_EQ(window.textFromServer->textFont(), before) << "only the sample changes";
+        press(filter, answer);
+        EXPECT_TRUE(until([] { return dialog("fontPanel") == nullptr; }));
+    }
+    EXPECT_EQ(window.textFromServer->textFont().pointSize(), 20);
+}
+
+TEST_F(ZNTWindowHelp, WhatShiftF1ShowsIsAnnounced)
+{
+    press(*window.ipAddress, Qt::Key_F1, Qt::ShiftModifier);
+    EXPECT_EQ(announced.words, QStringList{window.ipAddress->whatsThis()});
+    pressHere(Qt::Key_Escape);
+}
+
+TEST_F(ZNTWindowHelp, AnAlertHasItsTitleOnceAndTheNameOfTheProgram)
+{
+    alert.showMessage(u"Game", u"Gone.");
+    auto& box = static_cast<QMessageBox&>(waitForDialog("alert"));
+    EXPECT_EQ(box.windowTitle(), u"Zantor"_s);
+    EXPECT_EQ(box.text(), u"Game"_s);
+    EXPECT_EQ(box.icon(), QMessageBox::Warning);
+    EXPECT_FALSE(QAccessible::queryAccessibleInterface(&box)->text(QAccessible::Name).contains(u"Game"_s));
+    answerAlert();
+}

@@ -1,0 +1,61 @@
+#include "ZNTHelpPage.h"
+
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <utility>
+
+namespace
+{
+
+constexpr int columnsOfPage = 68, rowsOfPage = 28;
+constexpr int fewestColumns = 20, fewestRows = 6;
+
+/// The first line of the text itself. Its heading is the window's title, which readers have said by then.
+QTextBlock firstLineOf(const QTextDocument& document, const QString& title)
+{
+    QTextBlock block = document.firstBlock();
+    while (block.next().isValid() && (block.text().trimmed().isEmpty() || block.text() == title))
+        block = block.next();
+    return block;
+}
+
+} // namespace
+
+QTextBrowser* znt::newHelpText(QWidget& parent, std::function<void(const QUrl&)> follow)
+{
+    auto* reader = new QTextBrowser(&parent);
+    reader->setObjectName(QStringLiteral("helpText"));
+    reader->setOpenLinks(false);
+    QObject::connect(reader, &QTextBrowser::anchorClicked, reader,
+                     [reader, follow = std::move(follow)](const QUrl& link) {
+                         if (link.isRelative())
+                             reader->scrollToAnchor(link.fragment());
+                         else
+                             follow(link);
+                     });
+    reader->setTabChangesFocus(true);
+    reader->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
+    return reader;
+}
+
+ZNTHelpPage::ZNTHelpPage(QWidget& window, const QString& title, const char* name, const QString& words,
+                         Format format, std::function<void(const QUrl&)> follow)
+    : ZNTHelpDialog(window, title, name)
+{
+    QTextBrowser* reader = znt::newHelpText(*this, std::move(follow));
+    reader->setAccessibleName(QStringLiteral("Page"));
+    setWhatsThis(QStringLiteral("The arrows read this page, Escape closes it."));
+    if (format == Format::Html)
+        reader->setHtml(words);
+    else
+        reader->setMarkdown(words);
+    const QTextBlock first = firstLineOf(*reader->document(), title);
+    reader->setTextCursor(QTextCursor(first));
+    const QFontMetrics metrics(reader->font());
+    reader->setMinimumSize(metrics.averageCharWidth() * fewestColumns, metrics.height() * fewestRows);
+    content().addWidget(reader);
+    arrange(QSize(metrics.averageCharWidth() * columnsOfPage, metrics.height() * rowsOfPage), *reader,
+            first.text());
+}
