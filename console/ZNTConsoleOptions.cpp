@@ -28,20 +28,20 @@ std::variant<ZNTConsoleOptions, int> ZNTConsoleOptions::fromArguments(int count,
 {
     ZNTConsoleOptions options;
     const std::string program = "zantor-console";
-    ZNTProgramArguments parser(program,
-                               "Plays MUDs in the terminal. Type /help there for the client's own commands.");
+    ZNTProgramArguments parser(program, "Plays MUDs in the terminal. Type /help there to see its commands.");
     auto& app = parser.app;
     auto encoding = ZNTStringEncoding::Ascii;
     bool mccp = false, msp = false, speech = false;
     auto* encodingOption =
         parser.addChoice("--encoding", encoding, encodingsByName(), "the encoding of the game's text");
-    parser.addChoice("--colour", options.colour, colours, "when to show colours; auto means on a terminal");
-    app.add_flag("--mccp", mccp, "accept compression (MCCP2) when the game offers it");
-    app.add_flag("--msp", msp, "accept sounds (MSP) when the game offers them");
-    app.add_flag("--speech", speech, "speak what the game says");
+    parser.addChoice("--colour", options.colour, colours,
+                     "when to show colours; auto shows them on a terminal");
+    app.add_flag("--mccp", mccp, "accept compression (MCCP2) if the game offers it");
+    app.add_flag("--msp", msp, "play the sounds of the game (MSP)");
+    app.add_flag("--speech", speech, "speak the game's text");
     app.add_flag("--reader", options.reader,
-                 "for a screen reader of the terminal: draw nothing again, and use no colours");
-    app.add_flag("--mend-home", options.mendHome, "put a broken database aside, make a new one, and end");
+                 "for use with a screen reader in the terminal: redraw nothing, show no colours");
+    app.add_flag("--mend-home", options.mendHome, "move a broken database aside, make a new one, and exit");
     options.addTo(parser);
     if (const auto exitCode = parser.parse(count, arguments))
         return *exitCode;

@@ -37,7 +37,7 @@ void ZNTConsoleExchange::importFrom(std::u16string_view file)
         return;
     auto answer = exchange.importFrom(path);
     if (!answer.newTriggers.empty())
-        answer.words += u" /reload puts the triggers into force.";
+        answer.words += u" The triggers take effect after /reload.";
     whenImported();
     reply(answer);
 }

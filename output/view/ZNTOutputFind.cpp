@@ -29,7 +29,7 @@ void ZNTOutputFind::setText(std::u16string_view text)
     for (const char16_t unit : text.substr(0, text.find_first_of(u"\r\n")))
         folded.push_back(foldedUnit(unit));
     current.reset();
-    wentRound = false;
+    hasWrapped = false;
     counts.clear();
     counted = 0;
     firstCounted = store.firstBlock();
@@ -112,7 +112,7 @@ std::optional<ZNTOutputFind::Match> ZNTOutputFind::next(Position position)
         return {};
     const auto from = std::clamp(position, store.start(), store.end());
     current = firstFrom(from, store.end());
-    wentRound = !current;
+    hasWrapped = !current;
     if (!current)
         current = firstFrom(store.start(), from);
     return current;
@@ -124,7 +124,7 @@ std::optional<ZNTOutputFind::Match> ZNTOutputFind::previous(Position position)
         return {};
     const auto before = std::clamp(position, store.start(), store.end());
     current = lastBefore(before, store.start());
-    wentRound = !current;
+    hasWrapped = !current;
     if (!current)
         current = lastBefore(store.end(), before);
     return current;
@@ -164,7 +164,7 @@ ZNTOutputFind::Status ZNTOutputFind::status() const
     Status status;
     if (!isActive())
         return status;
-    status.wentRound = wentRound;
+    status.hasWrapped = hasWrapped;
     status.isCounting = firstCounted + static_cast<std::int64_t>(counts.size()) + 1 < store.endBlock();
     std::vector<std::pair<std::size_t, std::size_t>> found;
     matchesIn(store.block(store.endBlock() - 1).text, found);

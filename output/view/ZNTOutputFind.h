@@ -26,7 +26,7 @@ public:
         std::int64_t current = 0; ///< which match is selected, from 1; 0 for none
         std::int64_t count = 0;
         bool isCounting = false; ///< `count` will still grow, and `current` is not known yet
-        bool wentRound = false;  ///< the search went past an end of the text to find this match
+        bool hasWrapped = false; ///< the search went past an end of the text to find this match
     };
 
     /// The store outlives this.
@@ -37,7 +37,7 @@ public:
     [[nodiscard]] bool isActive() const { return !folded.empty(); }
 
     /// The first match that starts at or after `position`, or the last one that starts before it. At the end
-    /// of the text the search goes round, once.
+    /// of the text the search wraps around, once.
     std::optional<Match> next(Position position);
     std::optional<Match> previous(Position position);
 
@@ -61,7 +61,7 @@ private:
     const ZNTOutputStore& store;
     std::u16string folded;
     std::optional<Match> current;
-    bool wentRound = false;
+    bool hasWrapped = false;
 
     std::deque<std::int64_t>
         counts; // of the blocks from `firstCounted`; never of the last, which still grows

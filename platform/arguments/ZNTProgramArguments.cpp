@@ -1,9 +1,11 @@
 #include "ZNTProgramArguments.h"
 
+#include "ZNTHelpFormatter.h"
 #include "ZNTVersion.h"
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 namespace
 {
@@ -26,8 +28,9 @@ ZNTProgramArguments::ZNTProgramArguments(std::string program, const std::string&
     : app(purpose, program),
       program(std::move(program))
 {
-    app.set_help_flag("-h,--help", "list these options");
-    app.set_version_flag("--version", this->program + " " + znt::version(), "say which version this is");
+    app.formatter(std::make_shared<ZNTHelpFormatter>());
+    app.set_help_flag("-h,--help", "show this help");
+    app.set_version_flag("--version", this->program + " " + znt::version(), "show the version");
     app.add_option_function<std::string>(
            std::string(describe),
            [this](const std::string& name) { throw CLI::CallForVersion(page(name), 0); },

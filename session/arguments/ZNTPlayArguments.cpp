@@ -12,17 +12,19 @@ void ZNTPlayArguments::addTo(ZNTProgramArguments& arguments)
     std::vector<std::string> beginnings;
     for (const auto& row : ZNTSettingsTable)
         beginnings.push_back(std::string(row.name) + "=");
-    auto* set = app.add_option("--set", assignments, "change a setting; may be given several times")
+    auto* set = app.add_option("--set", assignments, "change a setting; may be given more than once")
                     ->type_name("NAME=VALUE")
                     ->allow_extra_args(false)
                     ->check(CLI::Validator(znt::complaintAboutAssignment, ""));
     arguments.offerWords(set, std::move(beginnings));
     auto* demoFlag = app.add_flag("--demo", demo, "play the demo game");
-    auto* hostOption =
-        app.add_option("HOST", host, "the game's host name or address, or a link telnet://HOST:PORT")
-            ->excludes(demoFlag);
-    auto* portOption =
-        app.add_option("PORT", port, "its port")->check(CLI::Range(1, 65535))->needs(hostOption);
+    auto* hostOption = app.add_option("HOST", host,
+                                      "the address of the game, such as mud.example.org, or a link such as "
+                                      "telnet://mud.example.org:4000")
+                           ->excludes(demoFlag);
+    auto* portOption = app.add_option("PORT", port, "the port of the game, from 1 to 65535")
+                           ->check(CLI::Range(1, 65535))
+                           ->needs(hostOption);
     app.callback([this, hostOption, portOption] {
         if (hostOption->count() > 0)
             readAddress(portOption->count() > 0);

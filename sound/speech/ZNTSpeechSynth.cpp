@@ -9,7 +9,7 @@ namespace
 {
 constexpr double pollingInterval = 0.5;
 constexpr double correctedRate = 0.5;
-/// Words a minute that a screen reader says at least, unless its player has made it slower. It reports no
+/// Words per minute that a screen reader says at least, unless its player has made it slower. It reports no
 /// ends, so the next line is given to it when it should have ended.
 constexpr double leastReaderRate = 180;
 /// Between two lines that follow a voice which does not say that it is busy. The screen reader is given

@@ -19,7 +19,8 @@
 /// through the speech engine.
 ///
 /// Waiting lines are taken by a timer that re-arms itself: every half second while there is nothing to do,
-/// and after a line for as long as it should take at `speechRate` words a minute. Speech starts switched off.
+/// and after a line for as long as it should take at `speechRate` words per minute. Speech starts switched
+/// off.
 ///
 /// If it follows the voice, it takes a line as soon as nothing sounds: when a line comes, and when the engine
 /// reports an end. A screen reader reports none, but has a queue of its own. So each line goes to the reader
@@ -103,8 +104,8 @@ public:
     /// Whether the engine speaks even when the screen reader runs.
     [[nodiscard]] bool useSystemVoiceNotVO() const { return useSystemVoiceNotVO_; }
     void setUseSystemVoiceNotVO(bool useSystemVoice) { useSystemVoiceNotVO_ = useSystemVoice; }
-    /// Words a minute, for the pacing only: the voice keeps its own speed. At 0 the wait after the next line
-    /// never ends, so polling stops until `speechOn`; from then on the rate is 0.5.
+    /// Words per minute, for the pacing only: the voice keeps its own speed. At 0 the wait after the next
+    /// line never ends, so polling stops until `speechOn`; from then on the rate is 0.5.
     [[nodiscard]] double speechRate() const { return speechRate_; }
     void setSpeechRate(double wordsPerMinute) { speechRate_ = wordsPerMinute; }
 

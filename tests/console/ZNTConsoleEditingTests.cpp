@@ -105,7 +105,7 @@ TEST_F(ZNTConsoleEditingTest, WhatIsExportedCanBeImportedAtAnotherPlayers)
     EXPECT_THAT(answerTo("/import ~/my records.txt"),
                 ElementsAre(testing::AllOf(
                     testing::StartsWith("1 trigger and 1 macro in 1 group imported. Already there: "),
-                    EndsWith(" games. /reload puts the triggers into force."))));
+                    EndsWith(" games. The triggers take effect after /reload."))));
     EXPECT_EQ(allLists(), before);
     EXPECT_THAT(answerTo("/import"), ElementsAre("! Name a file: /import FILE"));
     EXPECT_THAT(answerTo("/import /nowhere"),

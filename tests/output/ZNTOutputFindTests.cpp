@@ -48,9 +48,9 @@ TEST(OutputFind, AgreesWithAPlainSearchInBothDirectionsAndCountsAsItGoes)
         end = match.end;
     }
     EXPECT_EQ(find.status().current, static_cast<std::int64_t>(expected.size()));
-    EXPECT_FALSE(find.status().wentRound);
+    EXPECT_FALSE(find.status().hasWrapped);
     EXPECT_EQ(find.next(end), expected.front());
-    EXPECT_TRUE(find.status().wentRound);
+    EXPECT_TRUE(find.status().hasWrapped);
     EXPECT_EQ(find.previous(expected.front().start), expected.back());
     for (auto index = expected.size() - 1; index-- > expected.size() - 200;)
         ASSERT_EQ(find.previous(expected[index + 1].start), expected[index]);

@@ -146,6 +146,6 @@ int main(int count, char** arguments)
     else if (!options.host.empty())
         parts.connection.connectTo(QString::fromStdString(options.host), options.port);
     if (!options.refusedLink.empty()) // a browser shows nobody what we write on stderr
-        alert.showMessage(u"Link Not Opened", QString::fromStdString(options.refusedLink).toStdU16String());
+        alert.showMessage(u"Link not opened", QString::fromStdString(options.refusedLink).toStdU16String());
     return QApplication::exec();
 }

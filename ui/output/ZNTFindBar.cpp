@@ -29,8 +29,8 @@ QString inWords(const ZNTOutputFind::Status& status)
     if (status.count == 0)
         return text("No match");
     QString words = QString::number(status.current) + text(" of ") + QString::number(status.count);
-    if (status.wentRound)
-        words += text(", went round");
+    if (status.hasWrapped)
+        words += text(", wrapped around");
     return words;
 }
 

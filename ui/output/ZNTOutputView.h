@@ -141,7 +141,7 @@ public Q_SLOTS:
     void zoomIn();
     void zoomOut();
     void resetZoom();
-    /// The next match towards the end, or the previous towards the beginning, going round.
+    /// The next match towards the end, or the previous towards the beginning. It wraps around.
     void findNext();
     void findPrevious();
     void endFind() { find(QString()); }

@@ -100,7 +100,7 @@ void ZNTFileWiring::importFrom(const QString& path)
     lastFolder = QFileInfo(path).absolutePath();
     auto answer = exchange.importFrom(pathOf(path));
     if (!answer.newTriggers.empty())
-        answer.words += u" Reload triggers puts the triggers into force.";
+        answer.words += u" The triggers take effect after Reload triggers.";
     if (answer.hasSucceeded)
         controller.showImported(answer.newTriggers);
     controller.services().platform.alert.showMessage(answer.hasSucceeded ? u"Imported" : u"Not imported",

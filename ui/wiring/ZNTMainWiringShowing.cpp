@@ -100,9 +100,8 @@ QStringList ZNTMainWiring::keysOfWelcome() const
 
 QString ZNTMainWiring::emptyHint() const
 {
-    const QString hint =
-        text("What the game says stands here.\nPick a game with Ctrl+G and connect with F5,\n"
-             "or press Ctrl+Shift+D for the demo game.");
+    const QString hint = text("Game text appears here.\nPick a game with Ctrl+G and connect with F5,\n"
+                              "or press Ctrl+Shift+D for the demo game.");
     if (!controller.services().database.isFirstStart())
         return hint;
     return hint + QLatin1Char('\n') + announcementInWords(ZNTAnnouncement::Welcome, keysOfWelcome());
