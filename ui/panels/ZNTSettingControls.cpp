@@ -151,11 +151,16 @@ MadeControl choiceFor(const Setting& setting, QBoxLayout& layout)
     for (const auto& choice : znt::choicesOf(setting.row))
         box->addItem(textOf(choice.words), textOf(choice.name));
     addWithCaption(setting, *box, layout);
-    QObject::connect(box, &QComboBox::currentIndexChanged, box,
-                     [setting, box] { setting.choose(box->currentData().toString().toStdString()); });
-    return {box, [setting, box] {
+    // Orca asks for the choice in the list that opens, which Qt makes later. It says a description.
+    const auto describe = [box] { box->setAccessibleDescription(box->currentText()); };
+    QObject::connect(box, &QComboBox::currentIndexChanged, box, [setting, box, describe] {
+        describe();
+        setting.choose(box->currentData().toString().toStdString());
+    });
+    return {box, [setting, box, describe] {
                 const QSignalBlocker blocker(box);
                 box->setCurrentIndex(box->findData(textOf(znt::settingText(setting.values(), setting.row))));
+                describe();
             }};
 }
 
