@@ -1,5 +1,6 @@
 #include "ZNTSettingControls.h"
 
+#include "ZNTAnnouncement.h"
 #include "ZNTCheckBox.h"
 #include "ZNTPlatform.h"
 #include "ZNTPreferencesHost.h"
@@ -155,6 +156,7 @@ MadeControl choiceFor(const Setting& setting, QBoxLayout& layout)
     const auto describe = [box] { box->setAccessibleDescription(box->currentText()); };
     QObject::connect(box, &QComboBox::currentIndexChanged, box, [setting, box, describe] {
         describe();
+        znt::announce(ZNTAnnouncement::Mark, {box->currentText()}); // a reader says no new choice either
         setting.choose(box->currentData().toString().toStdString());
     });
     return {box, [setting, box, describe] {
