@@ -98,7 +98,6 @@ void ZNTSidePanel::addGroups(QVBoxLayout& column)
     macroComboBoxGroup->setAccessibleName(QStringLiteral("Macro group"));
     macroComboBoxGroup->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     macroComboBoxGroup->setMinimumContentsLength(leastColumnsOfGroup);
-    column.addWidget(panelHeading("Macro gro&up", macroComboBoxGroup));
     createNewMacroGroup = namedButton<SnugButton>("Ne&w", "createNewMacroGroup", "New group");
     deleteMacroGroup = namedButton<SnugButton>("Delete", "deleteMacroGroup", "Delete group");
     auto* buttons = new QWidget; // which go to a row of their own together
@@ -107,11 +106,17 @@ void ZNTSidePanel::addGroups(QVBoxLayout& column)
     pair->setSpacing(panelGap);
     pair->addWidget(createNewMacroGroup, 1);
     pair->addWidget(deleteMacroGroup, 1);
-    auto* row = new QWidget;
-    auto* flow = new ZNTFlowLayout(row, panelGap);
+    // Qt names a box for screen readers only by a caption with the same parent.
+    auto* group = new QWidget;
+    auto* rows = new QVBoxLayout(group);
+    rows->setContentsMargins({});
+    rows->setSpacing(panelGap);
+    rows->addWidget(panelHeading("Macro gro&up", macroComboBoxGroup));
+    auto* flow = new ZNTFlowLayout(nullptr, panelGap);
+    rows->addLayout(flow);
     flow->addStretching(macroComboBoxGroup);
     flow->addStretching(buttons);
-    column.addWidget(row);
+    column.addWidget(group);
     column.addSpacing(panelWideGap - panelGap);
 }
 
