@@ -1,13 +1,12 @@
 #include "ZNTOutputView.h"
 
 #include "ZNTEmptyHint.h"
+#include "ZNTNewLinesMark.h"
 #include "ZNTOutputAccessible.h"
 
 #include <QDateTime>
-#include <QLocale>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPushButton>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -30,7 +29,7 @@ constexpr QColor stripColour(0x26, 0x2A, 0x31);
 
 ZNTOutputView::ZNTOutputView(QWidget* parent)
     : QAbstractScrollArea(parent),
-      mark(new QPushButton(viewport())),
+      mark(new ZNTNewLinesMark(*viewport())),
       scrolling(store_, fonts, textLayout, *viewport(), *mark),
       clock([] { return static_cast<std::uint32_t>(QDateTime::currentSecsSinceEpoch()); })
 {
@@ -45,14 +44,7 @@ ZNTOutputView::ZNTOutputView(QWidget* parent)
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setCursor(Qt::IBeamCursor);
 
-    mark->setObjectName(QStringLiteral("newLinesBelow"));
-    mark->setFocusPolicy(Qt::NoFocus); // Ctrl+End is its key
-    mark->setCursor(Qt::PointingHandCursor);
-    mark->setStyleSheet(QStringLiteral(
-        "QPushButton { color: white; background: #1f5fa8; border: 1px solid #9cc8ff; border-radius: 4px;"
-        " padding: 4px 10px; }"));
-    mark->hide();
-    connect(mark, &QPushButton::clicked, this, &ZNTOutputView::jumpToEnd);
+    connect(mark, &ZNTNewLinesMark::clicked, this, &ZNTOutputView::jumpToEnd);
 
     refreshTimer.setSingleShot(true);
     refreshTimer.setTimerType(Qt::PreciseTimer);
@@ -253,23 +245,10 @@ void ZNTOutputView::scrollByRows(std::int64_t count)
 
 void ZNTOutputView::updateMark()
 {
-    if (scrolling.isFollowing()) {
+    if (scrolling.isFollowing())
         mark->hide();
-        return;
-    }
-    const auto lines = newLinesBelow();
-    const auto text = lines == 0   ? tr("More below")
-                      : lines == 1 ? tr("1 new line below")
-                                   : tr("%1 new lines below").arg(QLocale().toString(lines));
-    const auto title = tr("\u2193 %1 \u00b7 Ctrl+End").arg(text);
-    if (mark->text() != title) {
-        mark->setText(title);
-        mark->setAccessibleName(tr("%1, go to the end").arg(text));
-        mark->adjustSize();
-    }
-    mark->move(viewport()->width() - mark->width() - 2 * ZNTOutputLayout::margin,
-               ZNTOutputLayout::margin + scrolling.readingHeight() + 1);
-    mark->show();
+    else
+        mark->show(newLinesBelow(), ZNTOutputLayout::margin + scrolling.readingHeight() + 1);
 }
 
 void ZNTOutputView::jumpToEnd()
@@ -342,46 +321,8 @@ void ZNTOutputView::paintEvent(QPaintEvent* event)
 
 // Places on the screen
 
-QRect ZNTOutputView::characterRect(Position position) const
-{
-    if (position < store_.start() || position > store_.end())
-        return {};
-    const auto row = textLayout.rowOf(position);
-    const auto size = textLayout.sizeOf(row);
-    for (const auto& pane : scrolling.panes()) {
-        if (row.place < pane.top)
-            continue;
-        int y = pane.y;
-        for (auto place = pane.top; place < row.place && y < pane.y + pane.height;
-             place = textLayout.rows().moved(place, 1))
-            y += textLayout.heightOfRow(place);
-        if (y + size.height > pane.y + pane.height && y > pane.y)
-            continue;
-        const qreal x = textLayout.xInRow(row, position);
-        const qreal advance = textLayout.xInRow(row, textLayout.nextCluster(position)) - x;
-        const qreal width = advance > 0 ? advance : baseFace().cellWidth();
-        return {ZNTOutputLayout::margin + static_cast<int>(std::floor(x)), y + size.height - size.textHeight,
-                static_cast<int>(std::ceil(width)), size.textHeight};
-    }
-    return {};
-}
-
-ZNTOutputView::Position ZNTOutputView::positionAt(QPoint point) const
-{
-    const auto all = scrolling.panes();
-    const auto& pane = point.y() >= all.back().y ? all.back() : all.front();
-    auto place = pane.top;
-    for (int y = pane.y + textLayout.heightOfRow(place);; place = textLayout.rows().moved(place, 1)) {
-        const auto below = textLayout.rows().moved(place, 1);
-        if (point.y() < y || below == place)
-            break;
-        y += textLayout.heightOfRow(below);
-        if (y > pane.y + pane.height)
-            break;
-    }
-    return textLayout.positionInRow(textLayout.rowAtPlace(place),
-                                    std::max(point.x() - ZNTOutputLayout::margin, 0));
-}
+QRect ZNTOutputView::characterRect(Position position) const { return places.characterRect(position); }
+ZNTOutputView::Position ZNTOutputView::positionAt(QPoint point) const { return places.positionAt(point); }
 
 std::pair<ZNTOutputView::Position, ZNTOutputView::Position> ZNTOutputView::rowAround(Position position) const
 {

@@ -4,6 +4,7 @@
 #include "ZNTOutputFonts.h"
 #include "ZNTOutputLayout.h"
 #include "ZNTOutputPanePainter.h"
+#include "ZNTOutputPlaces.h"
 #include "ZNTOutputScroll.h"
 #include "ZNTOutputSelection.h"
 #include "ZNTOutputStore.h"
@@ -19,7 +20,7 @@
 #include <vector>
 
 class QPainter;
-class QPushButton;
+class ZNTNewLinesMark;
 
 /// The output view: the game's text in a grid, in the game's colours and not the desktop's.
 ///
@@ -227,8 +228,9 @@ private:
     ZNTOutputFind finder{store_};
     ZNTOutputPanePainter panePainter{store_, textLayout, finder, fonts};
     ZNTOutputSelection selection;
-    QPushButton* mark;
+    ZNTNewLinesMark* mark;
     ZNTOutputScroll scrolling; ///< after the mark, which it asks for its height
+    ZNTOutputPlaces places{store_, fonts, textLayout, scrolling};
     QString emptyHint;
     std::function<std::uint32_t()> clock;
     bool hasWebLinks = false, hasLineTimes = false;
