@@ -52,7 +52,7 @@ struct ZNTLinePatterns::State {
     std::vector<std::uint32_t> withoutLiteral;
     std::vector<std::vector<std::uint32_t>> byLiteral;
     ZNTLiteralFilter filter{{}};
-    const ZNTWordCharacters wordCharacters;
+    const ZNTWordCharacters wordCharacters{};
 
     // Of the text begun last
     double allowanceOfAll = 0;

@@ -60,7 +60,7 @@ public:
 private:
     ZNTPlatformLog& log;
     const RunLoop& runLoop;
-    const ZNTWordCharacters wordCharacters;
+    const ZNTWordCharacters wordCharacters{};
     std::unique_ptr<ZNTTriggerPatternCache> patterns;
     std::shared_ptr<ZNTPreparedTriggers> prepared;
     ZNTTriggerRules rules;

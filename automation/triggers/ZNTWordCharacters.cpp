@@ -3,8 +3,9 @@
 #include <string>
 #include <unicode/uregex.h>
 
-ZNTWordCharacters::ZNTWordCharacters()
+ZNTWordCharacters::Bits ZNTWordCharacters::askIcu()
 {
+    Bits bits{};
     // Every unit but the surrogates, so that an offset is the unit itself or 0x800 below it.
     std::u16string all;
     for (unsigned unit = 0; unit <= 0xFFFF; ++unit)
@@ -21,4 +22,5 @@ ZNTWordCharacters::ZNTWordCharacters()
         }
     }
     uregex_close(expression);
+    return bits;
 }

@@ -1,6 +1,7 @@
 #include "QtRunLoop.h"
 #include "ZNTAccessibleFactories.h"
 #include "ZNTApplicationWindow.h"
+#include "ZNTCursorRest.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDescriptors.h"
 #include "ZNTDesktopScreenReader.h"
@@ -111,6 +112,7 @@ int main(int count, char** arguments)
     const ZNTFocusRing focusRing;
     const ZNTFocusFirst focusFirst;
     const ZNTMenuTitles menuTitles;
+    const ZNTCursorRest cursorRest;
     znt::installAccessibleFactories();
 
     QtRunLoop runLoop;
