@@ -38,7 +38,8 @@ ZNTConsoleClient::ZNTConsoleClient(Surroundings givenSurroundings, const ZNTCons
       outputView(options.isInColour(surroundings.outputIsTerminal) ? ZNTConsoleColour::Always
                                                                    : ZNTConsoleColour::Never,
                  surroundings.output, surroundings.colourDepth),
-      screen(outputView),
+      completion(outputView, [this] { return macros.getAllMacroNames(); }),
+      screen(surroundings.inputIsTerminal ? static_cast<ZNTTextView&>(completion) : outputView),
       keeper(platform.places, platform.log, options.settings),
       kept(platform.places, platform.log),
       store(platform.places, platform.log),
@@ -93,10 +94,12 @@ ZNTSessionServices ZNTConsoleClient::services()
 
 void ZNTConsoleClient::start()
 {
-    if (!surroundings.input.start({.line = [this](const std::string& line) { handleLine(line); },
-                                   .end = [this] { script.inputEnded(); },
-                                   .catchUp = [this] { surroundings.output.catchUp(); },
-                                   .keyTyped = [this] { silenceAtKey(/*isReturn=*/false); }})) {
+    if (!surroundings.input.start(
+            {.line = [this](const std::string& line) { handleLine(line); },
+             .end = [this] { script.inputEnded(); },
+             .catchUp = [this] { surroundings.output.catchUp(); },
+             .keyTyped = [this] { silenceAtKey(/*isReturn=*/false); },
+             .complete = [this](std::string_view before) { return completion.completed(before); }})) {
         complain(u"Standard input cannot be read: the system has no room for waiting for it.");
         finish(exitBroken);
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZNTConsoleCompletion.h"
 #include "ZNTConsoleInput.h"
 #include "ZNTConsoleOptions.h"
 #include "ZNTConsoleOutput.h"
@@ -111,6 +112,7 @@ private:
     const ZNTPlatform platform; ///< the surroundings' with `alerts`
 
     ZNTConsoleTextView outputView;
+    ZNTConsoleCompletion completion; ///< stands before the view on a terminal
     ZNTConsoleScreen screen;
     ZNTNoScreenReader screenReader; ///< the reader reads the terminal by itself
     ZNTSettingsKeeper keeper;

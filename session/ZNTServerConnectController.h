@@ -317,8 +317,9 @@ private:
 
     // The screen
     enum class Aloud { Yes, No }; ///< whether a text of the client's own is spoken while speech is on
-    void showOwnText(std::u16string_view text, Aloud aloud);
-    void showOwnLine(std::u16string_view line, Aloud aloud);
+    enum class OwnLine { Message, Sent };
+    void showOwnText(std::u16string_view text, Aloud aloud, OwnLine kind = OwnLine::Message);
+    void showOwnLine(std::u16string_view line, Aloud aloud, OwnLine kind);
     void showMudNotResponding();
     /// The command line and the direction buttons: what needs a connection.
     void enableAlmostAllWidgets();

@@ -29,7 +29,7 @@ void ZNTServerConnectController::sendMessageToServer(std::u16string_view line, b
     }
     speech->interrupt(pauseWhenSending);
     if (!isTypingHidden())
-        showOwnLine(line, settings_.silentEcho ? Aloud::No : Aloud::Yes);
+        showOwnLine(line, settings_.silentEcho ? Aloud::No : Aloud::Yes, OwnLine::Sent);
     std::u16string withLineEnd(line);
     withLineEnd += u"\r\n";
     writeData(receiver->encodedLine(withLineEnd, cfStringEncoding_), ZNTOutgoing::noTimeout,
@@ -159,13 +159,14 @@ void ZNTServerConnectController::insertText(std::u16string_view text, ZNTColour)
     showOwnText(text, Aloud::Yes);
 }
 
-void ZNTServerConnectController::showOwnText(std::u16string_view text, Aloud aloud)
+void ZNTServerConnectController::showOwnText(std::u16string_view text, Aloud aloud, OwnLine kind)
 {
     if (text.empty())
         return;
-    const auto result = _zntParserUtility->colours().attributedText(processed(std::u16string(text)));
+    auto result = _zntParserUtility->colours().attributedText(processed(std::u16string(text)));
     if (result.empty())
         return;
+    result.isSentLine = kind == OwnLine::Sent;
     if (aloud == Aloud::Yes)
         speech->speakIfOn(result.text);
     screen.textFromServer->append(result);
@@ -174,15 +175,15 @@ void ZNTServerConnectController::showOwnText(std::u16string_view text, Aloud alo
 
 void ZNTServerConnectController::insertTextInWindow(std::u16string_view text)
 {
-    showOwnLine(text, Aloud::Yes);
+    showOwnLine(text, Aloud::Yes, OwnLine::Message);
 }
 
-void ZNTServerConnectController::showOwnLine(std::u16string_view line, Aloud aloud)
+void ZNTServerConnectController::showOwnLine(std::u16string_view line, Aloud aloud, OwnLine kind)
 {
     std::u16string echo = u"\x1b[1;36m";
     echo.append(line).append(u"\r");
     screen.textFromServer->setEditable(true);
-    showOwnText(echo, aloud);
+    showOwnText(echo, aloud, kind);
     screen.textFromServer->setEditable(false);
     _zntLogger->loggerText(echo);
 }

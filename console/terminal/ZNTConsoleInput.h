@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,9 @@ public:
         /// A key was pressed, before anything is done about it. Only an input that has a key's characters
         /// one by one calls it. Optional.
         std::function<void()> keyTyped = {};
+        /// Tab was pressed with `before` (UTF-8) before the cursor. Answers what is to stand there instead;
+        /// none leaves it. Only an input that edits lines itself calls it. Optional.
+        std::function<std::optional<std::string>(std::string_view before)> complete = {};
     };
 
     virtual ~ZNTConsoleInput() = default;

@@ -2,6 +2,7 @@
 
 #include "ZNTDescriptors.h"
 
+#include <algorithm>
 #include <unistd.h>
 #include <utility>
 
@@ -10,6 +11,8 @@ namespace
 
 constexpr int linesRemembered = 500;
 constexpr char endOfInput = '\x04'; // what the library returns for it
+
+constexpr auto completeCommand = "zantor-complete";
 
 struct KeyBinding {
     const char *keys, *command;
@@ -22,6 +25,7 @@ constexpr KeyBinding keyBindings[] = {
     {"^[[1~", "ed-move-to-beg"}, {"^[[4~", "ed-move-to-end"},      {"^[[7~", "ed-move-to-beg"},
     {"^[[8~", "ed-move-to-end"}, {"^[[3~", "ed-delete-next-char"}, {"^[[2~", "em-toggle-overwrite"},
     {"^[[1;5C", "em-next-word"}, {"^[[1;5D", "ed-prev-word"},      {"^R", "em-inc-search-prev"},
+    {"^I", completeCommand},
 };
 
 } // namespace
@@ -41,6 +45,7 @@ ZNTLineEditor::ZNTLineEditor()
     ::el_set(library.get(), EL_PROMPT, &promptOf);
     ::el_set(library.get(), EL_SIGNAL, 1); // the terminal is given back when a signal ends the program
     ::el_set(library.get(), EL_EDITOR, "emacs");
+    ::el_set(library.get(), EL_ADDFN, completeCommand, "Completes a word", &complete);
     for (const auto& binding : keyBindings)
         ::el_set(library.get(), EL_BIND, binding.keys, binding.command, nullptr);
     ::el_source(library.get(), nullptr); // what the player has set in ~/.editrc
@@ -60,11 +65,27 @@ ssize_t ZNTLineEditor::take(void* editor, const char* bytes, std::size_t count)
     return static_cast<ssize_t>(count);
 }
 
-char* ZNTLineEditor::promptOf(EditLine* library)
+ZNTLineEditor& ZNTLineEditor::editorOf(EditLine* library)
 {
     void* editor = nullptr;
     ::el_get(library, EL_CLIENTDATA, &editor);
-    return static_cast<ZNTLineEditor*>(editor)->prompt_.data();
+    return *static_cast<ZNTLineEditor*>(editor);
+}
+
+char* ZNTLineEditor::promptOf(EditLine* library) { return editorOf(library).prompt_.data(); }
+
+unsigned char ZNTLineEditor::complete(EditLine* library, int)
+{
+    auto& editor = editorOf(library);
+    const std::string before(editor.typedBeforeCursor());
+    const auto after = editor.whenCompleting ? editor.whenCompleting(before) : std::nullopt;
+    if (!after)
+        return CC_NORM;
+    // The library counts characters.
+    const auto isFirstByte = [](char byte) { return (byte & 0xC0) != 0x80; };
+    ::el_deletestr(library, static_cast<int>(std::ranges::count_if(before, isFirstByte)));
+    ::el_insertstr(library, after->c_str());
+    return CC_REFRESH;
 }
 
 std::string ZNTLineEditor::drawn()

@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <functional>
 #include <histedit.h>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -43,7 +45,13 @@ public:
     [[nodiscard]] const std::string& prompt() const { return prompt_; }
     void remember(const std::string& line);
 
+    /// Called for Tab with what stands before the cursor (UTF-8). Answers what is to stand there instead;
+    /// none leaves it. Optional.
+    std::function<std::optional<std::string>(std::string_view before)> whenCompleting;
+
 private:
+    static unsigned char complete(EditLine* library, int key);
+    static ZNTLineEditor& editorOf(EditLine* library);
     static ssize_t take(void* editor, const char* bytes, std::size_t count);
     static char* promptOf(EditLine* library);
     std::string drawn();

@@ -77,6 +77,7 @@ bool ZNTTerminalInput::start(Handlers given)
     if (!watch)
         return false;
     editor.emplace();
+    editor->whenCompleting = handlers.complete;
     writeToTerminal(editor->begin(prompt));
     return true;
 }

@@ -1,7 +1,5 @@
 #include "ZNTOutputStore.h"
 
-#include "ZNTColourTable.h"
-
 #include <algorithm>
 #include <optional>
 #include <unicode/utf16.h>
@@ -14,8 +12,6 @@ constexpr std::uint16_t goesOn = 0x8000;
 constexpr std::size_t largestBlock = 0xFFFF; // units, so that offsets take two bytes
 /// A line begins only where the longest one still fits, its pair and its "\n" included.
 constexpr std::size_t lastLineStart = largestBlock - ZNTOutputStore::longestLine - 2;
-
-constexpr std::size_t mostExactStyles = 0xC000;
 
 constexpr bool isControl(char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }
 
@@ -35,64 +31,6 @@ int columnsAfter(std::u16string_view text, int columns, znt::AmbiguousWidth ambi
         }
     }
     return std::min(columns, ZNTOutputStore::columnsOfVeryWide);
-}
-
-std::uint64_t keyOf(const ZNTOutputStyle& style)
-{
-    const auto packed = [](ZNTColour colour) {
-        return static_cast<std::uint64_t>(colour.red << 16 | colour.green << 8 | colour.blue);
-    };
-    std::uint64_t key = style.font;
-    key = key << 24 | packed(style.foreground);
-    key = key << 24 | packed(style.background);
-    for (const bool isOn :
-         {style.isBold, style.isUnderlined, style.isItalic, style.isStruck, style.isConcealed})
-        key = key << 1 | static_cast<std::uint64_t>(isOn);
-    return key;
-}
-
-constexpr std::uint8_t halfWay(std::uint8_t from, std::uint8_t to)
-{
-    return static_cast<std::uint8_t>((from + to) / 2);
-}
-
-/// How a set is shown in the font of that number.
-ZNTOutputStyle shownStyle(const ZNTAttributeSet& set, std::uint16_t font)
-{
-    using enum ZNTTextStyle;
-    ZNTOutputStyle style{.foreground = set.shownForeground(),
-                         .background = set.shownBackground(),
-                         .isBold = set.isShownBold() || set.has(Blink),
-                         .isUnderlined = set.isShownUnderlined(),
-                         .font = font,
-                         .isItalic = set.has(Italic),
-                         .isStruck = set.has(Strike),
-                         .isConcealed = set.has(Conceal)};
-    if (set.has(Reverse))
-        std::swap(style.foreground, style.background);
-    const auto behind = style.background;
-    if (set.has(Faint))
-        style.foreground = {halfWay(style.foreground.red, behind.red),
-                            halfWay(style.foreground.green, behind.green),
-                            halfWay(style.foreground.blue, behind.blue)};
-    if (style.isConcealed)
-        style.foreground = behind;
-    return style;
-}
-
-/// The same with the nearest of the eight colours. Text stays readable.
-ZNTOutputStyle withFewColours(ZNTOutputStyle style)
-{
-    const auto rounded = [](ZNTColour colour) {
-        return znt::colourTable.at(znt::nearestColour(colour, 0, 8));
-    };
-    const bool isOneColour = style.foreground == style.background;
-    style.foreground = rounded(style.foreground);
-    style.background = rounded(style.background);
-    if (!isOneColour && style.foreground == style.background)
-        style.foreground =
-            style.background == znt::colours::black ? znt::colours::white : znt::colours::black;
-    return style;
 }
 
 } // namespace
@@ -123,11 +61,7 @@ struct ZNTOutputStore::Block {
     }
 };
 
-ZNTOutputStore::ZNTOutputStore()
-{
-    styleFor(ZNTAttributeSet{}); // number 0: text without attributes
-    startBlock();
-}
+ZNTOutputStore::ZNTOutputStore() { startBlock(); }
 
 ZNTOutputStore::~ZNTOutputStore() = default;
 
@@ -139,7 +73,7 @@ void ZNTOutputStore::append(const ZNTAttributedText& text, std::uint32_t second)
     std::vector<StyleNumber> numbers(text.sets.size(), unknown);
     const std::u16string_view all = text.text;
     std::size_t from = 0;
-    StyleNumber style = plainStyle;
+    StyleNumber style = text.isSentLine ? styles.numberFor({}, true) : styles.plain();
     for (const auto& run : text.runs) {
         const auto to = std::min<std::size_t>(run.offset, all.size());
         if (to > from)
@@ -147,7 +81,7 @@ void ZNTOutputStore::append(const ZNTAttributedText& text, std::uint32_t second)
         from = std::max(from, to);
         auto& number = numbers[run.set];
         if (number == unknown)
-            number = styleFor(text.sets[run.set]);
+            number = styles.numberFor(text.sets[run.set], text.isSentLine);
         style = number;
     }
     appendPlain(all.substr(from), style);
@@ -177,11 +111,7 @@ std::uint32_t ZNTOutputStore::secondOf(Position position) const
     return after == block.arrivals.begin() ? 0 : std::prev(after)->second;
 }
 
-void ZNTOutputStore::setDefaultFont(const ZNTFont& font)
-{
-    defaultFont_ = numberOfFont(font);
-    plainStyle = styleFor(ZNTAttributeSet{});
-}
+void ZNTOutputStore::setDefaultFont(const ZNTFont& font) { styles.setDefaultFont(font); }
 
 std::int64_t ZNTOutputStore::startFreshLine()
 {
@@ -351,7 +281,7 @@ ZNTOutputStore::Line ZNTOutputStore::lineOf(const Block& block, std::size_t inde
     const bool endsInBreak = text.ends_with(u'\n');
     if (endsInBreak)
         text.remove_suffix(1);
-    const auto font = block.hasSeveralFonts ? severalFonts : block.firstFont.value_or(defaultFont_);
+    const auto font = block.hasSeveralFonts ? severalFonts : block.firstFont.value_or(defaultFont());
     return {text, block.start + entry.offset, entry.columns & ~goesOn, endsInBreak, font};
 }
 
@@ -413,50 +343,33 @@ ZNTOutputStore::fontsIn(Position from, Position to) const
     });
     if (found.empty()) {
         const auto& block = blockNumbered(blockAt(from));
-        found.emplace_back(from, block.runs.empty() ? defaultFont_ : styles[runAt(from).second].font);
+        found.emplace_back(from, block.runs.empty() ? defaultFont() : styles[runAt(from).second].font);
+    }
+    return found;
+}
+
+std::vector<std::pair<ZNTOutputStore::Position, ZNTOutputStore::Position>>
+ZNTOutputStore::sentTextOfBlock(std::int64_t number) const
+{
+    const auto& block = blockNumbered(number);
+    std::vector<std::pair<Position, Position>> found;
+    for (std::size_t index = 0; index < block.runs.size(); ++index) {
+        if (!styles[block.runs[index].style].isSentLine)
+            continue;
+        const bool isLast = index + 1 == block.runs.size();
+        const auto start = block.start + block.runs[index].offset;
+        const auto end = isLast ? block.end() : block.start + block.runs[index + 1].offset;
+        if (!found.empty() && found.back().second == start)
+            found.back().second = end; // a line that changes its colours
+        else
+            found.emplace_back(start, end);
     }
     return found;
 }
 
 ZNTOutputStore::FontNumber ZNTOutputStore::firstFontOfBlock(std::int64_t number) const
 {
-    return blockNumbered(number).firstFont.value_or(defaultFont_);
-}
-
-ZNTOutputStore::FontNumber ZNTOutputStore::numberOfFont(const ZNTFont& font)
-{
-    constexpr std::u16string_view boldEnding = u"-Bold";
-    ZNTFont plain = font;
-    if (plain.name.ends_with(boldEnding))
-        plain.name.resize(plain.name.size() - boldEnding.size());
-    const auto known = std::find(fonts_.begin(), fonts_.end(), plain);
-    if (known == fonts_.end() && fonts_.size() >= mostFonts)
-        return 0;
-    const auto number = static_cast<FontNumber>(known - fonts_.begin());
-    if (known == fonts_.end())
-        fonts_.push_back(std::move(plain));
-    return number;
-}
-
-/// Games use a few hundred styles at most. Past `mostExactStyles` further ones have one of eight colours. If
-/// even those are more than can be numbered, the rest look like plain text.
-ZNTOutputStore::StyleNumber ZNTOutputStore::styleFor(const ZNTAttributeSet& attributes)
-{
-    const auto* font = std::get_if<ZNTFont>(&attributes.font);
-    auto shown = shownStyle(attributes, font ? numberOfFont(*font) : defaultFont_);
-    if (const auto found = styleNumbers.find(keyOf(shown)); found != styleNumbers.end())
-        return found->second;
-    if (styles.size() >= mostExactStyles)
-        shown = withFewColours(shown);
-    const auto key = keyOf(shown);
-    if (const auto found = styleNumbers.find(key); found != styleNumbers.end())
-        return found->second;
-    if (styles.size() + 1 >= std::numeric_limits<StyleNumber>::max())
-        return 0;
-    const auto number = static_cast<StyleNumber>(styles.size());
-    styles.push_back(shown);
-    styleNumbers.emplace(key, number);
-    return number;
+    return blockNumbered(number).firstFont.value_or(defaultFont());
 }
 
 void ZNTOutputStore::setAmbiguousWidth(znt::AmbiguousWidth width)

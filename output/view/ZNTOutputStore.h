@@ -2,31 +2,16 @@
 
 #include "ZNTAttributedText.h"
 #include "ZNTCellWidth.h"
+#include "ZNTOutputStyles.h"
 
 #include <cstdint>
 #include <deque>
 #include <limits>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
-
-/// How a stretch of text is shown. `font` is the number that the store gave to its family and size. The
-/// colours are those on the screen: after reversal, half as strong for faint text, and the background twice
-/// for concealed text. Text that blinks in a terminal is bold here, because flashing text disturbs.
-struct ZNTOutputStyle {
-    ZNTColour foreground = znt::colours::white;
-    ZNTColour background = znt::colours::black;
-    bool isBold = false;
-    bool isUnderlined = false;
-    std::uint16_t font = 0;
-    bool isItalic = false;
-    bool isStruck = false;
-    bool isConcealed = false; ///< stays so whatever is done to its colours
-    friend bool operator==(const ZNTOutputStyle&, const ZNTOutputStyle&) = default;
-};
 
 /// Everything that a game has sent, compactly: UTF-16 in blocks of about 100 KB, four bytes a run of
 /// attributes, four bytes a line, eight bytes a second with text. The cost of an append does not depend on
@@ -42,12 +27,11 @@ class ZNTOutputStore
 {
 public:
     using Position = std::int64_t;
-    using StyleNumber = std::uint16_t;
-    using FontNumber = std::uint16_t;
+    using StyleNumber = ZNTOutputStyles::StyleNumber;
+    using FontNumber = ZNTOutputStyles::FontNumber;
 
     static constexpr FontNumber severalFonts = std::numeric_limits<FontNumber>::max();
-    static constexpr std::size_t mostFonts =
-        1000; ///< a player's; text in any further one looks like the first
+    static constexpr std::size_t mostFonts = ZNTOutputStyles::mostFonts;
 
     static constexpr std::size_t longestLine = 16384; ///< UTF-16 units; one more where a pair would be cut
     static constexpr std::size_t defaultMemoryLimit = std::size_t{512} << 20; ///< some four million lines
@@ -82,9 +66,9 @@ public:
     std::int64_t startFreshLine();
     /// The font of text that names none. 12 points of Menlo until set.
     void setDefaultFont(const ZNTFont& font);
-    [[nodiscard]] FontNumber defaultFont() const { return defaultFont_; }
+    [[nodiscard]] FontNumber defaultFont() const { return styles.defaultFont(); }
     /// By number; families without "-Bold".
-    [[nodiscard]] const std::vector<ZNTFont>& fonts() const { return fonts_; }
+    [[nodiscard]] const std::vector<ZNTFont>& fonts() const { return styles.fonts(); }
     /// The fonts from `from` to `to`, with the positions at which they begin. If there is no text, the font
     /// of the text before.
     [[nodiscard]] std::vector<std::pair<Position, FontNumber>> fontsIn(Position from, Position to) const;
@@ -127,6 +111,9 @@ public:
     void forEachRun(Position from, Position to, Visit visit) const;
     [[nodiscard]] const ZNTOutputStyle& style(StyleNumber number) const { return styles[number]; }
 
+    /// The stretches of a block that show lines which the client sent, in order, with the "\n" behind them.
+    [[nodiscard]] std::vector<std::pair<Position, Position>> sentTextOfBlock(std::int64_t number) const;
+
     /// Counts the columns of all lines afresh.
     void setAmbiguousWidth(znt::AmbiguousWidth width);
     [[nodiscard]] znt::AmbiguousWidth ambiguousWidth() const { return ambiguous; }
@@ -147,8 +134,6 @@ private:
     struct Block;
 
     void noteArrival();
-    FontNumber numberOfFont(const ZNTFont& font);
-    StyleNumber styleFor(const ZNTAttributeSet& attributes);
     void appendPlain(std::u16string_view text, StyleNumber style);
     void appendPiece(std::u16string_view text, StyleNumber style);
     void startLine();
@@ -163,12 +148,7 @@ private:
     std::size_t closedMemory = 0; // of every block but the last
     std::size_t memoryLimit = defaultMemoryLimit;
 
-    std::vector<ZNTFont> fonts_{{u"Menlo", 12}};
-    FontNumber defaultFont_ = 0;
-    StyleNumber plainStyle = 0; ///< of text without attributes
-    std::vector<ZNTOutputStyle> styles;
-    std::map<std::uint64_t, StyleNumber> styleNumbers;
-
+    ZNTOutputStyles styles;
     std::uint32_t now = 0;      // the second of the present append
     char16_t breakJustMade = 0; // the CR or LF whose partner, coming next, belongs to the same break
     znt::AmbiguousWidth ambiguous = znt::AmbiguousWidth::Narrow;

@@ -21,7 +21,7 @@ Breaks breaksOf(std::u16string_view text, znt::BreakKind kind)
     return Breaks(ubrk_open(type, "", text.data(), static_cast<std::int32_t>(text.size()), &status));
 }
 
-/// Calls `visit(start)` for each word until it returns false.
+/// Calls `visit(start, end)` for each word until it returns false.
 template <typename Visit>
 void forEachWord(std::u16string_view text, Visit visit)
 {
@@ -32,7 +32,7 @@ void forEachWord(std::u16string_view text, Visit visit)
     for (auto end = ubrk_next(breaks.get()); end != UBRK_DONE; end = ubrk_next(breaks.get())) {
         // ICU says of each boundary what kind of piece it ends.
         const bool isWord = ubrk_getRuleStatus(breaks.get()) >= UBRK_WORD_NONE_LIMIT;
-        if (isWord && !visit(static_cast<std::size_t>(start)))
+        if (isWord && !visit(static_cast<std::size_t>(start), static_cast<std::size_t>(end)))
             return;
         start = end;
     }
@@ -54,7 +54,7 @@ std::pair<std::size_t, std::size_t> znt::pieceAround(std::u16string_view text, s
 std::size_t znt::nextWordStart(std::u16string_view text, std::size_t offset)
 {
     auto found = text.size();
-    forEachWord(text, [&](std::size_t start) {
+    forEachWord(text, [&](std::size_t start, std::size_t) {
         if (start <= offset)
             return true;
         found = start;
@@ -66,10 +66,30 @@ std::size_t znt::nextWordStart(std::u16string_view text, std::size_t offset)
 std::size_t znt::previousWordStart(std::u16string_view text, std::size_t offset)
 {
     std::size_t found = 0;
-    forEachWord(text, [&](std::size_t start) {
+    forEachWord(text, [&](std::size_t start, std::size_t) {
         if (start >= offset)
             return false;
         found = start;
+        return true;
+    });
+    return found;
+}
+
+void znt::wordsIn(std::u16string_view text, std::vector<std::pair<std::size_t, std::size_t>>& found)
+{
+    found.clear();
+    forEachWord(text, [&](std::size_t start, std::size_t end) {
+        found.emplace_back(start, end);
+        return true;
+    });
+}
+
+std::size_t znt::startOfLastWord(std::u16string_view text)
+{
+    auto found = text.size();
+    forEachWord(text, [&](std::size_t start, std::size_t end) {
+        if (end == text.size())
+            found = start;
         return true;
     });
     return found;

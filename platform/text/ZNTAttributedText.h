@@ -81,6 +81,7 @@ struct ZNTAttributedText {
     std::u16string text;
     std::vector<Run> runs;
     std::vector<ZNTAttributeSet> sets;
+    bool isSentLine = false; ///< the client shows a line here that it has sent to the game
 
     [[nodiscard]] bool empty() const { return text.empty(); }
     /// The attributes at `offset`; null if there are none. Logarithmic in the number of runs. For tests.

@@ -74,6 +74,18 @@ class ConsoleProgram(unittest.TestCase):
             self.screen_until(ours, r"say he$")
         self.screen_until(ours, rf"\x1b\[J\w[^\r\n]*: [^\r\n]+\r\n\r?{prompt}say he$")
 
+    def test_tab_completes_a_word_from_the_output_and_again_takes_the_next(self):
+        ours, connection = self.on_a_terminal("--encoding", "utf-8")
+        with connection:
+            connection.sendall(b"A wandering wanton.\r\n> \xff\xf9")
+            self.screen_until(ours, "> $")
+            os.write(ours, "\u00e9t\u00e9 zz\twan\t".encode())
+            self.screen_until(ours, r"zzwan$")
+            os.write(ours, b"\x7f" * 5 + b"wan\t")
+            self.screen_until(ours, r"ton$")
+            os.write(ours, b"\t!\r")
+            self.assertEqual(connection.makefile("rb").readline().decode(), "\u00e9t\u00e9 wandering!\r\n")
+
     def test_a_password_is_typed_unseen(self):
         ours, connection = self.on_a_terminal("--set=standard-telnet=on")
         with connection:

@@ -30,6 +30,10 @@ constexpr std::array announcementRows{
     AnnouncementRow{.what = ZNTAnnouncement::MacroSaved, .words = "Macro %1 saved"},
     AnnouncementRow{.what = ZNTAnnouncement::Found, .words = "%1, %2"},
     AnnouncementRow{.what = ZNTAnnouncement::NotFound, .words = "%1"},
+    AnnouncementRow{
+        .what = ZNTAnnouncement::LinesFound, .words = "%1 lines, %2", .wordsForOne = "1 line, %2"},
+    AnnouncementRow{.what = ZNTAnnouncement::Line, .words = "%1"},
+    AnnouncementRow{.what = ZNTAnnouncement::Completed, .words = "%1"},
     AnnouncementRow{.what = ZNTAnnouncement::Tab, .words = "%1 tab"},
     AnnouncementRow{.what = ZNTAnnouncement::TabWithFocus, .words = "%1 tab", .isSaidByReader = true},
     AnnouncementRow{.what = ZNTAnnouncement::Connecting, .words = "Connecting to %1"},

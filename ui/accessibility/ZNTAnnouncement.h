@@ -16,6 +16,9 @@ enum class ZNTAnnouncement {
     MacroSaved,     ///< its name
     Found,          ///< the line with the match, and "1 of 3"
     NotFound,       ///< how the search ended
+    LinesFound,     ///< how many, and the line on which one stands
+    Line,           ///< the line on which one stands
+    Completed,      ///< the word
     Tab,            ///< its title
     TabWithFocus,   ///< the same, reached on the row of tabs
     Connecting,     ///< to which game

@@ -17,6 +17,8 @@
 #include "ZNTQuitAnywhere.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTSpeechSynth.h"
+#include "ZNTStoredMacros.h"
+#include "ZNTTypingHelp.h"
 #include "ZNTWebAddressDialogs.h"
 
 #include <QApplication>
@@ -47,6 +49,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireDirections();
     wireRecorder();
     wireCommandLine();
+    wireTypingHelp();
     wireEditing();
     wirePlaces();
     macros = std::make_unique<ZNTMacroWiring>(window, menu, controller);
@@ -146,6 +149,16 @@ void ZNTMainWiring::wireCommandLine()
         QKeyEvent again(event->type(), event->key(), event->modifiers(), event->text());
         QApplication::sendEvent(line, &again);
     });
+}
+
+void ZNTMainWiring::wireTypingHelp()
+{
+    typingHelp =
+        std::make_unique<ZNTTypingHelp>(window, *window.textToServer, *window.textFromServer, [this] {
+            return ZNTStoredMacros(controller.services().database).getAllMacroNames();
+        });
+    whenTriggered(menu["sentLines"], [this] { typingHelp->showSentLines(); });
+    whenTriggered(menu["completeWord"], [this] { typingHelp->completeWord(); });
 }
 
 void ZNTMainWiring::wireEditing()

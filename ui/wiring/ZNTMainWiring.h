@@ -19,6 +19,7 @@ class ZNTHelpWindow;
 class ZNTKeypadKeys;
 class ZNTMacroWiring;
 class ZNTQuitAnywhere;
+class ZNTTypingHelp;
 class ZNTWebAddressDialogs;
 
 /// Joins the main window's buttons, keys and menus to what they do, and keeps what it shows in step with the
@@ -44,6 +45,7 @@ private:
     void wireDirections();
     void wireRecorder();
     void wireCommandLine();
+    void wireTypingHelp();
     void wireEditing();
     void wireSpeech();
     void wireChannels();
@@ -92,6 +94,7 @@ private:
     std::unique_ptr<ZNTChannelHistorySheet> channelSheet; ///< made when it is first asked for
     std::unique_ptr<ZNTHelpWindow> help;
     std::unique_ptr<ZNTWebAddressDialogs> webAddresses;
+    std::unique_ptr<ZNTTypingHelp> typingHelp;
     std::unique_ptr<ZNTKeypadKeys> keypadKeys;
     std::unique_ptr<ZNTMacroWiring> macros;
     std::unique_ptr<ZNTQuitAnywhere> quitAnywhere;

@@ -1,0 +1,121 @@
+#include "ZNTAnnouncement.h"
+#include "ZNTCommandLine.h"
+#include "ZNTCursorRest.h"
+#include "ZNTWindowFixture.h"
+
+#include <QStyleHints>
+
+namespace
+{
+
+class ZNTWindowTypingHelp : public ZNTWindowFixture
+{
+protected:
+    ZNTWindowTypingHelp() { qApp->installEventFilter(&announced); }
+
+    QDialog& openPicker()
+    {
+        EXPECT_TRUE(until([&] { return window.isActiveWindow(); }));
+        press(commandLine(), Qt::Key_H, Qt::ControlModifier);
+        return waitForDialog("sentLinesPicker");
+    }
+    void expectAnnounced(const char* what)
+    {
+        EXPECT_TRUE(until([&] { return announced.last == QLatin1String(what); }))
+            << what << " is not " << announced.last.toStdString();
+    }
+
+    struct Announced final : QObject {
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            if (event->type() == ZNTAnnouncementEvent::kind())
+                last = static_cast<ZNTAnnouncementEvent*>(event)->words;
+            return false;
+        }
+        QString last;
+    } announced;
+};
+
+} // namespace
+
+TEST_F(ZNTWindowTypingHelp, ALineThatWasSentIsFoundWhileTypingAndPutIntoTheCommandLine)
+{
+    playDemo();
+    for (const char* line : {"look lantern", "look guide", "north"}) {
+        send(line);
+        EXPECT_TRUE(gameIsReady());
+    }
+    session().insertTextInWindow(u"look at me"); // the client's own words
+    type(commandLine(), "half");
+
+    openPicker();
+    expectAnnounced("3 lines, north");
+    for (const auto& [key, line] : {std::pair{Qt::Key_Down, "look guide"}, {Qt::Key_Up, "north"}}) {
+        pressHere(key);
+        expectAnnounced(line);
+    }
+    type(*QApplication::focusWidget(), "OOK");
+    expectAnnounced("2 lines, look guide");
+    pressHere(Qt::Key_Escape);
+    EXPECT_TRUE(until([&] { return dialog("sentLinesPicker") == nullptr && commandLine().hasFocus(); }));
+    EXPECT_EQ(commandLineText(), u"half"_s);
+
+    openPicker();
+    type(*QApplication::focusWidget(), "xyz");
+    pressHere(Qt::Key_Return);
+    expectAnnounced("No line has these letters.");
+    for (int letter = 0; letter < 3; ++letter)
+        pressHere(Qt::Key_Backspace);
+    type(*QApplication::focusWidget(), "look");
+    pressHere(Qt::Key_Down);
+    pressHere(Qt::Key_Return);
+    EXPECT_TRUE(until([&] { return dialog("sentLinesPicker") == nullptr && commandLine().hasFocus(); }));
+    EXPECT_EQ(commandLineText(), u"look lantern"_s);
+    EXPECT_EQ(output().count(u"look lantern"_s), 1) << "not sent";
+    press(commandLine(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(commandLineText(), u"half"_s);
+}
+
+TEST_F(ZNTWindowTypingHelp, AWordIsCompletedFromTheOutputAndTheMacros)
+{
+    makeMacroGroup("Walks");
+    playDemo();
+    ZNTMacro macro{.groupOid = database.getAllMacroGroupsFromDatabase().at(0).oid,
+                   .name = u"wanderer",
+                   .dataToExecute = u"north"};
+    database.insertMacroSetWithMacroGroup(macro);
+    ZNTAttributedText text;
+    text.text = u"\nA wandering wanton.\n> ";
+    window.textFromServer->append(text);
+    type(commandLine(), "say wan!");
+    press(commandLine(), Qt::Key_Left);
+    for (const char* word : {"wanton", "wandering", "wanderer", "wan", "wanton"}) {
+        press(commandLine(), Qt::Key_Space, Qt::ControlModifier);
+        expectAnnounced(word);
+        EXPECT_EQ(commandLineText(), u"say %1!"_s.arg(QLatin1String(word)));
+    }
+    press(commandLine(), Qt::Key_End);
+    press(commandLine(), Qt::Key_Space, Qt::ControlModifier);
+    expectAnnounced("No word fits");
+
+    window.textToServer->setTypingHidden(true);
+    window.textToServer->setText(u"wan"_s);
+    press(commandLine(), Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(commandLineText(), u"wan"_s);
+    press(commandLine(), Qt::Key_H, Qt::ControlModifier);
+    expectAnnounced("Typing is hidden");
+    EXPECT_EQ(dialog("sentLinesPicker"), nullptr);
+}
+
+TEST_F(ZNTWindowTypingHelp, TheCursorRestsUntilTheNextKey)
+{
+    const auto flashTime = [] { return QGuiApplication::styleHints()->cursorFlashTime(); };
+    const int usual = flashTime();
+    ASSERT_GT(usual, 0);
+    const ZNTCursorRest cursorRest(/*millisecondsUntilRest=*/10);
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_TRUE(until([&] { return flashTime() == 0; }));
+        press(window, Qt::Key_Shift);
+        EXPECT_EQ(flashTime(), usual);
+    }
+}
