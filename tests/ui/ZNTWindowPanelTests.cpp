@@ -167,7 +167,7 @@ TEST_F(ZNTWindowPanel, TheFieldOfAKeyRefusesKeysWithAMeaningAndCanBeLeft)
     pressHere(Qt::Key_Space);
     EXPECT_EQ(field.text(), QString());
     press(field, Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"macroNameTF"_s);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"commandText"_s);
     field.setFocus();
     press(field, Qt::Key_Escape);
     EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));

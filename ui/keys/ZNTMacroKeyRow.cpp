@@ -3,17 +3,17 @@
 #include "ZNTAnnouncement.h"
 #include "ZNTKeyField.h"
 
-#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 namespace
 {
 constexpr int gapOfKeyRow = 8;
 } // namespace
 
-ZNTMacroKeyRow::ZNTMacroKeyRow(QFormLayout& form, QWidget& before)
+ZNTMacroKeyRow::ZNTMacroKeyRow(QVBoxLayout& sheet, QWidget& before)
     : field(new ZNTKeyField),
       clear(new QPushButton(QStringLiteral("C&lear"))),
       answer(new QLabel)
@@ -32,13 +32,14 @@ ZNTMacroKeyRow::ZNTMacroKeyRow(QFormLayout& form, QWidget& before)
     column->setSpacing(gapOfKeyRow / 2);
     auto* row = new QHBoxLayout;
     row->setSpacing(gapOfKeyRow);
+    auto* caption = new QLabel(QStringLiteral("&Key"));
+    caption->setBuddy(field);
+    row->addWidget(caption);
     row->addWidget(field, 1);
     row->addWidget(clear);
     column->addLayout(row);
     column->addWidget(answer);
-    auto* caption = new QLabel(QStringLiteral("&Key"));
-    caption->setBuddy(field);
-    form.addRow(caption, this);
+    sheet.insertWidget(sheet.count() - 1, this);
     setTabOrder(&before, field);
     setTabOrder(field, clear);
 

@@ -4,17 +4,18 @@
 #include <QWidget>
 #include <functional>
 
-class QFormLayout;
 class QLabel;
 class QPushButton;
+class QVBoxLayout;
 class ZNTKeyField;
 
 /// The row of a macro's sheet in which the player gives the macro a key.
 class ZNTMacroKeyRow final : public QWidget
 {
 public:
-    /// Goes to the end of the form, which owns it. `before` stands before it in the Tab order.
-    ZNTMacroKeyRow(QFormLayout& form, QWidget& before);
+    /// Goes into the sheet's column, which owns it, before the last row, that of the buttons. `before` stands
+    /// before it in the Tab order.
+    ZNTMacroKeyRow(QVBoxLayout& sheet, QWidget& before);
 
     void show(const QKeySequence& key);
     [[nodiscard]] QKeySequence key() const;

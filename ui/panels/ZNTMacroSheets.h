@@ -22,7 +22,7 @@ public:
                   ZNTMudMacroTableViewController& macros, ZNTAnnouncement done)
         : dialog(new ZNTSheetDialog(&window)),
           elements(*dialog, layout),
-          keyRow(*new ZNTMacroKeyRow(*layout.nameForm, *layout.macroNameTF)),
+          keyRow(*new ZNTMacroKeyRow(*layout.contentLayout, *layout.commandText)),
           controller(services.platform, services.database, groups, macros,
                      {.macroGroupNameLabel = elements.macroGroupNameLabel,
                       .commandText = elements.commandText,
