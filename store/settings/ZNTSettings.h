@@ -208,7 +208,7 @@ inline constexpr std::array ZNTSettingsTable{
                   .hasOwnControl = true},
     ZNTSettingRow{.name = "rate",
                   .field = &ZNTSettings::rate,
-                  .sentence = "Words a minute, for the pacing of spoken lines.",
+                  .sentence = "Words per minute, for the pacing of spoken lines.",
                   .tab = ZNTSettingTab::Speech,
                   .scope = ZNTSettingScope::Player,
                   .hasOwnControl = true,
