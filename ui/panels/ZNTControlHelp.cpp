@@ -67,7 +67,8 @@ constexpr auto controlHelp = std::to_array<ControlHelpRow>({
     {.control = "_mccpCheckBox", .setting = "compression"},
     {.control = "masterVolume", .action = "volume"},
     {.control = "muteCheckBox", .action = "mute"},
-    {"rememberBox", "Keeps all choices of this window for the next start."},
+    {"rememberBox",
+     "Keeps the settings for the next start, and the places, sizes and colours of the windows."},
     {"closeButton", "Closes this window. Your choices are in use already."},
     // The sheets
     {"filterField", "Shows only the games that match each word. The down arrow goes to them."},
