@@ -119,10 +119,11 @@ void ZNTServerConnectController::connectToServer()
     screen.myProgressIndicator->setHidden(false);
     screen.myProgressIndicator->startAnimation();
     lastEnding_ = ZNTSessionEnding::None;
+    lastEnd_ = {};
     mudServer = services.streams(*this);
     outgoing->useConnection(mudServer.get());
-    if (!mudServer->connectToHost(host, static_cast<std::uint16_t>(port))) {
-        lastEnding_ = ZNTSessionEnding::Broken;
+    if (const auto begun = mudServer->connectToHost(host, static_cast<std::uint16_t>(port)); !begun) {
+        noteEnd(ZNTSessionEnding::Broken, znt::endReasonOf(begun.error()));
         showMudNotResponding();
     }
     changed(ZNTSessionChange::State);
@@ -191,7 +192,8 @@ void ZNTServerConnectController::reportViewSize(ZNTViewSizeReport::Size size)
 
 void ZNTServerConnectController::onSocketWillDisconnectWithError(ZNTStream& socket, const ZNTError* error)
 {
-    lastEnding_ = error ? ZNTSessionEnding::Broken : ZNTSessionEnding::ByServer;
+    noteEnd(error ? ZNTSessionEnding::Broken : ZNTSessionEnding::ByServer,
+            error ? znt::endReasonOf(*error) : ZNTEndReason::ClosedByGame);
     takeWhatWasHeldUp(socket);
     receiver->stopInflating();
     screen.myProgressIndicator->stopAnimation();
@@ -206,7 +208,7 @@ void ZNTServerConnectController::onSocketWillDisconnectWithError(ZNTStream& sock
 void ZNTServerConnectController::onSocketDidDisconnect(ZNTStream&)
 {
     if (lastEnding_ == ZNTSessionEnding::None)
-        lastEnding_ = ZNTSessionEnding::ByPlayer;
+        noteEnd(ZNTSessionEnding::ByPlayer, ZNTEndReason::ByPlayer);
     receiver->stopInflating();
     if (settings_.stopSounds)
         stopAllSounds();
@@ -223,6 +225,12 @@ void ZNTServerConnectController::onSocketDidDisconnect(ZNTStream&)
     showFarewellInAWhile();
     changed(ZNTSessionChange::State);
     noteCompression(); // last, since what is called may connect again
+}
+
+void ZNTServerConnectController::noteEnd(ZNTSessionEnding ending, ZNTEndReason reason)
+{
+    lastEnding_ = ending;
+    lastEnd_ = {reason, isConnected_, platform.clock.timeOfDay()};
 }
 
 /// What the game and the receiver had agreed on holds for one connection.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZNTChunkInHand.h"
+#include "ZNTConnectionEnd.h"
 #include "ZNTHeldBackText.h"
 #include "ZNTLineSender.h"
 #include "ZNTPlatform.h"
@@ -71,9 +72,6 @@ struct ZNTSessionServices {
 enum class ZNTCommandLineKey { InsertNewline, MoveUp, MoveDown, Other };
 
 enum class ZNTSessionState { Idle, Connecting, Connected };
-
-/// How a connection came to its end.
-enum class ZNTSessionEnding { None, ByPlayer, ByServer, Broken };
 
 /// The spine of the client, one for each main window: it owns the connection to one game and joins what works
 /// on it. Belongs to the run loop's thread.
@@ -243,6 +241,8 @@ public:
     // Queries
     [[nodiscard]] ZNTSessionState state() const;
     [[nodiscard]] ZNTSessionEnding lastEnding() const { return lastEnding_; }
+    /// Why and when; None once a new attempt has begun.
+    [[nodiscard]] const ZNTConnectionEnd& lastEnd() const { return lastEnd_; }
     [[nodiscard]] std::chrono::system_clock::time_point connectedSince() const { return connectedSince_; }
     [[nodiscard]] bool isConnected() const { return isConnected_; }
     // Kept as part of the interface: what the parser has noted. Nothing of the client asks for it.
@@ -303,6 +303,7 @@ private:
     void endAgreements();
     void reportViewSize(ZNTViewSizeReport::Size size);
     void endUnreadable(std::u16string_view sentence);
+    void noteEnd(ZNTSessionEnding ending, ZNTEndReason reason);
     void takeWhatWasHeldUp(ZNTStream& stream);
     ZNTReceiver& chooseReceiver();
     ZNTReceiver& switched();
@@ -352,6 +353,7 @@ private:
     std::string rootPath_;
     std::u16string lastCommand_;
     ZNTSessionEnding lastEnding_ = ZNTSessionEnding::None;
+    ZNTConnectionEnd lastEnd_;
     std::chrono::system_clock::time_point connectedSince_{};
 
     // Each of these uses those above it only.

@@ -115,7 +115,7 @@ bool ZNTServerConnectController::isTypingHidden() const
 
 void ZNTServerConnectController::endUnreadable(std::u16string_view sentence)
 {
-    lastEnding_ = ZNTSessionEnding::Broken;
+    noteEnd(ZNTSessionEnding::Broken, ZNTEndReason::Unreadable);
     platform.alert.showMessage(u"Connection closed", sentence);
     if (mudServer)
         mudServer->disconnect();

@@ -7,6 +7,7 @@
 struct ZNTSessionNotice {
     enum class Kind {
         Fact, ///< something has happened
+        End,  ///< the connection has ended; a front end that shows why need not show it
         Hint  ///< a setting could make this game play better; a front end that knows better need not show it
     };
     Kind kind;
@@ -17,7 +18,7 @@ struct ZNTSessionNotice {
 namespace znt::notices
 {
 
-inline constexpr ZNTSessionNotice gameClosed{ZNTSessionNotice::Kind::Fact, u"The game closed the connection.",
+inline constexpr ZNTSessionNotice gameClosed{ZNTSessionNotice::Kind::End, u"The game closed the connection.",
                                              true};
 inline constexpr ZNTSessionNotice standardTelnetMayHelp{
     ZNTSessionNotice::Kind::Hint,

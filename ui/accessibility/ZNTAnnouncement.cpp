@@ -38,6 +38,7 @@ constexpr std::array announcementRows{
     AnnouncementRow{.what = ZNTAnnouncement::TabWithFocus, .words = "%1 tab", .isSaidByReader = true},
     AnnouncementRow{.what = ZNTAnnouncement::Connecting, .words = "Connecting to %1"},
     AnnouncementRow{.what = ZNTAnnouncement::Connected, .words = "Connected to %1"},
+    AnnouncementRow{.what = ZNTAnnouncement::ConnectionEnded, .words = "%1. %2 connects again"},
     AnnouncementRow{.what = ZNTAnnouncement::Alert, .words = "%1 %2", .isSaidByReader = true},
     AnnouncementRow{.what = ZNTAnnouncement::AlertAgain, .words = "%1 %2"},
     AnnouncementRow{.what = ZNTAnnouncement::Answer, .words = "%1"},

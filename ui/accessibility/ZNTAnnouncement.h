@@ -10,31 +10,32 @@ enum class ZNTAnnouncement {
     TriggerSaved,
     TriggerNotSaved,
     NoTriggerSelected,
-    GamesFound,     ///< how many match a filter, and the selected one
-    GamePicked,     ///< its name, and the key that connects
-    MacroAdded,     ///< its name
-    MacroSaved,     ///< its name
-    Found,          ///< the line with the match, and "1 of 3"
-    NotFound,       ///< how the search ended
-    LinesFound,     ///< how many, and the line on which one stands
-    Line,           ///< the line on which one stands
-    Completed,      ///< the word
-    Tab,            ///< its title
-    TabWithFocus,   ///< the same, reached on the row of tabs
-    Connecting,     ///< to which game
-    Connected,      ///< to which game
-    Alert,          ///< title and text
-    AlertAgain,     ///< the same, for a player who typed while it came
-    Answer,         ///< a sentence about what a button has done, or why it could not
-    RecordingRuns,  ///< its name
-    RecordingEnded, ///< its name
-    MenuOpened,     ///< its title
-    NewsAgain,      ///< news of the session that a key may have cut off
-    OfferListening, ///< the key that sets the client up for listening
-    Welcome,        ///< the keys for speech and for help
-    HelpPage,       ///< its title and its first line
-    Explanation,    ///< what "What's this?" shows
-    LeftByFilter    ///< how many rows, and the first of them
+    GamesFound,      ///< how many match a filter, and the selected one
+    GamePicked,      ///< its name, and the key that connects
+    MacroAdded,      ///< its name
+    MacroSaved,      ///< its name
+    Found,           ///< the line with the match, and "1 of 3"
+    NotFound,        ///< how the search ended
+    LinesFound,      ///< how many, and the line on which one stands
+    Line,            ///< the line on which one stands
+    Completed,       ///< the word
+    Tab,             ///< its title
+    TabWithFocus,    ///< the same, reached on the row of tabs
+    Connecting,      ///< to which game
+    Connected,       ///< to which game
+    Alert,           ///< title and text
+    AlertAgain,      ///< the same, for a player who typed while it came
+    Answer,          ///< a sentence about what a button has done, or why it could not
+    RecordingRuns,   ///< its name
+    RecordingEnded,  ///< its name
+    MenuOpened,      ///< its title
+    NewsAgain,       ///< news of the session that a key may have cut off
+    OfferListening,  ///< the key that sets the client up for listening
+    ConnectionEnded, ///< why, and the key that connects again
+    Welcome,         ///< the keys for speech and for help
+    HelpPage,        ///< its title and its first line
+    Explanation,     ///< what "What's this?" shows
+    LeftByFilter     ///< how many rows, and the first of them
 };
 
 namespace znt

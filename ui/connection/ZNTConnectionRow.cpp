@@ -3,18 +3,16 @@
 #include "ZNTCaptionedField.h"
 #include "ZNTFlowLayout.h"
 
-#include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
-#include <algorithm>
+#include <QStyleOptionButton>
 
 namespace
 {
 
-constexpr int gapOfFields = 10;
-constexpr int gapOfButton = 8;
+constexpr int gap = 8;
 
 template <typename Widget>
 Widget* called(Widget* widget, const char* objectName)
@@ -29,13 +27,30 @@ class ConnectionButton final : public QPushButton
 public:
     [[nodiscard]] QSize sizeHint() const override
     {
-        const int longer = fontMetrics().horizontalAdvance(QStringLiteral("Disconnect"));
-        const int shown =
-            fontMetrics().horizontalAdvance(QString(QPushButton::text()).remove(QLatin1Char('&')));
-        const QSize size = QPushButton::sizeHint();
-        return {size.width() + std::max(0, longer - shown), size.height()};
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        option.text = QStringLiteral("Disconnect"); // the longer one
+        const QSize words = fontMetrics().size(Qt::TextShowMnemonic, option.text);
+        return style()->sizeFromContents(QStyle::CT_PushButton, &option, words, this);
     }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+/// Would like to be one line. In a narrow window it wraps; Qt's own label would wrap in a wide one, too.
+class ConnectionLine final : public QLabel
+{
+public:
+    ConnectionLine()
+    {
+        setTextFormat(Qt::PlainText);
+        setWordWrap(true);
+    }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const int wide = fontMetrics().horizontalAdvance(text()) + 1;
+        return {wide, heightForWidth(wide)};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {0, fontMetrics().height()}; }
 };
 
 } // namespace
@@ -44,19 +59,16 @@ ZNTConnectionRow::ZNTConnectionRow()
 {
     setObjectName(QStringLiteral("connectionRow"));
     makeParts();
-
-    auto* row = new ZNTFlowLayout(this, gapOfFields);
+    auto* row = new ZNTFlowLayout(this, gap);
     auto* name = new ZNTCaptionedField(QStringLiteral("&Name"), mudName, 14);
+    fields = {name, new ZNTCaptionedField(QStringLiteral("&Address"), ipAddress, 22),
+              new ZNTCaptionedField(QStringLiteral("&Port"), port, 8)};
     row->addShrinking(name, [name] { return name->leastWidthBeside(); });
-    row->addStretching(new ZNTCaptionedField(QStringLiteral("&Address"), ipAddress, 22));
-    row->addWidget(new ZNTCaptionedField(QStringLiteral("&Port"), port, 8));
-    auto* ends = new QWidget;
-    auto* pair = new QHBoxLayout(ends);
-    pair->setContentsMargins(0, 0, 0, 0);
-    pair->setSpacing(gapOfButton);
-    pair->addWidget(connectionButton);
-    pair->addWidget(myProgressIndicator);
-    row->addWidget(ends);
+    row->addStretching(fields[1]);
+    row->addWidget(fields[2]);
+    row->addStretching(connectionLine);
+    row->addWidget(connectionButton);
+    connectionLine->hide();
 }
 
 void ZNTConnectionRow::makeParts()
@@ -68,10 +80,30 @@ void ZNTConnectionRow::makeParts()
     // brings blanks.
     port->setValidator(
         new QRegularExpressionValidator(QRegularExpression(QStringLiteral("\\s*[0-9]{0,5}\\s*")), port));
+    connectionLine = called(new ConnectionLine, "connectionLine");
     connectionButton = called(new ConnectionButton, "connectionButton");
     connectionButton->setText(QStringLiteral("&Connect"));
     connectionButton->setAccessibleName(QStringLiteral("Connect"));
-    myProgressIndicator = called(new QProgressBar, "myProgressIndicator");
-    myProgressIndicator->setAccessibleName(QStringLiteral("Connecting"));
-    myProgressIndicator->setMaximumWidth(connectionButton->fontMetrics().averageCharWidth() * 10);
+}
+
+void ZNTConnectionRow::fold(const QString& line)
+{
+    connectionLine->setText(line);
+    connectionLine->setAccessibleName(QStringLiteral("Connection: ") + line);
+    connectionButton->setAccessibleDescription(line);
+    setFolded(/*folded=*/true);
+}
+
+void ZNTConnectionRow::unfold()
+{
+    connectionButton->setAccessibleDescription({});
+    setFolded(/*folded=*/false);
+}
+
+void ZNTConnectionRow::setFolded(bool folded)
+{
+    isFolded_ = folded;
+    for (QWidget* field : fields)
+        field->setVisible(!folded);
+    connectionLine->setVisible(folded);
 }

@@ -70,7 +70,7 @@ void ZNTOutputView::append(const ZNTAttributedText& text)
     store_.append(text, clock());
     noteDropped(oldStart);
     if (wasEmpty)
-        describeWhileEmpty();
+        noteEmptiness();
     selection.textAdded(store_.end());
     scheduleRefresh();
 }
@@ -104,7 +104,7 @@ void ZNTOutputView::clear()
     dragTimer.stop();
     finder.loseCurrent();
     announceRemoved(length);
-    describeWhileEmpty();
+    noteEmptiness();
     if (scrolling.setFollowing(true))
         Q_EMIT followsEndChanged(true);
     if (hadSelection)
@@ -158,6 +158,18 @@ void ZNTOutputView::setEmptyHint(const QString& words)
     emptyHint = words;
     describeWhileEmpty();
     viewport()->update();
+}
+
+void ZNTOutputView::coverEmptyHint(bool isCovered)
+{
+    isHintCovered = isCovered;
+    viewport()->update();
+}
+
+void ZNTOutputView::noteEmptiness()
+{
+    describeWhileEmpty();
+    Q_EMIT emptinessChanged();
 }
 
 void ZNTOutputView::describeWhileEmpty()
@@ -291,7 +303,7 @@ void ZNTOutputView::paintEvent(QPaintEvent* event)
     sincePaint.restart();
     QPainter canvas(viewport());
     canvas.fillRect(event->rect(), Qt::black);
-    if (isEmpty() && !emptyHint.isEmpty()) {
+    if (isEmpty() && !emptyHint.isEmpty() && !isHintCovered) {
         QFont larger = font();
         larger.setPointSizeF(larger.pointSizeF() * 1.25);
         canvas.setFont(larger);

@@ -92,6 +92,9 @@ public:
     /// Shown in the view, and its description for screen readers, while there is no text. It is not part of
     /// the text. Empty for none.
     void setEmptyHint(const QString& words);
+    /// While something else stands in the empty view, the hint is not drawn. Screen readers still have it.
+    void coverEmptyHint(bool isCovered);
+    [[nodiscard]] bool isEmpty() const { return store_.start() == store_.end(); }
 
     [[nodiscard]] const ZNTOutputStore& store() const { return store_; }
     [[nodiscard]] bool followsEnd() const { return scrolling.isFollowing(); }
@@ -156,6 +159,8 @@ Q_SIGNALS:
     /// The columns or the rows that fit may have changed.
     void gridChanged();
     void followsEndChanged(bool follows);
+    /// The first text has come, or the view was emptied.
+    void emptinessChanged();
     void findStatusChanged(const ZNTOutputFind::Status& status);
     /// The player clicked a web address, as it stands in the text.
     void webAddressClicked(const QString& address);
@@ -183,7 +188,7 @@ private:
     /// Brings positions inside the text after the oldest text was dropped.
     void noteDropped(Position oldStart);
 
-    [[nodiscard]] bool isEmpty() const { return store_.start() == store_.end(); }
+    void noteEmptiness();
     void describeWhileEmpty();
 
     [[nodiscard]] const ZNTFont& base() const { return store_.fonts()[store_.defaultFont()]; }
@@ -232,6 +237,7 @@ private:
     ZNTOutputScroll scrolling; ///< after the mark, which it asks for its height
     ZNTOutputPlaces places{store_, fonts, textLayout, scrolling};
     QString emptyHint;
+    bool isHintCovered = false;
     std::function<std::uint32_t()> clock;
     bool hasWebLinks = false, hasLineTimes = false;
 

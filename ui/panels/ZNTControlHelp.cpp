@@ -36,6 +36,7 @@ constexpr auto controlHelp = std::to_array<ControlHelpRow>({
     {"macroComboBoxGroup", "The group of macros. Type a new name and press New to make a group."},
     {"macroTable", "The macros of the group. Return runs the selected one, Alt+1 the first one."},
     {"statusText", "The state of the connection, the recorder, speech and sounds."},
+    {"firstStartRemember", "Keeps your settings for the next start, as the mark in the preferences does."},
     // The preferences
     {"tabView", "The pages of the preferences. Ctrl+Tab goes to the next one."},
     {"triggerTableView", "Your triggers. F2 edits a cell, the space bar sets a mark."},

@@ -102,9 +102,6 @@ void ZNTQtButton::setEnabled(bool enabled)
 
 ZNTQtSpinner::ZNTQtSpinner(QProgressBar* bar) : bar(bar)
 {
-    QSizePolicy policy = bar->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    bar->setSizePolicy(policy);
     bar->setTextVisible(false);
     apply();
 }

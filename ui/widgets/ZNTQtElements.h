@@ -68,7 +68,7 @@ private:
     QChar mnemonic;
 };
 
-/// A bar without a known end. It keeps its place in the layout while hidden, so that nothing jumps.
+/// A bar without a known end.
 class ZNTQtSpinner final : public ZNTSpinner
 {
 public:

@@ -2,20 +2,24 @@
 
 #include "ZNTAskBar.h"
 #include "ZNTCaptionedField.h"
-#include "ZNTCheckBox.h"
 #include "ZNTCommandLine.h"
 #include "ZNTFindBar.h"
+#include "ZNTFirstStart.h"
 #include "ZNTFlowLayout.h"
 #include "ZNTFoldedKeys.h"
 #include "ZNTMainWindowParts.h"
 #include "ZNTQuitAnywhere.h"
 #include "ZNTSidePanel.h"
+#include "ZNTStatusButtons.h"
+#include "ZNTTurningRing.h"
 #include "ZNTUITextViewAccessability.h"
 #include "ZNTWindowFit.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -37,6 +41,7 @@ namespace
 
 constexpr int margin = 10;
 constexpr int gap = 8;
+constexpr int statusBarInset = 2; // how far to the right Qt sets what stands in a status bar
 /// The grid that most games lay their text out for.
 constexpr int usualColumns = 80, usualRows = 32;
 /// In characters of the window's font.
@@ -63,8 +68,6 @@ ZNTMainWindow::ZNTMainWindow()
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(margin, margin, margin, gap);
     layout->setSpacing(gap);
-    layout->addWidget(makeConnectionRow());
-
     splitter = named(new QSplitter(Qt::Horizontal), "splitter");
     splitter->addWidget(makePlayArea());
     splitter->addWidget(makeSidePanel());
@@ -112,7 +115,7 @@ void ZNTMainWindow::takeUsualSize()
         hasPanel ? widthWithPanel(usualColumns, sidePanel->comfortableWidth()) : 2 * margin + output.width();
     const int wide = std::min(wanted, room.width());
     const int high = menuBar()->heightForWidth(wide) + margin +
-                     connectionRow->heightForWidth(wide - 2 * margin) + gap + output.height() + gap +
+                     connectionRow->heightForWidth(output.width()) + gap + output.height() + gap +
                      commandRow->heightForWidth(output.width()) + gap + statusBar()->sizeHint().height();
     resize(QSize(wide, std::min(high, room.height())).expandedTo(minimumSizeHint()));
     standSidePanel();
@@ -210,7 +213,6 @@ QWidget* ZNTMainWindow::makeConnectionRow()
     ipAddress = connectionRow->ipAddress;
     port = connectionRow->port;
     connectionButton = connectionRow->connectionButton;
-    myProgressIndicator = connectionRow->myProgressIndicator;
     return connectionRow;
 }
 
@@ -220,16 +222,20 @@ QWidget* ZNTMainWindow::makePlayArea()
     auto* column = new QVBoxLayout(area);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(gap);
+    // In this column, so that the row begins and ends where the output does.
+    column->addWidget(makeConnectionRow());
 
     textFromServer = named(new ZNTUITextViewAccessability, "textFromServer");
     textFromServer->setAccessibleName(text("Output"));
     connect(textFromServer, &ZNTOutputView::shownFontChanged, this, [this] { standSidePanel(); });
     textFromServer->setMinimumHeight(textFromServer->fontMetrics().height() * 5);
-    column->addWidget(textFromServer, 1);
-    listeningBox = named(new ZNTCheckBox, "listeningBox");
-    listeningBox->setText(text("Set up for listening (Ctrl+F8)"));
-    listeningBox->hide();
-    column->addWidget(listeningBox);
+    firstStart = new ZNTFirstStart;
+    firstStart->hide();
+    listeningBox = firstStart->listeningBox;
+    auto* outputPlace = new QGridLayout; // a screen reader would not find the card inside the output
+    outputPlace->addWidget(textFromServer, 0, 0);
+    outputPlace->addWidget(firstStart, 0, 0, Qt::AlignCenter);
+    column->addLayout(outputPlace, 1);
     findBar = named(new ZNTFindBar(*textFromServer), "findBar");
     findBar->hide();
     column->addWidget(findBar);
@@ -273,22 +279,35 @@ void ZNTMainWindow::makeStatusBar()
     statusText->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
     statusText->setFocusPolicy(Qt::StrongFocus);
     statusText->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    statusText->setContentsMargins(margin, 2, margin, 4);
-    statusBar()->addWidget(statusText, 1);
+    myProgressIndicator = named(new ZNTTurningRing, "myProgressIndicator");
+    myProgressIndicator->setAccessibleName(text("Connecting"));
+    statusButtons = new ZNTStatusButtons;
+    auto* line = new QWidget;
+    auto* row = new QHBoxLayout(line);
+    row->setContentsMargins(margin - statusBarInset, 2, margin + statusBarInset, 4);
+    row->setSpacing(gap);
+    row->addWidget(myProgressIndicator);
+    row->addWidget(statusText, 1);
+    row->addWidget(statusButtons);
+    statusBar()->addWidget(line, 1);
     statusBar()->setSizeGripEnabled(false);
 }
 
 void ZNTMainWindow::setTabOrders()
 {
     std::vector<QWidget*> order{mudName, ipAddress, port, connectionButton, textFromServer};
+    for (QWidget* widget : firstStart->parts())
+        order.push_back(widget);
     for (QWidget* widget : findBar->parts())
         order.push_back(widget);
-    for (QWidget* widget : std::initializer_list<QWidget*>{findInSaidBar, listeningBox, textToServer,
-                                                           resendLastCommand, startStopSpeech})
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{findInSaidBar, textToServer, resendLastCommand, startStopSpeech})
         order.push_back(widget);
     for (QWidget* widget : sidePanel->tabOrder())
         order.push_back(widget);
-    order.push_back(statusText);
+    for (QWidget* widget : std::initializer_list<QWidget*>{statusText, statusButtons->stopConnecting,
+                                                           statusButtons->connectAgain})
+        order.push_back(widget);
     for (std::size_t index = 1; index < order.size(); ++index)
         setTabOrder(order[index - 1], order[index]);
 }

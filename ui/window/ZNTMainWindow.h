@@ -20,8 +20,10 @@ class ZNTAskBar;
 class ZNTCommandLine;
 class ZNTCompass;
 class ZNTFindBar;
+class ZNTFirstStart;
 class ZNTHintedTable;
 class ZNTOutputView;
+class ZNTStatusButtons;
 class ZNTSidePanel;
 
 /// The widgets of the main window and where they stand; what they do is wired elsewhere.
@@ -42,7 +44,8 @@ public:
     QPushButton* connectionButton;
     QProgressBar* myProgressIndicator;
     ZNTOutputView* textFromServer;
-    QCheckBox* listeningBox; ///< below the words of the first start; else hidden
+    ZNTFirstStart* firstStart; ///< stands in the empty output
+    QCheckBox* listeningBox;   ///< on its card
     ZNTFindBar* findBar;
     ZNTAskBar* findInSaidBar;
     ZNTCommandLine* textToServer;
@@ -59,6 +62,7 @@ public:
     QPushButton* editMacro;
     QPushButton* removeMacro;
     QLabel* statusText;
+    ZNTStatusButtons* statusButtons;
     ZNTConnectionRow* connectionRow;
 
     /// Moves the focus to the next of: connection, output, command line, side panel; -1 goes backwards.

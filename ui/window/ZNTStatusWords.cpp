@@ -3,24 +3,33 @@
 #include <QDateTime>
 #include <QStringList>
 
+QString znt::notConnectedInWords(const ZNTStatusFacts& facts)
+{
+    const QString words = QStringLiteral("Not connected");
+    return facts.ending.isEmpty() ? words : words + QStringLiteral(": ") + facts.ending;
+}
+
+QString znt::connectedTime(const ZNTStatusFacts& facts)
+{
+    const auto seconds =
+        std::chrono::duration_cast<std::chrono::seconds>(facts.connectedSince.time_since_epoch());
+    return QDateTime::fromSecsSinceEpoch(seconds.count()).toString(QStringLiteral("HH:mm"));
+}
+
 QString znt::statusInWords(const ZNTStatusFacts& facts)
 {
     QStringList words;
     switch (facts.connection) {
     case ZNTStatusFacts::Connection::None:
-        words << QStringLiteral("Not connected");
+        words << znt::notConnectedInWords(facts);
         break;
     case ZNTStatusFacts::Connection::Connecting:
         words << QStringLiteral("Connecting to ") + facts.game;
         break;
-    case ZNTStatusFacts::Connection::Connected: {
-        const auto seconds =
-            std::chrono::duration_cast<std::chrono::seconds>(facts.connectedSince.time_since_epoch());
-        const QDateTime since = QDateTime::fromSecsSinceEpoch(seconds.count());
+    case ZNTStatusFacts::Connection::Connected:
         words << QStringLiteral("Connected to ") + facts.game + QStringLiteral(" since ") +
-                     since.toString(QStringLiteral("HH:mm"));
+                     connectedTime(facts);
         break;
-    }
     }
     if (facts.hasGameSettings)
         words << QStringLiteral("with settings for this game");

@@ -6,7 +6,8 @@
 /// What the status line says, as facts.
 struct ZNTStatusFacts {
     enum class Connection { None, Connecting, Connected } connection = Connection::None;
-    QString game; ///< its name, else its address
+    QString ending; ///< why the last connection ended; empty if nothing is to be said
+    QString game;   ///< its name, else its address
     std::chrono::system_clock::time_point connectedSince;
     bool hasGameSettings = false; ///< the game is played with settings of its own
     bool isCompressed = false;
@@ -27,5 +28,9 @@ namespace znt
 
 /// In one line: "Connected to Elmvale since 12:04, compressed, recording, speech on".
 QString statusInWords(const ZNTStatusFacts& facts);
+/// "Not connected: no such host".
+QString notConnectedInWords(const ZNTStatusFacts& facts);
+/// Since when, as "14:27".
+QString connectedTime(const ZNTStatusFacts& facts);
 
 } // namespace znt

@@ -10,6 +10,8 @@
 #include "ZNTQtText.h"
 
 #include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
 
 using namespace znt;
 
@@ -24,11 +26,7 @@ ZNTConnectionWiring::ZNTConnectionWiring(ZNTMainWindow& window, ZNTMainMenu& men
 {
     wireActions();
     wireFields();
-    controller.whenGamePicked = [this] {
-        fields.remember();
-        announce(ZNTAnnouncement::GamePicked,
-                 {this->window.mudName->text(), this->menu["connectToServer"]->shortcut().toString()});
-    };
+    controller.whenGamePicked = [this] { gamePicked(); };
 }
 
 ZNTConnectionWiring::~ZNTConnectionWiring() { controller.whenGamePicked = nullptr; }
@@ -38,6 +36,7 @@ void ZNTConnectionWiring::wireActions()
     joinButton(window.connectionButton, menu["connectToServer"]);
     whenTriggered(menu["connectToServer"], [this] { connectOrDisconnect(); });
     whenTriggered(menu["stopConnecting"], [this] { giveUpConnecting(); });
+    whenTriggered(menu["connectAgain"], [this] { connectAgain(); });
     whenTriggered(menu["showZNTMudListController"], [this] { controller.showZNTMudListController(); });
     whenTriggered(menu["playDemo"], [this] { playDemo(); });
 }
@@ -50,6 +49,13 @@ void ZNTConnectionWiring::wireFields()
             if (session.state() == ZNTSessionState::Idle)
                 connects->trigger();
         });
+    // The button has the focus when a game was picked.
+    new ZNTPlainKeys(*window.connectionButton, {Qt::Key_Return, Qt::Key_Enter}, [this, connects] {
+        if (session.state() != ZNTSessionState::Idle)
+            return false;
+        connects->trigger();
+        return true;
+    });
     for (QWidget* widget : std::initializer_list<QWidget*>{window.mudName, window.ipAddress, window.port,
                                                            window.connectionButton})
         new ZNTPlainKeys(*widget, {Qt::Key_Escape}, [this] { return giveUpConnecting(); });
@@ -65,6 +71,8 @@ void ZNTConnectionWiring::connectOrDisconnect()
     if (!session.isConnected()) {
         const QString game = fields.game();
         controller.setPlayedGame(game);
+        lastGame_ = {window.ipAddress->text().trimmed(), window.port->text().trimmed(), game};
+        pickedGame_.clear();
         if (game == window.mudName->text())
             fields.remember();
     }
@@ -72,6 +80,33 @@ void ZNTConnectionWiring::connectOrDisconnect()
     lookAtState();
     if (wasIdle && session.state() == ZNTSessionState::Idle)
         goToWhatIsMissing();
+}
+
+void ZNTConnectionWiring::connectAgain()
+{
+    if (session.state() != ZNTSessionState::Idle)
+        return;
+    if (!lastGame_.host.isEmpty())
+        fields.fill(lastGame_.host, lastGame_.port.toInt(), lastGame_.name);
+    connectOrDisconnect();
+}
+
+/// Then Return connects: once the list has closed and given the focus back, it is in a field or on the
+/// button.
+void ZNTConnectionWiring::gamePicked()
+{
+    fields.remember();
+    announce(ZNTAnnouncement::GamePicked,
+             {window.mudName->text(), menu["connectToServer"]->shortcut().toString()});
+    if (session.state() != ZNTSessionState::Idle)
+        return;
+    pickedGame_ = window.mudName->text();
+    lookAtState();
+    QTimer::singleShot(0, window.connectionButton, [this] {
+        const QWidget* focused = window.focusWidget();
+        if (!focused || !window.connectionRow->isAncestorOf(focused))
+            window.connectionButton->setFocus(Qt::OtherFocusReason);
+    });
 }
 
 bool ZNTConnectionWiring::giveUpConnecting()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZNTConnectionShowing.h"
 #include "ZNTGameFields.h"
 #include "ZNTSpokenNews.h"
 
@@ -26,6 +27,10 @@ public:
     void playDemo();
 
     [[nodiscard]] bool isDemoPlayed() const;
+    /// The game that is played, or to which the player tried to connect last.
+    [[nodiscard]] const ZNTConnectionShowing::Game& lastGame() const { return lastGame_; }
+    /// The name of the game that was picked from the list and waits for the player to connect; else empty.
+    [[nodiscard]] const QString& pickedGame() const { return pickedGame_; }
 
     /// Called when the session's state is to be looked at again.
     std::function<void()> whenStateChanges;
@@ -36,6 +41,9 @@ private:
     void wireFields();
     /// What the button, the menu and the key do.
     void connectOrDisconnect();
+    /// To the last game, whatever the fields say; without one, to the game in the fields.
+    void connectAgain();
+    void gamePicked();
     /// False unless there was an attempt to connect.
     bool giveUpConnecting();
     /// Goes to the field that is empty: without an address and a port there is no attempt, and nothing else
@@ -49,5 +57,7 @@ private:
     ZNTServerConnectController& session;
     ZNTSpokenNews news;
     std::unique_ptr<ZNTDemoGame> demoGame;
+    ZNTConnectionShowing::Game lastGame_;
+    QString pickedGame_;
     QString demoPort; ///< of the demo game that was started last
 };

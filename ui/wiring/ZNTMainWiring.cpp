@@ -7,6 +7,7 @@
 #include "ZNTCompass.h"
 #include "ZNTConnectionWiring.h"
 #include "ZNTControlHelp.h"
+#include "ZNTDatabaseHelper.h"
 #include "ZNTFindBar.h"
 #include "ZNTFontChoice.h"
 #include "ZNTHelpWindow.h"
@@ -39,6 +40,8 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
       session(controller.serverConnectController()),
       appearance(appearance),
       status(*window.statusText, controller),
+      connectionShowing(window, menu),
+      firstStart(window, menu, controller.settings(), controller.services().database.isFirstStart()),
       news(session),
       silenceKeys(session),
       announcer(controller.services().screenReader, session.zntSpeechSynth(),

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "ZNTAnnouncer.h"
+#include "ZNTConnectionShowing.h"
+#include "ZNTFirstStartShowing.h"
 #include "ZNTMainMenu.h"
 #include "ZNTMainWindow.h"
 #include "ZNTMudAppController.h"
@@ -65,6 +67,7 @@ private:
     void announceConnection();
     [[nodiscard]] QStringList keysOfWelcome() const;
     [[nodiscard]] QString emptyHint() const;
+    [[nodiscard]] QString hintOfPickedGame() const;
     void showEncoding();
     void showSettings();
     void showNotice(const ZNTSessionNotice& notice);
@@ -80,6 +83,8 @@ private:
     ZNTServerConnectController& session;
     ZNTAppearance& appearance;
     ZNTStatusLine status;
+    ZNTConnectionShowing connectionShowing;
+    ZNTFirstStartShowing firstStart;
     ZNTSpokenNews news;
     ZNTSilenceKeys silenceKeys;
     ZNTAnnouncer announcer;

@@ -38,6 +38,7 @@ void ZNTMainWiring::showAll()
     for (const ZNTSessionChange what : allChanges)
         sessionChanged(what);
     showSettings();
+    firstStart.begin();
 }
 
 void ZNTMainWiring::sessionChanged(ZNTSessionChange what)
@@ -76,6 +77,7 @@ void ZNTMainWiring::showState()
     using Connection = ZNTStatusFacts::Connection;
     const ZNTStatusFacts& now = status.facts();
     announceConnection();
+    connectionShowing.show(now, connection.lastGame());
     const bool isConnected = now.connection == Connection::Connected;
     menu.enable(Enabled::WhileIdle, now.connection == Connection::None);
     menu.enable(Enabled::WhileConnecting, now.connection == Connection::Connecting);
@@ -84,6 +86,9 @@ void ZNTMainWiring::showState()
     menu["connectToServer"]->setText(isConnected ? text("Dis&connect") : text("&Connect"));
     window.setWindowTitle(isConnected ? QString(now.game + text(" - Zantor")) : text("Zantor"));
     window.textFromServer->setEmptyHint(now.connection == Connection::None ? emptyHint() : QString());
+    firstStart.setWords(connection.pickedGame().isEmpty() ? text("Welcome to Zantor") : hintOfPickedGame());
+    if (isConnected)
+        firstStart.notePlayed();
     if (isConnected && !wasConnected)
         window.textFromServer->beginSession();
     if (wasConnected && !isConnected)
@@ -98,8 +103,15 @@ QStringList ZNTMainWiring::keysOfWelcome() const
     return {menu["speechOnOff"]->shortcut().toString(), menu["keyboardMap"]->shortcut().toString()};
 }
 
+QString ZNTMainWiring::hintOfPickedGame() const
+{
+    return text("Press Return to connect to ") + connection.pickedGame();
+}
+
 QString ZNTMainWiring::emptyHint() const
 {
+    if (!connection.pickedGame().isEmpty())
+        return hintOfPickedGame();
     const QString hint = text("Game text appears here.\nPick a game with Ctrl+G and connect with F5,\n"
                               "or press Ctrl+Shift+D for the demo game.");
     if (!controller.services().database.isFirstStart())
@@ -139,6 +151,7 @@ void ZNTMainWiring::showSettings()
     menu["standardTelnet"]->setChecked(settings.standardTelnet);
     menu["setUpForListening"]->setChecked(isSetUpForListening(settings));
     showListeningBox();
+    firstStart.showSettings();
     window.textFromServer->setWebLinks(settings.webLinks);
     window.textFromServer->setLineTimes(settings.lineTimes);
 }

@@ -43,6 +43,8 @@ void ZNTStatusLine::sessionChanged(ZNTSessionChange what)
 
 void ZNTStatusLine::showNotice(const ZNTSessionNotice& notice)
 {
+    if (notice.kind == ZNTSessionNotice::Kind::End)
+        return; // the words of the state say it, with the time
     facts_.notice = znt::qtText(notice.sentence);
     isNoticeAHint = notice.kind == ZNTSessionNotice::Kind::Hint;
     show();
@@ -68,6 +70,7 @@ void ZNTStatusLine::takeState()
     }
     facts_.game = facts_.connection == Connection::None ? QString() : controller.playedGame();
     facts_.connectedSince = session.connectedSince();
+    facts_.ending = znt::qtText(znt::inWords(session.lastEnd()));
     facts_.hasGameSettings =
         facts_.connection == Connection::Connected && controller.settings().hasSettingsForGame();
     facts_.isCompressed = facts_.connection == Connection::Connected && session._mccp();
