@@ -141,7 +141,7 @@ void ZNTConsoleClient::connect(std::u16string_view newHost, int newPort)
         screen.port.setText(znt::decimalText(newPort));
     }
     if (screen.host.text().empty() || znt::integerValue(screen.port.text()) <= 0) {
-        complain(u"Name a game: /connect HOST PORT, or make one of /muds the default.");
+        complain(u"Name a game: /connect HOST PORT. /mud default N offers one from the next start on.");
         return;
     }
     controller.connectToServer();

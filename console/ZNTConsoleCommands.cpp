@@ -155,18 +155,29 @@ void ZNTConsoleCommands::carryOut(std::u16string_view line)
         if (!name.empty() && command.name.starts_with(name))
             meant.push_back(&command);
     }
-    if (meant.size() == 1)
+    if (meant.size() == 1) {
         meant.front()->carryOut(words);
-    else if (meant.empty())
+        return;
+    }
+    if (meant.empty()) {
         client.complain(joined({u"There is no command /", name,
                                 u"; /help lists them. A line for the game that "
                                 u"starts with a slash is typed with two."}));
-    else
-        client.complain(joined({u"/", name, u" could be /", meant[0]->name, u" or /", meant[1]->name, u"."}));
+        return;
+    }
+    auto choices = joined({u"/", name, u" could be "});
+    for (const auto* command : meant)
+        choices += joined({command == meant.front()  ? u"/"
+                           : command == meant.back() ? u" or /"
+                                                     : u", /",
+                           command->name});
+    client.complain(choices + u".");
 }
 
 void ZNTConsoleCommands::showHelp(std::u16string_view name)
 {
+    if (name.starts_with(u'/')) // as the command itself is typed
+        name.remove_prefix(1);
     bool isKnown = false;
     for (const auto& command : commands) {
         if (!name.empty() && command.name != name)

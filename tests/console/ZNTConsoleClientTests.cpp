@@ -202,7 +202,8 @@ TEST_F(ZNTConsoleClientTest, WrongCommandsAreAnsweredWithASentence)
     start(From::Terminal);
     const std::pair<const char*, const char*> cases[] = {
         {"/xyzzy", "! There is no command /xyzzy"},
-        {"/re", "! /re could be /replay or /reload."},
+        {"/re", "! /re could be /replay, /reload, /resend or /record."},
+        {"/mu", "! /mu could be /mute, /mud or /muds."},
         {"/dis", "! There is no connection."},
         {"/stop", "! There is no walk"},
         {"/quiet", "! There is no sound"},
