@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QStringList>
 #include <QThread>
@@ -82,4 +83,27 @@ TEST_F(FocusFirst, AFieldBehindAnOpenMenuDoesNotSeemToGetTheFocus)
     Told::words.clear();
     tellFocus(field);
     EXPECT_EQ(Told::words, QStringList{field.objectName()});
+}
+
+TEST_F(FocusFirst, AListThatIsNarrowedDownDoesNotSeemToGetTheFocus)
+{
+    QWidget window;
+    auto* filter = new QLineEdit(&window);
+    auto* list = new QListWidget(&window);
+    list->setObjectName(QStringLiteral("list"));
+    list->addItems({QStringLiteral("look"), QStringLiteral("north")});
+    window.show();
+    window.activateWindow();
+    filter->setFocus();
+    for (int turn = 0; turn < 1000 && !filter->hasFocus(); ++turn) {
+        QApplication::processEvents();
+        QThread::msleep(10);
+    }
+    Told::words.clear();
+    list->setCurrentRow(1);
+    EXPECT_EQ(Told::words, QStringList());
+    list->setFocus();
+    Told::words.clear();
+    list->setCurrentRow(0);
+    EXPECT_EQ(Told::words, QStringList{list->objectName()});
 }

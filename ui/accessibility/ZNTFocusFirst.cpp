@@ -2,6 +2,7 @@
 
 #include "ZNTDesktopScreenReader.h"
 
+#include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QAction>
@@ -53,6 +54,16 @@ bool isBehindMenu(const QAccessibleEvent& event)
            !qobject_cast<const QAction*>(object);
 }
 
+/// If a list is narrowed down while the player types into the field above it, Qt announces the list's new
+/// current row as if the focus were there. A reader would take the next letters for typed into the list.
+bool isRowOfListWithoutFocus(const QAccessibleEvent& event)
+{
+    const auto* list = qobject_cast<const QAbstractItemView*>(event.object());
+    const QWidget* focused = QApplication::focusWidget();
+    return list && event.type() == QAccessible::Focus && focused && focused->window() == list->window() &&
+           focused != list && !list->isAncestorOf(focused);
+}
+
 /// If a text takes the place of one of the same length, as two lines of the history may, the caret ends where
 /// it was, and readers say nothing. This comes after all that Qt announces of the change.
 void tellTextOfSameLength(const QAccessibleEvent& event)
@@ -69,7 +80,7 @@ void tellTextOfSameLength(const QAccessibleEvent& event)
 void tellWhatIsKnown(QAccessibleEvent* event)
 {
     if ((isCaretQuiet && event->type() == QAccessible::TextCaretMoved) || isHiddenTyping(*event) ||
-        isBehindMenu(*event) || isSelectionOfFocusChange(*event))
+        isBehindMenu(*event) || isRowOfListWithoutFocus(*event) || isSelectionOfFocusChange(*event))
         return;
     QAccessible::installUpdateHandler(next);
     QAccessible::updateAccessibility(event);

@@ -20,7 +20,7 @@ private:
 
 /// While it lives, screen readers learn of the focus before the caret, in every field of the application. Of
 /// what is typed into a field that hides it, they learn nothing. The focus does not seem to leave an open
-/// menu. They say a text also if it takes the place of
+/// menu, nor a field above a list that the field narrows down. They say a text also if it takes the place of
 /// one of the same length.
 class ZNTFocusFirst final : public QObject
 {

@@ -87,7 +87,7 @@ void ZNTOldLogsWindow::makeParts(const ZNTOutputView& model)
     output->setPointSize(model.pointSize());
     output->setAmbiguousWidth(model.store().ambiguousWidth());
     output->setMinimumHeight(output->fontMetrics().height() * 5);
-    findBar = new ZNTFindBar(*output);
+    findBar = new ZNTFindBar(*output, QStringLiteral("Find in the log"));
     findBar->setObjectName(latin("oldLogFind"));
     findBar->hide();
     auto* column = new QVBoxLayout(right);

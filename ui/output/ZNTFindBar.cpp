@@ -36,7 +36,7 @@ QString inWords(const ZNTOutputFind::Status& status)
 
 } // namespace
 
-ZNTFindBar::ZNTFindBar(ZNTOutputView& output) : output(output)
+ZNTFindBar::ZNTFindBar(ZNTOutputView& output, const QString& nameOfField) : output(output)
 {
     const auto button = [this](const char* title, const char* objectName, const char* says) {
         auto* made = new QPushButton(text(title), this);
@@ -55,7 +55,7 @@ ZNTFindBar::ZNTFindBar(ZNTOutputView& output) : output(output)
 
     auto* row = new ZNTFlowLayout(this, gap);
     row->addStretching(new ZNTCaptionedField(text("Find"), wanted, 20));
-    wanted->setAccessibleName(text("Find in the output"));
+    wanted->setAccessibleName(nameOfField);
     row->addWidget(previous);
     row->addWidget(next);
     row->addWidget(done);

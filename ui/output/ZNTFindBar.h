@@ -14,7 +14,8 @@ class ZNTOutputView;
 class ZNTFindBar final : public QWidget
 {
 public:
-    explicit ZNTFindBar(ZNTOutputView& output);
+    explicit ZNTFindBar(ZNTOutputView& output,
+                        const QString& nameOfField = QStringLiteral("Find in the output"));
 
     /// Shows the bar with the focus in it. The text of the last search is selected.
     void open();
