@@ -82,7 +82,12 @@ ZNTSessionServices ZNTConsoleClient::services()
                     else if (what == ZNTSessionChange::Typing)
                         surroundings.input.setTypingHidden(controller.isTypingHidden());
                 },
-            .textShown = [this](std::u16string_view) { script.textShown(); },
+            .textShown =
+                [this](std::u16string_view text) {
+                    const auto& settings = controller.settings();
+                    script.textShown((settings.standardTelnet || settings.wholeLines) &&
+                                     text.ends_with(u'\n'));
+                },
             .silencePassed =
                 [this] {
                     noteTerminalSize();

@@ -60,7 +60,7 @@ void ZNTConsoleScript::lineSent()
 
 void ZNTConsoleScript::connected()
 {
-    isAnswerAwaited = pace == Pace::AnswerByAnswer; // a script reads the greeting first
+    lineSent(); // a script reads the greeting first
     runLoop.post([this] { sendWaitingLines(); });
 }
 
@@ -73,8 +73,12 @@ void ZNTConsoleScript::disconnected()
     });
 }
 
-void ZNTConsoleScript::textShown()
+/// A line that left before the prompt would answer the wrong question, and a password would be shown, since
+/// the game hides it only with its prompt.
+void ZNTConsoleScript::textShown(bool mayGoOn)
 {
+    if (mayGoOn && runLoop.now() - lastSent < secondsOfAnswer)
+        return;
     isAnswerAwaited = false;
     runLoop.post([this] { sendWaitingLines(); });
 }

@@ -43,13 +43,16 @@ public:
     void lineSent();
     void connected();
     void disconnected();
-    void textShown();
+    /// `mayGoOn`: it ended with a line that was shown at once, so that the prompt may still come.
+    void textShown(bool mayGoOn);
     void silencePassed();
 
     /// Lines of a script that are read ahead of the one being sent, about.
     static constexpr std::size_t mostWaitingLines = 1000;
     /// As long as the session waits before it takes a pause for the end of the game's text.
     static constexpr double secondsOfSilence = 0.5;
+    /// A game that sends line after line and no prompt keeps a script waiting for so long at each line.
+    static constexpr double secondsOfAnswer = 2;
 
 private:
     void sendWaitingLines();

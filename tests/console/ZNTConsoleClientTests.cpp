@@ -137,6 +137,27 @@ TEST_F(ZNTConsoleClientTest, LinesThatCannotBeSentMakeTheExitCodeOne)
     EXPECT_THAT(exitCodes, ElementsAre(1));
 }
 
+TEST_F(ZNTConsoleClientTest, AScriptWaitsForThePromptAlsoIfLinesAreShownAtOnce)
+{
+    start();
+    type("/set standard-telnet on");
+    type("/connect 127.0.0.1 4000");
+    type("Ash");
+    waitForConnection();
+    const auto come = [this](const char* text) {
+        server.send(text);
+        settle();
+        return server.received().find("Ash") != std::string::npos;
+    };
+    EXPECT_FALSE(come("Welcome.\r\n"));
+    EXPECT_TRUE(come("Name: \xff\xf9"));
+    type("look");
+    come("You see nothing.\r\n");
+    EXPECT_THAT(server.received(), testing::Not(HasSubstr("look")));
+    machine.loop.advance(1);
+    EXPECT_THAT(server.received(), HasSubstr("look")) << "no prompt came";
+}
+
 TEST_F(ZNTConsoleClientTest, AScriptMayGoFromOneGameToTheNext)
 {
     startConnected();
