@@ -8,8 +8,12 @@
 #include <QLabel>
 #include <QPixmap>
 #include <QTextBrowser>
+#include <QTextDocument>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+#include <memory>
 #include <utility>
 
 namespace
@@ -17,7 +21,8 @@ namespace
 
 constexpr int iconSize = 128;
 constexpr int gap = 18;
-constexpr QSize charactersOfText(52, 12), fewestCharacters(16, 6);
+constexpr int columnsOfText = 60;
+constexpr QSize fewestCharacters(16, 6);
 
 QLabel* newIcon(QWidget& parent)
 {
@@ -68,6 +73,12 @@ ZNTAboutPage::ZNTAboutPage(QWidget& window, std::function<void(const QUrl&)> fol
     row->addWidget(newIcon(*this), 0, Qt::AlignTop);
     row->addWidget(reader, 1);
     content().addLayout(row);
-    arrange(minimumSizeHint() + sizeOf(charactersOfText) - reader->minimumSize(), *reader,
+    // As high as the text, which nothing is left out of and nothing empty follows.
+    const int columns = sizeOf({columnsOfText, 1}).width();
+    const std::unique_ptr<QTextDocument> measured(reader->document()->clone()); // the reader wraps its own
+    measured->setTextWidth(columns);
+    const QSize text(columns, static_cast<int>(std::ceil(measured->size().height())));
+    const QSize now(reader->minimumWidth(), std::max(reader->minimumHeight(), iconSize));
+    arrange(minimumSizeHint() + (text - now).expandedTo({0, 0}), *reader,
             QStringLiteral("Version %1").arg(QString::fromStdString(znt::version())));
 }

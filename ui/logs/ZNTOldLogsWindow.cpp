@@ -16,13 +16,16 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
+#include <QStyle>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <functional>
 
 namespace
 {
 
 constexpr int edge = 12;
+constexpr int airAroundRow = 2;
 constexpr int usualRowsOfText = 28, usualColumnsOfText = 80;
 
 QString latin(const char* words) { return QString::fromLatin1(words); }
@@ -63,9 +66,21 @@ ZNTOldLogsWindow::ZNTOldLogsWindow(QWidget& window, const ZNTOutputView& model, 
     QObject::connect(this, &QDialog::finished, &window, &QWidget::activateWindow);
     listLogs(folder);
     znt::fitToScreen(*this);
-    const QSize text = output->sizeForGrid(usualColumnsOfText, usualRowsOfText);
-    resize((text + QSize(list->sizeHint().width(), 0)).boundedTo(window.screen()->availableSize()));
+    shareWidth();
     list->setFocus();
+}
+
+/// The list is as wide as its titles. On a small screen the text keeps the larger part.
+void ZNTOldLogsWindow::shareWidth()
+{
+    int ofList = std::max(0, list->sizeHintForColumn(0)) + 2 * (list->frameWidth() + airAroundRow);
+    if (list->count() > usualRowsOfText)
+        ofList += list->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list);
+    const int around = halves->handleWidth() + 2 * edge;
+    const QSize text = output->sizeForGrid(usualColumnsOfText, usualRowsOfText);
+    resize((text + QSize(ofList + around, 2 * edge)).boundedTo(screen()->availableSize()));
+    ofList = std::clamp(ofList, list->minimumWidth(), std::max(list->minimumWidth(), width() * 3 / 8));
+    halves->setSizes({ofList, std::max(1, width() - around - ofList)});
 }
 
 void ZNTOldLogsWindow::makeParts(const ZNTOutputView& model)
@@ -76,6 +91,8 @@ void ZNTOldLogsWindow::makeParts(const ZNTOutputView& model)
     list->setWhatsThis(
         latin("The logs with the time at which each was started. The chosen one is shown beside the list."));
     list->setUniformItemSizes(true);
+    list->setSpacing(airAroundRow);
+    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list->setMinimumWidth(list->fontMetrics().averageCharWidth() * 16);
 
     auto* right = new QWidget(this);
@@ -95,7 +112,8 @@ void ZNTOldLogsWindow::makeParts(const ZNTOutputView& model)
     column->addWidget(output, 1);
     column->addWidget(findBar);
 
-    auto* halves = new QSplitter(Qt::Horizontal, this);
+    halves = new QSplitter(Qt::Horizontal, this);
+    halves->setHandleWidth(edge / 2); // the ring of the list in focus needs some of it
     halves->addWidget(list);
     halves->addWidget(right);
     halves->setStretchFactor(1, 1);

@@ -12,6 +12,7 @@
 
 class QLabel;
 class QListWidget;
+class QSplitter;
 class ZNTFindBar;
 class ZNTOutputView;
 
@@ -29,9 +30,11 @@ private:
     void listLogs(const std::string& folder);
     void openLog(int row);
     void readPart();
+    void shareWidth();
     void say(const QString& words);
 
     std::vector<ZNTOldLog> logs;
+    QSplitter* halves = nullptr;
     QListWidget* list = nullptr;
     ZNTOutputView* output = nullptr;
     ZNTFindBar* findBar = nullptr;

@@ -29,7 +29,7 @@ constexpr Shades darkShades{0xff23262b, 0xff1a1c20, 0xff202328, 0xffe8eaed, 0xff
                             0xff99a1ad, 0xff62a0ea, 0xff10131a, 0xff8ab8f0, 0xffa4abb6,
                             0xffa4abb6, 0xff99a1ad, 0xff565c66};
 constexpr Shades contrastShades{0xff000000, 0xff000000, 0xff101010, 0xffffffff, 0xff000000,
-                                0xffffffff, 0xffffff00, 0xff000000, 0xff66ffff, 0xffffffff,
+                                0xffffffff, 0xffffff00, 0xff000000, 0xff66ffff, 0xffc8c8c8,
                                 0xff9a9a9a, 0xff808080, 0xff4d4d4d};
 
 QPalette paletteOf(const Shades& shades)

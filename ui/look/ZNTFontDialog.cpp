@@ -144,6 +144,7 @@ void ZNTFontDialog::makeSample()
     sample->setAccessibleName(QStringLiteral("Sample"));
     sample->setWhatsThis(QStringLiteral("The game's sixteen colours in this font."));
     sample->setFocusPolicy(Qt::NoFocus); // there is nothing to read
+    sample->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     sample->setReadableColours(output.hasReadableColours());
     sample->setTextFont(output.textFont());
     sample->setMinimumSize(sample->sizeForGrid(fewestColumnsOfSample, fewestRowsOfSample));
@@ -154,7 +155,7 @@ void ZNTFontDialog::arrange()
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(margin, margin, margin, margin);
     auto* fields = new QHBoxLayout;
-    fields->addWidget(new ZNTCaptionedField(QStringLiteral("&Font"), filter, columnsOfFilter), 1);
+    fields->addWidget(new ZNTCaptionedField(QStringLiteral("&Filter"), filter, columnsOfFilter), 1);
     fields->addWidget(new ZNTCaptionedField(QStringLiteral("&Size"), size, 6));
     filter->setAccessibleName(QStringLiteral("Find a font"));
     all->addLayout(fields);

@@ -23,6 +23,7 @@ constexpr double leastContrast =
     3; // of borders and thumbs with their surroundings and their inside (WCAG 2.1, 1.4.11)
 constexpr int mixingSteps = 20;
 constexpr int thumbInset = 3;
+constexpr int menuLineInset = 5;
 constexpr int fusionGroupMargin = 3; // between the title of a group and its frame
 
 double contrast(const QColor& one, const QColor& other)
@@ -78,6 +79,28 @@ void drawBorder(const QStyleOption& option, const QRect& place, QPainter& painte
         painter.drawRoundedRect(line, 2, 2);
     painter.restore();
 }
+
+/// Where Fusion draws its own, which is black on black in high contrast.
+void drawMenuLine(const QStyleOption& option, QPainter& painter)
+{
+    const QRect& place = option.rect;
+    painter.fillRect(place.left() + menuLineInset, place.center().y(), place.width() - 2 * menuLineInset, 1,
+                     mixed(option.palette.color(QPalette::Window), edgeColour(option), 0.5));
+}
+
+/// Around the current cell of a table, a line or a tab. Fusion draws this over the words and fills it, so
+/// that the words lose contrast: only the line, in a colour that stands out from what is below it.
+void drawCurrentItem(const QStyleOption& option, QPainter& painter)
+{
+    if (!(option.state & QStyle::State_KeyboardFocusChange))
+        return;
+    const bool isSelected = option.state & QStyle::State_Item && option.state & QStyle::State_Selected;
+    painter.save();
+    painter.setPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+    painter.restore();
+}
 } // namespace
 
 ZNTStyle::ZNTStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -87,6 +110,10 @@ void ZNTStyle::drawControl(ControlElement element, const QStyleOption* option, Q
 {
     if (element != CE_FocusFrame) {
         QProxyStyle::drawControl(element, option, painter, widget);
+        if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+            item && element == CE_MenuItem && item->menuItemType == QStyleOptionMenuItem::Separator &&
+            item->text.isEmpty())
+            drawMenuLine(*item, *painter);
         return;
     }
     painter->save();
@@ -101,6 +128,10 @@ void ZNTStyle::drawControl(ControlElement element, const QStyleOption* option, Q
 void ZNTStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const
 {
+    if (element == PE_FrameFocusRect) {
+        drawCurrentItem(*option, *painter);
+        return;
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     switch (element) {
     case PE_FrameLineEdit:
@@ -108,6 +139,7 @@ void ZNTStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
     case PE_PanelButtonCommand:
     case PE_IndicatorCheckBox:
     case PE_FrameTabWidget:
+    case PE_PanelMenu: // Fusion draws the edge of a menu with its ground
         drawBorder(*option, option->rect, *painter);
         break;
     case PE_FrameGroupBox: {

@@ -42,6 +42,7 @@ ZNTChannelHistorySheet::ZNTChannelHistorySheet(QWidget& window, ZNTChannelHistor
                     [this](std::string_view column, long row) -> ZNTCellValue { return cell(column, row); },
                     {}});
     layout.linesTable->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    layout.linesTable->horizontalHeader()->setStretchLastSection(true);
     znt::explainControls(*dialog);
     QObject::connect(layout.channel, &QComboBox::currentIndexChanged, dialog, [this] { showLines(); });
     QObject::connect(layout.takeButton, &QPushButton::clicked, dialog, [this] { takeLine(); });

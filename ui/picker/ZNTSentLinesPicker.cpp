@@ -39,7 +39,7 @@ ZNTSentLinesPicker::ZNTSentLinesPicker(QWidget& window, QStringList givenLines,
     setObjectName(pickerText("sentLinesPicker"));
     setWindowTitle(pickerText("Lines I have sent"));
 
-    auto* caption = new QLabel(pickerText("&Find:"), this);
+    auto* caption = new QLabel(pickerText("&Find"), this);
     caption->setBuddy(filter);
     filter->setObjectName(pickerText("sentLinesFilter"));
     filter->setAccessibleName(pickerText("Find"));
@@ -98,8 +98,8 @@ void ZNTSentLinesPicker::narrowDown()
     const int count = shown.rowCount();
     words->setText(lines.isEmpty() ? pickerText("You have sent no line yet.")
                    : count == 0    ? pickerText("No line has these letters.")
-                   : count == 1    ? pickerText("1 line:")
-                                : pickerText("%1 lines, the newest first:").arg(QLocale().toString(count)));
+                   : count == 1    ? pickerText("1 line")
+                                   : pickerText("%1 lines, the newest first").arg(QLocale().toString(count)));
     list->setCurrentIndex(shown.index(0));
     put->setEnabled(count > 0);
     resting.start();

@@ -99,7 +99,7 @@ void ZNTWebAddressDialogs::showList()
     shown.removeDuplicates();
     auto* dialog = makeDialog(
         "webAddresses", webText(shown.isEmpty() ? "There is no web address in the last %1 lines."
-                                                : "Web addresses in the last %1 lines, the newest first:")
+                                                : "Web addresses in the last %1 lines, the newest first")
                             .arg(lastLines));
     auto* list = new QListWidget(dialog);
     list->setObjectName(webText("addresses"));
