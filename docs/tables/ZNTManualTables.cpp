@@ -56,23 +56,6 @@ std::string code(std::string_view text) { return "`" + std::string(text) + "`"; 
 
 // Settings
 
-std::string_view tabInWords(ZNTSettingTab tab)
-{
-    switch (tab) {
-    case ZNTSettingTab::Triggers:
-        return "Triggers";
-    case ZNTSettingTab::Macros:
-        return "Macros";
-    case ZNTSettingTab::Encoding:
-        return "Encoding";
-    case ZNTSettingTab::Speech:
-        return "Speech";
-    case ZNTSettingTab::Protocols:
-        return "Protocols";
-    }
-    return {};
-}
-
 /// "On or off; off at first."
 std::string valuesAndDefault(const ZNTSettingRow& row)
 {
@@ -91,7 +74,7 @@ std::string settings()
             lines += " " + znt::followsInWords(row);
         if (!row.whenListening.empty())
             lines += " Set up for listening makes it " + code(row.whenListening) + ".";
-        lines += " Tab " + std::string(tabInWords(row.tab)) + ".\n";
+        lines += " Tab " + std::string(znt::titleOf(row.tab)) + ".\n";
     }
     return lines;
 }

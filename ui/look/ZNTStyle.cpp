@@ -3,10 +3,13 @@
 #include "ZNTReadableColour.h"
 #include "ZNTWindowFit.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
+#include <QRadioButton>
 #include <QScrollArea>
 #include <QStyleOption>
 #include <QTimer>
@@ -18,6 +21,8 @@
 namespace
 {
 constexpr int ringWidth = 2;
+constexpr int gapInRing = 2; // of a mark, which would touch the ring
+constexpr int belowHeading = 6;
 
 constexpr double leastContrast =
     3; // of borders and thumbs with their surroundings and their inside (WCAG 2.1, 1.4.11)
@@ -59,6 +64,49 @@ QColor edgeColour(const QStyleOption& option)
         if (const QColor edge = mixed(asked, text, static_cast<double>(step) / mixingSteps); standsOut(edge))
             return edge;
     return text;
+}
+
+/// The control in a ring, if it has a mark and words. It may be wider than these.
+const QAbstractButton* markedIn(const QWidget* ring)
+{
+    const auto* frame = qobject_cast<const QFocusFrame*>(ring);
+    QWidget* ringed = frame ? frame->widget() : nullptr;
+    if (qobject_cast<QCheckBox*>(ringed) || qobject_cast<QRadioButton*>(ringed))
+        return static_cast<QAbstractButton*>(ringed);
+    return nullptr;
+}
+
+QRect placeOfRing(const QRect& whole, const QWidget* ring)
+{
+    const auto* marked = markedIn(ring);
+    if (!marked)
+        return whole;
+    const int around = 2 * (ringWidth + gapInRing);
+    const QRect words(0, 0, std::min(whole.width(), marked->sizeHint().width() + around), whole.height());
+    return QStyle::visualRect(marked->layoutDirection(), whole, words);
+}
+
+/// A group without a frame: a heading, and what stands below it.
+const QStyleOptionGroupBox* headedGroup(const QStyleOption* option)
+{
+    const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+    return group && group->features & QStyleOptionFrame::Flat ? group : nullptr;
+}
+
+QFont headingFont(QFont font)
+{
+    font.setBold(true);
+    return font;
+}
+
+void drawHeading(const QStyleOptionGroupBox& group, const QRect& place, QPainter& painter,
+                 const QStyle& style)
+{
+    painter.save();
+    painter.setFont(headingFont(painter.font()));
+    style.drawItemText(&painter, place, Qt::TextShowMnemonic | Qt::AlignLeading | Qt::AlignVCenter,
+                       group.palette, group.state & QStyle::State_Enabled, group.text, QPalette::WindowText);
+    painter.restore();
 }
 
 enum class Shape { Box, Circle };
@@ -121,7 +169,8 @@ void ZNTStyle::drawControl(ControlElement element, const QStyleOption* option, Q
     painter->setPen(QPen(option->palette.color(QPalette::Highlight), ringWidth));
     painter->setBrush(Qt::NoBrush);
     const double half = ringWidth / 2.0;
-    painter->drawRoundedRect(QRectF(option->rect).adjusted(half, half, -half, -half), 3, 3);
+    const QRectF ring = placeOfRing(option->rect, widget);
+    painter->drawRoundedRect(ring.adjusted(half, half, -half, -half), 3, 3);
     painter->restore();
 }
 
@@ -166,6 +215,11 @@ void ZNTStyle::drawComplexControl(ComplexControl control, const QStyleOptionComp
         drawScrollBar(*bar, *painter, widget);
         return;
     }
+    if (const auto* group = headedGroup(option); group && control == CC_GroupBox) {
+        drawHeading(*group, proxy()->subControlRect(control, option, SC_GroupBoxLabel, widget), *painter,
+                    *proxy());
+        return;
+    }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_ComboBox || control == CC_SpinBox)
         drawBorder(*option, option->rect, *painter);
@@ -204,12 +258,28 @@ void ZNTStyle::drawScrollBar(const QStyleOptionSlider& bar, QPainter& painter, c
     drawArrow(SC_ScrollBarAddLine, isUpright ? PE_IndicatorArrowDown : PE_IndicatorArrowRight);
 }
 
+QRect ZNTStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                               const QWidget* widget) const
+{
+    const auto* group = headedGroup(option);
+    if (!group || control != CC_GroupBox)
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    const int heading = group->text.isEmpty() ? 0 : option->fontMetrics.height();
+    if (part == SC_GroupBoxLabel)
+        return {option->rect.left(), option->rect.top(), option->rect.width(), heading};
+    return part == SC_GroupBoxContents ? option->rect.adjusted(0, heading + belowHeading, 0, 0)
+                                       : option->rect;
+}
+
 QSize ZNTStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                  const QWidget* widget) const
 {
     QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     if (option == nullptr)
         return size;
+    if (const auto* group = headedGroup(option); group && type == CT_GroupBox && widget)
+        return size.expandedTo(
+            QFontMetrics(headingFont(widget->font())).size(Qt::TextShowMnemonic, group->text));
     const int line = option->fontMetrics.height();
     switch (type) {
     case CT_PushButton:
@@ -234,6 +304,7 @@ int ZNTStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const 
         widget != nullptr ? widget->fontMetrics().height() : QFontMetrics(QApplication::font()).height();
     switch (metric) {
     case PM_FocusFrameHMargin:
+        return ringWidth + (markedIn(widget) ? gapInRing : 0);
     case PM_FocusFrameVMargin:
         return ringWidth;
     case PM_IndicatorWidth:
@@ -254,6 +325,14 @@ int ZNTStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidge
 {
     if (hint == SH_FocusFrame_AboveWidget)
         return 1;
+    if (hint == SH_FocusFrame_Mask && markedIn(widget)) {
+        // The ring may go through the control, where Qt would leave the frame away.
+        const QRect ring = placeOfRing(widget->rect(), widget);
+        if (auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(returned))
+            mask->region =
+                QRegion(ring).subtracted(ring.adjusted(ringWidth, ringWidth, -ringWidth, -ringWidth));
+        return 1;
+    }
     // One column that scrolls. Fusion would begin a second one, beyond the screen.
     if (hint == SH_Menu_Scrollable)
         return 1;

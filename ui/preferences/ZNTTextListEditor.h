@@ -10,7 +10,7 @@
 class ZNTTextListEditor final : public QPlainTextEdit
 {
 public:
-    explicit ZNTTextListEditor(QWidget* parent);
+    explicit ZNTTextListEditor(QWidget* parent = nullptr);
 
     /// Called when the player is done with a change.
     std::function<void()> whenEdited;
@@ -21,12 +21,13 @@ public:
     void show(const std::vector<std::string>& texts);
 
     [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void focusOutEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
+    [[nodiscard]] QSize sizeOf(int columns) const;
     void takeChange();
 };

@@ -1,22 +1,25 @@
 #include "ZNTSettingControls.h"
 
-#include "ZNTAnnouncement.h"
 #include "ZNTCheckBox.h"
+#include "ZNTChoiceAccessible.h"
+#include "ZNTExplanation.h"
 #include "ZNTPlatform.h"
+#include "ZNTPreferencesForm.h"
 #include "ZNTPreferencesHost.h"
 #include "ZNTSettingsKeeper.h"
 #include "ZNTText.h"
 #include "ZNTTextListEditor.h"
 #include "ZNTWindowServices.h"
 
+#include <QAccessible>
 #include <QComboBox>
-#include <QHBoxLayout>
+#include <QFormLayout>
 #include <QLabel>
 #include <QPointer>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTimer>
-#include <map>
+#include <QVBoxLayout>
 #include <string>
 
 namespace
@@ -44,22 +47,30 @@ struct Setting {
         else
             host.chooseSetting(row.name, text);
     }
-    /// The name of the control: the sentence, unless the row has other words.
-    [[nodiscard]] QString caption() const
+    /// The words of the control, with "&" before the letter that picks it.
+    [[nodiscard]] QString words() const
     {
         if (isForAllGames())
             return textOf(row.captionForAllGames);
-        auto caption = textOf(row.sentence);
-        if (caption.endsWith(u'.'))
-            caption.chop(1);
-        return caption;
+        if (!row.words.empty())
+            return textOf(row.words);
+        auto sentence = textOf(row.sentence);
+        if (sentence.endsWith(u'.'))
+            sentence.chop(1);
+        return sentence;
     }
-    /// What the name does not say.
-    [[nodiscard]] QString description() const
+    [[nodiscard]] QString name() const { return words().remove(u'&'); }
+    /// What the words do not say.
+    [[nodiscard]] QString explanation() const
     {
+        QStringList parts;
+        if (isForAllGames() || !row.words.empty())
+            parts << textOf(row.sentence);
         if (std::holds_alternative<ZNTTextList ZNTSettings::*>(row.field))
-            return QStringLiteral("One a line; a pattern means what it means in a trigger.");
-        return isForAllGames() ? textOf(row.sentence) : textOf(znt::followsInWords(row));
+            parts << QStringLiteral("One a line; a pattern means what it means in a trigger.");
+        if (!isForAllGames() && !row.follows.empty())
+            parts << textOf(znt::followsInWords(row));
+        return parts.join(u' ');
     }
 };
 
@@ -68,12 +79,21 @@ struct MadeControl {
     std::function<void()> show; ///< what is in force now
 };
 
-MadeControl boxFor(const Setting& setting, bool ZNTSettings::*field, QBoxLayout& layout)
+ZNTExplanation* explanationFor(const Setting& setting)
 {
-    auto* box = new ZNTCheckBox(layout.parentWidget());
-    box->setObjectName(textOf(setting.row.name));
-    box->setText(setting.caption());
-    layout.insertWidget(layout.count() - 1, box);
+    auto* explanation = new ZNTExplanation;
+    explanation->setText(setting.explanation());
+    explanation->setExplains(textOf(setting.row.name));
+    return explanation;
+}
+
+MadeControl boxFor(const Setting& setting, bool ZNTSettings::*field, QFormLayout& form)
+{
+    auto* box = new ZNTCheckBox;
+    box->setText(setting.words());
+    form.addRow(box);
+    if (!setting.explanation().isEmpty())
+        form.addRow(explanationFor(setting));
     QObject::connect(box, &QCheckBox::toggled, box,
                      [setting](bool on) { setting.choose(on ? "on" : "off"); });
     return {box, [setting, box, field] {
@@ -82,26 +102,38 @@ MadeControl boxFor(const Setting& setting, bool ZNTSettings::*field, QBoxLayout&
             }};
 }
 
-/// Puts a control that shows no words of its own below the setting's, which may take several lines.
-void addWithCaption(const Setting& setting, QWidget& control, QBoxLayout& layout)
+/// In the label column, if the words are short; a sentence takes a row of its own.
+QLabel* captionFor(const Setting& setting, QWidget& control)
 {
-    auto* line = new QHBoxLayout;
-    auto* caption = new QLabel(setting.caption(), layout.parentWidget());
-    caption->setWordWrap(true);
-    control.setObjectName(textOf(setting.row.name));
-    control.setAccessibleName(setting.caption());
+    auto* caption = new QLabel(setting.words());
     caption->setBuddy(&control);
-    line->addWidget(&control);
-    line->addStretch();
-    layout.insertWidget(layout.count() - 1, caption);
-    layout.insertLayout(layout.count() - 1, line);
+    control.setAccessibleName(setting.name());
+    return caption;
 }
 
-MadeControl numberFieldFor(const Setting& setting, int ZNTSettings::*field, QBoxLayout& layout)
+void addWithCaption(const Setting& setting, QWidget& control, QFormLayout& form)
 {
-    auto* spin = new QSpinBox(layout.parentWidget());
+    constexpr int gap = 4;
+    auto* caption = captionFor(setting, control);
+    auto* column = new QVBoxLayout;
+    column->setSpacing(gap);
+    column->addWidget(&control, 0, Qt::AlignLeft);
+    if (!setting.explanation().isEmpty())
+        column->addWidget(explanationFor(setting));
+    if (setting.row.words.empty()) {
+        caption->setWordWrap(true);
+        form.addRow(caption);
+        form.addRow(column);
+    } else {
+        form.addRow(caption, column);
+    }
+}
+
+MadeControl numberFieldFor(const Setting& setting, int ZNTSettings::*field, QFormLayout& form)
+{
+    auto* spin = new QSpinBox;
     spin->setRange(setting.row.least, setting.row.most);
-    addWithCaption(setting, *spin, layout);
+    addWithCaption(setting, *spin, form);
     QObject::connect(spin, &QSpinBox::valueChanged, spin,
                      [setting](int value) { setting.choose(std::to_string(value)); });
     return {spin, [setting, spin, field] {
@@ -128,17 +160,15 @@ void chooseList(const Setting& setting, ZNTTextListEditor& editor)
                            });
 }
 
-MadeControl listEditorFor(const Setting& setting, ZNTTextList ZNTSettings::*field, QBoxLayout& layout,
+MadeControl listEditorFor(const Setting& setting, ZNTTextList ZNTSettings::*field, QFormLayout& form,
                           QObject& life)
 {
-    auto* caption = new QLabel(setting.caption(), layout.parentWidget());
-    auto* editor = new ZNTTextListEditor(layout.parentWidget());
-    editor->setObjectName(textOf(setting.row.name));
-    editor->setAccessibleName(setting.caption());
-    caption->setBuddy(editor);
+    auto* editor = new ZNTTextListEditor;
+    auto* caption = captionFor(setting, *editor);
     caption->setWordWrap(true);
-    layout.insertWidget(layout.count() - 1, caption);
-    layout.insertWidget(layout.count() - 1, editor);
+    form.addRow(caption);
+    form.addRow(editor);
+    form.addRow(explanationFor(setting));
     editor->whenEdited = [setting, editor, alive = QPointer<QObject>(&life)] {
         if (alive)
             chooseList(setting, *editor);
@@ -146,58 +176,47 @@ MadeControl listEditorFor(const Setting& setting, ZNTTextList ZNTSettings::*fiel
     return {editor, [setting, editor, field] { editor->show(setting.values().*field); }};
 }
 
-MadeControl choiceFor(const Setting& setting, QBoxLayout& layout)
+MadeControl choiceFor(const Setting& setting, QFormLayout& form)
 {
-    auto* box = new QComboBox(layout.parentWidget());
+    QAccessible::installFactory(&ZNTChoiceAccessible::make); // again changes nothing
+    auto* box = new QComboBox;
     for (const auto& choice : znt::choicesOf(setting.row))
         box->addItem(textOf(choice.words), textOf(choice.name));
-    addWithCaption(setting, *box, layout);
-    // Orca asks for the choice in the list that opens, which Qt makes later. It says a description.
-    const auto describe = [box] { box->setAccessibleDescription(box->currentText()); };
-    QObject::connect(box, &QComboBox::currentIndexChanged, box, [setting, box, describe] {
-        describe();
-        znt::announce(ZNTAnnouncement::Mark, {box->currentText()}); // a reader says no new choice either
-        setting.choose(box->currentData().toString().toStdString());
-    });
-    return {box, [setting, box, describe] {
+    addWithCaption(setting, *box, form);
+    QObject::connect(box, &QComboBox::currentIndexChanged, box,
+                     [setting, box] { setting.choose(box->currentData().toString().toStdString()); });
+    return {box, [setting, box] {
                 const QSignalBlocker blocker(box);
                 box->setCurrentIndex(box->findData(textOf(znt::settingText(setting.values(), setting.row))));
-                describe();
             }};
 }
 
 /// An encoding is picked among its buttons.
-MadeControl controlFor(const Setting& setting, QBoxLayout& layout, QObject& life)
+MadeControl controlFor(const Setting& setting, QFormLayout& form, QObject& life)
 {
     if (const auto* isOn = std::get_if<bool ZNTSettings::*>(&setting.row.field))
-        return boxFor(setting, *isOn, layout);
+        return boxFor(setting, *isOn, form);
     if (const auto* number = std::get_if<int ZNTSettings::*>(&setting.row.field))
-        return numberFieldFor(setting, *number, layout);
+        return numberFieldFor(setting, *number, form);
     if (const auto* list = std::get_if<ZNTTextList ZNTSettings::*>(&setting.row.field))
-        return listEditorFor(setting, *list, layout, life);
+        return listEditorFor(setting, *list, form, life);
     if (!znt::choicesOf(setting.row).empty())
-        return choiceFor(setting, layout);
+        return choiceFor(setting, form);
     return {nullptr, {}};
 }
 
 } // namespace
 
-void ZNTSettingControls::make(ZNTPreferencesHost& host, const TabOf& tabOf)
+void ZNTSettingControls::make(ZNTPreferencesHost& host, const PageOf& pageOf)
 {
-    std::map<ZNTSettingTab, QWidget*> lastMade;
     for (const auto& row : ZNTSettingsTable) {
         if (row.hasOwnControl)
             continue;
-        const auto tab = tabOf(row.tab);
-        const Setting setting{row, host};
-        const auto made = controlFor(setting, *tab.layout, life);
+        auto& form = znt::formOfGroup(pageOf(row.tab), textOf(row.group));
+        const auto made = controlFor({row, host}, form, life);
         if (!made.widget)
             continue;
-        made.widget->setToolTip(setting.description());
-        made.widget->setAccessibleDescription(setting.description());
-        auto*& last = lastMade.try_emplace(row.tab, tab.lastControl).first->second;
-        QWidget::setTabOrder(last, made.widget);
-        last = made.widget;
+        made.widget->setObjectName(textOf(row.name));
         showers.push_back(made.show);
     }
     show();

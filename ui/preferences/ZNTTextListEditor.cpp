@@ -5,7 +5,7 @@
 namespace
 {
 
-constexpr int linesShown = 3, columnsShown = 24;
+constexpr int linesShown = 3, columnsShown = 64, leastColumns = 24;
 
 } // namespace
 
@@ -13,7 +13,7 @@ ZNTTextListEditor::ZNTTextListEditor(QWidget* parent) : QPlainTextEdit(parent)
 {
     setTabChangesFocus(true);
     setLineWrapMode(NoWrap);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
 std::vector<std::string> ZNTTextListEditor::texts() const
@@ -35,12 +35,16 @@ void ZNTTextListEditor::show(const std::vector<std::string>& texts)
         setPlainText(joined);
 }
 
-QSize ZNTTextListEditor::sizeHint() const
+QSize ZNTTextListEditor::sizeOf(int columns) const
 {
     const int margins = 2 * (frameWidth() + static_cast<int>(document()->documentMargin()));
-    return {fontMetrics().averageCharWidth() * columnsShown + margins,
+    return {fontMetrics().averageCharWidth() * columns + margins,
             fontMetrics().lineSpacing() * linesShown + margins};
 }
+
+QSize ZNTTextListEditor::sizeHint() const { return sizeOf(columnsShown); }
+
+QSize ZNTTextListEditor::minimumSizeHint() const { return sizeOf(leastColumns); }
 
 void ZNTTextListEditor::focusOutEvent(QFocusEvent* event)
 {

@@ -6,25 +6,21 @@
 #include <functional>
 #include <vector>
 
-class QBoxLayout;
 class QWidget;
 class ZNTPreferencesHost;
 
 /// The preferences' controls for settings that have no control of their own: one for each such row of the
-/// table, below the other controls of its tab. A box for on and off, a number field for a number, a list for
-/// one of a few choices, a small editor for a list of texts.
+/// table, in the group that the row names. A box for on and off, a number field for a number, a list for one
+/// of a few choices, a small editor for a list of texts; below it what its words do not say.
 class ZNTSettingControls
 {
 public:
-    struct Tab {
-        QBoxLayout* layout; ///< its last item is a spring
-        QWidget* lastControl;
-    };
-    using TabOf = std::function<Tab(ZNTSettingTab)>;
+    /// The content of a tab, a column of groups.
+    using PageOf = std::function<QWidget&(ZNTSettingTab)>;
 
     /// Makes the controls. They show the settings of `host` and give it the player's choices. To be called
     /// once; `host` outlives the controls.
-    void make(ZNTPreferencesHost& host, const TabOf& tabOf);
+    void make(ZNTPreferencesHost& host, const PageOf& pageOf);
     /// Makes the controls show what is in force now.
     void show();
 

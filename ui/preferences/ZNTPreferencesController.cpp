@@ -1,0 +1,174 @@
+#include "ZNTPreferencesController.h"
+
+#include "ZNTAnnouncement.h"
+#include "ZNTControlHelp.h"
+#include "ZNTMarks.h"
+#include "ZNTPreferencesForm.h"
+#include "ZNTServerConnectController.h"
+#include "ZNTSettingsKeeper.h"
+#include "ZNTWindowFit.h"
+#include "ui_PreferencesView.h"
+
+#include <QDialog>
+#include <QScreen>
+#include <QTabBar>
+#include <QTimer>
+#include <QWindow>
+
+namespace
+{
+
+/// Calls `task` after each event of that type that `window` gets.
+template <typename Task>
+void whenEvent(QDialog& window, QEvent::Type type, Task task)
+{
+    class Watch final : public QObject
+    {
+    public:
+        Watch(QDialog& window, QEvent::Type type, Task task)
+            : QObject(&window),
+              type(type),
+              task(std::move(task))
+        {
+            window.installEventFilter(this);
+        }
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            if (event->type() == type)
+                task();
+            return false;
+        }
+
+    private:
+        QEvent::Type type;
+        Task task;
+    };
+    new Watch(window, type, std::move(task));
+}
+
+} // namespace
+
+ZNTPreferencesController::ZNTPreferencesController(QWidget& window, ZNTPreferencesHost& mudAppController)
+    : dialog(new QDialog(&window, Qt::Window)),
+      layout(std::make_unique<Ui::PreferencesView>()),
+      mudAppController(mudAppController),
+      tabView((layout->setupUi(dialog), layout->tabView)),
+      triggers(*layout, mudAppController),
+      macros(*layout, mudAppController),
+      encoding(*layout, mudAppController),
+      speech(*layout, mudAppController),
+      sound(*layout, mudAppController)
+{
+    finishForm();
+    showSettings();
+    wireWindow(window);
+    refresh();
+    selectTriggerTab();
+    // Later, when the focus has found its place.
+    QObject::connect(layout->tabView, &QTabWidget::currentChanged, dialog,
+                     [this] { QTimer::singleShot(0, dialog, [this] { announceTab(); }); });
+    standBeside(window);
+}
+
+ZNTPreferencesController::~ZNTPreferencesController() = default;
+
+void ZNTPreferencesController::finishForm()
+{
+    znt::letButtonsWrap(*dialog);
+    const auto pageOf = [this](ZNTSettingTab tab) -> QWidget& {
+        return *static_cast<QScrollArea*>(layout->tabView->widget(static_cast<int>(tab)))->widget();
+    };
+    madeControls.make(mudAppController, pageOf);
+    znt::explainControls(*dialog);
+    znt::describeControls(*dialog);
+    QWidget* last = layout->tabView;
+    for (int tab = 0; tab < layout->tabView->count(); ++tab) {
+        const auto title = znt::titleOf(static_cast<ZNTSettingTab>(tab));
+        layout->tabView->setTabText(tab,
+                                    QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
+        last = znt::tabThrough(pageOf(static_cast<ZNTSettingTab>(tab)), *last);
+    }
+    QWidget::setTabOrder(last, layout->rememberBox);
+    QWidget::setTabOrder(layout->rememberBox, layout->closeButton);
+}
+
+void ZNTPreferencesController::wireWindow(QWidget& window)
+{
+    auto& settings = mudAppController.settings();
+    layout->rememberBox->setChecked(settings.isRemembering());
+    znt::whenMarked(*layout->rememberBox, [&settings](bool on) { settings.setRemembering(on); });
+    whenEvent(*dialog, QEvent::WindowActivate, [this] { refresh(); });
+    whenEvent(*dialog, QEvent::Polish, [this] { znt::alignLabelColumns(*dialog); });
+    whenEvent(*dialog, QEvent::FontChange, [this] { znt::alignLabelColumns(*dialog); });
+    whenEvent(*dialog, QEvent::Hide, [this] { place = QRect(dialog->pos(), dialog->size()); });
+    QObject::connect(layout->closeButton, &QPushButton::clicked, dialog, &QDialog::close);
+    QObject::connect(dialog, &QDialog::finished, &window, &QWidget::activateWindow);
+}
+
+/// A window manager keeps a window of another window in front of it. This one shall not hide the game.
+void ZNTPreferencesController::standBeside(QWidget& window)
+{
+    znt::fitToScreen(*dialog);
+    dialog->winId(); // makes the window of the screen
+    dialog->windowHandle()->setTransientParent(nullptr);
+    const QRect game = window.frameGeometry(), screen = window.screen()->availableGeometry();
+    const int left = game.right() + 1;
+    if (left + dialog->width() <= screen.right() + 1)
+        place = QRect(QPoint(left, game.top()), dialog->size());
+}
+
+void ZNTPreferencesController::showWindow()
+{
+    selectTriggerTab();
+    if (!dialog->isVisible() && !place.isEmpty()) {
+        dialog->resize(place.size());
+        dialog->move(place.topLeft());
+    }
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
+}
+
+void ZNTPreferencesController::sessionChanged(ZNTSessionChange what)
+{
+    switch (what) {
+    case ZNTSessionChange::Speech:
+        speech.show();
+        break;
+    case ZNTSessionChange::Encoding:
+        encoding.show();
+        break;
+    case ZNTSessionChange::Compression: // its switch decides on the sounds, too
+    case ZNTSessionChange::Sounds:
+        sound.show();
+        break;
+    default: // nothing of the rest is shown here
+        break;
+    }
+}
+
+void ZNTPreferencesController::refresh()
+{
+    speech.show();
+    encoding.show();
+    sound.show();
+}
+
+void ZNTPreferencesController::showSettings()
+{
+    const auto now = mudAppController.serverConnectController().settings();
+    encoding.showSettings(now);
+    speech.showSettings(now);
+    sound.showSettings(now);
+    showMadeControls();
+}
+
+/// If the focus goes into the page, a reader says where it goes, but not in which tab that is. The row of
+/// tabs says it itself.
+void ZNTPreferencesController::announceTab()
+{
+    if (dialog->isVisible())
+        znt::announce(layout->tabView->tabBar()->hasFocus() ? ZNTAnnouncement::TabWithFocus
+                                                            : ZNTAnnouncement::Tab,
+                      {layout->tabView->tabText(layout->tabView->currentIndex())});
+}
