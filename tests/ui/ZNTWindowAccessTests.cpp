@@ -48,12 +48,13 @@ TEST_F(ZNTWindowAccess, WhatOnlyTheEyeWouldSeeIsAnnounced)
     expectAnnounced("Trigger saved");
     find<QPushButton>(preferences, "reloadTriggersButton").click();
     expectAnnounced("1 trigger in use");
+    EXPECT_EQ(find<QLabel>(preferences, "triggersInUse").text(), u"1 trigger in use"_s);
     find<QTabWidget>(preferences, "tabView").setCurrentIndex(1);
     expectAnnounced("Macros tab");
     auto& tabs = find<QTabBar>(preferences, "qt_tabwidget_tabbar");
     tabs.setFocus();
     press(tabs, Qt::Key_Right);
-    expectAnnounced("Encoding tab");
+    expectAnnounced("Encoding and text tab");
     preferences.close();
 
     action("showZNTMudListController").trigger();
@@ -75,6 +76,28 @@ TEST_F(ZNTWindowAccess, WhatOnlyTheEyeWouldSeeIsAnnounced)
     expectAnnounced("Lantern Square, 1 of 1");
     type(find<QLineEdit>("findText"), "uid");
     expectAnnounced("No match");
+}
+
+TEST_F(ZNTWindowAccess, ThePreferencesSayEachExplanationWithItsControlOnly)
+{
+    QDialog& preferences = openPreferences();
+    for (auto* label : preferences.findChildren<QLabel*>()) {
+        const auto* known = QAccessible::queryAccessibleInterface(label);
+        EXPECT_TRUE(known->role() != QAccessible::StaticText || !known->relations().isEmpty())
+            << label->text().toStdString() << " would be read when the window opens";
+    }
+    for (const auto& [control, words] : {std::pair{"catch-up", "Skips the oldest lines"},
+                                         {"_mspCheckBox", "The game's sounds are not played. Plays"},
+                                         {"quiet-lines", "Patterns of lines"},
+                                         {"triggerTextView", "The pattern, then ~"}})
+        EXPECT_TRUE(find<QWidget>(preferences, control)
+                        .accessibleDescription()
+                        .startsWith(QString::fromLatin1(words)))
+            << control;
+    auto& choice = find<QComboBox>(preferences, "silence-key");
+    const auto* text = QAccessible::queryAccessibleInterface(&choice)->textInterface();
+    ASSERT_NE(text, nullptr) << "its value is not read";
+    EXPECT_EQ(text->text(0, text->characterCount()), u"No key"_s);
 }
 
 TEST_F(ZNTWindowAccess, TheOwnVoiceSaysAnnouncementsOnlyWhenItIsAskedTo)

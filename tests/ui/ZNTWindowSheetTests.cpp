@@ -6,6 +6,7 @@
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QTimer>
+#include <QWindow>
 
 using ZNTWindowSheets = ZNTWindowFixture;
 
@@ -107,6 +108,22 @@ TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
     press(preferences, Qt::Key_Escape);
     parts->controller.showPreferencesView();
     EXPECT_EQ(&waitForDialog("PreferencesView"), &preferences);
+}
+
+TEST_F(ZNTWindowSheets, ThePreferencesStandBesideTheGameAndKeepTheirPlace)
+{
+    action("showPreferencesView").trigger();
+    QDialog& preferences = waitForDialog("PreferencesView");
+    EXPECT_FALSE(preferences.isModal());
+    EXPECT_EQ(preferences.windowHandle()->transientParent(), nullptr) << "it would hide the game";
+    const QRect place(30, 40, 500, 400);
+    preferences.setGeometry(place);
+    EXPECT_TRUE(until([&] { return preferences.geometry() == place; }));
+    press(preferences, Qt::Key_Escape);
+    EXPECT_TRUE(until([&] { return window.isActiveWindow(); }));
+    action("showPreferencesView").trigger();
+    waitForDialog("PreferencesView");
+    EXPECT_TRUE(until([&] { return preferences.geometry() == place; }));
 }
 
 TEST_F(ZNTWindowSheets, ALineOfAChannelIsSaidAndTakenIntoTheCommandLine)

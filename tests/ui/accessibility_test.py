@@ -16,7 +16,7 @@ try:
 except (ImportError, ValueError):  # the bindings, or their description of AT-SPI
     sys.exit(77)
 
-TABS = ["Triggers", "Macros", "Encoding", "Speech", "Protocols"]
+TABS = ["Triggers", "Macros", "Encoding and text", "Speech", "Sound and compression"]
 NO_ROLE = {Role.INVALID, Role.UNKNOWN, Role.EXTENDED, Role.FILLER}
 MARKUP = re.compile(r"&|</?[a-z]", re.IGNORECASE)
 # By then a focus that moves would have moved, on a busy machine too.
@@ -261,6 +261,9 @@ def walk_preferences(walk):
             program.press("space")
             wait_for(lambda: program.marked == "Active: yes", "the mark that the space bar sets to be told")
         walk.check(window, f"preferences, {tab}")
+        for element in everything_below(window, lambda child: has(child, State.SHOWING)):
+            if element.get_role() == Role.LABEL and not element.get_relation_set():
+                walk.fault(f"a reader says {describe(element)} when the window opens")
         if tab == "Speech":
             check_field(walk, next(element for element in everything_below(window)
                                    if describe(element) == "spin button 'Words per minute'"), ["120"])

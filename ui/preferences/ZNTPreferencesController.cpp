@@ -9,6 +9,7 @@
 #include "ZNTWindowFit.h"
 #include "ui_PreferencesView.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QScreen>
 #include <QTabBar>
@@ -18,15 +19,15 @@
 namespace
 {
 
-/// Calls `task` after each event of that type that `window` gets.
+/// Calls `task` before each event of that type that `window` gets, as long as `life` lasts.
 template <typename Task>
-void whenEvent(QDialog& window, QEvent::Type type, Task task)
+void whenEvent(QDialog& window, QEvent::Type type, QObject& life, Task task)
 {
     class Watch final : public QObject
     {
     public:
-        Watch(QDialog& window, QEvent::Type type, Task task)
-            : QObject(&window),
+        Watch(QDialog& window, QEvent::Type type, QObject& life, Task task)
+            : QObject(&life),
               type(type),
               task(std::move(task))
         {
@@ -43,7 +44,7 @@ void whenEvent(QDialog& window, QEvent::Type type, Task task)
         QEvent::Type type;
         Task task;
     };
-    new Watch(window, type, std::move(task));
+    new Watch(window, type, life, std::move(task));
 }
 
 } // namespace
@@ -97,10 +98,10 @@ void ZNTPreferencesController::wireWindow(QWidget& window)
     auto& settings = mudAppController.settings();
     layout->rememberBox->setChecked(settings.isRemembering());
     znt::whenMarked(*layout->rememberBox, [&settings](bool on) { settings.setRemembering(on); });
-    whenEvent(*dialog, QEvent::WindowActivate, [this] { refresh(); });
-    whenEvent(*dialog, QEvent::Polish, [this] { znt::alignLabelColumns(*dialog); });
-    whenEvent(*dialog, QEvent::FontChange, [this] { znt::alignLabelColumns(*dialog); });
-    whenEvent(*dialog, QEvent::Hide, [this] { place = QRect(dialog->pos(), dialog->size()); });
+    whenEvent(*dialog, QEvent::WindowActivate, life, [this] { refresh(); });
+    whenEvent(*dialog, QEvent::Polish, life, [this] { znt::alignLabelColumns(*dialog); });
+    whenEvent(*dialog, QEvent::FontChange, life, [this] { takeFont(); });
+    whenEvent(*dialog, QEvent::Hide, life, [this] { place = QRect(dialog->pos(), dialog->size()); });
     QObject::connect(layout->closeButton, &QPushButton::clicked, dialog, &QDialog::close);
     QObject::connect(dialog, &QDialog::finished, &window, &QWidget::activateWindow);
 }
@@ -117,10 +118,20 @@ void ZNTPreferencesController::standBeside(QWidget& window)
         place = QRect(QPoint(left, game.top()), dialog->size());
 }
 
+void ZNTPreferencesController::takeFont()
+{
+    znt::alignLabelColumns(*dialog);
+    if (dialog->isVisible() || place.isEmpty())
+        return;
+    znt::fitToScreen(*dialog);
+    place.setSize(dialog->size());
+}
+
 void ZNTPreferencesController::showWindow()
 {
     selectTriggerTab();
-    if (!dialog->isVisible() && !place.isEmpty()) {
+    // A screen may be gone.
+    if (!dialog->isVisible() && !place.isEmpty() && QApplication::screenAt(place.center())) {
         dialog->resize(place.size());
         dialog->move(place.topLeft());
     }

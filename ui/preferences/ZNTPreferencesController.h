@@ -63,9 +63,11 @@ private:
     void finishForm();
     void standBeside(QWidget& window);
     void wireWindow(QWidget& window);
+    void takeFont();
     void refresh();
     void announceTab();
 
+    QObject life; ///< the dialog may be hidden after this has gone
     QDialog* dialog;
     std::unique_ptr<Ui::PreferencesView> layout;
     ZNTPreferencesHost& mudAppController;

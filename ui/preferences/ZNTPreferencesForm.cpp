@@ -24,8 +24,9 @@ QGroupBox* groupHeaded(const QWidget& page, const QString& heading)
 
 QFormLayout& makeGroup(QWidget& page, const QString& heading)
 {
-    auto* group = new QGroupBox(heading, &page);
-    group->setFlat(true);
+    auto* group = new QGroupBox(&page);
+    group->setFlat(true); // first: the title decides on the room around the content
+    group->setTitle(heading);
     auto* form = new QFormLayout(group);
     form->setContentsMargins(0, 0, 0, 0);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);

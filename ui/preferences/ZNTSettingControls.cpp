@@ -1,5 +1,6 @@
 #include "ZNTSettingControls.h"
 
+#include "ZNTAnnouncement.h"
 #include "ZNTCheckBox.h"
 #include "ZNTChoiceAccessible.h"
 #include "ZNTExplanation.h"
@@ -185,6 +186,9 @@ MadeControl choiceFor(const Setting& setting, QFormLayout& form)
     addWithCaption(setting, *box, form);
     QObject::connect(box, &QComboBox::currentIndexChanged, box,
                      [setting, box] { setting.choose(box->currentData().toString().toStdString()); });
+    // Orca 43 says nothing when the arrows choose in a box that is closed.
+    QObject::connect(box, &QComboBox::textActivated, box,
+                     [](const QString& words) { znt::announce(ZNTAnnouncement::Answer, {words}); });
     return {box, [setting, box] {
                 const QSignalBlocker blocker(box);
                 box->setCurrentIndex(box->findData(textOf(znt::settingText(setting.values(), setting.row))));

@@ -76,6 +76,7 @@ void ZNTTriggersTab::wireButtons()
     click(form.removeTriggerButton, [this] { triggers.removeItem(); });
     click(form.saveTriggerButton, [this] { saveTrigger(); });
     click(form.reloadTriggersButton, [this] { reloadTriggers(); });
+    form.triggersInUse->setMinimumHeight(form.reloadTriggersButton->sizeHint().height()); // on its line
 }
 
 void ZNTTriggersTab::reloadTriggers()
