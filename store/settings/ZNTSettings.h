@@ -403,7 +403,9 @@ inline constexpr std::array ZNTSettingsTable{
                       "speech is on and no screen reader runs.",
                   .tab = ZNTSettingTab::Speech,
                   .scope = ZNTSettingScope::Player,
-                  .whenListening = "on"},
+                  .whenListening = "on",
+                  .group = "Screen reader",
+                  .words = "Speak the news of the window"},
 };
 
 /// Values by the names of their settings, as text: "on" or "off", a number, the name of an encoding or of a
