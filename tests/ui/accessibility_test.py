@@ -233,7 +233,6 @@ def walk_sheets(walk):
     walk.dialog("Keyboard map", keys="F1")
     narrow_down(walk, "Keyboard map", "F1", "ctrl+k")
     by_menu(walk, "About Zantor", "About Zantor", to_the_menu=["Left"])
-    by_menu(walk, "Import", "Import...")
 
 
 def by_menu(walk, title, item, to_the_menu=()):
@@ -292,9 +291,15 @@ def walk_everything(walk):
     walk.check(window, "main window, scrolled back")
     program.press("ctrl+End", "F9")
     walk.check(window, "main window, without the side panel")
-    program.press("F9")
+    program.press("F9", "ctrl+F9")
+    walk.check(window, "main window, playing with the fields")
+    program.press("ctrl+F9")
     walk_sheets(walk)
     walk_preferences(walk)
+    program.press_and_follow("F5")
+    wait_for(lambda: any(element.get_name() == "Connect again" for element in
+                         everything_below(window, lambda child: has(child, State.SHOWING))), "the button")
+    walk.check(window, "main window, after a connection")
 
 
 def walk_menus(walk):
