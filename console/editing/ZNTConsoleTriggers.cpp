@@ -82,7 +82,9 @@ void ZNTConsoleTriggers::add(std::u16string_view words)
         return;
     }
     database.insertTrigger(trigger);
-    finishChange(trigger, u" is on.");
+    // Of use with an option alone; without one "=>" may be a slip.
+    const bool lacksCommand = trigger.action.empty() && labelsOf(trigger).empty();
+    finishChange(trigger, lacksCommand ? u" is on, without a command; => stands before one." : u" is on.");
 }
 
 /// Takes the options of the columns from the start of `words`. Complains and returns false at any other

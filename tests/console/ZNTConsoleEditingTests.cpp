@@ -61,6 +61,9 @@ TEST_F(ZNTConsoleEditingTest, WhatIsAddedIsListedStoredAndRemovedAgain)
 {
     start(From::Terminal);
     const auto original = allLists();
+    EXPECT_THAT(answerTo("/trigger add slip: a -> b"),
+                ElementsAre("Trigger slip is on, without a command; => stands before one."));
+    EXPECT_THAT(answerTo("/trigger remove slip"), ElementsAre("Trigger slip is removed."));
     type({"/trigger add --gag --sound bell.wav Bell: The * rings: %1 => say => loud", "/trigger off Bell",
           "/group add fights", "/group add talk", "/macro add greet say hi %1", "/group use 1",
           "/macro add hit kick %1;bash %1", "/mud add Two Words mud.example 4000", "/mud default Two Words"});
