@@ -69,7 +69,7 @@ constexpr ZNTDemoTexts texts{
          u"here, a step a second; a number repeats a step, as in !3n2e, and !stop ends the walk.\n"
          u"A macro is a line kept under a name: add one called greet with the text say hello %1, and "
          u"~greet Bob says hello to Bob.\n"
-         u"A trigger answers for you: with the pattern A %1 kicks you hard! and the action kick %1 you "
+         u"A trigger answers for you: with the pattern A %1 kicks you hard! and the command kick %1 you "
          u"kick back at once, and the goblin to the southeast will help you practise.\n"
          u"It can play a sound as well, when somebody comes for instance; Bob comes by every now and "
          u"then.\n"

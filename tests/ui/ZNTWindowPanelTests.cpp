@@ -142,15 +142,15 @@ TEST_F(ZNTWindowPanel, TheFieldOfAKeyRefusesKeysWithAMeaningAndCanBeLeft)
         QKeyCombination key;
         const char* refused;
     } keys[] = {
-        {Qt::CTRL | Qt::Key_G, "Ctrl+G belongs to Game list."},
-        {Qt::ALT | Qt::Key_G, "Alt+G belongs to the menu Game."},
-        {Qt::ALT | Qt::Key_U, "Alt+U belongs to Macro group."},
-        {Qt::ALT | Qt::Key_W, "Alt+W belongs to New group."},
-        {Qt::ALT | Qt::Key_3, "Alt+3 belongs to Macro 3 of the group."},
-        {Qt::CTRL | Qt::SHIFT | Qt::Key_Plus, "Ctrl+Shift++ belongs to Larger text."},
-        {Qt::CTRL | Qt::Key_V, "Ctrl+V is for editing and moving."},
-        {Qt::Key_A, "A is for typing. Take it with Ctrl or Alt, or take a function key."},
-        {Qt::Key_F6, "F6 belongs to Next part of the window."},
+        {Qt::CTRL | Qt::Key_G, "Ctrl+G belongs to Game list. F4 is free."},
+        {Qt::ALT | Qt::Key_G, "Alt+G belongs to the menu Game. F4 is free."},
+        {Qt::ALT | Qt::Key_U, "Alt+U belongs to Macro group. F4 is free."},
+        {Qt::ALT | Qt::Key_W, "Alt+W belongs to New group. F4 is free."},
+        {Qt::ALT | Qt::Key_3, "Alt+3 belongs to Macro 3 of the group. F4 is free."},
+        {Qt::CTRL | Qt::SHIFT | Qt::Key_Plus, "Ctrl+Shift++ belongs to Larger text. F4 is free."},
+        {Qt::CTRL | Qt::Key_V, "Ctrl+V is for editing and moving. F4 is free."},
+        {Qt::Key_A, "A is for typing. Take it with Ctrl or Alt, or take a function key. F4 is free."},
+        {Qt::Key_F6, "F6 belongs to Next part of the window. F4 is free."},
         {Qt::ALT | Qt::Key_X, ""}, // a letter of the sheet, not of the window
         {Qt::CTRL | Qt::Key_B, ""},
     };

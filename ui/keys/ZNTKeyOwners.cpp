@@ -70,7 +70,7 @@ QString ownerInWindow(const QWidget& window, const QKeySequence& key)
 {
     for (const QAction* action : window.findChildren<QAction*>())
         if (action->shortcuts().contains(key))
-            return plain(action->text());
+            return plain(action->iconText()); // which stays while the text names a macro
     for (const QMenu* menu : window.findChildren<QMenu*>())
         if (qobject_cast<const QMenuBar*>(menu->parentWidget()) &&
             QKeySequence::mnemonic(menu->title()) == key)

@@ -43,6 +43,29 @@ QKeySequence ZNTMacroShortcuts::keyOf(std::int64_t macro) const
 
 QString ZNTMacroShortcuts::refusal(QKeyCombination key, std::int64_t macro) const
 {
+    const QString why = whyTaken(key, macro);
+    if (why.isEmpty())
+        return {};
+    const QKeySequence free = freeKey(macro);
+    return free.isEmpty() ? why
+                          : why + QLatin1Char(' ') + free.toString(QKeySequence::NativeText) +
+                                QStringLiteral(" is free.");
+}
+
+/// Most function keys have a meaning, so a player would try many before one is taken.
+QKeySequence ZNTMacroShortcuts::freeKey(std::int64_t macro) const
+{
+    for (const auto modifiers : {Qt::NoModifier, Qt::ControlModifier, Qt::AltModifier})
+        for (int number = Qt::Key_F1; number <= Qt::Key_F12; ++number) {
+            const QKeyCombination key(modifiers, static_cast<Qt::Key>(number));
+            if (keyOf(macro) != QKeySequence(key) && whyTaken(key, macro).isEmpty())
+                return key;
+        }
+    return {};
+}
+
+QString ZNTMacroShortcuts::whyTaken(QKeyCombination key, std::int64_t macro) const
+{
     for (auto each = actions.constBegin(); each != actions.constEnd(); ++each) {
         if (each.key() == macro || each.value()->shortcut() != QKeySequence(key))
             continue;

@@ -28,13 +28,16 @@ public:
 
     /// Empty if the macro has none.
     [[nodiscard]] QKeySequence keyOf(std::int64_t macro) const;
-    /// Why the macro cannot have that key, as a sentence; empty if it can. 0 stands for a new macro.
+    /// Why the macro cannot have that key, and a key that is free, in sentences; empty if it can. 0 stands
+    /// for a new macro.
     [[nodiscard]] QString refusal(QKeyCombination key, std::int64_t macro) const;
     /// The error is a sentence for the player.
     ZNTResult<void> give(std::int64_t macro, const QKeySequence& key);
 
 private:
     void makeActions();
+    QString whyTaken(QKeyCombination key, std::int64_t macro) const;
+    QKeySequence freeKey(std::int64_t macro) const;
 
     QWidget& window;
     ZNTMacroKeys keys;

@@ -91,6 +91,8 @@ void ZNTMacroWiring::nameNumbers()
                                         ? QStringLiteral("Macro &%1 of the group").arg(number)
                                         : QLatin1Char('&') + number + QLatin1Char(' ') +
                                               QString(name).replace(QLatin1Char('&'), QStringLiteral("&&")));
+        menu.macros()[row]->setIconText(
+            QStringLiteral("Macro %1 of the group").arg(number)); // whose key it is
         menu.macros()[row]->setEnabled(macro && isConnected);
     }
 }
