@@ -7,6 +7,11 @@
 
 #include <QHeaderView>
 
+namespace
+{
+constexpr int columnsOfSeconds = 20;
+} // namespace
+
 ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindowServices& services,
                                                  ZNTKeptRecordings& kept)
     : kept(kept),
@@ -22,6 +27,9 @@ ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindo
                   .theSheet = theSheet},
                  services.platform.log)
 {
+    // As narrow as a number, also after the controls are made larger.
+    layout._secondsBetweenSendingCommands->setMaximumWidth(dialog->fontMetrics().averageCharWidth() *
+                                                           columnsOfSeconds);
     layout._theTableView->horizontalHeader()->hide();
     layout._theTableView->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     const auto click = [this](QPushButton* button, auto task) {
