@@ -125,7 +125,10 @@ const ZNTSettingRow* settingNamed(std::string_view name)
 
 std::string followsInWords(const ZNTSettingRow& row)
 {
-    return row.follows.empty() ? "" : "Until you choose, it is as " + std::string(row.follows) + " is.";
+    // In words, since the window shows no names of settings.
+    std::string followed(row.follows);
+    std::ranges::replace(followed, '-', ' ');
+    return followed.empty() ? "" : "Until you choose, it is as " + followed + " is.";
 }
 
 std::string settingText(const ZNTSettings& settings, const ZNTSettingRow& row)

@@ -4,6 +4,7 @@
 #include "ZNTWindowFixture.h"
 
 #include <QLayout>
+#include <QMenu>
 
 namespace
 {
@@ -102,6 +103,8 @@ TEST_F(ZNTWindowPanel, RunAndRemoveNeedASelectedMacroAndANewOneIsSelected)
 
 TEST_F(ZNTWindowPanel, MacrosRunByTheirPlaceAndByAKeyOfTheirOwn)
 {
+    const QAction& submenu = *qobject_cast<QMenu*>(parts->menu.macros().front()->parent())->menuAction();
+    EXPECT_FALSE(submenu.isEnabled()) << "nothing can be chosen there";
     playDemo();
     makeMacroGroup("Fights");
     const auto add = [this](const char* name, const char* says, Qt::Key key) {
@@ -123,6 +126,7 @@ TEST_F(ZNTWindowPanel, MacrosRunByTheirPlaceAndByAKeyOfTheirOwn)
     EXPECT_EQ(rows.index(0, 0).data(Qt::AccessibleDescriptionRole), u"Alt+1, Ctrl+B"_s);
     EXPECT_EQ(rows.index(1, 0).data(Qt::AccessibleDescriptionRole), u"Alt+2"_s);
 
+    EXPECT_TRUE(submenu.isEnabled());
     press(commandLine(), Qt::Key_2, Qt::AltModifier);
     EXPECT_TRUE(outputHas("You say: bashed"));
     EXPECT_EQ(find<QLineEdit>("textToServer").text(), QString());

@@ -97,6 +97,20 @@ TEST_F(ZNTWindowPlay, TheWindowsKeysWorkOnTheCommandLine)
     EXPECT_FALSE(action("stopWalking").isEnabled()) << "there is nothing to stop";
 }
 
+TEST_F(ZNTWindowPlay, KeysWhoseEffectOnlyShowsAnswerAloud)
+{
+    auto& output = *window.textFromServer;
+    EXPECT_TRUE(output.accessibleDescription().contains(u"F8 to have the game read aloud"_s));
+    press(window, Qt::Key_F8);
+    EXPECT_TRUE(output.accessibleDescription().contains(u"F8 to stop reading"_s)) << "it would stop now";
+    playDemo();
+    send("!20n");
+    press(commandLine(), Qt::Key_Period, Qt::ControlModifier);
+    press(commandLine(), Qt::Key_L, Qt::ControlModifier);
+    for (const char* news : {"Walk stopped", "Command line"})
+        EXPECT_TRUE(until([&] { return std::ranges::count(speech.said, news) == 1; })) << news;
+}
+
 TEST_F(ZNTWindowPlay, TheGameBeingPlayedIsNamedWhateverTheFieldsSay)
 {
     // The list fills the fields; then the player types another address and leaves the name.

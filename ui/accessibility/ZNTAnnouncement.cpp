@@ -49,6 +49,8 @@ constexpr std::array announcementRows{
     AnnouncementRow{.what = ZNTAnnouncement::OfferListening, .words = "%1 sets up for listening."},
     AnnouncementRow{.what = ZNTAnnouncement::Welcome,
                     .words = "Press %1 to have the game read aloud, %2 for help."},
+    AnnouncementRow{.what = ZNTAnnouncement::WelcomeAloud,
+                    .words = "Press %1 to stop reading the game aloud, %2 for help."},
     AnnouncementRow{.what = ZNTAnnouncement::HelpPage, .words = "%1. %2", .isSaidByReader = true},
     AnnouncementRow{.what = ZNTAnnouncement::Explanation, .words = "%1"},
     AnnouncementRow{.what = ZNTAnnouncement::LeftByFilter, .words = "%1, %2"},

@@ -33,6 +33,7 @@ enum class ZNTAnnouncement {
     OfferListening,  ///< the key that sets the client up for listening
     ConnectionEnded, ///< why, and the key that connects again
     Welcome,         ///< the keys for speech and for help
+    WelcomeAloud,    ///< the same while the game is read aloud
     HelpPage,        ///< its title and its first line
     Explanation,     ///< what "What's this?" shows
     LeftByFilter     ///< how many rows, and the first of them

@@ -5,6 +5,7 @@
 #include "ZNTHintedTable.h"
 #include "ZNTKeyRows.h"
 #include "ZNTPlainKeys.h"
+#include "ZNTQtTableView.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -91,6 +92,7 @@ void ZNTKeyboardMap::makeTable(const ZNTMainMenu& menu)
         QStringLiteral("What each key does, and in which menu it is. Up and Down go through the rows."));
     table->setEmptyHint(QStringLiteral("No key fits these words"));
     table->setModel(rows);
+    ZNTQtTableView::followFocus(*table);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setTabKeyNavigation(false);

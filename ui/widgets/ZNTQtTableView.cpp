@@ -174,11 +174,13 @@ ZNTQtTableView::ZNTQtTableView(QTableView* table, ZNTRowModel* model) : table(ta
     furnish(*table, *model);
 }
 
+void ZNTQtTableView::followFocus(QTableView& table) { table.installEventFilter(new RowUnderFocus(&table)); }
+
 void ZNTQtTableView::furnish(QTableView& table, ZNTRowModel& model)
 {
     table.setModel(&model);
     table.setItemDelegate(new Cells(&table));
-    table.installEventFilter(new RowUnderFocus(&table));
+    followFocus(table);
     QObject::connect(&model, &QAbstractItemModel::dataChanged, &table,
                      [&table](const QModelIndex& first, const QModelIndex& last) {
                          if (first == last)

@@ -17,6 +17,9 @@ public:
 
     /// Sets a view up in the way of all our tables, with `model`. Also for a second view of the same rows.
     static void furnish(QTableView& table, ZNTRowModel& model);
+    /// The part of it for a table with another model: the keyboard comes to a row that is selected, and that
+    /// a screen reader says.
+    static void followFocus(QTableView& table);
     /// If a second view shares it, a row that is selected in one is selected in both.
     [[nodiscard]] QItemSelectionModel* selectionModel() const;
 

@@ -55,9 +55,9 @@ bool ZNTCommandLine::event(QEvent* event)
 
 bool ZNTCommandLine::focusNextPrevChild(bool next)
 {
-    if (isEnabled() || !heir)
+    if (isEnabled() || !whenDisabledWithFocus)
         return QLineEdit::focusNextPrevChild(next);
-    heir->setFocus(Qt::OtherFocusReason);
+    whenDisabledWithFocus();
     return true;
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QLineEdit>
-#include <QPointer>
 #include <functional>
 
 /// The line in which the player types. Return and the arrows that mean something to the session go there;
@@ -19,9 +18,9 @@ public:
     /// Page Up and Page Down, with the direction -1 or 1.
     std::function<void(int direction)> whenPaged;
 
-    /// Where the focus goes if the line is disabled while it has the focus, as at a session's end. Without an
-    /// heir it goes to the next widget.
-    void setHeir(QWidget* widget) { heir = widget; }
+    /// Called if the line is disabled while it has the focus, as at a session's end, to move the focus.
+    /// Without it the focus goes to the next widget.
+    std::function<void()> whenDisabledWithFocus;
 
     /// While hidden, each letter shows as a dot and screen readers take the line for a password. What stands
     /// in the line when it is shown again goes, since it was typed unseen.
@@ -34,6 +33,4 @@ protected:
 
 private:
     void sendLines();
-
-    QPointer<QWidget> heir;
 };

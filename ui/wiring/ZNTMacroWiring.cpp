@@ -8,7 +8,10 @@
 #include "ZNTPlainKeys.h"
 #include "ZNTQtText.h"
 
+#include <QAction>
 #include <QItemSelectionModel>
+#include <QMenu>
+#include <algorithm>
 
 using namespace znt;
 
@@ -95,6 +98,10 @@ void ZNTMacroWiring::nameNumbers()
             QStringLiteral("Macro %1 of the group").arg(number)); // whose key it is
         menu.macros()[row]->setEnabled(macro && isConnected);
     }
+    // Right would open a submenu with nothing to choose in it, where players want the next menu.
+    const bool canRunOne = std::ranges::any_of(menu.macros(), &QAction::isEnabled);
+    if (auto* submenu = qobject_cast<QMenu*>(menu.macros().front()->parent()))
+        submenu->menuAction()->setEnabled(canRunOne);
 }
 
 void ZNTMacroWiring::followSelection()

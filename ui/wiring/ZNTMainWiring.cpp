@@ -9,6 +9,7 @@
 #include "ZNTControlHelp.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTFindBar.h"
+#include "ZNTFocusFirst.h"
 #include "ZNTFontChoice.h"
 #include "ZNTHelpWindow.h"
 #include "ZNTKeypadKeys.h"
@@ -16,6 +17,7 @@
 #include "ZNTOutputView.h"
 #include "ZNTQtText.h"
 #include "ZNTQuitAnywhere.h"
+#include "ZNTScreenReader.h"
 #include "ZNTSoundFactory.h"
 #include "ZNTSpeechSynth.h"
 #include "ZNTStoredMacros.h"
@@ -106,7 +108,12 @@ void ZNTMainWiring::wireDirections()
     }
     keypadKeys = std::make_unique<ZNTKeypadKeys>(window, menu.directions());
     whenToggled(menu["keypadWalks"], [this](bool walks) { setKeypadWalks(walks); });
-    whenTriggered(menu["stopWalking"], [this] { session.stopAllThatRuns(); });
+    whenTriggered(menu["stopWalking"], [this] {
+        const bool hasWalked = session.isWalking();
+        session.stopAllThatRuns(); // a recording's end is announced by showWalking
+        if (hasWalked)
+            news.say(u"Walk stopped");
+    });
 }
 
 void ZNTMainWiring::setKeypadWalks(bool walks)
@@ -138,7 +145,15 @@ void ZNTMainWiring::wireCommandLine()
     const auto press = [this](ZNTCommandLineKey key) { session.controlTextViewDoCommandBySelector(key); };
     ZNTCommandLine* line = window.textToServer;
     ZNTOutputView* output = window.textFromServer;
-    line->setHeir(output); // at a session's end players look for its last lines
+    line->whenDisabledWithFocus = [this, output] {
+        // At a session's end players look for its last lines. A reader says the line with the caret; one that
+        // was found before would be taken for news.
+        if (controller.services().screenReader.isRunning()) {
+            const ZNTQuietCaret untilItHasTheFocus;
+            output->select(output->store().end(), output->store().end());
+        }
+        output->setFocus(Qt::OtherFocusReason);
+    };
     line->whenReturnPressed = [press] { press(ZNTCommandLineKey::InsertNewline); };
     line->whenUpPressed = [press] { press(ZNTCommandLineKey::MoveUp); };
     line->whenDownPressed = [press] { press(ZNTCommandLineKey::MoveDown); };
@@ -214,10 +229,13 @@ void ZNTMainWiring::wireView()
         window.setWindowState(window.windowState().setFlag(Qt::WindowFullScreen, full));
     });
     whenTriggered(menu["focusCommandLine"], [this] {
+        const bool isThere = window.textToServer->hasFocus();
         window.textToServer->setFocus(Qt::ShortcutFocusReason);
         // The line takes no focus then, and the key would seem to do nothing.
         if (!session.isConnected())
             news.sayDone(u"");
+        else if (isThere) // a reader says only a focus that moves
+            news.say(u"Command line");
     });
     whenTriggered(menu["jumpToEnd"], [output] { output->jumpToEnd(); });
     whenTriggered(menu["nextPart"], [this] { window.focusNextPart(1); });

@@ -68,6 +68,7 @@ private:
     [[nodiscard]] QStringList keysOfWelcome() const;
     [[nodiscard]] QString emptyHint() const;
     [[nodiscard]] QString hintOfPickedGame() const;
+    void showEmptyHint();
     void showEncoding();
     void showSettings();
     void showNotice(const ZNTSessionNotice& notice);

@@ -85,7 +85,7 @@ void ZNTMainWiring::showState()
     macros->showButtons();
     menu["connectToServer"]->setText(isConnected ? text("Dis&connect") : text("&Connect"));
     window.setWindowTitle(isConnected ? QString(now.game + text(" - Zantor")) : text("Zantor"));
-    window.textFromServer->setEmptyHint(now.connection == Connection::None ? emptyHint() : QString());
+    showEmptyHint();
     firstStart.setWords(connection.pickedGame().isEmpty() ? text("Welcome to Zantor") : hintOfPickedGame());
     if (isConnected)
         firstStart.notePlayed();
@@ -116,7 +116,15 @@ QString ZNTMainWiring::emptyHint() const
                               "or press Ctrl+Shift+D for the demo game.");
     if (!controller.services().database.isFirstStart())
         return hint;
-    return hint + QLatin1Char('\n') + announcementInWords(ZNTAnnouncement::Welcome, keysOfWelcome());
+    // The key for speech does the opposite while speech is on.
+    const auto welcome = status.facts().isSpeechOn ? ZNTAnnouncement::WelcomeAloud : ZNTAnnouncement::Welcome;
+    return hint + QLatin1Char('\n') + announcementInWords(welcome, keysOfWelcome());
+}
+
+void ZNTMainWiring::showEmptyHint()
+{
+    const bool isIdle = status.facts().connection == ZNTStatusFacts::Connection::None;
+    window.textFromServer->setEmptyHint(isIdle ? emptyHint() : QString());
 }
 
 void ZNTMainWiring::welcomeReader()
@@ -204,6 +212,7 @@ void ZNTMainWiring::showWalking()
 void ZNTMainWiring::showSpeech()
 {
     const bool isOn = status.facts().isSpeechOn;
+    showEmptyHint();
     menu["speechInterruptOnOff"]->setChecked(session.speechInterruptOnOffBindingState() == 1);
     menu["speechOnOff"]->setChecked(isOn);
     window.startStopSpeech->setText(isOn ? text("S&top speech") : text("S&tart speech"));
