@@ -89,7 +89,7 @@ TEST_F(ZNTWindowAccess, ThePreferencesSayEachExplanationWithItsControlOnly)
     for (const auto& [control, words] : {std::pair{"catch-up", "Skips the oldest lines"},
                                          {"_mspCheckBox", "The game's sounds are not played. Plays"},
                                          {"quiet-lines", "Patterns of lines"},
-                                         {"triggerTextView", "The pattern, then ~"}})
+                                         {"triggerTextView", "The pattern with ~"}})
         EXPECT_TRUE(find<QWidget>(preferences, control)
                         .accessibleDescription()
                         .startsWith(QString::fromLatin1(words)))

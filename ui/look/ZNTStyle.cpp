@@ -29,6 +29,7 @@ constexpr double leastContrast =
 constexpr int mixingSteps = 20;
 constexpr int thumbInset = 3;
 constexpr int menuLineInset = 5;
+constexpr int chosenTabLine = 3;
 constexpr int fusionGroupMargin = 3; // between the title of a group and its frame
 
 double contrast(const QColor& one, const QColor& other)
@@ -149,6 +150,15 @@ void drawCurrentItem(const QStyleOption& option, QPainter& painter)
     painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
     painter.restore();
 }
+
+/// A line along the top of the chosen tab. Fusion tells it from the others by its ground alone, which is
+/// black for all of them in high contrast.
+void drawChosenTab(const QStyleOption& option, QPainter& painter)
+{
+    if (option.state & QStyle::State_Selected)
+        painter.fillRect(QRect(option.rect.topLeft(), QSize(option.rect.width(), chosenTabLine)),
+                         option.palette.color(QPalette::Highlight));
+}
 } // namespace
 
 ZNTStyle::ZNTStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -162,6 +172,8 @@ void ZNTStyle::drawControl(ControlElement element, const QStyleOption* option, Q
             item && element == CE_MenuItem && item->menuItemType == QStyleOptionMenuItem::Separator &&
             item->text.isEmpty())
             drawMenuLine(*item, *painter);
+        if (element == CE_TabBarTabShape)
+            drawChosenTab(*option, *painter);
         return;
     }
     painter->save();
