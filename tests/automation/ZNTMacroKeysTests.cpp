@@ -10,7 +10,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr const char* file = "Library/Zantor/macro-keys.plist";
+constexpr const char* keysFile = "Library/Zantor/macro-keys.plist";
 
 struct ZNTMacroKeysTest : testing::Test {
     ZNTTestPlatform machine;
@@ -20,7 +20,7 @@ struct ZNTMacroKeysTest : testing::Test {
 TEST_F(ZNTMacroKeysTest, AKeyBelongsToOneMacroAndAMacroHasOneKeyAlsoAfterARestart)
 {
     auto keys = read();
-    EXPECT_FALSE(std::filesystem::exists(machine.home.path(file)))
+    EXPECT_FALSE(std::filesystem::exists(machine.home.path(keysFile)))
         << "nothing is written before a key is given";
     EXPECT_TRUE(keys.give(7, "Ctrl+K"));
     EXPECT_TRUE(keys.give(8, "F4"));
@@ -30,7 +30,7 @@ TEST_F(ZNTMacroKeysTest, AKeyBelongsToOneMacroAndAMacroHasOneKeyAlsoAfterARestar
     EXPECT_EQ(keys.keyOf(8), "");
     EXPECT_TRUE(keys.give(7, ""));
     EXPECT_THAT(read().all(), ElementsAre(ZNTMacroKey{9, "F4"}));
-    const auto mode = std::filesystem::status(machine.home.path(file)).permissions();
+    const auto mode = std::filesystem::status(machine.home.path(keysFile)).permissions();
     EXPECT_EQ(mode & std::filesystem::perms::all,
               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
 }
@@ -41,14 +41,14 @@ TEST_F(ZNTMacroKeysTest, WhatAnotherWindowOrVersionHasWrittenStays)
     EXPECT_TRUE(first.give(1, "F4"));
     EXPECT_TRUE(second.give(2, "Ctrl+K"));
     EXPECT_THAT(second.all(), ElementsAre(ZNTMacroKey{1, "F4"}, ZNTMacroKey{2, "Ctrl+K"}));
-    auto text = machine.home.read(file);
+    auto text = machine.home.read(keysFile);
     text.insert(text.find("<array>") + 7,
                 "<string>later</string><dict><key>macro</key><string>x</string></dict>");
-    machine.home.write(file, text);
+    machine.home.write(keysFile, text);
     auto third = read();
     EXPECT_EQ(third.all().size(), 2u);
     EXPECT_TRUE(third.give(1, ""));
-    EXPECT_THAT(machine.home.read(file), HasSubstr("<string>later</string>"));
+    EXPECT_THAT(machine.home.read(keysFile), HasSubstr("<string>later</string>"));
 }
 
 TEST_F(ZNTMacroKeysTest, ADamagedFileIsPutAsideAndAFailedWriteChangesNothing)
@@ -56,11 +56,11 @@ TEST_F(ZNTMacroKeysTest, ADamagedFileIsPutAsideAndAFailedWriteChangesNothing)
     for (const std::string damaged :
          {"", "<plist><dict><key>keys", "<plist><dict><key>keys</key><true/></dict></plist>"}) {
         SCOPED_TRACE(damaged);
-        machine.home.write(file, damaged);
+        machine.home.write(keysFile, damaged);
         EXPECT_THAT(read().all(), IsEmpty());
-        EXPECT_FALSE(std::filesystem::exists(machine.home.path(file)));
+        EXPECT_FALSE(std::filesystem::exists(machine.home.path(keysFile)));
     }
-    EXPECT_TRUE(std::filesystem::exists(machine.home.path(std::string(file) + ".broken-3")));
+    EXPECT_TRUE(std::filesystem::exists(machine.home.path(std::string(keysFile) + ".broken-3")));
     std::filesystem::remove_all(machine.home.path("Library"));
     machine.home.write("Library", "no folder");
     auto keys = read();

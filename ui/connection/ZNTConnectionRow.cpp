@@ -2,6 +2,7 @@
 
 #include "ZNTCaptionedField.h"
 #include "ZNTFlowLayout.h"
+#include "ZNTNamedWidget.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -11,15 +12,6 @@
 
 namespace
 {
-
-constexpr int gap = 8;
-
-template <typename Widget>
-Widget* called(Widget* widget, const char* objectName)
-{
-    widget->setObjectName(QString::fromLatin1(objectName));
-    return widget;
-}
 
 /// Has the same width with either title, so that the row of fields does not move.
 class ConnectionButton final : public QPushButton
@@ -59,7 +51,7 @@ ZNTConnectionRow::ZNTConnectionRow()
 {
     setObjectName(QStringLiteral("connectionRow"));
     makeParts();
-    auto* row = new ZNTFlowLayout(this, gap);
+    auto* row = new ZNTFlowLayout(this, znt::connectionGap);
     auto* name = new ZNTCaptionedField(QStringLiteral("&Name"), mudName, 14);
     fields = {name, new ZNTCaptionedField(QStringLiteral("&Address"), ipAddress, 22),
               new ZNTCaptionedField(QStringLiteral("&Port"), port, 8)};
@@ -73,15 +65,15 @@ ZNTConnectionRow::ZNTConnectionRow()
 
 void ZNTConnectionRow::makeParts()
 {
-    mudName = called(new QLineEdit, "mudName");
-    ipAddress = called(new QLineEdit, "ipAddress");
-    port = called(new QLineEdit, "port");
+    mudName = znt::called(new QLineEdit, "mudName");
+    ipAddress = znt::called(new QLineEdit, "ipAddress");
+    port = znt::called(new QLineEdit, "port");
     // Every content is acceptable, because Return does nothing in a field whose content is not. Pasted text
     // brings blanks.
     port->setValidator(
         new QRegularExpressionValidator(QRegularExpression(QStringLiteral("\\s*[0-9]{0,5}\\s*")), port));
-    connectionLine = called(new ConnectionLine, "connectionLine");
-    connectionButton = called(new ConnectionButton, "connectionButton");
+    connectionLine = znt::called(new ConnectionLine, "connectionLine");
+    connectionButton = znt::called(new ConnectionButton, "connectionButton");
     connectionButton->setText(QStringLiteral("&Connect"));
     connectionButton->setAccessibleName(QStringLiteral("Connect"));
 }

@@ -2,6 +2,7 @@
 
 #include "ZNTCheckBox.h"
 #include "ZNTFlowLayout.h"
+#include "ZNTNamedWidget.h"
 #include "ZNTPlainKeys.h"
 
 #include <QLabel>
@@ -12,18 +13,10 @@ namespace
 {
 
 constexpr int margin = 20;
-constexpr int gap = 8;
-
-template <typename Widget>
-Widget* called(Widget* widget, const char* objectName)
-{
-    widget->setObjectName(QString::fromLatin1(objectName));
-    return widget;
-}
 
 QPushButton* button(const char* objectName, const QString& title)
 {
-    auto* made = called(new QPushButton(title), objectName);
+    auto* made = znt::called(new QPushButton(title), objectName);
     new ZNTPlainKeys(*made, {Qt::Key_Return, Qt::Key_Enter}, [made] {
         made->click();
         return true;
@@ -33,7 +26,7 @@ QPushButton* button(const char* objectName, const QString& title)
 
 QCheckBox* mark(const char* objectName, const QString& title)
 {
-    auto* made = called(new ZNTCheckBox, objectName);
+    auto* made = znt::called(new ZNTCheckBox, objectName);
     made->setText(title);
     return made;
 }
@@ -41,7 +34,7 @@ QCheckBox* mark(const char* objectName, const QString& title)
 } // namespace
 
 ZNTFirstStart::ZNTFirstStart()
-    : firstStartWords(called(new QLabel, "firstStartWords")),
+    : firstStartWords(znt::called(new QLabel, "firstStartWords")),
       firstStartDemo(button("firstStartDemo", QStringLiteral("Pla&y the demo game"))),
       firstStartGames(button("firstStartGames", QStringLiteral("Choose a game"))),
       firstStartHelp(button("firstStartHelp", QStringLiteral("&First steps"))),
@@ -59,15 +52,15 @@ ZNTFirstStart::ZNTFirstStart()
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(margin, margin, margin, margin);
-    column->setSpacing(gap);
+    column->setSpacing(znt::connectionGap);
     column->addWidget(firstStartWords);
-    column->addSpacing(gap);
+    column->addSpacing(znt::connectionGap);
     auto* row = new QWidget;
-    auto* flow = new ZNTFlowLayout(row, gap);
+    auto* flow = new ZNTFlowLayout(row, znt::connectionGap);
     for (QPushButton* each : {firstStartDemo, firstStartGames, firstStartHelp})
         flow->addStretching(each);
     column->addWidget(row);
-    column->addSpacing(gap);
+    column->addSpacing(znt::connectionGap);
     column->addWidget(firstStartRemember);
     column->addWidget(listeningBox);
 }
