@@ -1,6 +1,5 @@
 #pragma once
 
-#include "ZNTOutputStore.h"
 #include "ZNTScreenElements.h"
 #include "ZNTWordCompletion.h"
 
@@ -11,7 +10,7 @@
 #include <vector>
 
 /// Completes words that a player types on a terminal. It stands before the output view, and keeps the last
-/// lines that pass.
+/// text that passes.
 class ZNTConsoleCompletion final : public ZNTTextView
 {
 public:
@@ -30,6 +29,6 @@ public:
 private:
     ZNTTextView& view;
     const std::function<std::vector<std::u16string>()> names;
-    ZNTOutputStore lastLines;
+    std::u16string lastText; ///< up to twice what a completion reads
     ZNTWordCompletion completion;
 };

@@ -12,8 +12,6 @@
 namespace
 {
 
-constexpr ZNTOutputStore::Position mostUnits = 0x10000;
-
 std::u16string folded(std::u16string_view text)
 {
     icu::UnicodeString all(text.data(), static_cast<std::int32_t>(text.size()));
@@ -48,7 +46,7 @@ std::vector<std::u16string> znt::wordsThatBegin(std::u16string_view beginning, c
 {
     Candidates found(beginning);
     const auto firstLine = std::max(store.firstLine(), store.endLine() - linesToCompleteFrom);
-    const auto from = std::max(store.line(firstLine).start, store.end() - mostUnits);
+    const auto from = std::max(store.line(firstLine).start, store.end() - znt::unitsToCompleteFrom);
     const auto text = store.text(from, store.end());
     std::vector<std::pair<std::size_t, std::size_t>> words;
     wordsIn(text, words);

@@ -44,9 +44,11 @@ namespace znt
 {
 
 inline constexpr std::int64_t linesToCompleteFrom = 500;
+inline constexpr std::int64_t unitsToCompleteFrom = 0x10000;
 
 /// The words of the last lines of the store, and after them `names`, that begin like `beginning` without
-/// regard to case and go on; the newest first, each once. Reads no more than 64 Ki units of the store.
+/// regard to case and go on; the newest first, each once. Reads no more than `unitsToCompleteFrom` units of
+/// the store.
 std::vector<std::u16string> wordsThatBegin(std::u16string_view beginning, const ZNTOutputStore& store,
                                            const std::vector<std::u16string>& names);
 
