@@ -99,10 +99,16 @@ endfunction()
 
 # A test's own code runs once. Optimising it would take longer than running it. What it does with memory is looked at
 # under the sanitizers; whether its arithmetic is defined would take half as long again to compile.
-set(zantor_test_options -O0)
+# To be linked after zantor_options: of two options that differ the compiler takes the later one.
+add_library(zantor_test_options INTERFACE)
+target_compile_options(zantor_test_options INTERFACE -O0)
 if(ZANTOR_SANITIZE MATCHES "undefined")
-    list(APPEND zantor_test_options -fno-sanitize=undefined)
+    target_compile_options(zantor_test_options INTERFACE -fno-sanitize=undefined)
 endif()
+
+# ctest starts the tests with the highest cost first: a long one that starts last runs alone. Tests of seconds have
+# this one, all others none.
+set(zantor_long 100)
 
 # zantor_test(NAME [PRECOMPILED TARGET] LIBRARIES... SOURCES...): one GoogleTest program, each of its cases a test of
 # ctest. TARGET is the one whose precompiled headers it uses, if not those of all tests.
@@ -112,8 +118,7 @@ function(zantor_test name)
         set(ARG_PRECOMPILED zantor_test_precompiled)
     endif()
     add_executable(${name} ${ARG_SOURCES})
-    target_compile_options(${name} PRIVATE ${zantor_test_options})
-    target_link_libraries(${name} PRIVATE zantor_options zantor_test_support ${ARG_LIBRARIES}
+    target_link_libraries(${name} PRIVATE zantor_options zantor_test_options zantor_test_support ${ARG_LIBRARIES}
         GTest::gmock GTest::gtest_main)
     target_precompile_headers(${name} REUSE_FROM ${ARG_PRECOMPILED})
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
@@ -124,8 +129,7 @@ endfunction()
 function(zantor_window_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES;SOURCES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
-    target_compile_options(${name} PRIVATE ${zantor_test_options})
-    target_link_libraries(${name} PRIVATE zantor_options zantor_test_support ${ARG_LIBRARIES} GTest::gmock)
+    target_link_libraries(${name} PRIVATE zantor_options zantor_test_options zantor_test_support ${ARG_LIBRARIES} GTest::gmock)
     add_test(NAME ${name} COMMAND ${CMAKE_SOURCE_DIR}/scripts/with-display $<TARGET_FILE:${name}>)
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600 COST ${zantor_long})
 endfunction()

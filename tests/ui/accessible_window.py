@@ -122,12 +122,13 @@ class AccessibleProgram:
 
     def _is_too_early(self, field):
         """Whether a field announces its caret while the focus is known to be elsewhere in its window."""
-        if self.focused is None or not has(field, State.FOCUSED):
+        focused = self.focused  # may change while the bus is asked
+        if focused is None or not has(field, State.FOCUSED):
             return False
-        if up_to_window(field)[-1].path != up_to_window(self.focused)[-1].path:
+        if up_to_window(field)[-1].path != up_to_window(focused)[-1].path:
             return False
         parent = field.get_parent()  # the line of a box is not told of itself
-        return self.focused.path not in (field.path, parent.path if parent.get_role() == Role.COMBO_BOX else "")
+        return focused.path not in (field.path, parent.path if parent.get_role() == Role.COMBO_BOX else "")
 
     def wait_for_window(self, title):
         """The window whose title begins so, once it has the focus."""
@@ -138,9 +139,10 @@ class AccessibleProgram:
 
     def stop(self):
         """Where the focus is, as one thing that Tab goes to: its path and what it is called."""
+        focused = self.focused  # another one may be told while the bus is asked about this one
         try:
-            chain = up_to_window(self.focused)[:-1]
-            outermost = next((each for each in reversed(chain) if each.get_role() in COMPOSITES), self.focused)
+            chain = up_to_window(focused)[:-1]
+            outermost = next((each for each in reversed(chain) if each.get_role() in COMPOSITES), focused)
             return outermost.path, describe(outermost)
         except GLib.Error:
             return "", "something that is gone"
@@ -155,10 +157,11 @@ class AccessibleProgram:
 
     def content(self):
         """What stands in the field that has the focus."""
+        focused = self.focused
         try:
-            return Atspi.Text.get_text(self.focused, 0, Atspi.Text.get_character_count(self.focused))
+            return Atspi.Text.get_text(focused, 0, Atspi.Text.get_character_count(focused))
         except GLib.Error:
-            return self.focused.get_name()  # a box is called by what it holds
+            return focused.get_name()  # a box is called by what it holds
 
     def press_until(self, key, words, most=60):
         """Again and again, until the focus is on what is called so."""
