@@ -16,15 +16,6 @@ namespace
 constexpr std::u16string_view placeholder = u"%1";
 constexpr std::uint32_t noLiteral = std::numeric_limits<std::uint32_t>::max();
 
-/// Why the trigger cannot be used; empty if it can.
-std::string problemOf(const ZNTArmedTrigger& armed)
-{
-    auto problem = armed.pattern->problem();
-    if (problem.empty() && armed.usesGroup && !armed.pattern->hasGroup())
-        problem = "no group for the %1 of its action";
-    return problem;
-}
-
 /// Gives each literal a number, the same one whenever it occurs again.
 class LiteralNumbers
 {
@@ -57,7 +48,7 @@ std::shared_ptr<ZNTPreparedTriggers> ZNTPreparedTriggers::of(std::vector<ZNTTrig
         ZNTArmedTrigger armed{.trigger = std::move(trigger), .patience = ZNTTriggerPatience(runLoop)};
         armed.pattern = patterns.patternForCheck(armed.trigger.check);
         armed.usesGroup = znt::contains(armed.trigger.action, placeholder);
-        if (const auto problem = problemOf(armed); !problem.empty()) {
+        if (const auto problem = armed.pattern->problemWith(armed.trigger.action); !problem.empty()) {
             log.log("Trigger \"" + znt::utf8FromText(armed.trigger.name) +
                     "\" cannot be used: its check has " + problem);
             continue;

@@ -25,6 +25,13 @@ ZNTTriggerPattern::ZNTTriggerPattern(std::u16string_view check)
         requiredLiteral_ = znt::requiredLiteral(expressionForCheck(check));
 }
 
+std::string ZNTTriggerPattern::problemWith(std::u16string_view action) const
+{
+    if (problem_.empty() && !hasGroup_ && znt::contains(action, u"%1"))
+        return "no group for the %1 of its action";
+    return problem_;
+}
+
 ZNTUserExpression& ZNTTriggerPattern::expression()
 {
     if (!expression_)

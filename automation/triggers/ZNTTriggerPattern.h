@@ -21,6 +21,8 @@ public:
 
     /// Why the check cannot be used; empty if it can.
     [[nodiscard]] const std::string& problem() const { return problem_; }
+    /// Why a trigger with that action cannot use it; empty if it can.
+    [[nodiscard]] std::string problemWith(std::u16string_view action) const;
     [[nodiscard]] bool hasGroup() const { return hasGroup_; }
     /// A text that every match contains; empty if none is known.
     [[nodiscard]] const std::u16string& requiredLiteral() const { return requiredLiteral_; }

@@ -4,7 +4,9 @@
 #include "ZNTConsoleVerbs.h"
 #include "ZNTConsoleWords.h"
 #include "ZNTDatabaseHelper.h"
+#include "ZNTText.h"
 #include "ZNTTriggerColumns.h"
+#include "ZNTTriggerPattern.h"
 
 #include <algorithm>
 #include <utility>
@@ -81,6 +83,8 @@ void ZNTConsoleTriggers::add(std::u16string_view words)
         replies.complain(u"Say what to look for and what to send: /trigger add NAME: PATTERN => COMMAND");
         return;
     }
+    if (!canMatch(trigger))
+        return;
     database.insertTrigger(trigger);
     // Of use with an option alone; without one "=>" may be a slip.
     const bool lacksCommand = trigger.action.empty() && labelsOf(trigger).empty();
@@ -105,6 +109,16 @@ bool ZNTConsoleTriggers::readOptions(std::u16string_view& words, ZNTTrigger& tri
             trigger.** text = std::u16string(firstWord(words));
     }
     return true;
+}
+
+/// The session leaves a trigger out whose pattern cannot be used.
+bool ZNTConsoleTriggers::canMatch(const ZNTTrigger& trigger)
+{
+    const auto problem = ZNTTriggerPattern(trigger.check).problemWith(trigger.action);
+    if (!problem.empty())
+        replies.complain(joined({u"The pattern \"", trigger.check, u"\" cannot be used: it has ",
+                                 znt::textFromUtf8(problem), u"."}));
+    return problem.empty();
 }
 
 void ZNTConsoleTriggers::list()
@@ -148,6 +162,8 @@ void ZNTConsoleTriggers::remove(std::u16string_view word)
 void ZNTConsoleTriggers::turn(std::u16string_view word, bool on)
 {
     withTrigger(word, [this, on](ZNTTrigger& trigger) {
+        if (on && !canMatch(trigger))
+            return;
         trigger.active = on;
         database.updateTrigger(trigger);
         finishChange(trigger, on ? u" is on." : u" is off.");

@@ -23,6 +23,8 @@ public:
 
 private:
     void add(std::u16string_view words);
+    /// Complains if the pattern is ill-formed.
+    bool canMatch(const ZNTTrigger& trigger);
     bool readOptions(std::u16string_view& words, ZNTTrigger& trigger);
     void list();
     void remove(std::u16string_view word);

@@ -52,8 +52,9 @@ TEST_F(ZNTConsoleEditingTest, BadInputIsRefusedWithASentenceAndChangesNothing)
           "/macro add greet say hi %1"});
     expectRefused(testing::StartsWith("! "),
                   {"/trigger", "/trigger add name: => kick", "/trigger add --loud n: x => y",
-                   "/trigger remove", "/trigger off 9999", "/trigger remove twin", "/group use yours",
-                   "/macro add greet", "/macro remove wave", "/mud add Name mud.example 65536",
+                   "/trigger add bad: ([ => y", "/trigger add bad: x => %1", "/trigger remove",
+                   "/trigger off 9999", "/trigger remove twin", "/group use yours", "/macro add greet",
+                   "/macro remove wave", "/mud add Name mud.example 65536",
                    "/mud add Name mud.example 99999999999", "/mud remove -1"});
 }
 
