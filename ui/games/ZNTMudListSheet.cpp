@@ -27,6 +27,9 @@ std::vector<ZNTColumn> gameColumns()
             {"url", QStringLiteral("Web page"), Kind::Text}};
 }
 
+/// These become narrow first: players know a game by its name, and a button opens its page.
+constexpr int addressColumn = 1, webPageColumn = 5;
+
 /// Each letter finds something else. What is found in the end is announced.
 constexpr int pauseInTyping = 600; // milliseconds
 
@@ -77,9 +80,8 @@ void ZNTMudListSheet::wireRows()
              games.tableViewSetObjectValue(value, column, filtered.listRow(row));
          },
          [this, &games](long row) { return games.tableViewToolTipForRow(filtered.listRow(row)); }});
-    QTableView& table = *layout->tableView;
-    table.horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    table.horizontalHeader()->setStretchLastSection(true);
+    ZNTHintedTable& table = *layout->tableView;
+    table.shareWidth({webPageColumn, addressColumn});
     table.setEditTriggers(QAbstractItemView::EditKeyPressed); // a double click uses the game
     QObject::connect(&table, &QTableView::doubleClicked, dialog, [this](const QModelIndex& cell) {
         if (rows.column(cell).kind != ZNTColumn::Kind::YesNo) // two clicks on a mark set and clear it

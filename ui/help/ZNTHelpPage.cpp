@@ -1,5 +1,6 @@
 #include "ZNTHelpPage.h"
 
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QUrl>
@@ -9,7 +10,10 @@
 namespace
 {
 
-constexpr int columnsOfPage = 68, rowsOfPage = 28;
+/// As wide as lines are pleasant to read. Letters have widths of their own, so it is measured.
+const QString lineOfPage =
+    QStringLiteral("A line of a page that has about as many letters as are pleasant to read, no more");
+constexpr int rowsOfPage = 34;
 constexpr int fewestColumns = 20, fewestRows = 6;
 
 /// The first line of the text itself. Its heading is the window's title, which readers have said by then.
@@ -56,6 +60,9 @@ ZNTHelpPage::ZNTHelpPage(QWidget& window, const QString& title, const char* name
     const QFontMetrics metrics(reader->font());
     reader->setMinimumSize(metrics.averageCharWidth() * fewestColumns, metrics.height() * fewestRows);
     content().addWidget(reader);
-    arrange(QSize(metrics.averageCharWidth() * columnsOfPage, metrics.height() * rowsOfPage), *reader,
+    const int around = minimumSizeHint().width() - reader->minimumWidth() + 2 * reader->frameWidth() +
+                       reader->verticalScrollBar()->sizeHint().width() +
+                       static_cast<int>(2 * reader->document()->documentMargin());
+    arrange(QSize(metrics.horizontalAdvance(lineOfPage) + around, metrics.height() * rowsOfPage), *reader,
             first.text());
 }

@@ -10,7 +10,6 @@
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
 #include <QVBoxLayout>
@@ -21,7 +20,6 @@ namespace
 
 constexpr int rowsAtOnce = 20;
 constexpr int columnsOfFilter = 40;
-constexpr int lettersAround = 3; ///< in a column, beyond its longest text
 constexpr int airOfRow = 8;
 
 QStandardItem* newCell(const QString& words, const QString& spoken)
@@ -98,19 +96,14 @@ void ZNTKeyboardMap::makeTable(const ZNTMainMenu& menu)
     table->setTabKeyNavigation(false);
     table->setShowGrid(false);
     table->setAlternatingRowColors(true);
-    table->setWordWrap(false);
+    table->setWordWrap(true); // in a narrow window
     table->verticalHeader()->hide();
     table->ensurePolished();
     auto& columns = *table->horizontalHeader();
     columns.setHighlightSections(false);
-    columns.setStretchLastSection(true);
-    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + airOfRow);
-    // Once, so that the columns do not jump while the player types.
-    const int room = table->fontMetrics().averageCharWidth() * lettersAround;
-    for (int column = 0; column < rows->columnCount(); ++column) {
-        table->resizeColumnToContents(column);
-        table->setColumnWidth(column, table->columnWidth(column) + room);
-    }
+    table->verticalHeader()->setMinimumSectionSize(table->fontMetrics().height() + airOfRow);
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table->shareWidth();
 }
 
 /// All columns side by side, and as many rows as can be looked over at once.
@@ -118,10 +111,9 @@ QSize ZNTKeyboardMap::comfortableSize() const
 {
     const QSize around = sizeHint() - table->sizeHint();
     const int sides = 2 * table->frameWidth();
-    return around +
-           QSize(table->horizontalHeader()->length() + table->verticalScrollBar()->sizeHint().width() + sides,
-                 table->horizontalHeader()->sizeHint().height() +
-                     rowsAtOnce * table->verticalHeader()->defaultSectionSize() + sides);
+    return around + QSize(table->sizeHint().width(),
+                          table->horizontalHeader()->sizeHint().height() +
+                              rowsAtOnce * table->verticalHeader()->minimumSectionSize() + sides);
 }
 
 void ZNTKeyboardMap::makeFilter()

@@ -11,7 +11,6 @@
 #include <QDate>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
 #include <QLocale>
 #include <QPushButton>
 #include <QScreen>
@@ -85,7 +84,7 @@ void ZNTOldLogsWindow::shareWidth()
 
 void ZNTOldLogsWindow::makeParts(const ZNTOutputView& model)
 {
-    list = new QListWidget(this);
+    list = new ZNTHintedList<QListWidget>(this);
     list->setObjectName(latin("oldLogsList"));
     list->setAccessibleName(latin("Logs, the newest first"));
     list->setWhatsThis(
@@ -170,10 +169,9 @@ void ZNTOldLogsWindow::listLogs(const std::string& folder)
     logs = znt::oldLogsIn(folder);
     for (const ZNTOldLog& log : logs)
         list->addItem(titleOf(log));
-    if (logs.empty()) {
-        output->setEmptyHint(latin("There are no logs yet."));
-        say(latin("There are no logs yet."));
-    }
+    list->setEmptyHint(latin("There are no logs yet."));
+    if (logs.empty())
+        output->setEmptyHint(latin("Zantor writes a log of each session. Its text appears here."));
     list->setCurrentRow(logs.empty() ? -1 : 0);
 }
 

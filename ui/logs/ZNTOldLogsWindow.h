@@ -1,17 +1,18 @@
 #pragma once
 
+#include "ZNTEmptyHint.h"
 #include "ZNTFullColourParser.h"
 #include "ZNTLogReader.h"
 #include "ZNTOldLogs.h"
 
 #include <QDialog>
+#include <QListWidget>
 #include <QTimer>
 #include <memory>
 #include <string>
 #include <vector>
 
 class QLabel;
-class QListWidget;
 class QSplitter;
 class ZNTFindBar;
 class ZNTOutputView;
@@ -35,7 +36,7 @@ private:
 
     std::vector<ZNTOldLog> logs;
     QSplitter* halves = nullptr;
-    QListWidget* list = nullptr;
+    ZNTHintedList<QListWidget>* list = nullptr;
     ZNTOutputView* output = nullptr;
     ZNTFindBar* findBar = nullptr;
     QLabel* status = nullptr;

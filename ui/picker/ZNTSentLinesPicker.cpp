@@ -8,7 +8,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
 #include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -32,7 +31,7 @@ ZNTSentLinesPicker::ZNTSentLinesPicker(QWidget& window, QStringList givenLines,
       picked(std::move(picked)),
       filter(new QLineEdit(this)),
       words(new QLabel(this)),
-      list(new QListView(this)),
+      list(new ZNTHintedList<QListView>(this)),
       put(new QPushButton(pickerText("&Put it into the command line"), this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
@@ -100,6 +99,8 @@ void ZNTSentLinesPicker::narrowDown()
                    : count == 0    ? pickerText("No line has these letters.")
                    : count == 1    ? pickerText("1 line")
                                    : pickerText("%1 lines, the newest first").arg(QLocale().toString(count)));
+    words->setVisible(count > 0); // else they stand in the place of the rows
+    list->setEmptyHint(words->text());
     list->setCurrentIndex(shown.index(0));
     put->setEnabled(count > 0);
     resting.start();

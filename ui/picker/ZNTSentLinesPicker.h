@@ -1,6 +1,9 @@
 #pragma once
 
+#include "ZNTEmptyHint.h"
+
 #include <QDialog>
+#include <QListView>
 #include <QStringList>
 #include <QStringListModel>
 #include <QTimer>
@@ -8,7 +11,6 @@
 
 class QLabel;
 class QLineEdit;
-class QListView;
 class QPushButton;
 
 /// Lists lines for the player to pick one. What is typed narrows the list down; Up, Down and the page keys go
@@ -33,7 +35,7 @@ private:
     QStringListModel shown;
     QLineEdit* filter;
     QLabel* words;
-    QListView* list;
+    ZNTHintedList<QListView>* list;
     QPushButton* put;
     QTimer resting; ///< since something was typed
 };

@@ -7,12 +7,34 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 namespace
 {
 constexpr int fewestRows = 4;
 constexpr int columnsIfEmpty = 40; ///< of text, while there is little in the table
-constexpr int hintMargin = 10;
+constexpr int airBehindColumn = 2; ///< in characters, if the columns share the width
+
+/// What columns of these widths get of `room`.
+QList<int> sharedWidths(QList<int> widths, const QList<int>& least, const QList<int>& narrowFirst, int room)
+{
+    const auto missing = [&] { return std::accumulate(widths.cbegin(), widths.cend(), -room); };
+    for (const int column : narrowFirst)
+        widths[column] = std::max(least[column], widths[column] - std::max(0, missing()));
+    // The widest columns become as wide as the next one, until all fit.
+    while (missing() > 0) {
+        int widest = -1;
+        for (int column = 0; column < widths.size(); ++column)
+            if (widths[column] > least[column] && (widest < 0 || widths[column] > widths[widest]))
+                widest = column;
+        if (widest < 0)
+            break;
+        --widths[widest];
+    }
+    widths.back() += std::max(0, -missing());
+    return widths;
+}
 } // namespace
 
 ZNTHintedTable::ZNTHintedTable(QWidget* parent) : QTableView(parent) {}
@@ -39,16 +61,70 @@ void ZNTHintedTable::setModel(QAbstractItemModel* newModel)
         model()->disconnect(this);
     QTableView::setModel(newModel);
     if (newModel) {
-        connect(newModel, &QAbstractItemModel::rowsInserted, this, &ZNTHintedTable::describe);
-        connect(newModel, &QAbstractItemModel::rowsRemoved, this, &ZNTHintedTable::describe);
-        connect(newModel, &QAbstractItemModel::modelReset, this, &ZNTHintedTable::describe);
+        connect(newModel, &QAbstractItemModel::rowsInserted, this, &ZNTHintedTable::rowsChanged);
+        connect(newModel, &QAbstractItemModel::rowsRemoved, this, &ZNTHintedTable::rowsChanged);
+        connect(newModel, &QAbstractItemModel::modelReset, this, &ZNTHintedTable::rowsChanged);
+        connect(newModel, &QAbstractItemModel::dataChanged, this, &ZNTHintedTable::shareLater);
     }
-    describe();
+    rowsChanged();
     keepHeadingsReadable();
+}
+
+void ZNTHintedTable::rowsChanged()
+{
+    describe();
+    if (areHeadingsHidden)
+        horizontalHeader()->setHidden(isEmpty());
+    shareLater();
+}
+
+void ZNTHintedTable::shareWidth(QList<int> columns)
+{
+    narrowFirst = std::move(columns);
+    isWidthShared = true;
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setStretchLastSection(false);
+    shareLater();
+}
+
+/// Many changes may come in one turn.
+void ZNTHintedTable::shareLater()
+{
+    if (!isWidthShared || std::exchange(isSharingLater, true))
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            isSharingLater = false;
+            fitColumns();
+        },
+        Qt::QueuedConnection);
+}
+
+void ZNTHintedTable::fitColumns()
+{
+    if (!isWidthShared || !model() || model()->columnCount() == 0)
+        return;
+    QHeaderView& header = *horizontalHeader();
+    header.setMinimumSectionSize(0);
+    widestYet.resize(model()->columnCount());
+    QList<int> least;
+    for (int column = 0; column < widestYet.size(); ++column) {
+        least << header.sectionSizeHint(column);
+        const int air = fontMetrics().averageCharWidth() * airBehindColumn;
+        widestYet[column] = std::max({widestYet[column], least.back(), sizeHintForColumn(column) + air});
+    }
+    const QList<int> widths = sharedWidths(widestYet, least, narrowFirst, viewport()->width());
+    for (int column = 0; column < widths.size(); ++column)
+        header.resizeSection(column, widths[column]);
+    if (wordWrap())
+        resizeRowsToContents(); // at the new widths
 }
 
 void ZNTHintedTable::keepHeadingsReadable()
 {
+    if (isWidthShared)
+        return fitColumns();
     // Columns that stretch would shrink to nothing as well.
     QHeaderView& header = *horizontalHeader();
     header.setMinimumSectionSize(0); // which the hints contain
@@ -77,17 +153,26 @@ int ZNTHintedTable::rowHeight() const { return fontMetrics().height() * (isRoomy
 QSize ZNTHintedTable::sizeHint() const
 {
     int width = verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+    const int air = isWidthShared ? fontMetrics().averageCharWidth() * airBehindColumn : 0;
     for (int column = 0; model() && column < model()->columnCount(); ++column)
-        width += std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column));
+        width += std::max(sizeHintForColumn(column) + air, horizontalHeader()->sectionSizeHint(column));
     return {std::max(width, fontMetrics().averageCharWidth() * columnsIfEmpty), minimumSizeHint().height()};
 }
 
 bool ZNTHintedTable::event(QEvent* event)
 {
     // The headings get their new font on a later turn.
-    if (event->type() == QEvent::Polish || event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::Polish || event->type() == QEvent::FontChange) {
+        widestYet.clear();
         QMetaObject::invokeMethod(this, &ZNTHintedTable::keepHeadingsReadable, Qt::QueuedConnection);
+    }
     return QTableView::event(event);
+}
+
+void ZNTHintedTable::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    fitColumns();
 }
 
 int ZNTHintedTable::comfortableGrowth() const
@@ -108,7 +193,7 @@ void ZNTHintedTable::paintEvent(QPaintEvent* event)
         return;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    znt::paintEmptyHint(painter,
-                        viewport()->rect().adjusted(hintMargin, hintMargin, -hintMargin, -hintMargin), hint,
+    constexpr int around = znt::emptyHintMargin;
+    znt::paintEmptyHint(painter, viewport()->rect().adjusted(around, around, -around, -around), hint,
                         Qt::AlignHCenter | Qt::AlignTop);
 }

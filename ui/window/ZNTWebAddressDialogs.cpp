@@ -1,5 +1,6 @@
 #include "ZNTWebAddressDialogs.h"
 
+#include "ZNTEmptyHint.h"
 #include "ZNTOutputView.h"
 #include "ZNTQtText.h"
 #include "ZNTWebAddresses.h"
@@ -97,11 +98,9 @@ void ZNTWebAddressDialogs::showList()
         if (const QUrl url = urlOf(znt::qtText(address)); !url.isEmpty())
             shown << asOpened(url);
     shown.removeDuplicates();
-    auto* dialog = makeDialog(
-        "webAddresses", webText(shown.isEmpty() ? "There is no web address in the last %1 lines."
-                                                : "Web addresses in the last %1 lines, the newest first")
-                            .arg(lastLines));
-    auto* list = new QListWidget(dialog);
+    auto* dialog = makeDialog("webAddresses",
+                              webText("Web addresses in the last %1 lines, the newest first").arg(lastLines));
+    auto* list = new ZNTHintedList<QListWidget>(dialog);
     list->setObjectName(webText("addresses"));
     list->setAccessibleName(webText("Web addresses"));
     list->addItems(shown);
@@ -115,6 +114,12 @@ void ZNTWebAddressDialogs::showList()
     QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     QObject::connect(list, &QListWidget::itemDoubleClicked, dialog, &QDialog::accept);
     QWidget* closeButton = buttons->button(QDialogButtonBox::Close);
+    if (shown.isEmpty()) { // the words stand in the place of the rows
+        auto& caption = *dialog->findChild<QLabel*>(webText("words"));
+        caption.setText(webText("There is no web address in the last %1 lines.").arg(lastLines));
+        caption.hide();
+        list->setEmptyHint(caption.text());
+    }
     show(*dialog, shown.isEmpty() ? *closeButton : *list, [this, list] {
         if (const auto* chosen = list->currentItem())
             ask(chosen->text());
