@@ -12,6 +12,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QStyleOption>
+#include <QTabBar>
 #include <QTimer>
 #include <algorithm>
 #include <array>
@@ -75,6 +76,13 @@ const QAbstractButton* markedIn(const QWidget* ring)
     if (qobject_cast<QCheckBox*>(ringed) || qobject_cast<QRadioButton*>(ringed))
         return static_cast<QAbstractButton*>(ringed);
     return nullptr;
+}
+
+/// A row of tabs stands at the edges of its window's part, which would cut off a ring around it.
+bool isRingInside(const QWidget* ring)
+{
+    const auto* frame = qobject_cast<const QFocusFrame*>(ring);
+    return frame && qobject_cast<const QTabBar*>(frame->widget());
 }
 
 QRect placeOfRing(const QRect& whole, const QWidget* ring)
@@ -316,9 +324,9 @@ int ZNTStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const 
         widget != nullptr ? widget->fontMetrics().height() : QFontMetrics(QApplication::font()).height();
     switch (metric) {
     case PM_FocusFrameHMargin:
-        return ringWidth + (markedIn(widget) ? gapInRing : 0);
+        return isRingInside(widget) ? 0 : ringWidth + (markedIn(widget) ? gapInRing : 0);
     case PM_FocusFrameVMargin:
-        return ringWidth;
+        return isRingInside(widget) ? 0 : ringWidth;
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
     case PM_ExclusiveIndicatorWidth:
@@ -337,7 +345,7 @@ int ZNTStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidge
 {
     if (hint == SH_FocusFrame_AboveWidget)
         return 1;
-    if (hint == SH_FocusFrame_Mask && markedIn(widget)) {
+    if (hint == SH_FocusFrame_Mask && (markedIn(widget) || isRingInside(widget))) {
         // The ring may go through the control, where Qt would leave the frame away.
         const QRect ring = placeOfRing(widget->rect(), widget);
         if (auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(returned))

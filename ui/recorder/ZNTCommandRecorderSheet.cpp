@@ -1,6 +1,6 @@
 #include "ZNTCommandRecorderSheet.h"
 
-#include "ZNTAnnouncement.h"
+#include "ZNTAnswerLine.h"
 #include "ZNTControlHelp.h"
 #include "ZNTPlatform.h"
 #include "ZNTQtText.h"
@@ -54,7 +54,7 @@ void ZNTCommandRecorderSheet::show(ZNTCommandRecorderDataSource& commands)
                     [&commands](const ZNTCellValue& value, std::string_view, long row) {
                         commands.tableViewSetObjectValue(std::get<std::u16string>(value), row);
                     }});
-    layout.answer->clear();
+    znt::showAnswer(*layout.answer, {});
     controller.showWindow();
     controller.set_theDataSource(commands);
     layout._theTableView->setFocus();
@@ -67,9 +67,4 @@ void ZNTCommandRecorderSheet::showForKeeping(ZNTCommandRecorderDataSource& comma
         layout._aliasName->setFocus();
 }
 
-void ZNTCommandRecorderSheet::keep()
-{
-    const QString answer = znt::qtText(controller.keep(kept));
-    layout.answer->setText(answer);
-    znt::announce(ZNTAnnouncement::Answer, {answer});
-}
+void ZNTCommandRecorderSheet::keep() { znt::showAnswer(*layout.answer, znt::qtText(controller.keep(kept))); }

@@ -1,6 +1,6 @@
 #include "ZNTKeptRecordingsSheet.h"
 
-#include "ZNTAnnouncement.h"
+#include "ZNTAnswerLine.h"
 #include "ZNTClientActions.h"
 #include "ZNTControlHelp.h"
 #include "ZNTPlatform.h"
@@ -92,16 +92,14 @@ void ZNTKeptRecordingsSheet::rename()
 
 void ZNTKeptRecordingsSheet::answer(std::u16string_view sentence)
 {
-    const QString words = znt::qtText(sentence);
-    layout.answer->setText(words);
-    znt::announce(ZNTAnnouncement::Answer, {words});
+    znt::showAnswer(*layout.answer, znt::qtText(sentence));
 }
 
 void ZNTKeptRecordingsSheet::showWindow()
 {
     controller.reload();
     if (!dialog->isVisible()) {
-        layout.answer->clear();
+        znt::showAnswer(*layout.answer, {});
         znt::fitToScreen(*dialog);
     }
     dialog->show();
