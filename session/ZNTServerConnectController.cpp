@@ -338,6 +338,8 @@ void ZNTServerConnectController::textToSpeechOnAndOff() { speech->followState();
 
 void ZNTServerConnectController::replayLastText() { speech->replay(); }
 
+bool ZNTServerConnectController::hasTextToReplay() const { return speech->hasReplay(); }
+
 void ZNTServerConnectController::sayPrompt() { speech->sayPrompt(); }
 
 const std::u16string& ZNTServerConnectController::lastPrompt() const { return speech->lastPrompt(); }

@@ -216,6 +216,8 @@ public:
     void textToSpeechOnAndOff();
     /// Speaks again, while speech is on, what came since the last line that was not empty.
     void replayLastText();
+    /// Whether text came since the last command.
+    [[nodiscard]] bool hasTextToReplay() const;
     /// Says the game's last prompt, cutting off what is being said. While speech is off it speaks as
     /// `replayLastText` does.
     void sayPrompt();

@@ -56,6 +56,7 @@ public:
     void followState();
     /// Speaks again what came since `forgetReplay`; while speech is off, with the setting for it alone.
     void replay();
+    [[nodiscard]] bool hasReplay() const { return !_replayLastTextFromMUD.empty(); }
     /// Says the last prompt at once, when `replay` would speak.
     void sayPrompt();
     [[nodiscard]] const std::u16string& lastPrompt() const { return prompts.last(); }

@@ -214,9 +214,9 @@ std::u16string ZNTChannelHistory::inWords(const ZNTChannelLine& line) const
 std::u16string ZNTChannelHistory::nothingInWords(std::u16string_view channel) const
 {
     if (!list)
-        return u"The channel history is off. The setting channel-history turns it on.";
+        return u"The channel history is off. " + howToSwitchOn;
     if (channels.empty())
-        return u"There are no channels. The setting channels lists them.";
+        return u"There are no channels. " + whereChannelsAre;
     return channel.empty() ? u"No channel has a line yet."
                            : u"The channel " + std::u16string(channel) + u" has no line yet.";
 }

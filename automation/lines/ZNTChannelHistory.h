@@ -67,6 +67,11 @@ public:
     /// What there is to say instead of lines: that the history is off, or that the channel has no line yet.
     [[nodiscard]] std::u16string nothingInWords(std::u16string_view channel) const;
 
+    /// Sentences about how a player switches the history on, and where its channels are listed. A front end
+    /// that shows settings under other names has its own.
+    std::u16string howToSwitchOn = u"The setting channel-history turns it on.";
+    std::u16string whereChannelsAre = u"The setting channels lists them.";
+
 private:
     struct Channel {
         std::u16string name;

@@ -58,6 +58,14 @@ void ZNTMacroGroupDropDownController::createNewMacroGroup()
     }
 }
 
+bool ZNTMacroGroupDropDownController::createNamedMacroGroup()
+{
+    if (znt::trimmedOfBlanks(macroGroupComboBox.text()).empty() || getCurrentMacroGroup())
+        return false;
+    createNewMacroGroup();
+    return true;
+}
+
 void ZNTMacroGroupDropDownController::deleteMacroGroup()
 {
     const auto oid = getCurrentMacroGroupOid(WhenNoneMatches::SayNothing);

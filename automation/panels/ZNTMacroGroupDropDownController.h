@@ -32,6 +32,8 @@ public:
 
     // The buttons
     void createNewMacroGroup();
+    /// The same if a name is typed that no group has yet. Answers whether it is.
+    bool createNamedMacroGroup();
     void deleteMacroGroup();
 
     // The combo box's questions

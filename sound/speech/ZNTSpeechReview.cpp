@@ -67,6 +67,12 @@ void ZNTSpeechReview::keepLinesOf(std::u16string_view chunk)
         kept.pop_front();
 }
 
+bool ZNTSpeechReview::isEmpty()
+{
+    splitWhatCameIn();
+    return kept.empty() && !isAtCommand;
+}
+
 void ZNTSpeechReview::previousLine()
 {
     splitWhatCameIn();

@@ -28,6 +28,9 @@ public:
     /// however much text comes. It only copies the text; lines are split when the player asks for one.
     void addReceivedText(std::u16string_view plainText);
 
+    /// Whether there is nothing to go through: no line has come, and the last command is not read either.
+    [[nodiscard]] bool isEmpty();
+
     /// Speaks the line before the one spoken last, at first the newest; at the oldest, that one again.
     void previousLine();
     /// Speaks the line after the one spoken last; at the newest, that one again.

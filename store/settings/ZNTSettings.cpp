@@ -125,10 +125,10 @@ const ZNTSettingRow* settingNamed(std::string_view name)
 
 std::string followsInWords(const ZNTSettingRow& row)
 {
-    // In words, since the window shows no names of settings.
+    // In words, since the window shows no names of settings. Only switches follow one.
     std::string followed(row.follows);
     std::ranges::replace(followed, '-', ' ');
-    return followed.empty() ? "" : "Until you choose, it is as " + followed + " is.";
+    return followed.empty() ? "" : "Until you choose, it is on if " + followed + " is on.";
 }
 
 std::string settingText(const ZNTSettings& settings, const ZNTSettingRow& row)

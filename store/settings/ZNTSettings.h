@@ -163,7 +163,8 @@ inline constexpr std::array ZNTSettingsTable{
                   .hasOwnControl = true},
     ZNTSettingRow{.name = znt::standardTelnet,
                   .field = &ZNTSettings::standardTelnet,
-                  .sentence = "Reads telnet as its standards say, from the next connection on.",
+                  .sentence = "Reads telnet as its standards say, which most games need today, from the next "
+                              "connection on.",
                   .tab = ZNTSettingTab::Protocols,
                   .scope = ZNTSettingScope::Game,
                   .captionForAllGames = "Standard &telnet for all games",

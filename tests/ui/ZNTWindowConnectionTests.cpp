@@ -18,9 +18,12 @@ TEST_F(ZNTWindowConnection, WhilePlayingTheFieldsAreOneLineUntilAKeyBringsThemBa
     EXPECT_FALSE(window.mudName->isVisible() || window.ipAddress->isVisible() || window.port->isVisible());
     EXPECT_TRUE(window.connectionButton->isVisible());
 
+    EXPECT_FALSE(status().contains(u"since"_s)) << "once is enough";
     action("showConnectionRow").trigger(); // the whole row goes, and the key brings the fields all the same
+    EXPECT_TRUE(status().startsWith(u"Connected to Lantern Cove since "_s)) << status().toStdString();
     press(commandLine(), Qt::Key_F9, Qt::ControlModifier);
     EXPECT_TRUE(window.port->isVisible() && !line.isVisible());
+    EXPECT_TRUE(status().startsWith(u"Connected to Lantern Cove since "_s)) << status().toStdString();
     EXPECT_FALSE(window.ipAddress->isEnabled() || window.port->isEnabled());
     EXPECT_TRUE(commandLine().hasFocus());
     window.mudName->setFocus();

@@ -1,6 +1,9 @@
+#include "ZNTFirstStart.h"
 #include "ZNTKeptLooks.h"
 #include "ZNTWindowFixture.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QScreen>
 #include <QSplitter>
 #include <filesystem>
@@ -150,6 +153,33 @@ TEST_F(ZNTWindowDesktop, ComesBackAsThePlayerLeftItOnlyIfAsked)
     last.reset();
     EXPECT_FALSE(home.has(settingsFile));
     ZNTAppearance().use(ZNTAppearance::Colours::System);
+}
+
+TEST_F(ZNTWindowDesktop, TheMarkIsTheSameOnTheCardAndInThePreferencesAndTheGroupComesBack)
+{
+    auto run = start();
+    auto& card = *run->window.firstStart->firstStartRemember;
+    run->parts.menu["showPreferencesView"]->trigger();
+    auto& inPreferences = find<QCheckBox>(*dialog("PreferencesView"), "rememberBox");
+    for (auto* mark : {&card, &inPreferences}) {
+        mark->click();
+        EXPECT_EQ(card.isChecked(), inPreferences.isChecked());
+    }
+    EXPECT_FALSE(run->parts.controller.settings().isRemembering());
+    card.click();
+    run->parts.menu["showFieldsWhilePlaying"]->trigger();
+    auto& box = *run->window.macroComboBoxGroup;
+    for (const char* group : {"Fights", "Talk"}) {
+        box.setEditText(QString::fromLatin1(group));
+        run->parts.menu["createNewMacroGroup"]->trigger();
+        answerAlert();
+    }
+    box.setEditText(u"Fights"_s);
+    run.reset();
+    run = start();
+    EXPECT_EQ(run->window.macroComboBoxGroup->currentText(), u"Fights"_s);
+    EXPECT_TRUE(run->parts.menu["showFieldsWhilePlaying"]->isChecked());
+    EXPECT_TRUE(run->parts.controller.macroGroupDropDownController().getCurrentMacroGroup());
 }
 
 TEST_F(ZNTWindowDesktop, AWindowBesideTheGameHasItsPlaceAndAlertsHaveNone)

@@ -135,6 +135,52 @@ TEST_F(ZNTWindowPanel, MacrosRunByTheirPlaceAndByAKeyOfTheirOwn)
     EXPECT_TRUE(outputHas("You say: kicked")) << "whatever group is shown";
 }
 
+TEST_F(ZNTWindowPanel, InTheBoxOfTheGroupReturnMakesOneAndTheKeysOfMacrosAct)
+{
+    playDemo();
+    auto& box = find<QComboBox>("macroComboBoxGroup");
+    box.setFocus();
+    press(box, Qt::Key_Return); // without a name
+    type(box, "Fights");
+    press(box, Qt::Key_Return);
+    EXPECT_EQ(answerAlert(), u"Macro Group Created!."_s);
+    press(box, Qt::Key_Return); // it is there already
+    EXPECT_EQ(dialog("alert"), nullptr);
+    action("addMacro").trigger();
+    QDialog& sheet = waitForDialog("ZNTAddMacroView");
+    fill(find<QLineEdit>(sheet, "macroNameTF"), "kick");
+    type(find<QWidget>(sheet, "commandText"), "say kicked");
+    press(find<QLineEdit>(sheet, "macroKeyField"), Qt::Key_K, Qt::AltModifier);
+    find<QPushButton>(sheet, "doneButton").click();
+    EXPECT_TRUE(until([&] { return !sheet.isVisible() && window.isActiveWindow(); }));
+    box.setFocus();
+    press(box, Qt::Key_K, Qt::AltModifier);
+    EXPECT_TRUE(outputHas("You say: kicked"));
+    press(box, Qt::Key_E, Qt::ControlModifier);
+    EXPECT_EQ(find<QLineEdit>(waitForDialog("ZNTEditMacroView"), "macroNameTF").text(), u"kick"_s);
+}
+
+TEST_F(ZNTWindowPanel, AKeyThatTheWindowHasIsNoMacrosKeyAfterAStartEither)
+{
+    makeMacroGroup("Fights");
+    action("addMacro").trigger();
+    QDialog& sheet = waitForDialog("ZNTAddMacroView");
+    fill(find<QLineEdit>(sheet, "macroNameTF"), "kick");
+    press(find<QLineEdit>(sheet, "macroKeyField"), Qt::Key_F4);
+    find<QPushButton>(sheet, "doneButton").click();
+    EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
+    QAction later(u"Something new"_s, &window); // of a later version
+    later.setShortcut(Qt::Key_F4);
+    startAgain();
+    EXPECT_TRUE(status().endsWith(u"F4 belongs to Something new, so the macro kick needs another key."_s))
+        << status().toStdString();
+    bool hasActed = false;
+    window.addAction(&later);
+    QObject::connect(&later, &QAction::triggered, &later, [&] { hasActed = true; });
+    press(window, Qt::Key_F4);
+    EXPECT_TRUE(hasActed);
+}
+
 TEST_F(ZNTWindowPanel, TheFieldOfAKeyRefusesKeysWithAMeaningAndCanBeLeft)
 {
     makeMacroGroup("Fights");

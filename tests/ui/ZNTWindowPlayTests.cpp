@@ -28,7 +28,7 @@ TEST_F(ZNTWindowPlay, AGameIsPlayedWithTheKeyboardAlone)
     EXPECT_EQ(window.textFromServer->accessibleDescription(), QString());
     EXPECT_EQ(window.connectionButton->accessibleName(), u"Disconnect"_s);
     EXPECT_TRUE(commandLine().hasFocus());
-    EXPECT_TRUE(status().startsWith(u"Connected to Lantern Cove since "_s));
+    EXPECT_EQ(status(), u"Connected to Lantern Cove, speech off"_s) << "the row says since when";
 
     send("look guide");
     EXPECT_TRUE(outputHas("The guide smiles"));
@@ -121,7 +121,7 @@ TEST_F(ZNTWindowPlay, TheGameBeingPlayedIsNamedWhateverTheFieldsSay)
     EXPECT_EQ(window.windowTitle(), u"127.0.0.1 - Zantor"_s);
     fill(*window.mudName, "Another game");
     action("startOrPauseRecording").trigger();
-    EXPECT_TRUE(status().startsWith(u"Connected to 127.0.0.1 since "_s)) << status().toStdString();
+    EXPECT_TRUE(status().startsWith(u"Connected to 127.0.0.1, recording"_s)) << status().toStdString();
     leaveTheGame();
     press(*window.connectionButton, Qt::Key_Space);
     EXPECT_TRUE(until([&] { return session().isConnected(); }));
@@ -155,6 +155,26 @@ TEST_F(ZNTWindowPlay, WhatIsDoneWithoutAConnectionSaysSo)
     speech.isFound = false;
     speech.availabilityChanged();
     EXPECT_TRUE(until([&] { return status() == u"Not connected, recording, speech unavailable"_s; }));
+}
+
+TEST_F(ZNTWindowPlay, AKeyThatHasNothingToSayYetSaysSo)
+{
+    const struct {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        const char* words;
+    } keys[] = {{Qt::Key_F7, Qt::NoModifier, "Nothing to replay yet."},
+                {Qt::Key_Up, Qt::ControlModifier, "No line yet."},
+                {Qt::Key_F2, Qt::NoModifier, "No line yet."}};
+    for (const auto& [key, modifiers, words] : keys) {
+        speech.said.clear();
+        press(window, key, modifiers);
+        EXPECT_THAT(speech.said, testing::ElementsAre(words));
+        EXPECT_TRUE(status().endsWith(QLatin1String(words))) << status().toStdString();
+    }
+    playDemo();
+    press(commandLine(), Qt::Key_Up, Qt::ControlModifier);
+    EXPECT_NE(speech.said.back(), "No line yet.");
 }
 
 TEST_F(ZNTWindowPlay, AnAlertSaysThatAGameCannotBeReached)

@@ -134,7 +134,8 @@ TEST_F(ZNTWindowSheets, ALineOfAChannelIsSaidAndTakenIntoTheCommandLine)
         return speech.said.back();
     };
     EXPECT_EQ(say(Qt::Key_J, Qt::ShiftModifier),
-              "The channel history is off. The setting channel-history turns it on.");
+              "The channel history is off. To keep one, mark \"Keep the last lines of each channel\" in the "
+              "preferences (Ctrl+,), tab Speech.");
     parts->controller.chooseSetting("channel-history", "on");
     for (const char* word : {"say one", "say two"}) {
         send(word);

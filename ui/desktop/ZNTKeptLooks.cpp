@@ -9,6 +9,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -35,6 +36,7 @@ constexpr std::array colourChoices{ChoiceOfMenu{"system", "systemColours"},
                                    ChoiceOfMenu{"light", "lightColours"}, ChoiceOfMenu{"dark", "darkColours"},
                                    ChoiceOfMenu{"high-contrast", "highContrastColours"}};
 constexpr std::array readableColours{ChoiceOfMenu{"on", "readableColours"}};
+constexpr std::array fieldsWhilePlaying{ChoiceOfMenu{"on", "showFieldsWhilePlaying"}};
 constexpr std::array connectionRow{ChoiceOfMenu{"on", "showConnectionRow"}};
 constexpr std::array sidePanel{ChoiceOfMenu{"on", "showSidePanel"}};
 constexpr std::array keypadWalks{ChoiceOfMenu{"on", "keypadWalks"}};
@@ -123,6 +125,24 @@ bool usePanelWidth(const Parts& parts, const std::string& text)
     return width.has_value();
 }
 
+/// One that exists.
+std::string macroGroupOf(const Parts& parts)
+{
+    const QComboBox& box = *parts.window.macroComboBoxGroup;
+    const int row = box.findText(box.currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive);
+    return row < 0 ? std::string() : box.itemText(row).toStdString();
+}
+
+/// The group may have been deleted meanwhile, for instance in the terminal client.
+bool useMacroGroup(const Parts& parts, const std::string& text)
+{
+    QComboBox& box = *parts.window.macroComboBoxGroup;
+    const int row = box.findText(QString::fromStdString(text), Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (row >= 0)
+        box.setCurrentIndex(row);
+    return true;
+}
+
 /// All that is kept, besides the places of windows, in the order in which it is restored.
 constexpr std::array lookRows{
     LookRow{.name = "colours", .choices = colourChoices},
@@ -130,10 +150,12 @@ constexpr std::array lookRows{
     LookRow{.name = "font", .read = fontOf, .use = useFont},
     LookRow{.name = "text-size", .read = textSizeOf, .use = useTextSize},
     LookRow{.name = "controls-size", .read = controlsSizeOf, .use = useControlsSize},
+    LookRow{.name = "fields-while-playing", .choices = fieldsWhilePlaying}, // which brings the row, too
     LookRow{.name = "connection-row", .choices = connectionRow},
     LookRow{.name = "side-panel", .choices = sidePanel},
     LookRow{.name = "side-panel-width", .read = panelWidthOf, .use = usePanelWidth},
     LookRow{.name = "keypad-walks", .choices = keypadWalks},
+    LookRow{.name = "macro-group", .read = macroGroupOf, .use = useMacroGroup},
 };
 
 std::string chosenIn(const ZNTMainMenu& menu, const LookRow& row)
@@ -232,6 +254,7 @@ void ZNTKeptLooks::watchChoices()
                 noteChange();
             });
     connect(parts.window.textFromServer, &ZNTOutputView::shownFontChanged, this, [this] { noteChange(); });
+    connect(parts.window.macroComboBoxGroup, &QComboBox::editTextChanged, this, [this] { noteChange(); });
     parts.window.whenPanelWidthChosen = [this] { noteChange(); };
     places.whenChanged = [this] { noteChange(); };
 }

@@ -93,15 +93,22 @@ bool znt::isKeyForTyping(QKeyCombination key)
     return !isFunctionKey && beyondShift == Qt::NoModifier;
 }
 
+QString znt::ownerOfKey(const QWidget& window, QKeyCombination key)
+{
+    for (const QKeySequence& form : formsOf(key))
+        if (QString owner = ownerInWindow(window, form); !owner.isEmpty())
+            return owner;
+    return {};
+}
+
 QString znt::refusalOfKey(const QWidget& window, QKeyCombination key)
 {
     const QKeySequence sequence(key);
     if (isKeyForTyping(key))
         return inWords(sequence) +
                QStringLiteral(" is for typing. Take it with Ctrl or Alt, or take a function key.");
-    for (const QKeySequence& form : formsOf(key))
-        if (const QString owner = ownerInWindow(window, form); !owner.isEmpty())
-            return inWords(sequence) + QStringLiteral(" belongs to ") + owner + QLatin1Char('.');
+    if (const QString owner = ownerOfKey(window, key); !owner.isEmpty())
+        return inWords(sequence) + QStringLiteral(" belongs to ") + owner + QLatin1Char('.');
     for (const QKeySequence::StandardKey editing : editingKeys)
         if (QKeySequence::keyBindings(editing).contains(sequence))
             return inWords(sequence) + QStringLiteral(" is for editing and moving.");

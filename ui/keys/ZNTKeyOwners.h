@@ -12,6 +12,10 @@ namespace znt
 /// what an action, a menu, a button or a field of the window has already. Empty if the key is free.
 QString refusalOfKey(const QWidget& window, QKeyCombination key);
 
+/// What an action, a menu, a button or a field of the window that has the key is called; empty if the key has
+/// no owner there. Keys of macros have none.
+QString ownerOfKey(const QWidget& window, QKeyCombination key);
+
 /// A letter, a digit, an arrow and the like, alone or with Shift. Such a key belongs to the command line.
 bool isKeyForTyping(QKeyCombination key);
 

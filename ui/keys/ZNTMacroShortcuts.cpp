@@ -1,6 +1,7 @@
 #include "ZNTMacroShortcuts.h"
 
 #include "ZNTKeyOwners.h"
+#include "ZNTQtText.h"
 
 #include <QAction>
 #include <QWidget>
@@ -20,10 +21,13 @@ ZNTMacroShortcuts::~ZNTMacroShortcuts() { qDeleteAll(actions); }
 void ZNTMacroShortcuts::makeActions()
 {
     qDeleteAll(std::exchange(actions, {}));
+    clash_.clear();
     for (const ZNTMacroKey& each : keys.all()) {
         const auto key =
             QKeySequence::fromString(QString::fromStdString(each.key), QKeySequence::PortableText);
         if (key.count() != 1 || znt::isKeyForTyping(key[0])) // somebody has edited the file
+            continue;
+        if (!isFree(each, key))
             continue;
         auto* action = new QAction(&window);
         action->setObjectName(QStringLiteral("macroKey%1").arg(each.macro));
@@ -33,6 +37,18 @@ void ZNTMacroShortcuts::makeActions()
         window.addAction(action);
         actions.insert(each.macro, action);
     }
+}
+
+/// Two owners of a key would keep each other from acting.
+bool ZNTMacroShortcuts::isFree(const ZNTMacroKey& given, const QKeySequence& key)
+{
+    const QString owner = znt::ownerOfKey(window, key[0]);
+    if (owner.isEmpty())
+        return true;
+    if (const auto name = macros.name(given.macro))
+        clash_ = znt::textOfQt(QStringLiteral("%1 belongs to %2, so the macro %3 needs another key.")
+                                   .arg(key.toString(QKeySequence::NativeText), owner, *name));
+    return false;
 }
 
 QKeySequence ZNTMacroShortcuts::keyOf(std::int64_t macro) const

@@ -20,7 +20,7 @@ public:
         std::function<void(std::int64_t macro)> run;
     };
 
-    /// The caller owns `window` and `log`, which outlive this.
+    /// The caller owns `window` and `log`, which outlive this. The window has its own keys already.
     ZNTMacroShortcuts(QWidget& window, const ZNTFilePlaces& places, ZNTPlatformLog& log, Macros macros);
     ~ZNTMacroShortcuts();
     ZNTMacroShortcuts(const ZNTMacroShortcuts&) = delete;
@@ -34,8 +34,13 @@ public:
     /// The error is a sentence for the player.
     ZNTResult<void> give(std::int64_t macro, const QKeySequence& key);
 
+    /// A sentence about a macro whose key belongs to the window, as after a new version of the program; empty
+    /// if there is none. Such a key stays the window's.
+    [[nodiscard]] const std::u16string& clash() const { return clash_; }
+
 private:
     void makeActions();
+    bool isFree(const ZNTMacroKey& given, const QKeySequence& key);
     QString whyTaken(QKeyCombination key, std::int64_t macro) const;
     QKeySequence freeKey(std::int64_t macro) const;
 
@@ -43,4 +48,5 @@ private:
     ZNTMacroKeys keys;
     Macros macros;
     QHash<std::int64_t, QAction*> actions; ///< children of the window
+    std::u16string clash_;
 };

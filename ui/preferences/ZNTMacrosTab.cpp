@@ -3,6 +3,7 @@
 #include "ZNTHintedTable.h"
 #include "ZNTMacroGroupDropDownController.h"
 #include "ZNTMudMacroTableViewController.h"
+#include "ZNTPlainKeys.h"
 #include "ZNTPreferencesHost.h"
 #include "ZNTQtComboBox.h"
 #include "ZNTQtTableView.h"
@@ -19,6 +20,8 @@ ZNTMacrosTab::ZNTMacrosTab(Ui::PreferencesView& form, ZNTPreferencesHost& host)
     auto& groups = host.macroGroupDropDownController();
     auto& macros = host.mudMacroTableViewController();
     click(form.createMacroGroupButton, [&groups] { groups.createNewMacroGroup(); });
+    new ZNTPlainKeys(*form.preferencesMacroGroupComboBox, {Qt::Key_Return, Qt::Key_Enter},
+                     [&groups] { return groups.createNamedMacroGroup(); });
     click(form.deleteMacroGroupButton, [&groups] { groups.deleteMacroGroup(); });
     click(form.addMacroButton, [&host] { host.showZNTAddMacroViewController(); });
     click(form.editMacroButton, [&host] { host.showZNTEditMacroViewController(); });

@@ -95,9 +95,8 @@ void ZNTPreferencesController::finishForm()
 
 void ZNTPreferencesController::wireWindow(QWidget& window)
 {
-    auto& settings = mudAppController.settings();
-    layout->rememberBox->setChecked(settings.isRemembering());
-    znt::whenMarked(*layout->rememberBox, [&settings](bool on) { settings.setRemembering(on); });
+    showRemembering();
+    znt::whenMarked(*layout->rememberBox, [this](bool on) { mudAppController.setRemembering(on); });
     whenEvent(*dialog, QEvent::WindowActivate, life, [this] { refresh(); });
     whenEvent(*dialog, QEvent::Polish, life, [this] { znt::alignLabelColumns(*dialog); });
     whenEvent(*dialog, QEvent::FontChange, life, [this] { takeFont(); });
@@ -172,6 +171,11 @@ void ZNTPreferencesController::showSettings()
     speech.showSettings(now);
     sound.showSettings(now);
     showMadeControls();
+}
+
+void ZNTPreferencesController::showRemembering()
+{
+    znt::showMark(*layout->rememberBox, mudAppController.settings().isRemembering());
 }
 
 /// If the focus goes into the page, a reader says where it goes, but not in which tab that is. The row of

@@ -36,6 +36,8 @@ public:
     /// Sets the controls of the settings to what is in force, for a game that has settings of its own.
     void showSettings();
     /// The same for the controls that are made from the table alone.
+    /// Shows whether settings are remembered.
+    void showRemembering();
     void showMadeControls() { madeControls.show(); }
     /// Adds triggers that an import has stored to the table.
     void showNewTriggers(const std::vector<ZNTTrigger>& newTriggers)

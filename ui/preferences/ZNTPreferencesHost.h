@@ -41,6 +41,8 @@ public:
     virtual void chooseSetting(std::string_view name, const std::string& text) = 0;
     /// The same for all games, also while one is played.
     virtual void chooseSettingForAllGames(std::string_view name, const std::string& text) = 0;
+    /// Whether settings are remembered for the next start.
+    virtual void setRemembering(bool on) = 0;
     /// Silences all sounds, or plays them again.
     virtual void setSoundsMuted(bool muted) = 0;
     /// When the game's text began to come compressed. Empty while it is not compressed.

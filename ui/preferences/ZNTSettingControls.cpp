@@ -69,7 +69,10 @@ struct Setting {
             parts << textOf(row.sentence);
         if (std::holds_alternative<ZNTTextList ZNTSettings::*>(row.field))
             parts << QStringLiteral("One a line; a pattern means what it means in a trigger.");
-        if (!isForAllGames() && !row.follows.empty())
+        if (isForAllGames())
+            parts << QStringLiteral(
+                "A choice for one game, under Settings in the game list, goes before it.");
+        else if (!row.follows.empty())
             parts << textOf(znt::followsInWords(row));
         return parts.join(u' ');
     }

@@ -64,7 +64,14 @@ void ZNTTriggersTab::wireTable()
     for (const int column : {patternColumn, commandColumn})
         header->setSectionResizeMode(column, QHeaderView::Stretch);
     QObject::connect(form.triggerTableView->selectionModel(), &QItemSelectionModel::selectionChanged,
-                     form.triggerTableView, [this] { triggers.tableViewSelectionDidChange(); });
+                     form.triggerTableView, [this] {
+                         triggers.tableViewSelectionDidChange();
+                         showWhetherActive();
+                     });
+    for (auto change : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        QObject::connect(&triggerRows, change, form.triggerTableView, [this] { rowsChanged(); });
+    QObject::connect(&triggerRows, &QAbstractItemModel::dataChanged, form.triggerTableView,
+                     [this] { rowsChanged(); });
 }
 
 void ZNTTriggersTab::wireButtons()
@@ -76,7 +83,25 @@ void ZNTTriggersTab::wireButtons()
     click(form.removeTriggerButton, [this] { triggers.removeItem(); });
     click(form.saveTriggerButton, [this] { saveTrigger(); });
     click(form.reloadTriggersButton, [this] { reloadTriggers(); });
-    form.triggersInUse->setMinimumHeight(form.reloadTriggersButton->sizeHint().height()); // on its line
+    for (auto* line : {form.triggersInUse, form.inactiveHint})
+        line->setMinimumHeight(form.reloadTriggersButton->sizeHint().height()); // beside the buttons
+}
+
+/// The number of triggers that are in use is not the one of the table any more.
+void ZNTTriggersTab::rowsChanged()
+{
+    form.triggersInUse->clear();
+    showWhetherActive();
+}
+
+/// A new trigger is inactive, which a player may not expect.
+void ZNTTriggersTab::showWhetherActive()
+{
+    const auto* trigger = triggers.getObjectAtIndex(triggers.getCurrentSelectedTriggerIndex());
+    form.inactiveHint->setText(
+        trigger && !trigger->active
+            ? QStringLiteral("Not active yet: mark Active, then press Reload triggers.")
+            : QString());
 }
 
 void ZNTTriggersTab::reloadTriggers()

@@ -32,6 +32,8 @@ private:
     void wireTable();
     void wireButtons();
     void saveTrigger();
+    void rowsChanged();
+    void showWhetherActive();
 
     Ui::PreferencesView& form;
     ZNTPreferencesHost& host;

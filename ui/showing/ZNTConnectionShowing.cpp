@@ -50,8 +50,9 @@ void ZNTConnectionShowing::wireFields()
         if (shown)
             menu["showConnectionRow"]->setChecked(true); // the whole row may be hidden
         showRow();
-        announce(ZNTAnnouncement::Answer, {shown ? QStringLiteral("Connection fields shown")
-                                                 : QStringLiteral("Connection fields folded")});
+        if (window.isVisible()) // else it is the choice of an earlier run
+            announce(ZNTAnnouncement::Answer, {shown ? QStringLiteral("Connection fields shown")
+                                                     : QStringLiteral("Connection fields folded")});
     });
 }
 

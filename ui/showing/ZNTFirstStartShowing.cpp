@@ -12,13 +12,13 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QWindow>
 #include <utility>
 
 using namespace znt;
 
 ZNTFirstStartShowing::ZNTFirstStartShowing(ZNTMainWindow& window, ZNTMainMenu& menu,
-                                           ZNTSettingsKeeper& settings, bool isFirstStart)
+                                           const ZNTSettingsKeeper& settings, bool isFirstStart,
+                                           std::function<void(bool)> remember)
     : window(window),
       settings(settings),
       isFirstStart(isFirstStart)
@@ -33,9 +33,7 @@ ZNTFirstStartShowing::ZNTFirstStartShowing(ZNTMainWindow& window, ZNTMainMenu& m
         joinButton(button, action);
     }
     QObject::connect(card.firstStartRemember, &QCheckBox::toggled, &connections,
-                     [&settings](bool on) { settings.setRemembering(on); });
-    // The preferences have the same mark, in a window of their own.
-    QObject::connect(qApp, &QApplication::focusWindowChanged, &connections, [this] { showSettings(); });
+                     [remember = std::move(remember)](bool on) { remember(on); });
     QObject::connect(window.textFromServer, &ZNTOutputView::emptinessChanged, &connections,
                      [this] { showCard(); });
 }

@@ -12,9 +12,10 @@ class ZNTSettingsKeeper;
 class ZNTFirstStartShowing
 {
 public:
-    /// The caller owns what it passes; all of it outlives this.
-    ZNTFirstStartShowing(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTSettingsKeeper& settings,
-                         bool isFirstStart);
+    /// The caller owns what it passes; all of it outlives this. `remember` gets each choice of whether
+    /// settings are remembered.
+    ZNTFirstStartShowing(ZNTMainWindow& window, ZNTMainMenu& menu, const ZNTSettingsKeeper& settings,
+                         bool isFirstStart, std::function<void(bool on)> remember);
 
     /// What stands above the buttons.
     void setWords(const QString& words);
@@ -29,7 +30,7 @@ private:
     void showCard();
 
     ZNTMainWindow& window;
-    ZNTSettingsKeeper& settings;
+    const ZNTSettingsKeeper& settings;
     bool isFirstStart;
     bool isOffered = false;
     QObject connections; ///< the window lives longer than this; they end with it

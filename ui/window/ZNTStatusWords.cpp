@@ -27,8 +27,8 @@ QString znt::statusInWords(const ZNTStatusFacts& facts)
         words << QStringLiteral("Connecting to ") + facts.game;
         break;
     case ZNTStatusFacts::Connection::Connected:
-        words << QStringLiteral("Connected to ") + facts.game + QStringLiteral(" since ") +
-                     connectedTime(facts);
+        words << QStringLiteral("Connected to ") + facts.game +
+                     (facts.isTimeSeen ? QString() : QStringLiteral(" since ") + connectedTime(facts));
         break;
     }
     if (facts.hasGameSettings)

@@ -9,6 +9,7 @@ struct ZNTStatusFacts {
     QString ending; ///< why the last connection ended; empty if nothing is to be said
     QString game;   ///< its name, else its address
     std::chrono::system_clock::time_point connectedSince;
+    bool isTimeSeen = false;      ///< the row of the connection shows since when
     bool hasGameSettings = false; ///< the game is played with settings of its own
     bool isCompressed = false;
     bool isRecording = false;
@@ -26,7 +27,8 @@ struct ZNTStatusFacts {
 namespace znt
 {
 
-/// In one line: "Connected to Elmvale since 12:04, compressed, recording, speech on".
+/// In one line: "Connected to Elmvale since 12:04, compressed, recording, speech on". If the time is seen
+/// elsewhere, the line leaves it out.
 QString statusInWords(const ZNTStatusFacts& facts);
 /// "Not connected: no such host".
 QString notConnectedInWords(const ZNTStatusFacts& facts);

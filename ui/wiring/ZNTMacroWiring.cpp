@@ -9,14 +9,43 @@
 #include "ZNTQtText.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QMenu>
 #include <algorithm>
+#include <utility>
 
 using namespace znt;
 
 namespace
 {
+/// Gives the window the keys of its actions that a field would take for moving its caret. Ctrl+E is an End
+/// key on X11.
+class ActionsFirst final : public QObject
+{
+public:
+    ActionsFirst(QWidget& field, QList<const QAction*> actions) : QObject(&field), actions(std::move(actions))
+    {
+        field.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::ShortcutOverride)
+            return QObject::eventFilter(watched, event);
+        const QKeySequence key(static_cast<QKeyEvent*>(event)->keyCombination());
+        const bool isOurs = std::ranges::any_of(
+            actions, [&key](const QAction* action) { return action->shortcuts().contains(key); });
+        if (isOurs)
+            event->ignore(); // the shortcuts are asked then
+        return isOurs;
+    }
+
+private:
+    QList<const QAction*> actions;
+};
+
 constexpr qsizetype longestTitle = 40; ///< of a macro in the menu, in characters
 } // namespace
 
@@ -39,6 +68,9 @@ void ZNTMacroWiring::wireGroups()
     joinButton(window.deleteMacroGroup, menu["deleteMacroGroup"]);
     whenTriggered(menu["createNewMacroGroup"], [&groups] { groups.createNewMacroGroup(); });
     whenTriggered(menu["deleteMacroGroup"], [&groups] { groups.deleteMacroGroup(); });
+    new ZNTPlainKeys(*window.macroComboBoxGroup, {Qt::Key_Return, Qt::Key_Enter},
+                     [&groups] { return groups.createNamedMacroGroup(); });
+    new ActionsFirst(*window.macroComboBoxGroup, {menu["invokeMacro"], menu["addMacro"], menu["editMacro"]});
 }
 
 void ZNTMacroWiring::wireList()

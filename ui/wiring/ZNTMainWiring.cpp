@@ -30,6 +30,8 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTimer>
+#include <utility>
 
 using namespace znt;
 
@@ -43,7 +45,8 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
       appearance(appearance),
       status(*window.statusText, controller),
       connectionShowing(window, menu),
-      firstStart(window, menu, controller.settings(), controller.services().database.isFirstStart()),
+      firstStart(window, menu, controller.settings(), controller.services().database.isFirstStart(),
+                 [&controller](bool on) { controller.setRemembering(on); }),
       news(session),
       silenceKeys(session),
       announcer(controller.services().screenReader, session.zntSpeechSynth(),
@@ -62,6 +65,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     wireChannels();
     wireReview();
     wireView();
+    wireSidePanel();
     wireColours();
     wireHelp();
     explainControls(window);
@@ -77,6 +81,7 @@ ZNTMainWiring::~ZNTMainWiring()
     controller.whenSettingsChange = nullptr;
     controller.whenNoticed = nullptr;
     connection.whenStateChanges = nullptr;
+    window.whenSidePanelMoves = nullptr;
 }
 
 // From the player to the session
@@ -220,11 +225,11 @@ void ZNTMainWiring::wireView()
     whenTriggered(menu["changeFont"], [this, output] { chooseFont(window, *output, session); });
     whenTriggered(menu["controlsLarger"], [] { zoomControls(1); });
     whenTriggered(menu["controlsSmaller"], [] { zoomControls(-1); });
-    whenToggled(menu["showConnectionRow"], [this](bool shown) { window.connectionRow->setVisible(shown); });
-    QAction* showsSidePanel = menu["showSidePanel"];
-    showsSidePanel->setChecked(window.isSidePanelShown());
-    whenToggled(showsSidePanel, [this](bool shown) { window.chooseSidePanel(shown); });
-    window.whenSidePanelMoves = [showsSidePanel](bool shown) { showsSidePanel->setChecked(shown); };
+    whenToggled(menu["showConnectionRow"], [this](bool shown) {
+        window.connectionRow->setVisible(shown);
+        showTime();
+    });
+    whenToggled(menu["showFieldsWhilePlaying"], [this](bool) { showTime(); });
     whenToggled(menu["fullScreen"], [this](bool full) {
         window.setWindowState(window.windowState().setFlag(Qt::WindowFullScreen, full));
     });
@@ -245,6 +250,33 @@ void ZNTMainWiring::wireView()
         window.menuBar()->setActiveAction(first->menuAction());
         first->setActiveAction(first->actions().constFirst());
     });
+}
+
+void ZNTMainWiring::wireSidePanel()
+{
+    QAction* shows = menu["showSidePanel"];
+    foldedPanelWords =
+        textOfQt(shows->shortcut().toString(QKeySequence::NativeText)) + u" shows directions and macros.";
+    shows->setChecked(window.isSidePanelShown());
+    whenToggled(shows, [this](bool shown) { window.chooseSidePanel(shown); });
+    window.whenSidePanelMoves = [this, shows](bool shown) {
+        if (shown)
+            status.endNotice({ZNTSessionNotice::Kind::Fact, foldedPanelWords});
+        else if (shows->isChecked()) // the player's own choice has changed it before
+            explainFoldedPanel();
+        shows->setChecked(shown);
+    };
+    // In a small window it is folded from the start, and does not move.
+    QTimer::singleShot(0, shows, [this] {
+        if (!window.isSidePanelShown())
+            explainFoldedPanel();
+    });
+}
+
+void ZNTMainWiring::explainFoldedPanel()
+{
+    if (!std::exchange(hasExplainedFolding, true))
+        status.showNotice({ZNTSessionNotice::Kind::Fact, foldedPanelWords});
 }
 
 void ZNTMainWiring::wireColours()

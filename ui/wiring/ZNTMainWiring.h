@@ -50,12 +50,19 @@ private:
     void wireTypingHelp();
     void wireEditing();
     void wireSpeech();
+    /// `words` live as long as the program.
+    void sayNothingYet(std::u16string_view words);
     void wireChannels();
+    [[nodiscard]] std::u16string placeInPreferences(std::string_view setting) const;
     void wireReview();
     void wireView();
     void wireColours();
     void wireHelp();
     void setKeypadWalks(bool walks);
+    void wireSidePanel();
+    /// Says in the status line how the side panel comes back, once: it has folded away by itself.
+    void explainFoldedPanel();
+    void showTime();
     void wirePlaces();
     void setSpeech(bool on);
     void setUpForListening(bool on);
@@ -97,6 +104,8 @@ private:
     bool hasPlayed = false;
     bool wasTypingHidden = false;
     bool hasOfferedListening = false;
+    bool hasExplainedFolding = false;
+    std::u16string foldedPanelWords;
     std::unique_ptr<ZNTChannelHistorySheet> channelSheet; ///< made when it is first asked for
     std::unique_ptr<ZNTHelpWindow> help;
     std::unique_ptr<ZNTWebAddressDialogs> webAddresses;

@@ -7,11 +7,14 @@
 #include "ZNTCommandLine.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTQtText.h"
+#include "ZNTSettings.h"
 #include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QTimer>
+#include <chrono>
 
 using namespace znt;
 
@@ -27,7 +30,9 @@ void ZNTMainWiring::wireSpeech()
         news.say(on ? u"Interrupting" : u"Not interrupting");
     });
     joinButton(window.startStopSpeech, menu["speechOnOff"]);
-    whenTriggered(menu["replayLastText"], [this] { session.replayLastText(); });
+    whenTriggered(menu["replayLastText"], [this] {
+        session.hasTextToReplay() ? session.replayLastText() : sayNothingYet(u"Nothing to replay yet.");
+    });
     whenTriggered(menu["sayPrompt"], [this] { session.sayPrompt(); });
     whenTriggered(menu["stopSpeaking"], [this] { session.stopSpeaking(); });
     whenTriggered(menu["stopAllSounds"], [this] { session.stopAllSounds(); });
@@ -37,10 +42,32 @@ void ZNTMainWiring::wireSpeech()
     joinButton(window.listeningBox, menu["setUpForListening"]);
 }
 
+/// Where the control of a setting is, at the end of a sentence: the player knows its words, not its name.
+std::u16string ZNTMainWiring::placeInPreferences(std::string_view setting) const
+{
+    const ZNTSettingRow& row = *settingNamed(setting);
+    return textOfQt(QStringLiteral("\"%1\" in the preferences (%2), tab %3.")
+                        .arg(latinText(row.words).remove(QLatin1Char('&')),
+                             menu["showPreferencesView"]->shortcut().toString(QKeySequence::NativeText),
+                             latinText(titleOf(row.tab))));
+}
+
+/// A key that does nothing would seem not to work.
+void ZNTMainWiring::sayNothingYet(std::u16string_view words)
+{
+    constexpr std::chrono::seconds answerStays{8};
+    const ZNTSessionNotice notice{ZNTSessionNotice::Kind::Hint, words};
+    status.showNotice(notice);
+    QTimer::singleShot(answerStays, menu["sayStatus"], [this, notice] { status.endNotice(notice); });
+    session.zntSpeechSynth().speakAtOnce(words);
+}
+
 /// The keys speak as those of the review do.
 void ZNTMainWiring::wireChannels()
 {
     auto& history = session.channelHistory();
+    history.howToSwitchOn = u"To keep one, mark " + placeInPreferences("channel-history");
+    history.whereChannelsAre = u"You list them under " + placeInPreferences("channels");
     const auto say = [this, &history](ZNTActionName name, std::u16string (ZNTChannelHistory::*words)()) {
         whenTriggered(menu[name],
                       [this, &history, words] { session.zntSpeechSynth().speakAtOnce((history.*words)()); });
@@ -94,16 +121,21 @@ void ZNTMainWiring::showListeningBox()
 void ZNTMainWiring::wireReview()
 {
     auto& review = session.speechReview();
-    whenTriggered(menu["previousLine"], [&review] { review.previousLine(); });
-    whenTriggered(menu["nextLine"], [&review] { review.nextLine(); });
+    const auto read = [this, &review](QAction* action, std::function<void()> task) {
+        whenTriggered(action, [this, &review, task = std::move(task)] {
+            review.isEmpty() ? sayNothingYet(u"No line yet.") : task();
+        });
+    };
+    read(menu["previousLine"], [&review] { review.previousLine(); });
+    read(menu["nextLine"], [&review] { review.nextLine(); });
     for (std::size_t index = 0; index < menu.lines().size(); ++index)
-        whenTriggered(menu.lines()[index], [&review, index] { review.lineFromEnd(index + 1); });
+        read(menu.lines()[index], [&review, index] { review.lineFromEnd(index + 1); });
     using Unit = ZNTLineCursor::Unit;
     using Way = ZNTLineCursor::Way;
-    whenTriggered(menu["nextWord"], [&review] { review.speakPart(Unit::Word, Way::Next); });
-    whenTriggered(menu["previousWord"], [&review] { review.speakPart(Unit::Word, Way::Previous); });
-    whenTriggered(menu["nextLetter"], [&review] { review.speakPart(Unit::Letter, Way::Next); });
-    whenTriggered(menu["previousLetter"], [&review] { review.speakPart(Unit::Letter, Way::Previous); });
+    read(menu["nextWord"], [&review] { review.speakPart(Unit::Word, Way::Next); });
+    read(menu["previousWord"], [&review] { review.speakPart(Unit::Word, Way::Previous); });
+    read(menu["nextLetter"], [&review] { review.speakPart(Unit::Letter, Way::Next); });
+    read(menu["previousLetter"], [&review] { review.speakPart(Unit::Letter, Way::Previous); });
     whenTriggered(menu["goToLastCommand"], [&review] { review.goToLastCommand(); });
     whenTriggered(menu["findInSaid"], [this] { window.findInSaidBar->open(); });
     whenTriggered(menu["findOlderSaid"], [this, &review] {

@@ -78,6 +78,7 @@ void ZNTMainWiring::showState()
     const ZNTStatusFacts& now = status.facts();
     announceConnection();
     connectionShowing.show(now, connection.lastGame());
+    showTime();
     const bool isConnected = now.connection == Connection::Connected;
     menu.enable(Enabled::WhileIdle, now.connection == Connection::None);
     menu.enable(Enabled::WhileConnecting, now.connection == Connection::Connecting);
@@ -96,6 +97,13 @@ void ZNTMainWiring::showState()
     wasConnected = isConnected;
     hasPlayed = hasPlayed || isConnected;
     showListeningBox();
+}
+
+/// Of the connection: in its row, or else in the status line.
+void ZNTMainWiring::showTime()
+{
+    const ZNTConnectionRow& row = *window.connectionRow;
+    status.setTimeSeen(row.isFolded() && !row.isHidden());
 }
 
 QStringList ZNTMainWiring::keysOfWelcome() const

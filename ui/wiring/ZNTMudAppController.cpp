@@ -94,7 +94,12 @@ void ZNTMudAppController::explainNoMacros()
     mainScreen.macroList().setEmptyHint(words);
 }
 
-void ZNTMudAppController::awakeFromNib() { zntServerConnectController.awakeFromNib(); }
+void ZNTMudAppController::awakeFromNib()
+{
+    zntServerConnectController.awakeFromNib();
+    if (whenNoticed && !macroShortcuts.clash().empty())
+        whenNoticed({ZNTSessionNotice::Kind::Fact, macroShortcuts.clash()});
+}
 
 void ZNTMudAppController::showZNTMudListController()
 {
@@ -259,6 +264,16 @@ void ZNTMudAppController::chooseSettingForGame(const std::string& game, std::str
                                                const std::string& text)
 {
     take([&] { return keeper.chooseForGame(game, name, text); });
+}
+
+/// The mark stands in the preferences and on the card of the first start.
+void ZNTMudAppController::setRemembering(bool on)
+{
+    keeper.setRemembering(on);
+    if (preferencesController)
+        preferencesController->showRemembering();
+    if (whenSettingsChange)
+        whenSettingsChange();
 }
 
 void ZNTMudAppController::take(const std::function<ZNTResult<void>()>& choice)

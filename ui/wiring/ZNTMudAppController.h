@@ -74,6 +74,7 @@ public:
         return compressedSince_;
     }
     void setSoundsMuted(bool muted) override;
+    void setRemembering(bool on) override;
     [[nodiscard]] ZNTSettingsKeeper& settings() override { return keeper; }
     void chooseSetting(std::string_view name, const std::string& text) override;
     void chooseSettingForAllGames(std::string_view name, const std::string& text) override;

@@ -50,6 +50,27 @@ void ZNTStatusLine::showNotice(const ZNTSessionNotice& notice)
     show();
 }
 
+void ZNTStatusLine::endNotice(const ZNTSessionNotice& notice)
+{
+    if (facts_.notice != znt::qtText(notice.sentence))
+        return;
+    facts_.notice.clear();
+    show();
+}
+
+void ZNTStatusLine::setTimeSeen(bool isSeen)
+{
+    facts_.isTimeSeen = isSeen;
+    show();
+}
+
+QString ZNTStatusLine::words() const
+{
+    ZNTStatusFacts all = facts_;
+    all.isTimeSeen = false;
+    return znt::statusInWords(all);
+}
+
 void ZNTStatusLine::takeState()
 {
     using Connection = ZNTStatusFacts::Connection;
@@ -93,7 +114,7 @@ void ZNTStatusLine::takeSpeech()
 /// A line that is left as it is must not be announced to screen readers again.
 void ZNTStatusLine::show()
 {
-    const QString status = words();
+    const QString status = znt::statusInWords(facts_);
     if (status == label.text())
         return;
     label.setText(status);

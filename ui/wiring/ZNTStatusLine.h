@@ -18,8 +18,14 @@ public:
     /// Stands behind the other words until the next attempt to connect; a hint until the disconnect.
     void showNotice(const ZNTSessionNotice& notice);
 
+    /// Takes the notice away if it is the one that stands there.
+    void endNotice(const ZNTSessionNotice& notice);
+    /// Whether the row of the connection shows since when there is one.
+    void setTimeSeen(bool isSeen);
+
     [[nodiscard]] const ZNTStatusFacts& facts() const { return facts_; }
-    [[nodiscard]] QString words() const { return znt::statusInWords(facts_); }
+    /// All of it, for players who listen: they do not see the row.
+    [[nodiscard]] QString words() const;
 
 private:
     void takeState();
