@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+class ZNTPlayerList;
+
 /// A key of the player's own for a macro.
 struct ZNTMacroKey {
     std::int64_t macro = 0; ///< its number in the database
@@ -39,10 +41,9 @@ public:
     static constexpr std::size_t mostKeys = 500, longestKey = 60;
 
 private:
-    class File;
-    void read(const File& file);
+    void read(const ZNTPlayerList& file);
 
-    std::string path;
+    ZNTFilePlaces places;
     ZNTPlatformLog& log;
     std::vector<ZNTMacroKey> keys;
 };

@@ -1,12 +1,10 @@
 #include "ZNTKeptRecordings.h"
 
-#include "ZNTPrivateFiles.h"
-#include "ZNTPropertyList.h"
+#include "ZNTPlayerList.h"
 #include "ZNTText.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <filesystem>
 #include <optional>
 #include <plist/plist.h>
 #include <utility>
@@ -14,8 +12,9 @@
 namespace
 {
 
-constexpr const char *recordingsKey = "recordings", *nameKey = "name", *secondsKey = "seconds",
-                     *commandsKey = "commands";
+constexpr ZNTPlayerList::Kind recordingsFile{
+    .file = "recordings.plist", .key = "recordings", .things = "kept recordings"};
+constexpr const char *nameKey = "name", *secondsKey = "seconds", *commandsKey = "commands";
 
 ZNTError complaint(std::u16string_view before, std::u16string_view name, std::u16string_view after)
 {
@@ -80,76 +79,27 @@ void write(plist_t dictionary, const ZNTKeptRecording& recording)
     plist_dict_set_item(dictionary, commandsKey, commands);
 }
 
+/// An entry that is no recording of ours has no name.
+std::vector<std::optional<ZNTKeptRecording>> entriesOf(const ZNTPlayerList& file)
+{
+    std::vector<std::optional<ZNTKeptRecording>> found;
+    for (std::uint32_t at = 0; at < plist_array_get_size(file.entries()); ++at)
+        found.push_back(recordingIn(plist_array_get_item(file.entries(), at)));
+    return found;
+}
+
+std::optional<std::uint32_t> placeOf(std::u16string_view name, const ZNTPlayerList& file)
+{
+    const auto all = entriesOf(file);
+    const auto found =
+        std::ranges::find_if(all, [&](const auto& entry) { return entry && entry->name == name; });
+    return found == all.end() ? std::nullopt : std::optional(static_cast<std::uint32_t>(found - all.begin()));
+}
+
 } // namespace
 
-/// What stands in the file at this moment.
-class ZNTKeptRecordings::File
-{
-public:
-    File(const std::string& path, ZNTPlatformLog& log) : path(path), root(znt::emptyDictionary())
-    {
-        std::error_code ignored;
-        if (!std::filesystem::exists(path, ignored))
-            return;
-        auto read = znt::dictionaryIn(path);
-        auto* const list = read ? plist_dict_get_item(read.get(), recordingsKey) : nullptr;
-        if (read && (!list || isOfType(list, PLIST_ARRAY))) {
-            root = std::move(read);
-            return;
-        }
-        const auto aside = znt::putDamagedFileAside(path);
-        isBlocked = !aside;
-        log.log(aside ? "The kept recordings were damaged; they were put aside as " + aside.value() + "."
-                      : "The kept recordings are damaged, and could not be put aside: " +
-                            aside.error().description);
-    }
-
-    /// An entry that is no recording of ours has no name.
-    [[nodiscard]] std::vector<std::optional<ZNTKeptRecording>> entries() const
-    {
-        std::vector<std::optional<ZNTKeptRecording>> found;
-        auto* const list = plist_dict_get_item(root.get(), recordingsKey);
-        for (std::uint32_t at = 0; list && at < plist_array_get_size(list); ++at)
-            found.push_back(recordingIn(plist_array_get_item(list, at)));
-        return found;
-    }
-    [[nodiscard]] std::optional<std::uint32_t> placeOf(std::u16string_view name) const
-    {
-        const auto all = entries();
-        const auto found =
-            std::ranges::find_if(all, [&](const auto& entry) { return entry && entry->name == name; });
-        return found == all.end() ? std::nullopt
-                                  : std::optional(static_cast<std::uint32_t>(found - all.begin()));
-    }
-    [[nodiscard]] plist_t list() const
-    {
-        if (auto* const known = plist_dict_get_item(root.get(), recordingsKey))
-            return known;
-        auto* const made = plist_new_array();
-        plist_dict_set_item(root.get(), recordingsKey, made);
-        return made;
-    }
-    [[nodiscard]] ZNTResult<void> store() const
-    {
-        if (isBlocked)
-            return complaint(u"The file of the kept recordings is damaged; nothing is written to it.", u"",
-                             u"");
-        static_cast<void>(
-            znt::makePrivateFolder(std::filesystem::path(path).parent_path())); // the write fails then
-        if (const auto written = znt::replacePrivateFile(path, znt::xmlOf(root)); !written)
-            return complaint(u"The recordings could not be written: ",
-                             znt::textFromUtf8(written.error().description), u"");
-        return {};
-    }
-
-private:
-    std::string path;
-    znt::PropertyList root;
-    bool isBlocked = false; ///< a damaged file stands there that could not be put aside
-};
-
 ZNTKeptRecordings::ZNTKeptRecordings(const ZNTFilePlaces& places, ZNTPlatformLog& log)
-    : path(places.home + "/Library/Zantor/recordings.plist"),
+    : places(places),
       log(log)
 {
 }
@@ -157,7 +107,7 @@ ZNTKeptRecordings::ZNTKeptRecordings(const ZNTFilePlaces& places, ZNTPlatformLog
 std::vector<ZNTKeptRecording> ZNTKeptRecordings::all()
 {
     std::vector<ZNTKeptRecording> recordings;
-    for (auto& entry : File(path, log).entries())
+    for (auto& entry : entriesOf(ZNTPlayerList(recordingsFile, places, log)))
         if (entry)
             recordings.push_back(std::move(*entry));
     return recordings;
@@ -167,14 +117,14 @@ ZNTResult<void> ZNTKeptRecordings::keep(const ZNTKeptRecording& recording)
 {
     if (auto checked = znt::checkRecording(recording); !checked)
         return checked;
-    const File file(path, log);
-    if (file.placeOf(recording.name))
+    const ZNTPlayerList file(recordingsFile, places, log);
+    if (placeOf(recording.name, file))
         return complaint(u"There is a recording ", recording.name, u" already; choose another name.");
-    if (plist_array_get_size(file.list()) >= mostRecordings)
+    if (plist_array_get_size(file.entries()) >= mostRecordings)
         return complaint(u"So many recordings are kept already; remove one first.", u"", u"");
     auto* const made = plist_new_dict();
     write(made, recording);
-    plist_array_append_item(file.list(), made);
+    plist_array_append_item(file.entries(), made);
     return file.store();
 }
 
@@ -196,22 +146,22 @@ ZNTResult<void> ZNTKeptRecordings::change(std::u16string_view name, const ZNTKep
 {
     if (auto checked = znt::checkRecording(changed); !checked)
         return checked;
-    const File file(path, log);
-    const auto place = file.placeOf(name);
+    const ZNTPlayerList file(recordingsFile, places, log);
+    const auto place = placeOf(name, file);
     if (!place)
         return noRecording(name);
-    if (changed.name != name && file.placeOf(changed.name))
+    if (changed.name != name && placeOf(changed.name, file))
         return complaint(u"There is a recording ", changed.name, u" already; choose another name.");
-    write(plist_array_get_item(file.list(), *place), changed);
+    write(plist_array_get_item(file.entries(), *place), changed);
     return file.store();
 }
 
 ZNTResult<void> ZNTKeptRecordings::remove(std::u16string_view name)
 {
-    const File file(path, log);
-    const auto place = file.placeOf(name);
+    const ZNTPlayerList file(recordingsFile, places, log);
+    const auto place = placeOf(name, file);
     if (!place)
         return noRecording(name);
-    plist_array_remove_item(file.list(), *place);
+    plist_array_remove_item(file.entries(), *place);
     return file.store();
 }

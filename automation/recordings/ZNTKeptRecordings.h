@@ -40,8 +40,6 @@ public:
     static constexpr std::size_t mostRecordings = 500;
 
 private:
-    class File;
-
-    std::string path;
+    ZNTFilePlaces places;
     ZNTPlatformLog& log;
 };
