@@ -1,13 +1,13 @@
 #include "ZNTRecordsText.h"
 
 #include "ZNTRecordFields.h"
+#include "ZNTRecordValue.h"
 #include "ZNTText.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <type_traits>
-#include <unicode/utf16.h>
 #include <utility>
 
 using namespace znt::exchange;
@@ -28,59 +28,10 @@ constexpr std::string_view explanation =
 constexpr std::string_view triggerKind = "trigger", groupKind = "group", macroKind = "macro",
                            gameKind = "game", endKind = "end";
 
-bool isBlank(char16_t unit) { return unit == u' ' || unit == u'\t'; }
-
-/// A control character, or one that some editors take for a line end or drop.
-bool isUnsafe(char16_t unit)
-{
-    return unit < 0x20 || (unit >= 0x7F && unit < 0xA0) || unit == 0x2028 || unit == 0x2029 || unit == 0xFEFF;
-}
-
-struct Escape {
-    char16_t unit, letter;
-};
-constexpr Escape escapes[] = {{u'\n', u'n'}, {u'\r', u'r'}, {u'\t', u't'}, {u'"', u'"'}, {u'\\', u'\\'}};
-
 // Writing
 
-bool hasUnpairedSurrogate(std::u16string_view text)
-{
-    return znt::textFromUtf8(znt::utf8FromText(text)) != text;
-}
-
-bool canStandAsItIs(std::u16string_view text)
-{
-    return text.empty() || (!isBlank(text.front()) && !isBlank(text.back()) && text.front() != u'"' &&
-                            std::ranges::none_of(text, isUnsafe) && !hasUnpairedSurrogate(text));
-}
-
-void appendAsCode(std::u16string& quoted, char16_t unit)
-{
-    quoted += u"\\u";
-    for (int shift = 12; shift >= 0; shift -= 4)
-        quoted += u"0123456789ABCDEF"[(unit >> shift) & 0xF];
-}
-
-std::u16string quoted(std::u16string_view text)
-{
-    const bool hasUnpaired = hasUnpairedSurrogate(text);
-    std::u16string made = u"\"";
-    for (const auto unit : text) {
-        if (const auto* escape = std::ranges::find(escapes, unit, &Escape::unit); escape != std::end(escapes))
-            made += {u'\\', escape->letter};
-        else if (isUnsafe(unit) || (hasUnpaired && U16_IS_SURROGATE(unit)))
-            appendAsCode(made, unit);
-        else
-            made += unit;
-    }
-    return made + u'"';
-}
-
 struct ValueInFile {
-    std::string operator()(const std::u16string& text) const
-    {
-        return znt::utf8FromText(canStandAsItIs(text) ? text : quoted(text));
-    }
+    std::string operator()(const std::u16string& text) const { return znt::utf8FromText(valueOfText(text)); }
     std::string operator()(bool isSet) const { return isSet ? "yes" : "no"; }
     std::string operator()(std::int64_t port) const
     {
@@ -110,8 +61,6 @@ void append(std::string& text, std::string_view kind, const Record& record,
 }
 
 // Reading
-
-using Complaint = std::optional<std::string>;
 
 std::string inQuotes(std::string_view text)
 {
@@ -198,50 +147,6 @@ private:
     const std::array<Field<Record>, Count>& fields;
     std::array<bool, Count> hasField{};
 };
-
-std::optional<char16_t> codeIn(std::u16string_view digits)
-{
-    unsigned code = 0;
-    for (const auto digit : digits) {
-        const auto value = std::u16string_view(u"0123456789abcdef").find(digit | (digit > u'9' ? 0x20 : 0));
-        if (value == std::u16string_view::npos)
-            return std::nullopt;
-        code = code * 16 + static_cast<unsigned>(value);
-    }
-    return digits.size() == 4 ? std::optional(static_cast<char16_t>(code)) : std::nullopt;
-}
-
-/// Reads a value that starts with a quotation mark. Says what is wrong with it if something is.
-Complaint readQuoted(std::u16string_view text, std::u16string& value)
-{
-    std::size_t at = 1;
-    while (at < text.size() && text[at] != u'"') {
-        if (text[at] != u'\\') {
-            value += text[at++];
-            continue;
-        }
-        const char16_t letter = at + 1 < text.size() ? text[at + 1] : u'\0';
-        const auto* escape = std::ranges::find(escapes, letter, &Escape::letter);
-        const auto code = letter == u'u' ? codeIn(text.substr(at + 2, 4)) : std::nullopt;
-        if (escape == std::end(escapes) && !code)
-            return R"(Between quotation marks, a backslash stands before n, r, t, ", \ or u with four digits.)";
-        value += code ? *code : escape->unit;
-        at += code ? 6 : 2;
-    }
-    if (at + 1 != text.size())
-        return "A value that starts with a quotation mark ends with one, and nothing follows it.";
-    return {};
-}
-
-Complaint readValue(std::u16string_view text, std::u16string& value)
-{
-    if (std::ranges::any_of(text, [](char16_t unit) { return unit != u'\t' && isUnsafe(unit); }))
-        return R"(This value holds a control character. Write it as \uXXXX between quotation marks.)";
-    if (text.starts_with(u'"'))
-        return readQuoted(text, value);
-    value = text;
-    return {};
-}
 
 class Reader
 {
@@ -333,7 +238,7 @@ private:
         if (!entry)
             return "A field stands before the first entry.";
         std::u16string value;
-        if (auto complaint = readValue(znt::trimmedOfSpacesAndTabs(words.substr(equals + 1)), value))
+        if (auto complaint = readTextOfValue(znt::trimmedOfSpacesAndTabs(words.substr(equals + 1)), value))
             return complaint;
         return entry->setField(znt::utf8FromText(znt::trimmedOfSpacesAndTabs(words.substr(0, equals))),
                                value);
