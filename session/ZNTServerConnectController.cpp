@@ -260,63 +260,6 @@ void ZNTServerConnectController::setAlmostAllWidgetsEnabled(bool enabled)
         button->setEnabled(enabled);
 }
 
-// Settings
-
-void ZNTServerConnectController::changeEncoding(std::u16string_view title)
-{
-    if (const auto encoding = znt::encodingTitled(title))
-        changeEncoding(*encoding);
-}
-
-void ZNTServerConnectController::changeEncoding(ZNTStringEncoding encoding)
-{
-    cfStringEncoding_ = settings_.encoding = encoding;
-    settings_.isEncodingNamed = true;
-    noteChoices();
-    changed(ZNTSessionChange::Encoding);
-}
-
-void ZNTServerConnectController::changeFont(const ZNTFont& font)
-{
-    _zntParserUtility->colours().setFont(font);
-    fullColours->setFont(font);
-}
-
-/// A standard receiver is made from the settings at each connect, so what is switched before that has to
-/// reach the settled one.
-ZNTReceiver& ZNTServerConnectController::switched() { return isConnected_ ? *receiver : *settledReceiver; }
-
-void ZNTServerConnectController::set_isMccpOnOff(bool on)
-{
-    settings_.compression = _isMspOnOff_ = on;
-    writeData(switched().switchCompression(on), ZNTParserUtility::replyTimeout, ZNTOutgoing::replyTag);
-    wasInflating = receiver->isInflating();
-    changed(ZNTSessionChange::Compression); // the switch, also if the stream stays as it is
-}
-
-void ZNTServerConnectController::set_isMspOnOff(bool on)
-{
-    settings_.sounds = _isMspOnOff_ = on;
-    _zntParserUtility->set_isMspOnOff(on); // sound tags, whichever receiver reads them
-    writeData(switched().switchSounds(on), ZNTParserUtility::replyTimeout, ZNTOutgoing::replyTag);
-    changed(ZNTSessionChange::Sounds);
-}
-
-void ZNTServerConnectController::acceptCompressionOffers(bool accept)
-{
-    settings_.compression = _isMspOnOff_ = accept;
-    switched().acceptCompressionOffers(accept);
-    changed(ZNTSessionChange::Compression);
-}
-
-bool ZNTServerConnectController::playsSoundTags() const { return _zntParserUtility->_isMspOnOff(); }
-
-bool ZNTServerConnectController::_mccp() const { return receiver->isInflating(); }
-
-void ZNTServerConnectController::reloadTriggers() { triggers->setTriggers(services.database.loadTriggers()); }
-
-bool ZNTServerConnectController::isTriggerResting(std::int64_t oid) const { return triggers->isResting(oid); }
-
 // Speech
 
 void ZNTServerConnectController::speakForScreenReader()
