@@ -8,6 +8,8 @@
 #include <memory>
 #include <string_view>
 
+class ZNTSpeechWorker;
+
 /// Whether a speech service that does not run may be started by the library, as a desktop does.
 enum class ZNTSpeechServiceStart { WhenNeeded, Never };
 
@@ -34,6 +36,5 @@ public:
     void setAvailabilityListener(std::function<void()> changed) override;
 
 private:
-    class Worker;
-    std::shared_ptr<Worker> worker;
+    std::shared_ptr<ZNTSpeechWorker> worker;
 };

@@ -1,21 +1,13 @@
+#include "ZNTSpeechWorker.h"
+
 #include "ZNTSpeechDispatcher.h"
 
-#include "ZNTSpeechConnection.h"
-#include "ZNTSpeechMessages.h"
-#include "ZNTText.h"
-
 #include <algorithm>
-#include <chrono>
-#include <condition_variable>
 #include <cstdint>
-#include <deque>
 #include <iterator>
-#include <mutex>
 #include <poll.h>
-#include <set>
-#include <string>
+#include <string_view>
 #include <sys/eventfd.h>
-#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -42,104 +34,30 @@ constexpr std::string_view unavailableText =
 
 } // namespace
 
-/// The state that the run loop's thread and the worker thread share. The worker thread owns the connection.
-///
-/// `mutex` is held for moments only: the worker thread gives it up (`Lock& lock`) before it waits for the
-/// service or for events, and reads the shared fields again afterwards, because a stop may have come
-/// meanwhile.
-class ZNTSpeechDispatcher::Worker : public std::enable_shared_from_this<Worker>
+ZNTSpeechWorker::ZNTSpeechWorker(RunLoop& runLoop, ZNTPlatformLog& log, ZNTSpeechServiceStart serviceStart)
+    : runLoop(runLoop),
+      log(log),
+      serviceStart(serviceStart),
+      wakeUpDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      interruption(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
-public:
-    Worker(RunLoop& runLoop, ZNTPlatformLog& log, ZNTSpeechServiceStart serviceStart)
-        : runLoop(runLoop),
-          log(log),
-          serviceStart(serviceStart)
-    {
-    }
-    ~Worker()
-    {
-        close(wakeUpDescriptor);
-        close(interruption);
-    }
-    Worker(const Worker&) = delete;
-    Worker& operator=(const Worker&) = delete;
+}
 
-    [[nodiscard]] bool isSpeaking() const;
-    void say(std::string utf8);
-    void stop();
-    void quit();
+ZNTSpeechWorker::~ZNTSpeechWorker()
+{
+    close(wakeUpDescriptor);
+    close(interruption);
+}
 
-    // Of the run loop's thread only.
-    bool isAvailable = true;
-    bool hasEnded = false; ///< the thread itself may live on
-    std::function<void()> availabilityChanged;
-    std::function<void()> allIsSaid;
-    double refusesUntil = 0; ///< by the run loop's clock
-
-private:
-    using Lock = std::unique_lock<std::mutex>;
-    void run();
-    /// Waits until there is something to do, or `time` has passed.
-    void wait(Lock& lock, std::chrono::milliseconds time);
-    void cancelIfDue(Lock& lock);
-    void noteCancel();
-    [[nodiscard]] bool hasTexts() const;
-    void reportEnd();
-    void connect(Lock& lock);
-    static void signal(int descriptor);
-    static void clear(int descriptor);
-    void wakeUp() const { signal(wakeUpDescriptor); }
-    void giveUp();
-    /// Reports to the run loop whether a service was found.
-    void passOn(bool isFound);
-    void setAvailable(bool isFound);
-    void sayFirst(Lock& lock);
-    void takeBack(ZNTSpeechMessage message);
-    void takeBackFromLostService(Lock& lock);
-    void heard(std::size_t message, ZNTSpeechEvent event);
-
-    RunLoop& runLoop;
-    ZNTPlatformLog& log;
-    const ZNTSpeechServiceStart serviceStart;
-    std::thread thread;
-
-    mutable std::mutex mutex;
-    std::condition_variable quitting;
-    /// Readable when the thread has something new to look at.
-    const int wakeUpDescriptor = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    /// Readable while `mustCancel` is set: it interrupts a text that is on its way to the service.
-    const int interruption = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-    /// Texts that the service does not have yet.
-    std::deque<ZNTSpeechMessage> waiting;
-    ZNTSpeechMessages unfinished;
-    /// Messages that ended before the call that queued them returned.
-    std::set<std::size_t> endedEarly;
-    bool isHandingOver = false;
-    bool owesEnd = false; ///< texts came since the last end that was reported, and no stop
-    /// Whether the service was given a text since the last cancel.
-    bool hasSomethingToCancel = false;
-    bool mustCancel = false;
-    bool mustQuit = false;
-    bool hasQuit = false;
-    /// Counts the stops. If it changes while a text is on its way to the service, the text is outdated.
-    unsigned stops = 0;
-    /// Until when we wait for a service that was there before.
-    Clock::time_point patientUntil{};
-    std::shared_ptr<ZNTSpeechConnection> connection;
-};
-
-bool ZNTSpeechDispatcher::Worker::isSpeaking() const
+bool ZNTSpeechWorker::isSpeaking() const
 {
     const std::lock_guard lock(mutex);
     return hasTexts();
 }
 
-bool ZNTSpeechDispatcher::Worker::hasTexts() const
-{
-    return isHandingOver || !waiting.empty() || !unfinished.isEmpty();
-}
+bool ZNTSpeechWorker::hasTexts() const { return isHandingOver || !waiting.empty() || !unfinished.isEmpty(); }
 
-void ZNTSpeechDispatcher::Worker::say(std::string utf8)
+void ZNTSpeechWorker::say(std::string utf8)
 {
     if (runLoop.now() < refusesUntil)
         return;
@@ -151,7 +69,7 @@ void ZNTSpeechDispatcher::Worker::say(std::string utf8)
     wakeUp();
 }
 
-void ZNTSpeechDispatcher::Worker::stop()
+void ZNTSpeechWorker::stop()
 {
     const std::lock_guard lock(mutex);
     waiting.clear();
@@ -166,7 +84,7 @@ void ZNTSpeechDispatcher::Worker::stop()
     wakeUp();
 }
 
-void ZNTSpeechDispatcher::Worker::quit()
+void ZNTSpeechWorker::quit()
 {
     hasEnded = true;
     stop();
@@ -188,7 +106,7 @@ void ZNTSpeechDispatcher::Worker::quit()
         thread.detach();
 }
 
-void ZNTSpeechDispatcher::Worker::run()
+void ZNTSpeechWorker::run()
 {
     Lock lock(mutex);
     while (!mustQuit) {
@@ -209,7 +127,7 @@ void ZNTSpeechDispatcher::Worker::run()
     quitting.notify_all();
 }
 
-void ZNTSpeechDispatcher::Worker::reportEnd()
+void ZNTSpeechWorker::reportEnd()
 {
     // After `quit` the run loop may be gone.
     if (!owesEnd || hasTexts() || mustQuit)
@@ -222,20 +140,20 @@ void ZNTSpeechDispatcher::Worker::reportEnd()
     });
 }
 
-void ZNTSpeechDispatcher::Worker::signal(int descriptor)
+void ZNTSpeechWorker::signal(int descriptor)
 {
     const std::uint64_t one = 1;
     // The write fails only if the counter is full, and then the descriptor is readable anyway.
     [[maybe_unused]] const auto written = write(descriptor, &one, sizeof one);
 }
 
-void ZNTSpeechDispatcher::Worker::clear(int descriptor)
+void ZNTSpeechWorker::clear(int descriptor)
 {
     std::uint64_t count;
     [[maybe_unused]] const auto taken = read(descriptor, &count, sizeof count);
 }
 
-void ZNTSpeechDispatcher::Worker::wait(Lock& lock, std::chrono::milliseconds time)
+void ZNTSpeechWorker::wait(Lock& lock, std::chrono::milliseconds time)
 {
     // An earlier wait may have consumed the wake-up that `quit` sent.
     if (mustQuit)
@@ -250,7 +168,7 @@ void ZNTSpeechDispatcher::Worker::wait(Lock& lock, std::chrono::milliseconds tim
     lock.lock();
 }
 
-void ZNTSpeechDispatcher::Worker::cancelIfDue(Lock& lock)
+void ZNTSpeechWorker::cancelIfDue(Lock& lock)
 {
     // A stop that comes during the wait must not interrupt a text that came after it.
     while (mustCancel) {
@@ -263,13 +181,13 @@ void ZNTSpeechDispatcher::Worker::cancelIfDue(Lock& lock)
     }
 }
 
-void ZNTSpeechDispatcher::Worker::noteCancel()
+void ZNTSpeechWorker::noteCancel()
 {
     mustCancel = hasSomethingToCancel = false;
     clear(interruption);
 }
 
-void ZNTSpeechDispatcher::Worker::connect(Lock& lock)
+void ZNTSpeechWorker::connect(Lock& lock)
 {
     const auto onEvent = [this](std::size_t message, ZNTSpeechEvent event) { heard(message, event); };
     lock.unlock();
@@ -295,13 +213,13 @@ void ZNTSpeechDispatcher::Worker::connect(Lock& lock)
         giveUp();
 }
 
-void ZNTSpeechDispatcher::Worker::giveUp()
+void ZNTSpeechWorker::giveUp()
 {
     waiting.clear();
     passOn(/*isFound=*/false);
 }
 
-void ZNTSpeechDispatcher::Worker::passOn(bool isFound)
+void ZNTSpeechWorker::passOn(bool isFound)
 {
     // After `quit` the run loop may be gone.
     if (mustQuit)
@@ -313,7 +231,7 @@ void ZNTSpeechDispatcher::Worker::passOn(bool isFound)
     });
 }
 
-void ZNTSpeechDispatcher::Worker::setAvailable(bool isFound)
+void ZNTSpeechWorker::setAvailable(bool isFound)
 {
     if (!isFound)
         refusesUntil = runLoop.now() + restAfterFailure;
@@ -325,7 +243,7 @@ void ZNTSpeechDispatcher::Worker::setAvailable(bool isFound)
         availabilityChanged();
 }
 
-void ZNTSpeechDispatcher::Worker::sayFirst(Lock& lock)
+void ZNTSpeechWorker::sayFirst(Lock& lock)
 {
     auto text = std::move(waiting.front());
     waiting.pop_front();
@@ -347,14 +265,14 @@ void ZNTSpeechDispatcher::Worker::sayFirst(Lock& lock)
     endedEarly.clear();
 }
 
-void ZNTSpeechDispatcher::Worker::takeBack(ZNTSpeechMessage message)
+void ZNTSpeechWorker::takeBack(ZNTSpeechMessage message)
 {
     // This text may be the reason why the service dies, so it is not repeated for ever.
     if (++message.timesLost < timesLostAtMost)
         waiting.push_front(std::move(message));
 }
 
-void ZNTSpeechDispatcher::Worker::takeBackFromLostService(Lock& lock)
+void ZNTSpeechWorker::takeBackFromLostService(Lock& lock)
 {
     auto owed = unfinished.takeAll();
     std::for_each(owed.rbegin(), owed.rend(), [this](auto& message) { takeBack(std::move(message)); });
@@ -364,42 +282,11 @@ void ZNTSpeechDispatcher::Worker::takeBackFromLostService(Lock& lock)
     wait(lock, lookInterval);
 }
 
-void ZNTSpeechDispatcher::Worker::heard(std::size_t message, ZNTSpeechEvent event)
+void ZNTSpeechWorker::heard(std::size_t message, ZNTSpeechEvent event)
 {
     const std::lock_guard lock(mutex);
     if (event == ZNTSpeechEvent::Begin)
         unfinished.noteBegin(message, Clock::now());
     else if (!unfinished.noteEnd(message) && isHandingOver)
         endedEarly.insert(message);
-}
-
-ZNTSpeechDispatcher::ZNTSpeechDispatcher(RunLoop& runLoop, ZNTPlatformLog& log,
-                                         ZNTSpeechServiceStart serviceStart)
-    : worker(std::make_shared<Worker>(runLoop, log, serviceStart))
-{
-}
-
-ZNTSpeechDispatcher::~ZNTSpeechDispatcher() { worker->quit(); }
-
-bool ZNTSpeechDispatcher::isSpeaking() const { return worker->isSpeaking(); }
-
-void ZNTSpeechDispatcher::startSpeaking(std::u16string_view text)
-{
-    // The service neither queues nor ends an empty message.
-    if (!znt::trimmedOfWhitespace(text).empty())
-        worker->say(znt::utf8FromText(text));
-}
-
-void ZNTSpeechDispatcher::stopSpeaking() { worker->stop(); }
-
-void ZNTSpeechDispatcher::setEndListener(std::function<void()> ended)
-{
-    worker->allIsSaid = std::move(ended);
-}
-
-bool ZNTSpeechDispatcher::isAvailable() const { return worker->isAvailable; }
-
-void ZNTSpeechDispatcher::setAvailabilityListener(std::function<void()> changed)
-{
-    worker->availabilityChanged = std::move(changed);
 }
