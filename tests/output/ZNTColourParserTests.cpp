@@ -67,6 +67,7 @@ TEST(ColourParser, LaysColourAndFontOverTheTextThatIsLeft)
     }
     EXPECT_EQ(text.runs.back().offset, 5U) << "no run stands where no text is";
     EXPECT_EQ(std::get<ZNTFont>(text.attributesAt(0)->font), (ZNTFont{u"Hack", 20}));
+    EXPECT_EQ(std::get<ZNTColour>(text.attributesAt(0)->background), black);
     EXPECT_EQ(std::get<ZNTFont>(text.attributesAt(2)->font), (ZNTFont{u"Menlo-Bold", 20}));
 }
 

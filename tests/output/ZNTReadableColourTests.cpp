@@ -16,5 +16,6 @@ TEST(ReadableColour, EveryPairOfTheGamesColoursCanBeReadAndGoodOnesStay)
             }
         }
     EXPECT_NEAR(znt::contrastRatio(white, black), 21, 0.01);
+    EXPECT_NEAR(znt::contrastRatio(white, {0x76, 0x76, 0x76, 255}), 4.54, 0.005) << "as WCAG 2 has it";
     EXPECT_EQ(znt::readable({blue, black}).foreground.blue, 255) << "it is still blue";
 }

@@ -37,6 +37,7 @@ std::map<std::string, ZNTSoundAnswer> answers()
             {"/b.wav", whole},
             {"/slow", slow},
             {"/page", soundAnswer("<html>There is no such sound here.</html>")},
+            {"/refused", {"HTTP/1.1 404 Not Found\r\n" + whole.bytes.substr(whole.bytes.find("Content"))}},
             {"/half", {whole.bytes.substr(0, whole.bytes.size() - rain.size() / 2)}}};
 }
 
@@ -107,10 +108,26 @@ TEST_F(SoundDownloads, ARedirectLeadsNowhereThatTheGameMayNotGo)
     EXPECT_LE(redirecting.requests, 10);
 }
 
+TEST_F(SoundDownloads, OnlyAWholeWebAddressOfReasonableLengthIsFetched)
+{
+    const std::string game = "http://mud.example/";
+    const std::pair<std::string, bool> rows[] = {{game, true},
+                                                 {"HTTPS://mud.example/a.wav", true},
+                                                 {game + std::string(2'048 - game.size(), 'a'), true},
+                                                 {game + std::string(2'049 - game.size(), 'a'), false},
+                                                 {"http://", false},
+                                                 {"https:/mud.example", false},
+                                                 {"ftp://mud.example/a.wav", false},
+                                                 {game + "a b.wav", false},
+                                                 {game + "a\r\nHost: x", false}};
+    for (const auto& [url, canFetch] : rows)
+        EXPECT_EQ(ZNTSoundDownloads::canFetch(url), canFetch) << url;
+}
+
 TEST_F(SoundDownloads, PartialDownloadsWebPagesAndSilentServersAreGivenUp)
 {
     ZNTSoundDownloads downloads(loop, cache, {.seconds = 0.5});
-    for (const auto* path : {"/page", "/half", "/missing", "/slow"})
+    for (const auto* path : {"/page", "/refused", "/half", "/missing", "/slow"})
         EXPECT_EQ(fetch(downloads, server.url(path)), "") << path;
     EXPECT_EQ(fetch(downloads, "http://127.0.0.1:1/nobody.wav"), "");
     EXPECT_FALSE(fs::exists(cache));
