@@ -11,6 +11,13 @@ pkg_check_modules(LIBUV REQUIRED IMPORTED_TARGET libuv)
 pkg_check_modules(LIBPLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 pkg_check_modules(SDL2_MIXER REQUIRED IMPORTED_TARGET SDL2_mixer)
 pkg_check_modules(SPEECHD REQUIRED IMPORTED_TARGET speech-dispatcher)
+# A newer GLib asks for -pthread below it, and then the headers compiled for all rooms are refused there. Who uses threads
+# links Threads::Threads.
+get_target_property(flags PkgConfig::SPEECHD INTERFACE_COMPILE_OPTIONS)
+if(flags)
+    list(REMOVE_ITEM flags -pthread)
+    set_target_properties(PkgConfig::SPEECHD PROPERTIES INTERFACE_COMPILE_OPTIONS "${flags}")
+endif()
 pkg_check_modules(LIBEDIT REQUIRED IMPORTED_TARGET libedit)
 find_program(ZANTOR_SQLITE_SHELL sqlite3 REQUIRED)
 
