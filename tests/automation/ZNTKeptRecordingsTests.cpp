@@ -191,6 +191,7 @@ TEST_F(ZNTKeptRecordingsTest, TheWindowStoresEachEditAndSaysWhatItCannotDo)
     window.setRecordingValue(u"2", ZNTKeptRecordingsView::secondsColumn, 0);
     commands.selected = 0;
     window.deleteCommand();
+    EXPECT_EQ(commands.timesEditingAborted, 2) << "the time before no command was selected";
     window.addCommand();
     window.setCommand(u"east", 2);
     EXPECT_EQ(stored(), (std::vector<ZNTKeptRecording>{{u"chase", 2, {u"", u"!2n", u"east"}}}));

@@ -206,6 +206,7 @@ TEST_F(ZNTMacroControllers, AMacroWhoseInsertFailedIsInsertedLaterAndChangesNoOt
     EXPECT_EQ(shownMacros(), u"home leader lost ") << "it is refused once more, and the typed text stays";
     table.selected = 2;
     list->removeItem();
+    EXPECT_EQ(table.timesEditingAborted, 1);
     EXPECT_EQ(list->textOfMacroNamed(u"home"), u"recall");
     EXPECT_TRUE(list->tableViewToolTipForRow(1).starts_with(u"Not saved"));
 

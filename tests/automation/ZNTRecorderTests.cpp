@@ -65,6 +65,7 @@ TEST_F(ZNTRecorderTest, TheSheetEditsTheListThatTheRecorderFills)
         sheet.removeItem();
         EXPECT_THAT(recorded(), ElementsAre(u"open door", u"north", u"east")) << "that row alone";
     }
+    EXPECT_EQ(table.timesEditingAborted, 2) << "else an open editor writes into the row that moves up";
     const int reloads = table.timesReloaded;
     record({u"typed while the sheet is open"});
     EXPECT_EQ(table.timesReloaded, reloads + 1);

@@ -138,6 +138,7 @@ TEST_F(TriggersDataSource, RemovingTakesTheSelectedTriggerFromTheStoreAndClearin
     EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nbow") << "the row that is selected now";
     editor.clearMacroList();
     editor.removeItem(); // the table has a selection, but the list has no such row
+    EXPECT_EQ(table.timesEditingAborted, 3) << "else an open editor writes into the row that moves up";
     EXPECT_EQ(stored().size(), before + 2);
 }
 

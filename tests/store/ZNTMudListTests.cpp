@@ -117,7 +117,9 @@ TEST_F(ZNTMudListTest, AFilterFindsEachWordInNameAddressOrPort)
     };
     for (const auto& [text, expected] : filters) {
         SCOPED_TRACE(testing::PrintToString(text));
+        const int timesBefore = table.timesReloaded;
         filtered.setFilter(text);
+        EXPECT_EQ(table.timesReloaded, timesBefore + 1);
         std::vector<long> rows;
         for (long row = 0; row < filtered.numberOfShownRows(); ++row)
             rows.push_back(filtered.listRow(row));
