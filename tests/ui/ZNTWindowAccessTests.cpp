@@ -42,8 +42,11 @@ TEST_F(ZNTWindowAccess, WhatOnlyTheEyeWouldSeeIsAnnounced)
     auto& table = find<QTableView>(preferences, "triggerTableView");
     table.setFocus();
     table.setCurrentIndex(table.model()->index(0, 0));
+    const auto& activity = find<QLabel>(preferences, "inactiveHint");
+    EXPECT_TRUE(activity.text().startsWith(u"Not active yet"_s));
     press(table, Qt::Key_Space);
     expectAnnounced("Active: yes");
+    EXPECT_EQ(activity.text(), QString());
     find<QPushButton>(preferences, "saveTriggerButton").click();
     expectAnnounced("Trigger saved");
     find<QPushButton>(preferences, "reloadTriggersButton").click();

@@ -172,7 +172,9 @@ TEST_F(ZNTWindowDesktop, TheMarkIsTheSameOnTheCardAndInThePreferencesAndTheGroup
     for (const char* group : {"Fights", "Talk"}) {
         box.setEditText(QString::fromLatin1(group));
         run->parts.menu["createNewMacroGroup"]->trigger();
-        answerAlert();
+        ASSERT_TRUE(until([] { return dialog("alert") != nullptr; }));
+        dialog("alert")->accept();
+        ASSERT_TRUE(until([] { return dialog("alert") == nullptr; }));
     }
     box.setEditText(u"Fights"_s);
     run.reset();

@@ -2,6 +2,7 @@
 #include "ZNTWindowOptions.h"
 
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <array>
 
 /// The list of games, opened with its key.
@@ -40,6 +41,10 @@ protected:
 TEST_F(ZNTWindowGames, UnderAFilterWhatIsSeenIsUsedAndEdited)
 {
     open();
+    sheet->resize(600, 440);
+    QTest::qWait(1);
+    EXPECT_EQ(table->horizontalScrollBar()->maximum(), 0);
+    EXPECT_GT(table->columnWidth(Name), table->columnWidth(WebPage)) << "the page gives way first";
     const int all = table->model()->rowCount();
     press(*sheet, Qt::Key_F, Qt::AltModifier);
     type(*filter, "MUD 4242");

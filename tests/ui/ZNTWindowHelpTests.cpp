@@ -5,6 +5,7 @@
 #include <QDesktopServices>
 #include <QListView>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTextBlock>
 #include <QTextBrowser>
@@ -29,6 +30,9 @@ TEST_F(ZNTWindowHelp, TheKeyboardMapFindsAKeyByWordsAndByTheKey)
     ASSERT_TRUE(filter.hasFocus());
     const int all = table.model()->rowCount();
     EXPECT_EQ(announced.words, QStringList{u"Keyboard map. %1 rows"_s.arg(all)});
+    map.resize(map.width() * 2 / 3, map.height());
+    EXPECT_TRUE(until([&] { return table.rowHeight(0) < table.rowHeight(all - 4); })) << "long words wrap";
+    EXPECT_EQ(table.horizontalScrollBar()->maximum(), 0);
     const struct {
         const char* words;
         const char* first; ///< empty for no row

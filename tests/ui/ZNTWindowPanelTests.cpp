@@ -168,7 +168,7 @@ TEST_F(ZNTWindowPanel, AKeyThatTheWindowHasIsNoMacrosKeyAfterAStartEither)
     fill(find<QLineEdit>(sheet, "macroNameTF"), "kick");
     press(find<QLineEdit>(sheet, "macroKeyField"), Qt::Key_F4);
     find<QPushButton>(sheet, "doneButton").click();
-    EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
+    EXPECT_TRUE(until([&] { return !sheet.isVisible() && window.isActiveWindow(); }));
     QAction later(u"Something new"_s, &window); // of a later version
     later.setShortcut(Qt::Key_F4);
     startAgain();

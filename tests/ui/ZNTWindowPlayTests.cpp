@@ -28,7 +28,7 @@ TEST_F(ZNTWindowPlay, AGameIsPlayedWithTheKeyboardAlone)
     EXPECT_EQ(window.textFromServer->accessibleDescription(), QString());
     EXPECT_EQ(window.connectionButton->accessibleName(), u"Disconnect"_s);
     EXPECT_TRUE(commandLine().hasFocus());
-    EXPECT_EQ(status(), u"Connected to Lantern Cove, speech off"_s) << "the row says since when";
+    EXPECT_TRUE(status().startsWith(u"Connected to Lantern Cove, speech off"_s)) << "the row says since when";
 
     send("look guide");
     EXPECT_TRUE(outputHas("The guide smiles"));

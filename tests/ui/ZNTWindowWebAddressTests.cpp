@@ -31,6 +31,16 @@ protected:
     QStringList opened;
 };
 
+TEST_F(ZNTWindowWebAddresses, AnEmptyListSaysWhyInThePlaceOfItsRows)
+{
+    window.textFromServer->clear();
+    action("openWebAddress").trigger();
+    QDialog& list = waitForDialog("webAddresses");
+    EXPECT_EQ(find<QListWidget>(list, "addresses").accessibleDescription(),
+              u"There is no web address in the last 500 lines."_s);
+    EXPECT_FALSE(find<QLabel>(list, "words").isVisible());
+}
+
 TEST_F(ZNTWindowWebAddresses, TheOneThatIsPickedIsShownWholeAndOpenedExactlyAsShown)
 {
     const auto openList = [&]() -> QListWidget& {

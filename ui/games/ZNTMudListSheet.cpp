@@ -27,8 +27,8 @@ std::vector<ZNTColumn> gameColumns()
             {"url", QStringLiteral("Web page"), Kind::Text}};
 }
 
-/// These become narrow first: players know a game by its name, and a button opens its page.
-constexpr int addressColumn = 1, webPageColumn = 5;
+/// It becomes narrow first, since a button opens the page.
+constexpr int webPageColumn = 5;
 
 /// Each letter finds something else. What is found in the end is announced.
 constexpr int pauseInTyping = 600; // milliseconds
@@ -81,7 +81,7 @@ void ZNTMudListSheet::wireRows()
          },
          [this, &games](long row) { return games.tableViewToolTipForRow(filtered.listRow(row)); }});
     ZNTHintedTable& table = *layout->tableView;
-    table.shareWidth({webPageColumn, addressColumn});
+    table.shareWidth({webPageColumn});
     table.setEditTriggers(QAbstractItemView::EditKeyPressed); // a double click uses the game
     QObject::connect(&table, &QTableView::doubleClicked, dialog, [this](const QModelIndex& cell) {
         if (rows.column(cell).kind != ZNTColumn::Kind::YesNo) // two clicks on a mark set and clear it

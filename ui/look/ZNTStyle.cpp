@@ -78,7 +78,8 @@ const QAbstractButton* markedIn(const QWidget* ring)
     return nullptr;
 }
 
-/// A row of tabs stands at the edges of its window's part, which would cut off a ring around it.
+/// A row of tabs stands at the edge of its window, which would cut off a ring around it. So it has the ring
+/// inside.
 bool isRingInside(const QWidget* ring)
 {
     const auto* frame = qobject_cast<const QFocusFrame*>(ring);
@@ -87,6 +88,8 @@ bool isRingInside(const QWidget* ring)
 
 QRect placeOfRing(const QRect& whole, const QWidget* ring)
 {
+    if (isRingInside(ring))
+        return whole.adjusted(ringWidth, ringWidth, -ringWidth, -ringWidth);
     const auto* marked = markedIn(ring);
     if (!marked)
         return whole;
@@ -324,9 +327,9 @@ int ZNTStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const 
         widget != nullptr ? widget->fontMetrics().height() : QFontMetrics(QApplication::font()).height();
     switch (metric) {
     case PM_FocusFrameHMargin:
-        return isRingInside(widget) ? 0 : ringWidth + (markedIn(widget) ? gapInRing : 0);
+        return ringWidth + (markedIn(widget) ? gapInRing : 0);
     case PM_FocusFrameVMargin:
-        return isRingInside(widget) ? 0 : ringWidth;
+        return ringWidth;
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
     case PM_ExclusiveIndicatorWidth:
