@@ -142,7 +142,7 @@ void ZNTServerConnectController::onSocketDidConnectToHost(ZNTStream&, const std:
     receiver = &chooseReceiver();
     receiver->startStream();
     keepBlanksAsReceiverDoes();
-    speech->forgetPrompt();
+    speech->gameBegins();
     fullColours->reset();
     isHintGiven = false;
     screen.myProgressIndicator->stopAnimation();

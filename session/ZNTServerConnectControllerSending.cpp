@@ -27,6 +27,7 @@ void ZNTServerConnectController::sendMessageToServer(std::u16string_view line, b
         commandInterpreter->showStrings(line);
         return;
     }
+    speech->lineGoesOut();
     speech->interrupt(pauseWhenSending);
     if (!isTypingHidden())
         showOwnLine(line, settings_.silentEcho ? Aloud::No : Aloud::Yes, OwnLine::Sent);

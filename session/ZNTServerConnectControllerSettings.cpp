@@ -13,6 +13,24 @@
 #include <utility>
 #include <vector>
 
+namespace
+{
+
+ZNTSpeechQueue::Finished inQueue(ZNTFinishedTexts texts)
+{
+    switch (texts) {
+    case ZNTFinishedTexts::None:
+        break;
+    case ZNTFinishedTexts::First:
+        return ZNTSpeechQueue::Finished::First;
+    case ZNTFinishedTexts::Every:
+        return ZNTSpeechQueue::Finished::Every;
+    }
+    return ZNTSpeechQueue::Finished::None;
+}
+
+} // namespace
+
 void ZNTServerConnectController::setSettings(const ZNTSettings& wanted)
 {
     putIntoForce(std::exchange(settings_, wanted));
@@ -62,7 +80,7 @@ void ZNTServerConnectController::putIntoForce(const ZNTSettings& before)
     synth.setSpeechRate(wanted.rate);
     synth.setFollowsVoice(wanted.followVoice);
     synth.setCatchesUp(wanted.catchUp);
-    synth.setFinishesTexts(wanted.finishTexts);
+    synth.setFinishedTexts(inQueue(wanted.finishTexts));
     synth.setFilters({.skipsDecoration = wanted.skipDecoration,
                       .shortensRuns = wanted.shortenRuns,
                       .skipsControlSequences = wanted.skipControlSequences});

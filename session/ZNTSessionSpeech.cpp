@@ -121,6 +121,18 @@ void ZNTSessionSpeech::sayPrompt()
         zntSpeechSynth.speakAtOnce(prompts.last().empty() ? u"No prompt yet." : prompts.last());
 }
 
+void ZNTSessionSpeech::gameBegins()
+{
+    prompts.forget();
+    zntSpeechSynth.firstTextBegins();
+}
+
+void ZNTSessionSpeech::lineGoesOut()
+{
+    if (!isAutomatic)
+        zntSpeechSynth.firstTextEnds();
+}
+
 void ZNTSessionSpeech::silence()
 {
     zntSpeechSynth.stopIt();

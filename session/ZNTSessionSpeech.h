@@ -60,8 +60,10 @@ public:
     /// Says the last prompt at once, when `replay` would speak.
     void sayPrompt();
     [[nodiscard]] const std::u16string& lastPrompt() const { return prompts.last(); }
-    /// Another game begins.
-    void forgetPrompt() { prompts.forget(); }
+    /// A connection stands: another game begins.
+    void gameBegins();
+    /// A line goes out. If it is the player's, what comes from now on is newer than the game's first text.
+    void lineGoesOut();
     void forgetReplay() { _replayLastTextFromMUD.clear(); }
     /// Silences what is being said and what waits. What comes next is spoken if speech is on.
     void silence();

@@ -49,13 +49,28 @@ void ZNTSpeechQueue::appendChunk(std::u16string_view chunk, double now)
 {
     text.insert(text.end(), chunk.begin(), chunk.end());
     const auto at = millisecondsAt(now);
-    if (at - newestTextBegan > textDuration * 1'000 || chunksOfNewestText == 0) {
+    if (!continuesNewestText(now)) {
         ++newestText;
         newestTextBegan = at;
         chunksOfNewestText = 0;
+        isNewestTheFirst = isOfFirstText(now);
     }
     ++chunksOfNewestText;
     chunks.push_back({static_cast<std::uint32_t>(chunk.size()), at, newestText});
+}
+
+bool ZNTSpeechQueue::continuesNewestText(double now) const
+{
+    if (chunksOfNewestText == 0 || isNewestTheFirst != isOfFirstText(now))
+        return false;
+    return isNewestTheFirst || millisecondsAt(now) - newestTextBegan <= textDuration * 1'000;
+}
+
+void ZNTSpeechQueue::beginFirstText(double now)
+{
+    firstTextBegin = now;
+    firstTextEnd = std::numeric_limits<double>::infinity();
+    chunksOfNewestText = 0; // what came before is another game's
 }
 
 void ZNTSpeechQueue::clear()
@@ -78,8 +93,8 @@ void ZNTSpeechQueue::dropLateLines(double now)
     if (isEmpty() || hasBegunFirst)
         return;
     const bool isLate = waitOfFirst(now) > (owesText ? longestWaitAfterNotice : longestWait);
-    while (!isEmpty() &&
-           (chunks.size() > mostLines || (isLate && !isFirstKept() && waitOfFirst(now) > keptWait)))
+    while (!isEmpty() && !isFirstKept() &&
+           (chunks.size() > mostLines || (isLate && waitOfFirst(now) > keptWait)))
         dropFirstLine();
 }
 
@@ -90,7 +105,11 @@ double ZNTSpeechQueue::waitOfFirst(double now) const
 
 bool ZNTSpeechQueue::isFirstKept() const
 {
-    return finishesTexts && chunks.front().textNumber == newestText && chunksOfNewestText <= mostLinesOfText;
+    if (finished == Finished::None || chunks.front().textNumber != newestText)
+        return false;
+    if (isNewestTheFirst)
+        return chunksOfNewestText <= mostLinesOfFirstText;
+    return finished == Finished::Every && chunksOfNewestText <= mostLinesOfText;
 }
 
 std::size_t ZNTSpeechQueue::firstLineLength() const

@@ -2,9 +2,11 @@
 
 #include "ZNTSpokenText.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,12 +37,21 @@ public:
     /// first, if they are at most `mostLinesOfText`. A flood is no such text.
     static constexpr double textDuration = 1;
     static constexpr std::size_t mostLinesOfText = 30;
+    /// The first text may be longer: a game's welcome with the news of the day. All that comes between
+    /// `beginFirstText` and `endFirstText` is one text. Past this many lines nothing of it is kept.
+    static constexpr std::size_t mostLinesOfFirstText = 100;
+    enum class Finished { None, First, Every };
 
     /// Lines that are in the queue already stay in the chunks that they came in.
     void setCatchesUp(bool catchesUp) { this->catchesUp = catchesUp; }
 
     /// Of a queue that catches up.
-    void setFinishesTexts(bool finishesTexts) { this->finishesTexts = finishesTexts; }
+    void setFinishedTexts(Finished finished) { this->finished = finished; }
+    /// What comes from now on is the first text: a connection stands.
+    void beginFirstText(double now);
+    /// What comes from now on is newer: the player has sent a line. Text that came before and is appended
+    /// later still belongs to the first text.
+    void endFirstText(double now) { firstTextEnd = std::min(firstTextEnd, now); }
 
     /// `chunk` is not empty. `now` is when it came.
     void append(std::u16string_view chunk, double now);
@@ -64,6 +75,9 @@ private:
     void dropLateLines(double now);
     /// Seconds since the first chunk came.
     [[nodiscard]] double waitOfFirst(double now) const;
+    /// Whether what comes at that time belongs to the text that came last.
+    [[nodiscard]] bool continuesNewestText(double now) const;
+    [[nodiscard]] bool isOfFirstText(double now) const { return now >= firstTextBegin && now < firstTextEnd; }
     /// Whether the first chunk belongs to the text that came last, and that is kept.
     [[nodiscard]] bool isFirstKept() const;
     /// The first line of the first chunk, with the line ends around it.
@@ -83,8 +97,12 @@ private:
     /// Whether a part of the first chunk was taken.
     bool hasBegunFirst = false;
     bool catchesUp = false;
-    bool finishesTexts = false;
+    Finished finished = Finished::None;
     /// Of the text that came last: its number, when it began, and how many chunks came of it.
     std::uint32_t newestText = 0, newestTextBegan = 0;
     std::size_t chunksOfNewestText = 0;
+    bool isNewestTheFirst = false; ///< it is the first text of a connection
+    /// Nothing is the first text before a connection.
+    double firstTextBegin = std::numeric_limits<double>::infinity();
+    double firstTextEnd = std::numeric_limits<double>::infinity();
 };

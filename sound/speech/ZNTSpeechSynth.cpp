@@ -87,10 +87,24 @@ void ZNTSpeechSynth::setCatchesUp(bool catchesUp)
     stackText.setCatchesUp(catchesUp);
 }
 
-void ZNTSpeechSynth::setFinishesTexts(bool finishesTexts)
+void ZNTSpeechSynth::setFinishedTexts(ZNTSpeechQueue::Finished finished)
 {
     const std::lock_guard lock(queueMutex);
-    stackText.setFinishesTexts(finishesTexts);
+    stackText.setFinishedTexts(finished);
+}
+
+void ZNTSpeechSynth::firstTextBegins()
+{
+    const auto now = runLoop.now();
+    const std::lock_guard lock(queueMutex);
+    stackText.beginFirstText(now);
+}
+
+void ZNTSpeechSynth::firstTextEnds()
+{
+    const auto now = runLoop.now();
+    const std::lock_guard lock(queueMutex);
+    stackText.endFirstText(now);
 }
 
 void ZNTSpeechSynth::setFilters(ZNTSpeechFilters filters)

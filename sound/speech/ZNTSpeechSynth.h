@@ -91,8 +91,11 @@ public:
     void setFollowsVoice(bool followsVoice);
     /// Whether lines that wait too long are dropped and counted (see ZNTSpeechQueue).
     void setCatchesUp(bool catchesUp);
-    /// Whether a queue that catches up keeps the text that came last.
-    void setFinishesTexts(bool finishesTexts);
+    /// Which texts a queue that catches up keeps.
+    void setFinishedTexts(ZNTSpeechQueue::Finished finished);
+    /// What comes from now on is a game's first text, until the player has sent a line.
+    void firstTextBegins();
+    void firstTextEnds();
     /// For received lines that come from now on. Texts that do not wait in the queue, such as a line of the
     /// review, keep their decoration: the player asked for them.
     void setFilters(ZNTSpeechFilters filters);

@@ -72,7 +72,9 @@ template <Choice Enum>
 void readText(std::string_view text, const ZNTSettingRow&, std::optional<Enum>& value)
 {
     const auto& choices = znt::settingChoices<Enum>;
-    const auto found = std::ranges::find(choices, text, &ZNTSettingChoice::name);
+    const auto found = std::ranges::find_if(choices, [&](const auto& choice) {
+        return text == choice.name || (text == choice.formerName && !text.empty());
+    });
     if (found != choices.end())
         value = static_cast<Enum>(found - choices.begin());
 }

@@ -15,10 +15,15 @@
 /// Which key silences the voice, in every window.
 enum class ZNTSilenceKey { None, Any, Return, Control };
 
+/// Which texts of a game are spoken to their end, however late, until newer text comes.
+enum class ZNTFinishedTexts { None, First, Every };
+
 /// One value of a setting that is a choice among a few.
 struct ZNTSettingChoice {
     std::string_view name;  ///< for --set, /set and the file
     std::string_view words; ///< for the window
+    /// What the value was called while the setting was on or off. It is still read, but never written.
+    std::string_view formerName = {};
 };
 
 namespace znt
@@ -33,6 +38,11 @@ template <>
 inline constexpr std::array settingChoices<ZNTSilenceKey>{
     ZNTSettingChoice{"none", "No key"}, ZNTSettingChoice{"any", "Any key"},
     ZNTSettingChoice{"return", "Return"}, ZNTSettingChoice{"control", "Control"}};
+
+template <>
+inline constexpr std::array settingChoices<ZNTFinishedTexts>{
+    ZNTSettingChoice{"none", "None", "off"}, ZNTSettingChoice{"first", "The first after a connection"},
+    ZNTSettingChoice{"every", "Every text", "on"}};
 
 } // namespace znt
 
@@ -57,7 +67,7 @@ struct ZNTSettings {
     int rate = 120;
     bool followVoice = false;
     bool catchUp = false;
-    bool finishTexts = false;
+    ZNTFinishedTexts finishTexts = ZNTFinishedTexts::None;
     bool skipDecoration = false;
     bool shortenRuns = false;
     bool skipControlSequences = false;
@@ -84,7 +94,7 @@ struct ZNTSettings {
 /// few choices.
 using ZNTSettingField =
     std::variant<bool ZNTSettings::*, int ZNTSettings::*, ZNTStringEncoding ZNTSettings::*,
-                 ZNTTextList ZNTSettings::*, ZNTSilenceKey ZNTSettings::*>;
+                 ZNTTextList ZNTSettings::*, ZNTSilenceKey ZNTSettings::*, ZNTFinishedTexts ZNTSettings::*>;
 
 /// Where the window shows a setting.
 enum class ZNTSettingTab { Triggers, Macros, Encoding, Speech, Protocols };
@@ -265,9 +275,11 @@ inline constexpr std::array ZNTSettingsTable{
                   .words = "Catch up by skipping the oldest lines"},
     ZNTSettingRow{.name = "finish-texts",
                   .field = &ZNTSettings::finishTexts,
-                  .sentence = "Skips nothing of a text of up to 30 lines until newer text comes.",
+                  .sentence = "Skips nothing of a text until newer text comes: of the first one, which ends "
+                              "with your first line, or of every one of up to 30 lines.",
                   .tab = ZNTSettingTab::Speech,
                   .scope = ZNTSettingScope::Player,
+                  .whenListening = "first",
                   .group = "Pace",
                   .words = "Finish long texts"},
     ZNTSettingRow{.name = "skip-decoration",

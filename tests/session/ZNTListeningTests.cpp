@@ -101,6 +101,36 @@ TEST_F(Listening, SpeechStartsWithAReaderUnlessThePlayerHasSwitchedIt)
     EXPECT_FALSE(comes()) << "the player wants silence";
 }
 
+TEST_F(Listening, AllThatComesBeforeThePlayersFirstLineIsOneTextThatIsFinished)
+{
+    addTrigger(u"Name", u"Zora");
+    reader.runs = true;
+    settings.finishTexts = ZNTFinishedTexts::First;
+    set({&ZNTSettings::speech, &ZNTSettings::followVoice, &ZNTSettings::catchUp, &ZNTSettings::silentEcho});
+    connect();
+    for (const auto* asks : {"What is your Name?\r\n", "Hello.\r\n", "Have fun.\r\n"}) {
+        receive("A line of the welcome that takes the reader a few seconds to say.\r\n" + std::string(asks) +
+                goAhead);
+        machine.loop.advance(4);
+    }
+    EXPECT_EQ(received(), "Zora\r\n");
+    const auto isSaid = [this](const char* last) {
+        return machine.loop.runUntil([&] {
+            machine.loop.advance(0.5);
+            return !reader.said.empty() && reader.said.back() == last;
+        });
+    };
+    EXPECT_TRUE(isSaid("Have fun."));
+    EXPECT_EQ(reader.said.size(), 6u) << "a trigger's line does not end the first text";
+    type(u"look");
+    for (int line = 0; line < 9; ++line)
+        receive("A line of a room that takes the reader a few seconds to say, too.\r\n" + goAhead);
+    machine.loop.advance(6);
+    receive("The end.\r\n" + goAhead);
+    EXPECT_TRUE(isSaid("The end."));
+    EXPECT_LT(reader.said.size(), 16u) << "what comes later is skipped as ever";
+}
+
 TEST_F(Listening, SoundsEndWithTheConnectionAndTheFarewellBeginsNone)
 {
     machine.home.write("Music/Zantor/sounds/w/rain.wav", "wave");

@@ -127,7 +127,7 @@ TEST_F(ListeningSpeech, NoLineIsLateAndAllThatAreSkippedAreCounted)
 TEST_F(ListeningSpeech, ATextThatCameLastIsSpokenWholeAndAFloodIsNot)
 {
     synth.setCatchesUp(true);
-    synth.setFinishesTexts(true);
+    synth.setFinishedTexts(ZNTSpeechQueue::Finished::Every);
     engine.wordsPerMinute = 60;
     const auto sayText = [this](const char* name, int lines) {
         for (int line = 0; line < lines; ++line)
@@ -144,6 +144,58 @@ TEST_F(ListeningSpeech, ATextThatCameLastIsSpokenWholeAndAFloodIsNot)
     EXPECT_LT(saidOf("old"), 4);
     sayText("flood", 40);
     EXPECT_LT(saidOf("flood"), 4);
+}
+
+TEST_F(ListeningSpeech, TheFirstTextOfAConnectionIsSpokenWholeUntilNewerTextComes)
+{
+    using Finished = ZNTSpeechQueue::Finished;
+    struct Row {
+        const char* what;
+        Finished finished;
+        int lines;
+        bool typesLine, isNewerText, isSaidWhole;
+    };
+    constexpr Row rows[] = {{"a welcome", Finished::First, 40, false, false, true},
+                            {"with all texts", Finished::Every, 40, false, false, true},
+                            {"not asked for", Finished::None, 40, false, false, false},
+                            {"a line is typed", Finished::First, 40, true, false, true},
+                            {"newer text", Finished::First, 40, true, true, false},
+                            {"more text before a line", Finished::First, 40, false, true, true},
+                            {"a flood", Finished::First, 120, false, false, false}};
+    synth.setCatchesUp(true);
+    engine.wordsPerMinute = 180;
+    for (const auto& row : rows) {
+        for (const bool isReader : {false, true}) {
+            SCOPED_TRACE(std::string(row.what) + (isReader ? " to a reader" : ""));
+            reader.runs = isReader;
+            synth.setFinishedTexts(row.finished);
+            say("of the game before");
+            synth.firstTextBegins();
+            for (int line = 0; line < row.lines; ++line) {
+                say("welcome with a few more words of it");
+                loop.advance(line % 10 == 0 ? 0.3 : 0);
+            }
+            loop.advance(7);
+            if (row.typesLine)
+                synth.firstTextEnds();
+            if (row.isNewerText)
+                say("newer");
+            loop.advance(600);
+            const auto said = isReader ? std::exchange(reader.said, {}) : texts();
+            engine.said.clear();
+            const auto welcome = std::ranges::count(said, "welcome with a few more words of it");
+            EXPECT_EQ(welcome == row.lines, row.isSaidWhole) << welcome;
+            EXPECT_EQ(std::ranges::any_of(said, [](const auto& text) { return text.ends_with("skipped."); }),
+                      !row.isSaidWhole);
+            EXPECT_EQ(said.back() == "newer", row.isNewerText);
+        }
+    }
+    synth.setFinishedTexts(Finished::First);
+    synth.firstTextEnds();
+    for (int line = 0; line < 20; ++line)
+        say("a later text");
+    loop.advance(600);
+    EXPECT_LT(reader.said.size(), 20u) << "only the first text is kept";
 }
 
 TEST_F(ListeningSpeech, ALongLineThatHasBegunIsSaidToItsEnd)

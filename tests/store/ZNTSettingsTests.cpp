@@ -146,6 +146,20 @@ TEST_F(ZNTSettingsTest, UnknownNamesStayAndBadValuesCountForNothing)
                                                         HasSubstr("5000"), HasSubstr("mud.example 23")));
 }
 
+TEST_F(ZNTSettingsTest, AChoiceThatWasOnOrOffIsStillReadAsWhatItMeant)
+{
+    for (const auto& [kept, now] :
+         {std::pair{"<true/>", "every"}, {"<false/>", "none"}, {"<string>first</string>", "first"}}) {
+        machine.home.write(file,
+                           "<plist version=\"1.0\"><dict><key>player</key><dict><key>finish-texts</key>" +
+                               std::string(kept) + "</dict></dict></plist>");
+        EXPECT_EQ(value(started(), "finish-texts"), now);
+    }
+    EXPECT_EQ(value(started({{"finish-texts", "on"}}), "finish-texts"), "every");
+    EXPECT_EQ(znt::complaintAboutAssignment("finish-texts="),
+              "The setting finish-texts is none, first or every, not \"\".");
+}
+
 TEST_F(ZNTSettingsTest, ADamagedFileIsPutAsideAndThePlayersWishStays)
 {
     for (const auto* damaged : {"", "<plist><dict><key>player", "<plist><array/></plist>"}) {
