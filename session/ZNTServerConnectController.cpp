@@ -270,6 +270,8 @@ void ZNTServerConnectController::speakForScreenReader()
 
 void ZNTServerConnectController::screenReaderChanged()
 {
+    if (!services.screenReader.isRunning())
+        zntSpeechSynth().readerIsGone();
     if (settings_.speechFollowsReader && services.screenReader.isRunning() && !hasPlayerSwitchedSpeech &&
         speechOnOffBindingState() != 1)
         speakForScreenReader();

@@ -15,6 +15,9 @@ constexpr double leastReaderRate = 180;
 /// Between two lines that follow a voice which does not say that it is busy. The screen reader is given
 /// lines no faster anyway.
 constexpr double shortestGap = 0.04;
+/// What a reader is given while it ends is lost. It begins a line after the first of the two, and that it has
+/// ended is known before the second.
+constexpr double readerBegins = 0.3, readerIsMissed = 1;
 /// A timer may fire so many seconds early.
 constexpr double timerTolerance = 0.001;
 } // namespace
@@ -138,9 +141,7 @@ void ZNTSpeechSynth::turnOnSpeach() { startTimer(pollingInterval); }
 
 void ZNTSpeechSynth::stopIt()
 {
-    speechSynth.stopSpeaking();
-    _voiceOverScriptFile.forgetWhatWaits();
-    readerBusyUntil = 0;
+    silenceVoices();
     theTimer.reset();
     hasSaidAtOnce_ = false;
     const std::lock_guard lock(queueMutex);
@@ -148,6 +149,20 @@ void ZNTSpeechSynth::stopIt()
     urgentText.clear();
     DO_NOT_SPEAK = true;
     ++stops;
+}
+
+void ZNTSpeechSynth::silenceVoices()
+{
+    speechSynth.stopSpeaking();
+    _voiceOverScriptFile.forgetWhatWaits();
+    readerBusyUntil = lastOfReaderUnsaidUntil = 0;
+}
+
+void ZNTSpeechSynth::readerIsGone()
+{
+    readerBusyUntil = 0;
+    if (runLoop.now() < std::exchange(lastOfReaderUnsaidUntil, 0))
+        speakBeforeWaiting(lastOfReader);
 }
 
 bool ZNTSpeechSynth::isSpeachOn() const
@@ -158,9 +173,7 @@ bool ZNTSpeechSynth::isSpeachOn() const
 
 void ZNTSpeechSynth::speakAtOnce(std::u16string_view text)
 {
-    speechSynth.stopSpeaking();
-    _voiceOverScriptFile.forgetWhatWaits();
-    readerBusyUntil = 0;
+    silenceVoices();
     hasSaidAtOnce_ = true;
     speakNext(text);
 }
@@ -254,7 +267,10 @@ bool ZNTSpeechSynth::speakVoiceOver(std::u16string_view text)
     if (useSystemVoiceNotVO_ || !_voiceOverScriptFile.isRunning() ||
         !_voiceOverScriptFile.sayThis(forVoice(text)))
         return false;
-    readerBusyUntil = std::max(readerBusyUntil, runLoop.now()) + secondsToSay(text);
+    const auto seconds = secondsToSay(text);
+    lastOfReader = text;
+    lastOfReaderUnsaidUntil = runLoop.now() + std::min(readerBegins + seconds, readerIsMissed);
+    readerBusyUntil = std::max(readerBusyUntil, runLoop.now()) + seconds;
     return true;
 }
 

@@ -72,6 +72,9 @@ public:
     /// queue.
     void speakBeforeWaiting(std::u16string text);
 
+    /// The reader has ended. What it was given last is said again if it can hardly have said it.
+    void readerIsGone();
+
     /// The timer's work: speaks the next line if nothing is being said, and re-arms the timer.
     void talk();
     /// Restarts the polling of the queue.
@@ -114,6 +117,7 @@ public:
 
 private:
     void startTimer(double seconds);
+    void silenceVoices();
     [[nodiscard]] std::optional<std::u16string> nextUtterance();
     /// Speaks a line in the settled pace.
     void speakPaced(std::u16string_view utterance);
@@ -153,6 +157,9 @@ private:
     bool catchesUp = false;
     /// When the reader should have ended, by the run loop's clock.
     double readerBusyUntil = 0;
+    /// What the reader was given last, and until when it can hardly have said that.
+    std::u16string lastOfReader;
+    double lastOfReaderUnsaidUntil = 0;
     std::unique_ptr<RunLoopTimer> theTimer;
     /// Timers that were replaced while they ran. They still fire once, then remove themselves.
     std::map<std::uint64_t, std::unique_ptr<RunLoopTimer>> replacedTimers;

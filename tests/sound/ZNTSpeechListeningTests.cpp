@@ -198,6 +198,30 @@ TEST_F(ListeningSpeech, TheFirstTextOfAConnectionIsSpokenWholeUntilNewerTextCome
     EXPECT_LT(reader.said.size(), 20u) << "only the first text is kept";
 }
 
+TEST_F(ListeningSpeech, WhatAReaderWasGivenWhileItEndedIsSaidByTheOwnVoice)
+{
+    struct Row {
+        const char* what;
+        double secondsToEnd;
+        bool isSilenced, isSaidAgain;
+    };
+    for (const auto& row : {Row{"at once", 0.1, false, true}, Row{"it was said", 1.1, false, false},
+                            Row{"the player silenced it", 0.1, true, false}}) {
+        SCOPED_TRACE(row.what);
+        engine.said.clear();
+        reader.runs = true;
+        say("a line for the reader");
+        loop.advance(row.secondsToEnd);
+        if (row.isSilenced)
+            synth.speakAtOnce(u"");
+        reader.runs = false;
+        synth.readerIsGone();
+        synth.readerIsGone();
+        loop.advance(10);
+        EXPECT_EQ(texts().size(), row.isSaidAgain ? 1u : 0u);
+    }
+}
+
 TEST_F(ListeningSpeech, ALongLineThatHasBegunIsSaidToItsEnd)
 {
     synth.setCatchesUp(true);
