@@ -91,10 +91,13 @@ void ZNTSpeedWalking::forgetStep()
 
 void ZNTSpeedWalking::endWalk(WalkNumber walk)
 {
+    const bool hasStepped = walks.at(walk).hasStepped;
     forgetStep();
     walks.erase(walk);
     counter = 0;
     tellOfChange();
+    if (!hasStepped && walks.empty() && endedWithoutStep)
+        endedWithoutStep();
 }
 
 void ZNTSpeedWalking::takeAStep(WalkNumber walk)
@@ -102,7 +105,8 @@ void ZNTSpeedWalking::takeAStep(WalkNumber walk)
     // A server that reads nothing would otherwise make the queue of an endless walk grow without bound.
     if (!zntServerConnectController.hasRoom())
         return;
-    const auto route = walks.at(walk).route; // a step may stop the walk
+    auto& ticking = walks.at(walk);
+    const auto route = ticking.route; // a step may stop the walk
     const auto& path = route->path;
     std::u16string step;
     if (stepCount < maxSteps) {
@@ -112,6 +116,7 @@ void ZNTSpeedWalking::takeAStep(WalkNumber walk)
         endWalk(walk);
         return;
     }
+    ticking.hasStepped = true;
     zntServerConnectController.sendMessageToServer(step, /*ignoreSpecials=*/false);
 }
 

@@ -55,6 +55,8 @@ public:
     [[nodiscard]] bool isWalking() const { return !walks.empty(); }
     /// Called after a walk has begun or ended. Optional.
     std::function<void()> walkingChanged;
+    /// Called when the last walk has ended by itself and has sent nothing, as "!2" does. Optional.
+    std::function<void()> endedWithoutStep;
 
     /// Whether every character is a decimal digit; true of the empty text.
     [[nodiscard]] static bool isNumeric(std::u16string_view text);
@@ -71,6 +73,7 @@ private:
     struct Walk {
         std::shared_ptr<const Route> route;
         std::unique_ptr<RunLoopTimer> timer;
+        bool hasStepped = false;
     };
     using WalkNumber = std::uint64_t;
 

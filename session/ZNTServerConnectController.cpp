@@ -67,6 +67,7 @@ ZNTServerConnectController::ZNTServerConnectController(const ZNTPlatform& platfo
     updater.createSoundFolder();
     rootPath_ = updater.getSoundPath();
     _zntSpeedwalking->walkingChanged = [this] { changed(ZNTSessionChange::Walking); };
+    _zntSpeedwalking->endedWithoutStep = [this] { note(znt::notices::walkWithoutStep); };
     replay->runningChanged = [this] { changed(ZNTSessionChange::Walking); };
     services.speechEngine.setAvailabilityListener([this] { changed(ZNTSessionChange::Speech); });
     reloadTriggers();

@@ -24,6 +24,10 @@ inline constexpr ZNTSessionNotice standardTelnetMayHelp{
     ZNTSessionNotice::Kind::Hint,
     u"If the game refuses your name, switch on Standard telnet and connect again.", true};
 
+/// It comes a while after the line that started the walk.
+inline constexpr ZNTSessionNotice walkWithoutStep{ZNTSessionNotice::Kind::Fact, u"The walk had no step.",
+                                                  true};
+
 /// The answer to a player who switches standard telnet while a connection stands, or while none does.
 inline constexpr ZNTSessionNotice standardTelnetSwitched(bool isOn, bool isConnected)
 {

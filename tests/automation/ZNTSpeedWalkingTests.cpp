@@ -32,9 +32,12 @@ TEST_F(ZNTSpeedWalk, SendsTheStepsOfAPathOneAnIntervalAndStops)
         {u"!\U0001D7D8n", 1, {u"n"}},
         {u"!\u0663n", 1, {u"n"}}, // a digit of another script, but not one of a number
         {u"", 1, {}},
+        {u"!2", 1, {}},
         {u"!n12", 1, {u"n"}}, // the path ends inside a step, which is not sent
         {u"!n[open door", 1, {u"n"}},
         {u"!]2[3n]", 1, {u"]", u"3n", u"3n"}}};
+    int endsWithoutStep = 0;
+    walker.endedWithoutStep = [&] { ++endsWithoutStep; };
     for (const auto& [line, interval, steps] : table) {
         SCOPED_TRACE(testing::PrintToString(line));
         walker.speedwalk(line);
@@ -43,6 +46,7 @@ TEST_F(ZNTSpeedWalk, SendsTheStepsOfAPathOneAnIntervalAndStops)
         EXPECT_TRUE(walker.isWalking()) << "a walk ends an interval after its last step";
         EXPECT_THAT(linesAfter(interval), IsEmpty());
         EXPECT_EQ(loop.pendingTimers(), 0u);
+        EXPECT_EQ(std::exchange(endsWithoutStep, 0), steps.empty() ? 1 : 0);
     }
 }
 
