@@ -169,13 +169,29 @@ void ZNTSpeechReview::findFrom(std::size_t number, int step)
 {
     for (; !foldedWanted.empty() && number >= 1 && number <= kept.size();
          number += static_cast<std::size_t>(step)) {
-        if (foldedText(lineAt(number)).find(foldedWanted) == std::u16string::npos)
+        if (!isFoundIn(lineAt(number)))
             continue;
         goTo(number);
-        speakLineAtPlace();
+        synth.speakAtOnce(placeAmongFound() + u", " + lineAt(number));
         return;
     }
     synth.speakAtOnce(u"Not found: " + wanted);
+}
+
+bool ZNTSpeechReview::isFoundIn(const std::u16string& line) const
+{
+    return foldedText(line).find(foldedWanted) != std::u16string::npos;
+}
+
+std::u16string ZNTSpeechReview::placeAmongFound() const
+{
+    std::int64_t older = 0, all = 0;
+    for (std::size_t number = kept.size(); number >= 1; --number) {
+        const bool isFound = isFoundIn(lineAt(number));
+        all += isFound ? 1 : 0;
+        older += isFound && number > place ? 1 : 0;
+    }
+    return znt::decimalText(older + 1) + u" of " + znt::decimalText(all);
 }
 
 void ZNTSpeechReview::noteCommand(std::u16string_view command)

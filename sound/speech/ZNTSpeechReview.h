@@ -47,8 +47,9 @@ public:
     /// Speaks a word or a letter of the line spoken last, at first of the newest one.
     void speakPart(ZNTLineCursor::Unit unit, ZNTLineCursor::Way way);
 
-    /// Speaks the newest line with `text` in it, without regard to case, and goes on from there. If there is
-    /// none, says so and stays. Empty text finds nothing.
+    /// Speaks the newest line with `text` in it, without regard to case, and goes on from there. Before the
+    /// line it says which of the lines with the text this is: "2 of 3", 1 being the oldest. If there is none,
+    /// says so and stays. Empty text finds nothing.
     void find(std::u16string_view text);
     /// The same for lines before or after the one spoken last, with the text that was looked for last.
     void findOlder();
@@ -71,6 +72,9 @@ private:
     void speakLineAtPlace();
     [[nodiscard]] const std::u16string& lineAt(std::size_t number) const;
     void findFrom(std::size_t number, int step);
+    [[nodiscard]] bool isFoundIn(const std::u16string& line) const;
+    /// Which of the lines with the text the one at the place is: "2 of 3".
+    [[nodiscard]] std::u16string placeAmongFound() const;
 
     ZNTSpeechSynth& synth;
     std::deque<std::u16string> unsplit;

@@ -92,19 +92,19 @@ TEST_F(SpeechReview, LinesAreFoundByWhatWasSaidInThem)
     review.find(u"Fox");
     review.findOlder();
     review.findOlder();
-    EXPECT_THAT(said(), ElementsAre("fox and dog", "The FOX runs", "Not found: Fox"));
+    EXPECT_THAT(said(), ElementsAre("2 of 2, fox and dog", "1 of 2, The FOX runs", "Not found: Fox"));
     review.nextLine();
     review.findNewer();
     review.findNewer();
-    EXPECT_THAT(said(), ElementsAre("A dog", "fox and dog", "Not found: Fox"));
+    EXPECT_THAT(said(), ElementsAre("A dog", "2 of 2, fox and dog", "Not found: Fox"));
     for (const auto* text : {u"STRASSE", u"cat", u""})
         review.find(text);
-    EXPECT_THAT(said(), ElementsAre("Stra\u00DFe", "Not found: cat", "Not found: "));
+    EXPECT_THAT(said(), ElementsAre("1 of 1, Stra\u00DFe", "Not found: cat", "Not found: "));
     review.startOver();
     review.find(u"dog");
     review.addReceivedText(u"dog once more");
     review.findNewer();
-    EXPECT_THAT(said(), ElementsAre("fox and dog", "dog once more"));
+    EXPECT_THAT(said(), ElementsAre("2 of 2, fox and dog", "3 of 3, dog once more"));
 }
 
 TEST_F(SpeechReview, TheLastCommandStandsBetweenWhatCameBeforeItAndAfterIt)
