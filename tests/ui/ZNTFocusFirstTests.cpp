@@ -1,13 +1,19 @@
 // What screen readers learn of fields.
+#include "ZNTDesktopScreenReader.h"
 #include "ZNTFocusFirst.h"
 
 #include <QAccessible>
 #include <QApplication>
+#include <QDBusConnection>
+#include <QDBusInterface>
+#include <QDBusReply>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QStringList>
 #include <QThread>
+#include <QTimer>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace
@@ -41,11 +47,17 @@ struct FocusFirst : testing::Test {
         menu.addAction(QStringLiteral("Copy"));
         field.show();
         // Qt announces nothing before the accessibility bus has answered.
-        for (int turn = 0; turn < 1000 && !QAccessible::isActive(); ++turn) {
+        turnUntil([] { return QAccessible::isActive(); });
+        Told::words.clear();
+    }
+
+    static bool turnUntil(const std::function<bool()>& condition, int turns = 1000)
+    {
+        for (; turns > 0 && !condition(); --turns) {
             QApplication::processEvents();
             QThread::msleep(10);
         }
-        Told::words.clear();
+        return condition();
     }
 
     QLineEdit field;
@@ -64,6 +76,31 @@ TEST_F(FocusFirst, NoLetterOfHiddenTypingIsTold)
     field.setEchoMode(QLineEdit::Normal);
     field.insert(QStringLiteral("look"));
     EXPECT_EQ(Told::words, QStringList{QStringLiteral("look")});
+}
+
+TEST_F(FocusFirst, ARecalledTextOfTheSameLengthIsToldAsNew)
+{
+    const ZNTDesktopScreenReader reader; // it can send such events
+    const QDBusConnection ours = ZNTScreenReaderWatch::accessibilityBus();
+    if (!ours.isConnected())
+        GTEST_SKIP() << "no accessibility bus";
+    field.setText(QStringLiteral("exits"));
+    field.activateWindow();
+    field.setFocus();
+    ASSERT_TRUE(turnUntil([&] { return field.hasFocus(); }));
+    QDBusInterface bus(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+                       QStringLiteral("org.a11y.Bus"), QDBusConnection::sessionBus());
+    const QDBusReply<QString> address = bus.call(QStringLiteral("GetAddress"));
+    auto listener = QDBusConnection::connectToBus(address.value(), QStringLiteral("listener"));
+    QTimer heard; // it runs once the event has come
+    heard.setInterval(std::chrono::hours(1));
+    ASSERT_TRUE(listener.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
+                                 QStringLiteral("TextCaretMoved"), &heard, SLOT(start())));
+    field.setText(QStringLiteral("n"));
+    EXPECT_FALSE(turnUntil([&] { return heard.isActive(); }, 20)) << "Qt tells that the caret moves";
+    field.setText(QStringLiteral("s"));
+    EXPECT_TRUE(turnUntil([&] { return heard.isActive(); }));
+    QDBusConnection::disconnectFromBus(QStringLiteral("listener"));
 }
 
 TEST_F(FocusFirst, AFieldBehindAnOpenMenuDoesNotSeemToGetTheFocus)
@@ -95,10 +132,7 @@ TEST_F(FocusFirst, AListThatIsNarrowedDownDoesNotSeemToGetTheFocus)
     window.show();
     window.activateWindow();
     filter->setFocus();
-    for (int turn = 0; turn < 1000 && !filter->hasFocus(); ++turn) {
-        QApplication::processEvents();
-        QThread::msleep(10);
-    }
+    turnUntil([&] { return filter->hasFocus(); });
     Told::words.clear();
     list->setCurrentRow(1);
     EXPECT_EQ(Told::words, QStringList());
