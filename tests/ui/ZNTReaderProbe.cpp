@@ -3,7 +3,8 @@
 //   say TEXT    hands TEXT over at once, as the review does
 //   line TEXT   queues TEXT, as a received chunk
 //   stop        stops speech and turns it on again
-//   other       opens and activates another window;  back  closes it
+//   other       opens and activates another window, in which nothing has the focus;  back  closes it
+//   dialog      opens a dialog with a line edit
 //   state       answers "running WAY" or "off"
 
 #include "QtRunLoop.h"
@@ -12,6 +13,7 @@
 #include "ZNTSpeechSynth.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QSocketNotifier>
@@ -48,6 +50,12 @@ struct Probe {
         } else if (word == u"other") {
             other = std::make_unique<QWidget>();
             other->resize(200, 100);
+            other->show();
+            other->activateWindow();
+        } else if (word == u"dialog") {
+            other = std::make_unique<QDialog>(&window);
+            other->setWindowTitle(QStringLiteral("Dialog"));
+            (new QLineEdit(other.get()))->setFocus();
             other->show();
             other->activateWindow();
         } else if (word == u"back") {

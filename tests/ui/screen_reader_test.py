@@ -214,6 +214,14 @@ def run(program):
     quiet(service)
     check_burst(service, probe, "front", "reader", "in front again the reader speaks, and only it")
 
+    probe.tell("dialog")
+    until(lambda: probe.state() == "running, inactive")
+    quiet(service)
+    check_burst(service, probe, "dialog", "reader", "in a dialog of ours the reader speaks, and only it")
+    probe.tell("back")
+    until(lambda: probe.state() == "running, active")
+    quiet(service)
+
     orca.send_signal(signal.SIGKILL)
     orca.wait()
     expect("a reader that died is noticed", until(lambda: probe.state() == "off, active"), True)

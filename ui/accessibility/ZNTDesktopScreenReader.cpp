@@ -147,7 +147,14 @@ bool ZNTDesktopScreenReader::isReached() const
     return watch.way() != ZNTReaderWay::None && ZNTScreenReaderWatch::accessibilityBus().isConnected();
 }
 
-bool ZNTDesktopScreenReader::canSpeak() const { return window && window->isActiveWindow() && isReached(); }
+bool ZNTDesktopScreenReader::canSpeak() const
+{
+    const QWidget* front = QApplication::activeWindow();
+    if (!window || !front || !isReached())
+        return false;
+    return front == window.data() || watch.way() == ZNTReaderWay::Announcement ||
+           !elementsWithFocus().empty();
+}
 
 void ZNTDesktopScreenReader::startPacing()
 {
@@ -165,13 +172,18 @@ void ZNTDesktopScreenReader::handOverNext()
         pacing.stop();
     // Lines that were accepted wait until the window is in front again.
     else if (!waiting.isEmpty() && canSpeak())
-        handOver(waiting.dequeue());
+        handOver(waiting.dequeue(), *QApplication::activeWindow());
 }
 
-void ZNTDesktopScreenReader::handOver(const QString& line)
+void ZNTDesktopScreenReader::handOver(const QString& line, QWidget& front)
 {
     if (watch.way() == ZNTReaderWay::Announcement) {
-        sendAnnouncement(*window, line);
+        sendAnnouncement(front, line);
+        return;
+    }
+    if (&front != window.data()) {
+        for (auto* focused : elementsWithFocus())
+            sendProperty(focused, "accessible-description", line);
         return;
     }
     auto* element = QAccessible::queryAccessibleInterface(window.data());
@@ -187,13 +199,6 @@ bool ZNTDesktopScreenReader::announceNext()
     QWidget* front = QApplication::activeWindow();
     if (announcements.isEmpty() || !front || !isReached())
         return false;
-    const QString words = announcements.dequeue().words;
-    if (front == window.data())
-        handOver(words);
-    else if (watch.way() == ZNTReaderWay::Announcement)
-        sendAnnouncement(*front, words);
-    else
-        for (auto* element : elementsWithFocus())
-            sendProperty(element, "accessible-description", words);
+    handOver(announcements.dequeue().words, *front);
     return true;
 }

@@ -16,9 +16,10 @@ class QLineEdit;
 /// A line goes one way only: the best one that the running reader listens for. `sayThis` refuses a line if no
 /// reader listens, or if another program's window is active, because the reader would not speak for us then.
 ///
-/// An announcement is said also while a dialog of ours is in front. Orca speaks no new name of a dialog, but
-/// the new description of what has the focus. If no window of ours is in front for a while, as between a
-/// dialog and its owner, the announcement waits; it is dropped after some seconds.
+/// Lines and announcements are said also while a dialog of ours is in front. Orca speaks no new name of a
+/// dialog, but the new description of what has the focus; a window of ours without a focus refuses lines. If
+/// no window of ours is in front for a while, as between a dialog and its owner, an announcement waits; it is
+/// dropped after some seconds.
 ///
 /// The window's accessibility must be on (`QT_LINUX_ACCESSIBILITY_ALWAYS_ON` before the application object):
 /// the lines go out on the connection of Qt's own bridge.
@@ -50,7 +51,7 @@ Q_SIGNALS:
     void runningChanged(bool isRunning);
 
 private:
-    void handOver(const QString& line);
+    void handOver(const QString& line, QWidget& front);
     void handOverNext();
     bool announceNext();
     void startPacing();
