@@ -41,7 +41,7 @@ inline constexpr ZNTSessionNotice standardTelnetSwitched(bool isOn, bool isConne
 inline constexpr ZNTSessionNotice setUpForListening(bool isOn)
 {
     return {ZNTSessionNotice::Kind::Fact,
-            isOn ? u"Set up for listening." : u"The settings for listening have their defaults again."};
+            isOn ? u"Listening is set up." : u"The settings for listening have their defaults again."};
 }
 
 } // namespace znt::notices

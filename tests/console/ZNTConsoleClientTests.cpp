@@ -331,7 +331,7 @@ TEST_F(ZNTConsoleClientTest, KeysSilenceTheVoiceAsFarAsATerminalHasThemOneByOne)
     start(From::Terminal);
     EXPECT_THAT(answerTo("/set silence-key x"),
                 ElementsAre("! The setting silence-key is none, any, return or control, not \"x\"."));
-    EXPECT_THAT(answerTo("/set listening on"), ElementsAre("Set up for listening.", HasSubstr("any key")));
+    EXPECT_THAT(answerTo("/set listening on"), ElementsAre("Listening is set up.", HasSubstr("any key")));
     EXPECT_THAT(answerTo("/set listening"), ElementsAre(testing::StartsWith("listening = on  ")));
     const struct {
         const char* chosen;

@@ -1,8 +1,12 @@
 // What screen readers are given besides the game's text: titles of menus, and news that a key has cut off.
+#include "VirtualRunLoop.h"
 #include "ZNTAnnouncement.h"
+#include "ZNTAnnouncer.h"
 #include "ZNTMenuTitles.h"
 #include "ZNTNewsAgain.h"
+#include "ZNTRecordedSpeech.h"
 #include "ZNTScreenReader.h"
+#include "ZNTSpeechSynth.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -94,6 +98,27 @@ TEST_F(NewsAgain, ControlAndTheEndOfTheReaderDropIt)
     press(Qt::Key_L);
     reader.isOn = true;
     EXPECT_EQ(timesSaidAgain(), 0) << "the own voice has said it";
+}
+
+TEST(Announcer, NewsAreSaidByTheVoiceOfTheGameAndWhileSpeechIsOffByTheReader)
+{
+    struct {
+        bool isReaderRunning, isSpeechOn;
+        std::size_t byReader, byOwnVoice;
+    } const rows[] = {{true, true, 1, 0}, {true, false, 1, 0}, {false, true, 0, 1}, {false, false, 0, 0}};
+    for (const auto& row : rows) {
+        VirtualRunLoop loop;
+        ZNTRecordedSpeech engine;
+        ZNTRecordedReader reader;
+        ZNTSpeechSynth synth(loop, engine, reader);
+        reader.runs = row.isReaderRunning;
+        const ZNTAnnouncer announcer(
+            reader, synth,
+            {.isSpeechOn = [&row] { return row.isSpeechOn; }, .isOwnVoiceWanted = [] { return false; }});
+        znt::announce(ZNTAnnouncement::News, {QStringLiteral("Disconnected")});
+        EXPECT_EQ(reader.said.size(), row.byReader);
+        EXPECT_EQ(engine.said.size(), row.byOwnVoice);
+    }
 }
 
 TEST(MenuTitles, AMenuThatOpensIsAnnouncedAndTheItemBehindItGetsTheFocusBack)

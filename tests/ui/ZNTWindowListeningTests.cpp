@@ -16,7 +16,10 @@ TEST_F(ZNTWindowListening, SetUpForListeningTakesEffectAtOnceAndIsKeptWithTheSpe
     press(preferences, Qt::Key_Escape);
     ASSERT_TRUE(until([&] { return window.isActiveWindow(); }));
     press(window, Qt::Key_F8, Qt::ControlModifier);
-    EXPECT_TRUE(status().endsWith(u"Set up for listening."_s)) << status().toStdString();
+    EXPECT_TRUE(status().endsWith(u"Listening is set up."_s)) << status().toStdString();
+    EXPECT_TRUE(std::ranges::any_of(speech.said, [](const auto& text) {
+        return text.starts_with("Listening is set up. Press F8 ");
+    })) << "speech is off";
     EXPECT_EQ(choice.currentText(), u"Control"_s);
     EXPECT_EQ(session().settings().silenceKey, ZNTSilenceKey::Control);
     press(window, Qt::Key_F8);

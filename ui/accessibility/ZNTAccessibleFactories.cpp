@@ -3,7 +3,9 @@
 #include "ZNTFieldAccessible.h"
 #include "ZNTMenuItemAccessible.h"
 
+#include <QGroupBox>
 #include <QMessageBox>
+#include <QRadioButton>
 #include <QStackedWidget>
 #include <QTabWidget>
 
@@ -30,6 +32,10 @@ QAccessibleInterface* makePart(const QString&, QObject* object)
 {
     if (qobject_cast<QStackedWidget*>(object) || qobject_cast<QTabWidget*>(object))
         return new PlainPart(*static_cast<QWidget*>(object));
+    // Orca says the name of a panel when the focus comes in, and once more before its radio buttons.
+    auto* group = qobject_cast<QGroupBox*>(object);
+    if (group && group->findChild<QRadioButton*>())
+        return new QAccessibleWidget(group, QAccessible::Form, group->title());
     // Of a dialog Orca leaves out labels of one or two words; of an alert it says them all.
     auto* alert = qobject_cast<QMessageBox*>(object);
     return alert ? new QAccessibleWidget(alert, QAccessible::AlertMessage) : nullptr;

@@ -7,11 +7,13 @@
 namespace
 {
 
+using By = ZNTAnnouncementEvent::By;
+
 struct AnnouncementRow {
     ZNTAnnouncement what;
     const char* words;
     const char* wordsForOne = nullptr; ///< if %1 is "1"
-    bool isSaidByReader = false;
+    By by = By::Reader;
 };
 
 constexpr std::array announcementRows{
@@ -35,23 +37,25 @@ constexpr std::array announcementRows{
     AnnouncementRow{.what = ZNTAnnouncement::Line, .words = "%1"},
     AnnouncementRow{.what = ZNTAnnouncement::Completed, .words = "%1"},
     AnnouncementRow{.what = ZNTAnnouncement::Tab, .words = "%1 tab"},
-    AnnouncementRow{.what = ZNTAnnouncement::TabWithFocus, .words = "%1 tab", .isSaidByReader = true},
+    AnnouncementRow{.what = ZNTAnnouncement::TabWithFocus, .words = "%1 tab", .by = By::ReaderByItself},
     AnnouncementRow{.what = ZNTAnnouncement::Connecting, .words = "Connecting to %1"},
     AnnouncementRow{.what = ZNTAnnouncement::Connected, .words = "Connected to %1"},
     AnnouncementRow{.what = ZNTAnnouncement::ConnectionEnded, .words = "%1. %2 connects again"},
-    AnnouncementRow{.what = ZNTAnnouncement::Alert, .words = "%1 %2", .isSaidByReader = true},
+    AnnouncementRow{.what = ZNTAnnouncement::Alert, .words = "%1 %2", .by = By::ReaderByItself},
     AnnouncementRow{.what = ZNTAnnouncement::AlertAgain, .words = "%1 %2"},
     AnnouncementRow{.what = ZNTAnnouncement::Answer, .words = "%1"},
     AnnouncementRow{.what = ZNTAnnouncement::RecordingRuns, .words = "Running %1"},
     AnnouncementRow{.what = ZNTAnnouncement::RecordingEnded, .words = "%1 has ended"},
     AnnouncementRow{.what = ZNTAnnouncement::MenuOpened, .words = "%1 menu"},
+    AnnouncementRow{.what = ZNTAnnouncement::News, .words = "%1", .by = By::VoiceOfGame},
     AnnouncementRow{.what = ZNTAnnouncement::NewsAgain, .words = "%1"},
-    AnnouncementRow{.what = ZNTAnnouncement::OfferListening, .words = "%1 sets up for listening."},
+    AnnouncementRow{
+        .what = ZNTAnnouncement::OfferListening, .words = "%1 sets up for listening.", .by = By::VoiceOfGame},
     AnnouncementRow{.what = ZNTAnnouncement::Welcome,
                     .words = "Press %1 to have the game read aloud, %2 for help."},
     AnnouncementRow{.what = ZNTAnnouncement::WelcomeAloud,
                     .words = "Press %1 to stop reading the game aloud, %2 for help."},
-    AnnouncementRow{.what = ZNTAnnouncement::HelpPage, .words = "%1. %2", .isSaidByReader = true},
+    AnnouncementRow{.what = ZNTAnnouncement::HelpPage, .words = "%1. %2", .by = By::ReaderByItself},
     AnnouncementRow{.what = ZNTAnnouncement::Explanation, .words = "%1"},
     AnnouncementRow{.what = ZNTAnnouncement::LeftByFilter, .words = "%1, %2"},
 };
@@ -78,7 +82,7 @@ QString znt::announcementInWords(ZNTAnnouncement what, const QStringList& parts)
 
 void znt::announce(ZNTAnnouncement what, const QStringList& parts)
 {
-    ZNTAnnouncementEvent event(announcementInWords(what, parts), rowOf(what).isSaidByReader);
+    ZNTAnnouncementEvent event(announcementInWords(what, parts), rowOf(what).by);
     QCoreApplication::sendEvent(QCoreApplication::instance(), &event);
 }
 

@@ -14,7 +14,7 @@ enum class ZNTAnnouncement {
     GamePicked,      ///< its name, and the key that connects
     MacroAdded,      ///< its name
     MacroSaved,      ///< its name
-    Found,           ///< the line with the match, and "1 of 3"
+    Found,           ///< "1 of 3", and the line with the match
     NotFound,        ///< how the search ended
     LinesFound,      ///< how many, and the line on which one stands
     Line,            ///< the line on which one stands
@@ -29,6 +29,7 @@ enum class ZNTAnnouncement {
     RecordingRuns,   ///< its name
     RecordingEnded,  ///< its name
     MenuOpened,      ///< its title
+    News,            ///< a few words about what the window shows only to those who look
     NewsAgain,       ///< news of the session that a key may have cut off
     OfferListening,  ///< the key that sets the client up for listening
     ConnectionEnded, ///< why, and the key that connects again
@@ -54,16 +55,17 @@ void announce(ZNTAnnouncement what, const QStringList& parts = {});
 class ZNTAnnouncementEvent final : public QEvent
 {
 public:
-    ZNTAnnouncementEvent(QString words, bool isSaidByReader)
-        : QEvent(kind()),
-          words(std::move(words)),
-          isSaidByReader(isSaidByReader)
-    {
-    }
+    /// Who says the words.
+    enum class By {
+        Reader,         ///< without a reader the own voice, if the player has asked for that
+        ReaderByItself, ///< the same, but a reader reads the window that opens and needs no words from us
+        VoiceOfGame     ///< whatever speaks the game's text; while speech is off the reader
+    };
+
+    ZNTAnnouncementEvent(QString words, By by) : QEvent(kind()), words(std::move(words)), by(by) {}
 
     [[nodiscard]] static QEvent::Type kind();
 
     const QString words;
-    /// A screen reader says it by itself, because it reads the window that opens.
-    const bool isSaidByReader;
+    const By by;
 };

@@ -6,11 +6,10 @@
 
 #include <QCoreApplication>
 
-ZNTAnnouncer::ZNTAnnouncer(ZNTScreenReader& reader, ZNTSpeechSynth& ownVoice,
-                           std::function<bool()> isOwnVoiceWanted)
+ZNTAnnouncer::ZNTAnnouncer(ZNTScreenReader& reader, ZNTSpeechSynth& ownVoice, Answers answers)
     : reader(reader),
       ownVoice(ownVoice),
-      isOwnVoiceWanted(std::move(isOwnVoiceWanted))
+      answers(std::move(answers))
 {
     QCoreApplication::instance()->installEventFilter(this);
 }
@@ -20,11 +19,14 @@ bool ZNTAnnouncer::eventFilter(QObject*, QEvent* event)
     if (event->type() != ZNTAnnouncementEvent::kind())
         return false;
     const auto& announcement = static_cast<const ZNTAnnouncementEvent&>(*event);
+    using By = ZNTAnnouncementEvent::By;
     const auto words = announcement.words.toStdU16String();
-    if (!reader.isRunning()) {
-        if (isOwnVoiceWanted())
+    if (announcement.by == By::VoiceOfGame && answers.isSpeechOn()) {
+        ownVoice.speakNext(words); // which chooses between the reader and the own voice
+    } else if (!reader.isRunning()) {
+        if (answers.isOwnVoiceWanted())
             ownVoice.speakBeforeWaiting(words);
-    } else if (!announcement.isSaidByReader) {
+    } else if (announcement.by != By::ReaderByItself) {
         reader.announce(words);
     }
     return true;

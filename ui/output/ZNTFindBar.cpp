@@ -94,7 +94,7 @@ void ZNTFindBar::announceFound()
     }
     const auto& store = output.store();
     const auto line = store.line(store.lineAt(output.selectionStart()));
-    znt::announce(ZNTAnnouncement::Found, {znt::qtText(line.text), inWords(status)});
+    znt::announce(ZNTAnnouncement::Found, {inWords(status), znt::qtText(line.text)});
 }
 
 void ZNTFindBar::open()

@@ -21,8 +21,7 @@ ZNTConnectionWiring::ZNTConnectionWiring(ZNTMainWindow& window, ZNTMainMenu& men
       window(window),
       menu(menu),
       controller(controller),
-      session(controller.serverConnectController()),
-      news(session)
+      session(controller.serverConnectController())
 {
     wireActions();
     wireFields();
@@ -59,16 +58,26 @@ void ZNTConnectionWiring::wireFields()
     for (QWidget* widget : std::initializer_list<QWidget*>{window.mudName, window.ipAddress, window.port,
                                                            window.connectionButton})
         new ZNTPlainKeys(*widget, {Qt::Key_Escape}, [this] { return giveUpConnecting(); });
-    // The first words that a screen reader says to a newcomer.
-    window.ipAddress->setAccessibleDescription(
-        menu["showZNTMudListController"]->shortcut().toString() + QStringLiteral(" lists games, ") +
-        menu["playDemo"]->shortcut().toString() + QStringLiteral(" plays the demo game"));
+    QObject::connect(window.ipAddress, &QLineEdit::textChanged, connects, [this] { explainAddress(); });
+    explainAddress();
+}
+
+/// The first words that a screen reader says to a newcomer. Later they would be said at each visit.
+void ZNTConnectionWiring::explainAddress()
+{
+    const QString words = menu["showZNTMudListController"]->shortcut().toString() +
+                          QStringLiteral(" lists games, ") + menu["playDemo"]->shortcut().toString() +
+                          QStringLiteral(" plays the demo game");
+    const bool isNeeded = !hasChosenGame || window.ipAddress->text().isEmpty();
+    window.ipAddress->setAccessibleDescription(isNeeded ? words : QString());
 }
 
 void ZNTConnectionWiring::connectOrDisconnect()
 {
     const bool wasIdle = session.state() == ZNTSessionState::Idle;
     if (!session.isConnected()) {
+        hasChosenGame = !window.ipAddress->text().isEmpty();
+        explainAddress();
         const QString game = fields.game();
         controller.setPlayedGame(game);
         lastGame_ = {window.ipAddress->text().trimmed(), window.port->text().trimmed(), game};
@@ -96,6 +105,8 @@ void ZNTConnectionWiring::connectAgain()
 void ZNTConnectionWiring::gamePicked()
 {
     fields.remember();
+    hasChosenGame = true;
+    explainAddress();
     announce(ZNTAnnouncement::GamePicked,
              {window.mudName->text(), menu["connectToServer"]->shortcut().toString()});
     if (session.state() != ZNTSessionState::Idle)
@@ -115,7 +126,7 @@ bool ZNTConnectionWiring::giveUpConnecting()
         return false;
     session.stopConnecting();
     lookAtState();
-    news.say(u"Not connected");
+    announce(ZNTAnnouncement::News, {QStringLiteral("Not connected")});
     return true;
 }
 
@@ -123,10 +134,10 @@ void ZNTConnectionWiring::goToWhatIsMissing()
 {
     if (window.ipAddress->text().isEmpty()) {
         window.ipAddress->setFocus(Qt::OtherFocusReason);
-        news.say(u"No address");
+        announce(ZNTAnnouncement::News, {QStringLiteral("No address")});
     } else if (window.port->text().toInt() <= 0) {
         window.port->setFocus(Qt::OtherFocusReason);
-        news.say(u"No port");
+        announce(ZNTAnnouncement::News, {QStringLiteral("No port")});
     }
 }
 

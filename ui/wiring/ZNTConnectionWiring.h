@@ -2,7 +2,6 @@
 
 #include "ZNTConnectionShowing.h"
 #include "ZNTGameFields.h"
-#include "ZNTSpokenNews.h"
 
 #include <functional>
 #include <memory>
@@ -10,6 +9,7 @@
 class ZNTDemoGame;
 class ZNTMainMenu;
 class ZNTMudAppController;
+class ZNTServerConnectController;
 
 /// Joins the connection row and its actions to the session: connecting, giving up, disconnecting, the demo
 /// game.
@@ -50,14 +50,16 @@ private:
     /// says so.
     void goToWhatIsMissing();
     void lookAtState();
+    /// Says the games' list and the demo game at the address field, until the player has chosen a game.
+    void explainAddress();
 
     ZNTMainWindow& window;
     ZNTMainMenu& menu;
     ZNTMudAppController& controller;
     ZNTServerConnectController& session;
-    ZNTSpokenNews news;
     std::unique_ptr<ZNTDemoGame> demoGame;
     ZNTConnectionShowing::Game lastGame_;
     QString pickedGame_;
-    QString demoPort; ///< of the demo game that was started last
+    bool hasChosenGame = false; ///< picked one, or tried to connect
+    QString demoPort;           ///< of the demo game that was started last
 };

@@ -1,6 +1,7 @@
 #include "ZNTMainWiring.h"
 
 #include "ZNTActionWiring.h"
+#include "ZNTAnnouncement.h"
 #include "ZNTAppearance.h"
 #include "ZNTChannelHistorySheet.h"
 #include "ZNTCommandLine.h"
@@ -47,10 +48,11 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
       connectionShowing(window, menu),
       firstStart(window, menu, controller.settings(), controller.services().database.isFirstStart(),
                  [&controller](bool on) { controller.setRemembering(on); }),
-      news(session),
       silenceKeys(session),
       announcer(controller.services().screenReader, session.zntSpeechSynth(),
-                [&controller] { return controller.settings().settings().speakAnnouncements; }),
+                {.isSpeechOn = [this] { return session.speechOnOffBindingState() == 1; },
+                 .isOwnVoiceWanted =
+                     [&controller] { return controller.settings().settings().speakAnnouncements; }}),
       newsAgain(controller.services().screenReader)
 {
     wireGame();
@@ -72,6 +74,7 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
     controller.whenSessionChanges = [this](ZNTSessionChange what) { sessionChanged(what); };
     controller.whenSettingsChange = [this] { showSettings(); };
     controller.whenNoticed = [this](const ZNTSessionNotice& notice) { showNotice(notice); };
+    controller.whenSilencePassed = [this] { sayTyping(); };
     connection.whenStateChanges = [this] { sessionChanged(ZNTSessionChange::State); };
 }
 
@@ -80,6 +83,7 @@ ZNTMainWiring::~ZNTMainWiring()
     controller.whenSessionChanges = nullptr;
     controller.whenSettingsChange = nullptr;
     controller.whenNoticed = nullptr;
+    controller.whenSilencePassed = nullptr;
     connection.whenStateChanges = nullptr;
     window.whenSidePanelMoves = nullptr;
 }
@@ -92,7 +96,7 @@ void ZNTMainWiring::wireGame()
     whenTriggered(menu["resendLastCommand"], [this] {
         session.resendLastCommand();
         if (!session.isConnected())
-            news.sayDone(u"");
+            sayDone(u"");
     });
     whenToggled(menu["standardTelnet"], [this](bool on) {
         if (controller.settings().settings().standardTelnet != on) // the switch follows the settings
@@ -117,7 +121,7 @@ void ZNTMainWiring::wireDirections()
         const bool hasWalked = session.isWalking();
         session.stopAllThatRuns(); // a recording's end is announced by showWalking
         if (hasWalked)
-            news.say(u"Walk stopped");
+            say(u"Walk stopped");
     });
 }
 
@@ -138,7 +142,7 @@ void ZNTMainWiring::wireRecorder()
 {
     whenTriggered(menu["startOrPauseRecording"], [this] {
         session.startOrPauseRecording();
-        news.sayDone(status.facts().isRecording ? u"Recording" : u"Recording paused");
+        sayDone(status.facts().isRecording ? u"Recording" : u"Recording paused");
     });
     whenTriggered(menu["doneRecording"], [this] { session.doneRecording(); });
     whenTriggered(menu["keepRecording"], [this] { controller.keepRecording(); });
@@ -149,6 +153,15 @@ void ZNTMainWiring::wireCommandLine()
 {
     const auto press = [this](ZNTCommandLineKey key) { session.controlTextViewDoCommandBySelector(key); };
     ZNTCommandLine* line = window.textToServer;
+    // A reader says what an arrow changes. If it changes nothing, it is told what stands in the line.
+    const auto recall = [line, press](ZNTCommandLineKey key) {
+        const QString before = line->text();
+        const int caret = line->cursorPosition();
+        press(key);
+        if (line->text() == before && line->cursorPosition() == caret &&
+            line->echoMode() == QLineEdit::Normal)
+            announce(ZNTAnnouncement::Line, {before.isEmpty() ? QStringLiteral("Empty") : before});
+    };
     ZNTOutputView* output = window.textFromServer;
     line->whenDisabledWithFocus = [this, output] {
         // At a session's end players look for its last lines. A reader says the line with the caret; one that
@@ -160,8 +173,8 @@ void ZNTMainWiring::wireCommandLine()
         output->setFocus(Qt::OtherFocusReason);
     };
     line->whenReturnPressed = [press] { press(ZNTCommandLineKey::InsertNewline); };
-    line->whenUpPressed = [press] { press(ZNTCommandLineKey::MoveUp); };
-    line->whenDownPressed = [press] { press(ZNTCommandLineKey::MoveDown); };
+    line->whenUpPressed = [recall] { recall(ZNTCommandLineKey::MoveUp); };
+    line->whenDownPressed = [recall] { recall(ZNTCommandLineKey::MoveDown); };
     line->whenPaged = [output](int direction) { direction < 0 ? output->pageUp() : output->pageDown(); };
     QObject::connect(output, &ZNTOutputView::keyForCommandLine, line, [line](QKeyEvent* event) {
         if (!line->isEnabled())
@@ -238,9 +251,9 @@ void ZNTMainWiring::wireView()
         window.textToServer->setFocus(Qt::ShortcutFocusReason);
         // The line takes no focus then, and the key would seem to do nothing.
         if (!session.isConnected())
-            news.sayDone(u"");
+            sayDone(u"");
         else if (isThere) // a reader says only a focus that moves
-            news.say(u"Command line");
+            say(u"Command line");
     });
     whenTriggered(menu["jumpToEnd"], [output] { output->jumpToEnd(); });
     whenTriggered(menu["nextPart"], [this] { window.focusNextPart(1); });

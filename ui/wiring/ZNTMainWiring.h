@@ -8,11 +8,11 @@
 #include "ZNTMudAppController.h"
 #include "ZNTNewsAgain.h"
 #include "ZNTSilenceKeys.h"
-#include "ZNTSpokenNews.h"
 #include "ZNTStatusLine.h"
 #include "ZNTWhatsThisAnnouncer.h"
 
 #include <memory>
+#include <string_view>
 
 class ZNTAppearance;
 class ZNTChannelHistorySheet;
@@ -64,6 +64,10 @@ private:
     void explainFoldedPanel();
     void showTime();
     void wirePlaces();
+    /// What the window shows only to those who look.
+    static void say(std::u16string_view news);
+    /// For what is done with or without a connection, and is worth little without: adds that there is none.
+    void sayDone(std::u16string_view what);
     void setSpeech(bool on);
     void setUpForListening(bool on);
     void showListeningBox();
@@ -80,6 +84,7 @@ private:
     void showSettings();
     void showNotice(const ZNTSessionNotice& notice);
     void showTyping();
+    void sayTyping();
     void showRecording();
     void showWalking();
     void showSpeech();
@@ -93,7 +98,6 @@ private:
     ZNTStatusLine status;
     ZNTConnectionShowing connectionShowing;
     ZNTFirstStartShowing firstStart;
-    ZNTSpokenNews news;
     ZNTSilenceKeys silenceKeys;
     ZNTAnnouncer announcer;
     ZNTNewsAgain newsAgain;
@@ -103,6 +107,7 @@ private:
     ZNTStatusFacts::Connection announced = ZNTStatusFacts::Connection::None;
     bool hasPlayed = false;
     bool wasTypingHidden = false;
+    bool isTypingSaidHidden = false; ///< what the player was told last
     bool hasOfferedListening = false;
     bool hasExplainedFolding = false;
     std::u16string foldedPanelWords;

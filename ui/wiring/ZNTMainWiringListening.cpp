@@ -27,7 +27,7 @@ void ZNTMainWiring::wireSpeech()
         if ((session.speechInterruptOnOffBindingState() == 1) == on)
             return;
         session.setSpeechInterruptOnOffBindingState(on ? 1 : 0);
-        news.say(on ? u"Interrupting" : u"Not interrupting");
+        say(on ? u"Interrupting" : u"Not interrupting");
     });
     joinButton(window.startStopSpeech, menu["speechOnOff"]);
     whenTriggered(menu["replayLastText"], [this] {
@@ -100,12 +100,8 @@ void ZNTMainWiring::offerListening()
         return;
     hasOfferedListening = true;
     const QStringList keys{menu["setUpForListening"]->shortcut().toString()};
-    const QString words = announcementInWords(ZNTAnnouncement::OfferListening, keys);
-    if (session.speechOnOffBindingState() == 1)
-        news.say(textOfQt(words));
-    else
-        announce(ZNTAnnouncement::OfferListening, keys);
-    newsAgain.watch(words);
+    announce(ZNTAnnouncement::OfferListening, keys);
+    newsAgain.watch(announcementInWords(ZNTAnnouncement::OfferListening, keys));
 }
 
 /// The box belongs to the words that a player's first start shows until a game's text takes their place.
@@ -173,5 +169,25 @@ void ZNTMainWiring::setUpForListening(bool on)
     if (isSetUpForListening(controller.settings().settings()) == on)
         return; // the switch follows the settings
     controller.chooseSetting(znt::listening, on ? "on" : "off");
-    showNotice(notices::setUpForListening(on));
+    const auto notice = notices::setUpForListening(on);
+    status.showNotice(notice);
+    std::u16string words(notice.sentence);
+    const bool isSpeechOn = session.speechOnOffBindingState() == 1;
+    if (on && !isSpeechOn)
+        words += u' ' + textOfQt(announcementInWords(ZNTAnnouncement::Welcome, keysOfWelcome()));
+    // A player who wants to listen hears the answer also while speech is off.
+    if (on || isSpeechOn)
+        session.zntSpeechSynth().speakNext(words);
+    else
+        say(words);
+}
+
+void ZNTMainWiring::say(std::u16string_view news) { announce(ZNTAnnouncement::News, {qtText(news)}); }
+
+void ZNTMainWiring::sayDone(std::u16string_view what)
+{
+    std::u16string words(what);
+    if (!session.isConnected())
+        words += what.empty() ? u"Not connected" : u". Not connected";
+    say(words);
 }

@@ -93,7 +93,7 @@ void ZNTMainWiring::showState()
     if (isConnected && !wasConnected)
         window.textFromServer->beginSession();
     if (wasConnected && !isConnected)
-        news.say(u"Disconnected");
+        say(u"Disconnected");
     wasConnected = isConnected;
     hasPlayed = hasPlayed || isConnected;
     showListeningBox();
@@ -179,8 +179,8 @@ void ZNTMainWiring::showNotice(const ZNTSessionNotice& notice)
         (connection.isDemoPlayed() || !controller.settings().mayNeedHint()))
         return;
     status.showNotice(notice);
-    news.say(notice.sentence);
-    if (notice.comesUnasked && session.speechOnOffBindingState() == 1)
+    say(notice.sentence);
+    if (notice.comesUnasked)
         newsAgain.watch(qtText(notice.sentence));
 }
 
@@ -192,7 +192,22 @@ void ZNTMainWiring::showTyping()
     wasTypingHidden = isHidden;
     window.textToServer->setTypingHidden(isHidden);
     ZNTDesktopScreenReader::announceKind(*window.textToServer);
-    news.say(isHidden ? u"What you type is hidden" : u"What you type is shown again");
+    if (!session.isConnected())
+        isTypingSaidHidden = false; // there is nothing to type into
+}
+
+/// Games switch before they ask, and the question is what the player must know first. So this waits until the
+/// game is silent and then for its turn behind the text.
+void ZNTMainWiring::sayTyping()
+{
+    if (std::exchange(isTypingSaidHidden, wasTypingHidden) == wasTypingHidden)
+        return;
+    const std::u16string words =
+        wasTypingHidden ? u"What you type is hidden" : u"What you type is shown again";
+    if (session.speechOnOffBindingState() == 1)
+        session.zntSpeechSynth().speakLine(words);
+    else
+        say(words);
 }
 
 void ZNTMainWiring::showRecording()

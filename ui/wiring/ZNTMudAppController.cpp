@@ -41,6 +41,11 @@ ZNTMudAppController::ZNTMudAppController(ZNTMainWindow& window, const ZNTWindowS
                    if (whenTextShown)
                        whenTextShown(text);
                },
+           .silencePassed =
+               [this] {
+                   if (whenSilencePassed)
+                       whenSilencePassed();
+               },
            .notice =
                [this](const ZNTSessionNotice& notice) {
                    if (whenNoticed)

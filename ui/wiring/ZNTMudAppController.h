@@ -88,6 +88,8 @@ public:
     std::function<void()> whenSettingsChange;
     /// Called with game text when the output shows it.
     std::function<void(std::u16string_view text)> whenTextShown;
+    /// Called after each half second of a connection without a byte.
+    std::function<void()> whenSilencePassed;
     /// Called when the list of games has filled the connection fields.
     std::function<void()> whenGamePicked;
     /// Starts a program that goes on without this one. Answers whether it runs.
