@@ -19,14 +19,14 @@ bool ZNTAnnouncer::eventFilter(QObject*, QEvent* event)
     if (event->type() != ZNTAnnouncementEvent::kind())
         return false;
     const auto& announcement = static_cast<const ZNTAnnouncementEvent&>(*event);
-    using By = ZNTAnnouncementEvent::By;
+    using Event = ZNTAnnouncementEvent;
     const auto words = announcement.words.toStdU16String();
-    if (announcement.by == By::VoiceOfGame && answers.isSpeechOn()) {
+    if (announcement.by == Event::By::VoiceOfGame && answers.isSpeechOn()) {
         ownVoice.speakNext(words); // which chooses between the reader and the own voice
     } else if (!reader.isRunning()) {
         if (answers.isOwnVoiceWanted())
             ownVoice.speakBeforeWaiting(words);
-    } else if (announcement.by != By::ReaderByItself) {
+    } else if (announcement.by != Event::By::ReaderByItself) {
         reader.announce(words);
     }
     return true;
