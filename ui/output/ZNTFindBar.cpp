@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <utility>
 
 namespace
 {
@@ -63,6 +64,7 @@ ZNTFindBar::ZNTFindBar(ZNTOutputView& output, const QString& nameOfField) : outp
     found->hide();
 
     QObject::connect(wanted, &QLineEdit::textChanged, this, [this](const QString& what) {
+        isAsked = true;
         this->output.find(what);
         if (what.isEmpty())
             found->hide();
@@ -85,7 +87,8 @@ ZNTFindBar::ZNTFindBar(ZNTOutputView& output, const QString& nameOfField) : outp
 
 void ZNTFindBar::announceFound()
 {
-    if (isHidden() || wanted->text().isEmpty())
+    // New lines of the game are counted, too, and say nothing of the match on which the player stands.
+    if (isHidden() || wanted->text().isEmpty() || !std::exchange(isAsked, false))
         return;
     const auto status = output.findStatus();
     if (status.count == 0) {
@@ -101,6 +104,7 @@ void ZNTFindBar::open()
 {
     if (!isVisible())
         opener = QApplication::focusWidget();
+    isAsked = true;
     show();
     wanted->setFocus(Qt::ShortcutFocusReason);
     wanted->selectAll();
@@ -124,17 +128,17 @@ void ZNTFindBar::close()
 void ZNTFindBar::findNext()
 {
     if (isHidden())
-        open();
-    else
-        output.findNext();
+        return open();
+    isAsked = true;
+    output.findNext();
 }
 
 void ZNTFindBar::findPrevious()
 {
     if (isHidden())
-        open();
-    else
-        output.findPrevious();
+        return open();
+    isAsked = true;
+    output.findPrevious();
 }
 
 std::vector<QWidget*> ZNTFindBar::parts() const { return {wanted, previous, next, done}; }

@@ -40,4 +40,5 @@ private:
     QLabel* found;
     QPointer<QWidget> opener; ///< what had the focus
     QTimer resting;           ///< since something was found
+    bool isAsked = false;     ///< the player has searched since a match was announced last
 };
