@@ -114,10 +114,10 @@ TEST_F(Listening, AllThatComesBeforeThePlayersFirstLineIsOneTextThatIsFinished)
         machine.loop.advance(4);
     }
     EXPECT_EQ(received(), "Zora\r\n");
-    const auto isSaid = [this](const char* last) {
+    const auto isSaid = [this](const char* end) {
         return machine.loop.runUntil([&] {
             machine.loop.advance(0.5);
-            return !reader.said.empty() && reader.said.back() == last;
+            return std::ranges::any_of(reader.said, [&](const auto& text) { return text.ends_with(end); });
         });
     };
     EXPECT_TRUE(isSaid("Have fun."));
@@ -125,10 +125,7 @@ TEST_F(Listening, AllThatComesBeforeThePlayersFirstLineIsOneTextThatIsFinished)
     type(u"look");
     for (int line = 0; line < 9; ++line)
         receive("A line of a room that takes the reader a few seconds to say, too.\r\n" + goAhead);
-    machine.loop.advance(6);
-    receive("The end.\r\n" + goAhead);
-    EXPECT_TRUE(isSaid("The end."));
-    EXPECT_LT(reader.said.size(), 16u) << "what comes later is skipped as ever";
+    EXPECT_TRUE(isSaid(" skipped.")) << "what comes later is skipped as ever";
 }
 
 TEST_F(Listening, SoundsEndWithTheConnectionAndTheFarewellBeginsNone)
