@@ -30,7 +30,7 @@ std::string escaped(std::string_view text, std::string_view characters)
 }
 
 /// As one word of a shell. A quote ends the quoted text, stands by itself, and opens it again.
-std::string quoted(std::string_view text)
+std::string inQuotes(std::string_view text)
 {
     std::string result = "'";
     for (const char character : text)
@@ -61,7 +61,7 @@ std::string bashPage(const std::string& program, Arguments arguments)
         cases += "        " + joined(argument.names, "|") + ")\n";
         if (areOpen(argument.words))
             cases += "            compopt -o nospace\n";
-        cases += "            words=" + quoted(joined(argument.words, " ")) + " ;;\n";
+        cases += "            words=" + inQuotes(joined(argument.words, " ")) + " ;;\n";
     }
     return "# Completions of " + program + " for bash, made from its options.\n" + function +
            "() {\n"
@@ -75,7 +75,7 @@ std::string bashPage(const std::string& program, Arguments arguments)
            cases +
            "        *)\n"
            "            [[ ${COMP_WORDS[COMP_CWORD - 1]} == = ]] || words=" +
-           quoted(names) +
+           inQuotes(names) +
            " ;;\n"
            "    esac\n"
            "    mapfile -t COMPREPLY < <(compgen -W \"$words\" -- \"$current\")\n"
@@ -106,7 +106,7 @@ std::string zshPage(const std::string& program, Arguments arguments)
             one += "[" + escaped(argument.sentence, "[]\\") + "]";
             if (!argument.value.empty())
                 one += ":" + escaped(argument.value, ":\\") + ":" + zshAction(argument);
-            entries += " \\\n    " + quoted(one);
+            entries += " \\\n    " + inQuotes(one);
         }
     }
     return "#compdef " + program + "\n# Completions for zsh, made from the program's options.\n_arguments" +
@@ -124,7 +124,7 @@ std::string fishPage(const std::string& program, Arguments arguments)
         if (!argument.value.empty())
             page += " -x";
         if (!argument.words.empty())
-            page += " -a " + quoted(joined(argument.words, " "));
+            page += " -a " + inQuotes(joined(argument.words, " "));
         // Between quotes fish reads a backslash before a quote or a backslash.
         page += " -d '" + escaped(argument.sentence, "'\\") + "'\n";
     }
