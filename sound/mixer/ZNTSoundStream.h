@@ -2,9 +2,8 @@
 
 #include "ZNTSoundSource.h"
 
+#include <SDL_mixer.h>
 #include <memory>
-
-typedef struct _Mix_Music Mix_Music; // SDL2_mixer's
 
 /// A long sound that is decoded while it plays, a few kilobytes ahead, so that its length costs no memory.
 /// Made and destroyed while the device is open.
