@@ -19,6 +19,8 @@ constexpr int airBehindColumn = 2; ///< in characters, if the columns share the 
 /// What columns of these widths get of `room`.
 QList<int> sharedWidths(QList<int> widths, const QList<int>& least, const QList<int>& narrowFirst, int room)
 {
+    if (std::accumulate(least.cbegin(), least.cend(), 0) > room)
+        return widths; // it scrolls sideways anyway, so at least the words can be read
     const auto missing = [&] { return std::accumulate(widths.cbegin(), widths.cend(), -room); };
     for (const int column : narrowFirst)
         widths[column] = std::max(least[column], widths[column] - std::max(0, missing()));

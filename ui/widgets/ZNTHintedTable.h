@@ -42,6 +42,7 @@ public:
     /// From now on the columns share the width of the table, so that it does not scroll sideways. Each gets
     /// what its content needs, the last one the rest. If there is too little, the columns `narrowFirst` give
     /// way, the first one first, then the widest of all; none becomes narrower than its heading.
+    /// Where not even the headings have room, it scrolls.
     void shareWidth(QList<int> narrowFirst = {});
 
     void setModel(QAbstractItemModel* model) override;
