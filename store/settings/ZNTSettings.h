@@ -40,9 +40,9 @@ inline constexpr std::array settingChoices<ZNTSilenceKey>{
     ZNTSettingChoice{"return", "Return"}, ZNTSettingChoice{"control", "Control"}};
 
 template <>
-inline constexpr std::array settingChoices<ZNTFinishedTexts>{
-    ZNTSettingChoice{"none", "None", "off"}, ZNTSettingChoice{"first", "The first after a connection"},
-    ZNTSettingChoice{"every", "Every text", "on"}};
+inline constexpr std::array settingChoices<ZNTFinishedTexts>{ZNTSettingChoice{"none", "None", "off"},
+                                                             ZNTSettingChoice{"first", "The first one"},
+                                                             ZNTSettingChoice{"every", "Every one", "on"}};
 
 } // namespace znt
 
@@ -281,7 +281,7 @@ inline constexpr std::array ZNTSettingsTable{
                   .scope = ZNTSettingScope::Player,
                   .whenListening = "first",
                   .group = "Pace",
-                  .words = "Finish long texts"},
+                  .words = "Finish texts"},
     ZNTSettingRow{.name = "skip-decoration",
                   .field = &ZNTSettings::skipDecoration,
                   .sentence = "Does not speak lines without letters or digits.",
