@@ -29,9 +29,15 @@ elseif(ZANTOR_MOLD)
 elseif(ZANTOR_LLD)
     target_link_options(zantor_options INTERFACE -fuse-ld=lld)
 endif()
-# A player's build must not fail because a newer compiler knows a warning more; ours must.
+# A warning stops a build with tests by the compiler of continuous integration, g++ 12, or by clang. A newer g++ may
+# know a warning more, some of them false (14: -Waggressive-loop-optimizations in the library's own string), and must
+# still build the program.
+set(warnings_stop OFF)
+if(ZANTOR_TESTS AND NOT (CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 13))
+    set(warnings_stop ON)
+endif()
 target_compile_options(zantor_options INTERFACE
-    -Wall -Wextra -Wpedantic $<$<BOOL:${ZANTOR_TESTS}>:-Werror>
+    -Wall -Wextra -Wpedantic $<$<BOOL:${warnings_stop}>:-Werror>
     -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-qual -Wcast-align -Wextra-semi -Wundef)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # -Wrestrict: GCC 12 reports it for plain string concatenation (its bug 105651).
