@@ -109,10 +109,10 @@ void ZNTSessionSpeech::replay()
         return;
     interrupt(noPause);
     const auto text = znt::lastUnits(_replayLastTextFromMUD, mostReplayed);
-    if (speechOnOffBindingState != 1 && settings.replayWhenOff)
+    if (speechOnOffBindingState == 1)
+        speechHandOver.speakOnNewThread(std::u16string(text), ZNTSpeechQueue::Source::Replay);
+    else if (settings.replayWhenOff)
         zntSpeechSynth.speakAtOnce(text);
-    else
-        speakIfOn(std::u16string(text));
 }
 
 void ZNTSessionSpeech::sayPrompt()

@@ -9,13 +9,13 @@ ZNTSpeechHandOver::~ZNTSpeechHandOver()
         speaker.thread.join();
 }
 
-void ZNTSpeechHandOver::speakOnNewThread(std::u16string text)
+void ZNTSpeechHandOver::speakOnNewThread(std::u16string text, ZNTSpeechQueue::Source source)
 {
     joinThreadsThatAreDone();
     bool isFlooded = false, needsSpeaker = false;
     {
         const std::lock_guard lock(waitingMutex);
-        waiting.push_back({std::move(text), synth.stopCount(), synth.now()});
+        waiting.push_back({std::move(text), synth.stopCount(), synth.now(), source});
         isFlooded = waiting.size() > mostWaiting;
         // A thread that has not set `isDone` by now looks at `waiting` again and finds this chunk.
         needsSpeaker = !isFlooded && livingSpeakers < mostThreads;
@@ -58,7 +58,7 @@ void ZNTSpeechHandOver::handOverAllThatWaits(Speaker* speaker)
             chunk = std::move(waiting.front());
             waiting.pop_front();
         }
-        synth.speakLine(std::move(chunk.text), chunk.stopCount, chunk.arrival);
+        synth.speakLine(std::move(chunk.text), chunk.stopCount, chunk.arrival, chunk.source);
     }
 }
 

@@ -29,13 +29,14 @@ public:
     ZNTSpeechHandOver& operator=(const ZNTSpeechHandOver&) = delete;
 
     /// Call it on the run loop's thread. Text handed over before a stop is not spoken after it.
-    void speakOnNewThread(std::u16string text);
+    void speakOnNewThread(std::u16string text, ZNTSpeechQueue::Source source = ZNTSpeechQueue::Source::Game);
 
 private:
     struct Chunk {
         std::u16string text;
         std::uint64_t stopCount;
         double arrival; ///< by the run loop's clock
+        ZNTSpeechQueue::Source source;
     };
     struct Speaker {
         std::thread thread;

@@ -25,38 +25,43 @@ std::uint32_t millisecondsAt(double seconds)
 
 } // namespace
 
-void ZNTSpeechQueue::append(std::u16string_view chunk, double now)
+void ZNTSpeechQueue::append(std::u16string_view chunk, double now, Source source)
 {
     if (catchesUp)
-        appendLines(chunk, now);
+        appendLines(chunk, now, source);
     else
-        appendChunk(chunk, now);
+        appendChunk(chunk, now, source);
     if (text.size() > mostUnits)
         dropOlderHalf();
 }
 
-void ZNTSpeechQueue::appendLines(std::u16string_view chunk, double now)
+void ZNTSpeechQueue::appendLines(std::u16string_view chunk, double now, Source source)
 {
     while (!chunk.empty()) {
         const auto line = chunk.substr(0, chunk.find_first_of(endsOfLine));
         if (std::any_of(line.begin(), line.end(), isVisible))
-            appendChunk(line, now);
+            appendChunk(line, now, source);
         chunk.remove_prefix(std::min(line.size() + 1, chunk.size()));
     }
 }
 
-void ZNTSpeechQueue::appendChunk(std::u16string_view chunk, double now)
+void ZNTSpeechQueue::appendChunk(std::u16string_view chunk, double now, Source source)
 {
     text.insert(text.end(), chunk.begin(), chunk.end());
-    const auto at = millisecondsAt(now);
+    chunks.push_back({static_cast<std::uint32_t>(chunk.size()), millisecondsAt(now),
+                      source == Source::Replay ? replayNumber : countInText(now)});
+}
+
+std::uint32_t ZNTSpeechQueue::countInText(double now)
+{
     if (!continuesNewestText(now)) {
         ++newestText;
-        newestTextBegan = at;
+        newestTextBegan = millisecondsAt(now);
         chunksOfNewestText = 0;
         isNewestTheFirst = isOfFirstText(now);
     }
     ++chunksOfNewestText;
-    chunks.push_back({static_cast<std::uint32_t>(chunk.size()), at, newestText});
+    return newestText;
 }
 
 bool ZNTSpeechQueue::continuesNewestText(double now) const
@@ -105,6 +110,8 @@ double ZNTSpeechQueue::waitOfFirst(double now) const
 
 bool ZNTSpeechQueue::isFirstKept() const
 {
+    if (chunks.front().textNumber == replayNumber)
+        return true;
     if (finished == Finished::None || chunks.front().textNumber != newestText)
         return false;
     if (isNewestTheFirst)

@@ -42,6 +42,9 @@ public:
     static constexpr std::size_t mostLinesOfFirstText = 100;
     enum class Finished { None, First, Every };
 
+    /// Where text comes from. What the player asked to hear again is not dropped for its wait.
+    enum class Source { Game, Replay };
+
     /// Lines that are in the queue already stay in the chunks that they came in.
     void setCatchesUp(bool catchesUp) { this->catchesUp = catchesUp; }
 
@@ -54,7 +57,7 @@ public:
     void endFirstText(double now) { firstTextEnd = std::min(firstTextEnd, now); }
 
     /// `chunk` is not empty. `now` is when it came.
-    void append(std::u16string_view chunk, double now);
+    void append(std::u16string_view chunk, double now, Source source = Source::Game);
     void clear();
     [[nodiscard]] bool isEmpty() const { return chunks.empty(); }
 
@@ -66,11 +69,15 @@ private:
     struct Chunk {
         std::uint32_t length;       ///< UTF-16 units
         std::uint32_t milliseconds; ///< when it came; starts again at 0 after 49 days
-        std::uint32_t textNumber;   ///< which text it belongs to, of all texts that came
+        std::uint32_t textNumber;   ///< which text it belongs to, of all texts that came, or `replayNumber`
     };
 
-    void appendLines(std::u16string_view chunk, double now);
-    void appendChunk(std::u16string_view chunk, double now);
+    static constexpr std::uint32_t replayNumber = 0; ///< the first text of the game has 1
+
+    void appendLines(std::u16string_view chunk, double now, Source source);
+    void appendChunk(std::u16string_view chunk, double now, Source source);
+    /// The number of the text that a chunk of the game belongs to, which is counted with it.
+    std::uint32_t countInText(double now);
     void dropOlderHalf();
     void dropLateLines(double now);
     /// Seconds since the first chunk came.
@@ -78,7 +85,7 @@ private:
     /// Whether what comes at that time belongs to the text that came last.
     [[nodiscard]] bool continuesNewestText(double now) const;
     [[nodiscard]] bool isOfFirstText(double now) const { return now >= firstTextBegin && now < firstTextEnd; }
-    /// Whether the first chunk belongs to the text that came last, and that is kept.
+    /// Whether the first chunk is of a replay, or belongs to the text that came last, and that is kept.
     [[nodiscard]] bool isFirstKept() const;
     /// The first line of the first chunk, with the line ends around it.
     [[nodiscard]] std::size_t firstLineLength() const;

@@ -35,14 +35,15 @@ ZNTSpeechSynth::~ZNTSpeechSynth() { speechSynth.setEndListener({}); }
 
 void ZNTSpeechSynth::speakLine(std::u16string line) { speakLine(std::move(line), stopCount()); }
 
-void ZNTSpeechSynth::speakLine(std::u16string line, std::uint64_t atStopCount, double arrival)
+void ZNTSpeechSynth::speakLine(std::u16string line, std::uint64_t atStopCount, double arrival,
+                               ZNTSpeechQueue::Source source)
 {
     const auto text = currentFilters().applied(std::move(line));
     {
         const std::lock_guard lock(queueMutex);
         if (DO_NOT_SPEAK || atStopCount != stops || text.empty())
             return;
-        stackText.append(text, arrival);
+        stackText.append(text, arrival, source);
         // One look is enough for all lines that come before it.
         if (!followsVoice || std::exchange(isLookPosted, true))
             return;

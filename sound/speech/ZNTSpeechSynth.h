@@ -48,7 +48,8 @@ public:
         speakLine(std::move(line), atStopCount, runLoop.now());
     }
     /// `arrival` is the run loop's time at which the line came.
-    void speakLine(std::u16string line, std::uint64_t atStopCount, double arrival);
+    void speakLine(std::u16string line, std::uint64_t atStopCount, double arrival,
+                   ZNTSpeechQueue::Source source = ZNTSpeechQueue::Source::Game);
     /// The run loop's time, for lines that are handed over.
     [[nodiscard]] double now() const { return runLoop.now(); }
     /// How often speech was stopped.

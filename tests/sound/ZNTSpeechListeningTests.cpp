@@ -146,6 +146,22 @@ TEST_F(ListeningSpeech, ATextThatCameLastIsSpokenWholeAndAFloodIsNot)
     EXPECT_LT(saidOf("flood"), 4);
 }
 
+TEST_F(ListeningSpeech, AReplayIsSpokenWholeAlsoIfNewerTextComesMeanwhile)
+{
+    synth.setCatchesUp(true);
+    engine.wordsPerMinute = 180;
+    std::u16string replay;
+    for (int line = 0; line < 60; ++line)
+        replay += u"again a line of the text\r\n";
+    say("what waits before it");
+    ZNTSpeechHandOver(synth).speakOnNewThread(replay, ZNTSpeechQueue::Source::Replay);
+    for (int line = 0; line < 20; ++line)
+        say("newer");
+    loop.advance(600);
+    EXPECT_EQ(std::ranges::count(texts(), "again a line of the text"), 60);
+    EXPECT_EQ(texts()[61], "20 lines skipped.");
+}
+
 TEST_F(ListeningSpeech, TheFirstTextOfAConnectionIsSpokenWholeUntilNewerTextComes)
 {
     using Finished = ZNTSpeechQueue::Finished;
