@@ -4,6 +4,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
 #include <QWindow>
@@ -119,11 +120,15 @@ TEST_F(ZNTWindowSheets, ThePreferencesStandBesideTheGameAndKeepTheirPlace)
     const QRect place(30, 40, 500, 400);
     preferences.setGeometry(place);
     EXPECT_TRUE(until([&] { return preferences.geometry() == place; }));
+    auto& tabs = find<QTabWidget>(preferences, "tabView");
+    tabs.setCurrentIndex(2);
+    find<QCheckBox>(preferences, "encodingUtf8").setFocus();
     press(preferences, Qt::Key_Escape);
     EXPECT_TRUE(until([&] { return window.isActiveWindow(); }));
     action("showPreferencesView").trigger();
     waitForDialog("PreferencesView");
     EXPECT_TRUE(until([&] { return preferences.geometry() == place; }));
+    EXPECT_TRUE(tabs.tabBar()->hasFocus()) << "it opens as it did first";
 }
 
 TEST_F(ZNTWindowSheets, ALineOfAChannelIsSaidAndTakenIntoTheCommandLine)

@@ -128,6 +128,9 @@ void ZNTPreferencesController::takeFont()
 
 void ZNTPreferencesController::showWindow()
 {
+    // It opens as it did first: a control of the page that was left would have the focus, or one beside it.
+    if (!dialog->isVisible())
+        layout->tabView->tabBar()->setFocus(Qt::OtherFocusReason);
     selectTriggerTab();
     // A screen may be gone.
     if (!dialog->isVisible() && !place.isEmpty() && QApplication::screenAt(place.center())) {

@@ -110,8 +110,10 @@ void ZNTMainWiring::showListeningBox()
     const bool isOffered = maySetUpForListening() && !hasPlayed;
     if (!isOffered && window.listeningBox->hasFocus())
         window.ipAddress->setFocus(Qt::OtherFocusReason); // where it was at the start
-    window.listeningBox->setChecked(false);               // it goes once it is marked
-    window.listeningBox->setVisible(isOffered);
+    window.listeningBox->setVisible(isOffered);           // it goes once it is marked
+    // A reader asks for the mark only after it has gone, and would say "not checked".
+    if (isOffered)
+        window.listeningBox->setChecked(false);
 }
 
 void ZNTMainWiring::wireReview()
