@@ -275,8 +275,9 @@ inline constexpr std::array ZNTSettingsTable{
                   .words = "Catch up by skipping the oldest lines"},
     ZNTSettingRow{.name = "finish-texts",
                   .field = &ZNTSettings::finishTexts,
-                  .sentence = "Skips nothing of a text until newer text comes: of the first one, which ends "
-                              "with your first line, or of every one of up to 30 lines.",
+                  .sentence =
+                      "No line of such a text is skipped until newer text comes. The first text lasts "
+                      "until your first line; every text means each one of up to 30 lines.",
                   .tab = ZNTSettingTab::Speech,
                   .scope = ZNTSettingScope::Player,
                   .whenListening = "first",
@@ -350,7 +351,7 @@ inline constexpr std::array ZNTSettingsTable{
                   .words = "Leave out only the lines that match"},
     ZNTSettingRow{.name = "empty-action",
                   .field = &ZNTSettings::emptyAction,
-                  .sentence = "A trigger with an empty action sends nothing.",
+                  .sentence = "A trigger with an empty command sends nothing.",
                   .tab = ZNTSettingTab::Triggers,
                   .scope = ZNTSettingScope::Player,
                   .whenListening = "on",

@@ -8,18 +8,12 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-namespace
-{
-constexpr int pageMargin = 12;
-} // namespace
-
 ZNTHelpDialog::ZNTHelpDialog(QWidget& window, const QString& title, const char* name) : QDialog(&window)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(QString::fromLatin1(name));
     setWindowTitle(title);
     auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(pageMargin, pageMargin, pageMargin, pageMargin);
     column = new QVBoxLayout;
     all->addLayout(column, 1);
     row = new QDialogButtonBox(QDialogButtonBox::Close, this);

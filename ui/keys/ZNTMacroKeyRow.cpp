@@ -29,12 +29,12 @@ ZNTMacroKeyRow::ZNTMacroKeyRow(QVBoxLayout& sheet, QWidget& before)
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(gapOfKeyRow / 2);
+    column->setSpacing(gapOfKeyRow);
     auto* row = new QHBoxLayout;
     row->setSpacing(gapOfKeyRow);
     auto* caption = new QLabel(QStringLiteral("&Key"));
     caption->setBuddy(field);
-    row->addWidget(caption);
+    column->addWidget(caption); // above its field, as the text's is: all fields begin at one edge
     row->addWidget(field, 1);
     row->addWidget(clear);
     column->addLayout(row);

@@ -23,8 +23,7 @@
 namespace
 {
 
-constexpr int edge = 12;
-constexpr int airAroundRow = 2;
+constexpr int gapBetweenHalves = 8; // the ring of the list in focus needs some of it
 constexpr int usualRowsOfText = 28, usualColumnsOfText = 80;
 
 QString latin(const char* words) { return QString::fromLatin1(words); }
@@ -72,12 +71,14 @@ ZNTOldLogsWindow::ZNTOldLogsWindow(QWidget& window, const ZNTOutputView& model, 
 /// The list is as wide as its titles. On a small screen the text keeps the larger part.
 void ZNTOldLogsWindow::shareWidth()
 {
-    int ofList = std::max(0, list->sizeHintForColumn(0)) + 2 * (list->frameWidth() + airAroundRow);
+    int ofList = std::max(0, list->sizeHintForColumn(0)) + 2 * list->frameWidth();
     if (list->count() > usualRowsOfText)
         ofList += list->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list);
-    const int around = halves->handleWidth() + 2 * edge;
+    const QMargins edges = layout()->contentsMargins();
+    const int around = halves->handleWidth() + edges.left() + edges.right();
     const QSize text = output->sizeForGrid(usualColumnsOfText, usualRowsOfText);
-    resize((text + QSize(ofList + around, 2 * edge)).boundedTo(screen()->availableSize()));
+    resize(
+        (text + QSize(ofList + around, edges.top() + edges.bottom())).boundedTo(screen()->availableSize()));
     ofList = std::clamp(ofList, list->minimumWidth(), std::max(list->minimumWidth(), width() * 3 / 8));
     halves->setSizes({ofList, std::max(1, width() - around - ofList)});
 }
@@ -90,7 +91,6 @@ void ZNTOldLogsWindow::makeParts(const ZNTOutputView& model)
     list->setWhatsThis(
         latin("The logs with the time at which each was started. The chosen one is shown beside the list."));
     list->setUniformItemSizes(true);
-    list->setSpacing(airAroundRow);
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list->setMinimumWidth(list->fontMetrics().averageCharWidth() * 16);
 
@@ -112,7 +112,7 @@ void ZNTOldLogsWindow::makeParts(const ZNTOutputView& model)
     column->addWidget(findBar);
 
     halves = new QSplitter(Qt::Horizontal, this);
-    halves->setHandleWidth(edge / 2); // the ring of the list in focus needs some of it
+    halves->setHandleWidth(gapBetweenHalves);
     halves->addWidget(list);
     halves->addWidget(right);
     halves->setStretchFactor(1, 1);
@@ -136,7 +136,6 @@ void ZNTOldLogsWindow::makeParts(const ZNTOutputView& model)
     row->addWidget(closing);
 
     auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(edge, edge, edge, edge);
     all->addWidget(halves, 1);
     all->addLayout(row);
 }

@@ -24,8 +24,6 @@
 namespace
 {
 
-constexpr int margin = 12;
-constexpr int airAroundRow = 2;
 constexpr int fewestRowsOfList = 3, rowsOfList = 8;
 constexpr int columnsOfFilter = 28;
 constexpr int fewestColumnsOfSample = 24, fewestRowsOfSample = 3; // on the smallest screen
@@ -97,7 +95,6 @@ void ZNTFontDialog::makeList()
         QStringLiteral("The fonts whose letters all have the same width. Type the first letters of one."));
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list->setUniformItemSizes(true);
-    list->setSpacing(airAroundRow);
     families = new QSortFilterProxyModel(list);
     families->setFilterCaseSensitivity(Qt::CaseInsensitive);
     families->setSourceModel(new QStringListModel(familiesOfFixedWidth(family), families));
@@ -153,7 +150,6 @@ void ZNTFontDialog::makeSample()
 void ZNTFontDialog::arrange()
 {
     auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(margin, margin, margin, margin);
     auto* fields = new QHBoxLayout;
     fields->addWidget(new ZNTCaptionedField(QStringLiteral("&Filter"), filter, columnsOfFilter), 1);
     fields->addWidget(new ZNTCaptionedField(QStringLiteral("&Size"), size, 6));
@@ -177,9 +173,11 @@ void ZNTFontDialog::arrange()
 
 QSize ZNTFontDialog::comfortableSize() const
 {
+    const QMargins edges = layout()->contentsMargins();
     const QSize more = sample->sizeForGrid(columnsOfSample, rowsOfSample) - sample->minimumSize();
-    const int rowsMore = (rowsOfList - fewestRowsOfList) * (list->fontMetrics().height() + 2 * airAroundRow);
-    return {sample->minimumWidth() + more.width() + 2 * margin,
+    const int rowsMore =
+        (rowsOfList - fewestRowsOfList) * std::max(list->fontMetrics().height(), list->sizeHintForRow(0));
+    return {sample->minimumWidth() + more.width() + edges.left() + edges.right(),
             minimumSizeHint().height() + more.height() + rowsMore};
 }
 

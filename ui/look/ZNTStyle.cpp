@@ -6,6 +6,9 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QListView>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
@@ -30,6 +33,8 @@ constexpr double leastContrast =
 constexpr int mixingSteps = 20;
 constexpr int thumbInset = 3;
 constexpr int menuLineInset = 5;
+constexpr int edgeOfDialog = 16, gapInDialog = 8; // as the forms have them
+constexpr int airInRow = 4; // the words of a row do not touch the edges of its highlight
 constexpr int chosenTabLine = 3;
 constexpr int fusionGroupMargin = 3; // between the title of a group and its frame
 
@@ -201,7 +206,8 @@ void ZNTStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* optio
                              const QWidget* widget) const
 {
     if (element == PE_FrameFocusRect) {
-        drawCurrentItem(*option, *painter);
+        if (!qobject_cast<const QAbstractButton*>(widget)) // a button has the ring alone
+            drawCurrentItem(*option, *painter);
         return;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -314,6 +320,10 @@ QSize ZNTStyle::sizeFromContents(ContentsType type, const QStyleOption* option, 
     case CT_SpinBox:
         size.setHeight(std::max(size.height(), line * 5 / 4 + 7));
         break;
+    case CT_ItemViewItem:
+        if (qobject_cast<const QListView*>(widget))
+            size.setHeight(std::max(size.height(), line + airInRow));
+        break;
     default:
         break;
     }
@@ -338,6 +348,16 @@ int ZNTStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const 
     case PM_ScrollBarExtent:
     case PM_TabBarScrollButtonWidth:
         return std::max(pixels, line / 2);
+    case PM_LayoutLeftMargin:
+    case PM_LayoutTopMargin:
+    case PM_LayoutRightMargin:
+    case PM_LayoutBottomMargin:
+        return qobject_cast<const QDialog*>(widget) ? edgeOfDialog : pixels;
+    case PM_LayoutHorizontalSpacing:
+    case PM_LayoutVerticalSpacing:
+        return qobject_cast<const QDialog*>(widget) || qobject_cast<const QDialogButtonBox*>(widget)
+                   ? gapInDialog
+                   : pixels;
     default:
         return pixels;
     }

@@ -288,8 +288,8 @@ void ZNTOutputView::contextMenuEvent(QContextMenuEvent* event)
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(tr("&Copy"), this, &ZNTOutputView::copy)->setEnabled(hasSelection());
-    menu->addAction(tr("Select &All"), this, &ZNTOutputView::selectAll);
-    menu->addAction(tr("Go to the &End"), this, &ZNTOutputView::jumpToEnd)->setEnabled(!followsEnd());
+    menu->addAction(tr("Select &all"), this, &ZNTOutputView::selectAll);
+    menu->addAction(tr("Go to the &end"), this, &ZNTOutputView::jumpToEnd)->setEnabled(!followsEnd());
     if (!actions().isEmpty()) {
         menu->addSeparator();
         menu->addActions(actions());

@@ -52,7 +52,6 @@ ZNTSentLinesPicker::ZNTSentLinesPicker(QWidget& window, QStringList givenLines,
     list->setWhatsThis(pickerText("The newest line is first. Return puts one into the command line."));
     list->setModel(&shown);
     list->setUniformItemSizes(true);
-    list->setSpacing(2); // air between the rows
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list->setTextElideMode(Qt::ElideRight);
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -22,7 +22,7 @@ namespace
 constexpr int roomAround = 40;
 /// The least room for a table or an edited text, in characters of the window's font.
 constexpr int comfortableColumns = 112;
-constexpr int leastLinesOfText = 5;
+constexpr int leastLinesOfText = 5, comfortableLinesOfText = 15;
 /// How far and in which steps a font may shrink, as shares of its size.
 constexpr double smallestShare = 0.3, smallestStep = 0.03;
 
@@ -106,8 +106,16 @@ void znt::fitToScreen(QWidget& window)
 {
     window.ensurePolished();
     const auto texts = window.findChildren<QPlainTextEdit*>();
-    for (auto* text : texts)
-        text->setMinimumHeight(text->fontMetrics().height() * leastLinesOfText);
+    int linesMore = 0;
+    for (auto* text : texts) {
+        const int line = text->fontMetrics().height();
+        text->setMinimumHeight(line * leastLinesOfText);
+        // Else it asks for many lines even where the window has no room for them, and the buttons below it
+        // are out of sight.
+        text->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+        if (!text->isReadOnly())
+            linesMore = line * (comfortableLinesOfText - leastLinesOfText);
+    }
     const auto tables = window.findChildren<ZNTHintedTable*>();
     int rowsMore = 0;
     for (auto* table : tables) {
@@ -120,7 +128,7 @@ void znt::fitToScreen(QWidget& window)
             std::max(wanted.width(), window.fontMetrics().averageCharWidth() * comfortableColumns));
     const QSize room = roomFor(window);
     wanted.setWidth(std::min(wanted.width(), room.width()));
-    wanted.rheight() += growthAt(wanted.width(), window) + rowsMore;
+    wanted.rheight() += growthAt(wanted.width(), window) + rowsMore + linesMore;
     window.resize(wanted.boundedTo(room));
     if (window.isVisible())
         moveOntoScreen(window);

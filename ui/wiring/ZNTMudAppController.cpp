@@ -95,7 +95,7 @@ void ZNTMudAppController::explainNoMacros()
     const QString words =
         zntMacroGroupDropDownController.getCurrentMacroGroup()
             ? QStringLiteral("This group has no macros yet. Add makes one.")
-            : QStringLiteral("Pick a group above, or type the name of a new one and press New.");
+            : QStringLiteral("Pick a group above, or type the name of a new one and press Return.");
     mainScreen.macroList().setEmptyHint(words);
 }
 
