@@ -84,6 +84,24 @@ TEST_F(NewsAgain, WhatAKeyCutOffIsSaidAgainWhenThePlayerRests)
     EXPECT_EQ(timesSaidAgain(), 0) << "it does not go on for ever";
 }
 
+TEST_F(NewsAgain, WordsThatSayMoreTakeItsPlaceUntilTheyDoNotHold)
+{
+    again.watchInstead(news);
+    press(Qt::Key_L);
+    EXPECT_EQ(timesSaidAgain(), 0) << "there was nothing to take the place of";
+    again.watch(QStringLiteral("less"));
+    again.watchInstead(news);
+    press(Qt::Key_L);
+    EXPECT_EQ(timesSaidAgain(), 1);
+    EXPECT_FALSE(announced.words.contains(QStringLiteral("less")));
+    press(Qt::Key_L);
+    again.drop(QStringLiteral("other"));
+    EXPECT_EQ(timesSaidAgain(), 1);
+    press(Qt::Key_L);
+    again.drop(news);
+    EXPECT_EQ(timesSaidAgain(), 0);
+}
+
 TEST_F(NewsAgain, ControlAndTheEndOfTheReaderDropIt)
 {
     again.watch(news);

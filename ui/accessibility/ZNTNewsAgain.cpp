@@ -32,6 +32,18 @@ void ZNTNewsAgain::watch(const QString& what)
     expectEnd();
 }
 
+void ZNTNewsAgain::watchInstead(const QString& words)
+{
+    if (!news.isEmpty())
+        watch(words);
+}
+
+void ZNTNewsAgain::drop(const QString& words)
+{
+    if (news == words)
+        forget();
+}
+
 void ZNTNewsAgain::forget()
 {
     untilRest.stop();

@@ -19,6 +19,13 @@ public:
     /// `news` was just given to the reader. Newer news take its place.
     void watch(const QString& news);
 
+    /// `words` were given to the reader after the news that are watched, and say more. If none are watched,
+    /// nothing happens.
+    void watchInstead(const QString& words);
+
+    /// `words` do not hold any more.
+    void drop(const QString& words);
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     /// Milliseconds without a key and without a change of the focus, after which it is said again.

@@ -82,13 +82,16 @@ void ZNTConnectionRow::fold(const QString& line)
 {
     connectionLine->setText(line);
     connectionLine->setAccessibleName(QStringLiteral("Connection: ") + line);
+    if (!isFolded_)
+        unfoldedDescription = connectionButton->accessibleDescription();
     connectionButton->setAccessibleDescription(line);
     setFolded(/*folded=*/true);
 }
 
 void ZNTConnectionRow::unfold()
 {
-    connectionButton->setAccessibleDescription({});
+    if (isFolded_)
+        connectionButton->setAccessibleDescription(unfoldedDescription);
     setFolded(/*folded=*/false);
 }
 

@@ -33,6 +33,7 @@ private:
     void makeParts();
     void setFolded(bool folded);
 
-    QList<QWidget*> fields; ///< with their captions
+    QList<QWidget*> fields;      ///< with their captions
+    QString unfoldedDescription; ///< the button's own one, its key
     bool isFolded_ = false;
 };

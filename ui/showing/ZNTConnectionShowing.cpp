@@ -5,6 +5,7 @@
 #include "ZNTCommandLine.h"
 #include "ZNTMainMenu.h"
 #include "ZNTMainWindow.h"
+#include "ZNTNewsAgain.h"
 #include "ZNTStatusButtons.h"
 
 #include <QApplication>
@@ -30,9 +31,10 @@ QString lineOf(const ZNTConnectionShowing::Game& game, const ZNTStatusFacts& fac
 
 } // namespace
 
-ZNTConnectionShowing::ZNTConnectionShowing(ZNTMainWindow& window, ZNTMainMenu& menu)
+ZNTConnectionShowing::ZNTConnectionShowing(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTNewsAgain& newsAgain)
     : window(window),
-      menu(menu)
+      menu(menu),
+      newsAgain(newsAgain)
 {
     wireFields();
     for (auto& [button, action] : {std::pair{window.statusButtons->stopConnecting, menu["stopConnecting"]},
@@ -64,6 +66,8 @@ void ZNTConnectionShowing::show(const ZNTStatusFacts& now, const Game& ofGame)
     showButtons();
     if (before != Connection::None && now.connection == Connection::None)
         announceEnd();
+    else if (now.connection != Connection::None)
+        newsAgain.drop(endInWords);
 }
 
 void ZNTConnectionShowing::showRow()
@@ -88,10 +92,14 @@ void ZNTConnectionShowing::showButtons()
                                                                               : Shown::None);
 }
 
-/// The player's own end needs no words.
+/// The player's own end needs no words. Of all that is said about another end, this is worth saying again: it
+/// has the key, too.
 void ZNTConnectionShowing::announceEnd()
 {
-    if (!facts.ending.isEmpty())
-        announce(ZNTAnnouncement::ConnectionEnded,
-                 {notConnectedInWords(facts), menu["connectAgain"]->shortcut().toString()});
+    if (facts.ending.isEmpty())
+        return;
+    const QStringList parts{notConnectedInWords(facts), menu["connectAgain"]->shortcut().toString()};
+    announce(ZNTAnnouncement::ConnectionEnded, parts);
+    endInWords = announcementInWords(ZNTAnnouncement::ConnectionEnded, parts);
+    newsAgain.watchInstead(endInWords);
 }

@@ -45,15 +45,15 @@ ZNTMainWiring::ZNTMainWiring(ZNTMainWindow& window, ZNTMainMenu& menu, ZNTMudApp
       session(controller.serverConnectController()),
       appearance(appearance),
       status(*window.statusText, controller),
-      connectionShowing(window, menu),
+      newsAgain(controller.services().screenReader),
+      connectionShowing(window, menu, newsAgain),
       firstStart(window, menu, controller.settings(), controller.services().database.isFirstStart(),
                  [&controller](bool on) { controller.setRemembering(on); }),
       silenceKeys(session),
-      announcer(controller.services().screenReader, session.zntSpeechSynth(),
-                {.isSpeechOn = [this] { return session.speechOnOffBindingState() == 1; },
-                 .isOwnVoiceWanted =
-                     [&controller] { return controller.settings().settings().speakAnnouncements; }}),
-      newsAgain(controller.services().screenReader)
+      announcer(
+          controller.services().screenReader, session.zntSpeechSynth(),
+          {.isSpeechOn = [this] { return session.speechOnOffBindingState() == 1; },
+           .isOwnVoiceWanted = [&controller] { return controller.settings().settings().speakAnnouncements; }})
 {
     wireGame();
     wireDirections();

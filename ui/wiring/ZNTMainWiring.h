@@ -96,11 +96,11 @@ private:
     ZNTServerConnectController& session;
     ZNTAppearance& appearance;
     ZNTStatusLine status;
+    ZNTNewsAgain newsAgain;
     ZNTConnectionShowing connectionShowing;
     ZNTFirstStartShowing firstStart;
     ZNTSilenceKeys silenceKeys;
     ZNTAnnouncer announcer;
-    ZNTNewsAgain newsAgain;
     ZNTWhatsThisAnnouncer whatsThis;
     QString runningRecording;  ///< as it was announced last
     bool wasConnected = false; ///< when the state was last shown
