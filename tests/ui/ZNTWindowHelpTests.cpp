@@ -43,7 +43,7 @@ TEST_F(ZNTWindowHelp, TheKeyboardMapFindsAKeyByWordsAndByTheKey)
                  {"ctrl+comma", "Preferences", true},
                  {"ctrl+,", "Preferences", true},
                  {"ctrl++", "Larger text", true},
-                 {"speech SILENCE", "Silence what is being said", true},
+                 {"speech SILENCE", "Silence the voice", true},
                  {"keypad 8", "North", true},
                  {"command line", "Go to the command line", false},
                  {"f99", "", false},
