@@ -30,7 +30,7 @@ constexpr std::tuple<ZNTStringEncoding, string_view, std::u16string_view> lenien
     {Utf8, "\xE4\xB8\n\xC3\x1b[m\xFF\xE4\xB8\xE4\xB8\x96 cut \xF0\x9F\x97",
      u"\uFFFD\n\uFFFD\x1b[m\uFFFD\uFFFD世 cut \uFFFD"},
     {EucCn, "\xB1\xB1 \xE9\x46\x87\xE5\xA8\x44\xA1\xAA\xA2\xE3 \x90\x30\x81\x30", u"北 镕囧―—€ \U00010000"},
-    {EucCn, "\x81\nz\x81\x1b[m\xB1\xFF\x80\xB1\xB1", u"\uFFFD\nz\uFFFD\x1b[m\uFFFD\uFFFD\uFFFD北"},
+    {EucCn, "\x81\nz\x81\x1b[m\xB1\xFF\xFF\xB1\xB1", u"\uFFFD\nz\uFFFD\x1b[m\uFFFD\uFFFD\uFFFD北"},
     {EucCn, "\x81\x30\x81n \xE3\x32\x9A\x36 cut \xB1", u"\uFFFD0乶 \uFFFD2\uFFFD6 cut \uFFFD"},
     {Big5Hkscs, "\xA5\x5F\x87\x45 \xF9\xF9\xC7\x65", u"北\U00027267 ═ま"},
     {Big5Hkscs, "\x81\nz\xA5\x1b[m\xA5\x80 \xC8\xC8 cut \xA5",
@@ -75,7 +75,8 @@ TEST(TextDecoder, ReadsAndWritesAllOfGbkAndGb2312AsStrictly)
 {
     for (unsigned code = 0x8140; code <= 0xFEFE; ++code) {
         const auto trail = code & 0xFFU;
-        if (trail < 0x40 || trail == 0x7F || trail == 0xFF)
+        // ICU 76 reads A3A0 as browsers do, as a second code of the ideographic space.
+        if (trail < 0x40 || trail == 0x7F || trail == 0xFF || code == 0xA3A0)
             continue;
         const std::string bytes{static_cast<char>(code >> 8), static_cast<char>(trail)};
         const auto text = decodedInPieces({bytes}, EucCn);

@@ -77,15 +77,6 @@ void tellTextOfSameLength(const QAccessibleEvent& event)
             line, [line] { ZNTDesktopScreenReader::announceNewText(*line); }, Qt::QueuedConnection);
 }
 
-/// A list may announce a row as if the focus were there while a field is about to get it.
-bool isAboutFocusedWidget(const QAccessibleEvent& event)
-{
-    const auto* widget = qobject_cast<const QWidget*>(event.object());
-    const auto* focused = QApplication::focusWidget();
-    return !widget || !focused || widget == focused || widget->isAncestorOf(focused) ||
-           focused->isAncestorOf(widget);
-}
-
 void tellWhatIsKnown(QAccessibleEvent* event)
 {
     if ((isCaretQuiet && event->type() == QAccessible::TextCaretMoved) || isHiddenTyping(*event) ||
@@ -94,7 +85,7 @@ void tellWhatIsKnown(QAccessibleEvent* event)
     QAccessible::installUpdateHandler(next);
     QAccessible::updateAccessibility(event);
     QAccessible::installUpdateHandler(&tellWhatIsKnown);
-    if (event->type() == QAccessible::Focus && isAboutFocusedWidget(*event))
+    if (event->type() == QAccessible::Focus)
         isCaretQuiet = false;
     tellTextOfSameLength(*event);
 }

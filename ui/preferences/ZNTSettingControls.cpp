@@ -15,12 +15,12 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTimer>
-#include <QVBoxLayout>
 #include <string>
 
 namespace
@@ -117,20 +117,21 @@ QLabel* captionFor(const Setting& setting, QWidget& control)
 
 void addWithCaption(const Setting& setting, QWidget& control, QFormLayout& form)
 {
-    constexpr int gap = 4;
     auto* caption = captionFor(setting, control);
-    auto* column = new QVBoxLayout;
-    column->setSpacing(gap);
-    column->addWidget(&control, 0, Qt::AlignLeft);
-    if (!setting.explanation().isEmpty())
-        column->addWidget(explanationFor(setting));
+    auto* line = new QHBoxLayout; // in which the control keeps its width
+    line->addWidget(&control, 0, Qt::AlignLeft);
     if (setting.row.words.empty()) {
         caption->setWordWrap(true);
         form.addRow(caption);
-        form.addRow(column);
+        form.addRow(line);
     } else {
-        form.addRow(caption, column);
+        form.addRow(caption, line);
     }
+    // A row of its own, since a caption stands at the middle of the whole field.
+    if (!setting.explanation().isEmpty())
+        form.setWidget(form.rowCount(),
+                       setting.row.words.empty() ? QFormLayout::SpanningRole : QFormLayout::FieldRole,
+                       explanationFor(setting));
 }
 
 MadeControl numberFieldFor(const Setting& setting, int ZNTSettings::*field, QFormLayout& form)

@@ -81,6 +81,9 @@ ZNTSidePanel::ZNTSidePanel()
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWidget(parts);
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, column, [column, ring](int, int most) {
+        column->setContentsMargins(ring, 0, most > 0 ? panelGap : ring, ring);
+    });
 }
 
 void ZNTSidePanel::addDirections(QVBoxLayout& column)
