@@ -177,7 +177,7 @@ void ZNTMainWiring::setUpForListening(bool on)
     const bool isSpeechOn = session.speechOnOffBindingState() == 1;
     if (on && !isSpeechOn)
         words += u' ' + textOfQt(announcementInWords(ZNTAnnouncement::Welcome, keysOfWelcome()));
-    // A player who wants to listen hears the answer also while speech is off.
+    // The answer is said also while speech is off, because that player wants to listen.
     if (on || isSpeechOn)
         session.zntSpeechSynth().speakNext(words);
     else
