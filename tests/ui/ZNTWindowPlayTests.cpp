@@ -163,13 +163,14 @@ TEST_F(ZNTWindowPlay, AKeyThatHasNothingToSayYetSaysSo)
         Qt::Key key;
         Qt::KeyboardModifiers modifiers;
         const char* words;
-    } keys[] = {{Qt::Key_F7, Qt::NoModifier, "Nothing to replay yet."},
-                {Qt::Key_Up, Qt::ControlModifier, "No line yet."},
-                {Qt::Key_F2, Qt::NoModifier, "No line yet."}};
-    for (const auto& [key, modifiers, words] : keys) {
+        bool isSpoken;
+    } keys[] = {{Qt::Key_F7, Qt::NoModifier, "Nothing to replay yet.", false},
+                {Qt::Key_Up, Qt::ControlModifier, "No line yet.", true},
+                {Qt::Key_F2, Qt::NoModifier, "No line yet.", true}};
+    for (const auto& [key, modifiers, words, isSpoken] : keys) {
         speech.said.clear();
         press(window, key, modifiers);
-        EXPECT_THAT(speech.said, testing::ElementsAre(words));
+        EXPECT_EQ(speech.said, isSpoken ? std::vector<std::string>{words} : std::vector<std::string>{});
         EXPECT_TRUE(status().endsWith(QLatin1String(words))) << status().toStdString();
     }
     playDemo();

@@ -51,6 +51,7 @@ private:
     void wireEditing();
     void wireSpeech();
     /// `words` live as long as the program.
+    void showNothingYet(std::u16string_view words);
     void sayNothingYet(std::u16string_view words);
     void wireChannels();
     [[nodiscard]] std::u16string placeInPreferences(std::string_view setting) const;

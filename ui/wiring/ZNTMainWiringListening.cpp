@@ -31,7 +31,12 @@ void ZNTMainWiring::wireSpeech()
     });
     joinButton(window.startStopSpeech, menu["speechOnOff"]);
     whenTriggered(menu["replayLastText"], [this] {
-        session.hasTextToReplay() ? session.replayLastText() : sayNothingYet(u"Nothing to replay yet.");
+        constexpr std::u16string_view nothing = u"Nothing to replay yet.";
+        if (session.hasTextToReplay())
+            return session.replayLastText();
+        // The game's voice stays silent then. A reader says it.
+        showNothingYet(nothing);
+        announce(ZNTAnnouncement::Answer, {qtText(nothing)});
     });
     whenTriggered(menu["sayPrompt"], [this] { session.sayPrompt(); });
     whenTriggered(menu["stopSpeaking"], [this] { session.stopSpeaking(); });
@@ -53,12 +58,18 @@ std::u16string ZNTMainWiring::placeInPreferences(std::string_view setting) const
 }
 
 /// A key that does nothing would seem not to work.
-void ZNTMainWiring::sayNothingYet(std::u16string_view words)
+void ZNTMainWiring::showNothingYet(std::u16string_view words)
 {
     constexpr std::chrono::seconds answerStays{8};
     const ZNTSessionNotice notice{ZNTSessionNotice::Kind::Hint, words};
     status.showNotice(notice);
     QTimer::singleShot(answerStays, menu["sayStatus"], [this, notice] { status.endNotice(notice); });
+}
+
+/// The review speaks its lines while speech is off, too.
+void ZNTMainWiring::sayNothingYet(std::u16string_view words)
+{
+    showNothingYet(words);
     session.zntSpeechSynth().speakAtOnce(words);
 }
 
