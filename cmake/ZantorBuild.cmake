@@ -90,20 +90,6 @@ function(zantor_precompile_rooms)
     endforeach()
 endfunction()
 
-# zantor_parses_options(SOURCE): for the one source of a program that reads its command line. It runs once, and the
-# library's templates take longer to optimise or to instrument than all else of the room.
-function(zantor_parses_options source)
-    set(options -O0)
-    if(ZANTOR_PACKAGE)
-        set(options "") # the checks of _FORTIFY_SOURCE need an optimised build
-    endif()
-    if(ZANTOR_SANITIZE)
-        list(APPEND options -fno-sanitize=all)
-    endif()
-    set_source_files_properties(${source} PROPERTIES COMPILE_OPTIONS "${options}"
-        SKIP_UNITY_BUILD_INCLUSION ON SKIP_PRECOMPILE_HEADERS ON)
-endfunction()
-
 # A test's own code runs once. Optimising it would take longer than running it. What it does with memory is looked at
 # under the sanitizers; whether its arithmetic is defined would take half as long again to compile.
 # To be linked after zantor_options: of two options that differ the compiler takes the later one.

@@ -29,19 +29,18 @@ std::variant<ZNTConsoleOptions, int> ZNTConsoleOptions::fromArguments(int count,
     ZNTConsoleOptions options;
     const std::string program = "zantor-console";
     ZNTProgramArguments parser(program, "Plays MUDs in the terminal. Type /help there to see its commands.");
-    auto& app = parser.app;
     auto encoding = ZNTStringEncoding::Ascii;
     bool mccp = false, msp = false, speech = false;
-    auto* encodingOption =
+    const auto encodingOption =
         parser.addChoice("--encoding", encoding, encodingsByName(), "the encoding of the game's text");
     parser.addChoice("--colour", options.colour, colours,
                      "when to show colours; auto shows them on a terminal");
-    app.add_flag("--mccp", mccp, "accept compression (MCCP2) if the game offers it");
-    app.add_flag("--msp", msp, "play the sounds of the game (MSP)");
-    app.add_flag("--speech", speech, "speak the game's text");
-    app.add_flag("--reader", options.reader,
-                 "for use with a screen reader in the terminal: redraw nothing, show no colours");
-    app.add_flag("--mend-home", options.mendHome, "move a broken database aside, make a new one, and exit");
+    parser.addFlag("--mccp", mccp, "accept compression (MCCP2) if the game offers it");
+    parser.addFlag("--msp", msp, "play the sounds of the game (MSP)");
+    parser.addFlag("--speech", speech, "speak the game's text");
+    parser.addFlag("--reader", options.reader,
+                   "for use with a screen reader in the terminal: redraw nothing, show no colours");
+    parser.addFlag("--mend-home", options.mendHome, "move a broken database aside, make a new one, and exit");
     options.addTo(parser);
     if (const auto exitCode = parser.parse(count, arguments))
         return *exitCode;
@@ -50,7 +49,7 @@ std::variant<ZNTConsoleOptions, int> ZNTConsoleOptions::fromArguments(int count,
         return ZNTProgramArguments::usageError;
     }
     // What --set says wins over these.
-    if (encodingOption->count() > 0)
+    if (encodingOption.isGiven())
         options.settings.emplace("encoding", znt::rowOf(encoding).name);
     for (const auto& [isAsked, name] : {std::pair(mccp, "compression"), {msp, "sounds"}, {speech, "speech"}})
         if (isAsked)

@@ -46,17 +46,15 @@ int main(int argc, char** argv)
     Options options;
     ZNTProgramArguments program(
         "zantor-demo", "A small game that runs on this computer, for learning and for trying a MUD client.");
-    program.app
-        .add_option("--port", options.port,
-                    "the port of 127.0.0.1 on which players connect; 0 takes a free one")
-        ->type_name("PORT");
+    program.addPort("--port", options.port, ZNTProgramArguments::Zero::Allowed,
+                    "the port of 127.0.0.1 on which players connect; 0 takes a free one");
     std::vector<std::pair<std::string, ZNTStringEncoding>> encodings;
     for (const auto& row : ZNTStringEncodings)
         encodings.emplace_back(row.name, row.encoding);
     program.addChoice("--encoding", options.encoding, encodings,
                       "the encoding of the game's text: ascii and utf-8 are English, euc-cn is simplified "
                       "Chinese, big5 is traditional Chinese");
-    program.app.add_flag("--once", options.endsAfterFirstPlayer, "stop when the first player has left");
+    program.addFlag("--once", options.endsAfterFirstPlayer, "stop when the first player has left");
     if (const auto exitCode = program.parse(argc, argv))
         return *exitCode;
     return play(options);

@@ -1,11 +1,12 @@
 #include "ZNTProgramArguments.h"
 
+#include "ZNTArgumentPages.h"
 #include "ZNTHelpFormatter.h"
 #include "ZNTVersion.h"
 
 #include <algorithm>
 #include <array>
-#include <memory>
+#include <map>
 
 namespace
 {
@@ -24,32 +25,108 @@ std::vector<std::string> namesOf(const CLI::Option& option)
 
 } // namespace
 
+bool ZNTProgramOption::isGiven() const { return option->count() > 0; }
+
+void ZNTProgramOption::exclude(ZNTProgramOption other) { option->excludes(other.option); }
+
+void ZNTProgramOption::need(ZNTProgramOption other) { option->needs(other.option); }
+
+struct ZNTProgramArguments::Parser {
+    Parser(const std::string& purpose, std::string program) : app(purpose, std::move(program)) {}
+
+    [[nodiscard]] std::string page(const std::string& name) const;
+
+    CLI::App app;
+    std::map<const CLI::Option*, std::vector<std::string>> offered; // what the shells offer as the value
+};
+
 ZNTProgramArguments::ZNTProgramArguments(std::string program, const std::string& purpose)
-    : app(purpose, program),
-      program(std::move(program))
+    : parser(std::make_unique<Parser>(purpose, std::move(program)))
 {
+    auto& app = parser->app;
     app.formatter(std::make_shared<ZNTHelpFormatter>());
     app.set_help_flag("-h,--help", "show this help");
-    app.set_version_flag("--version", this->program + " " + znt::version(), "show the version");
+    app.set_version_flag("--version", app.get_name() + " " + znt::version(), "show the version");
     app.add_option_function<std::string>(
            std::string(describe),
-           [this](const std::string& name) { throw CLI::CallForVersion(page(name), 0); },
+           [this](const std::string& name) { throw CLI::CallForVersion(parser->page(name), 0); },
            "write a page about the options")
         ->group(""); // in no help
 }
 
-void ZNTProgramArguments::offerWords(const CLI::Option* option, std::vector<std::string> words)
+ZNTProgramArguments::~ZNTProgramArguments() = default;
+
+ZNTProgramOption ZNTProgramArguments::addFlag(const std::string& name, bool& isOn,
+                                              const std::string& sentence)
 {
-    offered[option] = std::move(words);
+    return parser->app.add_flag(name, isOn, sentence);
+}
+
+ZNTProgramOption ZNTProgramArguments::addText(const std::string& name, std::string& text,
+                                              const std::string& sentence)
+{
+    return parser->app.add_option(name, text, sentence);
+}
+
+ZNTProgramOption ZNTProgramArguments::addPort(const std::string& name, std::uint16_t& port, Zero zero,
+                                              const std::string& sentence)
+{
+    auto* option = parser->app.add_option(name, port, sentence)->type_name("PORT");
+    if (zero == Zero::Refused)
+        option->check(CLI::Range(1, 65535));
+    return option;
+}
+
+ZNTProgramOption ZNTProgramArguments::addWords(const std::string& name, std::vector<std::string> words,
+                                               std::function<void(std::size_t)> choose,
+                                               const std::string& sentence)
+{
+    std::string form;
+    for (const auto& word : words)
+        form.append(form.empty() ? "" : "|").append(word);
+    const auto placeOf = [words, form](std::string& value) {
+        const auto found = std::ranges::find(words, CLI::ignore_case(value));
+        if (found == words.end())
+            return "\"" + value + "\" is none of " + form;
+        value = std::to_string(found - words.begin());
+        return std::string();
+    };
+    auto* option = parser->app.add_option_function<std::size_t>(name, choose, sentence)
+                       ->transform(CLI::Validator(placeOf, ""))
+                       ->type_name(form);
+    parser->offered[option] = std::move(words);
+    return option;
+}
+
+ZNTProgramOption ZNTProgramArguments::addRepeated(const std::string& name, std::vector<std::string>& values,
+                                                  const std::string& form,
+                                                  std::function<std::string(const std::string&)> complaint,
+                                                  std::vector<std::string> beginnings,
+                                                  const std::string& sentence)
+{
+    auto* option = parser->app.add_option(name, values, sentence)
+                       ->type_name(form)
+                       ->allow_extra_args(false)
+                       ->check(CLI::Validator(std::move(complaint), ""));
+    parser->offered[option] = std::move(beginnings);
+    return option;
+}
+
+void ZNTProgramArguments::whenRead(std::function<std::string()> read)
+{
+    parser->app.callback([read = std::move(read)] {
+        if (auto complaint = read(); !complaint.empty())
+            throw CLI::ValidationError(std::move(complaint));
+    });
 }
 
 std::optional<int> ZNTProgramArguments::parse(int count, const char* const* arguments)
 {
     try {
-        app.parse(count, arguments);
+        parser->app.parse(count, arguments);
     } catch (const CLI::ParseError& error) {
         const bool isAnswer = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
-        app.exit(error);
+        parser->app.exit(error);
         return isAnswer ? 0 : usageError;
     }
     return std::nullopt;
@@ -65,7 +142,7 @@ const char* ZNTProgramArguments::question(int count, const char* const* argument
     return found == end ? nullptr : *found;
 }
 
-std::string ZNTProgramArguments::page(const std::string& name) const
+std::string ZNTProgramArguments::Parser::page(const std::string& name) const
 {
     std::vector<ZNTArgument> options;
     for (const auto* option : app.get_options()) {
@@ -82,5 +159,5 @@ std::string ZNTProgramArguments::page(const std::string& name) const
     const auto found = std::ranges::find(pages, name, &ZNTArgumentPage::name);
     if (found == pages.end())
         throw CLI::ValidationError(std::string(describe), "there is no page " + name);
-    return found->make(program, options);
+    return found->make(app.get_name(), options);
 }

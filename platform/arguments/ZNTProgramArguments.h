@@ -1,43 +1,83 @@
 #pragma once
 
-#include "ZNTArgumentPages.h"
-
-#include <CLI/CLI.hpp>
-#include <map>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-/// The command line of one program. `app` holds its options; `--help`, `--version` and the `--describe` of
-/// the build are added and answered here.
+namespace CLI
+{
+class Option;
+}
+
+/// An option or a positional argument that was added to a ZNTProgramArguments, which must outlive it.
+class ZNTProgramOption
+{
+public:
+    /// After the parsing: whether the command line has it.
+    [[nodiscard]] bool isGiven() const;
+    /// Makes it a mistake to give both.
+    void exclude(ZNTProgramOption other);
+    /// Makes it a mistake to give this one without the other.
+    void need(ZNTProgramOption other);
+
+private:
+    friend class ZNTProgramArguments;
+    ZNTProgramOption(CLI::Option* option) : option(option) {}
+
+    CLI::Option* option;
+};
+
+/// The command line of one program: what is added here is read by `parse`. `--help`, `--version` and the
+/// `--describe` of the build are added and answered here.
+/// A name is "--port" for an option, "PORT" for a positional argument. A value that is named by reference
+/// must outlive the parsing, which fills it in. The library that reads the arguments shows in no header of
+/// ours: its templates take seconds to compile.
 class ZNTProgramArguments
 {
 public:
     ZNTProgramArguments(std::string program, const std::string& purpose);
+    ~ZNTProgramArguments();
 
-    /// An option whose value is one of a few words.
+    ZNTProgramOption addFlag(const std::string& name, bool& isOn, const std::string& sentence);
+    ZNTProgramOption addText(const std::string& name, std::string& text, const std::string& sentence);
+    /// A port of TCP; 0 is a mistake where the program needs a game's port.
+    enum class Zero { Allowed, Refused };
+    ZNTProgramOption addPort(const std::string& name, std::uint16_t& port, Zero zero,
+                             const std::string& sentence);
+
+    /// An option whose value is one of a few words, which are in lower case here and in any case there.
     template <typename Value>
-    CLI::Option* addChoice(const std::string& name, Value& value,
-                           const std::vector<std::pair<std::string, Value>>& values,
-                           const std::string& sentence)
+    ZNTProgramOption addChoice(const std::string& name, Value& value,
+                               const std::vector<std::pair<std::string, Value>>& values,
+                               const std::string& sentence)
     {
         std::vector<std::string> words;
-        std::string text;
-        for (const auto& [word, _] : values) {
+        std::vector<Value> meanings;
+        for (const auto& [word, meaning] : values) {
             words.push_back(word);
-            text.append(text.empty() ? "" : "|").append(word);
+            meanings.push_back(meaning);
         }
-        auto* option = app.add_option(name, value, sentence)
-                           ->transform(CLI::CheckedTransformer(values, CLI::ignore_case).description(""))
-                           ->type_name(text);
-        offerWords(option, std::move(words));
-        return option;
+        return addWords(
+            name, std::move(words), [&value, meanings](std::size_t at) { value = meanings[at]; }, sentence);
     }
 
-    /// Has the shells offer `words` as the option's value.
-    void offerWords(const CLI::Option* option, std::vector<std::string> words);
+    /// An option that may be given again and again, each time with one value of the form `form`, as
+    /// "NAME=VALUE". `complaint` says in a sentence what is wrong with a value, and nothing if it is right.
+    /// The shells offer `beginnings` as the value.
+    ZNTProgramOption addRepeated(const std::string& name, std::vector<std::string>& values,
+                                 const std::string& form,
+                                 std::function<std::string(const std::string&)> complaint,
+                                 std::vector<std::string> beginnings, const std::string& sentence);
+
+    /// Has the parsing end with `read`. The sentence that it returns is reported as a mistake; empty, all is
+    /// well.
+    void whenRead(std::function<std::string()> read);
 
     /// Reads the arguments into what the options name. Returns nothing if the program is to go on, else its
     /// exit code: 0 after an answer on stdout, `usageError` after a sentence about a mistake on stderr.
@@ -48,11 +88,11 @@ public:
 
     static constexpr int usageError = 2;
 
-    CLI::App app;
-
 private:
-    [[nodiscard]] std::string page(const std::string& name) const;
+    struct Parser;
 
-    std::string program;
-    std::map<const CLI::Option*, std::vector<std::string>> offered;
+    ZNTProgramOption addWords(const std::string& name, std::vector<std::string> words,
+                              std::function<void(std::size_t)> choose, const std::string& sentence);
+
+    std::unique_ptr<Parser> parser;
 };

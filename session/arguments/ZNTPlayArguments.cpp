@@ -8,48 +8,41 @@
 
 void ZNTPlayArguments::addTo(ZNTProgramArguments& arguments)
 {
-    auto& app = arguments.app;
     std::vector<std::string> beginnings;
     for (const auto& row : ZNTSettingsTable)
         beginnings.push_back(std::string(row.name) + "=");
-    auto* set = app.add_option("--set", assignments, "change a setting; may be given more than once")
-                    ->type_name("NAME=VALUE")
-                    ->allow_extra_args(false)
-                    ->check(CLI::Validator(znt::complaintAboutAssignment, ""));
-    arguments.offerWords(set, std::move(beginnings));
-    auto* demoFlag = app.add_flag("--demo", demo, "play the demo game");
-    auto* hostOption = app.add_option("HOST", host,
-                                      "the address of the game, such as mud.example.org, or a link such as "
-                                      "telnet://mud.example.org:4000")
-                           ->excludes(demoFlag);
-    auto* portOption = app.add_option("PORT", port, "the port of the game, from 1 to 65535")
-                           ->check(CLI::Range(1, 65535))
-                           ->needs(hostOption);
-    app.callback([this, hostOption, portOption] {
-        if (hostOption->count() > 0)
-            readAddress(portOption->count() > 0);
+    arguments.addRepeated("--set", assignments, "NAME=VALUE", znt::complaintAboutAssignment,
+                          std::move(beginnings), "change a setting; may be given more than once");
+    const auto demoFlag = arguments.addFlag("--demo", demo, "play the demo game");
+    auto hostOption = arguments.addText("HOST", host,
+                                        "the address of the game, such as mud.example.org, or a link such as "
+                                        "telnet://mud.example.org:4000");
+    hostOption.exclude(demoFlag);
+    auto portOption = arguments.addPort("PORT", port, ZNTProgramArguments::Zero::Refused,
+                                        "the port of the game, from 1 to 65535");
+    portOption.need(hostOption);
+    arguments.whenRead([this, hostOption, portOption] {
         for (const auto& assignment : assignments)
             static_cast<void>(znt::addAssignment(settings, assignment)); // checked above
+        return hostOption.isGiven() ? readAddress(portOption.isGiven()) : std::string();
     });
 }
 
-void ZNTPlayArguments::readAddress(bool hasPort)
+std::string ZNTPlayArguments::readAddress(bool hasPort)
 {
-    if (!ZNTGameAddress::isLink(host)) {
-        if (!hasPort)
-            throw CLI::RequiresError("HOST", "PORT");
-        return;
-    }
+    if (!ZNTGameAddress::isLink(host))
+        return hasPort ? "" : "HOST requires PORT";
     if (hasPort)
-        throw CLI::ValidationError("PORT", "a link names its port itself");
+        return "PORT: a link names its port itself";
     const auto address = ZNTGameAddress::fromLink(host);
     if (!address) {
         refusedLink = address.error().description;
         host.clear();
-        return;
+        return {};
     }
     host = address.value().host;
     port = address.value().port;
+    return {};
 }
 
 ZNTResult<std::vector<std::string>> znt::argumentsForGame(std::string_view host, std::int64_t port)

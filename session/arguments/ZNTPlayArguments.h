@@ -23,8 +23,8 @@ struct ZNTPlayArguments {
     void addTo(ZNTProgramArguments& arguments);
 
 private:
-    /// Takes the host out of a link, and asks for a port otherwise.
-    void readAddress(bool hasPort);
+    /// Takes the host and port out of a link. Returns what is wrong with the two, else nothing.
+    std::string readAddress(bool hasPort);
 
     std::vector<std::string> assignments;
 };

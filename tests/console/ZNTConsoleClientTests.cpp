@@ -329,8 +329,8 @@ TEST_F(ZNTConsoleClientTest, AShippedGameIsPlayedWithItsSettingsAndTheSwitchIsFo
 TEST_F(ZNTConsoleClientTest, KeysSilenceTheVoiceAsFarAsATerminalHasThemOneByOne)
 {
     start(From::Terminal);
-    EXPECT_THAT(answerTo("/set silence-key x"),
-                ElementsAre("! The setting silence-key is none, any, return or control, not \"x\"."));
+    EXPECT_THAT(answerTo("/set silence-key x\x7F"),
+                ElementsAre("! The setting silence-key is none, any, return or control, not \"x \"."));
     EXPECT_THAT(answerTo("/set listening on"), ElementsAre("Listening is set up.", HasSubstr("any key")));
     EXPECT_THAT(answerTo("/set listening"), ElementsAre(testing::StartsWith("listening = on  ")));
     const struct {
