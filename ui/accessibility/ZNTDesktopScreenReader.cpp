@@ -178,7 +178,9 @@ void ZNTDesktopScreenReader::handOverNext()
 void ZNTDesktopScreenReader::handOver(const QString& line, QWidget& front)
 {
     if (watch.way() == ZNTReaderWay::Announcement) {
-        sendAnnouncement(front, line);
+        // Orca 48 drops what comes from a dialog less than 0.1 s after the last announcement. Of a main
+        // window it takes all, also while a dialog is in front.
+        sendAnnouncement(window ? *window : front, line);
         return;
     }
     if (&front != window.data()) {

@@ -39,6 +39,12 @@ void wait(int milliseconds)
         QApplication::processEvents(QEventLoop::AllEvents, 10);
 }
 
+void pressIn(QWidget& widget, Qt::Key key)
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+}
+
 struct AReader final : ZNTScreenReader {
     [[nodiscard]] bool isRunning() const override { return isOn; }
     bool sayThis(std::u16string_view) override { return true; }
@@ -46,11 +52,7 @@ struct AReader final : ZNTScreenReader {
 };
 
 struct NewsAgain : testing::Test {
-    void press(Qt::Key key)
-    {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-        QApplication::sendEvent(&field, &event);
-    }
+    void press(Qt::Key key) { pressIn(field, key); }
     [[nodiscard]] qsizetype timesSaidAgain()
     {
         announced.words.clear();
@@ -153,14 +155,14 @@ TEST(MenuTitles, AMenuThatOpensIsAnnouncedAndTheItemBehindItGetsTheFocusBack)
     menu.setActiveAction(channels.menuAction());
     wait(50);
     EXPECT_EQ(announced.words.value(0), QStringLiteral("Speech menu"));
-    channels.popup({});
+    pressIn(menu, Qt::Key_Return);
     wait(50);
     EXPECT_EQ(announced.words.value(1), QStringLiteral("Channels menu"));
     const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
         if (event->type() == QAccessible::Focus && event->accessibleInterface())
             focused << event->accessibleInterface()->text(QAccessible::Name);
     });
-    channels.close();
+    pressIn(channels, Qt::Key_Left);
     wait(50);
     EXPECT_EQ(focused, QStringList{QStringLiteral("Channels")});
     menu.close();

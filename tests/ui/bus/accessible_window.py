@@ -31,7 +31,7 @@ def run_on_a_hidden_screen(main):
         sys.exit(77)  # skipped, as ctest is told
     if "--here" in sys.argv:
         sys.exit(main())
-    wrapper = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts", "with-display")
+    wrapper = os.path.join(os.path.dirname(os.path.abspath(__file__)), *[".."] * 3, "scripts", "with-display")
     sys.exit(subprocess.call([wrapper, os.path.abspath(sys.argv[0]), *sys.argv[1:], "--here"]))
 
 

@@ -149,6 +149,12 @@ def speakers(heard, lines):
     return [(("us" if OURS in name else "reader"), text) for name, text in heard if text in lines]
 
 
+def takes_announcements():
+    """Whether this Orca listens for announcements (from 45.2 on); those need no element with the focus."""
+    version = subprocess.run([shutil.which("orca"), "--version"], capture_output=True, text=True).stdout
+    return [int(number) for number in re.findall(r"\d+", version)[:2]] >= [45, 2]
+
+
 def quiet(service):
     """Until the reader has said what it has to say of a new window."""
     before = -1
@@ -208,7 +214,8 @@ def run(program):
     probe.tell("other")
     until(lambda: probe.state() == "running, inactive")
     quiet(service)
-    check_burst(service, probe, "behind", "us", "behind another window the service speaks, and only it")
+    speaker = "reader" if takes_announcements() else "us"
+    check_burst(service, probe, "behind", speaker, f"behind a window without a focus only the {speaker} speaks")
     probe.tell("back")
     until(lambda: probe.state() == "running, active")
     quiet(service)
