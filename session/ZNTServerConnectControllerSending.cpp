@@ -93,8 +93,6 @@ bool ZNTServerConnectController::controlTextViewDoCommandBySelector(ZNTCommandLi
         screen._voiceOver->setText(_emptyString);
         speech->interrupt(pauseAtReturn);
         speech->review().startOver();
-        if (!screen.textToServer->text().empty())
-            speech->forgetReplay();
         sendTextToServer();
         return true;
     case ZNTCommandLineKey::MoveUp:

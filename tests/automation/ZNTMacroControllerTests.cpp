@@ -117,6 +117,23 @@ TEST_F(ZNTMacroControllers, TheCurrentGroupIsTheOneNamed)
     }
 }
 
+TEST_F(ZNTMacroControllers, AGroupIsMadeUnderANewNameAlone)
+{
+    for (const auto& [name, answer] : {std::pair(u"", u"Please input"), {u"fight", u"Macro Name taken"}}) {
+        choose(name);
+        EXPECT_FALSE(selector->createNamedMacroGroup());
+        EXPECT_EQ(takeAlerts(), u"") << "Return alone says nothing";
+        selector->createNewMacroGroup();
+        EXPECT_TRUE(takeAlerts().starts_with(answer));
+    }
+    choose(u" shop ");
+    const int reloads = comboBox.timesReloaded;
+    EXPECT_TRUE(selector->createNamedMacroGroup());
+    EXPECT_EQ(storedGroups(), u"fight walk shop ");
+    EXPECT_EQ(comboBox.timesReloaded, reloads + 1);
+    EXPECT_NE(takeAlerts(), u"");
+}
+
 TEST_F(ZNTMacroControllers, DeletingAGroupAsksAndDeletesItsMacros)
 {
     choose(u"unknown");

@@ -49,9 +49,11 @@ TEST_F(TriggersDataSource, ANewRowIsStoredInactiveAndOnlyInThisEditorUntilSwitch
 
 TEST_F(TriggersDataSource, ACellIsStoredAtOnceAndNonsenseChangesNothing)
 {
+    const int reloads = table.timesReloaded;
     set(u"Kick back", "name", 1);
     set(u"ouch.wav", "soundFileToPlay", 1);
     set(true, "gag", 1);
+    EXPECT_EQ(table.timesReloaded, reloads + 3);
     set(true, "name", 1);
     set(u"x", "oid", 1);
     for (const long missing : {-1L, 2L})

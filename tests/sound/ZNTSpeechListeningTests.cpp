@@ -212,6 +212,19 @@ TEST_F(ListeningSpeech, TheFirstTextOfAConnectionIsSpokenWholeUntilNewerTextCome
         say("a later text");
     loop.advance(600);
     EXPECT_LT(reader.said.size(), 20u) << "only the first text is kept";
+
+    // A game that closes at once, and the next one's first text.
+    synth.firstTextBegins();
+    say("closed");
+    for (const auto text : {"welcome of a game that closes at once", "welcome of the next game"}) {
+        synth.firstTextBegins();
+        for (int line = 0; line < 9; ++line)
+            say(text);
+    }
+    loop.advance(600);
+    EXPECT_EQ(std::ranges::count(reader.said, "welcome of the next game"), 9)
+        << "only the newest game's text is finished";
+    EXPECT_LT(std::ranges::count(reader.said, "welcome of a game that closes at once"), 9);
 }
 
 TEST_F(ListeningSpeech, WhatAReaderWasGivenWhileItEndedIsSaidByTheOwnVoice)
