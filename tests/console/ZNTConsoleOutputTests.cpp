@@ -80,6 +80,15 @@ TEST_F(ZNTConsoleOutputTest, WhileTheTerminalTakesNothingTheTypedLineStaysHidden
     output.catchUp();
     EXPECT_FALSE(input.isHidden) << "before a key is drawn";
     EXPECT_EQ(sink.output, "text\nTitle: after\nmore\n");
+
+    bool isHeld = false;
+    output.holdGame = [&](bool isToWait) { isHeld = isToWait; };
+    sink.isFullNow = true;
+    output.write("too much\n");
+    loop.runPosted();
+    EXPECT_TRUE(isHeld);
+    output.catchUp();
+    EXPECT_FALSE(isHeld) << "all is written";
 }
 
 TEST(ZNTConsoleWriter, AFullPipeDoesNotBlockTheWriterAndLosesNothing)

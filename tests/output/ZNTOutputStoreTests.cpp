@@ -63,6 +63,14 @@ TEST(OutputStore, RunsKeepTheirLookAcrossAppendsLinesAndLeftOutCharacters)
         described += style.isBold ? u" bold>" : u">";
     });
     EXPECT_EQ(described, u"<plain white><RED\nred  red><bold red bold><! green>");
+    EXPECT_EQ(store.fontsIn(store.start(), store.end()).size(), 1U) << "colours and bold begin none";
+    text.sets[1].font = ZNTFont{u"Times", 20};
+    store.append(text);
+    store.append(coloured(u"!", green));
+    const auto fonts = store.fontsIn(store.start(), store.end());
+    ASSERT_EQ(fonts.size(), 3U);
+    EXPECT_NE(fonts[0].second, fonts[1].second);
+    EXPECT_EQ(fonts[0].second, fonts[2].second);
 }
 
 TEST(OutputStore, ALineWithoutEndGoesOnInFurtherLinesAndCopiesWithoutABreak)
