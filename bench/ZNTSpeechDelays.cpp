@@ -19,20 +19,23 @@ namespace
 struct Scene {
     const char* name;
     int chunks, linesOfAChunk;
-    double interval; ///< seconds between two chunks
+    double interval;          ///< seconds between two chunks
+    bool isFirstText = false; ///< it comes before the player's first line
 };
-constexpr Scene scenes[] = {{"fight, 4 lines every 2 s for 60 s", 30, 4, 2},
-                            {"burst of 500 lines", 1, 500, 0},
-                            {"flood of 1,000 lines in 1 s", 100, 10, 0.01},
-                            {"description of 12 lines", 1, 12, 0},
-                            {"talk, a line every 4 s for 60 s", 15, 1, 4}};
+constexpr Scene scenes[] = {
+    {"fight, 4 lines every 2 s for 60 s", 30, 4, 2}, {"burst of 500 lines", 1, 500, 0},
+    {"flood of 1,000 lines in 1 s", 100, 10, 0.01},  {"description of 12 lines", 1, 12, 0},
+    {"welcome of 12 lines", 1, 12, 0, true},         {"talk, a line every 4 s for 60 s", 15, 1, 4}};
 
 struct Manner {
     const char* name;
     bool followsVoice, catchesUp;
+    ZNTSpeechQueue::Finished finished = ZNTSpeechQueue::Finished::None;
 };
-constexpr Manner manners[] = {
-    {"default", false, false}, {"follow-voice", true, false}, {"follow-voice, catch-up", true, true}};
+constexpr Manner manners[] = {{"default", false, false},
+                              {"follow-voice", true, false},
+                              {"follow-voice, catch-up", true, true},
+                              {"set up for listening", true, true, ZNTSpeechQueue::Finished::First}};
 
 /// Counted by the lines that are found in what was said. Delays are seconds from a line's arrival to its
 /// begin.
@@ -55,8 +58,12 @@ Delays measure(const Scene& scene, const Manner& manner, double wordsPerMinute)
     ZNTSpeechSynth synth(loop, engine, reader);
     synth.setFollowsVoice(manner.followsVoice);
     synth.setCatchesUp(manner.catchesUp);
+    synth.setFinishedTexts(manner.finished);
     synth.speechOn();
+    synth.firstTextBegins();
     loop.advance(10.2); // between two polls
+    if (!scene.isFirstText)
+        synth.firstTextEnds();
 
     const double start = loop.now();
     for (int chunk = 0; chunk < scene.chunks; ++chunk) {
