@@ -30,6 +30,14 @@ bool isSelectionOfFocusChange(const QAccessibleEvent& event)
     return line && event.type() == QAccessible::TextSelectionChanged && (isCaretQuiet || !line->hasFocus());
 }
 
+/// The caret of a field that is filled while its window opens. A reader would take the field for known, and
+/// not say it once it has the focus.
+bool isCaretWithoutFocus(const QAccessibleEvent& event)
+{
+    const auto* line = qobject_cast<const QLineEdit*>(event.object());
+    return event.type() == QAccessible::TextCaretMoved && (isCaretQuiet || (line && !line->hasFocus()));
+}
+
 /// Qt says what is typed as it is, also in a field that shows dots. A reader would say each letter.
 bool isHiddenTyping(const QAccessibleEvent& event)
 {
@@ -79,8 +87,8 @@ void tellTextOfSameLength(const QAccessibleEvent& event)
 
 void tellWhatIsKnown(QAccessibleEvent* event)
 {
-    if ((isCaretQuiet && event->type() == QAccessible::TextCaretMoved) || isHiddenTyping(*event) ||
-        isBehindMenu(*event) || isRowOfListWithoutFocus(*event) || isSelectionOfFocusChange(*event))
+    if (isCaretWithoutFocus(*event) || isHiddenTyping(*event) || isBehindMenu(*event) ||
+        isRowOfListWithoutFocus(*event) || isSelectionOfFocusChange(*event))
         return;
     QAccessible::installUpdateHandler(next);
     QAccessible::updateAccessibility(event);

@@ -231,6 +231,8 @@ def walk_sheets(walk):
     walk.dialog("Keyboard map", keys="F1")
     narrow_down(walk, "Keyboard map", "F1", "ctrl+k")
     by_menu(walk, "About Zantor", "About Zantor", to_the_menu=["Left"])
+    by_menu(walk, "Export triggers", "Export...")
+    by_menu(walk, "Import triggers", "Import...")
 
 
 def by_menu(walk, title, item, to_the_menu=()):
