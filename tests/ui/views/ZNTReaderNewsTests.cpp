@@ -151,6 +151,8 @@ TEST(MenuTitles, AMenuThatOpensIsAnnouncedAndTheItemBehindItGetsTheFocusBack)
     menu.addAction(QStringLiteral("Say"));
     QMenu& channels = *menu.addMenu(QStringLiteral("Channels"));
     channels.setAccessibleName(QStringLiteral("Channels"));
+    for (QMenu* each : {&channels, &nameless}) // from Qt 6.8 on an empty menu does not open
+        each->addAction(QStringLiteral("Newest"));
     menu.popup({});
     menu.setActiveAction(channels.menuAction());
     wait(50);
