@@ -54,7 +54,8 @@ void ZNTMacroGroupDropDownController::createNewMacroGroup()
         groups.add(znt::trimmedOfBlanks(macroGroupComboBox.text()));
         macroGroupComboBox.reloadData();
         platform.notifications.post(comboBoxChangedName, this);
-        show(ZNTMacroGroups::created); // also if it was not saved; the log says so
+        // Also if it was not saved; the log says so.
+        platform.alert.showSuccess(ZNTMacroGroups::created.title, ZNTMacroGroups::created.text);
     }
 }
 

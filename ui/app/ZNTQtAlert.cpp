@@ -64,6 +64,16 @@ QMessageBox* ZNTQtAlert::newBox(std::u16string_view title, std::u16string_view t
 
 void ZNTQtAlert::showMessage(std::u16string_view title, std::u16string_view text)
 {
+    show(News::Bad, title, text);
+}
+
+void ZNTQtAlert::showSuccess(std::u16string_view title, std::u16string_view text)
+{
+    show(News::Good, title, text);
+}
+
+void ZNTQtAlert::show(News news, std::u16string_view title, std::u16string_view text)
+{
     if (lastMessage && lastMessage->isVisible() && lastMessage->text() == znt::qtText(title) &&
         lastMessage->informativeText() == znt::qtText(text)) {
         lastMessage->raise();
@@ -71,6 +81,8 @@ void ZNTQtAlert::showMessage(std::u16string_view title, std::u16string_view text
         return;
     }
     QMessageBox* box = newBox(title, text);
+    if (news == News::Good)
+        box->setIcon(QMessageBox::Information);
     box->setStandardButtons(QMessageBox::Ok);
     lastMessage = box;
     // The alert opens while the player types, so typing goes on in the line.

@@ -19,11 +19,14 @@ public:
     void setMainWindow(QWidget* window);
 
     void showMessage(std::u16string_view title, std::u16string_view text) override;
+    void showSuccess(std::u16string_view title, std::u16string_view text) override;
     void askForConfirmation(std::u16string_view title, std::u16string_view text,
                             std::function<void(bool confirmed)> answered) override;
 
 private:
+    enum class News { Bad, Good };
     QMessageBox* newBox(std::u16string_view title, std::u16string_view text) const;
+    void show(News news, std::u16string_view title, std::u16string_view text);
 
     QPointer<QWidget> mainWindow;
     QPointer<QMessageBox> lastMessage;

@@ -16,11 +16,13 @@ const QString lineOfPage =
 constexpr int rowsOfPage = 34;
 constexpr int fewestColumns = 20, fewestRows = 6;
 
-/// The first line of the text itself. Its heading is the window's title, which readers have said by then.
-QTextBlock firstLineOf(const QTextDocument& document, const QString& title)
+/// The first line of the text itself. Its heading says what the window's title says, which readers have said
+/// by then.
+QTextBlock firstLineOf(const QTextDocument& document)
 {
     QTextBlock block = document.firstBlock();
-    while (block.next().isValid() && (block.text().trimmed().isEmpty() || block.text() == title))
+    while (block.next().isValid() &&
+           (block.text().trimmed().isEmpty() || block.blockFormat().headingLevel() == 1))
         block = block.next();
     return block;
 }
@@ -55,7 +57,7 @@ ZNTHelpPage::ZNTHelpPage(QWidget& window, const QString& title, const char* name
         reader->setHtml(words);
     else
         reader->setMarkdown(words);
-    const QTextBlock first = firstLineOf(*reader->document(), title);
+    const QTextBlock first = firstLineOf(*reader->document());
     reader->setTextCursor(QTextCursor(first));
     const QFontMetrics metrics(reader->font());
     reader->setMinimumSize(metrics.averageCharWidth() * fewestColumns, metrics.height() * fewestRows);

@@ -91,8 +91,10 @@ void ZNTFileWiring::exportTo(const QString& path)
     lastFolder = QFileInfo(path).absolutePath();
     // The dialog has asked already whether a file may be replaced.
     const auto answer = exchange.exportTo(pathOf(path), ZNTExchange::Overwrite::AnyFile);
-    controller.services().platform.alert.showMessage(answer.hasSucceeded ? u"Exported" : u"Not exported",
-                                                     answer.words);
+    if (answer.hasSucceeded)
+        controller.services().platform.alert.showSuccess(u"Exported", answer.words);
+    else
+        controller.services().platform.alert.showMessage(u"Not exported", answer.words);
 }
 
 void ZNTFileWiring::importFrom(const QString& path)
@@ -101,10 +103,12 @@ void ZNTFileWiring::importFrom(const QString& path)
     auto answer = exchange.importFrom(pathOf(path));
     if (!answer.newTriggers.empty())
         answer.words += u" The triggers take effect after Reload triggers.";
-    if (answer.hasSucceeded)
-        controller.showImported(answer.newTriggers);
-    controller.services().platform.alert.showMessage(answer.hasSucceeded ? u"Imported" : u"Not imported",
-                                                     answer.words);
+    if (!answer.hasSucceeded) {
+        controller.services().platform.alert.showMessage(u"Not imported", answer.words);
+        return;
+    }
+    controller.showImported(answer.newTriggers);
+    controller.services().platform.alert.showSuccess(u"Imported", answer.words);
 }
 
 std::string ZNTFileWiring::logFolder() const
