@@ -178,3 +178,15 @@ TEST_F(ZNTWindowRoom, ControlsThatGrowAndShrinkInOpenWindowsStayWhole)
     }
     QApplication::setFont(before);
 }
+
+TEST_F(ZNTWindowRoom, ARingTouchesNeitherTheMarkNorTheWordsInIt)
+{
+    const auto& box = *window.listeningBox;
+    window.listeningBox->setFocus();
+    const auto rings = window.findChildren<QFocusFrame*>();
+    ASSERT_EQ(rings.size(), 1);
+    constexpr int ringAndGap = 4;
+    EXPECT_EQ(rings[0]->mapToGlobal(QPoint()).x(), box.mapToGlobal(QPoint()).x() - ringAndGap);
+    EXPECT_FALSE(
+        rings[0]->mask().contains(rings[0]->mapFromGlobal(box.mapToGlobal(QPoint(-1, box.height() / 2)))));
+}

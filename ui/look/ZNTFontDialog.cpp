@@ -46,23 +46,27 @@ void appendIn(ZNTAttributedText& text, std::u16string_view words, ZNTColour colo
 {
     text.runs.push_back(
         {static_cast<std::uint32_t>(text.text.size()), static_cast<std::uint32_t>(text.sets.size())});
-    text.sets.emplace_back().foreground = colour;
+    auto& set = text.sets.emplace_back();
+    set.foreground = colour;
+    if (colour == set.shownBackground())
+        set.background = znt::colours::white; // else it is a hole in the row
     text.text += words;
 }
 
 /// Letters that fonts make alike, then the colours that games name.
 ZNTAttributedText sampleText()
 {
-    constexpr std::array<std::u16string_view, znt::namedColours> names{
-        u"black",        u"red",           u"green",       u"yellow",         u"blue",
-        u"magenta",      u"cyan",          u"white",       u"bright black",   u"bright red",
-        u"bright green", u"bright yellow", u"bright blue", u"bright magenta", u"bright cyan",
-        u"bright white"};
+    constexpr std::array<std::u16string_view, znt::namedColours / 2> names{
+        u"black", u"red", u"green", u"yellow", u"blue", u"magenta", u"cyan", u"white"};
     ZNTAttributedText text;
-    appendIn(text, u"The lantern burns: 0O 1lI |!, \"`', {[()]}\n", znt::colours::white);
-    for (std::size_t number = 0; number < names.size(); ++number) {
-        appendIn(text, names[number], znt::colourTable[number]);
-        text.text += number + 1 == names.size() / 2 ? u"\n" : u" ";
+    appendIn(text, u"The lantern burns: 0O 1lI |!, \"`', {[()]}", znt::colours::white);
+    const ZNTColour* colour = znt::colourTable.data();
+    for (const auto row : {u"\nnormal", u"\nbright"}) {
+        appendIn(text, row, znt::colours::white);
+        for (const auto name : names) {
+            appendIn(text, u" ", znt::colours::white);
+            appendIn(text, name, *colour++);
+        }
     }
     return text;
 }
@@ -117,7 +121,7 @@ void ZNTFontDialog::makeList()
         },
         [this] { return fontsInWords(); });
     field->setObjectName(QStringLiteral("fontFilter"));
-    field->setPlaceholderText(QStringLiteral("A part of the name"));
+    field->setPlaceholderText(QStringLiteral("Part of a name"));
     field->setWhatsThis(
         QStringLiteral("Type a part of a name to see only such fonts. Down goes to the list."));
     filter = field;

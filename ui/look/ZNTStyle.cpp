@@ -94,10 +94,10 @@ bool isRingInside(const QWidget* ring)
 QRect placeOfRing(const QRect& whole, const QWidget* ring)
 {
     if (isRingInside(ring))
-        return whole.adjusted(ringWidth, ringWidth, -ringWidth, -ringWidth);
+        return whole.adjusted(ringWidth + gapInRing, ringWidth, -ringWidth - gapInRing, -ringWidth);
     const auto* marked = markedIn(ring);
     if (!marked)
-        return whole;
+        return whole.adjusted(gapInRing, 0, -gapInRing, 0);
     const int around = 2 * (ringWidth + gapInRing);
     const QRect words(0, 0, std::min(whole.width(), marked->sizeHint().width() + around), whole.height());
     return QStyle::visualRect(marked->layoutDirection(), whole, words);
@@ -310,6 +310,7 @@ QSize ZNTStyle::sizeFromContents(ContentsType type, const QStyleOption* option, 
         return size.expandedTo(
             QFontMetrics(headingFont(widget->font())).size(Qt::TextShowMnemonic, group->text));
     const int line = option->fontMetrics.height();
+    const int field = line * 5 / 4 + 7;
     switch (type) {
     case CT_PushButton:
         // Fusion puts the same few pixels around the words of every font.
@@ -317,8 +318,11 @@ QSize ZNTStyle::sizeFromContents(ContentsType type, const QStyleOption* option, 
         [[fallthrough]];
     case CT_ComboBox:
     case CT_LineEdit:
-    case CT_SpinBox:
-        size.setHeight(std::max(size.height(), line * 5 / 4 + 7));
+    case CT_Slider: // lying ones only
+        size.setHeight(std::max(size.height(), field));
+        break;
+    case CT_SpinBox: // asks for a field of this height and for edges around it
+        size.setHeight(field);
         break;
     case CT_ItemViewItem:
         if (qobject_cast<const QListView*>(widget))
@@ -337,9 +341,13 @@ int ZNTStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const 
         widget != nullptr ? widget->fontMetrics().height() : QFontMetrics(QApplication::font()).height();
     switch (metric) {
     case PM_FocusFrameHMargin:
-        return ringWidth + (markedIn(widget) ? gapInRing : 0);
+        // A ring asks without naming itself, so each has room for the gap. Item views name themselves: they
+        // keep their words as far from the edge of a cell.
+        return ringWidth + (widget == nullptr ? gapInRing : 0);
     case PM_FocusFrameVMargin:
         return ringWidth;
+    case PM_HeaderMargin:
+        return ringWidth + 1; // as the cells below have it
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
     case PM_ExclusiveIndicatorWidth:

@@ -52,15 +52,15 @@ ZNTFindBar::ZNTFindBar(ZNTOutputView& output, const QString& nameOfField) : outp
     done = button("Close", "findClose", "Close find");
     found = new QLabel(this);
     found->setObjectName(text("findStatus"));
-    found->setMinimumWidth(found->fontMetrics().averageCharWidth() * 16);
 
     auto* row = new ZNTFlowLayout(this, gap);
     row->addStretching(new ZNTCaptionedField(text("Find"), wanted, 20));
     wanted->setAccessibleName(nameOfField);
+    // The words come and go, and what they need comes off the field: the buttons stay where they are.
+    row->addWidget(found);
     row->addWidget(previous);
     row->addWidget(next);
     row->addWidget(done);
-    row->addWidget(found);
     found->hide();
 
     QObject::connect(wanted, &QLineEdit::textChanged, this, [this](const QString& what) {

@@ -32,16 +32,17 @@ ZNTSentLinesPicker::ZNTSentLinesPicker(QWidget& window, QStringList givenLines,
       filter(new QLineEdit(this)),
       words(new QLabel(this)),
       list(new ZNTHintedList<QListView>(this)),
-      put(new QPushButton(pickerText("&Put it into the command line"), this))
+      put(new QPushButton(pickerText("&Use this line"), this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(pickerText("sentLinesPicker"));
     setWindowTitle(pickerText("Lines I have sent"));
 
-    auto* caption = new QLabel(pickerText("&Find"), this);
+    auto* caption = new QLabel(pickerText("&Filter"), this);
     caption->setBuddy(filter);
     filter->setObjectName(pickerText("sentLinesFilter"));
-    filter->setAccessibleName(pickerText("Find"));
+    filter->setAccessibleName(pickerText("Filter"));
+    filter->setPlaceholderText(pickerText("Part of a line"));
     filter->setClearButtonEnabled(true);
     filter->setWhatsThis(
         pickerText("Only lines with these letters are listed. Up and Down go through them."));
@@ -59,16 +60,17 @@ ZNTSentLinesPicker::ZNTSentLinesPicker(QWidget& window, QStringList givenLines,
     words->setObjectName(pickerText("words"));
 
     put->setObjectName(pickerText("putSentLine"));
-    put->setWhatsThis(pickerText("The line is not sent. You can change it first."));
+    put->setWhatsThis(
+        pickerText("Puts the line into the command line. It is not sent. You can change it first."));
     put->setDefault(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     buttons->addButton(put, QDialogButtonBox::AcceptRole);
 
-    auto* find = new QHBoxLayout;
-    find->addWidget(caption);
-    find->addWidget(filter);
+    auto* narrow = new QHBoxLayout;
+    narrow->addWidget(caption);
+    narrow->addWidget(filter);
     auto* layout = new QVBoxLayout(this);
-    layout->addLayout(find);
+    layout->addLayout(narrow);
     layout->addWidget(words);
     layout->addWidget(list);
     layout->addWidget(buttons);

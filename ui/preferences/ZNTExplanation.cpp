@@ -51,6 +51,12 @@ void ZNTExplanation::standBelow(const QWidget& explained)
     takeIndent();
 }
 
+void ZNTExplanation::standBeside()
+{
+    isBeside = true;
+    takeIndent();
+}
+
 bool ZNTExplanation::event(QEvent* event)
 {
     const bool isHandled = QLabel::event(event);
@@ -72,7 +78,7 @@ void ZNTExplanation::takeIndent()
 {
     const QWidget* form = parentWidget(); // its font is that of the control
     if (mark == Mark::None || form == nullptr)
-        return setContentsMargins(0, 0, 0, roomBelow);
+        return setContentsMargins(0, 0, 0, isBeside ? 0 : roomBelow);
     const auto metric = [&](QStyle::PixelMetric what) { return style()->pixelMetric(what, nullptr, form); };
     const bool isBox = mark == Mark::Box;
     const int left = metric(isBox ? QStyle::PM_IndicatorWidth : QStyle::PM_ExclusiveIndicatorWidth) +

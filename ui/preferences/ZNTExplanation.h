@@ -19,6 +19,8 @@ public:
     void setExplains(const QString& objectName) { control = objectName; }
     /// Stands below the words of `explained`, which may have a mark before them.
     void standBelow(const QWidget& explained);
+    /// Stands in a row with controls, at their middle.
+    void standBeside();
 
 protected:
     bool event(QEvent* event) override;
@@ -30,4 +32,5 @@ private:
     enum class Mark { None, Box, Circle };
     QString control;
     Mark mark = Mark::None;
+    bool isBeside = false;
 };

@@ -83,8 +83,10 @@ void ZNTTriggersTab::wireButtons()
     click(form.removeTriggerButton, [this] { triggers.removeItem(); });
     click(form.saveTriggerButton, [this] { saveTrigger(); });
     click(form.reloadTriggersButton, [this] { reloadTriggers(); });
-    for (auto* line : {form.triggersInUse, form.inactiveHint})
-        line->setMinimumHeight(form.reloadTriggersButton->sizeHint().height()); // beside the buttons
+    for (auto* line : {form.triggersInUse, form.inactiveHint}) {
+        line->setMinimumHeight(form.reloadTriggersButton->sizeHint().height());
+        line->standBeside();
+    }
 }
 
 /// The number of triggers that are in use is not the one of the table any more.

@@ -108,8 +108,9 @@ void znt::fitToScreen(QWidget& window)
     const auto texts = window.findChildren<QPlainTextEdit*>();
     int linesMore = 0;
     for (auto* text : texts) {
-        const int line = text->fontMetrics().height();
-        text->setMinimumHeight(line * leastLinesOfText);
+        const int line = text->fontMetrics().lineSpacing();
+        const int edges = 2 * (text->frameWidth() + static_cast<int>(text->document()->documentMargin()));
+        text->setMinimumHeight(line * leastLinesOfText + edges);
         // Else it asks for many lines even where the window has no room for them, and the buttons below it
         // are out of sight.
         text->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
