@@ -72,7 +72,7 @@ class RecordingService(threading.Thread):
             send(f"{code}-{number}", f"{code}-1", f"{code} {event}")
 
 
-def until(condition, seconds=20):
+def until(condition, seconds=60):
     end = time.monotonic() + seconds
     while time.monotonic() < end:
         if condition():
@@ -198,7 +198,7 @@ def run(program):
     orca = subprocess.Popen(["/usr/bin/python3", shutil.which("orca"), "--replace", "--disable=braille",
                              "--disable=braille-monitor"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     expect("a reader that was started is noticed",
-           until(lambda: probe.state() == "running, active", 30), True)
+           until(lambda: probe.state() == "running, active", 120), True)
     quiet(service)
 
     check_burst(service, probe, "burst", "reader",
