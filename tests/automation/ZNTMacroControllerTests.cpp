@@ -100,6 +100,7 @@ protected:
 
 TEST_F(ZNTMacroControllers, TheCurrentGroupIsTheOneNamed)
 {
+    EXPECT_EQ(comboBox.timesReloaded, 1) << "its list is filled at once";
     EXPECT_EQ(selector->comboBoxObjectValueForItemAtIndex(2), u"");
     comboBox.content = u"\t walk ";
     EXPECT_EQ(currentOid(), groups[1].oid) << "if nothing was picked, the box's own text counts";
@@ -147,7 +148,9 @@ TEST_F(ZNTMacroControllers, DeletingAGroupAsksAndDeletesItsMacros)
     EXPECT_EQ(comboBox.content + storedGroups(), u"fightfight walk ");
 
     machine.alert.answer = true;
+    const int reloads = comboBox.timesReloaded;
     selector->deleteMacroGroup();
+    EXPECT_EQ(comboBox.timesReloaded, reloads + 1);
     EXPECT_EQ(comboBox.content + takeAlerts(), u"");
     EXPECT_EQ(namesOf(selector->macroGroups()), u"walk ");
     EXPECT_THAT(list->getAllMacroNames(), testing::ElementsAre(u"home"));

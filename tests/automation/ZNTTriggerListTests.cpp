@@ -51,6 +51,7 @@ TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
         {u"You are hungry\\.", u"eat", u"You are hungry!", {}},
         {u"^Bob", u"wave", u"Ann\nBob", {}},
         {u"%1 gives * to %1", u"%1 %1", u"Bob gives bread to Ann.", {u"Bob Bob"}},
+        {u"A %1, %1, %1, %1!", u"get %1", u"A rat, a cat, a dog, an owl!", {u"get rat"}},
         {u"one\r\ntwo", u"yes", u"one\r\ntwo", {u"yes"}},
         {u"\\0141b", u"yes", u"ab", {u"yes"}},
         // The character behind "\c" opens or closes nothing.

@@ -103,4 +103,17 @@ TEST(OutputRows, EveryRowIsFoundAgainAfterEveryChangeOfWidth)
     ASSERT_GT(store.endBlock(), 3);
 }
 
+TEST(OutputRows, ARowThatTheEstimateHadTooManyIsTheFirstOfTheNextBlock)
+{
+    ZNTOutputStore store;
+    ZNTOutputRows rows(store);
+    const auto padded = u"guard" + std::u16string(95, u' ') + u"\n"; // the blanks hang: it is one row
+    while (store.endBlock() < 3)
+        store.append(coloured(padded));
+    rows.setRoom(50, [](auto) { return 1.0; });
+    const auto lines = store.block(store.firstBlock()).lineCount;
+    EXPECT_EQ(rows.placeOfRow(2 * lines - 1), (ZNTRowPlace{lines, 0}));
+    EXPECT_EQ(rows.placeOfRow(lines - 1), (ZNTRowPlace{lines - 1, 0})) << "the view was there";
+}
+
 } // namespace

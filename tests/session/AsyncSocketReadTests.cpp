@@ -89,3 +89,16 @@ TEST_F(AsyncSocketReadTest, ProgressIsThatOfTheReadWhichGoesOnAndAllOfItIfItHasN
     EXPECT_TRUE(std::isnan(socket->progressOfWriteReturningTag(&tag, &done, &total)));
     EXPECT_EQ(std::tuple(tag, done, total), std::tuple(0, 0u, 0u));
 }
+
+TEST_F(AsyncSocketReadTest, AReadThatMayNotWaitTakesWhatIsThereAndElseTimesOut)
+{
+    connect();
+    socket->readDataToData(AsyncSocket::LFData, -1, 1);
+    peer.send("line\nrest");
+    ASSERT_TRUE(awaitReads(1));
+    socket->readDataToLength(4, 0, 2);
+    socket->readDataWithTimeout(0, 3);
+    loop.advance(0);
+    EXPECT_EQ(heard.reads.back(), "rest");
+    EXPECT_EQ(heard.lastError.description, "Read operation timed out");
+}

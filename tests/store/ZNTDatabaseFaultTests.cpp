@@ -193,4 +193,11 @@ TEST_F(ZNTDatabaseFaults, AFullDiskKeepsWhatIsStored)
     }
 }
 
+TEST_F(ZNTDatabaseFaults, AViewInPlaceOfATableIsNotRead)
+{
+    EXPECT_THAT(files.rows("alter table ZNTMacro rename to other"), IsEmpty());
+    EXPECT_THAT(files.rows("create view ZNTMacro as select * from other"), IsEmpty());
+    EXPECT_THAT(storedNames(), IsEmpty()) << "another file's view could be endless";
+}
+
 } // namespace
