@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QPainter>
 #include <QScreen>
 #include <QTabBar>
 #include <QTimer>
@@ -101,8 +102,17 @@ void ZNTPreferencesController::wireWindow(QWidget& window)
     whenEvent(*dialog, QEvent::Polish, life, [this] { znt::alignLabelColumns(*dialog); });
     whenEvent(*dialog, QEvent::FontChange, life, [this] { takeFont(); });
     whenEvent(*dialog, QEvent::Hide, life, [this] { place = QRect(dialog->pos(), dialog->size()); });
+    whenEvent(*dialog, QEvent::Paint, life, [this] { drawEndOfPage(); });
     QObject::connect(layout->closeButton, &QPushButton::clicked, dialog, &QDialog::close);
     QObject::connect(dialog, &QDialog::finished, &window, &QWidget::activateWindow);
+}
+
+/// A page that scrolls cuts words off in the middle. A line says that it is the page's end that does so. It
+/// is drawn, since a screen reader would name a widget.
+void ZNTPreferencesController::drawEndOfPage()
+{
+    const int end = layout->tabView->geometry().bottom() + 1;
+    QPainter(dialog).fillRect(0, end, dialog->width(), 1, dialog->palette().color(QPalette::Mid));
 }
 
 /// A window manager keeps a window of another window in front of it. This one shall not hide the game.

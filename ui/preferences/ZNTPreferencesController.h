@@ -63,6 +63,7 @@ public:
 private:
     void select(ZNTSettingTab tab) { tabView.selectTab(static_cast<int>(tab)); }
     void finishForm();
+    void drawEndOfPage();
     void standBeside(QWidget& window);
     void wireWindow(QWidget& window);
     void takeFont();

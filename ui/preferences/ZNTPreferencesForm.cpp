@@ -81,6 +81,14 @@ QFormLayout& znt::formOfGroup(QWidget& page, const QString& heading)
     return group ? *static_cast<QFormLayout*>(group->layout()) : makeGroup(page, heading);
 }
 
+void znt::addBelowField(QFormLayout& form, QWidget& words)
+{
+    const int row = form.rowCount();
+    // Without an item in the label's place Qt takes the height that the words would need at another width.
+    form.setItem(row, QFormLayout::LabelRole, new QSpacerItem(0, 0));
+    form.setWidget(row, QFormLayout::FieldRole, &words);
+}
+
 void znt::alignLabelColumns(QDialog& dialog)
 {
     QList<QWidget*> labels;

@@ -12,6 +12,9 @@ namespace znt
 /// The form of the group with that heading on `page`; if there is none, a new group before the page's spring.
 QFormLayout& formOfGroup(QWidget& page, const QString& heading);
 
+/// Adds a row with `words` in the column of fields.
+void addBelowField(QFormLayout& form, QWidget& words);
+
 /// Gives all forms of `dialog` a label column of the same width. Call it again when the font changes.
 void alignLabelColumns(QDialog& dialog);
 

@@ -128,10 +128,12 @@ void addWithCaption(const Setting& setting, QWidget& control, QFormLayout& form)
         form.addRow(caption, line);
     }
     // A row of its own, since a caption stands at the middle of the whole field.
-    if (!setting.explanation().isEmpty())
-        form.setWidget(form.rowCount(),
-                       setting.row.words.empty() ? QFormLayout::SpanningRole : QFormLayout::FieldRole,
-                       explanationFor(setting));
+    if (setting.explanation().isEmpty())
+        return;
+    if (setting.row.words.empty())
+        form.addRow(explanationFor(setting));
+    else
+        znt::addBelowField(form, *explanationFor(setting));
 }
 
 MadeControl numberFieldFor(const Setting& setting, int ZNTSettings::*field, QFormLayout& form)

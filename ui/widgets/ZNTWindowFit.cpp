@@ -109,7 +109,8 @@ void znt::fitToScreen(QWidget& window)
     int linesMore = 0;
     for (auto* text : texts) {
         const int line = text->fontMetrics().lineSpacing();
-        const int edges = 2 * (text->frameWidth() + static_cast<int>(text->document()->documentMargin()));
+        // An editor wants its margin a second time below the last line, else it has a scroll bar.
+        const int edges = 2 * text->frameWidth() + static_cast<int>(3 * text->document()->documentMargin());
         text->setMinimumHeight(line * leastLinesOfText + edges);
         // Else it asks for many lines even where the window has no room for them, and the buttons below it
         // are out of sight.
