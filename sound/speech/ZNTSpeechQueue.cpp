@@ -49,7 +49,7 @@ void ZNTSpeechQueue::appendChunk(std::u16string_view chunk, double now, Source s
 {
     text.insert(text.end(), chunk.begin(), chunk.end());
     chunks.push_back({static_cast<std::uint32_t>(chunk.size()), millisecondsAt(now),
-                      source == Source::Replay ? replayNumber : countInText(now)});
+                      source == Source::Game ? countInText(now) : keptNumber});
 }
 
 std::uint32_t ZNTSpeechQueue::countInText(double now)
@@ -110,7 +110,7 @@ double ZNTSpeechQueue::waitOfFirst(double now) const
 
 bool ZNTSpeechQueue::isFirstKept() const
 {
-    if (chunks.front().textNumber == replayNumber)
+    if (chunks.front().textNumber == keptNumber)
         return true;
     if (finished == Finished::None || chunks.front().textNumber != newestText)
         return false;

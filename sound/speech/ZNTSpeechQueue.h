@@ -42,8 +42,9 @@ public:
     static constexpr std::size_t mostLinesOfFirstText = 100;
     enum class Finished { None, First, Every };
 
-    /// Where text comes from. What the player asked to hear again is not dropped for its wait.
-    enum class Source { Game, Replay };
+    /// Where text comes from. What the player asked to hear again is not dropped for its wait, nor is a
+    /// sentence of the client itself, which no replay has. Neither is newer text of the game.
+    enum class Source { Game, Replay, Client };
 
     /// Lines that are in the queue already stay in the chunks that they came in.
     void setCatchesUp(bool catchesUp) { this->catchesUp = catchesUp; }
@@ -69,10 +70,10 @@ private:
     struct Chunk {
         std::uint32_t length;       ///< UTF-16 units
         std::uint32_t milliseconds; ///< when it came; starts again at 0 after 49 days
-        std::uint32_t textNumber;   ///< which text it belongs to, of all texts that came, or `replayNumber`
+        std::uint32_t textNumber;   ///< which text it belongs to, of all texts that came, or `keptNumber`
     };
 
-    static constexpr std::uint32_t replayNumber = 0; ///< the first text of the game has 1
+    static constexpr std::uint32_t keptNumber = 0; ///< the first text of the game has 1
 
     void appendLines(std::u16string_view chunk, double now, Source source);
     void appendChunk(std::u16string_view chunk, double now, Source source);
@@ -85,7 +86,7 @@ private:
     /// Whether what comes at that time belongs to the text that came last.
     [[nodiscard]] bool continuesNewestText(double now) const;
     [[nodiscard]] bool isOfFirstText(double now) const { return now >= firstTextBegin && now < firstTextEnd; }
-    /// Whether the first chunk is of a replay, or belongs to the text that came last, and that is kept.
+    /// Whether the first chunk is not of the game, or belongs to the text that came last, and that is kept.
     [[nodiscard]] bool isFirstKept() const;
     /// The first line of the first chunk, with the line ends around it.
     [[nodiscard]] std::size_t firstLineLength() const;

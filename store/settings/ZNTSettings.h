@@ -276,8 +276,8 @@ inline constexpr std::array ZNTSettingsTable{
     ZNTSettingRow{.name = "finish-texts",
                   .field = &ZNTSettings::finishTexts,
                   .sentence =
-                      "No line of such a text is skipped until newer text comes. The first text lasts "
-                      "until your first line; every text means each one of up to 30 lines.",
+                      "Which texts are said to their end, unless newer text comes. The first one is all that "
+                      "comes before your first line; every one is each text of up to 30 lines.",
                   .tab = ZNTSettingTab::Speech,
                   .scope = ZNTSettingScope::Player,
                   .whenListening = "first",
@@ -311,7 +311,8 @@ inline constexpr std::array ZNTSettingsTable{
     // Control types nothing, so a player who listens while typing loses no line to a letter.
     ZNTSettingRow{.name = "silence-key",
                   .field = &ZNTSettings::silenceKey,
-                  .sentence = "The key that silences the voice; with one, no line pauses before it is sent.",
+                  .sentence =
+                      "The key that silences the voice. If one is set, a line that you send leaves at once.",
                   .tab = ZNTSettingTab::Speech,
                   .scope = ZNTSettingScope::Player,
                   .whenListening = "control",

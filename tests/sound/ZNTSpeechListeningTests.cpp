@@ -162,6 +162,24 @@ TEST_F(ListeningSpeech, AReplayIsSpokenWholeAlsoIfNewerTextComesMeanwhile)
     EXPECT_EQ(texts()[61], "20 lines skipped.");
 }
 
+TEST_F(ListeningSpeech, ASentenceOfTheClientIsNotSkippedAndSkipsNoLineOfTheTextBeforeIt)
+{
+    using Finished = ZNTSpeechQueue::Finished;
+    synth.setCatchesUp(true);
+    engine.wordsPerMinute = 60;
+    for (const auto finished : {Finished::None, Finished::Every}) {
+        synth.setFinishedTexts(finished);
+        engine.said.clear();
+        for (int line = 0; line < 8; ++line)
+            say("a question of five words");
+        loop.advance(2);
+        synth.speakLine(u"hidden", synth.stopCount(), synth.now(), ZNTSpeechQueue::Source::Client);
+        loop.advance(100);
+        EXPECT_EQ(std::ranges::count(texts(), "a question of five words") == 8, finished == Finished::Every);
+        EXPECT_EQ(texts().back(), "hidden");
+    }
+}
+
 TEST_F(ListeningSpeech, TheFirstTextOfAConnectionIsSpokenWholeUntilNewerTextComes)
 {
     using Finished = ZNTSpeechQueue::Finished;

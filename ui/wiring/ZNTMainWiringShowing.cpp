@@ -197,15 +197,16 @@ void ZNTMainWiring::showTyping()
 }
 
 /// Games switch before they ask, and the question is what the player must know first. So this waits until the
-/// game is silent and then for its turn behind the text.
+/// game is silent and then for its turn behind the text. There it is not skipped, however late it is.
 void ZNTMainWiring::sayTyping()
 {
     if (std::exchange(isTypingSaidHidden, wasTypingHidden) == wasTypingHidden)
         return;
+    auto& synth = session.zntSpeechSynth();
     const std::u16string words =
         wasTypingHidden ? u"What you type is hidden" : u"What you type is shown again";
     if (session.speechOnOffBindingState() == 1)
-        session.zntSpeechSynth().speakLine(words);
+        synth.speakLine(words, synth.stopCount(), synth.now(), ZNTSpeechQueue::Source::Client);
     else
         say(words);
 }
