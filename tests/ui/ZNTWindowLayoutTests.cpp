@@ -4,6 +4,7 @@
 
 #include <QAbstractSpinBox>
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDebug>
 #include <QFocusFrame>
