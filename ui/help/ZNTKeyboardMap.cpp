@@ -88,7 +88,7 @@ void ZNTKeyboardMap::makeTable(const ZNTMainMenu& menu)
     table->setAccessibleName(QStringLiteral("Keys"));
     table->setWhatsThis(
         QStringLiteral("What each key does, and in which menu it is. Up and Down go through the rows."));
-    table->setEmptyHint(QStringLiteral("No key fits these words"));
+    table->setEmptyHint(QStringLiteral("No key fits these words."));
     table->setModel(rows);
     ZNTQtTableView::followFocus(*table);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);

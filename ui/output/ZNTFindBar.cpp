@@ -49,7 +49,7 @@ ZNTFindBar::ZNTFindBar(ZNTOutputView& output, const QString& nameOfField) : outp
     wanted->setObjectName(text("findText"));
     previous = button("Previous", "findPrevious", "Previous match");
     next = button("Next", "findNext", "Next match");
-    done = button("Close", "findClose", "Close find");
+    done = button("Close find", "findClose", "Close find");
     found = new QLabel(this);
     found->setObjectName(text("findStatus"));
 

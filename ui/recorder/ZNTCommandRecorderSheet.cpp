@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr int columnsOfSeconds = 20;
+constexpr int columnsOfSeconds = 10;
 } // namespace
 
 ZNTCommandRecorderSheet::ZNTCommandRecorderSheet(QWidget& window, const ZNTWindowServices& services,

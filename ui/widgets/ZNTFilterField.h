@@ -3,6 +3,7 @@
 #include "ZNTAnnouncement.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTimer>
@@ -22,6 +23,9 @@ public:
           left(std::move(left))
     {
         constexpr int millisecondsOfRest = 300;
+        setClearButtonEnabled(true);
+        for (QAction* clearing : findChildren<QAction*>())
+            clearing->setWhatsThis(QStringLiteral("Empties the field."));
         resting.setSingleShot(true);
         resting.setInterval(millisecondsOfRest);
         QObject::connect(&resting, &QTimer::timeout, this, [this] { announceWhatIsLeft(); });
