@@ -38,7 +38,7 @@ public:
     virtual bool play() = 0;
     /// False if it did not play. If the sound is being fetched, the fetch is cancelled.
     virtual bool stop() = 0;
-    /// 1 is the sound as recorded. Values below 0 count as 0 and values above 1 as 1.
+    /// Of the next play. 1 is the sound as recorded. Values below 0 count as 0 and values above 1 as 1.
     virtual void setVolume(float volume) = 0;
     /// Where the next play begins, in seconds. Each end sets it back to 0.
     virtual void setCurrentTime(double seconds) = 0;

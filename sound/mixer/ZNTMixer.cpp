@@ -86,7 +86,6 @@ public:
 
     void play(Request request);
     void stop(std::uint64_t play);
-    void setVolume(std::uint64_t play, float volume);
     void setMasterVolume(float volume);
 
 private:
@@ -160,18 +159,6 @@ void ZNTMixer::State::stop(std::uint64_t play)
     plays.erase(found);
     if (channel >= 0 && playOnChannel.at(static_cast<std::size_t>(channel)).compare_exchange_strong(play, 0))
         halt(channel);
-}
-
-void ZNTMixer::State::setVolume(std::uint64_t play, float volume)
-{
-    const std::lock_guard hold(mutex);
-    const auto found = plays.find(play);
-    if (found == plays.end())
-        return;
-    found->second.volume = volume;
-    const int channel = found->second.channel;
-    if (channel >= 0 && playOnChannel.at(static_cast<std::size_t>(channel)) == play)
-        setChannelVolume(channel, volume);
 }
 
 void ZNTMixer::State::setMasterVolume(float volume)
@@ -276,7 +263,7 @@ void ZNTMixer::State::closeIfOpen()
     if (!isOpen)
         return;
     {
-        // From here on `stop` and `setVolume` find no channel, so they do not call a closed library.
+        // From here on `stop` finds no channel, so it does not call a closed library.
         const std::lock_guard hold(mutex);
         isOpen = false;
         for (auto& play : playOnChannel)
@@ -377,7 +364,5 @@ ZNTMixer::~ZNTMixer() = default;
 void ZNTMixer::play(Request request) { state->play(std::move(request)); }
 
 void ZNTMixer::stop(std::uint64_t play) { state->stop(play); }
-
-void ZNTMixer::setVolume(std::uint64_t play, float volume) { state->setVolume(play, volume); }
 
 void ZNTMixer::setMasterVolume(float volume) { state->setMasterVolume(volume); }

@@ -44,7 +44,6 @@ public:
     void play(Request request);
     /// Ends the play in silence, whether it began or not, or forgets it after its end.
     void stop(std::uint64_t play);
-    void setVolume(std::uint64_t play, float volume);
     void setMasterVolume(float volume);
 
 private:

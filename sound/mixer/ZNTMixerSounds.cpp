@@ -28,7 +28,6 @@ public:
     void giveUp(std::uint64_t fetch);
     void stopAll();
     [[nodiscard]] bool isPlaying() const { return !playing.empty() || !beingFetched.empty(); }
-    void setVolume(std::uint64_t play, float volume);
     void updateLoudness();
 
     std::string gameAddress;
@@ -96,13 +95,7 @@ public:
         player->stop(stopped);
         return true;
     }
-    void setVolume(float newVolume) override
-    {
-        volume = newVolume;
-        const auto player = playback.lock();
-        if (isPlaying() && player != nullptr)
-            player->setVolume(currentPlay, volume);
-    }
+    void setVolume(float newVolume) override { volume = newVolume; }
     void setCurrentTime(double seconds) override { startTime = seconds; }
     void setLoops(bool newLoops) override { loops = newLoops; }
     void setDelegate(std::weak_ptr<ZNTSoundDelegate> newDelegate) override
@@ -196,12 +189,6 @@ void ZNTMixerSounds::Playback::stopAll()
     for (const auto& book : {playing, beingFetched})
         for (const auto& [number, sound] : book)
             sound->stop();
-}
-
-void ZNTMixerSounds::Playback::setVolume(std::uint64_t play, float volume)
-{
-    if (mixer_)
-        mixer_->setVolume(play, volume);
 }
 
 void ZNTMixerSounds::Playback::updateLoudness()

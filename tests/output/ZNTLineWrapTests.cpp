@@ -101,6 +101,7 @@ TEST(OutputRows, EveryRowIsFoundAgainAfterEveryChangeOfWidth)
         EXPECT_EQ(rows.moved(walked, -all), (ZNTRowPlace{store.firstLine(), 0}));
     }
     ASSERT_GT(store.endBlock(), 3);
+    EXPECT_EQ(rows.rowsBefore({store.firstLine() - 1, 3}), 0) << "a line that has gone";
 }
 
 TEST(OutputRows, ARowThatTheEstimateHadTooManyIsTheFirstOfTheNextBlock)
