@@ -35,6 +35,11 @@ struct MixerSounds : testing::Test {
         write("music/theme.wav", wavFile(rainFrames, theme));
     }
 
+    void SetUp() override
+    {
+        if (!ZNT_SDL_WRITES_TO_PIPES)
+            GTEST_SKIP() << "This release of SDL writes to no pipe, so nothing can listen.";
+    }
     void write(const std::string& name, const std::string& content) const
     {
         machine.home.write("Music/Zantor/sounds/" + name, content);
