@@ -71,6 +71,10 @@ TEST_F(ZNTRecorderTest, TheSheetEditsTheListThatTheRecorderFills)
     EXPECT_EQ(table.timesReloaded, reloads + 1);
     sheet.clearList();
     EXPECT_THAT(recorded(), IsEmpty());
+    ZNTAutoCommands stored;
+    stored._commands->emplace_back(u"stored");
+    sheet.buildUIFromDatabaseObjectForUpdate(stored);
+    EXPECT_THAT(recorded(), ElementsAre(u"stored"));
 }
 
 TEST_F(ZNTRecorderTest, SavingLogsTheRecordAndEmptiesTheList)
