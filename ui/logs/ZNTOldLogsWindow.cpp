@@ -68,7 +68,7 @@ ZNTOldLogsWindow::ZNTOldLogsWindow(QWidget& window, const ZNTOutputView& model, 
     list->setFocus();
 }
 
-/// The list is as wide as its titles. On a small screen the text keeps the larger part.
+/// The list is as wide as its titles. On a small screen the text keeps half of the window.
 void ZNTOldLogsWindow::shareWidth()
 {
     int ofList = std::max(0, list->sizeHintForColumn(0)) + 2 * list->frameWidth();
@@ -79,7 +79,7 @@ void ZNTOldLogsWindow::shareWidth()
     const QSize text = output->sizeForGrid(usualColumnsOfText, usualRowsOfText);
     resize(
         (text + QSize(ofList + around, edges.top() + edges.bottom())).boundedTo(screen()->availableSize()));
-    ofList = std::clamp(ofList, list->minimumWidth(), std::max(list->minimumWidth(), width() * 3 / 8));
+    ofList = std::clamp(ofList, list->minimumWidth(), std::max(list->minimumWidth(), width() / 2));
     halves->setSizes({ofList, std::max(1, width() - around - ofList)});
 }
 
