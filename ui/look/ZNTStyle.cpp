@@ -341,9 +341,9 @@ int ZNTStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const 
         widget != nullptr ? widget->fontMetrics().height() : QFontMetrics(QApplication::font()).height();
     switch (metric) {
     case PM_FocusFrameHMargin:
-        // A ring asks without naming itself, so each has room for the gap. Item views name themselves: they
-        // keep their words as far from the edge of a cell.
-        return ringWidth + (widget == nullptr ? gapInRing : 0);
+        // A ring asks without naming itself (Qt 6.4) or as the frame that it is (6.8), so each has room for
+        // the gap. Item views name themselves: they keep their words as far from the edge of a cell.
+        return ringWidth + (widget == nullptr || qobject_cast<const QFocusFrame*>(widget) ? gapInRing : 0);
     case PM_FocusFrameVMargin:
         return ringWidth;
     case PM_HeaderMargin:
