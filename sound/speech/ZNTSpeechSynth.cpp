@@ -15,9 +15,9 @@ constexpr double leastReaderRate = 180;
 /// Between two lines that follow a voice which does not say that it is busy. The screen reader is given
 /// lines no faster anyway.
 constexpr double shortestGap = 0.04;
-/// What a reader is given while it ends is lost. It begins a line after the first of the two, and that it has
-/// ended is known before the second.
-constexpr double readerBegins = 0.3, readerIsMissed = 1;
+/// What a reader is given while it ends is lost, and it begins a line within this time. What it may have
+/// begun is not said again, since no line is to be said by two voices.
+constexpr double readerBegins = 0.3;
 /// A timer may fire so many seconds early.
 constexpr double timerTolerance = 0.001;
 } // namespace
@@ -270,7 +270,7 @@ bool ZNTSpeechSynth::speakVoiceOver(std::u16string_view text)
         return false;
     const auto seconds = secondsToSay(text);
     lastOfReader = text;
-    lastOfReaderUnsaidUntil = runLoop.now() + std::min(readerBegins + seconds, readerIsMissed);
+    lastOfReaderUnsaidUntil = runLoop.now() + readerBegins;
     readerBusyUntil = std::max(readerBusyUntil, runLoop.now()) + seconds;
     return true;
 }
