@@ -112,7 +112,7 @@ void ZNTSpeedWalking::takeAStep(WalkNumber walk)
     if (stepCount < maxSteps) {
         ++stepCount;
         step = stepToTakeAgain;
-    } else if (counter >= path.size() || !readStep(path, step)) {
+    } else if (!readStep(path, step)) {
         endWalk(walk);
         return;
     }

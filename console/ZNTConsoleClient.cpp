@@ -127,6 +127,7 @@ void ZNTConsoleClient::startDemo()
     demoGame->start(controller.cfStringEncoding(), [this](const ZNTResult<std::uint16_t>& started) {
         script.setHeld(false);
         if (started) {
+            keeper.noteDemoGame("127.0.0.1", std::to_string(started.value()));
             connect(u"127.0.0.1", started.value());
             return;
         }

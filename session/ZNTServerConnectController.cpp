@@ -125,6 +125,7 @@ void ZNTServerConnectController::connectToServer()
     outgoing->useConnection(mudServer.get());
     if (const auto begun = mudServer->connectToHost(host, static_cast<std::uint16_t>(port)); !begun) {
         noteEnd(ZNTSessionEnding::Broken, znt::endReasonOf(begun.error()));
+        hideProgress(); // a failure here has no callback
         showMudNotResponding();
     }
     changed(ZNTSessionChange::State);
@@ -197,8 +198,7 @@ void ZNTServerConnectController::onSocketWillDisconnectWithError(ZNTStream& sock
             error ? znt::endReasonOf(*error) : ZNTEndReason::ClosedByGame);
     takeWhatWasHeldUp(socket);
     receiver->stopInflating();
-    screen.myProgressIndicator->stopAnimation();
-    screen.myProgressIndicator->setHidden(true);
+    hideProgress();
     if (error || receiver->isCloseAnError())
         showMudNotResponding();
     else
@@ -248,6 +248,12 @@ void ZNTServerConnectController::showMudNotResponding()
     platform.alert.showMessage(
         u"MUD Not Responding",
         u"Please select a new MUD or try again later. The MUD address entered is unavailable.");
+}
+
+void ZNTServerConnectController::hideProgress()
+{
+    screen.myProgressIndicator->stopAnimation();
+    screen.myProgressIndicator->setHidden(true);
 }
 
 void ZNTServerConnectController::enableAlmostAllWidgets() { setAlmostAllWidgetsEnabled(true); }

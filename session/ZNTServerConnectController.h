@@ -324,6 +324,7 @@ private:
     void showOwnText(std::u16string_view text, Aloud aloud, OwnLine kind = OwnLine::Message);
     void showOwnLine(std::u16string_view line, Aloud aloud, OwnLine kind);
     void showMudNotResponding();
+    void hideProgress();
     /// The command line and the direction buttons: what needs a connection.
     void enableAlmostAllWidgets();
     void disableAlmostAllWidgets();

@@ -75,8 +75,8 @@ public:
                                  std::function<std::string(const std::string&)> complaint,
                                  std::vector<std::string> beginnings, const std::string& sentence);
 
-    /// Has the parsing end with `read`. The sentence that it returns is reported as a mistake; empty, all is
-    /// well.
+    /// Has the parsing end with a call of `read`. If that returns a sentence, the sentence is reported as a
+    /// mistake. If it returns an empty text, nothing is wrong.
     void whenRead(std::function<std::string()> read);
 
     /// Reads the arguments into what the options name. Returns nothing if the program is to go on, else its

@@ -121,7 +121,14 @@ void ZNTSettingsKeeper::beginGame(std::string_view host, std::string_view port)
 {
     atConnect.reset();
     game = znt::gameKey(host, port);
+    if (game == demoAddress)
+        game = znt::gameKey("demo", "");
     weigh();
+}
+
+void ZNTSettingsKeeper::noteDemoGame(std::string_view host, std::string_view port)
+{
+    demoAddress = znt::gameKey(host, port);
 }
 
 void ZNTSettingsKeeper::gameConnected() { atConnect = inForce; }

@@ -51,6 +51,9 @@ public:
 
     /// From now on the values for this game count, too, and choices about a game are remembered for it.
     void beginGame(std::string_view host, std::string_view port);
+    /// That is the address of the demo game in this run. Each start gives it another port, so it has one key
+    /// of its own, under which its settings are found again.
+    void noteDemoGame(std::string_view host, std::string_view port);
     /// The connection stands; what follows another setting stays as it is until the game ends.
     void gameConnected();
     void endGame();
@@ -88,6 +91,7 @@ private:
     std::map<std::string, ZNTSettingValues, std::less<>> chosenForGames; ///< in this session
     ZNTSettingValues ofCommandLine;
     std::string game;                     ///< its key; empty while none is played
+    std::string demoAddress;              ///< as the key of any other game; empty if there is no demo game
     std::optional<ZNTSettings> atConnect; ///< while a connection stands
     NamedBy namedBy;
     bool hasSettingsForGame_ = false;

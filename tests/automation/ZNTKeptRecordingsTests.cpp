@@ -189,12 +189,12 @@ TEST_F(ZNTKeptRecordingsTest, TheWindowStoresEachEditAndSaysWhatItCannotDo)
     }
     window.setRecordingValue(u" chase ", ZNTKeptRecordingsView::nameColumn, 0);
     window.setRecordingValue(u"2", ZNTKeptRecordingsView::secondsColumn, 0);
-    commands.selected = 0;
+    commands.selected = 1;
     window.deleteCommand();
     EXPECT_EQ(commands.timesEditingAborted, 2) << "the time before no command was selected";
     window.addCommand();
     window.setCommand(u"east", 2);
-    EXPECT_EQ(stored(), (std::vector<ZNTKeptRecording>{{u"chase", 2, {u"", u"!2n", u"east"}}}));
+    EXPECT_EQ(stored(), (std::vector<ZNTKeptRecording>{{u"chase", 2, {u"kill rat", u"!2n", u"east"}}}));
     EXPECT_EQ(window.command(2), u"east");
     for (const bool answer : {false, true}) {
         machine.alert.answer = answer;
@@ -202,6 +202,7 @@ TEST_F(ZNTKeptRecordingsTest, TheWindowStoresEachEditAndSaysWhatItCannotDo)
         EXPECT_EQ(stored().empty(), answer);
     }
     EXPECT_EQ(window.numberOfRecordings() + window.numberOfCommands(), 0);
+    EXPECT_EQ(std::pair(recordings.timesReloaded, commands.timesReloaded), std::pair(8, 8));
 }
 
 } // namespace

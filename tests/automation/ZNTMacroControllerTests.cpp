@@ -168,7 +168,9 @@ TEST_F(ZNTMacroControllers, TheListFollowsTheSelectorAndTheNotices)
         post(notice);
         EXPECT_EQ(shownMacros(), u"home ") << notice;
     }
+    const int reloads = table.timesReloaded;
     choose(u"no such group");
+    EXPECT_GT(table.timesReloaded, reloads) << "the macros of the group before are not left in the table";
     list->setNewList({ZNTMacro{}});
     post("MACRO_ADDED");
     EXPECT_EQ(list->countOfMacros(), 1) << "without a current group the list stays";
@@ -181,14 +183,14 @@ TEST_F(ZNTMacroControllers, TheListFollowsTheSelectorAndTheNotices)
 
 TEST_F(ZNTMacroControllers, AddingStoresTheFieldsAsTheyStand)
 {
-    choose(u"walk");
     auto add = sheet<ZNTAddMacroViewController>();
-    EXPECT_EQ(label.content, u"walk");
+    choose(u"walk");
     for (const auto* typed : {u" lead ", u""}) {
         finish(add, typed, u"open door\nnorth");
         EXPECT_EQ(list->getMacroByName(typed)->dataToExecute, u"open door\nnorth");
         EXPECT_EQ(list->getMacroByName(typed)->groupOid, groups[1].oid);
     }
+    EXPECT_EQ(label.content, u"walk");
     EXPECT_EQ(shownMacros(), u"home  lead   ");
 
     name.content = u"unfinished";
@@ -211,6 +213,9 @@ TEST_F(ZNTMacroControllers, EditingStoresTheSelectedMacro)
     edit.cancelEditing();
     edit.showWindow();
     EXPECT_EQ(name.content, u"") << "each showing reads the selected macro again";
+    table.selected = -1;
+    edit.showWindow();
+    EXPECT_EQ(machine.alert.shown.back().first, u"No macro is selected.");
 }
 
 TEST_F(ZNTMacroControllers, AMacroWhoseInsertFailedIsInsertedLaterAndChangesNoOther)

@@ -6,6 +6,7 @@
 namespace
 {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -20,35 +21,38 @@ struct ZNTMacroKeysTest : testing::Test {
 TEST_F(ZNTMacroKeysTest, AKeyBelongsToOneMacroAndAMacroHasOneKeyAlsoAfterARestart)
 {
     auto keys = read();
-    EXPECT_FALSE(std::filesystem::exists(machine.home.path(keysFile)))
-        << "nothing is written before a key is given";
-    EXPECT_TRUE(keys.give(7, "Ctrl+K"));
-    EXPECT_TRUE(keys.give(8, "F4"));
+    EXPECT_FALSE(machine.home.has(keysFile)) << "nothing is written before a key is given";
+    EXPECT_TRUE(keys.give(7, "Ctrl+K") && keys.give(8, "F4"));
     EXPECT_TRUE(keys.give(7, "Ctrl+Shift+K")); // in place of the first
     EXPECT_THAT(read().all(), ElementsAre(ZNTMacroKey{8, "F4"}, ZNTMacroKey{7, "Ctrl+Shift+K"}));
     EXPECT_TRUE(keys.give(9, "F4")); // taken from macro 8
     EXPECT_EQ(keys.keyOf(8), "");
     EXPECT_TRUE(keys.give(7, ""));
     EXPECT_THAT(read().all(), ElementsAre(ZNTMacroKey{9, "F4"}));
-    const auto mode = std::filesystem::status(machine.home.path(keysFile)).permissions();
-    EXPECT_EQ(mode & std::filesystem::perms::all,
-              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    EXPECT_EQ(std::filesystem::status(machine.home.path(keysFile)).permissions(),
+              std::filesystem::perms(0600));
 }
 
 TEST_F(ZNTMacroKeysTest, WhatAnotherWindowOrVersionHasWrittenStays)
 {
     auto first = read(), second = read();
-    EXPECT_TRUE(first.give(1, "F4"));
-    EXPECT_TRUE(second.give(2, "Ctrl+K"));
+    EXPECT_TRUE(first.give(1, "F4") && second.give(2, "Ctrl+K"));
     EXPECT_THAT(second.all(), ElementsAre(ZNTMacroKey{1, "F4"}, ZNTMacroKey{2, "Ctrl+K"}));
     auto text = machine.home.read(keysFile);
-    text.insert(text.find("<array>") + 7,
-                "<string>later</string><dict><key>macro</key><string>x</string></dict>");
+    const auto entry = [](const std::string& macro, const std::string& key) {
+        return "<dict><key>macro</key><integer>" + macro + "</integer><key>key</key><string>" + key +
+               "</string></dict>";
+    };
+    const std::string tooLong(ZNTMacroKeys::longestKey + 1, 'x');
+    text.insert(text.find("</array>"),
+                "<string>later</string><dict><key>macro</key><string>x</string></dict>" + entry("1", "F5") +
+                    entry("3", "F4") + entry("4", "") + entry("5", tooLong));
     machine.home.write(keysFile, text);
     auto third = read();
-    EXPECT_EQ(third.all().size(), 2u);
+    EXPECT_EQ(third.all(), second.all());
+    EXPECT_FALSE(third.give(1, tooLong));
     EXPECT_TRUE(third.give(1, ""));
-    EXPECT_THAT(machine.home.read(keysFile), HasSubstr("<string>later</string>"));
+    EXPECT_THAT(machine.home.read(keysFile), AllOf(HasSubstr("<string>later</string>"), HasSubstr(tooLong)));
 }
 
 TEST_F(ZNTMacroKeysTest, ADamagedFileIsPutAsideAndAFailedWriteChangesNothing)

@@ -47,7 +47,8 @@ TEST_F(ZNTRecorderTest, OnlyCommandsSentWhileRecordingAreKept)
 
     recorder.startOrPauseRecording();
     record({u"south"});
-    EXPECT_EQ(recorded().size(), 5u) << "the list goes on";
+    recorder.removeCommand(u"north"); // each of them
+    EXPECT_THAT(recorded(), ElementsAre(u"", u"", u"south")) << "the list goes on";
 }
 
 TEST_F(ZNTRecorderTest, TheSheetEditsTheListThatTheRecorderFills)
@@ -66,11 +67,10 @@ TEST_F(ZNTRecorderTest, TheSheetEditsTheListThatTheRecorderFills)
         EXPECT_THAT(recorded(), ElementsAre(u"open door", u"north", u"east")) << "that row alone";
     }
     EXPECT_EQ(table.timesEditingAborted, 2) << "else an open editor writes into the row that moves up";
-    const int reloads = table.timesReloaded;
     record({u"typed while the sheet is open"});
-    EXPECT_EQ(table.timesReloaded, reloads + 1);
     sheet.clearList();
     EXPECT_THAT(recorded(), IsEmpty());
+    EXPECT_EQ(table.timesReloaded, 5) << "for the list and its four changes";
     ZNTAutoCommands stored;
     stored._commands->emplace_back(u"stored");
     sheet.buildUIFromDatabaseObjectForUpdate(stored);

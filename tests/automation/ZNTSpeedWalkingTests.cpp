@@ -25,6 +25,7 @@ TEST_F(ZNTSpeedWalk, SendsTheStepsOfAPathOneAnIntervalAndStops)
         {u"! 2.5 ~n", 2, {u"n"}},
         {u"!0~nsew", 0.001, {u"n", u"s", u"e", u"w"}},
         {u"!x~n", 0.001, {u"n"}},
+        {u"!n2e~s~w", 1, {u"n", u"e", u"e"}},
         {u"!-3~n", 0.001, {u"n"}},
         {u"!2[]w", 1, {u"", u"", u"w"}},
         {u"!2\u00FC\U0001F409n", 1, {u"\u00FC", u"\u00FC", u"\U0001F409", u"n"}},

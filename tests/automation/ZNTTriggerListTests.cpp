@@ -58,6 +58,7 @@ TEST_F(TriggerList, AWordOfTheTextGoesIntoTheCommand)
         {u"[\\c]abc]x", u"yes", u"ax", {u"yes"}},
         {u"(\\c()a|b(\\c)c)goblin", u"yes", u"\ba", {u"yes"}},
         {u"(\\c[)x|y(]z)goblin", u"yes", u"\x1bx", {u"yes"}},
+        {u"[\\]goblin]x", u"yes", u"gx", {u"yes"}},
     };
     for (const auto& [check, action, text, done] : cases)
         EXPECT_EQ(doneBy({trigger(check, action)}, text), done) << znt::utf8FromText(check);
@@ -85,7 +86,9 @@ TEST_F(TriggerList, AGagCanTakeOutTheLinesThatItTouches)
         {u"Hall%1door", u"One\r\nHall\r\nA door\r\nTwo", u"One\r\nTwo"},
         {u"b|d", u"a\rb\rc\n\rd\n\re", u"a\rc\n\re"},
         {u"$", u"One.\r\n> ", u"One.\r\n"},
-        {u"a", longLine + u"\r\nb", u"b"}, // each of the matches would measure the line
+        {u"\r\n", u"One.\r\nTwo.", u"Two."}, // a line end alone is that of its line
+        {u"\\z", u"One.\r\n", u"One.\r\n"},  // behind the last line there is none
+        {u"a", longLine + u"\n\nb", u"\nb"}, // each of the matches would measure the line
     };
     for (const auto& [check, text, left] : cases) {
         SCOPED_TRACE(znt::utf8FromText(check));
@@ -162,6 +165,8 @@ TEST_F(TriggerList, AFloodOfWordsIsMatchedInFull)
     EXPECT_THAT(doneBy({check, trigger(u"* A *zzz", u"no")}, flood), IsEmpty());
     const auto done = doneFor(flood + u" kicks you hard! A troll kicks you hard!");
     EXPECT_THAT(log.lines, IsEmpty());
+    for (const auto* each : {u"A", u"[A]", u"\\GA"}) // more matches than are gathered at once
+        EXPECT_EQ(doneBy({trigger(each, u"B")}, std::u16string(99'999, u'A')).size(), 99'999u);
     ASSERT_EQ(done.size(), 2u);
     EXPECT_EQ(done.front().size(), flood.size() + std::u16string_view(u"kick ").size() - 2);
     EXPECT_EQ(done.back(), u"kick troll");

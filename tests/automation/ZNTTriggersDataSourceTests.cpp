@@ -49,11 +49,10 @@ TEST_F(TriggersDataSource, ANewRowIsStoredInactiveAndOnlyInThisEditorUntilSwitch
 
 TEST_F(TriggersDataSource, ACellIsStoredAtOnceAndNonsenseChangesNothing)
 {
-    const int reloads = table.timesReloaded;
     set(u"Kick back", "name", 1);
     set(u"ouch.wav", "soundFileToPlay", 1);
     set(true, "gag", 1);
-    EXPECT_EQ(table.timesReloaded, reloads + 3);
+    EXPECT_EQ(table.timesReloaded, 2 + 3) << "for the new rows and for each edit";
     set(true, "name", 1);
     set(u"x", "oid", 1);
     for (const long missing : {-1L, 2L})
@@ -106,6 +105,7 @@ TEST_F(TriggersDataSource, ThePaneShowsTheSelectedTriggerAndIsReadBackOnSave)
         EXPECT_EQ(stored().back().check, check);
         EXPECT_EQ(stored().back().action, action);
     }
+    EXPECT_EQ(table.timesReloaded, 2 + 6) << "each save shows its check and its action";
 }
 
 TEST_F(TriggersDataSource, ThePaneFollowsACellEditedBesideItUnlessItHoldsUnsavedText)
@@ -140,6 +140,7 @@ TEST_F(TriggersDataSource, RemovingTakesTheSelectedTriggerFromTheStoreAndClearin
     EXPECT_EQ(pane.content, u"A %1 kicks you hard!~\nbow") << "the row that is selected now";
     editor.clearMacroList();
     editor.removeItem(); // the table has a selection, but the list has no such row
+    EXPECT_EQ(table.timesReloaded, 3 + 3) << "a row less, or none";
     EXPECT_EQ(table.timesEditingAborted, 3) << "else an open editor writes into the row that moves up";
     EXPECT_EQ(stored().size(), before + 2);
 }

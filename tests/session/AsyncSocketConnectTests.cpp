@@ -92,6 +92,17 @@ TEST_F(AsyncSocketTest, ConnectsByAddressAndByName)
     }
 }
 
+TEST_F(AsyncSocketTest, TheLastRunLoopModeStays)
+{
+    EXPECT_FALSE(socket->removeRunLoopMode(std::string(AsyncSocket::DefaultRunLoopMode)));
+    EXPECT_TRUE(socket->addRunLoopMode("next") && socket->addRunLoopMode("next"));
+    EXPECT_TRUE(socket->removeRunLoopMode(std::string(AsyncSocket::DefaultRunLoopMode)));
+    EXPECT_FALSE(socket->setRunLoopModes({}));
+    EXPECT_EQ(socket->runLoopModes(), Events{"next"});
+    EXPECT_TRUE(socket->setRunLoopModes({"one", "other"}));
+    EXPECT_EQ(socket->runLoopModes(), (Events{"one", "other"}));
+}
+
 TEST_F(AsyncSocketTest, AnUnknownNameFailsWithTheResolversMessage)
 {
     ASSERT_TRUE(socket->connectToHost("no-such-host.invalid", 4000));

@@ -104,6 +104,10 @@ TEST_F(CommandLine, ReturnSendsUpBringsBackAndResendInterpretsAgain)
     const auto press = [this](ZNTCommandLineKey key) {
         return session().controlTextViewDoCommandBySelector(key);
     };
+    int changes = 0;
+    whenSessionChanges = [&] { ++changes; };
+    session().startOrPauseRecording();
+    EXPECT_EQ(changes, 1) << "the window shows that it records";
     commandLine.setText(u"kill orc");
     EXPECT_FALSE(press(ZNTCommandLineKey::MoveUp));
     EXPECT_EQ(commandLine.text(), u"kill orc") << "there is no last command to put in its place";
@@ -117,4 +121,6 @@ TEST_F(CommandLine, ReturnSendsUpBringsBackAndResendInterpretsAgain)
     EXPECT_EQ(session().lastCommand(), u"kill orc") << "an empty line is sent but not remembered";
     session().sendTextToServerNoWidget(u"@raw");
     EXPECT_EQ(received(), "kill orc\r\nkill orc\r\n\r\n@raw\r\n");
+    EXPECT_EQ(session().recorder().getACopyOfTheCommands(),
+              (std::vector<std::u16string>{u"kill orc", u"kill orc", u"", u"@raw"}));
 }

@@ -236,7 +236,11 @@ TEST_F(Session, EveryEndingButThePlayersShowsTheAlert)
     settle();
     EXPECT_EQ(session().state(), ZNTSessionState::Idle);
     EXPECT_TRUE(spinner.isHidden && !spinner.isAnimating);
-    EXPECT_EQ(machine.alert.shown, (std::vector{mudNotResponding, mudNotResponding, mudNotResponding}));
+    server.refuseAttempts();
+    session().connectToServer();
+    EXPECT_TRUE(spinner.isHidden && !spinner.isAnimating);
+    EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::Broken);
+    EXPECT_EQ(machine.alert.shown, std::vector(4, mudNotResponding));
 }
 
 TEST_F(Session, CompressionStartsWithTheBlockAfterTheServersMark)

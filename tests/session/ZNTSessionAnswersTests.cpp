@@ -157,7 +157,7 @@ TEST_F(Answers, MayCallTheSessionAgainAndPauseOnceAndTheInnerTextComesAfter)
     whenSessionChanges = [&] { // the walk begins
         if (std::exchange(isFirst, false)) {
             session().processMessage(u"a rin in between\u00FF\u00F9");
-            session().timeUp();
+            session().showAllThatCame(); // in its turn
         }
     };
     receive("ring ring rin" + goAhead);

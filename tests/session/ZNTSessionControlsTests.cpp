@@ -1,4 +1,6 @@
+#include "ZNTGameSettings.h"
 #include "ZNTSessionFixture.h"
+#include "ZNTSettingsKeeper.h"
 
 using SessionControls = ZNTSessionFixture;
 
@@ -7,11 +9,29 @@ TEST_F(SessionControls, TheSpeechSwitchesFollowTheStateOfTheirMenuItem)
     const auto isSilent = [this] { return session().zntSpeechSynth().isSpeachOn(); };
     for (const int state : {1, 0}) {
         session().setSpeechOnOffBindingState(state);
+        session().setSpeechInterruptOnOffBindingState(state);
+        EXPECT_EQ(session().settings().speech, state == 1);
+        EXPECT_EQ(session().settings().interruption, state == 1);
         session().textToSpeechOnAndOff();
         EXPECT_EQ(isSilent(), state == 0);
         session().shortcutKeySpeechOnAndOff(); // the key acts before the item changes its state
         EXPECT_EQ(isSilent(), state == 1);
     }
+}
+
+TEST_F(SessionControls, TheSettingsOfAGameHoldToItsLastWord)
+{
+    ZNTSettingsKeeper keeper(machine.platform.places, machine.log);
+    EXPECT_TRUE(keeper.chooseForGame("mud.example 4000", "full-colours", "on"));
+    session();
+    whenSessionChanges = [&] { znt::useSettingsOfGame(keeper, session(), u"mud.example", u"4000"); };
+    connect();
+    receive("So long.\x1b[2K");
+    EXPECT_TRUE(session().settings().fullColours);
+    server.closeWhenSent();
+    settle();
+    EXPECT_FALSE(session().settings().fullColours);
+    EXPECT_EQ(shown(), u"So long.") << "what was held back is read as the rest was";
 }
 
 TEST_F(SessionControls, ADoubleClickSendsTheTextOfTheMacro)

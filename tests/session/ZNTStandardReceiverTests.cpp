@@ -65,7 +65,7 @@ TEST(StandardReceiver, ReleasesWhatNeedNotWaitAndNothingTwice)
     } rows[] = {
         {{"one\r\ntwo\r\nthr", "ee\r\n"}, {"one\r\ntwo\r\n", "three\r\n"}},
         {{" Name:  " + goAheadMark, "next"}, {" Name:  "}},
-        {{"Na", "me: ", endOfRecordMark + "next"}, {"Name: "}},
+        {{"Na", "me: ", "\xFF\xF1", endOfRecordMark + "next"}, {"Name: "}}, // a block without text
         {{"line\r\nHP" + goAheadMark + "x\r\ny"}, {"line\r\nHPx\r\n"}},
         {{"one\r", "\ntwo"}, {"one\r\n"}},
         {{"one\r", "two", "(quiet)"}, {"one\r", "two"}},
@@ -148,6 +148,7 @@ TEST(StandardReceiver, InflatesExactlyTheStreamAndEndsABrokenOne)
         EXPECT_EQ(said, row.said);
         EXPECT_TRUE(client.shown == row.shown) << client.shown.substr(0, 99);
         EXPECT_EQ(client.isBroken, row.isBroken);
+        EXPECT_FALSE(client.isBroken && client.receiver.isInflating());
     }
 }
 
@@ -191,8 +192,9 @@ TEST(StandardReceiver, AgreesOnAnEncodingThatBothSidesHave)
         {"\1;gbk;utf-8", acceptedCharset("utf-8"), utf8},
         {"\1;KOI8-R;;GBK;Big5;", acceptedCharset("GBK"), gbk},
         {"\1[TTABLE ]\1,GB2312", acceptedCharset("GB2312"), gbk},
-        {"\1[TTABLE ],KOI8-R", rejected, ascii},
+        {"\1[TTABLE ] GBK", acceptedCharset("GBK"), gbk}, // without the version
         {"\1", rejected, ascii},
+        {"\1;x-gbk", rejected, ascii}, // it has one separator
         {"\1;UTF-8;GBK", rejected, ascii, true},
         {"\1;UTF-8;us-ascii", acceptedCharset("us-ascii"), ascii, true},
         {"\4\1;UTF-8;1", subnegotiation(option::Charset, "\5"), ascii},

@@ -135,6 +135,18 @@ TEST_F(ZNTDatabaseFaults, WaitsForALockedFileAndSaysSoAfterASecond)
     EXPECT_EQ(timesOver, 1);
 }
 
+TEST_F(ZNTDatabaseFaults, AWaitLastsAboutAsLongAlsoIfTheMachinesClockIsSet)
+{
+    LockingClock clock(database);
+    ZNTStoreWait wait(clock, machine.log);
+    wait.setPatience(3.05);
+    for (const double change : {0, 3600, -3600, 3600, 0}) { // a pause counts half a second, or one
+        clock.seconds += change;
+        EXPECT_TRUE(wait.pause(0.5)) << change;
+    }
+    EXPECT_FALSE(wait.pause(0.5));
+}
+
 TEST_F(ZNTDatabaseFaults, MendingPutsOnlyABrokenStoreAside)
 {
     LockingClock clock(database);
@@ -161,7 +173,7 @@ TEST_F(ZNTDatabaseFaults, MendingPutsOnlyABrokenStoreAside)
     };
     for (std::size_t at = 0; at < breaks.size(); ++at) {
         SCOPED_TRACE(at);
-        const auto aside = files.folder + (".broken-" + std::to_string(at + 1));
+        const std::string folder = files.folder, aside = folder + ".broken-" + std::to_string(at + 1);
         std::filesystem::remove_all(database);
         machine.home.write(files.database, sound);
         breaks[at]();
@@ -169,12 +181,17 @@ TEST_F(ZNTDatabaseFaults, MendingPutsOnlyABrokenStoreAside)
             fillDisk(5000);
             return !mend().succeeded;
         });
-        EXPECT_FALSE(machine.home.has(aside)) << "a full disk changes nothing";
+        EXPECT_FALSE(machine.home.has(aside) || machine.home.has(folder + ".unfinished"))
+            << "a full disk changes nothing";
+        machine.home.write(folder + ".unfinished/left", "by a program that was killed");
         EXPECT_TRUE(mend().succeeded);
-        EXPECT_TRUE(machine.home.has(aside));
+        EXPECT_TRUE(machine.home.has(aside) && !machine.home.has(folder + "/left"));
         EXPECT_EQ(files.value("select count(*) from ZNTMacro"), "0");
         EXPECT_EQ(files.value("select count(*) from ZNTMudList where name = 'QuestMud'"), "1");
     }
+    std::filesystem::remove_all(machine.home.path("Library"));
+    EXPECT_TRUE(mend().succeeded) << "there is no store yet";
+    EXPECT_FALSE(machine.home.has("Library"));
 }
 
 TEST_F(ZNTDatabaseFaults, AFullDiskKeepsWhatIsStored)
@@ -193,8 +210,14 @@ TEST_F(ZNTDatabaseFaults, AFullDiskKeepsWhatIsStored)
     }
 }
 
-TEST_F(ZNTDatabaseFaults, AViewInPlaceOfATableIsNotRead)
+TEST_F(ZNTDatabaseFaults, ATriggerOfAnotherFileReachesItsTablesAloneAndAViewIsNotRead)
 {
+    EXPECT_THAT(files.rows("create trigger spy after insert on ZNTMacro begin update ZNTMacro set "
+                           "dataToExecute = (select file from pragma_database_list); end"),
+                IsEmpty());
+    ZNTDatabaseHelper store(places, machine.log);
+    storeMacro(store, u"new", u"south");
+    EXPECT_EQ(store.getMacroFromDatabaseByName(u"kept")->dataToExecute, u"north");
     EXPECT_THAT(files.rows("alter table ZNTMacro rename to other"), IsEmpty());
     EXPECT_THAT(files.rows("create view ZNTMacro as select * from other"), IsEmpty());
     EXPECT_THAT(storedNames(), IsEmpty()) << "another file's view could be endless";

@@ -67,9 +67,11 @@ TEST_F(ZNTDatabaseStart, TheFirstRunBringsTheTemplateUpToDateAndLaterOnesHarmNot
 
     EXPECT_THAT(files.rows("insert into ZNTTrigger (name, sound_file_to_play) values ('kept', 'a.wav')"),
                 IsEmpty());
-    files.writeProperties(files.counter(1));
+    const std::string more = "</integer>\n\t<key>more</key>\n\t<integer>7</integer>";
+    files.writeProperties(files.propertiesWith("<integer>1" + more));
     start();
-    EXPECT_EQ(files.readProperties(), files.counter(3)) << "steps that fail advance it";
+    EXPECT_EQ(files.readProperties(), files.propertiesWith("<integer>3" + more))
+        << "steps that fail advance it";
     EXPECT_EQ(files.value("select name, sound_file_to_play from ZNTTrigger"), "kept|a.wav");
 
     const std::string damaged(5000, 'x');
@@ -81,9 +83,9 @@ TEST_F(ZNTDatabaseStart, TheFirstRunBringsTheTemplateUpToDateAndLaterOnesHarmNot
 
 TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRunAndLaterColumnsNeedNone)
 {
-    auto column = ZNTTriggerColumns.back();
-    column.stored = "colour";
-    column.addedByStep = 2;
+    std::array<ZNTTriggerColumn, 2> added{ZNTTriggerColumns.back(), ZNTTriggerColumns.back()};
+    std::tie(added[0].stored, added[0].addedByStep) = std::pair("early", 1);
+    std::tie(added[1].stored, added[1].addedByStep) = std::pair("colour", 2);
     const auto startWith = [&](std::size_t columns, std::string_view second) {
         const std::array<ZNTDatabaseAndPropertyUpdater::LaterStatement, 3> statements{
             {{2, second}, {1, "create table later (at integer)"}, {1, "insert into later values (1)"}}};
@@ -91,7 +93,8 @@ TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRunAndLaterColumnsNeedNone)
         ZNTStoreWait wait(machine.loop, machine.log);
         ZNTDatabase database(machine.home.path(files.database), wait);
         updater.runDatabaseUpdates([&](std::string_view statement) { database.execute(statement); });
-        updater.runLaterSteps(database, {&column, columns}, std::span(statements).last(2 + columns));
+        updater.runLaterSteps(database, std::span(added).first(1 + columns),
+                              std::span(statements).last(2 + columns));
     };
     const std::tuple<std::string, bool, bool> rows[] = {
         {files.counter(2), true, true}, // and the file keeps its 2
@@ -109,6 +112,7 @@ TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRunAndLaterColumnsNeedNone)
         EXPECT_EQ(files.hasTable("ZNTAlias"), addsAliases);
         startWith(0, "");
         EXPECT_EQ(files.hasTable("later"), isKnown);
+        EXPECT_TRUE(triggersHave("early"));
         startWith(1, "insert into nowhere values (2)");
         EXPECT_EQ(triggersHave("colour"), !isKnown) << "a step that fails leaves nothing of itself";
         EXPECT_EQ(files.readProperties(), properties);

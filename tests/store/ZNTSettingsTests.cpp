@@ -303,6 +303,21 @@ TEST_F(ZNTSettingsTest, TheStrongestWordCountsAndWhatNobodyNamesFollowsStandardT
     }
 }
 
+TEST_F(ZNTSettingsTest, TheDemoGameFindsItsSettingsAgainAtAnotherPort)
+{
+    for (const char* port : {"40001", "40002"}) {
+        auto keeper = started();
+        keeper.setRemembering(true);
+        keeper.noteDemoGame("127.0.0.1", port);
+        keeper.beginGame("127.0.0.1", port);
+        EXPECT_EQ(keeper.hasSettingsForGame(), std::string_view(port) == "40002");
+        choose(keeper, "standard-telnet", "on");
+    }
+    auto keeper = started();
+    keeper.beginGame("127.0.0.1", "40001");
+    EXPECT_FALSE(keeper.hasSettingsForGame()) << "another game of this machine";
+}
+
 TEST_F(ZNTSettingsTest, OnlyTheTextOfHostAndPortMakesAGameKnownAndHintsAreForOthers)
 {
     struct {
@@ -331,6 +346,8 @@ TEST_F(ZNTSettingsTest, OnlyTheTextOfHostAndPortMakesAGameKnownAndHintsAreForOth
         EXPECT_EQ(keeper.mayNeedHint(), row.mayNeedHint);
         keeper.endGame();
         EXPECT_FALSE(keeper.hasSettingsForGame());
+        keeper.beginGame("another.example", "23");
+        EXPECT_EQ(keeper.mayNeedHint(), row.setting != znt::standardTelnet) << "after the other game";
     }
 }
 

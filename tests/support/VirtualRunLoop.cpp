@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <poll.h>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <thread>
 #include <utility>
-#include <vector>
 
 namespace
 {

@@ -19,6 +19,8 @@ public:
 
     ZNTResult<void> connectToHost(const std::string&, std::uint16_t port) override
     {
+        if (!game.mayBegin)
+            return posixError(EAGAIN);
         state = State::Connecting;
         isPortRight = port == game.port();
         later(&ZNTMemoryStream::open);

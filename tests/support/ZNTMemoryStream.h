@@ -4,7 +4,6 @@
 #include "ZNTStream.h"
 
 #include <deque>
-#include <limits>
 #include <string>
 
 class ZNTMemoryStream;
@@ -33,6 +32,8 @@ public:
     void reset() { setEnd(End::Broken); }
     /// From now on, attempts to connect are refused.
     void stopListening() { isListening = false; }
+    /// From now on, an attempt cannot even begin, as if no thread were left to look its host up.
+    void refuseAttempts() { mayBegin = false; }
 
     /// From now on the network takes nothing from the client.
     void stopReading() { isReading = false; }
@@ -53,7 +54,7 @@ private:
 
     RunLoop& runLoop;
     ZNTMemoryStream* client = nullptr;
-    bool isListening = true, isReading = true;
+    bool mayBegin = true, isListening = true, isReading = true;
     int accepted = 0;
     std::deque<std::string> blocks; ///< sent and not read
     End end = End::None;            ///< what comes after them

@@ -34,12 +34,7 @@ struct QtDriver {
     }
 };
 
-} // namespace
-
 INSTANTIATE_TYPED_TEST_SUITE_P(QtRunLoop, RunLoopContract, QtDriver);
-
-namespace
-{
 
 TEST(QtRunLoop, ATaskThatPostsItselfForEverLeavesRoomForTimers)
 {

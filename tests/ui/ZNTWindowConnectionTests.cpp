@@ -3,7 +3,6 @@
 #include "ZNTTurningRing.h"
 #include "ZNTWindowFixture.h"
 
-#include <QCheckBox>
 #include <QRegularExpression>
 
 using ZNTWindowConnection = ZNTWindowFixture;
@@ -50,15 +49,16 @@ TEST_F(ZNTWindowConnection, AnEndSaysWhyAndTheSameGameIsOneKeyAway)
     EXPECT_TRUE(again.isVisible());
 
     fill(*window.mudName, "Another game");
-    fill(*window.port, "1");
-    press(window, Qt::Key_F5);
+    fill(*window.port, " 65537 "); // any number is taken, and cut to the 16 bits of a port
+    window.connectionButton->setFocus();
+    pressHere(Qt::Key_Space);
     EXPECT_EQ(answerAlert(), u"MUD Not Responding"_s);
+    EXPECT_TRUE(window.connectionButton->hasFocus());
     EXPECT_EQ(status(), u"Not connected: connection refused, speech off"_s);
 
     fill(*window.mudName, "Lantern Cove");
     fill(*window.port, port.toLatin1().constData());
-    press(window, Qt::Key_F5);
-    ASSERT_TRUE(until([&] { return session().isConnected(); }));
+    connectAgain();
     EXPECT_FALSE(again.isVisible());
     leaveTheGame();
     EXPECT_EQ(status(), u"Not connected, speech off"_s) << "the player knows why";
@@ -70,18 +70,22 @@ TEST_F(ZNTWindowConnection, AnEndSaysWhyAndTheSameGameIsOneKeyAway)
     EXPECT_EQ(window.windowTitle(), u"Lantern Cove - Zantor"_s);
 }
 
-TEST_F(ZNTWindowConnection, AnAttemptTurnsARingAndItsButtonStopsIt)
+TEST_F(ZNTWindowConnection, AnAttemptTurnsARingAndIsGivenUpByKeyMenuAndButton)
 {
     fill(*window.ipAddress, "127.0.0.1");
     fill(*window.port, "1");
     auto& ring = static_cast<ZNTTurningRing&>(*window.myProgressIndicator);
     auto& stop = *window.statusButtons->stopConnecting;
-    EXPECT_FALSE(ring.isVisible() || ring.isTurning() || stop.isVisible());
-    press(*window.port, Qt::Key_Return); // the answer comes on a later turn
-    EXPECT_TRUE(ring.isVisible() && stop.isVisible());
-    stop.setFocus();
-    press(stop, Qt::Key_Space);
-    EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+    for (const auto& giveUp : std::initializer_list<std::function<void()>>{
+             [&] { press(*window.mudName, Qt::Key_Escape); },
+             [&] { press(*window.mudName, Qt::Key_F5, Qt::ShiftModifier); },
+             [&] { stop.setFocus(), pressHere(Qt::Key_Space); }}) {
+        EXPECT_FALSE(ring.isVisible() || ring.isTurning() || stop.isVisible());
+        press(*window.port, Qt::Key_Return); // the answer comes on a later turn
+        EXPECT_TRUE(ring.isVisible() && stop.isVisible() && action("stopConnecting").isEnabled());
+        giveUp();
+        EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+    }
     EXPECT_FALSE(ring.isVisible() || ring.isTurning() || stop.isVisible());
     EXPECT_TRUE(window.statusButtons->connectAgain->hasFocus()) << "what takes its place takes the focus";
 }
@@ -89,10 +93,19 @@ TEST_F(ZNTWindowConnection, AnAttemptTurnsARingAndItsButtonStopsIt)
 TEST_F(ZNTWindowConnection, TheFirstStartIsPlayedFromItsCard)
 {
     ZNTFirstStart& card = *window.firstStart;
-    EXPECT_TRUE(card.isVisible());
     card.firstStartRemember->setFocus();
-    press(*card.firstStartRemember, Qt::Key_Space);
+    pressHere(Qt::Key_Space);
     EXPECT_TRUE(parts->controller.settings().isRemembering());
+    auto& listening = *window.listeningBox;
+    EXPECT_TRUE(listening.isVisible());
+    listening.setFocus();
+    pressHere(Qt::Key_Space);
+    EXPECT_TRUE(action("setUpForListening").isChecked());
+    EXPECT_TRUE(listening.isChecked() && !listening.isVisible())
+        << "a reader asks for the mark after it has gone";
+    EXPECT_TRUE(window.ipAddress->hasFocus());
+    action("setUpForListening").trigger();
+    EXPECT_TRUE(listening.isVisible() && !listening.isChecked());
     card.firstStartGames->setFocus();
     pressHere(Qt::Key_Return);
     press(find<QTableView>(waitForDialog("ZNTMudListView"), "tableView"), Qt::Key_Return);
@@ -104,6 +117,9 @@ TEST_F(ZNTWindowConnection, TheFirstStartIsPlayedFromItsCard)
     window.connectionButton->setFocus();
     pressHere(Qt::Key_Return);
     EXPECT_TRUE(window.port->hasFocus()) << "Return on the button connects, if there is where to";
+    window.ipAddress->clear();
+    press(*window.connectionButton, Qt::Key_Space);
+    EXPECT_TRUE(window.ipAddress->hasFocus());
 
     playDemo();
     EXPECT_TRUE(commandLine().hasFocus());

@@ -2,12 +2,7 @@
 #include "ZNTKeptLooks.h"
 #include "ZNTWindowFixture.h"
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QScreen>
-#include <QSplitter>
-#include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
 
 namespace
@@ -75,22 +70,8 @@ protected:
     }
     ~ZNTWindowDesktop() override { QApplication::setFont(fontBefore); }
 
-    std::unique_ptr<Run> start()
-    {
-        return std::make_unique<Run>(
-            ZNTWindowServices{platform, database, sounds, speech, screenReader, socketStreams(runLoop)});
-    }
-    void write(const std::string& values) const
-    {
-        std::filesystem::create_directories(home.path("Library/Zantor"));
-        std::ofstream(home.path(settingsFile))
-            << "<plist version=\"1.0\"><dict><key>window</key><dict>" << values << "</dict></dict></plist>";
-    }
-    [[nodiscard]] std::string kept() const
-    {
-        std::ifstream file(home.path(settingsFile));
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::unique_ptr<Run> start() { return std::make_unique<Run>(services()); }
+    [[nodiscard]] std::string kept() const { return home.read(settingsFile); }
     [[nodiscard]] std::vector<std::string> complaints() const
     {
         std::vector<std::string> found;
@@ -105,10 +86,9 @@ protected:
         run.window.setGeometry(20, 50, 1000, 560);
         output.setTextFont(QFont(u"DejaVu Sans Mono"_s, 9));
         output.setPointSize(10); // 80 columns and the panel have room
-        for (const ZNTActionName name : {ZNTActionName("darkColours"), ZNTActionName("readableColours"),
-                                         ZNTActionName("keypadWalks"), ZNTActionName("showSidePanel")})
+        for (const ZNTActionName name : std::initializer_list<ZNTActionName>{
+                 "darkColours", "readableColours", "keypadWalks", "showSidePanel", "controlsLarger"})
             run.parts.menu[name]->trigger();
-        run.parts.menu["controlsLarger"]->trigger();
         run.window.choosePanelWidth(300);
     }
 
@@ -122,7 +102,7 @@ TEST_F(ZNTWindowDesktop, ComesBackAsThePlayerLeftItOnlyIfAsked)
     const double controls = QApplication::font().pointSizeF();
     change(*first);
     first.reset();
-    EXPECT_FALSE(home.has("Library/Zantor/settings.plist"));
+    EXPECT_FALSE(home.has(settingsFile));
 
     QApplication::setFont(fontBefore);
     auto second = start();
@@ -209,11 +189,13 @@ TEST_F(ZNTWindowDesktop, AWindowBesideTheGameHasItsPlaceAndAlertsHaveNone)
 
 TEST_F(ZNTWindowDesktop, ADamagedValueCostsOnlyItselfAndALine)
 {
-    write("<key>font</key><integer>12</integer><key>text-size</key><string>20</string>"
-          "<key>colours</key><string>pink</string><key>side-panel</key><false/>"
-          "<key>controls-size</key><real>3</real><key>side-panel-width</key><string>-1</string>"
-          "<key>place of mainWindow</key><string>9x</string>"
-          "<key>of a later version</key><string>kept</string>");
+    home.write(settingsFile,
+               "<plist version=\"1.0\"><dict><key>window</key><dict>"
+               "<key>font</key><integer>12</integer><key>text-size</key><string>20</string>"
+               "<key>colours</key><string>pink</string><key>side-panel</key><false/>"
+               "<key>controls-size</key><real>3</real><key>side-panel-width</key><string>-1</string>"
+               "<key>place of mainWindow</key><string>9x</string>"
+               "<key>of a later version</key><string>kept</string></dict></dict></plist>");
     auto run = start();
     EXPECT_EQ(run->window.textFromServer->pointSize(), 20);
     EXPECT_FALSE(panelIsShown(*run));

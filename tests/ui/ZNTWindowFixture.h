@@ -1,6 +1,7 @@
 #pragma once
 
 #include "QtRunLoop.h"
+#include "ZNTAnnounced.h"
 #include "ZNTApplicationWindow.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDemoGame.h"
@@ -15,6 +16,7 @@
 #include "ZNTTestPlatform.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
@@ -44,6 +46,7 @@ protected:
         window.show();
         window.activateWindow(); // there is no window manager here
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window, patience));
+        announced.words.clear();
     }
 
     static bool until(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, patience); }
@@ -110,6 +113,19 @@ protected:
             throw std::runtime_error(std::string("no dialog ") + name);
         return *dialog(name);
     }
+    QDialog& open(ZNTActionName opener, const char* name)
+    {
+        action(opener).trigger();
+        return waitForDialog(name);
+    }
+    QDialog& openPreferences() { return open("showPreferencesView", "PreferencesView"); }
+    /// Closes it with the key, until the window has the focus again.
+    void leave(QDialog& sheet, Qt::Key key = Qt::Key_Escape)
+    {
+        const QByteArray name = sheet.objectName().toLatin1();
+        press(sheet, key);
+        EXPECT_TRUE(until([&] { return dialog(name.constData()) == nullptr && window.isActiveWindow(); }));
+    }
     /// The title of the alert on the screen, which is answered with `key`.
     QString answerAlert(Qt::Key key = Qt::Key_Return)
     {
@@ -144,19 +160,44 @@ protected:
         press(window, Qt::Key_F5);
         EXPECT_TRUE(until([&] { return session().state() == ZNTSessionState::Idle; }));
     }
+    /// Connects with the key, to what the fields say.
+    void connectAgain()
+    {
+        press(window, Qt::Key_F5);
+        ASSERT_TRUE(until([&] { return session().isConnected(); }));
+    }
     void makeMacroGroup(const char* name)
     {
         find<QComboBox>("macroComboBoxGroup").setEditText(QString::fromUtf8(name));
         find<QPushButton>("createNewMacroGroup").click();
         answerAlert();
     }
+    /// Fills in the sheet and ends it with its button.
+    void addMacro(const char* name, const char* text = "", QKeyCombination key = Qt::Key_unknown)
+    {
+        QDialog& sheet = open("addMacro", "ZNTAddMacroView");
+        auto& field = find<QLineEdit>(sheet, "macroKeyField");
+        EXPECT_TRUE(field.text().isEmpty()) << "of the macro before";
+        if (key.key() != Qt::Key_unknown)
+            press(field, key.key(), key.keyboardModifiers());
+        fill(find<QLineEdit>(sheet, "macroNameTF"), name);
+        type(find<QWidget>(sheet, "commandText"), text);
+        find<QPushButton>(sheet, "doneButton").click();
+        EXPECT_TRUE(until([&] { return !sheet.isVisible() && window.isActiveWindow(); }));
+    }
+    void expectAnnounced(const char* what)
+    {
+        EXPECT_TRUE(until([&] { return announced.words.contains(QString::fromUtf8(what)); }))
+            << what << " is not among: " << announced.words.join(u"; ").toStdString();
+        announced.words.clear();
+    }
     QAction& action(ZNTActionName name) { return *parts->menu[name]; }
     QString status() { return window.statusText->text(); }
-    QString output()
+    static QString textOf(const ZNTOutputView& view)
     {
-        const auto& store = window.textFromServer->store();
-        return znt::qtText(store.text(store.start(), store.end()));
+        return znt::qtText(view.store().text(view.store().start(), view.store().end()));
     }
+    QString output() { return textOf(*window.textFromServer); }
     bool outputHas(const char* text)
     {
         return until([&] { return output().contains(QString::fromUtf8(text)); });
@@ -170,9 +211,11 @@ protected:
     void startAgain()
     {
         parts.reset();
-        parts = std::make_unique<ZNTApplicationWindow>(
-            window,
-            ZNTWindowServices{platform, database, sounds, speech, screenReader, socketStreams(runLoop)});
+        parts = std::make_unique<ZNTApplicationWindow>(window, services());
+    }
+    ZNTWindowServices services()
+    {
+        return {platform, database, sounds, speech, screenReader, socketStreams(runLoop)};
     }
     ZNTServerConnectController& session() { return parts->controller.serverConnectController(); }
     QWidget& commandLine() { return find<QWidget>("textToServer"); }
@@ -192,7 +235,7 @@ protected:
     ZNTRecordedSpeech speech;
     ZNTNoScreenReader screenReader;
     ZNTMainWindow window;
-    std::unique_ptr<ZNTApplicationWindow> parts = std::make_unique<ZNTApplicationWindow>(
-        window, ZNTWindowServices{platform, database, sounds, speech, screenReader, socketStreams(runLoop)});
+    std::unique_ptr<ZNTApplicationWindow> parts = std::make_unique<ZNTApplicationWindow>(window, services());
     std::unique_ptr<ZNTDemoGame> game;
+    ZNTAnnounced announced;
 };

@@ -1,4 +1,3 @@
-#include "ZNTAnnounced.h"
 #include "ZNTWindowFixture.h"
 
 #include <QAccessible>
@@ -10,21 +9,11 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 
-/// As the program's start does it, outside of any namespace.
-static void initResources() { Q_INIT_RESOURCE(zantor); }
-
-class ZNTWindowHelp : public ZNTWindowFixture
-{
-protected:
-    ZNTWindowHelp() { initResources(); }
-
-    ZNTAnnounced announced;
-};
+using ZNTWindowHelp = ZNTWindowFixture;
 
 TEST_F(ZNTWindowHelp, TheKeyboardMapFindsAKeyByWordsAndByTheKey)
 {
-    action("keyboardMap").trigger();
-    QDialog& map = waitForDialog("keyboardPage");
+    QDialog& map = open("keyboardMap", "keyboardPage");
     auto& table = find<QTableView>(map, "keyTable");
     auto& filter = find<QLineEdit>(map, "keyFilter");
     ASSERT_TRUE(filter.hasFocus());
@@ -64,14 +53,12 @@ TEST_F(ZNTWindowHelp, TheKeyboardMapFindsAKeyByWordsAndByTheKey)
     fill(filter, "ctrl+comma");
     EXPECT_EQ(key.data().toString(), u"Ctrl+,"_s);
     EXPECT_EQ(table.model()->index(0, 1).data(Qt::AccessibleTextRole).toString(), u"Ctrl+comma"_s);
-    pressHere(Qt::Key_Escape);
-    EXPECT_TRUE(until([&] { return dialog("keyboardPage") == nullptr && window.isActiveWindow(); }));
+    leave(map);
 }
 
 TEST_F(ZNTWindowHelp, APageSaysItsTitleAndFirstLineOnceWhereTheCaretIs)
 {
-    action("firstHourByEar").trigger();
-    auto& reader = find<QTextBrowser>(waitForDialog("listeningPage"), "helpText");
+    auto& reader = find<QTextBrowser>(open("firstHourByEar", "listeningPage"), "helpText");
     EXPECT_EQ(reader.textCursor().blockFormat().headingLevel(), 0) << "the title was said";
     ASSERT_FALSE(reader.textCursor().block().text().isEmpty());
     const QStringList once{u"First hour by ear. "_s + reader.textCursor().block().text()};
@@ -83,8 +70,7 @@ TEST_F(ZNTWindowHelp, TheHomePageIsOpenedOnlyAfterAQuestion)
 {
     QTextBrowser browser;
     QDesktopServices::setUrlHandler(u"https"_s, &browser, "setSource");
-    action("about").trigger();
-    QDialog& about = waitForDialog("aboutPage");
+    QDialog& about = open("about", "aboutPage");
     EXPECT_EQ(find<QLabel>(about, "aboutIcon").pixmap().deviceIndependentSize().toSize(), QSize(128, 128));
     for (const Qt::Key answer : {Qt::Key_Escape, Qt::Key_Return}) {
         EXPECT_TRUE(until([&] { return about.isActiveWindow(); })) << "back where the link is";
@@ -106,8 +92,7 @@ TEST_F(ZNTWindowHelp, AFontIsTakenWithOkAndLeftWithCancel)
 {
     const QFont before = window.textFromServer->textFont();
     for (const Qt::Key answer : {Qt::Key_Escape, Qt::Key_Return}) {
-        action("changeFont").trigger();
-        QDialog& panel = waitForDialog("fontPanel");
+        QDialog& panel = open("changeFont", "fontPanel");
         auto& list = find<QListView>(panel, "fontList");
         EXPECT_EQ(list.currentIndex().data().toString(), QFontInfo(before).family());
         auto& filter = find<QLineEdit>(panel, "fontFilter");

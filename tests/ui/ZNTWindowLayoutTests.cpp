@@ -3,13 +3,8 @@
 #include "ZNTWindowFixture.h"
 
 #include <QAbstractSpinBox>
-#include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDebug>
 #include <QFocusFrame>
-#include <QLabel>
-#include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -123,19 +118,16 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheWindow)
 
 TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
 {
-    action("addMacro").trigger();
-    expectNothingCut(waitForDialog("alert"));
+    expectNothingCut(open("addMacro", "alert"));
     answerAlert();
     makeMacroGroup("Greetings");
-
-    action("addMacro").trigger();
-    expectNothingCut(waitForDialog("ZNTAddMacroView"));
-    find<QPushButton>(waitForDialog("ZNTAddMacroView"), "doneButton").click();
+    addMacro("wave");
     window.macroTable->selectRow(0);
     const struct {
         ZNTActionName opener;
         const char* name;
-    } sheets[] = {{"editMacro", "ZNTEditMacroView"},
+    } sheets[] = {{"addMacro", "ZNTAddMacroView"},
+                  {"editMacro", "ZNTEditMacroView"},
                   {"showZNTMudListController", "ZNTMudListView"},
                   {"showChannelHistory", "ZNTChannelHistoryView"},
                   {"doneRecording", "ZNTCommandRecorderView2"},
@@ -144,14 +136,11 @@ TEST_P(ZNTWindowLayout, NothingIsCutOffInTheSheets)
                   {"about", "aboutPage"},
                   {"changeFont", "fontPanel"}};
     for (const auto& [opener, name] : sheets) {
-        action(opener).trigger();
-        QDialog& sheet = waitForDialog(name);
+        QDialog& sheet = open(opener, name);
         expectNothingCut(sheet);
-        press(sheet, Qt::Key_Escape);
-        EXPECT_TRUE(until([name = name] { return dialog(name) == nullptr; }));
+        leave(sheet);
     }
-    action("showPreferencesView").trigger();
-    QDialog& preferences = waitForDialog("PreferencesView");
+    QDialog& preferences = openPreferences();
     auto& tabs = find<QTabWidget>(preferences, "tabView");
     for (int tab = 0; tab < tabs.count(); ++tab) {
         SCOPED_TRACE(tab);
@@ -166,8 +155,7 @@ TEST_F(ZNTWindowRoom, ControlsThatGrowAndShrinkInOpenWindowsStayWhole)
 {
     const QFont before = QApplication::font();
     const auto points = [] { return QApplication::font().pointSizeF(); };
-    action("showPreferencesView").trigger();
-    QDialog& preferences = waitForDialog("PreferencesView");
+    QDialog& preferences = openPreferences();
     for (const double wanted : {24.0, 48.0, 8.0}) {
         SCOPED_TRACE(wanted);
         while (points() < wanted)

@@ -1,20 +1,15 @@
 #include "ZNTSpeechSynth.h"
 #include "ZNTWindowFixture.h"
 
-#include <QCheckBox>
-#include <utility>
-
 using ZNTWindowListening = ZNTWindowFixture;
 
 TEST_F(ZNTWindowListening, SetUpForListeningTakesEffectAtOnceAndIsKeptWithTheSpeechSwitches)
 {
-    parts->controller.showPreferencesView();
-    QDialog& preferences = waitForDialog("PreferencesView");
+    QDialog& preferences = openPreferences();
     const auto& choice = find<QComboBox>(preferences, "silence-key");
     EXPECT_EQ(choice.currentText(), u"No key"_s);
     find<QCheckBox>(preferences, "rememberBox").setChecked(true);
-    press(preferences, Qt::Key_Escape);
-    ASSERT_TRUE(until([&] { return window.isActiveWindow(); }));
+    leave(preferences);
     press(window, Qt::Key_F8, Qt::ControlModifier);
     EXPECT_TRUE(status().endsWith(u"Listening is set up."_s)) << status().toStdString();
     EXPECT_TRUE(std::ranges::any_of(speech.said, [](const auto& text) {
@@ -43,8 +38,7 @@ TEST_F(ZNTWindowListening, TheSilenceKeyWorksInEveryWindowAndIsTyped)
 {
     speech.staysSpeaking = true;
     playDemo();
-    parts->controller.showPreferencesView();
-    QDialog& preferences = waitForDialog("PreferencesView");
+    QDialog& preferences = openPreferences();
     QWidget& line = commandLine();
     const auto silences = [&](QWidget& in, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         session().zntSpeechSynth().speakNext(u"a long story");
@@ -103,21 +97,4 @@ TEST_F(ZNTWindowListening, WhatWasSaidIsReviewedAndSearchedWithTheHandsOnTheComm
     EXPECT_EQ(said(line, Qt::Key_F12), older);
     EXPECT_EQ(said(line, Qt::Key_F12, shift), newest);
     EXPECT_EQ(commandLineText(), QString());
-}
-
-TEST_F(ZNTWindowListening, TheFirstStartOffersToSetUpForListening)
-{
-    auto& box = find<QCheckBox>("listeningBox");
-    EXPECT_TRUE(box.isVisible());
-    box.setFocus();
-    press(box, Qt::Key_Space);
-    EXPECT_TRUE(action("setUpForListening").isChecked());
-    EXPECT_TRUE(box.isChecked() && !box.isVisible()) << "a reader asks for the mark after it has gone";
-    EXPECT_TRUE(window.ipAddress->hasFocus());
-    action("setUpForListening").trigger();
-    EXPECT_TRUE(box.isVisible() && !box.isChecked());
-    playDemo();
-    EXPECT_FALSE(box.isVisible()) << "the game's text has taken the place of the first words";
-    leaveTheGame();
-    EXPECT_FALSE(box.isVisible());
 }

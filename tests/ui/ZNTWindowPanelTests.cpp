@@ -76,22 +76,19 @@ TEST_F(ZNTWindowPanel, TheNameBecomesNarrowerBeforeTheButtonGoesToANewRow)
     EXPECT_EQ(row.mudName->mapTo(&row, QPoint()).y(), row.port->mapTo(&row, QPoint()).y());
 }
 
-TEST_F(ZNTWindowPanel, RunAndRemoveNeedASelectedMacroAndANewOneIsSelected)
+TEST_F(ZNTWindowPanel, MacrosRunOnceSelectedAndByTheirPlaceAndByAKeyOfTheirOwn)
 {
-    const auto& remove = find<QPushButton>("removeMacro");
-    const auto& run = find<QPushButton>("runMacro");
+    const QAction& submenu = *qobject_cast<QMenu*>(parts->menu.macros().front()->parent())->menuAction();
+    const auto& remove = *window.removeMacro;
+    const auto& run = *window.runMacro;
+    EXPECT_FALSE(submenu.isEnabled()) << "nothing can be chosen there";
     makeMacroGroup("Fights");
     EXPECT_FALSE(remove.isEnabled() || action("removeMacro").isEnabled());
     EXPECT_TRUE(find<QPushButton>("editMacro").isEnabled());
-    for (const char* name : {"kick", "bash"}) {
-        action("addMacro").trigger();
-        QDialog& sheet = waitForDialog("ZNTAddMacroView");
-        fill(find<QLineEdit>(sheet, "macroNameTF"), name);
-        find<QPushButton>(sheet, "doneButton").click();
-        EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
-        EXPECT_EQ(window.macroTable->currentIndex().data().toString(), QString::fromLatin1(name));
-        EXPECT_TRUE(remove.isEnabled());
-    }
+    addMacro("kick", "say kicked", Qt::CTRL | Qt::Key_B);
+    EXPECT_TRUE(remove.isEnabled()) << "a new one is selected";
+    addMacro("bash", "say bashed", Qt::CTRL | Qt::Key_G); // which opens the list of games
+    EXPECT_EQ(window.macroTable->currentIndex().data(), u"bash"_s);
     EXPECT_FALSE(run.isEnabled()) << "there is no game";
     playDemo();
     EXPECT_TRUE(run.isEnabled() && action("invokeMacro").isEnabled());
@@ -99,28 +96,6 @@ TEST_F(ZNTWindowPanel, RunAndRemoveNeedASelectedMacroAndANewOneIsSelected)
     EXPECT_FALSE(run.isEnabled() || remove.isEnabled());
     EXPECT_TRUE(run.toolTip().endsWith(u"(Ctrl+M)"_s));
     EXPECT_EQ(run.accessibleDescription(), u"Ctrl+M"_s) << "a reader says the name before it";
-}
-
-TEST_F(ZNTWindowPanel, MacrosRunByTheirPlaceAndByAKeyOfTheirOwn)
-{
-    const QAction& submenu = *qobject_cast<QMenu*>(parts->menu.macros().front()->parent())->menuAction();
-    EXPECT_FALSE(submenu.isEnabled()) << "nothing can be chosen there";
-    playDemo();
-    makeMacroGroup("Fights");
-    const auto add = [this](const char* name, const char* says, Qt::Key key) {
-        action("addMacro").trigger();
-        QDialog& sheet = waitForDialog("ZNTAddMacroView");
-        fill(find<QLineEdit>(sheet, "macroNameTF"), name);
-        type(find<QWidget>(sheet, "commandText"), says);
-        auto& field = find<QLineEdit>(sheet, "macroKeyField");
-        EXPECT_TRUE(field.text().isEmpty()) << "of the macro before";
-        field.setFocus();
-        press(field, key, Qt::ControlModifier);
-        find<QPushButton>(sheet, "doneButton").click();
-        EXPECT_TRUE(until([&] { return !sheet.isVisible() && window.isActiveWindow(); }));
-    };
-    add("kick", "say kicked", Qt::Key_B);
-    add("bash", "say bashed", Qt::Key_G); // which opens the list of games
     const QAbstractItemModel& rows = *window.macroTable->model();
     EXPECT_EQ(rows.index(0, 0).data(), u"kick"_s) << "keys are no part of the name";
     EXPECT_EQ(rows.index(0, 0).data(Qt::AccessibleDescriptionRole), u"Alt+1, Ctrl+B"_s);
@@ -129,7 +104,7 @@ TEST_F(ZNTWindowPanel, MacrosRunByTheirPlaceAndByAKeyOfTheirOwn)
     EXPECT_TRUE(submenu.isEnabled());
     press(commandLine(), Qt::Key_2, Qt::AltModifier);
     EXPECT_TRUE(outputHas("You say: bashed"));
-    EXPECT_EQ(find<QLineEdit>("textToServer").text(), QString());
+    EXPECT_EQ(commandLineText(), QString());
     find<QComboBox>("macroComboBoxGroup").setEditText(u"another"_s);
     press(commandLine(), Qt::Key_B, Qt::ControlModifier);
     EXPECT_TRUE(outputHas("You say: kicked")) << "whatever group is shown";
@@ -138,7 +113,7 @@ TEST_F(ZNTWindowPanel, MacrosRunByTheirPlaceAndByAKeyOfTheirOwn)
 TEST_F(ZNTWindowPanel, InTheBoxOfTheGroupReturnMakesOneAndTheKeysOfMacrosAct)
 {
     playDemo();
-    auto& box = find<QComboBox>("macroComboBoxGroup");
+    auto& box = *window.macroComboBoxGroup;
     box.setFocus();
     press(box, Qt::Key_Return); // without a name
     type(box, "Fights");
@@ -146,13 +121,7 @@ TEST_F(ZNTWindowPanel, InTheBoxOfTheGroupReturnMakesOneAndTheKeysOfMacrosAct)
     EXPECT_EQ(answerAlert(), u"Macro Group Created!."_s);
     press(box, Qt::Key_Return); // it is there already
     EXPECT_EQ(dialog("alert"), nullptr);
-    action("addMacro").trigger();
-    QDialog& sheet = waitForDialog("ZNTAddMacroView");
-    fill(find<QLineEdit>(sheet, "macroNameTF"), "kick");
-    type(find<QWidget>(sheet, "commandText"), "say kicked");
-    press(find<QLineEdit>(sheet, "macroKeyField"), Qt::Key_K, Qt::AltModifier);
-    find<QPushButton>(sheet, "doneButton").click();
-    EXPECT_TRUE(until([&] { return !sheet.isVisible() && window.isActiveWindow(); }));
+    addMacro("kick", "say kicked", Qt::ALT | Qt::Key_K);
     box.setFocus();
     press(box, Qt::Key_K, Qt::AltModifier);
     EXPECT_TRUE(outputHas("You say: kicked"));
@@ -163,12 +132,7 @@ TEST_F(ZNTWindowPanel, InTheBoxOfTheGroupReturnMakesOneAndTheKeysOfMacrosAct)
 TEST_F(ZNTWindowPanel, AKeyThatTheWindowHasIsNoMacrosKeyAfterAStartEither)
 {
     makeMacroGroup("Fights");
-    action("addMacro").trigger();
-    QDialog& sheet = waitForDialog("ZNTAddMacroView");
-    fill(find<QLineEdit>(sheet, "macroNameTF"), "kick");
-    press(find<QLineEdit>(sheet, "macroKeyField"), Qt::Key_F4);
-    find<QPushButton>(sheet, "doneButton").click();
-    EXPECT_TRUE(until([&] { return !sheet.isVisible() && window.isActiveWindow(); }));
+    addMacro("kick", "", Qt::Key_F4);
     QAction later(u"Something new"_s, &window); // of a later version
     later.setShortcut(Qt::Key_F4);
     startAgain();
@@ -184,8 +148,7 @@ TEST_F(ZNTWindowPanel, AKeyThatTheWindowHasIsNoMacrosKeyAfterAStartEither)
 TEST_F(ZNTWindowPanel, TheFieldOfAKeyRefusesKeysWithAMeaningAndCanBeLeft)
 {
     makeMacroGroup("Fights");
-    action("addMacro").trigger();
-    QDialog& sheet = waitForDialog("ZNTAddMacroView");
+    QDialog& sheet = open("addMacro", "ZNTAddMacroView");
     auto& field = find<QLineEdit>(sheet, "macroKeyField");
     const auto& answer = find<QLabel>(sheet, "macroKeyAnswer");
     const struct {

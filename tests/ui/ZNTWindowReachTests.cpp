@@ -1,9 +1,7 @@
 #include "ZNTWindowFixture.h"
 
-#include <QAction>
 #include <QDesktopServices>
 #include <QTextBrowser>
-#include <map>
 
 using ZNTWindowReach = ZNTWindowFixture;
 
@@ -22,13 +20,11 @@ TEST_F(ZNTWindowReach, TheManualOpensInTheWebBrowserAndWithoutOneInAWindow)
 {
     QTextBrowser webBrowser;
     QDesktopServices::setUrlHandler(u"file"_s, &webBrowser, "setSource");
-    action("keyboardMap").trigger();
-    press(find<QPushButton>(waitForDialog("keyboardPage"), "openManual"), Qt::Key_Space);
+    press(find<QPushButton>(open("keyboardMap", "keyboardPage"), "openManual"), Qt::Key_Space);
     EXPECT_TRUE(webBrowser.source().toLocalFile().endsWith(u"/manual.html"_s));
 
     QDesktopServices::setUrlHandler(u"file"_s, &webBrowser, "isMissing");
-    action("manual").trigger();
-    auto& manual = find<QTextBrowser>(waitForDialog("manualPage"), "helpText");
+    auto& manual = find<QTextBrowser>(open("manual", "manualPage"), "helpText");
     EXPECT_TRUE(manual.toPlainText().contains(u"Kept quirks"_s));
     QDesktopServices::unsetUrlHandler(u"file"_s);
 }

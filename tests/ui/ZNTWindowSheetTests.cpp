@@ -1,6 +1,5 @@
 #include "ZNTWindowFixture.h"
 
-#include <QCheckBox>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QRadioButton>
@@ -10,19 +9,6 @@
 #include <QWindow>
 
 using ZNTWindowSheets = ZNTWindowFixture;
-
-namespace
-{
-
-int columnHeaded(const QTableView& table, const char* heading)
-{
-    for (int column = 0; column < table.model()->columnCount(); ++column)
-        if (table.model()->headerData(column, Qt::Horizontal).toString() == QLatin1String(heading))
-            return column;
-    return -1;
-}
-
-} // namespace
 
 TEST_F(ZNTWindowSheets, AnOpenDialogDoesNotKeepTheWindowOpen)
 {
@@ -49,6 +35,7 @@ TEST_F(ZNTWindowSheets, AnOpenDialogDoesNotKeepTheWindowOpen)
 
 TEST_F(ZNTWindowSheets, ATriggerIsEditedInTableAndPaneAndFiresOnceReloaded)
 {
+    enum Column { Active, Name };
     playDemo();
     press(commandLine(), Qt::Key_Comma, Qt::ControlModifier);
     QDialog& preferences = waitForDialog("PreferencesView");
@@ -58,10 +45,10 @@ TEST_F(ZNTWindowSheets, ATriggerIsEditedInTableAndPaneAndFiresOnceReloaded)
     auto& table = find<QTableView>(preferences, "triggerTableView");
     auto& pane = find<QPlainTextEdit>(preferences, "triggerTextView");
     pressButton("addTriggerButton");
-    table.setCurrentIndex(table.model()->index(0, columnHeaded(table, "Active")));
+    table.setCurrentIndex(table.model()->index(0, Active));
     EXPECT_EQ(pane.toPlainText(), u"A %1 kicks you hard!~\nkick %1"_s);
     press(table, Qt::Key_Space);
-    editCell(table, 0, columnHeaded(table, "Name"), "Echo", "Echo");
+    editCell(table, 0, Name, "Echo", "Echo");
     pane.selectAll();
     type(pane, "ping (\\w+)~");
     press(pane, Qt::Key_Return);
@@ -73,12 +60,16 @@ TEST_F(ZNTWindowSheets, ATriggerIsEditedInTableAndPaneAndFiresOnceReloaded)
     EXPECT_EQ(database.loadTriggers().at(0).name, u"Echo");
     pressButton("removeTriggerButton");
     EXPECT_EQ(table.model()->rowCount(), 0);
+
+    database.runSQL("create trigger refuse before insert on ZNTTrigger begin select raise(abort, ''); end");
+    pressButton("addTriggerButton");
+    for (const int role : {Qt::ToolTipRole, Qt::AccessibleDescriptionRole})
+        EXPECT_TRUE(table.model()->index(0, 0).data(role).toString().contains(u"Not saved"_s));
 }
 
 TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
 {
-    parts->controller.showPreferencesView();
-    QDialog& preferences = waitForDialog("PreferencesView");
+    QDialog& preferences = openPreferences();
     auto& utf8 = find<QCheckBox>(preferences, "encodingUtf8");
     auto& chinese = find<QRadioButton>(preferences, "encodingEucCn");
     // A radio button that is chosen anew, then the one that stands chosen already, then the box alone.
@@ -106,15 +97,13 @@ TEST_F(ZNTWindowSheets, PreferencesActAtOnceAndAreOneWindow)
         box.setCheckState(box.isTristate() ? Qt::PartiallyChecked : Qt::Unchecked);
         EXPECT_FALSE(isOn());
     }
-    press(preferences, Qt::Key_Escape);
-    parts->controller.showPreferencesView();
-    EXPECT_EQ(&waitForDialog("PreferencesView"), &preferences);
+    leave(preferences);
+    EXPECT_EQ(&openPreferences(), &preferences);
 }
 
 TEST_F(ZNTWindowSheets, ThePreferencesStandBesideTheGameAndKeepTheirPlace)
 {
-    action("showPreferencesView").trigger();
-    QDialog& preferences = waitForDialog("PreferencesView");
+    QDialog& preferences = openPreferences();
     EXPECT_FALSE(preferences.isModal());
     EXPECT_EQ(preferences.windowHandle()->transientParent(), nullptr) << "it would hide the game";
     const QRect place(30, 40, 500, 400);
@@ -123,10 +112,8 @@ TEST_F(ZNTWindowSheets, ThePreferencesStandBesideTheGameAndKeepTheirPlace)
     auto& tabs = find<QTabWidget>(preferences, "tabView");
     tabs.setCurrentIndex(2);
     find<QCheckBox>(preferences, "encodingUtf8").setFocus();
-    press(preferences, Qt::Key_Escape);
-    EXPECT_TRUE(until([&] { return window.isActiveWindow(); }));
-    action("showPreferencesView").trigger();
-    waitForDialog("PreferencesView");
+    leave(preferences);
+    openPreferences();
     EXPECT_TRUE(until([&] { return preferences.geometry() == place; }));
     EXPECT_TRUE(tabs.tabBar()->hasFocus()) << "it opens as it did first";
 }
@@ -168,8 +155,7 @@ TEST_F(ZNTWindowSheets, ALineOfAChannelIsSaidAndTakenIntoTheCommandLine)
 
 TEST_F(ZNTWindowSheets, AListOfPatternsIsTakenWhenThePlayerLeavesItsField)
 {
-    parts->controller.showPreferencesView();
-    QDialog& preferences = waitForDialog("PreferencesView");
+    QDialog& preferences = openPreferences();
     find<QTabWidget>(preferences, "tabView").setCurrentIndex(3);
     auto& editor = find<QPlainTextEdit>(preferences, "quiet-lines");
     const auto quietLines = [&] { return session().settings().quietLines; };
@@ -189,52 +175,10 @@ TEST_F(ZNTWindowSheets, AListOfPatternsIsTakenWhenThePlayerLeavesItsField)
     EXPECT_EQ(find<QPlainTextEdit>(preferences, "channels").toPlainText().count(u'\n'), 4);
 }
 
-TEST_F(ZNTWindowSheets, AGameIsPickedMadeDefaultHiddenAndRestored)
-{
-    press(*window.ipAddress, Qt::Key_G, Qt::ControlModifier);
-    QDialog& sheet = waitForDialog("ZNTMudListView");
-    auto& table = find<QTableView>(sheet, "tableView");
-    const auto name = [&](int row) { return table.model()->index(row, 0).data().toString(); };
-    const int shipped = table.model()->rowCount();
-
-    // Letters go to the game that begins so, and overwrite none.
-    const QString first = name(0);
-    type(table, "disc");
-    EXPECT_TRUE(table.currentIndex().data().toString().startsWith(u"Disc"_s));
-
-    const QModelIndex mark = table.model()->index(2, columnHeaded(table, "Default"));
-    table.setCurrentIndex(mark);
-    press(table, Qt::Key_Space);
-    EXPECT_EQ(mark.data(Qt::CheckStateRole), Qt::Checked);
-    table.selectRow(0);
-    press(find<QPushButton>(sheet, "deleteButton"), Qt::Key_Space);
-    press(find<QPushButton>(sheet, "restoreButton"), Qt::Key_Space);
-    EXPECT_EQ(name(0), first);
-    press(find<QPushButton>(sheet, "addButton"), Qt::Key_Space);
-    editCell(table, shipped, columnHeaded(table, "Port"), "x47-1y1", "4711");
-    table.setFocus();
-    table.selectRow(shipped);
-    press(table, Qt::Key_Return); // the default button
-    EXPECT_TRUE(until([&] { return !sheet.isVisible() && window.ipAddress->hasFocus(); }));
-    EXPECT_EQ(window.port->text(), u"4711"_s);
-}
-
-TEST_F(ZNTWindowSheets, ARowThatCouldNotBeSavedSaysSo)
-{
-    database.runSQL("create trigger refuse before insert on ZNTTrigger begin select raise(abort, ''); end");
-    action("showPreferencesView").trigger();
-    QDialog& sheet = waitForDialog("PreferencesView");
-    find<QPushButton>(sheet, "addTriggerButton").click();
-    const QModelIndex row = find<QTableView>(sheet, "triggerTableView").model()->index(0, 0);
-    for (const int role : {Qt::ToolTipRole, Qt::AccessibleDescriptionRole})
-        EXPECT_TRUE(row.data(role).toString().contains(u"Not saved"_s));
-}
-
 TEST_F(ZNTWindowSheets, PreferencesSayWhatIsInForceBesideWhatWasLastPicked)
 {
     playDemo();
-    parts->controller.showPreferencesView();
-    QDialog& preferences = waitForDialog("PreferencesView");
+    QDialog& preferences = openPreferences();
     action("speechOnOff").trigger();
     EXPECT_TRUE(find<QCheckBox>(preferences, "speechOnOffCheckBox").isChecked());
     action("speechInterruptOnOff").trigger();
@@ -263,19 +207,16 @@ TEST_F(ZNTWindowSheets, StandardTelnetIsSwitchedByKeyForOneGameAndByItsBoxForAll
     const auto news = u"Standard telnet is on from the next connection on."_s;
     EXPECT_TRUE(status().endsWith(u". "_s + news)) << status().toStdString();
     EXPECT_TRUE(until([&] { return std::ranges::count(speech.said, news.toStdString()) == 1; }));
-    parts->controller.showPreferencesView();
-    QDialog& preferences = waitForDialog("PreferencesView");
+    QDialog& preferences = openPreferences();
     auto& forAll = find<QCheckBox>(preferences, "standard-telnet");
     auto& colours = find<QCheckBox>(preferences, "full-colours");
     EXPECT_FALSE(forAll.isChecked() || colours.isChecked()) << "it is for this game, and for later";
 
-    press(preferences, Qt::Key_Escape);
-    ASSERT_TRUE(until([&] { return window.isActiveWindow(); }));
+    leave(preferences);
     leaveTheGame();
     EXPECT_TRUE(action("standardTelnet").isChecked());
     EXPECT_TRUE(colours.isChecked()) << "it follows";
-    press(window, Qt::Key_F5);
-    ASSERT_TRUE(until([&] { return session().isConnected(); }));
+    connectAgain();
     EXPECT_TRUE(status().contains(u", with settings for this game, "_s)) << status().toStdString();
     leaveTheGame();
     pressItsKey();
@@ -289,16 +230,10 @@ TEST_F(ZNTWindowSheets, WhatIsImportedStandsInThePanelsAtOnce)
 {
     makeMacroGroup("fight");
     // Both are kept when they are closed.
-    const auto leave = [&](QDialog& sheet) {
-        press(sheet, Qt::Key_Escape);
-        EXPECT_TRUE(until([&] { return window.isActiveWindow(); }));
-    };
-    action("showPreferencesView").trigger();
-    QDialog& preferences = waitForDialog("PreferencesView");
+    QDialog& preferences = openPreferences();
     const auto& triggers = find<QTableView>(preferences, "triggerTableView");
     leave(preferences);
-    action("showZNTMudListController").trigger();
-    QDialog& sheetOfGames = waitForDialog("ZNTMudListView");
+    QDialog& sheetOfGames = open("showZNTMudListController", "ZNTMudListView");
     const auto& games = find<QTableView>(sheetOfGames, "tableView");
     leave(sheetOfGames);
     const auto& macros = find<QTableView>("macroTable");
@@ -307,10 +242,8 @@ TEST_F(ZNTWindowSheets, WhatIsImportedStandsInThePanelsAtOnce)
                "Zantor export 1\n[trigger]\nname = quiet one\npattern = x\n[group]\nname = fight\n[macro]\n"
                "name = k\ntext = kick\n[game]\nname = new\naddress = h\nport = 1\n[end]\n");
     const auto choose = [&](ZNTActionName opening, const char* name, const char* file) {
-        action(opening).trigger();
-        auto& chooser = waitForDialog(name);
-        fill(find<QLineEdit>(chooser, "fileNameEdit"), home.path(file).c_str());
-        press(*QApplication::focusWidget(), Qt::Key_Return);
+        fill(find<QLineEdit>(open(opening, name), "fileNameEdit"), home.path(file).c_str());
+        pressHere(Qt::Key_Return);
         return answerAlert();
     };
     EXPECT_EQ(choose("importRecords", "importDialog", "records.txt"), u"Imported"_s);
@@ -331,20 +264,16 @@ TEST_F(ZNTWindowSheets, OldLogsAreListedReadInPartsAndSearched)
     home.write("Library/Zantor/logs/zantor_log_03.05.24_10.00.log",
                "look\r\x1b[1;36mlook\rA dragon sleeps.\r\n");
     home.write("Library/Zantor/logs/zantor_log_31.12.13_21.05.log", large + "The dragon wakes.\r\n" + large);
-    action("showOldLogs").trigger();
-    QDialog& logs = waitForDialog("oldLogs");
+    QDialog& logs = open("showOldLogs", "oldLogs");
     auto& list = find<QListWidget>(logs, "oldLogsList");
     auto& text = find<ZNTOutputView>(logs, "oldLogText");
-    const auto shown = [&] {
-        return znt::qtText(text.store().text(text.store().start(), text.store().end()));
-    };
     ASSERT_EQ(list.count(), 3) << "the third is this session's";
     EXPECT_TRUE(list.item(1)->text().startsWith(u"3 May 2024, 10:00"_s));
     EXPECT_TRUE(list.item(2)->text().startsWith(u"31 December 2012, 21:05"_s))
         << list.item(2)->text().toStdString();
     press(list, Qt::Key_End); // is being read
     press(list, Qt::Key_Up);
-    EXPECT_TRUE(until([&] { return shown() == u"look\nlook\nA dragon sleeps.\n"_s; }));
+    EXPECT_TRUE(until([&] { return textOf(text) == u"look\nlook\nA dragon sleeps.\n"_s; }));
     press(list, Qt::Key_End);
     EXPECT_LT(text.store().end(), 1'000'000) << "only a part a turn";
     EXPECT_TRUE(until([&] {
@@ -355,6 +284,5 @@ TEST_F(ZNTWindowSheets, OldLogsAreListedReadInPartsAndSearched)
     EXPECT_TRUE(until([&] { return text.selectedText() == u"The dragon"_s; }));
     pressHere(Qt::Key_Escape);
     EXPECT_TRUE(list.hasFocus() && logs.isVisible());
-    pressHere(Qt::Key_Escape);
-    EXPECT_TRUE(until([] { return dialog("oldLogs") == nullptr; }));
+    leave(logs);
 }

@@ -1,7 +1,6 @@
 #include "ZNTStoreWaitSign.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <algorithm>

@@ -1,3 +1,4 @@
+#include "ZNTAccessibleFactories.h"
 #include "ZNTStyle.h"
 
 #include <QApplication>
@@ -9,6 +10,8 @@ int main(int count, char** arguments)
     QApplication application(count, arguments);
     QApplication::setStyle(new ZNTStyle);
     QCoreApplication::setApplicationName(QStringLiteral("Zantor"));
+    Q_INIT_RESOURCE(zantor);
+    znt::installAccessibleFactories();
     const ZNTFocusRing focusRing;
     return RUN_ALL_TESTS();
 }

@@ -1,4 +1,3 @@
-#include "ZNTAnnouncement.h"
 #include "ZNTCommandLine.h"
 #include "ZNTCursorRest.h"
 #include "ZNTWindowFixture.h"
@@ -11,29 +10,18 @@ namespace
 class ZNTWindowTypingHelp : public ZNTWindowFixture
 {
 protected:
-    ZNTWindowTypingHelp() { qApp->installEventFilter(&announced); }
-
     QDialog& openPicker()
     {
         EXPECT_TRUE(until([&] { return window.isActiveWindow(); }));
         press(commandLine(), Qt::Key_H, Qt::ControlModifier);
         return waitForDialog("sentLinesPicker");
     }
-    void expectAnnounced(const char* what)
+    /// Closes it with the key.
+    void closePicker(Qt::Key key)
     {
-        EXPECT_TRUE(until([&] { return announced.last == QLatin1String(what); }))
-            << what << " is not " << announced.last.toStdString();
+        pressHere(key);
+        EXPECT_TRUE(until([&] { return dialog("sentLinesPicker") == nullptr && commandLine().hasFocus(); }));
     }
-
-    struct Announced final : QObject {
-        bool eventFilter(QObject*, QEvent* event) override
-        {
-            if (event->type() == ZNTAnnouncementEvent::kind())
-                last = static_cast<ZNTAnnouncementEvent*>(event)->words;
-            return false;
-        }
-        QString last;
-    } announced;
 };
 
 } // namespace
@@ -56,8 +44,7 @@ TEST_F(ZNTWindowTypingHelp, ALineThatWasSentIsFoundWhileTypingAndPutIntoTheComma
     }
     type(*QApplication::focusWidget(), "OOK");
     expectAnnounced("2 lines, look guide");
-    pressHere(Qt::Key_Escape);
-    EXPECT_TRUE(until([&] { return dialog("sentLinesPicker") == nullptr && commandLine().hasFocus(); }));
+    closePicker(Qt::Key_Escape);
     EXPECT_EQ(commandLineText(), u"half"_s);
 
     openPicker();
@@ -68,8 +55,7 @@ TEST_F(ZNTWindowTypingHelp, ALineThatWasSentIsFoundWhileTypingAndPutIntoTheComma
         pressHere(Qt::Key_Backspace);
     type(*QApplication::focusWidget(), "look");
     pressHere(Qt::Key_Down);
-    pressHere(Qt::Key_Return);
-    EXPECT_TRUE(until([&] { return dialog("sentLinesPicker") == nullptr && commandLine().hasFocus(); }));
+    closePicker(Qt::Key_Return);
     EXPECT_EQ(commandLineText(), u"look lantern"_s);
     EXPECT_EQ(output().count(u"look lantern"_s), 1) << "not sent";
     press(commandLine(), Qt::Key_Z, Qt::ControlModifier);

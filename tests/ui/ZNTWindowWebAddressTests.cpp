@@ -34,8 +34,7 @@ protected:
 TEST_F(ZNTWindowWebAddresses, AnEmptyListSaysWhyInThePlaceOfItsRows)
 {
     window.textFromServer->clear();
-    action("openWebAddress").trigger();
-    QDialog& list = waitForDialog("webAddresses");
+    QDialog& list = open("openWebAddress", "webAddresses");
     EXPECT_EQ(find<QListWidget>(list, "addresses").accessibleDescription(),
               u"There is no web address in the last 500 lines."_s);
     EXPECT_FALSE(find<QLabel>(list, "words").isVisible());

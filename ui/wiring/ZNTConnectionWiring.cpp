@@ -165,6 +165,7 @@ void ZNTConnectionWiring::playDemo()
     demoGame->start(session.cfStringEncoding(), [this, &platform](const ZNTResult<std::uint16_t>& started) {
         if (started) {
             demoPort = QString::number(started.value());
+            controller.settings().noteDemoGame("127.0.0.1", demoPort.toStdString());
             connectTo(QStringLiteral("127.0.0.1"), started.value(), QStringLiteral("Demo game"));
         } else {
             platform.alert.showMessage(u"Demo game",

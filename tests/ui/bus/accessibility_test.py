@@ -182,17 +182,10 @@ def narrow_down(walk, title, keys, letters, to_the_filter=()):
 
 
 def walk_game(walk):
-    """What belongs to one game of the list."""
-    program = walk.program
+    """What belongs to one game of the list. An editor bears the name of its column, and Escape leaves only it."""
     _, opener = walk.open("Games", keys="ctrl+g")
     walk.dialog("Settings of", keys="alt+s")
     walk.dialog("Open a web address", keys="alt+w")
-    walk.leave(opener)
-
-
-def edit_a_cell(walk):
-    """What is edited bears the name of its column, and Escape leaves the cell and not the sheet."""
-    _, opener = walk.open("Games", keys="ctrl+g")
     walk.part = "a cell of the games"
     walk.program.press("F2")
     wait_for(lambda: describe(walk.program.focused) == "text 'Name'", "the editor of the name")
@@ -211,7 +204,6 @@ def walk_sheets(walk):
     narrow_down(walk, "Games", "ctrl+g", "bat", to_the_filter=["alt+f"])
     walk_game(walk)
     walk.dialog("Channel history", keys="ctrl+shift+h")
-    edit_a_cell(walk)
     program.press_and_follow("ctrl+l")
     program.press("ctrl+shift+r")
     program.type("look")

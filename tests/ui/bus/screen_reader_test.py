@@ -93,6 +93,9 @@ class Probe:
         self.tell("state")
         return self.process.stdout.readline().strip()
 
+    def comes_to(self, state, seconds=60):
+        return until(lambda: self.state() == state, seconds)
+
     def end(self):
         self.process.stdin.close()
         self.process.wait(10)
@@ -110,7 +113,7 @@ Atspi.event_main()
 def check_announcements(probe, service):
     """No such reader is at hand: a listener of ours wants announcements, as Orca does from 45.2."""
     listener = subprocess.Popen(["/usr/bin/python3", "-c", LISTENER], stdout=subprocess.PIPE, text=True)
-    until(lambda: probe.state() == "running, active")
+    probe.comes_to("running, active")
     lines = burst("announced", 3)
     start = len(service.said)
     probe.tell(*[f"say {line}" for line in lines])
@@ -118,7 +121,7 @@ def check_announcements(probe, service):
     expect("who listens for announcements gets them, and nobody else", (heard, service.said[start:]), (lines, []))
     listener.kill()
     listener.wait()
-    expect("a listener that left is noticed", until(lambda: probe.state() == "off, active"), True)
+    expect("a listener that left is noticed", probe.comes_to("off, active"), True)
 
 
 def check_deaf_reader(probe, service):
@@ -129,10 +132,10 @@ def check_deaf_reader(probe, service):
                                "org.a11y.Status", "ScreenReaderEnabled", f"<{value}>"], stdout=subprocess.DEVNULL)
 
     tell_desktop("true")
-    expect("the desktop's word is taken", until(lambda: probe.state() == "running, active"), True)
+    expect("the desktop's word is taken", probe.comes_to("running, active"), True)
     check_burst(service, probe, "deaf", "us", "if no reader listens the service speaks")
     tell_desktop("false")
-    expect("the desktop's change of mind too", until(lambda: probe.state() == "off, active"), True)
+    expect("the desktop's change of mind too", probe.comes_to("off, active"), True)
 
 
 failures = []
@@ -197,8 +200,7 @@ def run(program):
 
     orca = subprocess.Popen(["/usr/bin/python3", shutil.which("orca"), "--replace", "--disable=braille",
                              "--disable=braille-monitor"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    expect("a reader that was started is noticed",
-           until(lambda: probe.state() == "running, active", 120), True)
+    expect("a reader that was started is noticed", probe.comes_to("running, active", 120), True)
     quiet(service)
 
     check_burst(service, probe, "burst", "reader",
@@ -211,27 +213,16 @@ def run(program):
     check(service, probe, [*[f"say {line}" for line in lines], "stop", "say after the stop"],
           [("reader", lines[0]), ("reader", "after the stop")], "a stop drops what the reader was not handed yet", lines)
 
-    probe.tell("other")
-    until(lambda: probe.state() == "running, inactive")
-    quiet(service)
-    speaker = "reader" if takes_announcements() else "us"
-    check_burst(service, probe, "behind", speaker, f"behind a window without a focus only the {speaker} speaks")
-    probe.tell("back")
-    until(lambda: probe.state() == "running, active")
-    quiet(service)
-    check_burst(service, probe, "front", "reader", "in front again the reader speaks, and only it")
-
-    probe.tell("dialog")
-    until(lambda: probe.state() == "running, inactive")
-    quiet(service)
-    check_burst(service, probe, "dialog", "reader", "in a dialog of ours the reader speaks, and only it")
-    probe.tell("back")
-    until(lambda: probe.state() == "running, active")
-    quiet(service)
+    focusless = "reader" if takes_announcements() else "us"
+    for place, speaker in (("other", focusless), ("back", "reader"), ("dialog", "reader"), ("back", "reader")):
+        probe.tell(place)
+        probe.comes_to("running, active" if place == "back" else "running, inactive")
+        quiet(service)
+        check_burst(service, probe, place, speaker, f"only the {speaker} speaks after the command {place!r}")
 
     orca.send_signal(signal.SIGKILL)
     orca.wait()
-    expect("a reader that died is noticed", until(lambda: probe.state() == "off, active"), True)
+    expect("a reader that died is noticed", probe.comes_to("off, active"), True)
     check_burst(service, probe, "died", "us", "after it the service speaks again")
     probe.end()
     return 1 if failures else 0

@@ -1,11 +1,10 @@
 // What screen readers are given besides the game's text: titles of menus, and news that a key has cut off.
 #include "VirtualRunLoop.h"
-#include "ZNTAnnouncement.h"
+#include "ZNTAnnounced.h"
 #include "ZNTAnnouncer.h"
 #include "ZNTMenuTitles.h"
 #include "ZNTNewsAgain.h"
 #include "ZNTRecordedSpeech.h"
-#include "ZNTScreenReader.h"
 #include "ZNTSpeechSynth.h"
 
 #include <QAccessible>
@@ -18,19 +17,6 @@
 
 namespace
 {
-
-class Announced final : public QObject
-{
-public:
-    Announced() { qApp->installEventFilter(this); }
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == ZNTAnnouncementEvent::kind())
-            words << static_cast<ZNTAnnouncementEvent*>(event)->words;
-        return false;
-    }
-    QStringList words;
-};
 
 void wait(int milliseconds)
 {
@@ -45,13 +31,9 @@ void pressIn(QWidget& widget, Qt::Key key)
     QApplication::sendEvent(&widget, &event);
 }
 
-struct AReader final : ZNTScreenReader {
-    [[nodiscard]] bool isRunning() const override { return isOn; }
-    bool sayThis(std::u16string_view) override { return true; }
-    bool isOn = true;
-};
-
 struct NewsAgain : testing::Test {
+    NewsAgain() { reader.runs = true; }
+
     void press(Qt::Key key) { pressIn(field, key); }
     [[nodiscard]] qsizetype timesSaidAgain()
     {
@@ -62,8 +44,8 @@ struct NewsAgain : testing::Test {
 
     const QString news = QStringLiteral("The game closed the connection.");
     QLineEdit field;
-    Announced announced;
-    AReader reader;
+    ZNTAnnounced announced;
+    ZNTRecordedReader reader;
     ZNTNewsAgain again{reader};
 };
 
@@ -112,11 +94,11 @@ TEST_F(NewsAgain, ControlAndTheEndOfTheReaderDropIt)
     EXPECT_EQ(timesSaidAgain(), 0);
     again.watch(news);
     press(Qt::Key_L);
-    reader.isOn = false;
+    reader.runs = false;
     EXPECT_EQ(timesSaidAgain(), 0);
     again.watch(news);
     press(Qt::Key_L);
-    reader.isOn = true;
+    reader.runs = true;
     EXPECT_EQ(timesSaidAgain(), 0) << "the own voice has said it";
 }
 
@@ -144,7 +126,7 @@ TEST(Announcer, NewsAreSaidByTheVoiceOfTheGameAndWhileSpeechIsOffByTheReader)
 TEST(MenuTitles, AMenuThatOpensIsAnnouncedAndTheItemBehindItGetsTheFocusBack)
 {
     static QStringList focused;
-    Announced announced;
+    ZNTAnnounced announced;
     const ZNTMenuTitles titles;
     QMenu menu, nameless;
     menu.setAccessibleName(QStringLiteral("Speech"));
