@@ -51,10 +51,10 @@ TEST_F(ZNTConsoleEditingTest, BadInputIsRefusedWithASentenceAndChangesNothing)
     type({"/trigger add twin: a => b", "/trigger add twin: c => d", "/group add mine",
           "/macro add greet say hi %1"});
     expectRefused(testing::StartsWith("! "),
-                  {"/trigger", "/trigger add name: => kick", "/trigger add --loud n: x => y",
-                   "/trigger add bad: ([ => y", "/trigger add bad: x => %1", "/trigger remove",
-                   "/trigger off 9999", "/trigger remove twin", "/group use yours", "/macro add greet",
-                   "/macro remove wave", "/mud add Name mud.example 65536",
+                  {"/trigger", "/trigger add name: => kick", "/trigger add : x => y",
+                   "/trigger add --loud n: x => y", "/trigger add bad: ([ => y", "/trigger add bad: x => %1",
+                   "/trigger remove", "/trigger off 9999", "/trigger remove twin", "/group use yours",
+                   "/macro add greet", "/macro remove wave", "/mud add Name mud.example 65536",
                    "/mud add Name mud.example 99999999999", "/mud remove -1"});
 }
 
@@ -65,6 +65,9 @@ TEST_F(ZNTConsoleEditingTest, WhatIsAddedIsListedStoredAndRemovedAgain)
     EXPECT_THAT(answerTo("/trigger add slip: a -> b"),
                 ElementsAre("Trigger slip is on, without a command; => stands before one."));
     EXPECT_THAT(answerTo("/trigger remove slip"), ElementsAre("Trigger slip is removed."));
+    EXPECT_THAT(answerTo("/trigger add hit: a => b"), ElementsAre("Trigger hit is on."));
+    type({"/trigger remove hit", "/group add"});
+    EXPECT_EQ(machine.alert.shown.size(), 1U) << "a group needs a name";
     type({"/trigger add --gag --sound bell.wav Bell: The * rings: %1 => say => loud", "/trigger off Bell",
           "/group add fights", "/group add talk", "/macro add greet say hi %1", "/group use 1",
           "/macro add hit kick %1;bash %1", "/mud add Two Words mud.example 4000", "/mud default Two Words"});
@@ -79,7 +82,7 @@ TEST_F(ZNTConsoleEditingTest, WhatIsAddedIsListedStoredAndRemovedAgain)
     type({"/macro remove greet", "/group remove fights", "/group remove talk", "/mud remove Two Words"});
     EXPECT_EQ(allLists(), original);
     EXPECT_EQ(allListsAfterRestart(), original);
-    type({"/mud restore"});
+    EXPECT_THAT(answerTo("/mud restore"), ElementsAre("Every game is listed again."));
     EXPECT_THAT(allLists(), testing::Contains(testing::HasSubstr("Two Words: mud.example 4000")));
 }
 

@@ -19,19 +19,22 @@ protected:
 
     void start(From from = From::Script, ZNTConsoleOptions options = {})
     {
-        client.emplace(
-            ZNTConsoleClient::Surroundings{.platform = machine.platform,
-                                           .input = input,
-                                           .inputIsTerminal = from == From::Terminal,
-                                           .sounds = sounds,
-                                           .speechEngine = speech,
-                                           .streams = server.streams(),
-                                           .output = consoleOutput,
-                                           .outputIsTerminal = false,
-                                           .errorIsTerminal = from == From::Terminal,
-                                           .confirmsChanges = confirmsChanges,
-                                           .exit = [this](int code) { exitCodes.push_back(code); }},
-            options);
+        client.emplace(ZNTConsoleClient::Surroundings{.platform = machine.platform,
+                                                      .input = input,
+                                                      .inputIsTerminal = from == From::Terminal,
+                                                      .sounds = sounds,
+                                                      .speechEngine = speech,
+                                                      .streams = server.streams(),
+                                                      .output = consoleOutput,
+                                                      .outputIsTerminal = false,
+                                                      .errorIsTerminal = from == From::Terminal,
+                                                      .confirmsChanges = confirmsChanges,
+                                                      .exit =
+                                                          [this](int code) {
+                                                              exitCodes.push_back(code);
+                                                              outputAtExit = output;
+                                                          }},
+                       options);
         client->start();
     }
     void startConnected(From from = From::Script)
@@ -90,6 +93,7 @@ protected:
     ZNTRecordedSounds sounds;
     ZNTSilentSpeech speech;
     std::vector<int> exitCodes;
+    std::string outputAtExit;
     bool confirmsChanges = false;
     std::optional<ZNTConsoleClient> client;
 };

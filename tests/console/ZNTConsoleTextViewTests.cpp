@@ -28,6 +28,19 @@ TEST(ZNTConsoleTextView, ACharacterCutInTwoIsOneCharacterAndHalfOfOneIsMarked)
     EXPECT_EQ(view.written, "\xEF\xBF\xBDz\xEF\xBF\xBD\xF0\x9F\x98\x80\xEF\xBF\xBD.");
 }
 
+TEST(ZNTConsoleTextView, ALineThatTheTerminalShowsIsNotWrittenAgain)
+{
+    View view;
+    view << u"> ";
+    view.view.setLineOnScreen(u"look");
+    view << u"look\r" << u"\nYou";
+    EXPECT_EQ(view.written, "> You");
+    EXPECT_EQ(view.input.prompt, "You") << "its line has ended";
+    view.view.setLineOnScreen(u"look");
+    view << u" see\n" << u"look\n";
+    EXPECT_EQ(view.written, "> You see\nlook\n") << "it was not the next text";
+}
+
 TEST(ZNTConsoleTextView, ColoursAreSequencesOfOurOwnAndEndWithTheText)
 {
     ZNTAttributedText text;

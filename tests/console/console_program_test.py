@@ -55,37 +55,6 @@ class ConsoleProgram(unittest.TestCase):
             self.assertIn(done.returncode, (0, 1), (limit, done.stderr))
             self.assertTrue(done.returncode == 0 or done.stderr, limit)
 
-    def test_the_line_being_typed_is_drawn_again_below_texts_and_alerts(self):
-        ours, connection = self.on_a_terminal()
-        prompt = "\u00e9\u00e9> "  # four columns, which a locale without UTF-8 cannot read
-        with connection:
-            connection.sendall(b"\xe9\xe9> \xff\xf9")
-            self.screen_until(ours, prompt + "$")
-            os.write(ours, b"say hello world")
-            self.screen_until(ours, r"world$")
-            connection.sendall(b"\x1b[31mone row\x1b[0m\r\n\xe9\xe9> \xff\xf9")
-            shown = self.screen_until(ours, rf"(?<!1A)\r\x1b\[J{prompt}one row\r\n[^a-z]*{prompt}say hello world$")
-            self.assertIn("\x1b[0;31mone row", shown)
-            os.write(ours, b"!")
-            self.screen_until(ours, r"!")
-            connection.sendall(b"two rows\r\n\xe9\xe9> \xff\xf9")
-            self.screen_until(ours, r"\x1b\[1A\r\x1b\[J.*two rows(.|\s)*say hello world!")
-            os.write(ours, b"\x15say he")
-            self.screen_until(ours, r"say he$")
-        self.screen_until(ours, rf"\x1b\[J\w[^\r\n]*: [^\r\n]+\r\n\r?{prompt}say he$")
-
-    def test_tab_completes_a_word_from_the_output_and_again_takes_the_next(self):
-        ours, connection = self.on_a_terminal("--encoding", "utf-8")
-        with connection:
-            connection.sendall(b"A wandering wanton.\r\n> \xff\xf9")
-            self.screen_until(ours, "> $")
-            os.write(ours, "\u00e9t\u00e9 zz\twan\t".encode())
-            self.screen_until(ours, r"zzwan$")
-            os.write(ours, b"\x7f" * 5 + b"wan\t")
-            self.screen_until(ours, r"ton$")
-            os.write(ours, b"\t!\r")
-            self.assertEqual(connection.makefile("rb").readline().decode(), "\u00e9t\u00e9 wandering!\r\n")
-
     def test_a_password_is_typed_unseen(self):
         ours, connection = self.on_a_terminal("--set=standard-telnet=on")
         with connection:
@@ -243,6 +212,10 @@ class ConsoleProgram(unittest.TestCase):
                 self.assertRegex(out, "(?s)Choose a password.*You are called Oak.*You say: é ÿ 海\n.*море")
                 self.assertIn("was compressed" if compression else "Nothing is compressed", out)
                 self.assertNotIn("sesame", out + errors)
+                for folder, _, files in os.walk(self.home):
+                    for file in files:
+                        with open(os.path.join(folder, file), "rb") as content:
+                            self.assertNotIn(b"sesame", content.read(), file)
 
     def test_without_a_usable_home_play_goes_on(self):
         out, _, code = self.play("north\n", "--demo", home="/dev/null")

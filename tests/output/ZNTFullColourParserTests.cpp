@@ -58,6 +58,7 @@ TEST(FullColourParser, EverySequenceOfColoursAndStylesIsShown)
         {u"\x1b[31m\x1b[m\x1b[96;105m", "80ffff/ff80ff 00"},
         {u"\x1b[38;5;208;48;5;234;3m", "ff8700/1c1c1c 01"},
         {u"\x1b[38;2;1;2;3;48:5:21m", "010203/0000ff 00"},
+        {u"\x1b[38:2::1:2:3;3m", "010203/000000 01"},
         {u"\x1b[38:2:1:2:3;48:2:7:4:5:6:0:9:8;4:3;9m", "010203/040506 U02"},
         {u"\x1b[58;5;31;58;2;1;3;4;58:2::7:8:9;4;4:0;9m", "ffffff/000000 02"},
         // Nothing is taken of what is incomplete or out of bounds, and what follows counts.

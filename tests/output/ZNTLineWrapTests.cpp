@@ -32,6 +32,8 @@ TEST(LineWrap, RowsBreakWhereAReaderWouldBreakThem)
         {"wide do not straddle the edge", u"a\u4F60\u4F60\u4F60", 6, {u"a\u4F60\u4F60", u"\u4F60"}},
         {"wide break from narrow", u"abcd\u4F60efg", 6, {u"abcd\u4F60", u"efg"}},
         {"marks stay with their letter", u"abcde\u0301f", 5, {u"abcde\u0301", u"f"}},
+        {"a mark without a letter", u"\u0301abcde", 5, {u"\u0301abcd", u"e"}},
+        {"parts of a syllable are one", u"\u1112\u1161\u11ABab", 4, {u"\u1112\u1161\u11ABab"}},
         {"pairs are one wide", u"ab\U0001F600\U0001F600", 5, {u"ab\U0001F600", u"\U0001F600"}},
         {"tab stops", u"a\tb\tc", 16, {u"a\tb\t", u"c"}},
         {"tab stops and one column", u"a\tb\tc", 17, {u"a\tb\tc"}},

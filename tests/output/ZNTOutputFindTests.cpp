@@ -54,6 +54,7 @@ TEST(OutputFind, AgreesWithAPlainSearchInBothDirectionsAndCountsAsItGoes)
     EXPECT_EQ(find.previous(expected.front().start), expected.back());
     for (auto index = expected.size() - 1; index-- > expected.size() - 200;)
         ASSERT_EQ(find.previous(expected[index + 1].start), expected[index]);
+    EXPECT_EQ(find.previous(expected[1].start), expected[0]);
 
     store.append(coloured(u"one more ABAB"));
     EXPECT_EQ(find.status().count, static_cast<std::int64_t>(expected.size()) + 1);

@@ -43,6 +43,7 @@ TEST(SentLines, AreReadBackNewestFirstAndOnceByTheirMark)
     twoColours.isSentLine = true;
     store.append(twoColours);
     EXPECT_THAT(znt::newestSentLines(store, 1), ElementsAre(u"abcd"));
+    EXPECT_EQ(store.sentTextOfBlock(store.endBlock() - 1).back().second, store.end());
     store.clear();
     EXPECT_THAT(znt::newestSentLines(store, 10), ElementsAre());
 }
@@ -60,6 +61,16 @@ TEST(SentLines, OfManyBlocksAreAllFoundAndTakeNoMemoryOfTheirOwn)
     ASSERT_GT(marked.endBlock() - marked.firstBlock(), 3);
     EXPECT_EQ(znt::newestSentLines(marked, 100).size(), 26U);
     EXPECT_EQ(marked.memoryInUse(), unmarked.memoryInUse());
+}
+
+TEST(TextBreaks, TheNextWordBeginsBehindThePlaceAndThePreviousOneBeforeIt)
+{
+    const std::u16string_view line = u"You, see  it.";
+    for (const auto& [place, next, previous] :
+         {std::tuple(0U, 5U, 0U), {5U, 10U, 0U}, {6U, 10U, 5U}, {10U, 13U, 5U}}) {
+        EXPECT_EQ(znt::nextWordStart(line, place), next) << place;
+        EXPECT_EQ(znt::previousWordStart(line, place), previous) << place;
+    }
 }
 
 TEST(WordCompletion, FindsWholeWordsOfAnyScriptByTheirBeginning)

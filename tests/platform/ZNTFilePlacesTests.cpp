@@ -1,4 +1,5 @@
 #include "ZNTFilePlaces.h"
+#include "ZNTPrivateFiles.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -23,6 +24,12 @@ TEST(ZNTFilePlaces, WithoutAUsableHomeThatOfTheUserDatabaseIsTaken)
     EXPECT_EQ(ZNTFilePlaces::forThisProcess().home, user->pw_dir);
     ::setenv("HOME", "/home/player//", 1);
     EXPECT_EQ(ZNTFilePlaces::forThisProcess().soundFolder(), "/home/player/Music/Zantor/sounds/");
+}
+
+TEST(PrivateFiles, AFolderWhereNoneCanBeMadeIsAFailureUnlessItIsThere)
+{
+    EXPECT_TRUE(znt::makePrivateFolder("/proc/self"));
+    EXPECT_FALSE(znt::makePrivateFolder("/proc/self/none/below"));
 }
 
 } // namespace

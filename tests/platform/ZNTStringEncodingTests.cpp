@@ -47,7 +47,7 @@ TEST(StringEncoding, AsciiCarriesEveryByteBothWays)
 
 TEST(StringEncoding, ACharacterThatTheEncodingLacksGoesOutAsOneQuestionMark)
 {
-    EXPECT_EQ(encodedText(u"a門\U0001F5E1b\xD800", Ascii), "a??b?");
+    EXPECT_EQ(encodedText(u"\U0001F5E1門a\U0001F5E1b\xD800", Ascii), "??a?b?");
     EXPECT_EQ(encodedText(u"a\u0E01\U0001F5E1\u200Bb\xD800", EucCn), "a???b?");
     EXPECT_EQ(encodedText(u"a\u0E01\U0001F5E1\u200Bb\xD800", Big5Hkscs), "a???b?");
     EXPECT_EQ(encodedText(u"門", EucCn), "?") << "the traditional character";
@@ -55,6 +55,8 @@ TEST(StringEncoding, ACharacterThatTheEncodingLacksGoesOutAsOneQuestionMark)
 
 TEST(StringEncoding, EverySampleIsReadAndWrittenAndACharacterCutOffFails)
 {
+    EXPECT_EQ(decodedText("\x87\x45\x87\x45", Big5Hkscs), u"\U00027267\U00027267") << "of two units";
+    EXPECT_EQ(encodedText(u"\U00027267\U00027267", Big5Hkscs), "\x87\x45\x87\x45");
     for (const auto& sample : samples()) {
         EXPECT_EQ(encodedText(sample.text, sample.encoding), sample.bytes);
         const auto seams = seamsOf(sample);
@@ -78,12 +80,6 @@ TEST(StringEncoding, SignsOfChineseTextHaveTheNamesThatAreTypedAndDrawn)
     EXPECT_EQ(encodedText(text, EucCn), bytes);
     EXPECT_EQ(encodedText(u"\u2015\u30FB", EucCn), "\xA1\xAA\xA1\xA4") << "the other names still serve";
     EXPECT_EQ(decodedText("\xFF\xFB\xB4", EucCn), u"\u00FF\u00FB\u00B4") << "an option is no character";
-}
-
-TEST(StringEncoding, HongKongCharactersMayNeedTwoUnits)
-{
-    EXPECT_EQ(decodedText("\x87\x45\x87\x45", Big5Hkscs), u"\U00027267\U00027267");
-    EXPECT_EQ(encodedText(u"\U00027267\U00027267", Big5Hkscs), "\x87\x45\x87\x45");
 }
 
 TEST(StringEncoding, TelnetCommandsPassThroughChineseText)

@@ -34,7 +34,12 @@ public:
         setenv("SDL_DISKAUDIOFILE", path.c_str(), 1);
         setenv("SDL_DISKAUDIODELAY", "0", 1);
     }
-    ~ZNTLoudspeaker() { close(descriptor); }
+    ~ZNTLoudspeaker()
+    {
+        // A device that opens only now must not wait for a listener.
+        unlink(folder.path("loudspeaker").c_str());
+        close(descriptor);
+    }
 
     /// Listens in steps until `isEnough`, asked before each. False after a minute.
     bool listenUntil(const std::function<bool()>& isEnough)

@@ -115,16 +115,6 @@ TEST_F(MixerSounds, OggFlacAndMp3AreHeard)
     }
 }
 
-TEST_F(MixerSounds, ASoundOfALocalUrlPlaysForALocalGame)
-{
-    ZNTSoundServer server({{"/snow.wav", soundAnswer(wavFile(hitFrames, hit))}});
-    sounds.setGameAddress("127.0.0.1");
-    ASSERT_TRUE(processSound(u"!!SOUND(weather/snow.wav L=1 V=50 U=" +
-                             znt::textFromUtf8(server.url("/snow.wav")) + u")"));
-    ASSERT_TRUE(listenToTheEnd());
-    EXPECT_EQ(loudspeaker.framesOf(hit / 2), 2 * hitFrames);
-}
-
 struct CountedNotices final : ZNTSoundDelegate {
     std::vector<bool> finished;
     void soundDidFinishPlaying(ZNTSoundObject&, bool isFinished) override { finished.push_back(isFinished); }
@@ -147,15 +137,45 @@ struct SoundObject : MixerSounds {
 TEST_F(SoundObject, EachPlayHasOneNoticeAtItsEndOrAfterAStopAndNeverFromInsideACall)
 {
     const auto object = sound("battle/hit.wav");
-    ASSERT_TRUE(object->play());
-    ASSERT_TRUE(listenUntil([&] { return !object->isPlaying(); }));
-    EXPECT_THAT(notices->finished, ElementsAre(true));
+    constexpr std::size_t skipped = 882;
+    object->setCurrentTime(double{skipped} / ZNTLoudspeaker::framesPerSecond);
+    for (const auto frames : {hitFrames - skipped, hitFrames}) { // an end sets it back to the beginning
+        loudspeaker.forget();
+        ASSERT_TRUE(object->play() && listenToTheEnd());
+        EXPECT_EQ(loudspeaker.framesOf(hit), frames);
+    }
+    EXPECT_THAT(notices->finished, ElementsAre(true, true));
 
     ASSERT_TRUE(object->play());
     EXPECT_TRUE(object->stop());
-    EXPECT_THAT(notices->finished, ElementsAre(true));
+    EXPECT_THAT(notices->finished, ElementsAre(true, true));
     machine.loop.runPosted();
-    EXPECT_THAT(notices->finished, ElementsAre(true, false));
+    EXPECT_THAT(notices->finished, ElementsAre(true, true, false));
+}
+
+TEST_F(SoundObject, AStopCancelsTheFetchAndWhatIsFetchedAfreshIsPlayed)
+{
+    ZNTSoundServer server({{"/slow", soundAnswer(wavFile(hitFrames, hit), /*waits=*/true)}});
+    sounds.setGameAddress("127.0.0.1");
+    const auto object = sounds.soundFromUrl(server.url("/slow"));
+    object->load([](bool) { ADD_FAILURE(); });
+    EXPECT_FALSE(object->stop() || sounds.isPlaying());
+    object->load({});
+    server.release();
+    EXPECT_TRUE(machine.loop.runUntil([&] { return object->isLoaded(); }));
+    EXPECT_TRUE(object->play() && listenToTheEnd());
+    EXPECT_EQ(loudspeaker.framesOf(hit), hitFrames);
+}
+
+TEST_F(SoundObject, OneThatIsTooManyIsRefusedUntilAnotherHasStopped)
+{
+    std::vector<std::shared_ptr<ZNTSoundObject>> all;
+    for (int number = 1; number <= 33; ++number) {
+        all.push_back(sound("weather/rain.wav"));
+        EXPECT_EQ(all.back()->play(), number <= 32);
+    }
+    EXPECT_TRUE(all.front()->stop() && all.back()->play());
+    EXPECT_TRUE(listenToTheEnd());
 }
 
 TEST_F(SoundObject, DamagedFilesPlayNothingAndAreNotTriedAgain)

@@ -130,6 +130,7 @@ TEST_F(SoundDownloads, PartialDownloadsWebPagesAndSilentServersAreGivenUp)
     for (const auto* path : {"/page", "/refused", "/half", "/missing", "/slow"})
         EXPECT_EQ(fetch(downloads, server.url(path)), "") << path;
     EXPECT_EQ(fetch(downloads, "http://127.0.0.1:1/nobody.wav"), "");
+    EXPECT_EQ(fetch(downloads, std::string(9'000'000, 'a')), "") << "more than curl takes";
     EXPECT_FALSE(fs::exists(cache));
 }
 

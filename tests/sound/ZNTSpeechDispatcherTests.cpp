@@ -1,5 +1,7 @@
 #include "VirtualRunLoop.h"
 #include "ZNTRecordingSpeechService.h"
+#include "ZNTSoundServer.h"
+#include "ZNTSpeechConnection.h"
 #include "ZNTSpeechDispatcher.h"
 #include "ZNTSpeechMessages.h"
 #include "ZNTTestPlatform.h"
@@ -186,6 +188,14 @@ TEST_F(SpeechService, WithoutAServiceSpeechIsUnavailableAndNothingWaits)
     EXPECT_THAT(service.finishedTexts(), ElementsAre("three"));
     EXPECT_TRUE(engine->isAvailable());
     EXPECT_EQ(changes, 2);
+}
+
+TEST(SpeechConnection, AServiceOfAnotherMachineIsReached)
+{
+    const ZNTSoundServer machine({});
+    const auto place = machine.url("", "localhost").substr(std::string_view("http://").size());
+    setenv("SPEECHD_ADDRESS", ("inet_socket:" + place).c_str(), /*replace=*/1);
+    EXPECT_NE(ZNTSpeechConnection::open({}), nullptr);
 }
 
 TEST_F(SpeechService, OneThatStopsAnsweringHoldsUpNeitherTheGameNorItsEnd)

@@ -139,10 +139,10 @@ TEST_F(ListeningSpeech, ATextThatCameLastIsSpokenWholeAndAFloodIsNot)
         return std::ranges::count_if(texts(), [&](const auto& text) { return text.starts_with(name); });
     };
     sayText("old", 12);
-    sayText("new", 12);
-    EXPECT_EQ(saidOf("new"), 12);
+    sayText("new", 30);
+    EXPECT_EQ(saidOf("new"), 30);
     EXPECT_LT(saidOf("old"), 4);
-    sayText("flood", 40);
+    sayText("flood", 31);
     EXPECT_LT(saidOf("flood"), 4);
 }
 
@@ -189,13 +189,13 @@ TEST_F(ListeningSpeech, TheFirstTextOfAConnectionIsSpokenWholeUntilNewerTextCome
         int lines;
         bool typesLine, isNewerText, isSaidWhole;
     };
-    constexpr Row rows[] = {{"a welcome", Finished::First, 40, false, false, true},
+    constexpr Row rows[] = {{"a welcome", Finished::First, 100, false, false, true},
                             {"with all texts", Finished::Every, 40, false, false, true},
                             {"not asked for", Finished::None, 40, false, false, false},
                             {"a line is typed", Finished::First, 40, true, false, true},
                             {"newer text", Finished::First, 40, true, true, false},
                             {"more text before a line", Finished::First, 40, false, true, true},
-                            {"a flood", Finished::First, 120, false, false, false}};
+                            {"a flood", Finished::First, 101, false, false, false}};
     synth.setCatchesUp(true);
     engine.wordsPerMinute = 180;
     for (const auto& row : rows) {
@@ -316,6 +316,9 @@ TEST_F(ListeningSpeech, DecorationIsSilentUnlessThePlayerAsksForThatLine)
     loop.advance(10);
     synth.speakAtOnce(u"*****");
     EXPECT_THAT(texts(), ElementsAre("a - b", "*"));
+    EXPECT_TRUE(synth.hasSaidAtOnce());
+    synth.stopIt();
+    EXPECT_FALSE(synth.hasSaidAtOnce());
 }
 
 } // namespace
