@@ -152,6 +152,16 @@ def speakers(heard, lines):
     return [(("us" if OURS in name else "reader"), text) for name, text in heard if text in lines]
 
 
+def start_orca(folder):
+    """An Orca that finds no other Orca. If it found one, it would not start, or with --replace it would end it: that of
+    the person who runs the tests, or that of another run of them."""
+    with open(f"{folder}/pgrep", "w", encoding="utf-8", opener=lambda *of: os.open(*of, mode=0o700)) as none:
+        none.write("#!/bin/sh\n")
+    return subprocess.Popen(["/usr/bin/python3", shutil.which("orca"), "--disable=braille", "--disable=braille-monitor"],
+                            env={**os.environ, "PATH": f"{folder}:{os.environ['PATH']}"},
+                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+
 def takes_announcements():
     """Whether this Orca listens for announcements (from 45.2 on); those need no element with the focus."""
     version = subprocess.run([shutil.which("orca"), "--version"], capture_output=True, text=True).stdout
@@ -198,8 +208,7 @@ def run(program):
     check_deaf_reader(probe, service)
     check_announcements(probe, service)
 
-    orca = subprocess.Popen(["/usr/bin/python3", shutil.which("orca"), "--replace", "--disable=braille",
-                             "--disable=braille-monitor"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    orca = start_orca(folder.name)
     expect("a reader that was started is noticed", probe.comes_to("running, active", 120), True)
     quiet(service)
 
@@ -214,11 +223,12 @@ def run(program):
           [("reader", lines[0]), ("reader", "after the stop")], "a stop drops what the reader was not handed yet", lines)
 
     focusless = "reader" if takes_announcements() else "us"
-    for place, speaker in (("other", focusless), ("back", "reader"), ("dialog", "reader"), ("back", "reader")):
+    places = (("other", focusless), ("back", "reader"), ("dialog", "reader"), ("back", "reader"))
+    for number, (place, speaker) in enumerate(places):
         probe.tell(place)
         probe.comes_to("running, active" if place == "back" else "running, inactive")
         quiet(service)
-        check_burst(service, probe, place, speaker, f"only the {speaker} speaks after the command {place!r}")
+        check_burst(service, probe, f"{place} {number}", speaker, f"only the {speaker} speaks after the command {place!r}")
 
     orca.send_signal(signal.SIGKILL)
     orca.wait()
