@@ -137,6 +137,27 @@ TEST_F(ZNTConsoleClientTest, LinesThatCannotBeSentMakeTheExitCodeOne)
     EXPECT_THAT(exitCodes, ElementsAre(1));
 }
 
+TEST_F(ZNTConsoleClientTest, TheDemoGameIsStartedBeforeAScriptIsReadAndTheClientEndsWithoutIt)
+{
+    ZNTConsoleOptions demo;
+    demo.demo = true;
+    machine.home.write("demo", "#!/bin/sh\necho listening on 127.0.0.1 4000\nread end\n");
+    ASSERT_EQ(::chmod(machine.home.path("demo").c_str(), 0700), 0);
+    start(From::Script, demo);
+    type("look");
+    const auto isOver = [this] { return client->session().isConnected() || !exitCodes.empty(); };
+    machine.loop.runUntil(isOver);
+    receive("> ");
+    EXPECT_EQ(received(), "look\r\n");
+
+    machine.home.write("demo", "");
+    start(From::Script, demo);
+    type("look");
+    machine.loop.runUntil(isOver);
+    EXPECT_THAT(exitCodes, ElementsAre(1));
+    EXPECT_THAT(machine.log.lines.back(), HasSubstr("The demo game could not be started"));
+}
+
 TEST_F(ZNTConsoleClientTest, AScriptEndsWithTheGameThatEnds)
 {
     startConnected();
@@ -275,6 +296,30 @@ TEST_F(ZNTConsoleClientTest, TheLastLinesOfAChannelAreShownWithTheirAge)
     EXPECT_THAT(answerTo("/history tells 0"),
                 ElementsAre("! There is no channel tells 0. The setting channels lists them."));
     EXPECT_THAT(answerTo("/set urgent-lines"), ElementsAre(testing::StartsWith("urgent-lines = (nothing)")));
+}
+
+TEST_F(ZNTConsoleClientTest, WhatWasSaidIsSaidAgain)
+{
+    startConnected(From::Terminal);
+    type("/speech on");
+    type("look");
+    receive("A goblin comes.\r\nA goblin waves.\r\nA troll leaves.\r\n");
+    machine.loop.advance(10);
+    const std::pair<const char*, std::vector<std::string>> rows[] = {
+        {"/say 2", {"A troll leaves.", "A goblin waves."}},
+        {"/say", {"A troll leaves."}},
+        {"/say find goblin", {"2 of 2, A goblin waves."}},
+        {"/say find goblin", {"1 of 2, A goblin comes."}},
+        {"/say find Troll", {"1 of 1, A troll leaves."}},
+        {"/say command", {"look"}},
+        {"/speech off", {}},
+    };
+    for (const auto& [command, said] : rows) {
+        speech.said.clear();
+        type(command);
+        machine.loop.advance(1);
+        EXPECT_EQ(speech.said, said) << command;
+    }
 }
 
 TEST_F(ZNTConsoleClientTest, TabOffersTheGamesLastWordsAndTheMacros)

@@ -4,7 +4,7 @@
 #include "ZNTMemoryStream.h"
 #include "ZNTNotedOutput.h"
 #include "ZNTRecordedSounds.h"
-#include "ZNTSpeechEngine.h"
+#include "ZNTRecordedSpeech.h"
 #include "ZNTTestPlatform.h"
 
 #include <gmock/gmock.h>
@@ -33,7 +33,8 @@ protected:
                                                           [this](int code) {
                                                               exitCodes.push_back(code);
                                                               outputAtExit = output;
-                                                          }},
+                                                          },
+                                                      .demoProgram = machine.home.path("demo")},
                        options);
         client->start();
     }
@@ -91,7 +92,7 @@ protected:
     ZNTNotedInput input;
     ZNTConsoleOutput consoleOutput{machine.loop, input, sink};
     ZNTRecordedSounds sounds;
-    ZNTSilentSpeech speech;
+    ZNTRecordedSpeech speech;
     std::vector<int> exitCodes;
     std::string outputAtExit;
     bool confirmsChanges = false;

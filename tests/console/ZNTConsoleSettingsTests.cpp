@@ -100,6 +100,23 @@ TEST_F(ZNTConsoleSettingsTest, KeysSilenceTheVoiceAsFarAsATerminalHasThemOneByOn
     EXPECT_THAT(answerTo("/say find"), ElementsAre("! Say which words: /say find WORDS"));
 }
 
+TEST_F(ZNTConsoleSettingsTest, APasswordMayBeginWithASlashAndIsNotShown)
+{
+    start(From::Terminal);
+    type("/set standard-telnet on");
+    type("/connect 127.0.0.1 4000");
+    waitForConnection();
+    receive("\xFF\xFB\x01Password: ");
+    EXPECT_TRUE(input.isTypingHidden);
+    for (const auto* password : {"/secret", "//slash", "/qui"})
+        type(password);
+    EXPECT_THAT(received(), EndsWith("/secret\r\n//slash\r\n/qui\r\n"));
+    EXPECT_THAT(answerTo("/help quit"), testing::Not(testing::IsEmpty())) << "a whole name";
+    receive("\xFF\xFC\x01Welcome.\r\n");
+    EXPECT_FALSE(input.isTypingHidden);
+    EXPECT_THAT(output, testing::Not(HasSubstr("slash")));
+}
+
 TEST_F(ZNTConsoleSettingsTest, TheHintIsForPeopleWhoHaveMadeNoChoiceAndComesOnce)
 {
     struct {

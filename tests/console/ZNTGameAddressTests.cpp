@@ -1,4 +1,6 @@
 #include "ZNTGameAddress.h"
+#include "ZNTPlayArguments.h"
+#include "ZNTProgramArguments.h"
 
 #include <gtest/gtest.h>
 
@@ -66,6 +68,33 @@ TEST(ZNTGameAddress, OtherLinksAreRefusedWithTheReason)
         const auto address = ZNTGameAddress::fromLink(link);
         ASSERT_FALSE(address);
         EXPECT_NE(address.error().description.find(why), std::string::npos) << address.error().description;
+    }
+}
+
+TEST(ZNTPlayArguments, AFurtherInstanceReadsItsGameFromTheArgumentsThatItIsGiven)
+{
+    const std::tuple<std::string, std::int64_t, std::string> rows[] = {
+        {" \x7F-mud.example\t", 65535, "-mud.example 65535"},
+        {"mud.example", 1, "mud.example 1"},
+        {" ", 23, "The game needs an address such as mud.example.org."},
+        {"mud .example", 23, "The game needs an address such as mud.example.org."},
+        {"telnet://mud.example", 23, "The game needs an address such as mud.example.org."},
+        {"mud.example", 0, "The game needs a port from 1 to 65535."},
+        {"mud.example", 65536, "The game needs a port from 1 to 65535."},
+    };
+    for (const auto& [host, port, expected] : rows) {
+        const auto words = znt::argumentsForGame(host, port);
+        if (!words) {
+            EXPECT_EQ(words.error().description, expected);
+            continue;
+        }
+        ZNTPlayArguments read;
+        ZNTProgramArguments arguments("zantor", "");
+        read.addTo(arguments);
+        const char* given[] = {"zantor", words.value()[0].c_str(), words.value()[1].c_str(),
+                               words.value()[2].c_str()};
+        EXPECT_EQ(arguments.parse(std::size(given), given), std::nullopt);
+        EXPECT_EQ(read.host + " " + std::to_string(read.port), expected);
     }
 }
 

@@ -42,6 +42,7 @@ struct ZNTNotedInput final : ZNTConsoleInput {
         return true;
     }
     void setPaused(bool paused) override { isPaused = paused; }
+    void setTypingHidden(bool isToBeHidden) override { isTypingHidden = isToBeHidden; }
     std::string makeWay(Passing passing, bool isAtLineStart) override
     {
         isHidden = true;
@@ -58,7 +59,7 @@ struct ZNTNotedInput final : ZNTConsoleInput {
     [[nodiscard]] bool sharesStandardError() const override { return true; }
     void writeAside(std::string_view line) override { aside += line; }
     Handlers handlers;
-    bool isHidden = false, isPaused = false, hasHalfLine = false;
+    bool isHidden = false, isTypingHidden = false, isPaused = false, hasHalfLine = false;
     bool notesWay = false; ///< in what is written: aside, from a line's start or within a line
     std::string prompt, aside;
 };
