@@ -1,6 +1,5 @@
 #include "AsyncSocketErrors.h"
 #include "ZNTConnectionEnd.h"
-#include "ZNTSessionFixture.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -34,33 +33,4 @@ TEST(ConnectionEnd, EachErrorOfASocketHasItsWordsAndOnlyAConnectionItsTime)
     EXPECT_EQ(znt::inWords({ZNTEndReason::ByPlayer, true, when}), u"");
     ::unsetenv("TZ");
     ::tzset();
-}
-
-namespace
-{
-using ConnectionEndSession = ZNTSessionFixture;
-}
-
-TEST_F(ConnectionEndSession, TheReasonIsKeptUntilTheNextAttempt)
-{
-    const auto end = [this] {
-        return std::pair(session().lastEnd().reason, session().lastEnd().hadConnection);
-    };
-    connect();
-    EXPECT_EQ(end(), std::pair(ZNTEndReason::None, false));
-    server.closeWhenSent();
-    settle();
-    EXPECT_EQ(end(), std::pair(ZNTEndReason::ClosedByGame, true));
-    connect();
-    EXPECT_EQ(end(), std::pair(ZNTEndReason::None, false));
-    server.reset();
-    settle();
-    EXPECT_EQ(end(), std::pair(ZNTEndReason::Reset, true));
-    connect();
-    session().connectToServer();
-    EXPECT_EQ(end(), std::pair(ZNTEndReason::ByPlayer, true));
-    server.stopListening();
-    session().connectToServer();
-    settle();
-    EXPECT_EQ(end(), std::pair(ZNTEndReason::Refused, false));
 }

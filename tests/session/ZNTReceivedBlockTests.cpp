@@ -3,7 +3,6 @@
 #include "ZNTInflater.h"
 #include "ZNTText.h"
 
-#include <gtest/gtest.h>
 #include <random>
 
 namespace
@@ -37,26 +36,14 @@ std::u16string recoveredOneByOne(std::string_view bytes, ZNTStringEncoding encod
 
 } // namespace
 
-TEST(Inflater, FailsOnPlainTextOnDamageAndOnABlockThatNeverStopsGrowing)
+TEST(Inflater, FailsOnABlockThatNeverStopsGrowingAndBehindTheEndOfItsStream)
 {
-    std::string text;
-    for (int line = 0; line < 300; ++line)
-        text += "You see goblin number " + std::to_string(line * 7919 % 1000) + " here.\r\n";
-    auto damaged = deflated(text);
-    damaged[damaged.size() / 2] ^= 0x55;
     const auto bomb = deflated(std::string(std::size_t{40} << 20, 'x'));
-    for (const std::string& bad : {std::string("Welcome, stranger!\r\n"), damaged, bomb}) {
-        ZNTInflater inflater;
-        inflater.startStream();
-        const auto block = inflater.anotherInflate(bad);
-        EXPECT_EQ(block.outcome, ZNTInflater::Outcome::Failed);
-        EXPECT_LE(block.bytes.size(), ZNTInflater::mostInflated + 4 * bad.size());
-    }
-}
-
-TEST(Inflater, StaysEndedUntilTheNextConnection)
-{
     ZNTInflater inflater;
+    inflater.startStream();
+    const auto block = inflater.anotherInflate(bomb);
+    EXPECT_EQ(block.outcome, ZNTInflater::Outcome::Failed);
+    EXPECT_LE(block.bytes.size(), ZNTInflater::mostInflated + 4 * bomb.size());
     inflater.startStream();
     EXPECT_EQ(inflater.anotherInflate(deflated("bye") + "lost").outcome, ZNTInflater::Outcome::Ended);
     EXPECT_EQ(inflater.anotherInflate(deflated("again")).outcome, ZNTInflater::Outcome::Failed);

@@ -18,10 +18,7 @@ const std::pair<std::u16string, std::u16string> mudNotResponding{
 TEST_F(Session, HoldsTextBackUntilHalfASecondOfSilence)
 {
     connect();
-    for (const auto* piece : {"a  ",
-                              " \t\xA0"
-                              "b",
-                              "c"}) {
+    for (const auto* piece : {"a  ", " \t\240b", "c"}) {
         receive(piece);
         machine.loop.advance(0.25);
     }
@@ -73,20 +70,6 @@ TEST_F(Session, TriggersSeeEveryChunkAndASilenceWithNothingHeldBackIsNone)
     }
 }
 
-TEST_F(Session, AGaggedChunkIsAnsweredShownAndLoggedButNotSpoken)
-{
-    addTrigger(u"a rat", u"kill rat", /*gag=*/true);
-    connect();
-    session().setSpeechOnOffBindingState(1);
-    session().textToSpeechOnAndOff();
-    receive("You see a rat." + goAhead);
-    receive("It squeaks." + goAhead);
-    EXPECT_EQ(server.received(), "kill rat\r\n");
-    EXPECT_EQ(shown(), u"kill rat\rYou see a rat.It squeaks.") << "the answer goes out before the text shows";
-    EXPECT_EQ(logged(), "kill rat\r\x1b[1;36mkill rat\rYou see a rat.It squeaks.");
-    EXPECT_EQ(spoken(2), (std::vector<std::string>{"kill rat", "It squeaks."}));
-}
-
 TEST_F(Session, ReadsNoFurtherOffersWhileTheServerTakesNoAnswers)
 {
     connect();
@@ -100,6 +83,7 @@ TEST_F(Session, ReadsNoFurtherOffersWhileTheServerTakesNoAnswers)
     server.resumeReading();
     receive("Welcome." + goAhead);
     EXPECT_TRUE(shown().ends_with(u"Welcome."));
+    EXPECT_EQ(notices.size(), 1u) << "one hint for all refusals of a connection";
     EXPECT_GT(server.received().size(), offers.size() / 100 * 99) << "a block's end cuts some in two";
 
     server.stopReading();
@@ -137,7 +121,7 @@ TEST_F(Session, DirectionButtonsSendTheirWords)
                           "southWest\r\nup\r\ndown\r\n");
 }
 
-TEST_F(Session, PlaysInTheChineseEncodings)
+TEST_F(Session, PlaysInTheChineseEncodingsAndInUtf8)
 {
     connect();
     for (const auto& [title, encoding] : {std::pair{u"EUC_CN - Chinese", ZNTStringEncoding::EucCn},
@@ -151,14 +135,10 @@ TEST_F(Session, PlaysInTheChineseEncodings)
         session().sendMessageToServer(u"說 café", false);
         EXPECT_TRUE(received().ends_with(znt::encodedText(u"說 café\r\n", encoding)));
     }
-}
-
-TEST_F(Session, PlaysInUtf8WithACharacterThatBlocksShare)
-{
-    connect();
+    view.clear();
     session().changeEncoding(ZNTStringEncoding::Utf8);
     session().changeEncoding(u""); // no button bears it
-    receive("caf\xC3");
+    receive("caf\xC3");            // a character that blocks share
     receive("\xA9" + goAhead);
     EXPECT_EQ(shown(), u"café");
 }
@@ -200,7 +180,6 @@ TEST_F(Session, AButtonPressConnectsAndTheSameButtonDisconnects)
     session().connectToServer();
     EXPECT_EQ(button.title, u"Connect");
     EXPECT_TRUE(allAreEnabled(false) && host.isEnabled && port.isEnabled);
-    EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::ByPlayer);
 
     port.setText(znt::decimalText(65536 + server.port())); // sixteen bits of it count
     session().connectToServer();
@@ -215,26 +194,36 @@ TEST_F(Session, AButtonPressConnectsAndTheSameButtonDisconnects)
     EXPECT_TRUE(machine.alert.shown.empty());
 }
 
-TEST_F(Session, EveryEndingButThePlayersShowsTheAlert)
+TEST_F(Session, EveryEndingButThePlayersShowsTheAlertAndIsKeptUntilTheNextAttempt)
 {
+    const auto end = [this] {
+        const auto& last = session().lastEnd();
+        return std::tuple(session().lastEnding(), last.reason, last.hadConnection);
+    };
     connect();
     receive("So long.\r\n");
     server.closeWhenSent();
     settle();
-    EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::ByServer);
+    EXPECT_EQ(end(), std::tuple(ZNTSessionEnding::ByServer, ZNTEndReason::ClosedByGame, true));
     silence();
     EXPECT_EQ(shown(), u"So long.\r\n") << "what a server says last is shown all the same";
 
     connect();
+    EXPECT_EQ(end(), std::tuple(ZNTSessionEnding::None, ZNTEndReason::None, false));
     server.reset();
     settle();
-    EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::Broken);
+    EXPECT_EQ(end(), std::tuple(ZNTSessionEnding::Broken, ZNTEndReason::Reset, true));
+
+    connect();
+    session().connectToServer();
+    EXPECT_EQ(end(), std::tuple(ZNTSessionEnding::ByPlayer, ZNTEndReason::ByPlayer, true));
 
     server.stopListening();
     session().connectToServer();
     EXPECT_TRUE(spinner.isAnimating && !spinner.isHidden);
     settle();
     EXPECT_EQ(session().state(), ZNTSessionState::Idle);
+    EXPECT_EQ(end(), std::tuple(ZNTSessionEnding::Broken, ZNTEndReason::Refused, false));
     EXPECT_TRUE(spinner.isHidden && !spinner.isAnimating);
     server.refuseAttempts();
     session().connectToServer();
@@ -243,53 +232,40 @@ TEST_F(Session, EveryEndingButThePlayersShowsTheAlert)
     EXPECT_EQ(machine.alert.shown, std::vector(4, mudNotResponding));
 }
 
-TEST_F(Session, CompressionStartsWithTheBlockAfterTheServersMark)
+TEST_F(Session, CompressionStartsWithTheBlockAfterTheMarkAndEndsWithItsStreamOrAtDamage)
 {
-    session().acceptCompressionOffers(true);
-    connect();
-    receive("Hi" + telnet({255, 251, 86}));
-    EXPECT_EQ(server.received(), telnet({255, 253, 86}));
-    receive(telnet({255, 250, 86, 255, 240}));
-    EXPECT_TRUE(session()._mccp() && session().endOfNegotiations());
-    // The mark was held back as text; it is taken out with the one character that follows it there.
-    receive(deflated("\nA dark room." + goAhead, Z_SYNC_FLUSH));
-    EXPECT_EQ(shownWithoutNuls(), u"HiA dark room.");
-    EXPECT_NE(shown().find(u'\0'), std::u16string::npos) << "the inflater's block is passed on whole";
-}
-
-TEST_F(Session, CompressedBytesInTheBlockOfTheMarkAreTextAndSpoilTheStream)
-{
-    session().acceptCompressionOffers(true);
-    connect();
-    const auto stream = deflated("first. second.", Z_SYNC_FLUSH);
-    receive(telnet({255, 250, 86, 255, 240}) + stream.substr(0, 4));
-    receive(stream.substr(4));
-    EXPECT_FALSE(session()._mccp());
-    EXPECT_EQ(server.received(), telnet({255, 25, 86, 255, 25, 85}));
-}
-
-TEST_F(Session, APlainServerTakenForACompressedOneLosesABlockAndIsRefused)
-{
-    connect();
-    session().set_isMccpOnOff(true);
-    receive(telnet({255, 251, 3})); // bare commands are not inflated
-    EXPECT_TRUE(session()._mccp());
-    receive("plain text");
-    EXPECT_FALSE(session()._mccp());
-    receive("and more" + goAhead);
-    EXPECT_EQ(received(), telnet({255, 253, 86, 255, 25, 3, 255, 25, 86, 255, 25, 85}));
-    EXPECT_EQ(shownWithoutNuls(), u"and more");
-}
-
-TEST_F(Session, TheEndOfTheCompressedStreamIsAnsweredAndPlainTextFollows)
-{
-    connect();
-    receive(telnet({255, 250, 86, 255, 240}));
-    receive(deflated("\npacked " + goAhead, Z_FINISH) + "lost");
-    EXPECT_FALSE(session()._mccp());
-    EXPECT_EQ(server.received(), telnet({255, 25, 86, 255, 25, 85}));
-    receive("plain" + goAhead);
-    EXPECT_EQ(shownWithoutNuls(), u"packed plain");
+    const auto accepted = telnet({255, 253, 86}), refused = telnet({255, 25, 86, 255, 25, 85});
+    // It is held back as text, and taken out with the one character that follows it.
+    const auto mark = telnet({255, 250, 86, 255, 240, '\n'});
+    const auto stream = deflated("A dark room." + goAhead, Z_SYNC_FLUSH);
+    const struct {
+        std::vector<std::string> blocks;
+        std::string replies;
+        std::u16string shown;
+    } rows[] = {
+        {{"Hi" + telnet({255, 251, 86}), mark, stream}, accepted, u"HiA dark room."},
+        {{mark + stream.substr(0, 4), stream.substr(4)}, refused, u""}, // its beginning is taken for text
+        {{mark, telnet({255, 251, 3}), "lost", "plain" + goAhead},      // bare commands are not inflated
+         telnet({255, 25, 3}) + refused,
+         u"plain"},
+        {{mark, deflated("packed " + goAhead) + "lost", "plain" + goAhead, mark, deflated("lost" + goAhead)},
+         refused + refused,
+         u"packed plain"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.shown));
+        view.clear();
+        session().acceptCompressionOffers(true);
+        connect();
+        for (const auto& block : row.blocks)
+            receive(block);
+        EXPECT_NE(session()._mccp(), row.replies.ends_with(refused));
+        EXPECT_EQ(server.received(), row.replies);
+        EXPECT_EQ(shownWithoutNuls(), row.shown);
+        session().connectToServer(); // ends the connection
+        silence();
+    }
+    EXPECT_TRUE(session().endOfNegotiations());
 }
 
 TEST_F(Session, EveryConnectionBeginsUncompressedWithAStreamOfItsOwn)
@@ -304,6 +280,7 @@ TEST_F(Session, EveryConnectionBeginsUncompressedWithAStreamOfItsOwn)
     session().set_isMccpOnOff(true);
     receive(deflated("second" + goAhead, Z_SYNC_FLUSH));
     EXPECT_EQ(shownWithoutNuls(), u"first plain second");
+    EXPECT_NE(shown(), shownWithoutNuls()) << "the inflater's block is passed on whole";
     EXPECT_EQ(server.received(), telnet({255, 253, 86}));
 
     session().set_isMspOnOff(true);
@@ -313,7 +290,7 @@ TEST_F(Session, EveryConnectionBeginsUncompressedWithAStreamOfItsOwn)
     EXPECT_TRUE(server.received().ends_with(telnet({255, 25, 86, 255, 253, 90}))) << "sounds are accepted";
 }
 
-TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOn)
+TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOnAndALineInterruptsIt)
 {
     connect();
     receive("unheard" + goAhead);
@@ -331,21 +308,14 @@ TEST_F(Session, SpeaksWhatIsShownWhileSpeechIsOn)
     voiceOver.setText(u"old");
     type(u"listen");
     EXPECT_EQ(voiceOver.text(), u"");
-    EXPECT_EQ(machine.loop.slept, (std::vector<double>{0.2, 0.3}));
+    EXPECT_EQ(std::exchange(machine.loop.slept, {}), (std::vector<double>{0.2, 0.3}));
     EXPECT_EQ(speech.timesStopped, stopped + 2);
-}
-
-TEST_F(Session, SendsWithoutAPauseIfAKeySilencesTheVoice)
-{
-    ZNTSettings settings;
-    settings.interruption = true;
+    auto settings = session().settings();
     settings.silenceKey = ZNTSilenceKey::Control;
     session().setSettings(settings);
-    connect();
-    const auto stopped = speech.timesStopped;
     type(u"listen");
-    EXPECT_TRUE(machine.loop.slept.empty());
-    EXPECT_EQ(speech.timesStopped, stopped + 2) << "the line interrupts all the same";
+    EXPECT_TRUE(machine.loop.slept.empty()) << "a key silences the voice, so no line pauses";
+    EXPECT_EQ(speech.timesStopped, stopped + 4) << "it interrupts all the same";
 }
 
 TEST_F(Session, TheReviewKnowsThePlayersLastCommand)
@@ -363,20 +333,6 @@ TEST_F(Session, TheReviewKnowsThePlayersLastCommand)
     session().resendLastCommand();
     session().sendMessageToServer(u"an answer of a trigger", false);
     EXPECT_EQ(lastCommand(), "look");
-}
-
-TEST_F(Session, ReplaysWhatCameSinceTheLastLine)
-{
-    connect();
-    session().setSpeechOnOffBindingState(1);
-    receive("One. " + goAhead);
-    type(u"go");
-    receive("Two. " + goAhead);
-    receive("Three." + goAhead);
-    speech.said.clear();
-    session().setSpeechInterruptOnOffBindingState(1); // drops what still waits
-    session().replayLastText();
-    EXPECT_EQ(spoken(1).front(), "Two. Three.");
 }
 
 TEST_F(Session, SpeechIsOnOnceAScreenReaderRuns)

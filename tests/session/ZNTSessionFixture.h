@@ -15,15 +15,8 @@
 #include "ZNTText.h"
 
 #include <filesystem>
-#include <gtest/gtest.h>
 
-inline std::string telnet(std::initializer_list<int> bytes)
-{
-    std::string text;
-    for (const int byte : bytes)
-        text += static_cast<char>(byte);
-    return text;
-}
+inline std::string telnet(std::initializer_list<unsigned char> bytes) { return {bytes.begin(), bytes.end()}; }
 
 inline const std::string goAhead = telnet({255, 249});
 
