@@ -1,8 +1,6 @@
 #include "ZNTRandomText.h"
 #include "ZNTTriggerReference.h"
 
-#include <gtest/gtest.h>
-
 namespace
 {
 

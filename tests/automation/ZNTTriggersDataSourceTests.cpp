@@ -3,8 +3,6 @@
 #include "ZNTTestPlatform.h"
 #include "ZNTTriggersDataSource.h"
 
-#include <gtest/gtest.h>
-
 namespace
 {
 

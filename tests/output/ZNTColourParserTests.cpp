@@ -5,7 +5,6 @@
 #include "ZNTText.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 
 using namespace znt::colours;
 

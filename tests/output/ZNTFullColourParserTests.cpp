@@ -1,7 +1,6 @@
 #include "ZNTFullColourParser.h"
 
 #include <cstdio>
-#include <gtest/gtest.h>
 
 namespace
 {

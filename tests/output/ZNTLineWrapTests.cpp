@@ -3,8 +3,6 @@
 #include "ZNTOutputSamples.h"
 #include "ZNTRandomText.h"
 
-#include <gtest/gtest.h>
-
 namespace
 {
 

@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
-#include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
 

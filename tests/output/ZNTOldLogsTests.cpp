@@ -4,7 +4,6 @@
 #include "ZNTText.h"
 
 #include <filesystem>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace

@@ -2,8 +2,6 @@
 #include "ZNTOutputSamples.h"
 #include "ZNTRandomText.h"
 
-#include <gtest/gtest.h>
-
 namespace
 {
 

@@ -1,7 +1,6 @@
 #include "ZNTOutputSamples.h"
 #include "ZNTRandomText.h"
 
-#include <gtest/gtest.h>
 #include <map>
 
 namespace

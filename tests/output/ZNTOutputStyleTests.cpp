@@ -1,7 +1,5 @@
 #include "ZNTOutputSamples.h"
 
-#include <gtest/gtest.h>
-
 using namespace znt::colours;
 
 TEST(OutputStyle, ColoursAreReversedThenFaintThenConcealedAndFewWhenThereAreTooMany)

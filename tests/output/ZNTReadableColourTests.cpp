@@ -1,7 +1,5 @@
 #include "ZNTReadableColour.h"
 
-#include <gtest/gtest.h>
-
 TEST(ReadableColour, EveryPairOfTheGamesColoursCanBeReadAndGoodOnesStay)
 {
     using namespace znt::colours;

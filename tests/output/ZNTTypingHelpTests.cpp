@@ -3,9 +3,6 @@
 #include "ZNTTextBreaks.h"
 #include "ZNTWordCompletion.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace
 {
 

@@ -1,9 +1,6 @@
 #include "ZNTOutputSamples.h"
 #include "ZNTWebAddresses.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace
 {
 

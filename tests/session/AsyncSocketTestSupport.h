@@ -4,13 +4,6 @@
 #include "VirtualRunLoop.h"
 #include "ZNTScriptedPeer.h"
 
-#include <functional>
-#include <gtest/gtest.h>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
 /// Notes every callback, and does inside it what the test has asked for.
 struct RecordingSocketDelegate final : AsyncSocketDelegate {
     std::vector<std::string> events;

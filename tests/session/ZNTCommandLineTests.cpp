@@ -14,27 +14,27 @@ class CommandInterpreter : public testing::Test, protected ZNTNotedCommands
 
 } // namespace
 
-TEST_F(CommandInterpreter, FillsTheWordsOfTheLineIntoAMacro)
+TEST_F(CommandInterpreter, ActsOnEachPrefixAndFillsTheWordsOfTheLineIntoAMacro)
 {
-    macros = {
-        {u"greet", u"say hello %1"}, {u"go", u"%2 then %1"}, {u"ten", u"%1 %10"}, {u"late", u"%1 %3 %2 %9"}};
-    EXPECT_EQ(doneBy(u"~greet Bob"), Done{u"send say hello Bob"});
-    EXPECT_EQ(doneBy(u"~greet"), Done{u"send say hello %1"});
-    EXPECT_EQ(doneBy(u"~greet  Bob"), Done{u"send say hello "}) << "two blanks part an empty word";
-    EXPECT_EQ(doneBy(u"~go a b"), Done{u"send b then a"});
-    EXPECT_EQ(doneBy(u"~ten x"), Done{u"send x x0"});
-    EXPECT_EQ(doneBy(u"~late %3 %1% c"), Done{u"send c c %1% %9"})
-        << "a word's own keys are filled in by later words";
-    EXPECT_TRUE(doneBy(u"~unknown").empty());
-}
-
-TEST_F(CommandInterpreter, ActsOnEachPrefix)
-{
-    EXPECT_EQ(doneBy(u"!3n !stop"), (Done{u"walk 3n !stop", u"stop"}));
-    EXPECT_EQ(doneBy(u"!stopped"), Done{u"walk stopped"});
-    EXPECT_TRUE(doneBy(u"! ").empty());
-    EXPECT_EQ(doneBy(u"\u0140 look"), Done{u"send \u0140 look"}) << "its low byte is that of @";
-    EXPECT_TRUE(doneBy(u"\u017E").empty()) << "its low byte is that of ~";
+    macros = {{u"greet", u"say hello %1"}, {u"go", u"%2 then %1"}, {u"ten", u"%1 %10"},
+              {u"late", u"%1 %3 %2 %9"},   {u"home", u"!2n"},      {u"both", u"~home ~greet"}};
+    const std::pair<std::u16string, Done> rows[] = {
+        {u"~greet Bob", {u"send say hello Bob"}},
+        {u"~greet", {u"send say hello %1"}},
+        {u"~greet  Bob", {u"send say hello "}}, // two blanks part an empty word
+        {u"~go a b", {u"send b then a"}},
+        {u"~ten x", {u"send x x0"}},
+        {u"~late %3 %1% c", {u"send c c %1% %9"}}, // a word's own keys are filled in by later words
+        {u"~unknown", {}},
+        {u"~both", {u"walk 2n", u"send say hello ~greet"}},
+        {u"!3n !stop", {u"walk 3n !stop", u"stop"}},
+        {u"!stopped", {u"walk stopped"}},
+        {u"! ", {}},
+        {u"\u0140 look", {u"send \u0140 look"}}, // its low byte is that of @
+        {u"\u017E", {}},                         // its low byte is that of ~
+    };
+    for (const auto& [line, expected] : rows)
+        EXPECT_EQ(doneBy(line), expected) << znt::utf8FromText(line);
 }
 
 TEST_F(CommandInterpreter, FindsTheWordsBehindAPrefixAsIcuDoes)
@@ -57,12 +57,6 @@ TEST_F(CommandInterpreter, FindsTheWordsBehindAPrefixAsIcuDoes)
         for (std::size_t at = 0; at < expected.size(); ++at)
             ASSERT_TRUE(done[at].starts_with(expected[at]));
     }
-}
-
-TEST_F(CommandInterpreter, MacrosCanRunMacrosAndWalks)
-{
-    macros = {{u"home", u"!2n"}, {u"both", u"~home ~greet"}, {u"greet", u"hello"}};
-    EXPECT_EQ(doneBy(u"~both"), (Done{u"walk 2n", u"send hello"}));
 }
 
 /// A server can cause such lines if a trigger sends parts of its text.

@@ -2,7 +2,6 @@
 #include "ZNTTelnetMessages.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 #include <random>
 
 namespace

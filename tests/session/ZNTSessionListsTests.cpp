@@ -1,8 +1,6 @@
 #include "ZNTChannelHistory.h"
 #include "ZNTSessionFixture.h"
 
-#include <gmock/gmock.h>
-
 using SessionLists = ZNTSessionFixture;
 using testing::ElementsAre;
 using testing::HasSubstr;

@@ -2,8 +2,6 @@
 #include "ZNTStandardClient.h"
 #include "ZNTTelnetMessages.h"
 
-#include <gtest/gtest.h>
-
 namespace
 {
 

@@ -6,62 +6,52 @@
 #include "ZNTTelnetScanner.h"
 #include "ZNTText.h"
 
-#include <gtest/gtest.h>
 #include <tuple>
 
 namespace
 {
+
+using Text = std::u16string;
 
 class StreamParser : public testing::Test
 {
 protected:
     ZNTParserUtility parser;
 
-    std::u16string repliesTo(std::u16string_view text)
+    Text repliesTo(const Text& text)
     {
         return znt::decodedText(parser.processServerCommands(text).replies, ZNTStringEncoding::Ascii).value();
     }
 };
 
-std::u16string command(std::initializer_list<int> values)
-{
-    std::u16string result;
-    for (const int value : values)
-        result += static_cast<char16_t>(value);
-    return result;
-}
-
 } // namespace
 
 TEST_F(StreamParser, AnswersEveryOfferByTheTable)
 {
-    const std::map<int, int> refusedBy = {{3, 25},  {24, 252},  {31, 25},  {42, 252}, {69, 25},
-                                          {70, 25}, {85, 25},   {86, 25},  {90, 25},  {91, 25},
-                                          {93, 25}, {102, 252}, {200, 25}, {201, 25}, {25, 253}};
-    for (int option = 0; option < 256; ++option) {
-        SCOPED_TRACE(option);
+    const std::map<char16_t, char16_t> refusedBy = {{3, 25},  {24, 252},  {31, 25},  {42, 252}, {69, 25},
+                                                    {70, 25}, {85, 25},   {86, 25},  {90, 25},  {91, 25},
+                                                    {93, 25}, {102, 252}, {200, 25}, {201, 25}, {25, 253}};
+    for (char16_t option = 0; option < 256; ++option) {
+        SCOPED_TRACE(int{option});
         const auto answer = refusedBy.find(option);
-        const auto expected = answer == refusedBy.end() ? u"" : command({255, answer->second, option});
-        EXPECT_EQ(repliesTo(command({255, 251, option})), expected);
-        for (const int other : {250, 252, 253, 254})
-            EXPECT_TRUE(repliesTo(command({255, other, option})).empty());
+        const auto expected = answer == refusedBy.end() ? Text() : Text{255, answer->second, option};
+        EXPECT_EQ(repliesTo({255, 251, option}), expected);
+        for (const char16_t other : {250, 252, 253, 254})
+            EXPECT_TRUE(repliesTo({255, other, option}).empty());
     }
     parser.set_isMccpOnOff(true);
     parser.set_isMspOnOff(true);
-    EXPECT_EQ(repliesTo(command({255, 251, 90, 'a', 255, 251, 85, 255, 251, 86})),
-              command({255, 253, 90, 255, 25, 85, 255, 253, 86}));
+    EXPECT_EQ(repliesTo({255, 251, 90, 'a', 255, 251, 85, 255, 251, 86}),
+              (Text{255, 253, 90, 255, 25, 85, 255, 253, 86}));
 }
 
 TEST_F(StreamParser, NotesGoAheadsReleasesAndTheEndOfNegotiations)
 {
-    const std::tuple<std::u16string, bool, bool, bool> rows[] = {
-        {command({255, 249}), true, true, false},
-        {command({255, 239, 'x'}), true, false, false},
-        {command({255, 251, 25}), true, false, false},
-        {command({'a', 255, 252, 1}), false, true, false},
-        {command({255, 255, 249}), false, true, false},
-        {command({255, 250, 86, 255, 240}), false, false, true},
-        {command({'a', 249, 255}), false, false, false}};
+    const std::tuple<Text, bool, bool, bool> rows[] = {
+        {{255, 249}, true, true, false},       {{255, 239, 'x'}, true, false, false},
+        {{255, 251, 25}, true, false, false},  {{'a', 255, 252, 1}, false, true, false},
+        {{255, 255, 249}, false, true, false}, {{255, 250, 86, 255, 240}, false, false, true},
+        {{'a', 249, 255}, false, false, false}};
     for (const auto& [text, isGoAhead, isRelease, isEnd] : rows) {
         SCOPED_TRACE(znt::utf8FromText(text));
         const auto answers = parser.processServerCommands(text);
@@ -73,10 +63,10 @@ TEST_F(StreamParser, NotesGoAheadsReleasesAndTheEndOfNegotiations)
 
 TEST_F(StreamParser, IgnoresCommandsThatTheBlockCutsOff)
 {
-    EXPECT_TRUE(repliesTo(command({'a', 255, 251})).empty());
-    EXPECT_TRUE(repliesTo(command({'a', 255})).empty());
-    EXPECT_TRUE(repliesTo(command({255, 251, 0x156})).empty()); // no byte: its low half is MCCP2's
-    EXPECT_EQ(parser.processIncomingStream(command({255, 251, 3})).text, u"");
+    EXPECT_TRUE(repliesTo({'a', 255, 251}).empty());
+    EXPECT_TRUE(repliesTo({'a', 255}).empty());
+    EXPECT_TRUE(repliesTo({255, 251, 0x156}).empty()); // no byte: its low half is MCCP2's
+    EXPECT_EQ(parser.processIncomingStream(Text{255, 251, 3}).text, u"");
 }
 
 TEST_F(StreamParser, PassesTheFirstSoundTagOnAndTakesOutAll)
