@@ -26,11 +26,7 @@ TEST(ZNTSpokenLinesTest, EachLineIsSpokenAtOnceInItsTurnOrNotAtAll)
         std::u16string inTurn;
     } rows[] = {
         {{}, {}, u"\r\nA\n\rB", {}, u"\r\nA\n\rB"},
-        {{"tells you"},
-         {"Sun"},
-         u"A\r\nBob tells you, hi\r\n\r\nSun\n\rB",
-         {u"Bob tells you, hi"},
-         u"A\r\n\r\nB"},
+        {{"tells"}, {"Sun"}, u"A\r\nBob tells\r\n\r\nSun\n\rB", {u"Bob tells"}, u"A\r\n\r\nB"},
         {{"Bob"}, {"Bob"}, u"Bob\rBob\r\n", {u"Bob", u"Bob"}, u""}, // urgent wins
         {{"^B", "y$"}, {}, u"A\nB\nxy\r\nAB\nya", {u"B", u"xy"}, u"A\nAB\nya"},
         {{}, {"Bob * you"}, u"Bob\r\nsees you\r\nBob sees you", {}, u"Bob\r\nsees you\r\n"},

@@ -39,15 +39,12 @@ protected:
         for (const auto* title : {u"fight", u"walk"})
             store.insertMacroGroup(groups.emplace_back(ZNTMacroGroup{0, title, {}}));
         for (const auto& [group, title, text] :
-             {std::tuple(0u, u"kick", u"kick %1"), {0u, u"bash", u"bash %1"}, {1u, u"home", u"recall"}})
-            storeMacro(groups[group].oid, title, text);
+             {std::tuple(0u, u"kick", u"kick %1"), {0u, u"bash", u"bash %1"}, {1u, u"home", u"recall"}}) {
+            ZNTMacro macro{0, groups[group].oid, title, text};
+            store.insertMacroSetWithMacroGroup(macro);
+        }
         selector.emplace(machine.platform, store, comboBox);
         list.emplace(machine.platform, store, *selector, table);
-    }
-    void storeMacro(std::int64_t group, std::u16string title, std::u16string text)
-    {
-        ZNTMacro macro{0, group, std::move(title), std::move(text)};
-        store.insertMacroSetWithMacroGroup(macro);
     }
     /// What the front end does when the player picks or types a name.
     void choose(const std::u16string& title)

@@ -4,17 +4,6 @@
 namespace
 {
 
-std::vector<ZNTTrigger> randomTriggers(ZNTRandomText& checks, std::size_t mostPieces)
-{
-    std::vector<ZNTTrigger> triggers(1 + checks.number(8));
-    for (auto& trigger : triggers) {
-        trigger.check = trigger.name = checks.next(mostPieces);
-        trigger.action = checks.number(3) == 0 ? u"look" : u"say %1, %1!";
-        trigger.gag = checks.number(4) == 0;
-    }
-    return triggers;
-}
-
 // Pieces, parted by a broken bar
 const std::u16string textPieces =
     u"a¦b¦ab¦aab¦ ¦  ¦\r\n¦\n¦!¦.¦,¦A ¦goblin¦ kicks¦ "
@@ -29,24 +18,27 @@ const std::u16string farPlanes = u"¦\U00020000¦\U0001F600";
 
 TEST(TriggerEquivalence, RandomChecksMatchRandomTextAsIcuAloneMatchesIt)
 {
-    struct Case {
+    const struct {
         std::u16string checks, texts;
         std::size_t lists, mostPieces;
-    };
-    const Case cases[] = {{wildcards, textPieces, 600, 6},
-                          {expressions, textPieces, 600, 5},
-                          {u"a¦%1¦*¦.¦ ¦!" + farPlanes, textPieces + farPlanes, 200, 5}};
+    } cases[] = {{wildcards, textPieces, 600, 6},
+                 {expressions, textPieces, 600, 5},
+                 {u"a¦%1¦*¦.¦ ¦!" + farPlanes, textPieces + farPlanes, 200, 5}};
     for (const auto& row : cases) {
         auto checks = ZNTRandomText::ofPieces(row.checks), texts = ZNTRandomText::ofPieces(row.texts);
         ZNTRecordedLog log;
         VirtualRunLoop loop;
         ZNTTriggerList list(log, loop); // one for all lists of triggers, so that its cache is used as well
         for (std::size_t run = 0; run < row.lists; ++run) {
-            const auto triggers = randomTriggers(checks, row.mostPieces);
-            list.setTriggers(triggers);
+            std::vector<ZNTTrigger> triggers(1 + checks.number(8));
             std::u16string shown;
-            for (const auto& trigger : triggers)
+            for (auto& trigger : triggers) {
+                trigger.check = trigger.name = checks.next(row.mostPieces);
+                trigger.action = checks.number(3) == 0 ? u"look" : u"say %1, %1!";
+                trigger.gag = checks.number(4) == 0;
                 shown += u"\n\"" + trigger.check + u"\" -> \"" + trigger.action + u'"';
+            }
+            list.setTriggers(triggers);
             for (int count = 0; count < 6; ++count) {
                 const auto text = texts.next(count == 0 ? 1500 : 14);
                 ASSERT_EQ(differenceFromIcu(triggers, list, log, text), "")

@@ -18,10 +18,6 @@ protected:
         editor.addEmptyRow();
     }
     std::vector<ZNTTrigger> stored() { return database.loadAllTriggers(); }
-    Value cell(std::string_view column, long row) const
-    {
-        return editor.tableViewObjectValueForTableColumn(column, row);
-    }
     void set(const Value& value, std::string_view column, long row)
     {
         editor.tableViewSetObjectValue(value, column, row);
@@ -55,7 +51,7 @@ TEST_F(TriggersDataSource, ACellIsStoredAtOnceAndNonsenseChangesNothing)
     set(u"x", "oid", 1);
     for (const long missing : {-1L, 2L})
         set(u"x", "name", missing);
-    EXPECT_EQ(cell("name", 2), Value(u""));
+    EXPECT_EQ(editor.tableViewObjectValueForTableColumn("name", 2), Value(u""));
     EXPECT_EQ(stored().back().name, u"Kick back");
     EXPECT_EQ(stored().back().soundFileToPlay, u"ouch.wav");
     EXPECT_TRUE(stored().back().gag);

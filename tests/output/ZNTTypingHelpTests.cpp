@@ -16,11 +16,6 @@ void showSent(ZNTOutputStore& store, std::u16string_view line)
     store.append(echo);
 }
 
-Texts completions(std::u16string_view beginning, const ZNTOutputStore& store, const Texts& names = {})
-{
-    return znt::wordsThatBegin(beginning, store, names);
-}
-
 TEST(SentLines, AreReadBackNewestFirstAndOnceByTheirMark)
 {
     ZNTOutputStore store;
@@ -74,18 +69,15 @@ TEST(WordCompletion, FindsWholeWordsOfAnyScriptByTheirBeginning)
 {
     ZNTOutputStore store;
     store.append(coloured(u"A dragon and a Drake. DRAGON!\nDra\u0308ger, \u00DCbel, isn't, dr\n"));
-    const struct {
-        std::u16string_view beginning;
-        Texts words;
-    } rows[] = {
+    const std::pair<std::u16string_view, Texts> rows[] = {
         {u"dr", {u"Dra\u0308ger", u"DRAGON", u"Drake"}}, // the newest spelling, and not the beginning itself
         {u"\u00FC", {u"\u00DCbel"}},
         {u"is", {u"isn't"}},
         {u"x", {}},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(completions(row.beginning, store), row.words) << testing::PrintToString(row.beginning);
-    EXPECT_THAT(completions(u"dra", store, {u"draw-sword", u"drake"}),
+    for (const auto& [beginning, words] : rows)
+        EXPECT_EQ(znt::wordsThatBegin(beginning, store, {}), words) << testing::PrintToString(beginning);
+    EXPECT_THAT(znt::wordsThatBegin(u"dra", store, {u"draw-sword", u"drake"}),
                 ElementsAre(u"Dra\u0308ger", u"DRAGON", u"Drake", u"draw-sword"));
 
     const std::pair<std::u16string_view, std::size_t> starts[] = {
@@ -100,11 +92,11 @@ TEST(WordCompletion, ReadsTheLastLinesOnly)
     store.append(coloured(u"wombat\n"));
     for (int line = 0; line < znt::linesToCompleteFrom - 2; ++line)
         store.append(coloured(u"x\n"));
-    EXPECT_THAT(completions(u"wo", store), ElementsAre(u"wombat"));
+    EXPECT_THAT(znt::wordsThatBegin(u"wo", store, {}), ElementsAre(u"wombat"));
     store.append(coloured(u"x\n"));
-    EXPECT_THAT(completions(u"wo", store), ElementsAre());
+    EXPECT_THAT(znt::wordsThatBegin(u"wo", store, {}), ElementsAre());
     store.append(coloured(u"wolf " + std::u16string(0x10000, u'-')));
-    EXPECT_THAT(completions(u"wo", store), ElementsAre()) << "a line of any length";
+    EXPECT_THAT(znt::wordsThatBegin(u"wo", store, {}), ElementsAre()) << "a line of any length";
 }
 
 TEST(WordCompletion, AgainTakesTheNextWordAndAtLastWhatWasTyped)

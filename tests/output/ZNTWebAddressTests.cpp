@@ -19,10 +19,7 @@ Texts addressesIn(std::u16string_view line)
 
 TEST(WebAddresses, EndWhereTheSentenceGoesOn)
 {
-    const struct {
-        std::u16string_view line;
-        Texts addresses;
-    } rows[] = {
+    const std::pair<std::u16string_view, Texts> rows[] = {
         {u"See http://a.example.", {u"http://a.example"}},
         {u"HTTPS://A.example/?q=1,2!) and", {u"HTTPS://A.example/?q=1,2"}},
         {u"(http://a.example/b_(c))", {u"http://a.example/b_(c)"}},
@@ -38,8 +35,8 @@ TEST(WebAddresses, EndWhereTheSentenceGoesOn)
         {u"http://a.example\u200B/b", {u"http://a.example"}},            // a blank without width
         {u"http://a.example/\xD800", {u"http://a.example/"}},            // half a character
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(addressesIn(row.line), row.addresses) << testing::PrintToString(row.line);
+    for (const auto& [line, addresses] : rows)
+        EXPECT_EQ(addressesIn(line), addresses) << testing::PrintToString(line);
     for (const auto* none : {u"xhttp://a.example", u"http://", u"http:// a", u"http://...",
                              u"ftp://a.example", u"javascript://a", u"://a.example", u"http:/a.example"})
         EXPECT_EQ(addressesIn(none), Texts{}) << testing::PrintToString(none);

@@ -79,8 +79,8 @@ TEST_F(CommandInterpreter, OneLineHasOneBudget)
         timesLookedUp = 0;
         const auto said = doneBy(repeated(words));
         EXPECT_TRUE(said.back().ends_with(u" was stopped: one line can run 1000 macros at most."));
-        const auto isSent = [](const auto& what) { return what.starts_with(u"send "); };
-        EXPECT_EQ(std::count_if(said.begin(), said.end(), isSent), linesToSend);
+        EXPECT_EQ(std::ranges::count_if(said, [](auto& what) { return what.starts_with(u"send "); }),
+                  linesToSend);
         EXPECT_LE(timesLookedUp, 2);
     }
     EXPECT_EQ(doneBy(repeated(u"~long ")).size(), 4u) << "past 1 Mi characters no further macro runs";

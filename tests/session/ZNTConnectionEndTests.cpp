@@ -12,10 +12,7 @@ TEST(ConnectionEnd, EachErrorOfASocketHasItsWordsAndOnlyAConnectionItsTime)
     ::setenv("TZ", "UTC-2", 1);
     ::tzset();
     const std::chrono::system_clock::time_point when(13h + 14min + 59s);
-    const struct {
-        ZNTError error;
-        std::u16string_view words;
-    } rows[] = {
+    const std::pair<ZNTError, std::u16string_view> rows[] = {
         {nameResolutionError(EAI_NONAME, 0), u"no such host"},
         {nameResolutionError(EAI_AGAIN, 0), u"the address could not be looked up"},
         {nameResolutionError(EAI_SYSTEM, ENETUNREACH), u"the game cannot be reached"},

@@ -1,7 +1,9 @@
+#include "ZNTChannelHistory.h"
 #include "ZNTSessionFixture.h"
 #include "ZNTSpeechReview.h"
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 
 namespace
 {
@@ -15,13 +17,6 @@ struct Listening : ZNTSessionFixture {
             settings.*field = on;
         session().setSettings(settings);
     }
-    /// The texts come at go-aheads; `count` of them are spoken.
-    std::vector<std::string> spokenOf(std::initializer_list<std::string> texts, std::size_t count)
-    {
-        for (const auto& text : texts)
-            receive(text + goAhead);
-        return spoken(count);
-    }
 
     ZNTSettings settings;
 };
@@ -34,11 +29,10 @@ TEST_F(Listening, WhatIsSentOrGaggedOrAnUnchangedPromptIsShownAndNotSpoken)
     connect();
     type(u"look");
     session().insertTextIntoTheWindow(u"Macro Names");
-    const auto said =
-        spokenOf({"One.\r\nA crow caws.\r\nTwo.\r\nHP 10> ", "A crow caws.\r\n", "\x1b[31mHP 10>",
-                  "Bite.\r\nHP 10> ", "Bite.\r\nHP 9> ", "HP 9> ", "End.\r\n"},
-                 5);
-    EXPECT_THAT(said, ElementsAre("Macro Names", "One. Two. HP 10> ", "Bite.", "Bite. HP 9> ", "End."));
+    for (const auto* text : {"One.\r\nA crow caws.\r\nTwo.\r\nHP 10> ", "A crow caws.\r\n", "\x1b[31mHP 10>",
+                             "Bite.\r\nHP 10> ", "Bite.\r\nHP 9> ", "HP 9> ", "End.\r\n"})
+        receive(text + goAhead);
+    EXPECT_THAT(spoken(5), ElementsAre("Macro Names", "One. Two. HP 10> ", "Bite.", "Bite. HP 9> ", "End."));
     EXPECT_TRUE(shown().starts_with(u"look\r") && shown().ends_with(u"HP 9> HP 9> End.\r\n"));
     EXPECT_EQ(received(), "look\r\n") << "an empty action sends nothing";
     session().replayLastText();
@@ -102,6 +96,10 @@ TEST_F(Listening, SpeechStartsWithAReaderUnlessThePlayerHasSwitchedIt)
     EXPECT_FALSE(session().settings().speech) << "no choice to remember";
     session().setSpeechOnOffBindingState(0);
     EXPECT_FALSE(comes()) << "the player wants silence";
+    controller.reset(); // another start, while the reader runs
+    EXPECT_EQ(session().speechOnOffBindingState(), 1);
+    EXPECT_EQ(session().speechInterruptOnOffBindingState(), 1);
+    EXPECT_FALSE(session().zntSpeechSynth().isSpeachOn()) << "which means that it is on";
 }
 
 TEST_F(Listening, AllThatComesBeforeThePlayersFirstLineIsOneTextThatIsFinished)
@@ -146,6 +144,30 @@ TEST_F(Listening, SoundsEndWithTheConnectionAndTheFarewellBeginsNone)
         silence();
         EXPECT_EQ(sounds.isPlaying(), !isSet);
     }
+}
+
+TEST_F(Listening, UrgentLinesComeBeforeWhatWaitsOnceAndQuietOnesAreShownAndLoggedAlone)
+{
+    connect();
+    settings.urgentLines = {"Bob hits you", "(["};
+    settings.quietLines = {"sun"};
+    set({&ZNTSettings::speech, &ZNTSettings::channelHistory});
+    ASSERT_EQ(notices.size(), 1U);
+    EXPECT_TRUE(notices[0].starts_with(u"The pattern \"([\" cannot be used"));
+    speech.staysSpeaking = true;
+    receive("A square\r\n" + goAhead);
+    EXPECT_THAT(spoken(1), ElementsAre("A square"));
+    receive("A dog barks.\r\nThe sun rises.\r\nBob hits you!\r\nAnn says, run\r\n" + goAhead);
+    EXPECT_TRUE(znt::contains(shown(), u"The sun rises."));
+    EXPECT_THAT(logged(), HasSubstr("The sun rises.\r\nBob hits you!"));
+    speech.speaks = false;
+    EXPECT_THAT(spoken(2).back(), "Bob hits you!");
+    speech.speaks = false;
+    EXPECT_THAT(spoken(3).back(), "A dog barks. Ann says, run");
+    EXPECT_TRUE(session().channelHistory().nextChannel().ends_with(u"Ann says, run"));
+    settings.quietLines = {};
+    session().setSettings(settings);
+    EXPECT_EQ(notices.size(), 1U) << "the player knows of the pattern already";
 }
 
 } // namespace

@@ -334,18 +334,3 @@ TEST_F(Session, TheReviewKnowsThePlayersLastCommand)
     session().sendMessageToServer(u"an answer of a trigger", false);
     EXPECT_EQ(lastCommand(), "look");
 }
-
-TEST_F(Session, SpeechIsOnOnceAScreenReaderRuns)
-{
-    for (const bool isFoundLate : {false, true}) {
-        SCOPED_TRACE(isFoundLate);
-        controller.reset();
-        reader.runs = !isFoundLate;
-        EXPECT_EQ(session().speechOnOffBindingState(), isFoundLate ? 0 : 1);
-        if (isFoundLate)
-            session().speakForScreenReader();
-        EXPECT_EQ(session().speechOnOffBindingState(), 1);
-        EXPECT_EQ(session().speechInterruptOnOffBindingState(), 1);
-        EXPECT_FALSE(session().zntSpeechSynth().isSpeachOn()) << "which means that it is on";
-    }
-}

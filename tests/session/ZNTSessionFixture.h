@@ -4,7 +4,6 @@
 #include "ZNTMacroGroupDropDownController.h"
 #include "ZNTMemoryStream.h"
 #include "ZNTMudMacroTableViewController.h"
-#include "ZNTOutgoing.h"
 #include "ZNTPlainElements.h"
 #include "ZNTRecordedSounds.h"
 #include "ZNTRecordedSpeech.h"
