@@ -104,7 +104,7 @@ TEST_F(StandardSession, SoundTagsPlayOnceSoundsAreOn)
     EXPECT_EQ(shown(), u"One. \r\nTwo. \r\n");
 }
 
-TEST_F(StandardSession, AnOrderlyEndIsANoticeAndABrokenCompressedStreamAnAlert)
+TEST_F(StandardSession, AnOrderlyEndIsANoticeAndABrokenStreamOrConnectionAnAlert)
 {
     settings.compression = true;
     session().setSettings(settings);
@@ -122,6 +122,10 @@ TEST_F(StandardSession, AnOrderlyEndIsANoticeAndABrokenCompressedStreamAnAlert)
     EXPECT_EQ(session().lastEnding(), ZNTSessionEnding::Broken);
     EXPECT_EQ(machine.alert.shown.size(), 1u);
     EXPECT_EQ(shown(), u"Bye.\r\nHello.\r\n");
+    connect();
+    server.reset();
+    settle();
+    EXPECT_EQ(machine.alert.shown.size(), 2u);
 }
 
 TEST_F(StandardSession, TheViewsSizeIsReportedAtMostTwiceASecond)
