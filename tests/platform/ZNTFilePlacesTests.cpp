@@ -2,9 +2,7 @@
 #include "ZNTPrivateFiles.h"
 
 #include <cstdlib>
-#include <gtest/gtest.h>
 #include <pwd.h>
-#include <string>
 #include <unistd.h>
 
 namespace

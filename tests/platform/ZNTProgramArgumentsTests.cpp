@@ -1,7 +1,5 @@
 #include "ZNTProgramArguments.h"
 
-#include <gmock/gmock.h>
-
 using testing::HasSubstr;
 using testing::Not;
 

@@ -1,6 +1,5 @@
 #include "ZNTStringEncoding.h"
 
-#include <gtest/gtest.h>
 #include <set>
 
 using namespace znt;

@@ -1,6 +1,5 @@
 #include "ZNTTextDecoder.h"
 
-#include <gtest/gtest.h>
 #include <unicode/ucnv.h>
 
 using enum ZNTStringEncoding;

@@ -1,7 +1,5 @@
 #include "ZNTText.h"
 
-#include <gtest/gtest.h>
-
 using namespace znt;
 using namespace std::string_literals;
 

@@ -7,8 +7,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <functional>
-#include <map>
 #include <poll.h>
 #include <sys/stat.h>
 #include <thread>

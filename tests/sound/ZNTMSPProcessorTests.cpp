@@ -3,8 +3,6 @@
 #include "ZNTTemporaryFolder.h"
 #include "ZNTText.h"
 
-#include <gmock/gmock.h>
-
 #include <filesystem>
 #include <sys/stat.h>
 

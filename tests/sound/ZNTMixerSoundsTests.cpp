@@ -6,8 +6,6 @@
 #include "ZNTText.h"
 #include "ZNTWavFile.h"
 
-#include <gmock/gmock.h>
-
 #include <filesystem>
 
 using testing::ElementsAre;

@@ -2,19 +2,15 @@
 
 #include "ZNTTemporaryFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <deque>
 #include <mutex>
 #include <poll.h>
-#include <string>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
 /// A speech service without sound: it answers SSIP (the Speech Synthesis Interface Protocol) on a Unix
 /// socket, "says" one message after the other for as long as the test wants, and remembers. One client at a

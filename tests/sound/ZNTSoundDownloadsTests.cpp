@@ -6,8 +6,6 @@
 
 #include "VirtualRunLoop.h"
 
-#include <gmock/gmock.h>
-
 #include <arpa/inet.h>
 #include <filesystem>
 #include <netinet/in.h>

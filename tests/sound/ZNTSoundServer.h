@@ -1,18 +1,13 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <arpa/inet.h>
 #include <atomic>
-#include <map>
 #include <netinet/in.h>
 #include <poll.h>
-#include <string>
 #include <string_view>
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
-#include <vector>
 
 struct ZNTSoundAnswer {
     std::string bytes;

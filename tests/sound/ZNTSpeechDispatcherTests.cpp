@@ -6,8 +6,6 @@
 #include "ZNTSpeechMessages.h"
 #include "ZNTTestPlatform.h"
 
-#include <gmock/gmock.h>
-
 #include <optional>
 
 using testing::ElementsAre;

@@ -6,8 +6,6 @@
 #include "ZNTSpeechSynth.h"
 #include "ZNTTimedSpeech.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <cstdlib>
 

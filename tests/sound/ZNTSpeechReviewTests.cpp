@@ -4,7 +4,6 @@
 #include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
 
-#include <gmock/gmock.h>
 #include <utility>
 
 using testing::ElementsAre;

@@ -4,8 +4,6 @@
 #include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
 
-#include <gmock/gmock.h>
-
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -1,6 +1,5 @@
 #include "ZNTSpokenText.h"
 
-#include <gtest/gtest.h>
 #include <tuple>
 
 namespace

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 /// A WAV file of `frames` frames of one value: PCM, 16 bits, stereo.
 inline std::string wavFile(std::size_t frames, int value, std::uint32_t perSecond = 44'100)

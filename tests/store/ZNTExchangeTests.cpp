@@ -6,7 +6,6 @@
 #include "ZNTTestPlatform.h"
 #include "ZNTText.h"
 
-#include <gmock/gmock.h>
 #include <sys/stat.h>
 
 using testing::HasSubstr;

@@ -2,10 +2,7 @@
 
 #include "ZNTTemporaryFolder.h"
 
-#include <memory>
 #include <sqlite3.h>
-#include <string>
-#include <vector>
 
 /// A player's database and the property list beside it, read and changed past the code under test.
 class ZNTStoredFiles

@@ -3,16 +3,11 @@
 #include "RunLoop.h"
 
 #include <atomic>
-#include <functional>
-#include <gtest/gtest.h>
 #include <limits>
-#include <memory>
-#include <string>
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
 /// What every run loop promises. A test program instantiates it with a driver:
 ///
