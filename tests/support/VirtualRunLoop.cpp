@@ -10,15 +10,14 @@
 
 namespace
 {
-constexpr double smallestInterval = 0.001;
+constexpr double smallestInterval = 0.001, never = std::numeric_limits<double>::infinity();
 constexpr int turnsWhenStuck = 100'000; // at one moment
 } // namespace
 
 struct VirtualRunLoop::State {
     struct ScheduledTimer {
         double due;
-        double interval;
-        bool repeats;
+        double interval; ///< infinite if it fires once
         Task task;
     };
     struct Watched {
@@ -114,9 +113,8 @@ bool VirtualRunLoop::runUntil(const std::function<bool()>& condition, double sec
 
 std::size_t VirtualRunLoop::pendingTimers() const
 {
-    return static_cast<std::size_t>(
-        std::count_if(state->timers.begin(), state->timers.end(),
-                      [](const auto& timer) { return std::isfinite(timer.second.due); }));
+    return static_cast<std::size_t>(std::ranges::count_if(
+        state->timers, [](const auto& timer) { return std::isfinite(timer.second.due); }));
 }
 
 void VirtualRunLoop::post(Task task)
@@ -129,9 +127,8 @@ std::unique_ptr<RunLoopTimer> VirtualRunLoop::startTimer(double seconds, RunLoop
 {
     const auto key = ++state->lastKey;
     const bool repeats = repeat == RunLoopRepeat::Forever;
-    const double interval = std::isfinite(seconds) ? std::max(seconds, repeats ? smallestInterval : 0)
-                                                   : std::numeric_limits<double>::infinity();
-    state->timers.emplace(key, State::ScheduledTimer{time + interval, interval, repeats, std::move(task)});
+    const double wait = std::isfinite(seconds) ? std::max(seconds, repeats ? smallestInterval : 0) : never;
+    state->timers.emplace(key, State::ScheduledTimer{time + wait, repeats ? wait : never, std::move(task)});
     return std::make_unique<Entry<RunLoopTimer>>(state, key);
 }
 
@@ -155,17 +152,13 @@ std::chrono::system_clock::time_point VirtualRunLoop::timeOfDay() const
 
 bool VirtualRunLoop::fireDueTimer(double until)
 {
-    auto next = state->timers.end();
-    for (auto timer = state->timers.begin(); timer != state->timers.end(); ++timer)
-        if (timer->second.due <= until + 1e-9 &&
-            (next == state->timers.end() || timer->second.due < next->second.due))
-            next = timer;
-    if (next == state->timers.end())
+    const auto next =
+        std::ranges::min_element(state->timers, {}, [](const auto& timer) { return timer.second.due; });
+    if (next == state->timers.end() || next->second.due > until + 1e-9)
         return false;
     time = std::max(time, next->second.due);
     const auto task = next->second.task;
-    next->second.due =
-        next->second.repeats ? time + next->second.interval : std::numeric_limits<double>::infinity();
+    next->second.due = time + next->second.interval;
     task();
     return true;
 }

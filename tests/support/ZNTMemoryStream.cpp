@@ -78,8 +78,43 @@ public:
                 (this->*step)();
         });
     }
-    void readOn();
-    void writeOn();
+    void readOn()
+    {
+        if (state != State::Connected)
+            return;
+        if (!currentRead && !queuedReads.empty()) {
+            currentRead = std::move(queuedReads.front());
+            queuedReads.pop_front();
+            startTimer(readTimer, currentRead->secondsGranted, &ZNTMemoryStream::readTimedOut);
+        }
+        if (isHeld)
+            return;
+        if (!game.blocks.empty())
+            takeBlock();
+        else if (game.end == ZNTMemoryGame::End::Broken)
+            closeWithError(posixError(ECONNRESET));
+        else if (game.end == ZNTMemoryGame::End::Closed)
+            close(nullptr);
+    }
+    /// The timeout of the oldest write runs until the network has taken all of it.
+    void writeOn()
+    {
+        while (state == State::Connected && !writes.empty()) {
+            if (game.end == ZNTMemoryGame::End::Broken)
+                return closeWithError(posixError(EPIPE));
+            give(writes.front());
+            if (!writes.front().data.empty()) {
+                if (!writeTimer)
+                    startTimer(writeTimer, writes.front().timeout, &ZNTMemoryStream::writeTimedOut);
+                return;
+            }
+            const auto tag = writes.front().tag;
+            writes.pop_front();
+            writeTimer.reset();
+            if (!tellDelegate([&] { delegate.onSocketDidWriteDataWithTag(*this, tag); }))
+                return;
+        }
+    }
 
 private:
     enum class State { Idle, Connecting, Connected, Ending };
@@ -103,16 +138,89 @@ private:
         call();
         return !alive.expired();
     }
-    void open();
-    void takeBlock();
-    void readTimedOut();
-    void writeTimedOut();
-    void give(Write& write);
-    void startTimer(std::unique_ptr<RunLoopTimer>& timer, double seconds, void (ZNTMemoryStream::*step)());
-    void closeWithError(const ZNTError* error);
-    void closeWithError(const ZNTError& error) { closeWithError(&error); }
-    void forgetRequests();
-    void tearDown();
+    void open()
+    {
+        if (!game.isListening || !isPortRight)
+            return closeWithError(posixError(ECONNREFUSED));
+        state = State::Connected;
+        game.client = this;
+        game.receivedBytes.clear();
+        ++game.accepted;
+        if (!tellDelegate([this] { delegate.onSocketDidConnectToHost(*this, game.host(), game.port()); }))
+            return;
+        later(&ZNTMemoryStream::readOn);
+        later(&ZNTMemoryStream::writeOn);
+    }
+    /// One block a turn, so that a flood lets other steps in between.
+    void takeBlock()
+    {
+        if (!currentRead)
+            return;
+        const auto read = *currentRead; // a callback may end it
+        read.buffer->resize(read.bufferOffset);
+        *read.buffer += game.blocks.front();
+        game.blocks.pop_front();
+        const auto data = std::string_view(*read.buffer).substr(read.bufferOffset);
+        if (!tellDelegate([&] { delegate.onSocketDidReadData(*this, data, read.tag); }))
+            return;
+        readTimer.reset();
+        currentRead.reset();
+        later(&ZNTMemoryStream::readOn);
+    }
+    void readTimedOut()
+    {
+        if (!isHeld && !game.blocks.empty())
+            return takeBlock(); // bytes came since the loop last looked, so this is no silence
+        const auto tag = currentRead->tag;
+        const auto elapsed = currentRead->secondsGranted;
+        double extension = 0;
+        if (!tellDelegate(
+                [&] { extension = delegate.onSocketShouldTimeoutReadWithTag(*this, tag, elapsed, 0); }))
+            return;
+        if (extension <= 0)
+            return closeWithError(asyncSocketError(AsyncSocketReadTimeoutError));
+        currentRead->secondsGranted += extension;
+        startTimer(readTimer, extension, &ZNTMemoryStream::readTimedOut);
+    }
+    void writeTimedOut() { closeWithError(asyncSocketError(AsyncSocketWriteTimeoutError)); }
+    void give(Write& write)
+    {
+        if (game.client == this && game.isReading && game.end != ZNTMemoryGame::End::Broken)
+            game.receivedBytes += std::exchange(write.data, {});
+    }
+    void startTimer(std::unique_ptr<RunLoopTimer>& timer, double seconds, void (ZNTMemoryStream::*step)())
+    {
+        if (seconds >= 0)
+            timer = game.runLoop.startTimer(seconds, RunLoopRepeat::Once, [this, step] { (this->*step)(); });
+    }
+    void closeWithError(const ZNTError& error) { close(&error); }
+    void close(const ZNTError* error)
+    {
+        forgetRequests();
+        state = state == State::Connected ? State::Ending : state;
+        if (tellDelegate([&] { delegate.onSocketWillDisconnectWithError(*this, error); }))
+            disconnect();
+    }
+    void forgetRequests()
+    {
+        queuedReads.clear();
+        currentRead.reset();
+        writes.clear();
+        readTimer.reset();
+        writeTimer.reset();
+    }
+    void tearDown()
+    {
+        if (game.client == this) {
+            game.client = nullptr;
+            game.end = ZNTMemoryGame::End::None;
+            game.blocks.clear();
+        }
+        forgetRequests();
+        state = State::Idle;
+        isHeld = false;
+        connection = std::make_shared<char>();
+    }
 
     ZNTMemoryGame& game;
     ZNTStreamDelegate& delegate;
@@ -156,133 +264,3 @@ void ZNTMemoryGame::tellClient()
     if (client)
         client->later(&ZNTMemoryStream::readOn);
 }
-
-void ZNTMemoryStream::open()
-{
-    if (!game.isListening || !isPortRight)
-        return closeWithError(posixError(ECONNREFUSED));
-    state = State::Connected;
-    game.client = this;
-    game.receivedBytes.clear();
-    ++game.accepted;
-    if (!tellDelegate([this] { delegate.onSocketDidConnectToHost(*this, game.host(), game.port()); }))
-        return;
-    later(&ZNTMemoryStream::readOn);
-    later(&ZNTMemoryStream::writeOn);
-}
-
-void ZNTMemoryStream::startTimer(std::unique_ptr<RunLoopTimer>& timer, double seconds,
-                                 void (ZNTMemoryStream::*step)())
-{
-    if (seconds >= 0)
-        timer = game.runLoop.startTimer(seconds, RunLoopRepeat::Once, [this, step] { (this->*step)(); });
-}
-
-void ZNTMemoryStream::closeWithError(const ZNTError* error)
-{
-    forgetRequests();
-    state = state == State::Connected ? State::Ending : state;
-    if (tellDelegate([&] { delegate.onSocketWillDisconnectWithError(*this, error); }))
-        disconnect();
-}
-
-void ZNTMemoryStream::forgetRequests()
-{
-    queuedReads.clear();
-    currentRead.reset();
-    writes.clear();
-    readTimer.reset();
-    writeTimer.reset();
-}
-
-void ZNTMemoryStream::tearDown()
-{
-    if (game.client == this) {
-        game.client = nullptr;
-        game.end = ZNTMemoryGame::End::None;
-        game.blocks.clear();
-    }
-    forgetRequests();
-    state = State::Idle;
-    isHeld = false;
-    connection = std::make_shared<char>();
-}
-
-void ZNTMemoryStream::readOn()
-{
-    if (state != State::Connected)
-        return;
-    if (!currentRead && !queuedReads.empty()) {
-        currentRead = std::move(queuedReads.front());
-        queuedReads.pop_front();
-        startTimer(readTimer, currentRead->secondsGranted, &ZNTMemoryStream::readTimedOut);
-    }
-    if (isHeld)
-        return;
-    if (!game.blocks.empty())
-        takeBlock();
-    else if (game.end == ZNTMemoryGame::End::Broken)
-        closeWithError(posixError(ECONNRESET));
-    else if (game.end == ZNTMemoryGame::End::Closed)
-        closeWithError(nullptr);
-}
-
-/// One block a turn, so that a flood lets other steps in between.
-void ZNTMemoryStream::takeBlock()
-{
-    if (!currentRead)
-        return;
-    const auto read = *currentRead; // a callback may end it
-    read.buffer->resize(read.bufferOffset);
-    *read.buffer += game.blocks.front();
-    game.blocks.pop_front();
-    const auto data = std::string_view(*read.buffer).substr(read.bufferOffset);
-    if (!tellDelegate([&] { delegate.onSocketDidReadData(*this, data, read.tag); }))
-        return;
-    readTimer.reset();
-    currentRead.reset();
-    later(&ZNTMemoryStream::readOn);
-}
-
-void ZNTMemoryStream::readTimedOut()
-{
-    if (!isHeld && !game.blocks.empty())
-        return takeBlock(); // bytes came since the loop last looked, so this is no silence
-    const auto tag = currentRead->tag;
-    const auto elapsed = currentRead->secondsGranted;
-    double extension = 0;
-    if (!tellDelegate([&] { extension = delegate.onSocketShouldTimeoutReadWithTag(*this, tag, elapsed, 0); }))
-        return;
-    if (extension <= 0)
-        return closeWithError(asyncSocketError(AsyncSocketReadTimeoutError));
-    currentRead->secondsGranted += extension;
-    startTimer(readTimer, extension, &ZNTMemoryStream::readTimedOut);
-}
-
-void ZNTMemoryStream::give(Write& write)
-{
-    if (game.client == this && game.isReading && game.end != ZNTMemoryGame::End::Broken)
-        game.receivedBytes += std::exchange(write.data, {});
-}
-
-/// The timeout of the oldest write runs until the network has taken all of it.
-void ZNTMemoryStream::writeOn()
-{
-    while (state == State::Connected && !writes.empty()) {
-        if (game.end == ZNTMemoryGame::End::Broken)
-            return closeWithError(posixError(EPIPE));
-        give(writes.front());
-        if (!writes.front().data.empty()) {
-            if (!writeTimer)
-                startTimer(writeTimer, writes.front().timeout, &ZNTMemoryStream::writeTimedOut);
-            return;
-        }
-        const auto tag = writes.front().tag;
-        writes.pop_front();
-        writeTimer.reset();
-        if (!tellDelegate([&] { delegate.onSocketDidWriteDataWithTag(*this, tag); }))
-            return;
-    }
-}
-
-void ZNTMemoryStream::writeTimedOut() { closeWithError(asyncSocketError(AsyncSocketWriteTimeoutError)); }

@@ -95,10 +95,10 @@ struct ZNTRecordedSounds : ZNTSilentSounds {
         for (auto due = std::exchange(stopped, {}); const auto& sound : due)
             sound->notice(/*finished=*/false);
     }
-    /// All that plays comes to its end, until nothing plays again of itself; at most `rounds` times.
-    void finishAll(int rounds = 100)
+    /// All that plays comes to its end, until nothing plays again of itself; at most a hundred times.
+    void finishAll()
     {
-        for (; isPlaying() && rounds > 0; --rounds)
+        for (int rounds = 100; isPlaying() && rounds > 0; --rounds)
             for (const auto& sound : made)
                 if (std::exchange(sound->playsNow, false))
                     sound->notice(/*finished=*/true);
