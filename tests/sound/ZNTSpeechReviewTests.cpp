@@ -30,6 +30,29 @@ struct SpeechReview : testing::Test {
     }
 };
 
+TEST_F(SpeechReview, SpeaksTheLastLinesNewestFirstAlsoWhileSpeechIsOff)
+{
+    review.previousLine();
+    EXPECT_THAT(said(), testing::IsEmpty());
+    review.addReceivedText(u"one\r\n\r\n two\r\n");
+    review.addReceivedText(u"three\n   \nHP:10> ");
+    review.previousLine();
+    review.previousLine();
+    EXPECT_THAT(said(), ElementsAre("HP:10>", "three"));
+    review.addReceivedText(u"four\r\n");
+    for (int time = 0; time < 3; ++time)
+        review.previousLine();
+    EXPECT_THAT(said(), ElementsAre("two", "one", "one")) << "new text moved the player's place";
+    review.nextLine();
+    review.startOver();
+    review.nextLine();
+    EXPECT_THAT(said(), ElementsAre("two", "four"));
+    engine.staysSpeaking = true;
+    review.lineFromEnd(3);
+    review.lastLines(3);
+    EXPECT_THAT(said(), ElementsAre("three", "(stop)", "four", "HP:10>", "three"));
+}
+
 TEST_F(SpeechReview, WordsAndLettersOfALineAreSpokenFromWhereThePlayerIs)
 {
     step("wL");

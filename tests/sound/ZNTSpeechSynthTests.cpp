@@ -1,7 +1,6 @@
 #include "VirtualRunLoop.h"
 #include "ZNTRecordedSpeech.h"
 #include "ZNTSpeechHandOver.h"
-#include "ZNTSpeechReview.h"
 #include "ZNTSpeechSynth.h"
 
 using testing::ElementsAre;
@@ -47,18 +46,6 @@ TEST_F(SpeechSynth, ALineIsSpokenAtTheNextPollAndTheNextOneAfterItsWordsWorth)
     EXPECT_THAT(engine.said, IsEmpty());
     loop.advance(0.02);
     EXPECT_THAT(saidSince(), ElementsAre("second"));
-}
-
-TEST_F(SpeechSynth, NothingIsTakenWhileTheEngineSpeaks)
-{
-    engine.staysSpeaking = true;
-    synth.speechOn();
-    speak({u"one", u"two"});
-    loop.advance(60);
-    EXPECT_THAT(saidSince(), ElementsAre("one"));
-    engine.speaks = false;
-    loop.advance(0.5);
-    EXPECT_THAT(saidSince(), ElementsAre("two"));
 }
 
 TEST_F(SpeechSynth, AStopSilencesAtOnceAndForgetsEvenWhatWasOnItsWay)
@@ -144,47 +131,6 @@ TEST_F(SpeechSynth, AllThatComesIsSpokenUntilMemoryRunsOutAndThenTheOlderHalfIsC
     ASSERT_EQ(engine.said.size(), 2u);
     EXPECT_EQ(engine.said[0], std::to_string(most + 2) + " lines were not spoken.");
     EXPECT_EQ(engine.said[1].substr(0, 7), std::to_string(1'000'000 + most / 2 + 2));
-}
-
-TEST_F(SpeechSynth, AVeryLongLineIsSpokenWholeInUtterancesThatEndWhereSentencesDo)
-{
-    std::u16string line;
-    for (int number = 100; number < 200; ++number)
-        line += u"The goblin number " + znt::decimalText(number) + u" hits you. ";
-    speakWithoutPacing();
-    synth.speakLine(line);
-    loop.advance(10);
-    std::string all;
-    for (const auto& utterance : engine.said) {
-        EXPECT_TRUE(utterance.size() <= 1'000 && utterance.ends_with("you. ")) << utterance;
-        all += utterance;
-    }
-    EXPECT_EQ(all, znt::utf8FromText(line));
-}
-
-TEST_F(SpeechSynth, ReviewSpeaksTheLastLinesNewestFirstAlsoWhileSpeechIsOff)
-{
-    ZNTSpeechReview review(synth);
-    review.previousLine();
-    EXPECT_THAT(engine.said, IsEmpty());
-
-    review.addReceivedText(u"one\r\n\r\n two\r\n");
-    review.addReceivedText(u"three\n   \nHP:10> ");
-    review.previousLine();
-    review.previousLine();
-    EXPECT_THAT(saidSince(), ElementsAre("HP:10>", "three"));
-    review.addReceivedText(u"four\r\n");
-    for (int time = 0; time < 3; ++time)
-        review.previousLine();
-    EXPECT_THAT(saidSince(), ElementsAre("two", "one", "one")) << "new text moved the player's place";
-    review.nextLine();
-    review.startOver();
-    review.nextLine();
-    EXPECT_THAT(saidSince(), ElementsAre("two", "four"));
-    engine.staysSpeaking = true;
-    review.lineFromEnd(3);
-    review.lastLines(3);
-    EXPECT_THAT(saidSince(), ElementsAre("three", "(stop)", "four", "HP:10>", "three"));
 }
 
 TEST_F(SpeechSynth, AHandedOverFloodKeepsItsOrder)
