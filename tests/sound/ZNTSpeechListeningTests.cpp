@@ -27,7 +27,11 @@ struct ListeningSpeech : testing::Test {
         synth.speechOn();
         loop.advance(60);
     }
-    void say(const std::string& line) { synth.speakLine(znt::textFromUtf8(line)); }
+    void say(const std::string& line, int times = 1)
+    {
+        for (; times > 0; --times)
+            synth.speakLine(znt::textFromUtf8(line));
+    }
     [[nodiscard]] std::vector<std::string> texts() const
     {
         std::vector<std::string> all;
@@ -129,8 +133,7 @@ TEST_F(ListeningSpeech, ATextThatCameLastIsSpokenWholeAndAFloodIsNot)
     synth.setFinishedTexts(ZNTSpeechQueue::Finished::Every);
     engine.wordsPerMinute = 60;
     const auto sayText = [this](const char* name, int lines) {
-        for (int line = 0; line < lines; ++line)
-            say(name + std::string(" has another line of it"));
+        say(name + std::string(" has another line of it"), lines);
         loop.advance(8);
     };
     const auto saidOf = [this](const char* name) {
@@ -154,8 +157,7 @@ TEST_F(ListeningSpeech, AReplayIsSpokenWholeAlsoIfNewerTextComesMeanwhile)
         replay += u"again a line of the text\r\n";
     say("what waits before it");
     ZNTSpeechHandOver(synth).speakOnNewThread(replay, ZNTSpeechQueue::Source::Replay);
-    for (int line = 0; line < 20; ++line)
-        say("newer");
+    say("newer", 20);
     loop.advance(600);
     EXPECT_EQ(std::ranges::count(texts(), "again a line of the text"), 60);
     EXPECT_EQ(texts()[61], "20 lines skipped.");
@@ -169,8 +171,7 @@ TEST_F(ListeningSpeech, ASentenceOfTheClientIsNotSkippedAndSkipsNoLineOfTheTextB
     for (const auto finished : {Finished::None, Finished::Every}) {
         synth.setFinishedTexts(finished);
         engine.said.clear();
-        for (int line = 0; line < 8; ++line)
-            say("a question of five words");
+        say("a question of five words", 8);
         loop.advance(2);
         synth.speakLine(u"hidden", synth.stopCount(), synth.now(), ZNTSpeechQueue::Source::Client);
         loop.advance(100);
@@ -225,8 +226,7 @@ TEST_F(ListeningSpeech, TheFirstTextOfAConnectionIsSpokenWholeUntilNewerTextCome
     }
     synth.setFinishedTexts(Finished::First);
     synth.firstTextEnds();
-    for (int line = 0; line < 20; ++line)
-        say("a later text");
+    say("a later text", 20);
     loop.advance(600);
     EXPECT_LT(reader.said.size(), 20u) << "only the first text is kept";
 
@@ -235,8 +235,7 @@ TEST_F(ListeningSpeech, TheFirstTextOfAConnectionIsSpokenWholeUntilNewerTextCome
     say("closed");
     for (const auto text : {"welcome of a game that closes at once", "welcome of the next game"}) {
         synth.firstTextBegins();
-        for (int line = 0; line < 9; ++line)
-            say(text);
+        say(text, 9);
     }
     loop.advance(600);
     EXPECT_EQ(std::ranges::count(reader.said, "welcome of the next game"), 9)

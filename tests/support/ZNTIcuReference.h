@@ -25,20 +25,19 @@ inline std::u16string plainText(const ::icu::UnicodeString& text)
     return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 
-inline std::u16string replacedAll(std::u16string_view text, const char16_t* pattern, const char16_t* with,
-                                  unsigned flags = 0)
+inline std::u16string replacedAll(std::u16string_view text, const char16_t* pattern, const char16_t* with)
 {
     UErrorCode status = U_ZERO_ERROR;
     const auto input = unicodeString(text);
-    ::icu::RegexMatcher matcher(pattern, input, flags, status);
+    ::icu::RegexMatcher matcher(pattern, input, 0, status);
     return plainText(matcher.replaceAll(with, status));
 }
 
-inline std::vector<Match> matches(std::u16string_view text, const char16_t* pattern, unsigned flags = 0)
+inline std::vector<Match> matches(std::u16string_view text, const char16_t* pattern)
 {
     UErrorCode status = U_ZERO_ERROR;
     const auto input = unicodeString(text);
-    ::icu::RegexMatcher matcher(pattern, input, flags, status);
+    ::icu::RegexMatcher matcher(pattern, input, 0, status);
     std::vector<Match> found;
     while (matcher.find(status)) {
         Match match{plainText(matcher.group(status)), {}, matcher.start(status)};
