@@ -2,7 +2,6 @@
 #include "ZNTStoreMaker.h"
 #include "ZNTStoreWait.h"
 #include "ZNTStoredFiles.h"
-#include "ZNTTestPlatform.h"
 
 #include <algorithm>
 #include <chrono>
@@ -82,7 +81,7 @@ private:
     double end = 0;
 };
 
-class ZNTDatabaseFaults : public testing::Test
+class ZNTDatabaseFaults : public ZNTStoreFixture
 {
 protected:
     ZNTDatabaseFaults()
@@ -103,9 +102,6 @@ protected:
         return ZNTDatabaseHelper(places, machine.log).getAllMacroNames();
     }
 
-    ZNTTestPlatform machine;
-    ZNTFilePlaces places = machine.platform.places;
-    ZNTStoredFiles files{machine.home};
     const std::string database = machine.home.path(files.database);
 };
 

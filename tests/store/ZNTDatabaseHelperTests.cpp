@@ -1,6 +1,5 @@
 #include "ZNTDatabaseHelper.h"
 #include "ZNTStoredFiles.h"
-#include "ZNTTestPlatform.h"
 #include "ZNTTriggerColumns.h"
 
 namespace
@@ -21,7 +20,7 @@ void fill(bool& field) { field = true; }
 void fill(std::optional<std::u16string>& field) { field = u""; }
 void fill(std::u16string& field) { field.append(u"\0'王\"; \U0001F409\r\n", 10); }
 
-class ZNTDatabaseOperations : public testing::Test
+class ZNTDatabaseOperations : public ZNTStoreFixture
 {
 protected:
     ZNTMacro storedMacro(std::u16string name, std::u16string text, std::int64_t group = 1)
@@ -31,9 +30,7 @@ protected:
         store.insertMacroSetWithMacroGroup(macro);
         return macro;
     }
-    ZNTTestPlatform machine;
-    ZNTStoredFiles files{machine.home};
-    ZNTDatabaseHelper store{machine.platform.places, machine.log};
+    ZNTDatabaseHelper store{places, machine.log};
 };
 
 TEST_F(ZNTDatabaseOperations, ATriggerComesBackAsItWasStored)

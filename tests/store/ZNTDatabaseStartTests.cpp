@@ -4,7 +4,6 @@
 #include "ZNTDatabaseLocation.h"
 #include "ZNTStoreWait.h"
 #include "ZNTStoredFiles.h"
-#include "ZNTTestPlatform.h"
 #include "ZNTUpdater.h"
 
 #include <filesystem>
@@ -18,7 +17,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-class ZNTDatabaseStart : public testing::Test
+class ZNTDatabaseStart : public ZNTStoreFixture
 {
 protected:
     /// Starts the store as a program does, and ends it.
@@ -38,9 +37,6 @@ protected:
         return files.value("select count(" + columns + ") from ZNTTrigger") == "0";
     }
 
-    ZNTTestPlatform machine;
-    ZNTFilePlaces places = machine.platform.places;
-    ZNTStoredFiles files{machine.home};
     std::size_t shownMuds = 0;
 };
 

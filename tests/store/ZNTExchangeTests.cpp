@@ -3,7 +3,6 @@
 #include "ZNTRecordsImport.h"
 #include "ZNTRecordsText.h"
 #include "ZNTStoredFiles.h"
-#include "ZNTTestPlatform.h"
 #include "ZNTText.h"
 
 #include <sys/stat.h>
@@ -16,7 +15,7 @@ namespace
 
 const std::string begin = "Zantor export 1\n";
 
-class ZNTExchangeTest : public testing::Test
+class ZNTExchangeTest : public ZNTStoreFixture
 {
 protected:
     using Overwrite = ZNTExchange::Overwrite;
@@ -26,18 +25,22 @@ protected:
         store.runSQL("delete from ZNTMudList");
         store.runSQL("insert into ZNTMudList (name, telnetURL, port) values ('a', 'a.example', 23)");
     }
-    std::string exported(Overwrite overwrite = Overwrite::ExportsOnly)
+    std::string exported(Overwrite overwrite = Overwrite::ExportsOnly, const std::string& behindPath = "")
     {
-        return znt::utf8FromText(exchange.exportTo(path, overwrite).words);
+        return znt::utf8FromText(exchange.exportTo(path + behindPath, overwrite).words);
     }
+    std::string importedFrom(const std::string& place)
+    {
+        const auto done = exchange.importFrom(place);
+        newTriggers = done.newTriggers.size();
+        return znt::utf8FromText(done.words);
+    }
+    std::size_t newTriggers = 0; ///< of the last import
     /// What an import of a file with this content answers.
-    std::size_t newTriggers = 0; ///< of the last answer
     std::string answerTo(const std::string& content)
     {
         machine.home.write("records.txt", content);
-        const auto done = exchange.importFrom(path);
-        newTriggers = done.newTriggers.size();
-        return znt::utf8FromText(done.words);
+        return importedFrom(path);
     }
     std::vector<std::string> everything() const
     {
@@ -48,9 +51,7 @@ protected:
             "port, defaultConnection, active, url from ZNTMudList");
     }
 
-    ZNTTestPlatform machine;
-    ZNTStoredFiles files{machine.home};
-    ZNTDatabaseHelper store{machine.platform.places, machine.log};
+    ZNTDatabaseHelper store{places, machine.log};
     ZNTExchange exchange{store};
     const std::string path = machine.home.path("records.txt");
 };
@@ -220,17 +221,14 @@ TEST_F(ZNTExchangeTest, WhatIsNoFileOrCannotBeReadIsRefusedAtOnce)
 {
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     EXPECT_THAT(exported(Overwrite::AnyFile), HasSubstr("is no ordinary file"));
-    EXPECT_THAT(znt::utf8FromText(exchange.importFrom(path).words), HasSubstr("could not be read"));
-    EXPECT_THAT(znt::utf8FromText(exchange.importFrom(path + "x").words), HasSubstr("No such file"));
-    EXPECT_THAT(znt::utf8FromText(exchange.importFrom(machine.home.path()).words),
-                HasSubstr("Is a directory"));
-    EXPECT_THAT(znt::utf8FromText(exchange.exportTo(path + "/x", Overwrite::AnyFile).words),
-                HasSubstr("could not be"));
+    EXPECT_THAT(importedFrom(path), HasSubstr("could not be read"));
+    EXPECT_THAT(importedFrom(path + "x"), HasSubstr("No such file"));
+    EXPECT_THAT(importedFrom(machine.home.path()), HasSubstr("Is a directory"));
+    EXPECT_THAT(exported(Overwrite::AnyFile, "/x"), HasSubstr("could not be"));
     // A part of the store that cannot be read is not taken for an empty one.
     store.runSQL("drop table ZNTMacro");
     store.runSQL("insert into ZNTMacroGroup (groupName) values ('g')");
-    EXPECT_THAT(znt::utf8FromText(exchange.exportTo(path + "x", Overwrite::AnyFile).words),
-                HasSubstr("nothing was exported"));
+    EXPECT_THAT(exported(Overwrite::AnyFile, "x"), HasSubstr("nothing was exported"));
     EXPECT_FALSE(machine.home.has("records.txtx"));
 }
 

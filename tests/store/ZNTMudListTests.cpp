@@ -4,7 +4,6 @@
 #include "ZNTMudListController.h"
 #include "ZNTPlainElements.h"
 #include "ZNTStoredFiles.h"
-#include "ZNTTestPlatform.h"
 
 namespace
 {
@@ -12,7 +11,7 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ZNTMudListTest : public testing::Test
+class ZNTMudListTest : public ZNTStoreFixture
 {
 protected:
     ZNTMudListTest()
@@ -36,9 +35,7 @@ protected:
         return files.rows("select telnetURL from ZNTMudList where defaultConnection");
     }
 
-    ZNTTestPlatform machine;
-    ZNTStoredFiles files{machine.home};
-    ZNTDatabaseHelper store{machine.platform.places, machine.log};
+    ZNTDatabaseHelper store{places, machine.log};
     ZNTPlainTableView table;
     std::unique_ptr<ZNTMudListArrayController> list;
 };
@@ -142,9 +139,14 @@ TEST_F(ZNTMudListTest, UnderAFilterEveryOperationMeansTheGameThatIsSeen)
     EXPECT_EQ(filtered.shownRow(1), 1) << "an edited game stays where it is";
     filtered.setFilter(u"example");
     EXPECT_EQ(filtered.shownRow(0), -1);
-    table.selected = 1;
-    controller.connectToMud();
-    EXPECT_EQ(host.content, u"b.example");
+    controller.showWindow();
+    for (const long row : {-1L, 1L}) {
+        table.selected = row;
+        EXPECT_TRUE(sheet.isShown) << "nothing was picked";
+        controller.connectToMud();
+    }
+    EXPECT_EQ(name.content + u" " + host.content + u" " + port.content, u"b b.example 23");
+    EXPECT_FALSE(sheet.isShown);
     table.selected = 0;
     list->deleteSelectedRow();
     EXPECT_THAT(shownHosts(), ElementsAre(u"gone", u"b.example"));
@@ -158,21 +160,6 @@ TEST_F(ZNTMudListTest, UnderAFilterEveryOperationMeansTheGameThatIsSeen)
     EXPECT_EQ(filtered.shownRow(2), -1);
     filtered.setFilter(u"");
     EXPECT_EQ(filtered.listRow(2), 2);
-}
-
-TEST_F(ZNTMudListTest, PickingAGameFillsTheMainWindowAndClosesTheSheet)
-{
-    ZNTPlainPanel sheet;
-    ZNTPlainTextField host, port, name;
-    ZNTMudListController controller(*list, {table, sheet, host, port, name});
-    controller.showWindow();
-    for (const long row : {-1L, 2L}) {
-        table.selected = row;
-        EXPECT_TRUE(sheet.isShown) << "nothing was picked";
-        controller.connectToMud();
-    }
-    EXPECT_EQ(name.content + u" " + host.content + u" " + port.content, u"b b.example 23");
-    EXPECT_FALSE(sheet.isShown);
 }
 
 } // namespace

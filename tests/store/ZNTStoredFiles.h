@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ZNTTemporaryFolder.h"
+#include "ZNTTestPlatform.h"
 
 #include <sqlite3.h>
 
@@ -62,4 +62,11 @@ public:
 
 private:
     const ZNTTemporaryFolder& home;
+};
+
+/// A player's machine, with the files of the store.
+struct ZNTStoreFixture : testing::Test {
+    ZNTTestPlatform machine;
+    const ZNTFilePlaces& places = machine.platform.places;
+    const ZNTStoredFiles files{machine.home};
 };
