@@ -1,6 +1,5 @@
 #include "AsyncSocketPackets.h"
 #include "FuzzInput.h"
-#include "FuzzRequire.h"
 
 #include <algorithm>
 #include <memory>

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 /// Takes a fuzzer's bytes apart: choices from the front, the rest as data. Answers 0 at the end.
@@ -39,3 +41,12 @@ public:
 private:
     std::string_view bytes;
 };
+
+/// Ends the process if a promise does not hold. The fuzzer then keeps the input, and a replay names it.
+inline void require(bool holds, const char* promise)
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "Broken promise: %s\n", promise);
+    std::abort();
+}

@@ -1,5 +1,4 @@
 #include "FuzzInput.h"
-#include "FuzzRequire.h"
 #include "ZNTBlockDecoder.h"
 #include "ZNTColourParser.h"
 #include "ZNTNotedOutput.h"

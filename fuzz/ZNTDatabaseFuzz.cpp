@@ -50,28 +50,27 @@ void useEverything(ZNTDatabaseHelper& store)
 
 /// A home with a database that a player has used.
 struct Home {
-    ZNTTemporaryFolder home;
-    ZNTFilePlaces places{home.path(), ZNTFilePlaces::forThisProcess().resources, home.path("cache")};
-    ZNTRecordedLog log;
+    ZNTTestPlatform machine;
+    const ZNTTemporaryFolder& folder = machine.home;
     std::string used;
 
     Home()
     {
         {
-            ZNTDatabaseHelper store(places, log);
+            ZNTDatabaseHelper store(machine.platform.places, machine.log);
             ZNTMacro macro{.oid = 0, .groupOid = 1, .name = u"kept", .dataToExecute = u"say hello %1"};
             store.insertMacroSetWithMacroGroup(macro);
             ZNTTrigger trigger;
             store.insertTrigger(trigger);
         }
-        used = home.read(file);
+        used = folder.read(file);
     }
 
     /// Past the code under test. Statements that end neither soon nor well are given up.
     void run(const std::string& sql) const
     {
         sqlite3* opened = nullptr;
-        sqlite3_open_v2(home.path(file).c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+        sqlite3_open_v2(folder.path(file).c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
         const std::unique_ptr<sqlite3, int (*)(sqlite3*)> connection(opened, &sqlite3_close);
         std::size_t left = mostThousandSteps;
         sqlite3_progress_handler(
@@ -124,15 +123,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FuzzInput input(data, size);
     const auto kind = input.byte();
     for (const auto* suffix : {"", "-journal", "-wal", "-shm"})
-        fs::remove(home.home.path(file) + suffix);
+        fs::remove(home.folder.path(file) + suffix);
     if (kind == 'R')
-        home.home.write(file, input.rest());
+        home.folder.write(file, input.rest());
     else
-        home.home.write(file, kind == 'S' ? home.used : damaged(home.used, input));
+        home.folder.write(file, kind == 'S' ? home.used : damaged(home.used, input));
     if (kind == 'S')
         home.run(std::string(input.rest()));
-    home.log.lines.clear();
-    ZNTDatabaseHelper store(home.places, home.log);
+    home.machine.log.lines.clear();
+    ZNTDatabaseHelper store(home.machine.platform.places, home.machine.log);
     useEverything(store);
     return 0;
 }

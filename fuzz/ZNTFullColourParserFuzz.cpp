@@ -1,5 +1,4 @@
 #include "FuzzInput.h"
-#include "FuzzRequire.h"
 #include "ZNTFullColourParser.h"
 
 /// A game's text, one unit a byte.

@@ -1,5 +1,4 @@
 #include "FuzzInput.h"
-#include "FuzzRequire.h"
 #include "ZNTDecodeFirstReceiver.h"
 #include "ZNTHeldBackText.h"
 #include "ZNTParserUtility.h"

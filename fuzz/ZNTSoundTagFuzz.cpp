@@ -1,5 +1,4 @@
 #include "FuzzInput.h"
-#include "FuzzRequire.h"
 #include "ZNTMSPProcessor.h"
 #include "ZNTRecordedSounds.h"
 #include "ZNTSoundTagScanner.h"

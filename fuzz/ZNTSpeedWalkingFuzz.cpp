@@ -1,5 +1,4 @@
 #include "FuzzInput.h"
-#include "FuzzRequire.h"
 #include "ZNTRecordedLines.h"
 #include "ZNTText.h"
 

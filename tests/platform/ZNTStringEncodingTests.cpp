@@ -15,20 +15,8 @@ struct Sample {
 };
 
 /// "North gate" with colours, in the bytes that the games send.
-std::vector<Sample> samples()
-{
-    return {{EucCn, "\x1b[1m\xB1\xB1\xC3\xC5\x1b[m\r\n", u"\x1b[1m北门\x1b[m\r\n"},
-            {Big5Hkscs, "\x1b[1m\xA5\x5F\xAA\xF9\x1b[m\r\n", u"\x1b[1m北門\x1b[m\r\n"}};
-}
-
-/// Where each character of the sample's bytes begins, and where the last one ends.
-std::set<std::size_t> seamsOf(const Sample& sample)
-{
-    std::set<std::size_t> seams;
-    for (std::size_t units = 0; units <= sample.text.size(); ++units)
-        seams.insert(encodedText(sample.text.substr(0, units), sample.encoding).size());
-    return seams;
-}
+const Sample samples[] = {{EucCn, "\x1b[1m\xB1\xB1\xC3\xC5\x1b[m\r\n", u"\x1b[1m北门\x1b[m\r\n"},
+                          {Big5Hkscs, "\x1b[1m\xA5\x5F\xAA\xF9\x1b[m\r\n", u"\x1b[1m北門\x1b[m\r\n"}};
 
 } // namespace
 
@@ -56,9 +44,11 @@ TEST(StringEncoding, EverySampleIsReadAndWrittenAndACharacterCutOffFails)
 {
     EXPECT_EQ(decodedText("\x87\x45\x87\x45", Big5Hkscs), u"\U00027267\U00027267") << "of two units";
     EXPECT_EQ(encodedText(u"\U00027267\U00027267", Big5Hkscs), "\x87\x45\x87\x45");
-    for (const auto& sample : samples()) {
+    for (const auto& sample : samples) {
         EXPECT_EQ(encodedText(sample.text, sample.encoding), sample.bytes);
-        const auto seams = seamsOf(sample);
+        std::set<std::size_t> seams; // where its characters begin, and where the last one ends
+        for (std::size_t units = 0; units <= sample.text.size(); ++units)
+            seams.insert(encodedText(sample.text.substr(0, units), sample.encoding).size());
         for (std::size_t cut = 0; cut <= sample.bytes.size(); ++cut) {
             SCOPED_TRACE(cut);
             const auto head = decodedText(std::string_view(sample.bytes).substr(0, cut), sample.encoding);
@@ -83,7 +73,7 @@ TEST(StringEncoding, SignsOfChineseTextHaveTheNamesThatAreTypedAndDrawn)
 
 TEST(StringEncoding, TelnetCommandsPassThroughChineseText)
 {
-    for (const auto& [encoding, bytes, text] : samples()) {
+    for (const auto& [encoding, bytes, text] : samples) {
         // Without the FF, FB 56 would be a Big5-HKSCS character. Behind the go-ahead come a literal FF and a
         // subnegotiation.
         const auto decoded = decodedText("\xFF\xFB\x56" + bytes + "\xFF\xF9" + bytes +

@@ -49,17 +49,14 @@ struct SoundDownloads : testing::Test {
     /// Nothing can be fetched if the proxy of the environment is asked.
     SoundDownloads() { setenv("http_proxy", "http://127.0.0.1:1", /*replace=*/1); }
 
-    struct Outcome {
-        bool hasCome = false;
-        ZNTSoundDownloads::Content content;
-    };
+    using Outcome = std::optional<ZNTSoundDownloads::Content>; ///< none until it has come
     std::shared_ptr<Outcome> start(ZNTSoundDownloads& downloads, const std::string& url,
                                    const std::string& gameAddress)
     {
         auto outcome = std::make_shared<Outcome>();
         downloads.fetch(++lastNumber, url, gameAddress, [outcome](const ZNTSoundDownloads::Content& content) {
-            EXPECT_FALSE(outcome->hasCome);
-            *outcome = {true, content};
+            EXPECT_FALSE(outcome->has_value());
+            *outcome = content;
         });
         return outcome;
     }
@@ -68,8 +65,9 @@ struct SoundDownloads : testing::Test {
                       const std::string& gameAddress = ownHost)
     {
         const auto outcome = start(downloads, url, gameAddress);
-        EXPECT_TRUE(loop.runUntil([&] { return outcome->hasCome; }));
-        return outcome->content ? *outcome->content : "";
+        EXPECT_TRUE(loop.runUntil([&] { return outcome->has_value(); }));
+        const auto content = outcome->value_or(nullptr);
+        return content ? *content : "";
     }
 };
 
@@ -149,14 +147,14 @@ TEST_F(SoundDownloads, FourRunAtOnceSomeWaitForThemAndAFloodFails)
     for (auto& outcome : outcomes)
         outcome = start(downloads, server.url("/slow"), ownHost);
     const auto count = [&](auto isMeant) { return std::count_if(outcomes.begin(), outcomes.end(), isMeant); };
-    const auto hasCome = [](const auto& outcome) { return outcome->hasCome; };
+    const auto hasCome = [](const auto& outcome) { return outcome->has_value(); };
     ASSERT_TRUE(loop.runUntil([&] { return server.requests == 4 && count(hasCome) == 491; }));
     downloads.cancel(1);
     ASSERT_TRUE(loop.runUntil([&] { return server.requests == 5; }));
     server.release();
     ASSERT_TRUE(loop.runUntil([&] { return count(hasCome) == 499; }));
-    EXPECT_EQ(count([](const auto& outcome) { return outcome->content != nullptr; }), 8);
-    EXPECT_FALSE(outcomes.front()->hasCome);
+    EXPECT_EQ(count([](const auto& outcome) { return outcome->value_or(nullptr) != nullptr; }), 8);
+    EXPECT_FALSE(outcomes.front()->has_value());
 }
 
 TEST_F(SoundDownloads, TheEndDoesNotWaitForAServer)

@@ -16,11 +16,6 @@ struct SpeechSynth : testing::Test {
     ZNTSpeechSynth synth{loop, engine, reader};
 
     std::vector<std::string> saidSince() { return std::exchange(engine.said, {}); }
-    void speak(std::initializer_list<const char16_t*> lines)
-    {
-        for (const auto* line : lines)
-            synth.speakLine(line);
-    }
     /// One line every half second.
     void speakWithoutPacing()
     {
@@ -37,7 +32,9 @@ struct SpeechSynth : testing::Test {
 TEST_F(SpeechSynth, ALineIsSpokenAtTheNextPollAndTheNextOneAfterItsWordsWorth)
 {
     synth.speechOn();
-    speak({u"\r\n\r\n", u"***", u"\r\none two three four five six seven eight nine ten\r\n", u"second"});
+    for (const auto* line :
+         {u"\r\n\r\n", u"***", u"\r\none two three four five six seven eight nine ten\r\n", u"second"})
+        synth.speakLine(line);
     loop.advance(0.49);
     EXPECT_THAT(engine.said, IsEmpty());
     loop.advance(0.02);
@@ -52,7 +49,8 @@ TEST_F(SpeechSynth, AStopSilencesAtOnceAndForgetsEvenWhatWasOnItsWay)
 {
     engine.staysSpeaking = true;
     synth.speechOn();
-    speak({u"current", u"queued"});
+    synth.speakLine(u"current");
+    synth.speakLine(u"queued");
     loop.advance(0.5);
     const auto before = synth.stopCount();
     synth.stopIt();
@@ -71,7 +69,7 @@ TEST_F(SpeechSynth, UrgentTextsComeBeforeWhatWaitsInTheirOrderAndNeverCutOffALin
     synth.speechOn();
     synth.speakBeforeWaiting(u"at once");
     EXPECT_THAT(saidSince(), ElementsAre("at once"));
-    speak({u"waiting"});
+    synth.speakLine(u"waiting");
     synth.speakBeforeWaiting(u"first");
     synth.speakBeforeWaiting(u"second");
     loop.advance(60);

@@ -1,4 +1,3 @@
-#include "ZNTDatabaseHelper.h"
 #include "ZNTStoreMaker.h"
 #include "ZNTStoreWait.h"
 #include "ZNTStoredFiles.h"
@@ -87,15 +86,8 @@ protected:
     ZNTDatabaseFaults()
     {
         ZNTDatabaseHelper store(places, machine.log);
-        storeMacro(store, u"kept", u"north");
+        storedMacro(store, u"kept", u"north");
         machine.log.lines.clear();
-    }
-    static std::int64_t storeMacro(ZNTDatabaseHelper& store, const std::u16string& name,
-                                   const std::u16string& text)
-    {
-        ZNTMacro macro{.oid = 0, .groupOid = 1, .name = name, .dataToExecute = text};
-        store.insertMacroSetWithMacroGroup(macro);
-        return macro.oid;
     }
     std::vector<std::u16string> storedNames()
     {
@@ -125,7 +117,7 @@ TEST_F(ZNTDatabaseFaults, WaitsForALockedFileAndSaysSoAfterASecond)
 
     clock.seconds += 3600;
     clock.lockFor(0.9);
-    EXPECT_GT(storeMacro(store, u"mine", u"south"), 0);
+    EXPECT_GT(storedMacro(store, u"mine", u"south").oid, 0);
     EXPECT_EQ(store.getAllMacroNames().size(), 4u) << "a statement that is compiled already waits, too";
     EXPECT_EQ(machine.log.lines.size(), 2u) << "a short wait is not logged";
     EXPECT_EQ(timesOver, 1);
@@ -198,7 +190,7 @@ TEST_F(ZNTDatabaseFaults, AFullDiskKeepsWhatIsStored)
         expectInChild([&] {
             fillDisk(room);
             ZNTDatabaseHelper store(places, machine.log);
-            storeMacro(store, u"too large", std::u16string(100'000, u'x'));
+            storedMacro(store, u"too large", std::u16string(100'000, u'x'));
             return store.getMacroFromDatabaseByName(u"kept").has_value();
         });
         EXPECT_THAT(storedNames(), ElementsAre(u"kept"));
@@ -212,7 +204,7 @@ TEST_F(ZNTDatabaseFaults, ATriggerOfAnotherFileReachesItsTablesAloneAndAViewIsNo
                            "dataToExecute = (select file from pragma_database_list); end"),
                 IsEmpty());
     ZNTDatabaseHelper store(places, machine.log);
-    storeMacro(store, u"new", u"south");
+    storedMacro(store, u"new", u"south");
     EXPECT_EQ(store.getMacroFromDatabaseByName(u"kept")->dataToExecute, u"north");
     EXPECT_THAT(files.rows("alter table ZNTMacro rename to other"), IsEmpty());
     EXPECT_THAT(files.rows("create view ZNTMacro as select * from other"), IsEmpty());

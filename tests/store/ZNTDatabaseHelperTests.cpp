@@ -1,4 +1,3 @@
-#include "ZNTDatabaseHelper.h"
 #include "ZNTStoredFiles.h"
 #include "ZNTTriggerColumns.h"
 
@@ -23,13 +22,6 @@ void fill(std::u16string& field) { field.append(u"\0'王\"; \U0001F409\r\n", 10)
 class ZNTDatabaseOperations : public ZNTStoreFixture
 {
 protected:
-    ZNTMacro storedMacro(std::u16string name, std::u16string text, std::int64_t group = 1)
-    {
-        ZNTMacro macro{
-            .oid = 0, .groupOid = group, .name = std::move(name), .dataToExecute = std::move(text)};
-        store.insertMacroSetWithMacroGroup(macro);
-        return macro;
-    }
     ZNTDatabaseHelper store{places, machine.log};
 };
 
@@ -56,9 +48,9 @@ TEST_F(ZNTDatabaseOperations, ATriggerComesBackAsItWasStored)
 
 TEST_F(ZNTDatabaseOperations, OfMacrosWithOneNameTheLaterRowIsFound)
 {
-    storedMacro(u"go", u"north", 1);
-    auto later = storedMacro(u"go", u"south", 2);
-    storedMacro(u"Go", u"case matters", 1);
+    storedMacro(store, u"go", u"north", 1);
+    auto later = storedMacro(store, u"go", u"south", 2);
+    storedMacro(store, u"Go", u"case matters", 1);
     EXPECT_EQ(store.getMacroFromDatabaseByName(u"go")->dataToExecute, u"south");
 
     later.name = u"flee";
@@ -75,8 +67,8 @@ TEST_F(ZNTDatabaseOperations, DeletingAGroupTakesItsMacrosAndNoOthers)
     ZNTMacroGroup walk{.oid = 0, .groupName = u"walk", .macrosList = {}};
     store.insertMacroGroup(fight);
     store.insertMacroGroup(walk);
-    storedMacro(u"kick", u"kick", fight.oid);
-    storedMacro(u"home", u"recall", walk.oid);
+    storedMacro(store, u"kick", u"kick", fight.oid);
+    storedMacro(store, u"home", u"recall", walk.oid);
     store.deleteMacroByOid(fight.oid);
     EXPECT_EQ(store.getAllMacroGroupsFromDatabase()[0].groupName, u"walk");
     EXPECT_THAT(store.getAllMacroNames(), ElementsAre(u"home"));
@@ -99,14 +91,14 @@ TEST_F(ZNTDatabaseOperations, ASavedEntryIsThePlayersOwnAndVisible)
 
 TEST_F(ZNTDatabaseOperations, AFailedStatementIsSilentAndTheNextOneWorks)
 {
-    const auto before = storedMacro(u"before", u"x");
+    const auto before = storedMacro(store, u"before", u"x");
     EXPECT_TRUE(store.didLastChangeSucceed());
     store.runSQL("alter table ZNTMacro rename to away");
-    EXPECT_EQ(storedMacro(u"lost", u"x").oid, before.oid) << "the key of the insert before";
+    EXPECT_EQ(storedMacro(store, u"lost", u"x").oid, before.oid) << "the key of the insert before";
     EXPECT_FALSE(store.didLastChangeSucceed());
     EXPECT_THAT(store.getAllMacroNames(), IsEmpty());
     store.runSQL("alter table away rename to ZNTMacro");
-    auto after = storedMacro(u"after", u"x");
+    auto after = storedMacro(store, u"after", u"x");
     EXPECT_GT(after.oid, before.oid);
     EXPECT_TRUE(store.didLastChangeSucceed());
 

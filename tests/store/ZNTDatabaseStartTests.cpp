@@ -1,6 +1,5 @@
 #include "ZNTDatabase.h"
 #include "ZNTDatabaseAndPropertyUpdater.h"
-#include "ZNTDatabaseHelper.h"
 #include "ZNTDatabaseLocation.h"
 #include "ZNTStoreWait.h"
 #include "ZNTStoredFiles.h"
@@ -53,7 +52,7 @@ TEST_F(ZNTDatabaseStart, TheFirstRunBringsTheTemplateUpToDateAndLaterOnesHarmNot
         files.value("select count(*) from ZNTMudList where defaultConnection or not active or userCreated "
                     "or telnetURL = '' or url = '' or port < 1"),
         "0");
-    EXPECT_EQ(files.readProperties(), files.counter(3));
+    EXPECT_EQ(machine.home.read(files.properties), files.counter(3));
     const auto database = machine.home.read(files.database);
     start();
     EXPECT_EQ(machine.home.read(files.database), database);
@@ -64,9 +63,9 @@ TEST_F(ZNTDatabaseStart, TheFirstRunBringsTheTemplateUpToDateAndLaterOnesHarmNot
     EXPECT_THAT(files.rows("insert into ZNTTrigger (name, sound_file_to_play) values ('kept', 'a.wav')"),
                 IsEmpty());
     const std::string more = "</integer>\n\t<key>more</key>\n\t<integer>7</integer>";
-    files.writeProperties(files.propertiesWith("<integer>1" + more));
+    machine.home.write(files.properties, files.propertiesWith("<integer>1" + more));
     start();
-    EXPECT_EQ(files.readProperties(), files.propertiesWith("<integer>3" + more))
+    EXPECT_EQ(machine.home.read(files.properties), files.propertiesWith("<integer>3" + more))
         << "steps that fail advance it";
     EXPECT_EQ(files.value("select name, sound_file_to_play from ZNTTrigger"), "kept|a.wav");
 
@@ -102,7 +101,7 @@ TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRunAndLaterColumnsNeedNone)
         SCOPED_TRACE(properties);
         std::filesystem::remove_all(machine.home.path("Library"));
         putTemplateInPlace();
-        files.writeProperties(properties);
+        machine.home.write(files.properties, properties);
         start();
         EXPECT_FALSE(triggersHave("gag || sound_file_to_play"));
         EXPECT_EQ(files.hasTable("ZNTAlias"), addsAliases);
@@ -111,8 +110,8 @@ TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRunAndLaterColumnsNeedNone)
         EXPECT_TRUE(triggersHave("early"));
         startWith(1, "insert into nowhere values (2)");
         EXPECT_EQ(triggersHave("colour"), !isKnown) << "a step that fails leaves nothing of itself";
-        EXPECT_EQ(files.readProperties(), properties);
-        files.writeProperties(files.counter(1)); // a lost number is known again
+        EXPECT_EQ(machine.home.read(files.properties), properties);
+        machine.home.write(files.properties, files.counter(1)); // a lost number is known again
         for (int starts = 0; starts < 2; ++starts)
             startWith(1, "insert into later select 3 + count(colour) from ZNTTrigger");
         EXPECT_THAT(files.rows("select at from later"), ElementsAre("1", "3")) << "each step runs once";
@@ -129,7 +128,7 @@ TEST_F(ZNTDatabaseStart, ADatabaseThatCannotBeOpenedIsReportedOnceAndNothingIsSt
     EXPECT_EQ(macro.oid, 0);
     EXPECT_THAT(helper.getAllMacroNames(), IsEmpty());
     EXPECT_THAT(machine.log.lines, ElementsAre("Could not open db.")) << "once, not for each operation";
-    EXPECT_EQ(files.readProperties(), files.counter(1)) << "no step ran";
+    EXPECT_EQ(machine.home.read(files.properties), files.counter(1)) << "no step ran";
 }
 
 TEST_F(ZNTDatabaseStart, TheSampleSoundIsCopiedOnceAndNeverOverThePlayersOwn)

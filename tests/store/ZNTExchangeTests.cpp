@@ -1,6 +1,4 @@
-#include "ZNTDatabaseHelper.h"
 #include "ZNTExchange.h"
-#include "ZNTRecordsImport.h"
 #include "ZNTRecordsText.h"
 #include "ZNTStoredFiles.h"
 #include "ZNTText.h"

@@ -1,4 +1,3 @@
-#include "ZNTDatabaseHelper.h"
 #include "ZNTFilteredGames.h"
 #include "ZNTMudListArrayController.h"
 #include "ZNTMudListController.h"
@@ -30,10 +29,6 @@ protected:
             hosts.push_back(list->objectAtIndex(row)->telnetURL);
         return hosts;
     }
-    std::vector<std::string> storedDefaults()
-    {
-        return files.rows("select telnetURL from ZNTMudList where defaultConnection");
-    }
 
     ZNTDatabaseHelper store{places, machine.log};
     ZNTPlainTableView table;
@@ -64,6 +59,9 @@ TEST_F(ZNTMudListTest, AnEditedCellIsStoredAtOnce)
 
 TEST_F(ZNTMudListTest, AtMostOneEntryIsTheDefault)
 {
+    const auto storedDefaults = [&] {
+        return files.rows("select telnetURL from ZNTMudList where defaultConnection");
+    };
     list->tableViewSetObjectValue(true, "defaultConnection", 2);
     EXPECT_THAT(storedDefaults(), ElementsAre("b.example"));
     list->tableViewSetObjectValue(u"1", "defaultConnection", 1);

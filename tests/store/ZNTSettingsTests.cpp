@@ -137,8 +137,6 @@ TEST_F(ZNTSettingsTest, AChoiceThatWasOnOrOffIsStillReadAsWhatItMeant)
         EXPECT_EQ(value(started(), "finish-texts"), now);
     }
     EXPECT_EQ(value(started({{"finish-texts", "on"}}), "finish-texts"), "every");
-    EXPECT_EQ(znt::complaintAboutAssignment("finish-texts="),
-              "The setting finish-texts is none, first or every, not \"\".");
 }
 
 TEST_F(ZNTSettingsTest, ADamagedFileIsPutAsideAndThePlayersWishStays)
@@ -165,6 +163,9 @@ TEST_F(ZNTSettingsTest, WhatIsWrongWithANameOrAValueIsSaidInASentence)
         {"rate=601", "The setting rate is a number from 10 to 600, not \"601\"."},
         {"rate=20x", "The setting rate is a number from 10 to 600, not \"20x\"."},
         {"rate=600", ""},
+        {"finish-texts=", "The setting finish-texts is none, first or every, not \"\"."},
+        {"listening=", "The setting listening is on or off, not \"\"."},
+        {"silence-key=on", "The setting silence-key is none, any, return or control, not \"on\"."},
         {"quiet-lines=\xff",
          "The setting quiet-lines is up to 1000 texts with \";\" between them, each of up to "
          "1000 bytes, not \"\xff\"."},
@@ -229,9 +230,6 @@ TEST_F(ZNTSettingsTest, SetUpForListeningIsOneChoiceForAllGamesThatCanBeTakenBac
     ZNTSettingValues ofCommandLine;
     EXPECT_TRUE(znt::addAssignment(ofCommandLine, "listening=on"));
     EXPECT_TRUE(znt::isSetUpForListening(started(ofCommandLine).settings()));
-    EXPECT_EQ(znt::complaintAboutAssignment("listening="), "The setting listening is on or off, not \"\".");
-    EXPECT_EQ(znt::complaintAboutAssignment("silence-key=on"),
-              "The setting silence-key is none, any, return or control, not \"on\".");
 }
 
 /// A dictionary of a property list, with texts as values.

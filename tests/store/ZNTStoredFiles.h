@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZNTDatabaseHelper.h"
 #include "ZNTTestPlatform.h"
 
 #include <sqlite3.h>
@@ -43,8 +44,6 @@ public:
                "1";
     }
 
-    void writeProperties(const std::string& content) const { home.write(properties, content); }
-    [[nodiscard]] std::string readProperties() const { return home.read(properties); }
     [[nodiscard]] static std::string propertiesWith(const std::string& update_db)
     {
         return R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -69,4 +68,14 @@ struct ZNTStoreFixture : testing::Test {
     ZNTTestPlatform machine;
     const ZNTFilePlaces& places = machine.platform.places;
     const ZNTStoredFiles files{machine.home};
+
+    /// Its key is 0 if it could not be stored.
+    static ZNTMacro storedMacro(ZNTDatabaseHelper& store, std::u16string name, std::u16string text,
+                                std::int64_t group = 1)
+    {
+        ZNTMacro macro{
+            .oid = 0, .groupOid = group, .name = std::move(name), .dataToExecute = std::move(text)};
+        store.insertMacroSetWithMacroGroup(macro);
+        return macro;
+    }
 };

@@ -10,8 +10,8 @@
 /// The session as walks see it. `onLine` may answer a line, as the command line does.
 struct ZNTRecordedLines final : ZNTLineSender {
     std::vector<std::u16string> lines;
-    bool isAnyMeantLiterally =
-        false; ///< a step passes through the command line like a typed line, so none is
+    /// None is: a step passes through the command line like a typed line.
+    bool isAnyMeantLiterally = false;
     bool isRoom = true;
     std::function<void(std::u16string_view)> onLine = [](auto) {};
 

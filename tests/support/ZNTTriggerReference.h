@@ -8,9 +8,6 @@
 #include "ZNTTriggerList.h"
 
 #include <optional>
-#include <string>
-#include <string_view>
-#include <vector>
 
 /// What triggers answer if ICU alone does all the work: each expression is built, compiled and run anew, and
 /// ICU puts the commands together. A template that is ill-formed ends its trigger; the matches before it
