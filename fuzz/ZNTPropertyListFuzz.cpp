@@ -11,12 +11,6 @@ namespace
 constexpr const char* folder = "Library/Zantor/database";
 constexpr const char* file = "Library/Zantor/database/database_properties.plist";
 
-std::string listWith(std::string_view number)
-{
-    return "<plist version=\"1.0\"><dict><key>update_db</key><integer>" + std::string(number) +
-           "</integer></dict></plist>\n";
-}
-
 } // namespace
 
 /// The property list as a player's home may hold it. An input that is a number stands in a list that is
@@ -28,7 +22,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ZNTRecordedLog log;
     const auto bytes = FuzzInput(data, size).rest();
     const bool isNumber = bytes.size() < 10 && bytes.find_first_not_of("0123456789") == bytes.npos;
-    const auto content = isNumber ? listWith(bytes) : std::string(bytes);
+    auto content = std::string(bytes);
+    if (isNumber)
+        content = "<plist version=\"1.0\"><dict><key>update_db</key><integer>" + content +
+                  "</integer></dict></plist>\n";
     home.write(file, content);
 
     ZNTDatabaseAndPropertyUpdater updater(places, log);

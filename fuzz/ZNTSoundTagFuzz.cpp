@@ -21,10 +21,6 @@ constexpr std::size_t longestText = 300; ///< UTF-16 units: ICU takes the cube o
 
 /// Looks at each file that was opened for a sound, and at each volume.
 struct CheckedSounds final : ZNTRecordedSounds {
-    explicit CheckedSounds(const std::string& folder) : folder(fs::canonical(folder).string() + "/")
-    {
-        urlsTakeTime = true;
-    }
     std::shared_ptr<ZNTSoundObject> soundFromFile(ZNTSoundFile file) override
     {
         struct stat status {
@@ -54,22 +50,21 @@ struct Home {
     ZNTFilePlaces places{folder.path(), "", folder.path("cache")};
     CheckedSounds sounds;
 
-    Home() : sounds(prepare(places.soundFolder(), folder)) {}
-
-private:
-    static std::string prepare(const std::string& sounds, const ZNTTemporaryFolder& folder)
+    Home()
     {
         for (const auto* name : {"weather/rain.wav", "battle/hit", "dying_groan.wav", "a/b.wav)",
                                  "weather/Donner \xC3\x9C.wav", "weather/re\xCC\x81gen.WAV"})
             folder.write(std::string("Music/Zantor/sounds/").append(name), "sound");
         folder.write("secret.wav", "not for games");
         folder.write("Music/Zantor/sounds2/secret.wav", "a folder whose name begins like ours");
-        fs::create_symlink(folder.path("secret.wav"), sounds + "weather/link.wav");
-        fs::create_symlink("../../..", sounds + "out");
-        fs::create_symlink("loop", sounds + "loop");
-        fs::create_symlink("weather/rain.wav", sounds + "inside.wav");
-        mkfifo((sounds + "pipe.wav").c_str(), S_IRWXU);
-        return sounds;
+        const auto place = places.soundFolder();
+        fs::create_symlink(folder.path("secret.wav"), place + "weather/link.wav");
+        fs::create_symlink("../../..", place + "out");
+        fs::create_symlink("loop", place + "loop");
+        fs::create_symlink("weather/rain.wav", place + "inside.wav");
+        mkfifo((place + "pipe.wav").c_str(), S_IRWXU);
+        sounds.folder = fs::canonical(place).string() + "/";
+        sounds.urlsTakeTime = true;
     }
 };
 

@@ -1,7 +1,6 @@
 #include "ZNTProgramArguments.h"
 
 using testing::HasSubstr;
-using testing::Not;
 
 namespace
 {
@@ -120,7 +119,8 @@ complete -c zant-er -l bell -x -a 'off loud' -d 'the player\'s bell: sounds are 
 complete -c zant-er -l set -x -a 'rate= volume=' -d 'change \\ a setting'
 )"}};
     for (const auto& [question, entries] : pages)
-        EXPECT_THAT(parse({question}).output, testing::AllOf(HasSubstr(entries), Not(HasSubstr("HOST"))));
+        EXPECT_THAT(parse({question}).output,
+                    testing::AllOf(HasSubstr(entries), testing::Not(HasSubstr("HOST"))));
     EXPECT_THAT(parse({"--describe=bash"}).output, HasSubstr("complete -F _zant_er zant-er\n"));
 }
 

@@ -58,8 +58,7 @@ public:
     /// Frames of that value on the left, all together.
     [[nodiscard]] std::size_t framesOf(int value) const
     {
-        const auto found = frames.find(value);
-        return found == frames.end() ? 0 : found->second;
+        return frames.contains(value) ? frames.at(value) : 0;
     }
     [[nodiscard]] std::size_t loudFrames() const
     {

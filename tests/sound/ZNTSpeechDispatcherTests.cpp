@@ -9,7 +9,6 @@
 #include <optional>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using namespace std::chrono_literals;
 
 namespace
@@ -139,7 +138,7 @@ TEST_F(SpeechService, AStopReachesEvenATextThatIsJustOnItsWay)
         const auto said = service.said();
         return !said.empty() && said.back().text == "last";
     })) << "a text of an earlier round is still being said";
-    EXPECT_THAT(service.finishedTexts(), IsEmpty());
+    EXPECT_THAT(service.finishedTexts(), testing::IsEmpty());
 }
 
 TEST_F(SpeechService, AServiceThatIsKilledAndComesBackSaysWhatItOwes)

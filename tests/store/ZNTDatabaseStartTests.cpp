@@ -10,11 +10,8 @@
 namespace
 {
 
-using testing::Contains;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::StartsWith;
 
 class ZNTDatabaseStart : public ZNTStoreFixture
 {
@@ -24,11 +21,6 @@ protected:
     {
         ZNTDatabaseHelper helper(places, machine.log);
         shownMuds = helper.getAllMudsFromMudList().size();
-    }
-    void putTemplateInPlace()
-    {
-        std::filesystem::create_directories(machine.home.path(files.folder));
-        std::filesystem::copy_file(places.resource("zantorDB.db"), machine.home.path(files.database));
     }
     /// `columns` are one SQL expression of the columns of triggers, of which there are none.
     bool triggersHave(const std::string& columns) const
@@ -100,8 +92,8 @@ TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRunAndLaterColumnsNeedNone)
     for (const auto& [properties, isKnown, addsAliases] : rows) {
         SCOPED_TRACE(properties);
         std::filesystem::remove_all(machine.home.path("Library"));
-        putTemplateInPlace();
         machine.home.write(files.properties, properties);
+        std::filesystem::copy_file(places.resource("zantorDB.db"), machine.home.path(files.database));
         start();
         EXPECT_FALSE(triggersHave("gag || sound_file_to_play"));
         EXPECT_EQ(files.hasTable("ZNTAlias"), addsAliases);
@@ -116,7 +108,8 @@ TEST_F(ZNTDatabaseStart, TheCounterDecidesWhichStepsRunAndLaterColumnsNeedNone)
             startWith(1, "insert into later select 3 + count(colour) from ZNTTrigger");
         EXPECT_THAT(files.rows("select at from later"), ElementsAre("1", "3")) << "each step runs once";
     }
-    EXPECT_THAT(machine.log.lines, Contains(HasSubstr("up to date")).Times(2)) << "of the two that failed";
+    EXPECT_THAT(machine.log.lines, testing::Contains(testing::HasSubstr("up to date")).Times(2))
+        << "of the two that failed";
 }
 
 TEST_F(ZNTDatabaseStart, ADatabaseThatCannotBeOpenedIsReportedOnceAndNothingIsStored)
@@ -136,7 +129,7 @@ TEST_F(ZNTDatabaseStart, TheSampleSoundIsCopiedOnceAndNeverOverThePlayersOwn)
     constexpr const char* sample = "Music/Zantor/sounds/dying_groan.wav";
     ZNTUpdater updater(places, machine.log);
     updater.createSoundFolder();
-    EXPECT_THAT(machine.home.read(sample), StartsWith("RIFF"));
+    EXPECT_THAT(machine.home.read(sample), testing::StartsWith("RIFF"));
     machine.home.write(sample, "the player's own");
     updater.createSoundFolder();
     EXPECT_EQ(machine.home.read(sample), "the player's own");

@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 
 using testing::HasSubstr;
-using testing::StartsWith;
 
 namespace
 {
@@ -124,7 +123,7 @@ TEST_F(ZNTExchangeTest, AWrongFileChangesNothingAndNamesTheLine)
          "Line 9: This is a second default game; the first one starts at line 4."}};
     const auto before = everything();
     for (const auto& [content, complaint] : rows) {
-        EXPECT_THAT(answerTo(content), StartsWith(std::string("Nothing has changed. ") + complaint));
+        EXPECT_THAT(answerTo(content), testing::StartsWith(std::string("Nothing has changed. ") + complaint));
         EXPECT_EQ(everything(), before) << content;
     }
     std::string tooMany = begin;

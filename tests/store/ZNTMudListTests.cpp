@@ -8,7 +8,6 @@ namespace
 {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class ZNTMudListTest : public ZNTStoreFixture
 {
@@ -68,7 +67,7 @@ TEST_F(ZNTMudListTest, AtMostOneEntryIsTheDefault)
     EXPECT_THAT(storedDefaults(), ElementsAre("other.example"));
     EXPECT_FALSE(list->objectAtIndex(2)->defaultConnection);
     list->tableViewSetObjectValue(false, "defaultConnection", 1);
-    EXPECT_THAT(storedDefaults(), IsEmpty());
+    EXPECT_THAT(storedDefaults(), testing::IsEmpty());
 }
 
 TEST_F(ZNTMudListTest, HiddenEntriesComeBackTogetherWithAllTheirFields)

@@ -8,12 +8,6 @@
 #include <thread>
 #include <utility>
 
-namespace
-{
-constexpr double smallestInterval = 0.001, never = std::numeric_limits<double>::infinity();
-constexpr int turnsWhenStuck = 100'000; // at one moment
-} // namespace
-
 struct VirtualRunLoop::State {
     struct ScheduledTimer {
         double due;
@@ -68,6 +62,7 @@ VirtualRunLoop::~VirtualRunLoop()
 
 void VirtualRunLoop::advance(double seconds, int mostTurns)
 {
+    constexpr int turnsWhenStuck = 100'000; // at one moment
     const double until = time + seconds;
     do {
         runPosted();
@@ -126,6 +121,7 @@ void VirtualRunLoop::post(Task task)
 std::unique_ptr<RunLoopTimer> VirtualRunLoop::startTimer(double seconds, RunLoopRepeat repeat, Task task)
 {
     const auto key = ++state->lastKey;
+    constexpr double smallestInterval = 0.001, never = std::numeric_limits<double>::infinity();
     const bool repeats = repeat == RunLoopRepeat::Forever;
     const double wait = std::isfinite(seconds) ? std::max(seconds, repeats ? smallestInterval : 0) : never;
     state->timers.emplace(key, State::ScheduledTimer{time + wait, repeats ? wait : never, std::move(task)});

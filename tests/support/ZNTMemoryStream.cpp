@@ -5,11 +5,6 @@
 #include <cerrno>
 #include <utility>
 
-namespace
-{
-constexpr std::size_t mostInOneBlock = 256 * 1024;
-} // namespace
-
 /// The client's end. It keeps the socket's order of events; a test holds both to the same contract.
 class ZNTMemoryStream final : public ZNTStream
 {
@@ -241,6 +236,7 @@ ZNTStreamFactory ZNTMemoryGame::streams()
 
 void ZNTMemoryGame::send(std::string bytes)
 {
+    constexpr std::size_t mostInOneBlock = 256 * 1024;
     for (std::size_t at = 0; at < bytes.size(); at += mostInOneBlock)
         blocks.push_back(bytes.substr(at, mostInOneBlock));
     tellClient();
