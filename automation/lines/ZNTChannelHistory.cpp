@@ -18,14 +18,9 @@ bool canBeInName(char16_t unit)
            (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
 }
 
-char16_t lowered(char16_t unit)
-{
-    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
-}
-
 bool areSameNames(std::u16string_view one, std::u16string_view other)
 {
-    return std::ranges::equal(one, other, {}, lowered, lowered);
+    return std::ranges::equal(one, other, {}, znt::asciiLowered<char16_t>, znt::asciiLowered<char16_t>);
 }
 
 /// "NAME: PATTERN" in its two parts.

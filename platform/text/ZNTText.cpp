@@ -36,16 +36,6 @@ Number leadingInteger(std::u16string_view text)
 
 bool isBlank(char16_t unit) { return unit == u'\t' || u_charType(unit) == U_SPACE_SEPARATOR; }
 
-template <typename Predicate>
-std::u16string_view trimmed(std::u16string_view text, Predicate isDropped)
-{
-    while (!text.empty() && isDropped(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isDropped(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 } // namespace
 
 namespace znt
@@ -123,18 +113,18 @@ float floatValue(std::u16string_view text)
 
 std::u16string decimalText(std::int64_t number) { return textFromUtf8(std::to_string(number)); }
 
-std::u16string_view trimmedOfBlanks(std::u16string_view text) { return trimmed(text, isBlank); }
+std::u16string_view trimmedOfBlanks(std::u16string_view text) { return trimmedOf(text, isBlank); }
 
 std::u16string_view trimmedOfSpacesAndTabs(std::u16string_view text)
 {
-    return trimmed(text, [](char16_t unit) { return unit == u' ' || unit == u'\t'; });
+    return trimmedOf(text, [](char16_t unit) { return unit == u' ' || unit == u'\t'; });
 }
 
-std::u16string_view trimmedOfNewlines(std::u16string_view text) { return trimmed(text, isLineTerminator); }
+std::u16string_view trimmedOfNewlines(std::u16string_view text) { return trimmedOf(text, isLineTerminator); }
 
 std::u16string_view trimmedOfWhitespace(std::u16string_view text)
 {
-    return trimmed(text, [](char16_t unit) { return isBlank(unit) || isLineTerminator(unit); });
+    return trimmedOf(text, [](char16_t unit) { return isBlank(unit) || isLineTerminator(unit); });
 }
 
 std::u16string joinedSentences(std::initializer_list<std::u16string_view> sentences)

@@ -23,6 +23,23 @@ float floatValue(std::u16string_view text);
 
 std::u16string decimalText(std::int64_t number);
 
+/// An ASCII capital as its small letter; every other unit as it is.
+template <typename Unit>
+constexpr Unit asciiLowered(Unit unit)
+{
+    return unit >= Unit{'A'} && unit <= Unit{'Z'} ? static_cast<Unit>(unit + ('a' - 'A')) : unit;
+}
+
+/// Without the units at both ends for which `isDropped` is true.
+template <typename Unit, typename Predicate>
+constexpr std::basic_string_view<Unit> trimmedOf(std::basic_string_view<Unit> text, Predicate isDropped)
+{
+    while (!text.empty() && isDropped(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isDropped(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
 /// Without the blanks and tabs (and other characters of category Zs) at both ends; line ends stay.
 std::u16string_view trimmedOfBlanks(std::u16string_view text);
 /// Without the spaces (U+0020) and tabs at both ends; other blanks stay.

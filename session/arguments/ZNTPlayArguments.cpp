@@ -2,6 +2,7 @@
 
 #include "ZNTGameAddress.h"
 #include "ZNTProgramArguments.h"
+#include "ZNTText.h"
 
 #include <algorithm>
 #include <limits>
@@ -48,10 +49,7 @@ std::string ZNTPlayArguments::readAddress(bool hasPort)
 ZNTResult<std::vector<std::string>> znt::argumentsForGame(std::string_view host, std::int64_t port)
 {
     const auto isBlank = [](char each) { return static_cast<unsigned char>(each) <= ' ' || each == '\x7F'; };
-    while (!host.empty() && isBlank(host.front()))
-        host.remove_prefix(1);
-    while (!host.empty() && isBlank(host.back()))
-        host.remove_suffix(1);
+    host = znt::trimmedOf(host, isBlank);
     if (host.empty() || std::ranges::any_of(host, isBlank) || ZNTGameAddress::isLink(host))
         return ZNTError{"ZNTPlayArguments", 0, "The game needs an address such as mud.example.org."};
     if (port < 1 || port > std::numeric_limits<std::uint16_t>::max())

@@ -1,6 +1,7 @@
 #include "ZNTSoundDownloads.h"
 
 #include "ZNTSoundSource.h"
+#include "ZNTText.h"
 
 #include <algorithm>
 #include <chrono>
@@ -287,9 +288,8 @@ bool ZNTSoundDownloads::canFetch(std::string_view url)
 {
     const auto startsWith = [&](std::string_view scheme) {
         return url.size() > scheme.size() &&
-               std::equal(scheme.begin(), scheme.end(), url.begin(), [](char wanted, char given) {
-                   return wanted == (given >= 'A' && given <= 'Z' ? given + ('a' - 'A') : given);
-               });
+               std::equal(scheme.begin(), scheme.end(), url.begin(),
+                          [](char wanted, char given) { return wanted == znt::asciiLowered(given); });
     };
     const auto isControl = [](char character) { return static_cast<unsigned char>(character) <= ' '; };
     return (startsWith("http://") || startsWith("https://")) && url.size() <= 2'048 &&

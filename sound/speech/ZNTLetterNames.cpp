@@ -64,9 +64,7 @@ std::u16string unicodeName(UChar32 character)
     if (U_FAILURE(status))
         return {};
     std::string small(name.data());
-    std::ranges::transform(small, small.begin(), [](char unit) {
-        return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit - 'A' + 'a') : unit;
-    });
+    std::ranges::transform(small, small.begin(), znt::asciiLowered<char>);
     return znt::textFromUtf8(small);
 }
 

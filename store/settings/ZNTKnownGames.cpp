@@ -20,11 +20,6 @@ std::string_view takeWord(std::string_view& line)
     return word;
 }
 
-char smallLetter(char unit)
-{
-    return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit - 'A' + 'a') : unit;
-}
-
 ZNTError lineError(std::string sentence) { return {"ZNTKnownGames", 0, std::move(sentence)}; }
 
 bool isPort(std::string_view text)
@@ -37,14 +32,11 @@ bool isPort(std::string_view text)
 
 std::string znt::gameKey(std::string_view host, std::string_view port)
 {
-    while (!host.empty() && blanks.find(host.front()) != blanks.npos)
-        host.remove_prefix(1);
-    while (!host.empty() && blanks.find(host.back()) != blanks.npos)
-        host.remove_suffix(1);
+    host = znt::trimmedOf(host, [](char unit) { return blanks.find(unit) != blanks.npos; });
     if (host.ends_with('.'))
         host.remove_suffix(1);
     std::string key(host);
-    std::ranges::transform(key, key.begin(), smallLetter);
+    std::ranges::transform(key, key.begin(), znt::asciiLowered<char>);
     return key + " " + std::to_string(znt::integerValue(znt::textFromUtf8(port)));
 }
 

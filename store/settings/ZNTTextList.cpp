@@ -11,15 +11,6 @@ constexpr char separator = ';', escape = '\\';
 
 bool isBlank(char unit) { return unit == ' ' || unit == '\t'; }
 
-std::string_view withoutBlanksAround(std::string_view text)
-{
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 /// The file is XML, which holds no control characters; bytes that are no UTF-8 would damage it, too.
 bool canBeKept(std::string_view text)
 {
@@ -74,7 +65,7 @@ std::optional<ZNTTextList> listOfTexts(const std::vector<std::string>& texts)
 {
     ZNTTextList list;
     for (const auto& text : texts) {
-        const auto kept = withoutBlanksAround(text);
+        const auto kept = znt::trimmedOf(std::string_view(text), isBlank);
         if (kept.empty())
             continue;
         if (!canBeKept(kept) || list.size() == mostTextsOfList)
