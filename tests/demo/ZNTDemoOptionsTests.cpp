@@ -38,30 +38,26 @@ struct OptionsRecorder final : ZNTDemoOptionsListener {
 TEST(DemoOptions, OnlyChangesAreAnsweredAndOddRefusalsLeaveTheOfferOpen)
 {
     // "+1" and "-1": the game wants to echo, or to end it; "-86" ends the compression.
-    const struct {
-        const char *received, *sent;
-    } rows[] = {
-        {"DO 86 DO 86", "(DO 86) "},
-        {"DO 86 DONT 86 DONT 86 DO 86", "(DO 86) WONT 86 (DONT 86) WILL 86 (DO 86) "},
-        {"DONT 86 DONT 86", ""},
-        {"ODD 86 ODD 90 ODD 70 DO 86 ODD 86 DO 86", "(DO 86) (ODD 86) (DO 86) "},
-        {"WONT 42 WONT 31 WONT 31", "WILL 25 WILL 42 "},
-        {"WILL 24 WILL 31 WILL 24 DO 25", "(WILL 24) WILL 25 WILL 42 (WILL 31) (DO 25) "},
-        {"WONT 24 WILL 42 WILL 42 DO 42", "WILL 25 WILL 42 DO 42 (WILL 42) (DO 42) "},
-        {"DO 1 WILL 1 DO 3 DO 3", "WONT 1 DONT 1 WONT 3 WONT 3 "},
-        {"WONT 24 +1 DO 1 -1 DONT 1 DO 1", "WILL 25 WILL 42 WILL 1 (DO 1) WONT 1 WONT 1 "},
-        {"WONT 24 +1 -1 DO 1 DONT 1", "WILL 25 WILL 42 WILL 1 WONT 1 "},
-        {"WONT 24 +1 DO 1 -1 +1 DONT 1 DO 1", "WILL 25 WILL 42 WILL 1 (DO 1) WONT 1 WILL 1 (DO 1) "},
-        {"WONT 24 DO 86 -86 DONT 86 DO 86", "WILL 25 WILL 42 (DO 86) WONT 86 WILL 86 (DO 86) "},
-        {"DO 86 -86 DO 86", "(DO 86) (DO 86) "},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.received);
+    for (const auto& [received, sent] :
+         {std::pair("DO 86 DO 86", "(DO 86) "),
+          {"DO 86 DONT 86 DONT 86 DO 86", "(DO 86) WONT 86 (DONT 86) WILL 86 (DO 86) "},
+          {"DONT 86 DONT 86", ""},
+          {"ODD 86 ODD 90 ODD 70 DO 86 ODD 86 DO 86", "(DO 86) (ODD 86) (DO 86) "},
+          {"WONT 42 WONT 31 WONT 31", "WILL 25 WILL 42 "},
+          {"WILL 24 WILL 31 WILL 24 DO 25", "(WILL 24) WILL 25 WILL 42 (WILL 31) (DO 25) "},
+          {"WONT 24 WILL 42 WILL 42 DO 42", "WILL 25 WILL 42 DO 42 (WILL 42) (DO 42) "},
+          {"DO 1 WILL 1 DO 3 DO 3", "WONT 1 DONT 1 WONT 3 WONT 3 "},
+          {"WONT 24 +1 DO 1 -1 DONT 1 DO 1", "WILL 25 WILL 42 WILL 1 (DO 1) WONT 1 WONT 1 "},
+          {"WONT 24 +1 -1 DO 1 DONT 1", "WILL 25 WILL 42 WILL 1 WONT 1 "},
+          {"WONT 24 +1 DO 1 -1 +1 DONT 1 DO 1", "WILL 25 WILL 42 WILL 1 (DO 1) WONT 1 WILL 1 (DO 1) "},
+          {"WONT 24 DO 86 -86 DONT 86 DO 86", "WILL 25 WILL 42 (DO 86) WONT 86 WILL 86 (DO 86) "},
+          {"DO 86 -86 DO 86", "(DO 86) (DO 86) "}}) {
+        SCOPED_TRACE(received);
         OptionsRecorder recorder;
         ZNTDemoOptions options(recorder);
         options.offer(ZNTDemoOfferTime::AtOnce);
         EXPECT_EQ(std::exchange(recorder.events, {}), "DO 31 DO 24 WILL 86 WILL 90 ");
-        std::istringstream words(row.received);
+        std::istringstream words(received);
         for (std::string word; words >> word;) {
             if (word[0] == '+' || word[0] == '-') {
                 options.want(static_cast<unsigned char>(std::stoi(word.substr(1))), word[0] == '+');
@@ -71,7 +67,7 @@ TEST(DemoOptions, OnlyChangesAreAnsweredAndOddRefusalsLeaveTheOfferOpen)
             words >> option;
             options.receive(verbs.at(word), static_cast<unsigned char>(option));
         }
-        EXPECT_EQ(recorder.events, row.sent);
+        EXPECT_EQ(recorder.events, sent);
     }
 }
 

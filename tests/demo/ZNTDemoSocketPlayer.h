@@ -51,11 +51,9 @@ public:
     std::string readUntil(std::string_view text)
     {
         std::size_t at = std::string::npos;
-        std::size_t looked = 0;
         loop.runUntil([&] {
             read();
-            at = received.find(text, looked);
-            looked = received.size() < text.size() ? 0 : received.size() - text.size();
+            at = received.find(text);
             return at != std::string::npos || hasEnded;
         });
         const auto end = at == std::string::npos ? received.size() : at + text.size();

@@ -113,30 +113,24 @@ TEST_F(DemoVillage, WaysAndNamesAreUnderstoodInChineseAsWell)
 TEST_F(DemoVillage, ANameBelongsToItsPasswordUntilTheGameEnds)
 {
     ashsScreen.traits.canHideTyping = true;
-    const struct {
-        const char16_t* line;
-        const char* answer;
-        bool isHidingAfter;
-    } rows[] = {
-        {u"name Oak", "Choose a password for the name Oak", true},
-        {u"", "You are still called Ash", false},
-        {u"name Oak", "Choose a password", true},
-        {u" quit", "You are called Oak", false}, // a password, and the blank is part of it
-        {u"name Elm", "Choose", true},
-        {u"x", "You are called Elm", false},
-        {u"name OAK", "What is the password of OAK?", true},
-        {u"quit", "not the password of OAK", false},
-        {u"who", "Elm, that is you", false},
-        {u"name oak", "What is the password", true},
-        {u" quit", "You are called oak", false},
-        {u"name Goblin", "Somebody else is called that", false},
-        {u"name Yew", "Choose", true},
-        {u"00000000001111111111222222222233333333334444444444555555555566666", "at most 64", false},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(znt::utf8FromText(row.line));
-        EXPECT_THAT(answerTo(row.line), HasSubstr(row.answer));
-        EXPECT_EQ(ashsScreen.isHiding, row.isHidingAfter);
+    for (const auto& [line, answer, isHidingAfter] :
+         {std::tuple(u"name Oak", "Choose a password for the name Oak", true),
+          {u"", "You are still called Ash", false},
+          {u"name Oak", "Choose a password", true},
+          {u" quit", "You are called Oak", false}, // a password, and the blank is part of it
+          {u"name Elm", "Choose", true},
+          {u"x", "You are called Elm", false},
+          {u"name OAK", "What is the password of OAK?", true},
+          {u"quit", "not the password of OAK", false},
+          {u"who", "Elm, that is you", false},
+          {u"name oak", "What is the password", true},
+          {u" quit", "You are called oak", false},
+          {u"name Goblin", "Somebody else is called that", false},
+          {u"name Yew", "Choose", true},
+          {u"00000000001111111111222222222233333333334444444444555555555566666", "at most 64", false}}) {
+        SCOPED_TRACE(znt::utf8FromText(line));
+        EXPECT_THAT(answerTo(line), HasSubstr(answer));
+        EXPECT_EQ(ashsScreen.isHiding, isHidingAfter);
     }
     auto& birch = village.enter(birchsScreen);
     birchsScreen.take();
@@ -160,21 +154,17 @@ TEST_F(DemoVillage, TheGalleryShowsWhatTheScreenCanAndSaysWhatIsThere)
 {
     answerTo(u"w");
     answerTo(u"u");
-    const struct {
-        ZNTDemoScreen screen;
-        const char *there, *missing;
-    } rows[] = {
-        {{}, "rainbow in 5 shades", "48;"},
-        {{}, "dawn in 5 shades", "48;"},
-        {{}, "have not agreed on UTF-8", "море"},
-        {{.colours = ZNTDemoColours::None}, "no colours", "\x1b[4"},
-        {{.colours = ZNTDemoColours::TwoHundredFiftySix}, "\x1b[48;5;196m", "more shades"},
-        {{.colours = ZNTDemoColours::True}, "rainbow in 72 shades", "48;5"},
-        {{.colours = ZNTDemoColours::True}, "\x1b[48;2;255;0;0m ", "more shades"},
-        {{.hasEveryCharacter = true}, "\U0001F30A", "UTF-8"},
-    };
-    for (const auto& row : rows) {
-        ashsScreen.traits = row.screen;
-        EXPECT_THAT(answerTo(u"look"), testing::AllOf(HasSubstr(row.there), Not(HasSubstr(row.missing))));
+    using Row = std::tuple<ZNTDemoScreen, const char*, const char*>;
+    for (const auto& [screen, there, missing] :
+         {Row{{}, "rainbow in 5 shades", "48;"},
+          {{}, "dawn in 5 shades", "48;"},
+          {{}, "have not agreed on UTF-8", "море"},
+          {{.colours = ZNTDemoColours::None}, "no colours", "\x1b[4"},
+          {{.colours = ZNTDemoColours::TwoHundredFiftySix}, "\x1b[48;5;196m", "more shades"},
+          {{.colours = ZNTDemoColours::True}, "rainbow in 72 shades", "48;5"},
+          {{.colours = ZNTDemoColours::True}, "\x1b[48;2;255;0;0m ", "more shades"},
+          {{.hasEveryCharacter = true}, "\U0001F30A", "UTF-8"}}) {
+        ashsScreen.traits = screen;
+        EXPECT_THAT(answerTo(u"look"), testing::AllOf(HasSubstr(there), Not(HasSubstr(missing))));
     }
 }
