@@ -2,9 +2,7 @@
 
 #include "ZNTAnnouncement.h"
 
-#include <QApplication>
-#include <QObject>
-#include <QStringList>
+#include <QtWidgets>
 
 /// What the application is asked to announce.
 class ZNTAnnounced final : public QObject

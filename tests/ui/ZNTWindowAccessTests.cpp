@@ -1,10 +1,4 @@
-#include "ZNTTypingGuard.h"
 #include "ZNTWindowFixture.h"
-
-#include <QAccessible>
-#include <QMenu>
-#include <QTabBar>
-#include <QTabWidget>
 
 using ZNTWindowAccess = ZNTWindowFixture;
 
@@ -138,26 +132,6 @@ TEST_F(ZNTWindowAccess, TheOwnVoiceSaysAnnouncementsOnlyWhenItIsAskedTo)
     EXPECT_EQ(says("%1"), "Connected to %1");
     action("speechOnOff").trigger();
     EXPECT_EQ(says("C"), "") << "speech is off";
-}
-
-TEST_F(ZNTWindowAccess, TypingThatAnAlertInterruptsIsKeptAtTheEndOfASession)
-{
-    playDemo();
-    type(commandLine(), "lo");
-    alert.showMessage(u"Game", u"Gone.");
-    waitForDialog("alert");
-    announced.words.clear();
-    session().connectToServer(); // ends it
-    ASSERT_TRUE(until([&] { return !commandLine().isEnabled(); }));
-    for (const auto key : {Qt::Key_O, Qt::Key_K, Qt::Key_X, Qt::Key_Backspace, Qt::Key_Return})
-        pressHere(key);
-    EXPECT_EQ(commandLineText(), u"look"_s);
-    EXPECT_FALSE(announced.words.contains(u"Game. Gone."_s)) << "the player still types";
-    QTest::qWait(ZNTTypingGuard::pause);
-    expectAnnounced("Game. Gone.");
-    answerAlert();
-    press(window, Qt::Key_F5);
-    EXPECT_TRUE(until([&] { return commandLine().hasFocus() && commandLineText() == u"look"_s; }));
 }
 
 TEST_F(ZNTWindowAccess, EveryControlExplainsItself)

@@ -1,7 +1,5 @@
 #include "ZNTWindowFixture.h"
 
-#include <QImage>
-
 using ZNTWindowColours = ZNTWindowFixture;
 
 TEST_F(ZNTWindowColours, TheGamesColoursAreExactInEachLookUntilReadableOnesAreTicked)

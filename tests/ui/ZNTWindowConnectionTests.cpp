@@ -1,9 +1,6 @@
-#include "ZNTFirstStart.h"
 #include "ZNTStatusButtons.h"
 #include "ZNTTurningRing.h"
 #include "ZNTWindowFixture.h"
-
-#include <QRegularExpression>
 
 using ZNTWindowConnection = ZNTWindowFixture;
 

@@ -5,6 +5,8 @@
 #include "ZNTApplicationWindow.h"
 #include "ZNTDatabaseHelper.h"
 #include "ZNTDemoGame.h"
+#include "ZNTFirstStart.h"
+#include "ZNTHintedTable.h"
 #include "ZNTOutputView.h"
 #include "ZNTQtAlert.h"
 #include "ZNTQtText.h"
@@ -15,16 +17,8 @@
 #include "ZNTTemporaryFolder.h"
 #include "ZNTTestPlatform.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTableView>
 #include <QTest>
+#include <QtWidgets>
 #include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>

@@ -1,9 +1,6 @@
 #include "ZNTWindowFixture.h"
 #include "ZNTWindowOptions.h"
 
-#include <QPlainTextEdit>
-#include <QScrollBar>
-
 /// The list of games, opened with its key.
 class ZNTWindowGames : public ZNTWindowFixture
 {

@@ -1,15 +1,5 @@
 #include "ZNTFindBar.h"
-#include "ZNTHintedTable.h"
 #include "ZNTWindowFixture.h"
-
-#include <QAbstractSpinBox>
-#include <QDebug>
-#include <QFocusFrame>
-#include <QScreen>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QTabWidget>
-#include <QToolButton>
 
 // Whether everything has the room that its words need. The same tests run on screens of two and three times
 // the density too.

@@ -45,23 +45,20 @@ TEST_F(ZNTWindowListening, TheSilenceKeyWorksInEveryWindowAndIsTyped)
         press(in, key, modifiers);
         return !speech.speaks;
     };
-    struct {
-        const char* chosen;
-        bool letter, control, enter, menuKey;
-    } const rows[] = {{"none", false, false, false, false},
-                      {"any", true, true, true, true},
-                      {"return", false, false, true, false},
-                      {"control", false, true, false, false}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.chosen);
-        parts->controller.chooseSetting("silence-key", row.chosen);
+    for (const auto& [chosen, letter, control, enter, menuKey] :
+         {std::tuple("none", false, false, false, false),
+          {"any", true, true, true, true},
+          {"return", false, false, true, false},
+          {"control", false, true, false, false}}) {
+        SCOPED_TRACE(chosen);
+        parts->controller.chooseSetting("silence-key", chosen);
         for (QWidget* in : std::initializer_list<QWidget*>{&line, &preferences}) {
-            EXPECT_EQ(silences(*in, Qt::Key_X), row.letter);
-            EXPECT_EQ(silences(*in, Qt::Key_Control, Qt::ControlModifier), row.control);
+            EXPECT_EQ(silences(*in, Qt::Key_X), letter);
+            EXPECT_EQ(silences(*in, Qt::Key_Control, Qt::ControlModifier), control);
         }
-        EXPECT_EQ(silences(line, Qt::Key_F9), row.menuKey);
+        EXPECT_EQ(silences(line, Qt::Key_F9), menuKey);
         EXPECT_EQ(commandLineText(), u"x"_s);
-        EXPECT_EQ(silences(line, Qt::Key_Return), row.enter);
+        EXPECT_EQ(silences(line, Qt::Key_Return), enter);
         EXPECT_EQ(commandLineText(), QString());
     }
 }

@@ -1,13 +1,6 @@
 #include "ZNTConnectionRow.h"
-#include "ZNTHintedTable.h"
 #include "ZNTSidePanel.h"
 #include "ZNTWindowFixture.h"
-
-#include <QLayout>
-#include <QMenu>
-
-namespace
-{
 
 class ZNTWindowPanel : public ZNTWindowFixture
 {
@@ -151,23 +144,18 @@ TEST_F(ZNTWindowPanel, TheFieldOfAKeyRefusesKeysWithAMeaningAndCanBeLeft)
     QDialog& sheet = open("addMacro", "ZNTAddMacroView");
     auto& field = find<QLineEdit>(sheet, "macroKeyField");
     const auto& answer = find<QLabel>(sheet, "macroKeyAnswer");
-    const struct {
-        QKeyCombination key;
-        const char* refused;
-    } keys[] = {
-        {Qt::CTRL | Qt::Key_G, "Ctrl+G belongs to Game list. F4 is free."},
-        {Qt::ALT | Qt::Key_G, "Alt+G belongs to the menu Game. F4 is free."},
-        {Qt::ALT | Qt::Key_U, "Alt+U belongs to Macro group. F4 is free."},
-        {Qt::ALT | Qt::Key_W, "Alt+W belongs to New group. F4 is free."},
-        {Qt::ALT | Qt::Key_3, "Alt+3 belongs to Macro 3 of the group. F4 is free."},
-        {Qt::CTRL | Qt::SHIFT | Qt::Key_Plus, "Ctrl+Shift++ belongs to Larger text. F4 is free."},
-        {Qt::CTRL | Qt::Key_V, "Ctrl+V is for editing and moving. F4 is free."},
-        {Qt::Key_A, "A is for typing. Take it with Ctrl or Alt, or take a function key. F4 is free."},
-        {Qt::Key_F6, "F6 belongs to Next part of the window. F4 is free."},
-        {Qt::ALT | Qt::Key_X, ""}, // a letter of the sheet, not of the window
-        {Qt::CTRL | Qt::Key_B, ""},
-    };
-    for (const auto& [key, refused] : keys) {
+    for (const auto& [key, refused] : std::initializer_list<std::pair<QKeyCombination, const char*>>{
+             {Qt::CTRL | Qt::Key_G, "Ctrl+G belongs to Game list. F4 is free."},
+             {Qt::ALT | Qt::Key_G, "Alt+G belongs to the menu Game. F4 is free."},
+             {Qt::ALT | Qt::Key_U, "Alt+U belongs to Macro group. F4 is free."},
+             {Qt::ALT | Qt::Key_W, "Alt+W belongs to New group. F4 is free."},
+             {Qt::ALT | Qt::Key_3, "Alt+3 belongs to Macro 3 of the group. F4 is free."},
+             {Qt::CTRL | Qt::SHIFT | Qt::Key_Plus, "Ctrl+Shift++ belongs to Larger text. F4 is free."},
+             {Qt::CTRL | Qt::Key_V, "Ctrl+V is for editing and moving. F4 is free."},
+             {Qt::Key_A, "A is for typing. Take it with Ctrl or Alt, or take a function key. F4 is free."},
+             {Qt::Key_F6, "F6 belongs to Next part of the window. F4 is free."},
+             {Qt::ALT | Qt::Key_X, ""}, // a letter of the sheet, not of the window
+             {Qt::CTRL | Qt::Key_B, ""}}) {
         SCOPED_TRACE(refused);
         field.setFocus();
         press(field, key.key(), key.keyboardModifiers());
@@ -185,5 +173,3 @@ TEST_F(ZNTWindowPanel, TheFieldOfAKeyRefusesKeysWithAMeaningAndCanBeLeft)
     press(field, Qt::Key_Escape);
     EXPECT_TRUE(until([&] { return !sheet.isVisible(); }));
 }
-
-} // namespace

@@ -1,9 +1,5 @@
-#include "ZNTHintedTable.h"
 #include "ZNTTypingGuard.h"
 #include "ZNTWindowFixture.h"
-
-#include <QClipboard>
-#include <QKeyEvent>
 
 using ZNTWindowPlay = ZNTWindowFixture;
 
@@ -139,15 +135,10 @@ TEST_F(ZNTWindowPlay, WhatIsDoneWithoutAConnectionSaysSo)
 
 TEST_F(ZNTWindowPlay, AKeyThatHasNothingToSayYetSaysSo)
 {
-    const struct {
-        Qt::Key key;
-        Qt::KeyboardModifiers modifiers;
-        const char* words;
-        bool isSpoken;
-    } keys[] = {{Qt::Key_F7, Qt::NoModifier, "Nothing to replay yet.", false},
-                {Qt::Key_Up, Qt::ControlModifier, "No line yet.", true},
-                {Qt::Key_F2, Qt::NoModifier, "No line yet.", true}};
-    for (const auto& [key, modifiers, words, isSpoken] : keys) {
+    for (const auto& [key, modifiers, words, isSpoken] :
+         {std::tuple(Qt::Key_F7, Qt::NoModifier, "Nothing to replay yet.", false),
+          {Qt::Key_Up, Qt::ControlModifier, "No line yet.", true},
+          {Qt::Key_F2, Qt::NoModifier, "No line yet.", true}}) {
         speech.said.clear();
         press(window, key, modifiers);
         EXPECT_EQ(speech.said, isSpoken ? std::vector<std::string>{words} : std::vector<std::string>{});
@@ -246,18 +237,34 @@ TEST_F(ZNTWindowPlay, ARecordingIsSavedKeptRunAndStoppedByKeys)
 TEST_F(ZNTWindowPlay, AnAlertThatComesInTheMiddleOfALineDoesNotTakeTheTyping)
 {
     playDemo();
-    type(commandLine(), "lo");
-    alert.showMessage(u"Speech", u"No speech service answers.");
-    waitForDialog("alert");
+    const auto interrupt = [this] {
+        type(commandLine(), "lo");
+        alert.showMessage(u"Game", u"Gone.");
+        waitForDialog("alert");
+        announced.words.clear();
+    };
+    interrupt();
     for (const auto key : {Qt::Key_O, Qt::Key_K, Qt::Key_Return})
         pressHere(key);
     EXPECT_TRUE(outputHas("> look"));
     EXPECT_NE(dialog("alert"), nullptr) << "it was closed unread";
-
     QTest::qWait(ZNTTypingGuard::pause); // the player listens
     answerAlert();
-    type(commandLine(), "half a line");
-    alert.showMessage(u"Speech", u"No speech service answers.");
+
+    interrupt();
+    session().connectToServer(); // ends it
+    ASSERT_TRUE(until([&] { return !commandLine().isEnabled(); }));
+    for (const auto key : {Qt::Key_O, Qt::Key_K, Qt::Key_X, Qt::Key_Backspace, Qt::Key_Return})
+        pressHere(key);
+    EXPECT_EQ(commandLineText(), u"look"_s) << "kept after the end of the session, too";
+    EXPECT_FALSE(announced.words.contains(u"Game. Gone."_s)) << "the player still types";
+    QTest::qWait(ZNTTypingGuard::pause);
+    expectAnnounced("Game. Gone.");
+    answerAlert();
+    press(window, Qt::Key_F5);
+    EXPECT_TRUE(until([&] { return commandLine().hasFocus() && commandLineText() == u"look"_s; }));
+
+    interrupt();
     answerAlert(Qt::Key_Escape);
-    EXPECT_EQ(commandLineText(), u"half a line"_s);
+    EXPECT_EQ(commandLineText(), u"looklo"_s);
 }

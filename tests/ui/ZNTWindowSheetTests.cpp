@@ -1,13 +1,5 @@
 #include "ZNTWindowFixture.h"
 
-#include <QListWidget>
-#include <QPlainTextEdit>
-#include <QRadioButton>
-#include <QTabBar>
-#include <QTabWidget>
-#include <QTimer>
-#include <QWindow>
-
 using ZNTWindowSheets = ZNTWindowFixture;
 
 TEST_F(ZNTWindowSheets, AnOpenDialogDoesNotKeepTheWindowOpen)

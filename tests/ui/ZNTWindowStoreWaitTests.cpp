@@ -1,8 +1,6 @@
 #include "ZNTStoreWaitSign.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QPushButton>
+#include <QtWidgets>
 #include <algorithm>
 #include <gtest/gtest.h>
 

@@ -2,29 +2,7 @@
 #include "ZNTCursorRest.h"
 #include "ZNTWindowFixture.h"
 
-#include <QStyleHints>
-
-namespace
-{
-
-class ZNTWindowTypingHelp : public ZNTWindowFixture
-{
-protected:
-    QDialog& openPicker()
-    {
-        EXPECT_TRUE(until([&] { return window.isActiveWindow(); }));
-        press(commandLine(), Qt::Key_H, Qt::ControlModifier);
-        return waitForDialog("sentLinesPicker");
-    }
-    /// Closes it with the key.
-    void closePicker(Qt::Key key)
-    {
-        pressHere(key);
-        EXPECT_TRUE(until([&] { return dialog("sentLinesPicker") == nullptr && commandLine().hasFocus(); }));
-    }
-};
-
-} // namespace
+using ZNTWindowTypingHelp = ZNTWindowFixture;
 
 TEST_F(ZNTWindowTypingHelp, ALineThatWasSentIsFoundWhileTypingAndPutIntoTheCommandLine)
 {
@@ -36,6 +14,14 @@ TEST_F(ZNTWindowTypingHelp, ALineThatWasSentIsFoundWhileTypingAndPutIntoTheComma
     session().insertTextInWindow(u"look at me"); // the client's own words
     type(commandLine(), "half");
 
+    const auto openPicker = [&] {
+        press(commandLine(), Qt::Key_H, Qt::ControlModifier);
+        waitForDialog("sentLinesPicker");
+    };
+    const auto closePicker = [&](Qt::Key key) {
+        pressHere(key);
+        EXPECT_TRUE(until([&] { return dialog("sentLinesPicker") == nullptr && commandLine().hasFocus(); }));
+    };
     openPicker();
     expectAnnounced("3 lines, north");
     for (const auto& [key, line] : {std::pair{Qt::Key_Down, "look guide"}, {Qt::Key_Up, "north"}}) {
@@ -70,9 +56,7 @@ TEST_F(ZNTWindowTypingHelp, AWordIsCompletedFromTheOutputAndTheMacros)
                    .name = u"wanderer",
                    .dataToExecute = u"north"};
     database.insertMacroSetWithMacroGroup(macro);
-    ZNTAttributedText text;
-    text.text = u"\nA wandering wanton.\n> ";
-    window.textFromServer->append(text);
+    window.textFromServer->append({.text = u"\nA wandering wanton.\n> ", .runs = {}, .sets = {}});
     type(commandLine(), "say wan!");
     press(commandLine(), Qt::Key_Left);
     for (const char* word : {"wanton", "wandering", "wanderer", "wan", "wanton"}) {

@@ -1,10 +1,5 @@
 #include "ZNTWindowFixture.h"
 
-#include <QDesktopServices>
-#include <QListWidget>
-#include <QPlainTextEdit>
-#include <QTextBrowser>
-
 /// With a browser that only notes what it is given.
 class ZNTWindowWebAddresses : public ZNTWindowFixture
 {
@@ -42,17 +37,14 @@ TEST_F(ZNTWindowWebAddresses, AnEmptyListSaysWhyInThePlaceOfItsRows)
 
 TEST_F(ZNTWindowWebAddresses, TheOneThatIsPickedIsShownWholeAndOpenedExactlyAsShown)
 {
-    const auto openList = [&]() -> QListWidget& {
-        EXPECT_TRUE(until([&] { return window.isActiveWindow(); }));
-        press(commandLine(), Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
-        return find<QListWidget>(waitForDialog("webAddresses"), "addresses");
-    };
     const QStringList shown{u"http://user@a.example"_s, u"https://xn--bnk-6cd.example/%D0%B6"_s,
                             u"http://old.example/a%0Ab?x=1&y"_s};
     QStringList asked;
     for (int row = 0; row < shown.size(); ++row) {
         for (const Qt::Key answer : {Qt::Key_Escape, Qt::Key_Return}) {
-            QListWidget& list = openList();
+            EXPECT_TRUE(until([&] { return window.isActiveWindow(); })) << "the player goes on";
+            press(commandLine(), Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
+            const auto& list = find<QListWidget>(waitForDialog("webAddresses"), "addresses");
             ASSERT_EQ(list.count(), shown.size());
             for (int down = 0; down < row; ++down)
                 pressHere(Qt::Key_Down);
@@ -69,7 +61,6 @@ TEST_F(ZNTWindowWebAddresses, TheOneThatIsPickedIsShownWholeAndOpenedExactlyAsSh
     }
     EXPECT_TRUE(asked[0].contains(u" a.example "_s)) << "the site, not the name before it";
     EXPECT_TRUE(asked[2].contains(u" xn--bnk-6cd.example "_s));
-    EXPECT_TRUE(until([&] { return window.isActiveWindow(); })) << "the player goes on";
 }
 
 TEST_F(ZNTWindowWebAddresses, TheTimeOfALineIsSpokenAlsoWhileSpeechIsOff)

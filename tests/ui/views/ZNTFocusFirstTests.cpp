@@ -2,17 +2,9 @@
 #include "ZNTDesktopScreenReader.h"
 #include "ZNTFocusFirst.h"
 
-#include <QAccessible>
-#include <QApplication>
-#include <QDBusConnection>
-#include <QDBusInterface>
-#include <QDBusReply>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QStringList>
-#include <QThread>
-#include <QTimer>
+#include <QTest>
+#include <QtDBus>
+#include <QtWidgets>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -47,18 +39,11 @@ struct FocusFirst : testing::Test {
         menu.addAction(QStringLiteral("Copy"));
         field.show();
         // Qt announces nothing before the accessibility bus has answered.
-        turnUntil([] { return QAccessible::isActive(); });
+        until([] { return QAccessible::isActive(); });
         Told::words.clear();
     }
 
-    static bool turnUntil(const std::function<bool()>& condition, int turns = 1000)
-    {
-        for (; turns > 0 && !condition(); --turns) {
-            QApplication::processEvents();
-            QThread::msleep(10);
-        }
-        return condition();
-    }
+    static bool until(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, 10'000); }
 
     QLineEdit field;
     QMenu menu;
@@ -87,7 +72,7 @@ TEST_F(FocusFirst, ARecalledTextOfTheSameLengthIsToldAsNew)
     field.setText(QStringLiteral("exits"));
     field.activateWindow();
     field.setFocus();
-    ASSERT_TRUE(turnUntil([&] { return field.hasFocus(); }));
+    ASSERT_TRUE(until([&] { return field.hasFocus(); }));
     QDBusInterface bus(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
                        QStringLiteral("org.a11y.Bus"), QDBusConnection::sessionBus());
     const QDBusReply<QString> address = bus.call(QStringLiteral("GetAddress"));
@@ -97,9 +82,9 @@ TEST_F(FocusFirst, ARecalledTextOfTheSameLengthIsToldAsNew)
     ASSERT_TRUE(listener.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
                                  QStringLiteral("TextCaretMoved"), &heard, SLOT(start())));
     field.setText(QStringLiteral("n"));
-    EXPECT_FALSE(turnUntil([&] { return heard.isActive(); }, 20)) << "Qt tells that the caret moves";
+    EXPECT_FALSE(QTest::qWaitFor([&] { return heard.isActive(); }, 200)) << "Qt tells that the caret moves";
     field.setText(QStringLiteral("s"));
-    EXPECT_TRUE(turnUntil([&] { return heard.isActive(); }));
+    EXPECT_TRUE(until([&] { return heard.isActive(); }));
     QDBusConnection::disconnectFromBus(QStringLiteral("listener"));
 }
 
@@ -132,7 +117,7 @@ TEST_F(FocusFirst, AListThatIsNarrowedDownDoesNotSeemToGetTheFocus)
     window.show();
     window.activateWindow();
     filter->setFocus();
-    turnUntil([&] { return filter->hasFocus(); });
+    until([&] { return filter->hasFocus(); });
     Told::words.clear();
     list->setCurrentRow(1);
     EXPECT_EQ(Told::words, QStringList());

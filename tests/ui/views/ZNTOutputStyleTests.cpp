@@ -1,8 +1,5 @@
 #include "ZNTOutputViewFixture.h"
 
-#include <QAccessible>
-#include <QImage>
-
 using OutputStyle = ZNTOutputViewTest;
 
 TEST_F(OutputStyle, ConcealedStruckAndItalicTextAreDrawnAndReadersReadThem)

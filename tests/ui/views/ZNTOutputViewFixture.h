@@ -3,10 +3,8 @@
 #include "ZNTOutputSamples.h"
 #include "ZNTOutputView.h"
 
-#include <QApplication>
-#include <QKeyEvent>
-#include <QMouseEvent>
-#include <QScrollBar>
+#include <QTest>
+#include <QtWidgets>
 
 #include <gtest/gtest.h>
 #include <string>
@@ -26,14 +24,7 @@ protected:
     }
 
     /// Lets everything due happen: refreshes, counting, painting.
-    void settle()
-    {
-        for (int turn = 0; turn < 4; ++turn) {
-            QEventLoop turning;
-            QTimer::singleShot(20, &turning, &QEventLoop::quit);
-            turning.exec();
-        }
-    }
+    static void settle() { QTest::qWait(80); }
     void addLines(int from, int to)
     {
         for (int line = from; line < to; ++line)
@@ -41,17 +32,19 @@ protected:
         view.scrollToEnd();
         settle();
     }
-    void press(int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {})
-    {
-        QKeyEvent event(QEvent::KeyPress, key, modifiers, text);
-        QApplication::sendEvent(&view, &event);
-    }
-    void mouse(QEvent::Type type, QPoint point, Qt::KeyboardModifiers modifiers = {})
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&view, key, modifiers); }
+    void mouse(QEvent::Type type, QPoint point)
     {
         const bool isHeld = type != QEvent::MouseButtonRelease;
         QMouseEvent event(type, QPointF(point), QPointF(view.viewport()->mapToGlobal(point)), Qt::LeftButton,
-                          isHeld ? Qt::LeftButton : Qt::NoButton, modifiers);
+                          isHeld ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(view.viewport(), &event);
+    }
+    void clickAcross(QPoint from, QPoint to)
+    {
+        mouse(QEvent::MouseButtonPress, from);
+        mouse(QEvent::MouseMove, to);
+        mouse(QEvent::MouseButtonRelease, to);
     }
     [[nodiscard]] QPoint pointOf(std::int64_t position) const
     {

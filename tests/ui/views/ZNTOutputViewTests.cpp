@@ -1,12 +1,5 @@
 #include "ZNTOutputViewFixture.h"
 
-#include <QClipboard>
-#include <QDateTime>
-#include <QPushButton>
-
-namespace
-{
-
 using OutputView = ZNTOutputViewTest;
 
 TEST_F(OutputView, FollowsTheEndUntilThePlayerScrollsBackAndAgainAfterwards)
@@ -91,25 +84,20 @@ TEST_F(OutputView, AClickOnAWebAddressAsksOnlyOnceThePlayerWantsIt)
     QStringList clicked;
     QObject::connect(&view, &ZNTOutputView::webAddressClicked, &view,
                      [&](const QString& address) { clicked << address; });
-    const auto click = [&](QPoint from, QPoint to) {
-        mouse(QEvent::MouseButtonPress, from);
-        mouse(QEvent::MouseMove, to);
-        mouse(QEvent::MouseButtonRelease, to);
-    };
     const auto picture = view.grab().toImage();
-    click(pointOf(10), pointOf(10));
+    clickAcross(pointOf(10), pointOf(10));
     EXPECT_EQ(clicked, QStringList());
     view.setWebLinks(true);
     press(Qt::Key_End, Qt::ControlModifier);
     settle();
     EXPECT_NE(view.grab().toImage(), picture) << "underlined";
-    click(pointOf(5), pointOf(12)); // selects
+    clickAcross(pointOf(5), pointOf(12)); // selects
     const auto beside = rectOf(0, 27).center() + QPoint(60, 0);
     for (const auto point : {pointOf(3), pointOf(22), beside})
-        click(point, point);
+        clickAcross(point, point);
     EXPECT_EQ(clicked, QStringList());
     for (const int offset : {4, 21})
-        click(pointOf(offset), pointOf(offset));
+        clickAcross(pointOf(offset), pointOf(offset));
     EXPECT_EQ(clicked, QStringList(2, u"http://a.example/b"_s));
 }
 
@@ -209,9 +197,9 @@ TEST_F(OutputView, TypedKeysGoToTheCommandLineAndReadingKeysStay)
     QObject::connect(&view, &ZNTOutputView::keyForCommandLine, &view, [&](QKeyEvent* event) {
         forwarded += event->text().isEmpty() ? QString::number(event->key()) : event->text();
     });
-    press(Qt::Key_L, {}, u"l"_s);
-    press(Qt::Key_8, Qt::KeypadModifier, u"8"_s);
-    press(Qt::Key_Return, {}, u"\r"_s);
+    press(Qt::Key_L);
+    press(Qt::Key_8, Qt::KeypadModifier);
+    press(Qt::Key_Return);
     EXPECT_EQ(forwarded, u"l8\r"_s);
     forwarded.clear();
 
@@ -231,9 +219,7 @@ TEST_F(OutputView, SelectsByMouseAndKeyboardAndCopiesPlainText)
     settle();
     const auto start = view.store().start();
 
-    mouse(QEvent::MouseButtonPress, pointOf(start + 4));
-    mouse(QEvent::MouseMove, pointOf(view.store().line(1).start + 6));
-    mouse(QEvent::MouseButtonRelease, pointOf(view.store().line(1).start + 6));
+    clickAcross(pointOf(start + 4), pointOf(view.store().line(1).start + 6));
     EXPECT_EQ(view.selectedText().toStdU16String(), u"\u4F60\u7AD9 guard\u0301 stands here.\nSecond");
 
     mouse(QEvent::MouseButtonDblClick, pointOf(start + 8));
@@ -306,5 +292,3 @@ TEST_F(OutputView, EveryCharacterStandsInItsColumn)
         at = next;
     }
 }
-
-} // namespace

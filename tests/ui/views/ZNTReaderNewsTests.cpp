@@ -7,38 +7,20 @@
 #include "ZNTRecordedSpeech.h"
 #include "ZNTSpeechSynth.h"
 
-#include <QAccessible>
-#include <QApplication>
-#include <QElapsedTimer>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QMenu>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace
 {
 
-void wait(int milliseconds)
-{
-    QElapsedTimer since;
-    for (since.start(); since.elapsed() < milliseconds;)
-        QApplication::processEvents(QEventLoop::AllEvents, 10);
-}
-
-void pressIn(QWidget& widget, Qt::Key key)
-{
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(&widget, &event);
-}
-
 struct NewsAgain : testing::Test {
     NewsAgain() { reader.runs = true; }
 
-    void press(Qt::Key key) { pressIn(field, key); }
+    void press(Qt::Key key) { QTest::keyClick(&field, key); }
     [[nodiscard]] qsizetype timesSaidAgain()
     {
         announced.words.clear();
-        wait(ZNTNewsAgain::rest + 200);
+        QTest::qWait(ZNTNewsAgain::rest + 200);
         return announced.words.count(news);
     }
 
@@ -58,9 +40,9 @@ TEST_F(NewsAgain, WhatAKeyCutOffIsSaidAgainWhenThePlayerRests)
     for (int time = 0; time < ZNTNewsAgain::mostTimes; ++time) {
         announced.words.clear();
         press(Qt::Key_L);
-        wait(ZNTNewsAgain::rest / 2);
+        QTest::qWait(ZNTNewsAgain::rest / 2);
         press(Qt::Key_O);
-        wait(ZNTNewsAgain::rest / 2);
+        QTest::qWait(ZNTNewsAgain::rest / 2);
         EXPECT_EQ(announced.words.count(news), 0) << "the player still types";
         EXPECT_EQ(timesSaidAgain(), 1);
     }
@@ -88,38 +70,33 @@ TEST_F(NewsAgain, WordsThatSayMoreTakeItsPlaceUntilTheyDoNotHold)
 
 TEST_F(NewsAgain, ControlAndTheEndOfTheReaderDropIt)
 {
-    again.watch(news);
-    press(Qt::Key_L);
-    press(Qt::Key_Control);
-    EXPECT_EQ(timesSaidAgain(), 0);
-    again.watch(news);
-    press(Qt::Key_L);
-    reader.runs = false;
-    EXPECT_EQ(timesSaidAgain(), 0);
-    again.watch(news);
-    press(Qt::Key_L);
-    reader.runs = true;
-    EXPECT_EQ(timesSaidAgain(), 0) << "the own voice has said it";
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"Control", [this] { press(Qt::Key_Control); }},
+        {"the reader ends", [this] { reader.runs = false; }},
+        {"the own voice has said it before a reader came", [this] { reader.runs = true; }}};
+    for (const auto& [way, drop] : ways) {
+        again.watch(news);
+        press(Qt::Key_L);
+        drop();
+        EXPECT_EQ(timesSaidAgain(), 0) << way;
+    }
 }
 
 TEST(Announcer, NewsAreSaidByTheVoiceOfTheGameAndWhileSpeechIsOffByTheReader)
 {
-    struct {
-        bool isReaderRunning, isSpeechOn;
-        std::size_t byReader, byOwnVoice;
-    } const rows[] = {{true, true, 1, 0}, {true, false, 1, 0}, {false, true, 0, 1}, {false, false, 0, 0}};
-    for (const auto& row : rows) {
+    for (const auto& [isReaderRunning, isSpeechOn, byReader, byOwnVoice] :
+         {std::tuple(true, true, 1U, 0U), {true, false, 1, 0}, {false, true, 0, 1}, {false, false, 0, 0}}) {
         VirtualRunLoop loop;
         ZNTRecordedSpeech engine;
         ZNTRecordedReader reader;
         ZNTSpeechSynth synth(loop, engine, reader);
-        reader.runs = row.isReaderRunning;
+        reader.runs = isReaderRunning;
         const ZNTAnnouncer announcer(
             reader, synth,
-            {.isSpeechOn = [&row] { return row.isSpeechOn; }, .isOwnVoiceWanted = [] { return false; }});
+            {.isSpeechOn = [isOn = isSpeechOn] { return isOn; }, .isOwnVoiceWanted = [] { return false; }});
         znt::announce(ZNTAnnouncement::News, {QStringLiteral("Disconnected")});
-        EXPECT_EQ(reader.said.size(), row.byReader);
-        EXPECT_EQ(engine.said.size(), row.byOwnVoice);
+        EXPECT_EQ(reader.said.size(), byReader);
+        EXPECT_EQ(engine.said.size(), byOwnVoice);
     }
 }
 
@@ -137,21 +114,21 @@ TEST(MenuTitles, AMenuThatOpensIsAnnouncedAndTheItemBehindItGetsTheFocusBack)
         each->addAction(QStringLiteral("Newest"));
     menu.popup({});
     menu.setActiveAction(channels.menuAction());
-    wait(50);
+    QTest::qWait(50);
     EXPECT_EQ(announced.words.value(0), QStringLiteral("Speech menu"));
-    pressIn(menu, Qt::Key_Return);
-    wait(50);
+    QTest::keyClick(&menu, Qt::Key_Return);
+    QTest::qWait(50);
     EXPECT_EQ(announced.words.value(1), QStringLiteral("Channels menu"));
     const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
         if (event->type() == QAccessible::Focus && event->accessibleInterface())
             focused << event->accessibleInterface()->text(QAccessible::Name);
     });
-    pressIn(channels, Qt::Key_Left);
-    wait(50);
+    QTest::keyClick(&channels, Qt::Key_Left);
+    QTest::qWait(50);
     EXPECT_EQ(focused, QStringList{QStringLiteral("Channels")});
     menu.close();
     nameless.popup({});
-    wait(50);
+    QTest::qWait(50);
     nameless.close();
     QAccessible::installUpdateHandler(before);
     EXPECT_EQ(announced.words.size(), 2);
