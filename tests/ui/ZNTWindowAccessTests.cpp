@@ -174,18 +174,3 @@ TEST_F(ZNTWindowAccess, TheMenuBarOpensByItsKeyAndItsItemsSayTheirs)
     EXPECT_EQ(item->text(QAccessible::Description), u"F5"_s);
     menu->close();
 }
-
-TEST_F(ZNTWindowAccess, HiddenTypingIsDotsForScreenReaders)
-{
-    auto& line = find<QLineEdit>("textToServer");
-    line.setEchoMode(QLineEdit::Password);
-    line.setText(u"secret"_s);
-    auto* field = QAccessible::queryAccessibleInterface(&line);
-    ASSERT_NE(field->textInterface(), nullptr);
-    const QString dots(6, QChar(0x2022));
-    int start = 0, end = 0;
-    EXPECT_EQ(field->textInterface()->text(0, -1), dots);
-    EXPECT_EQ(field->textInterface()->textAtOffset(0, QAccessible::LineBoundary, &start, &end), dots);
-    EXPECT_EQ(field->text(QAccessible::Value), dots);
-    EXPECT_TRUE(field->state().passwordEdit);
-}

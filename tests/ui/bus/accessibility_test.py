@@ -5,13 +5,12 @@ The main window while idle, while playing and with the find bar, each tab of the
 keyboard map are read over the accessibility bus and gone through with Tab and Shift+Tab. Runs the window on a
 screen of its own; 77 (skipped) where a tool is missing.
 """
-import itertools
 import re
 import sys
 
 sys.dont_write_bytecode = True
 try:
-    from accessible_window import (AccessibleProgram, Atspi, GaveUp, GLib, Role, State, action_key, describe,
+    from accessible_window import (AccessibleProgram, Atspi, GaveUp, Role, State, action_key, describe,
                                    everything_below, has, run_on_a_hidden_screen, wait_for)
 except (ImportError, ValueError):  # the bindings, or their description of AT-SPI
     sys.exit(77)
@@ -109,46 +108,6 @@ class Walk:
         self.leave(opener)
 
 
-FIELD_TEXTS = ["", "l", "look", "look at  the well", "caf\u0065\u0301 e\u0301", "\U0001F44D\U0001F3FD go", "?!"]
-
-
-def units(text):
-    """How many offsets the bus has in it."""
-    return len(text.encode("utf-16-le")) // 2
-
-
-def check_field(walk, field, texts):
-    """Asks for every piece at every offset. A field that loops would answer none, whatever the limit."""
-    questions = (Atspi.Text.get_text_before_offset, Atspi.Text.get_text_at_offset, Atspi.Text.get_text_after_offset)
-    for text in texts:
-        Atspi.EditableText.set_text_contents(field, text)
-        for boundary in range(Atspi.TextBoundaryType.CHAR, Atspi.TextBoundaryType.LINE_END + 1):
-            for question, offset in itertools.product(questions, range(-1, units(text) + 2)):
-                try:
-                    piece = question(field, offset, boundary)
-                except GLib.Error as failure:
-                    return walk.fault(f"{describe(field)}: no answer at {offset} in {text!r}: {failure}")
-            at, read = 0, ""
-            while at < units(text):
-                piece = Atspi.Text.get_text_at_offset(field, at, boundary)
-                if piece.start_offset != at or piece.end_offset <= at:
-                    return walk.fault(f"{describe(field)}: a piece of {text!r} at {at} is {piece.content!r}")
-                at, read = piece.end_offset, read + piece.content
-            if read != text:
-                walk.fault(f"{describe(field)}: the pieces of {text!r} are {read!r}")
-        if Atspi.Text.get_attribute_run(field, 0, False)[2] != units(text):
-            walk.fault(f"{describe(field)}: the run of {text!r} is not the whole text")
-
-
-def check_fields(walk, window):
-    walk.part = "fields"
-    named = {describe(element): element for element in everything_below(window)}
-    check_field(walk, named["text 'Name'"], FIELD_TEXTS)
-    check_field(walk, named["text 'Address'"], FIELD_TEXTS[:3])
-    for name in ("Name", "Address"):
-        Atspi.EditableText.set_text_contents(named[f"text '{name}'"], "")
-
-
 def add_macro(walk):
     """A group with a macro, through the window, and all that is shown on the way."""
     program = walk.program
@@ -162,23 +121,6 @@ def add_macro(walk):
         program.type(text)
         program.press_and_follow("Tab")
     walk.leave(opener, "Return")
-
-
-def narrow_down(walk, title, keys, letters, to_the_filter=()):
-    """While the player types into the field above a list, the focus does not seem to leave the field."""
-    program = walk.program
-    _, opener = walk.open(title, keys)
-    for key in to_the_filter:
-        program.press_and_follow(key)
-    field = program.stop()
-    program.type(letters)
-    # What the list tells comes a moment after the letters.
-    try:
-        wait_for(lambda: program.stop() != field, "nothing", limit=1.5)
-        walk.fault(f"{title}: the focus seems to go to {program.stop()[1]} while {letters!r} is typed")
-    except GaveUp:
-        pass
-    walk.leave(opener)
 
 
 def walk_game(walk):
@@ -201,7 +143,6 @@ def walk_sheets(walk):
     program.press_until("Tab", "table 'Macro list'")
     walk.dialog("Edit macro", keys="ctrl+e")
     walk.dialog("Games", keys="ctrl+g")
-    narrow_down(walk, "Games", "ctrl+g", "bat", to_the_filter=["alt+f"])
     walk_game(walk)
     walk.dialog("Channel history", keys="ctrl+shift+h")
     program.press_and_follow("ctrl+l")
@@ -209,7 +150,7 @@ def walk_sheets(walk):
     program.type("look")
     program.press("Return")
     wait_for(lambda: program.content() == "", "the command line to be sent")
-    narrow_down(walk, "Lines I have sent", "ctrl+h", "loo")
+    walk.dialog("Lines I have sent", keys="ctrl+h")
     walk.dialog("Command recorder", keys="ctrl+shift+f")
     _, opener = walk.open("Command recorder", keys="ctrl+shift+k")
     wait_for(lambda: program.stop()[1] == "text 'Name'", "the name of what is kept")
@@ -221,7 +162,6 @@ def walk_sheets(walk):
     walk.dialog("Open a web address", keys="ctrl+shift+w")
     walk.dialog("Old logs", keys="ctrl+shift+y")
     walk.dialog("Keyboard map", keys="F1")
-    narrow_down(walk, "Keyboard map", "F1", "ctrl+k")
     by_menu(walk, "About Zantor", "About Zantor", to_the_menu=["Left"])
     by_menu(walk, "Export triggers", "Export...")
     by_menu(walk, "Import triggers", "Import...")
@@ -255,9 +195,6 @@ def walk_preferences(walk):
         for element in everything_below(window, lambda child: has(child, State.SHOWING)):
             if element.get_role() == Role.LABEL and not element.get_relation_set():
                 walk.fault(f"a reader says {describe(element)} when the window opens")
-        if tab == "Speech":
-            check_field(walk, next(element for element in everything_below(window)
-                                   if describe(element) == "spin button 'Words per minute'"), ["120"])
         program.press_until("shift+Tab", f"page tab list {tab!r}")
         program.press("ctrl+Tab")
     walk.leave(opener)
@@ -270,8 +207,6 @@ def walk_everything(walk):
     wait_for(lambda: any(element.get_name() == "Status: Not connected, speech on"
                          for element in everything_below(program.application)), "speech to be on")
     walk.check(window, "main window, not connected")
-    walk_menus(walk)
-    check_fields(walk, window)
     opener = program.stop()
     program.press_and_follow("ctrl+f")
     walk.check(window, "main window with the find bar")
@@ -294,23 +229,6 @@ def walk_everything(walk):
     walk.check(window, "main window, after a connection")
 
 
-def walk_menus(walk):
-    """From menu to menu the focus stays in the menus, whatever Qt says of the field behind them."""
-    program = walk.program
-    opener = program.stop()
-    for key, item in (("F10", "Connect"), ("Right", "Copy"), ("Left", "Connect")):
-        program.press(key)
-        wait_for(lambda: describe(program.focused) == f"menu item {item!r}", f"the menu item {item}")
-        try:
-            wait_for(lambda: describe(program.focused) != f"menu item {item!r}", "nothing", limit=0.5)
-            walk.fault(f"{key} goes to {describe(program.focused)} behind the menu")
-        except GaveUp:
-            pass
-    program.press("Escape")
-    wait_for(lambda: describe(program.focused) == "menu item 'Game'", "the menu bar")
-    walk.leave(opener)
-
-
 def main():
     reader = Atspi.EventListener.new(lambda event: None)
     reader.register("object:property-change:accessible-name")
@@ -318,7 +236,7 @@ def main():
     walk = Walk(program)
     try:
         walk_everything(walk)
-    except (GaveUp, StopIteration) as failure:
+    except GaveUp as failure:
         walk.fault(str(failure))
     finally:
         program.process.terminate()

@@ -63,9 +63,8 @@ def everything_below(element, isWanted=lambda child: True):
             yield from everything_below(child, isWanted)
 
 
-def has(element, *states):
-    now = element.get_state_set()
-    return all(now.contains(state) for state in states)
+def has(element, state):
+    return element.get_state_set().contains(state)
 
 
 def describe(element):
