@@ -98,10 +98,8 @@ TEST_F(FocusFirst, AFieldBehindAnOpenMenuDoesNotSeemToGetTheFocus)
     Told::words.clear();
     tellFocus(menu);
     tellFocus(field);
+    EXPECT_EQ(Told::words, QStringList{menu.objectName()});
     menu.close();
-    EXPECT_EQ(Told::words.value(0), menu.objectName());
-    Told::words.removeAll(menu.objectName());
-    EXPECT_LE(Told::words.size(), 1) << "the field gets the focus back when the menu is closed";
     Told::words.clear();
     tellFocus(field);
     EXPECT_EQ(Told::words, QStringList{field.objectName()});
