@@ -1,4 +1,6 @@
 #include "ZNTRandomText.h"
+#include "ZNTRequiredLiteral.h"
+#include "ZNTText.h"
 #include "ZNTTriggerReference.h"
 
 namespace
@@ -50,6 +52,57 @@ TEST(TriggerEquivalence, RandomChecksMatchRandomTextAsIcuAloneMatchesIt)
 
 /// Many literals of each length, so that every group of the filter has many members with parts in common, in
 /// texts longer than the filter takes at a time.
+/// An answer that is too short or empty costs time; a wrong one would silence a trigger.
+TEST(TriggerEquivalence, TheLongestTextThatEveryMatchHoldsIsFoundOrNoneIfThePatternIsNotUnderstood)
+{
+    const std::pair<std::u16string_view, std::u16string_view> rows[] = {
+        {u"kill (\\w+) now", u"kill "},
+        {u"ab?cd", u"cd"},
+        {u"ab+cde", u"cde"},
+        {u"ab{2}c", u"a"},
+        {u"ab{2}?+cd", u"cd"},
+        {u"xy\U0001F600?b", u"xy"},
+        {u"^one.three$", u"three"},
+        {u"a}b]long", u"long"},
+        {u"x\\.y\\~z", u"x.y~z"},
+        {u"one\\d+three", u"three"},
+        {u"\\zone\\Atwo", u"one"},
+        {u"(a(b)[)]\\))long?er", u"lon"},
+        {u"(?:a)?+{2}?+long", u"long"},
+        {u"[^a\\]b]+long", u"long"},
+        {u"[(]long", u"long"},
+        {u"(?<=a)long", u"long"},
+        {u"long(", u""},
+        {u"long(a", u""},
+        {u"(?i)long", u""},
+        {u"(a(?#b)c)long", u""},
+        {u"long(?", u""},
+        {u"a|long", u""},
+        {u"long)", u""},
+        {u"*long", u""},
+        {u"+long", u""},
+        {u"?long", u""},
+        {u"long[", u""},
+        {u"long[^", u""},
+        {u"[]]long", u""},
+        {u"[^]]long", u""},
+        {u"[[:alpha:]]long", u""},
+        {u"[a\\", u""},
+        {u"[\\c]]long", u""},
+        {u"(\\Q)long", u""},
+        {u"long\\", u""},
+        {u"\\Qlong", u""},
+        {u"\\elong", u""},
+        {u"\\0long", u""},
+        {u"\\ long", u""},
+        {u"\\\u007Flong", u""},
+        {u"(a){2long", u""},
+        {u"long(a)?", u"long"},
+    };
+    for (const auto& [pattern, expected] : rows)
+        EXPECT_EQ(znt::requiredLiteral(pattern), expected) << znt::utf8FromText(pattern);
+}
+
 TEST(TriggerEquivalence, EveryOccurrenceOfManyLiteralsIsFoundWhereverItStands)
 {
     auto parts = ZNTRandomText::ofPieces(u"You ¦hit¦ the¦orc¦\u4f60\u597d¦e¦-¦--¦tells¦.");

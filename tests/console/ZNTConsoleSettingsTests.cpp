@@ -78,8 +78,8 @@ TEST_F(ZNTConsoleSettingsTest, AShippedGameIsPlayedWithItsSettingsAndTheSwitchIs
 TEST_F(ZNTConsoleSettingsTest, KeysSilenceTheVoiceAsFarAsATerminalHasThemOneByOne)
 {
     start(From::Terminal);
-    EXPECT_THAT(answerTo("/set silence-key x\x7F"),
-                ElementsAre("! The setting silence-key is none, any, return or control, not \"x \"."));
+    EXPECT_THAT(answerTo("/set silence-key x\x7F\xC2\x9F"),
+                ElementsAre("! The setting silence-key is none, any, return or control, not \"x  \"."));
     EXPECT_THAT(answerTo("/set listening on"), ElementsAre("Listening is set up.", HasSubstr("any key")));
     EXPECT_THAT(answerTo("/set listening"), ElementsAre(testing::StartsWith("listening = on  ")));
     const struct {
