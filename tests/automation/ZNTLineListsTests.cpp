@@ -120,6 +120,9 @@ TEST_F(ZNTChannelHistoryTest, TheLastHundredLinesOfEachChannelAreKeptUntilItIsNo
     EXPECT_TRUE(std::ranges::is_sorted(all, {}, &ZNTChannelLine::number));
     history.setChannels({{"b: never", "c: q: p"}});
     EXPECT_THAT(history.lines(u""), SizeIs(3));
+    EXPECT_EQ(history.nextChannel(), u"The channel c has no line yet.");
+    history.addText(u"q: p 1\nq: p 2\n");
+    EXPECT_EQ(history.older(), u"just now: q: p 2") << "the channel had no line whose place could be kept";
     history.setChannels(std::nullopt);
     history.setChannels({{"b: y"}});
     EXPECT_THAT(history.lines(u""), IsEmpty());

@@ -45,6 +45,25 @@ TEST_F(SpeechSynth, ALineIsSpokenAtTheNextPollAndTheNextOneAfterItsWordsWorth)
     EXPECT_THAT(saidSince(), ElementsAre("second"));
 }
 
+TEST_F(SpeechSynth, WithoutARateOneLineIsSpokenAndTheRateIsCorrectedForTheNext)
+{
+    synth.setSpeechRate(0);
+    synth.speechOn();
+    speakAtOnce(u"only this one");
+    synth.speakLine(u"never");
+    loop.advance(100'000);
+    EXPECT_THAT(saidSince(), ElementsAre("only this one"));
+    EXPECT_EQ(synth.speechRate(), 0.5);
+    synth.stopIt();
+    synth.speechOn();
+    synth.speakLine(u"two minutes");
+    synth.speakLine(u"later");
+    loop.advance(239);
+    EXPECT_THAT(saidSince(), ElementsAre("two minutes"));
+    loop.advance(2);
+    EXPECT_THAT(saidSince(), ElementsAre("later"));
+}
+
 TEST_F(SpeechSynth, AStopSilencesAtOnceAndForgetsEvenWhatWasOnItsWay)
 {
     engine.staysSpeaking = true;
