@@ -1,5 +1,6 @@
 #include "ZNTChannelHistory.h"
 
+#include "ZNTLine.h"
 #include "ZNTText.h"
 
 #include <algorithm>

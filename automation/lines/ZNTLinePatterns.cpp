@@ -17,25 +17,9 @@
 namespace
 {
 
-constexpr std::u16string_view unitsOfLineEnds = u"\r\n";
-
 const std::function<bool()> alwaysHasTime = [] { return true; };
 
 } // namespace
-
-ZNTLine ZNTLine::takenFrom(std::u16string_view& rest)
-{
-    const auto text = rest.substr(0, rest.find_first_of(unitsOfLineEnds));
-    auto length = text.size();
-    if (length < rest.size())
-        ++length;
-    const bool isPair = length < rest.size() && length > text.size() && rest[length] != rest[length - 1] &&
-                        unitsOfLineEnds.find(rest[length]) != unitsOfLineEnds.npos;
-    length += isPair ? 1 : 0;
-    const ZNTLine line{rest.substr(0, length), text};
-    rest.remove_prefix(length);
-    return line;
-}
 
 struct ZNTLinePatterns::Pattern {
     std::size_t place; ///< in the list

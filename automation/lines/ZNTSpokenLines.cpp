@@ -1,5 +1,6 @@
 #include "ZNTSpokenLines.h"
 
+#include "ZNTLine.h"
 #include "ZNTText.h"
 
 #include <utility>

@@ -1,5 +1,7 @@
 #include "ZNTGaggedLines.h"
 
+#include "ZNTLine.h"
+
 #include <algorithm>
 
 namespace
@@ -25,14 +27,10 @@ Stretch trimmed(std::u16string_view chunk, Stretch match)
 /// The line in which the unit at `place` stands, with its line end.
 Stretch lineAt(std::u16string_view chunk, std::size_t place)
 {
-    auto end = place;
-    while (end < chunk.size() && !isLineEnd(chunk[end]))
-        ++end;
-    const bool isPair = end + 1 < chunk.size() && isLineEnd(chunk[end + 1]) && chunk[end] != chunk[end + 1];
-    end = std::min(end + (isPair ? 2 : 1), chunk.size());
     while (place > 0 && !isLineEnd(chunk[place - 1]))
         --place;
-    return {place, end};
+    auto rest = chunk.substr(place);
+    return {place, place + ZNTLine::takenFrom(rest).whole.size()};
 }
 
 } // namespace
