@@ -194,6 +194,9 @@ TEST_F(ZNTMacroControllers, AddingStoresTheFieldsAsTheyStand)
     add.cancelEditing();
     EXPECT_EQ(name.content, u"unfinished") << "the typed text stays for the next time";
     EXPECT_EQ(list->getMacroByName(u"unfinished"), std::nullopt);
+    choose(u"no group of this name");
+    finish(add, u"lost", u"look");
+    EXPECT_EQ(store.getAllMacrosFromDatabaseByMacroGroupId(0).size(), 1U);
 }
 
 TEST_F(ZNTMacroControllers, EditingStoresTheSelectedMacro)
