@@ -304,7 +304,10 @@ TEST_F(ZNTConsoleClientTest, WhatWasSaidIsSaidAgain)
     type("/speech on");
     type("look");
     receive("A goblin comes.\r\nA goblin waves.\r\nA troll leaves.\r\n");
-    machine.loop.advance(10);
+    ASSERT_TRUE(machine.loop.runUntil([this] { // the text is handed over on a thread of its own
+        machine.loop.advance(10);
+        return !speech.said.empty() && speech.said.back().ends_with("A troll leaves.");
+    }));
     const std::pair<const char*, std::vector<std::string>> rows[] = {
         {"/say 2", {"A troll leaves.", "A goblin waves."}},
         {"/say", {"A troll leaves."}},
