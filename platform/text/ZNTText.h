@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/// Small operations on the UTF-16 text that the logic works with.
+/// Small operations on the UTF-16 text that the logic works with; the templates are for bytes, too.
 namespace znt
 {
 
